@@ -1,0 +1,33 @@
+#pragma once
+
+#include "autotoc/FontCensus.h"
+
+#include <optional>
+#include <vector>
+
+namespace leafwright {
+
+/// One row of the heading level map: a font whose text makes headings of a level.
+struct LevelRecord {
+    int levelNumber = 1;       ///< 1 is the top level.
+    QString level;             ///< "H" and the level number. Key "Level".
+    QString fontTraits;        ///< The font for display. Key "FontTraits".
+    std::optional<Font> font;  ///< Absent in the records of the self-calibrating finder.
+
+    friend bool operator==(const LevelRecord &, const LevelRecord &) = default;
+};
+
+/// Which fonts are headings, and of which level.
+using HeadingLevelMap = std::vector<LevelRecord>;
+
+/// The record that maps a font to a level.
+LevelRecord levelRecord(int levelNumber, const Font &font);
+
+/// Guesses the map: every font larger than the body text's, by adjusted size, largest first. The level
+/// rises from one font to the next unless the font occurs in a single run (a title, most likely).
+HeadingLevelMap headingsfromFonts(const FontCensus &census);
+
+/// Sorts by level; records of one level keep their order.
+void sortByLevel(HeadingLevelMap &map);
+
+}  // namespace leafwright

@@ -1,0 +1,100 @@
+#include "cli/ApplyCommand.h"
+
+#include "cli/OpenFile.h"
+#include "cli/OutlineTree.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+namespace leafwright::cli {
+
+namespace {
+
+QString translated(const char *text) {
+    return QCoreApplication::translate("ApplyCommand", text);
+}
+
+std::optional<QByteArray> readTree(const QString &path, Console &console) {
+    QFile file;
+    const bool opened = path == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
+                                                   : (file.setFileName(path), file.open(QIODevice::ReadOnly));
+    if (opened) return file.readAll();
+    console.message(translated("%1: the outline can't be read: %2").arg(path, file.errorString()));
+    return std::nullopt;
+}
+
+/// Says what will not be as the tree has it: labels that no page has, and entries without a page.
+void reportPages(const MyDocument &document, const MyOutlineItem &root, Console &console) {
+    constexpr int mostNamed = 10;
+    int unknown = 0;
+    int without = 0;
+    std::vector<const MyOutlineItem *> pending{&root};
+    while (!pending.empty()) {
+        const MyOutlineItem *item = pending.back();
+        pending.pop_back();
+        for (auto child = item->children().rbegin(); child != item->children().rend(); ++child) {
+            pending.push_back(child->get());
+        }
+        if (item == &root) continue;
+        if (item->pageLabel().isNull()) {
+            ++without;
+        } else if (!document.getRealPageArrayIndex(item->pageLabel()) && ++unknown <= mostNamed) {
+            console.message(
+                translated("\"%1\": no page is labelled \"%2\"; the entry leads to the first page")
+                    .arg(item->pageTitle(), item->pageLabel()));
+        }
+    }
+    if (unknown > mostNamed) {
+        console.message(translated("%1 more entries with unknown page labels lead to the first page")
+                            .arg(unknown - mostNamed));
+    }
+    if (without > 0)
+        console.message(translated("%1 entries have no page; they are written without one").arg(without));
+}
+
+}  // namespace
+
+CommandInfo ApplyCommand::info() const {
+    return {
+        QStringLiteral("apply"),
+        translated("Writes an outline, given as JSON or plus lines, into a PDF."),
+        translated(
+            "TREE is what \"outline\" prints, edited or not. An entry's page is told by its pageLabel; of "
+            "pages with the same label it is the last. pageIndex counts only without a pageLabel. An entry "
+            "at [0, 0] is given the middle of its page's top edge."),
+        {{QStringLiteral("FILE"), translated("The PDF.")},
+         {QStringLiteral("TREE"), translated("The outline, in a file; \"-\" is standard input.")}},
+        {outputOption()}};
+}
+
+ExitCode ApplyCommand::run(const QCommandLineParser &arguments, Console &console) const {
+    const QString out = arguments.value(outputOption());
+    if (out.isEmpty()) return wrongUsage(*this, translated("-o OUT is missing"), console);
+    const QString file = arguments.positionalArguments()[0];
+    const QString treeFile = arguments.positionalArguments()[1];
+
+    SilentPlatform platform;
+    MyDocument document(platform);
+    if (QString failure; !openForEditing(document, file, failure)) {
+        console.message(failure);
+        return Failed;
+    }
+    const std::optional<QByteArray> text = readTree(treeFile, console);
+    if (!text) return Failed;
+    auto tree = parseOutlineTree(*text, *document.pdfDoc());
+    if (const auto *error = std::get_if<TreeError>(&tree)) {
+        const QString where =
+            error->where.isEmpty() ? treeFile : treeFile + QLatin1String(": ") + error->where;
+        console.message(where + QLatin1String(": ") + error->message);
+        return Failed;
+    }
+    document.root().setChildren(std::get<std::unique_ptr<MyOutlineItem>>(tree)->takeChildren());
+    reportPages(document, document.root(), console);
+    if (const auto error = document.writeNewPDFOutline(out, MyDocument::saveFinalPDF)) {
+        console.message(error->message);
+        return Failed;
+    }
+    return Done;
+}
+
+}  // namespace leafwright::cli

@@ -1,0 +1,144 @@
+#include "cli/AutoTOCCommand.h"
+
+#include "autotoc/AutoTOC.h"
+#include "cli/Batch.h"
+#include "cli/HeadingMapFile.h"
+#include "cli/OpenFile.h"
+#include "pdf/ReadAhead.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QSet>
+
+namespace leafwright::cli {
+
+namespace {
+
+constexpr int defaultMaxDepth = 3;
+const QString outDirOption = QStringLiteral("out-dir");
+const QString maxDepthOption = QStringLiteral("max-depth");
+const QString mapOption = QStringLiteral("map");
+const QString keepOption = QStringLiteral("keep");
+const QString wrapOption = QStringLiteral("wrap");
+
+QString translated(const char *text) {
+    return QCoreApplication::translate("AutoTOCCommand", text);
+}
+
+struct Request {
+    QString mapFile;  ///< Empty: guess the map.
+    int maxDepth = defaultMaxDepth;
+    bool keep = false;
+    bool wrap = false;
+};
+
+/// Puts the generated items into the document's tree, in the place that the request names.
+void place(std::unique_ptr<MyOutlineItem> top, const Request &request, MyOutlineItem &root) {
+    MyOutlineItem::Children items;
+    if (request.wrap) {
+        items.push_back(std::move(top));
+    } else {
+        items = top->takeChildren();
+    }
+    if (!request.keep) root.setChildren({});
+    for (auto &item : items)
+        root.insertObjectInChildrenAtIndex(std::move(item), root.children().size());
+}
+
+/// Makes one file's headings its outline. @return why that failed
+std::optional<QString> autoTOC(const QString &file, const QString &out, const Request &request, bool alone,
+                               Console &console) {
+    SilentPlatform platform;
+    MyDocument document(platform);
+    if (QString failure; !openForEditing(document, file, failure)) return failure;
+    const PDFDocument &pdf = *document.pdfDoc();
+    if (alone) readAllPages(pdf);  // of many files, each has a core to itself
+    const FontCensus census = calcFontsInDocument(pdf);
+    HeadingLevelMap map;
+    if (request.mapFile.isEmpty()) {
+        map = headingsfromFonts(census);
+    } else {
+        map = readHeadingMap(request.mapFile, census, console);
+        if (map.empty()) return translated("%1: nothing was written").arg(file);
+    }
+    auto top = runAutoTOCwithH1H2H3Map(pdf, map, request.maxDepth);
+    if (top->children().empty()) {
+        // Without this, a document of scanned pages would lose the outline that it has.
+        console.message(
+            request.wrap ? translated("%1: no headings were found").arg(file)
+                         : translated("%1: no headings were found; the outline stays as it was").arg(file));
+    }
+    if (request.wrap || !top->children().empty()) place(std::move(top), request, document.root());
+    if (const auto error = document.writeNewPDFOutline(out, MyDocument::saveFinalPDF)) return error->message;
+    return std::nullopt;
+}
+
+/// A file name that two inputs share, which would make one output overwrite the other.
+QString sharedFileName(const QStringList &files) {
+    QSet<QString> names;
+    for (const QString &file : files) {
+        const QString name = QFileInfo(file).fileName();
+        if (names.contains(name)) return name;
+        names.insert(name);
+    }
+    return {};
+}
+
+}  // namespace
+
+CommandInfo AutoTOCCommand::info() const {
+    const QCommandLineOption outDir(outDirOption,
+                                    translated("Where the PDFs go that are made of several files, under "
+                                               "their own names; made if it is not there."),
+                                    QStringLiteral("DIR"));
+    return {
+        QStringLiteral("autotoc"),
+        translated("Makes the headings of a PDF, found by their fonts, its outline."),
+        translated(
+            "Text in a font larger than the body text's is a heading; its level goes by the font's size, or "
+            "by a map (see \"fonts --save-map\"). The headings take the place of the outline, unless "
+            "--keep is given. With --out-dir, several files are done at once, on all cores."),
+        {{QStringLiteral("FILE..."), translated("The PDF, or several with --out-dir.")}},
+        {outputOption(),
+         outDir,
+         {maxDepthOption, translated("The deepest level of headings (3)."), QStringLiteral("N"),
+          QString::number(defaultMaxDepth)},
+         {mapOption, translated("A heading map to use in place of the guessed one."), QStringLiteral("MAP")},
+         {keepOption, translated("Adds the headings behind the existing outline.")},
+         {wrapOption, translated("Puts the headings below one entry, \"AutoTOC\" and the depth.")}}};
+}
+
+ExitCode AutoTOCCommand::run(const QCommandLineParser &arguments, Console &console) const {
+    const QStringList files = arguments.positionalArguments();
+    const QString out = arguments.value(outputOption());
+    const QString outDir = arguments.value(outDirOption);
+    Request request{arguments.value(mapOption), defaultMaxDepth, arguments.isSet(keepOption),
+                    arguments.isSet(wrapOption)};
+    bool isNumber = false;
+    request.maxDepth = arguments.value(maxDepthOption).toInt(&isNumber);
+    if (!isNumber || request.maxDepth < 1) {
+        return wrongUsage(*this, translated("--max-depth wants a number from 1"), console);
+    }
+    if (out.isEmpty() == outDir.isEmpty()) {
+        return wrongUsage(*this, translated("either -o OUT or --out-dir DIR must be given"), console);
+    }
+    if (outDir.isEmpty() && files.size() > 1) {
+        return wrongUsage(*this, translated("several files need --out-dir DIR"), console);
+    }
+    if (const QString name = sharedFileName(files); !name.isEmpty()) {
+        return wrongUsage(*this, translated("two of the files are named \"%1\"").arg(name), console);
+    }
+    if (!outDir.isEmpty() && !QDir().mkpath(outDir)) {
+        console.message(translated("%1: the folder could not be made").arg(outDir));
+        return Failed;
+    }
+    const bool alone = files.size() == 1;
+    const auto job = [&](const QString &file) {
+        const QString target = outDir.isEmpty() ? out : QDir(outDir).filePath(QFileInfo(file).fileName());
+        return autoTOC(file, target, request, alone, console);
+    };
+    return runBatch(files, job, console) ? Done : Failed;
+}
+
+}  // namespace leafwright::cli

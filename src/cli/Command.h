@@ -1,0 +1,51 @@
+#pragma once
+
+#include "cli/Console.h"
+
+#include <QCommandLineParser>
+
+namespace leafwright::cli {
+
+/// How a command ends.
+enum ExitCode : int {
+    Done = 0,
+    Failed = 1,
+    WrongUsage = 2,
+};
+
+/// One positional argument of a command.
+struct Argument {
+    QString name;  ///< As it stands in the usage line, such as "FILE" or "FILE...".
+    QString description;
+};
+
+/// What a command says of itself; usage errors and --help come from it.
+struct CommandInfo {
+    QString name;
+    QString summary;      ///< One line.
+    QString description;  ///< Further text for --help.
+    QList<Argument> arguments;
+    QList<QCommandLineOption> options;
+};
+
+/// One subcommand of leafwright-cli.
+class Command {
+public:
+    virtual ~Command() = default;
+
+    virtual CommandInfo info() const = 0;
+    /// Runs with arguments that have been parsed and counted: there are as many as info() lists, or more
+    /// where the last one's name ends in "...".
+    virtual ExitCode run(const QCommandLineParser &arguments, Console &console) const = 0;
+};
+
+/// Parses the arguments behind the command's name and runs it; --help and wrong usage end here.
+ExitCode parseAndRun(const Command &command, const QStringList &arguments, Console &console);
+
+/// For run(): says what is wrong with the usage.
+ExitCode wrongUsage(const Command &command, const QString &problem, Console &console);
+
+/// The option "-o OUT", which every command that writes a PDF has.
+QCommandLineOption outputOption();
+
+}  // namespace leafwright::cli

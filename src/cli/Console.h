@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <cstdio>
+#include <mutex>
+
+namespace leafwright::cli {
+
+/// Where a command's results and messages go: standard output and standard error, or what a test gives.
+/// Messages may come from any thread; results come from one.
+class Console {
+public:
+    Console() : Console(stdout, stderr) {}
+    Console(std::FILE *results, std::FILE *messages) : results_(results), messages_(messages) {}
+
+    /// Writes a piece of the result as it stands, in UTF-8.
+    void write(const QByteArray &bytes);
+    void write(const QString &text) { write(text.toUtf8()); }
+    /// Writes one line of message: "leafwright-cli: " and the text.
+    void message(const QString &text);
+    /// Writes to the messages as they are; for the progress bar.
+    void writeRaw(const QByteArray &bytes);
+    /// Whether messages are shown on a terminal.
+    bool isTerminal() const;
+    /// Whether all results reached their destination; a full disk or closed pipe shows here.
+    bool flush();
+
+private:
+    std::FILE *results_;
+    std::FILE *messages_;
+    std::mutex mutex_;
+    bool barShown_ = false;
+};
+
+}  // namespace leafwright::cli

@@ -1,0 +1,93 @@
+#include "cli/FontsCommand.h"
+
+#include "autotoc/HeadingMapText.h"
+#include "categories/FontIdentity.h"
+#include "cli/JsonWriter.h"
+#include "cli/OpenFile.h"
+#include "pdf/ReadAhead.h"
+
+#include <QCoreApplication>
+#include <QSaveFile>
+
+namespace leafwright::cli {
+
+namespace {
+
+const QString saveMapOption = QStringLiteral("save-map");
+
+QString translated(const char *text) {
+    return QCoreApplication::translate("FontsCommand", text);
+}
+
+void printFont(const Font &font, JsonWriter &json) {
+    json.member("font", font.displayName());
+    json.member("size", font.pointSize());
+    json.member("bold", isBold(font));
+    json.member("italic", isItalic(font));
+}
+
+void print(const FontCensus &census, const HeadingLevelMap &map, Console &console) {
+    using Layout = JsonWriter::Layout;
+    JsonWriter json(console);
+    json.beginObject();
+    json.key("census");
+    json.beginArray();
+    for (const FontCensus::Entry &entry : census.entries()) {
+        json.beginObject(Layout::Compact);
+        printFont(entry.font, json);
+        json.member("fontIDString", fontIDString(entry.font));
+        json.member("charCount", entry.record.charCount);
+        json.member("instances", entry.record.instances);
+        json.endObject();
+    }
+    json.endArray();
+    json.key("map");
+    json.beginArray();
+    for (const LevelRecord &record : map) {
+        json.beginObject(Layout::Compact);
+        json.member("levelNumber", record.levelNumber);
+        json.member("Level", record.level);
+        json.member("FontTraits", record.fontTraits);
+        printFont(*record.font, json);
+        json.endObject();
+    }
+    json.endArray();
+    json.endObject();
+}
+
+bool saveMap(const HeadingLevelMap &map, const QString &path, Console &console) {
+    QSaveFile file(path);
+    const QByteArray bytes = stringToSaveListH1H2H3(map).toUtf8();
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit()) return true;
+    console.message(translated("%1: the map could not be written: %2").arg(path, file.errorString()));
+    return false;
+}
+
+}  // namespace
+
+CommandInfo FontsCommand::info() const {
+    return {
+        QStringLiteral("fonts"),
+        translated("Counts the fonts and guesses which are headings, as JSON."),
+        translated(
+            "\"census\" has every font of the text with its number of characters and runs; \"map\" has the "
+            "fonts larger than the body text's with the heading level guessed for each."),
+        {{QStringLiteral("FILE"), translated("The PDF.")}},
+        {{saveMapOption,
+          translated("Also saves the guessed map to a file that \"autotoc --map\" reads, to be edited."),
+          QStringLiteral("MAP")}}};
+}
+
+ExitCode FontsCommand::run(const QCommandLineParser &arguments, Console &console) const {
+    const auto document = openForReading(arguments.positionalArguments().first(), console);
+    if (!document) return Failed;
+    readAllPages(*document);
+    const FontCensus census = calcFontsInDocument(*document);
+    const HeadingLevelMap map = headingsfromFonts(census);
+    print(census, map, console);
+    if (arguments.isSet(saveMapOption) && !saveMap(map, arguments.value(saveMapOption), console))
+        return Failed;
+    return Done;
+}
+
+}  // namespace leafwright::cli

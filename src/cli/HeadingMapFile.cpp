@@ -1,0 +1,59 @@
+#include "cli/HeadingMapFile.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace leafwright::cli {
+
+namespace {
+
+QString translated(const char *text) {
+    return QCoreApplication::translate("HeadingMapFile", text);
+}
+
+HeadingLevelMap mapFromJson(const QJsonArray &rows, DocumentFonts fonts) {
+    HeadingLevelMap map;
+    for (const QJsonValue &row : rows) {
+        const int level = row[QLatin1String("levelNumber")].toInt();
+        const double size = row[QLatin1String("size")].toDouble();
+        const FontTraits traits = (row[QLatin1String("bold")].toBool() ? BoldTrait : 0U) |
+                                  (row[QLatin1String("italic")].toBool() ? ItalicTrait : 0U);
+        const QString name = row[QLatin1String("font")].toString();
+        if (level < 1 || !(size > 0) || name.isEmpty()) continue;
+        map.push_back(levelRecord(level, fontMatching({name, traits, size}, fonts)));
+    }
+    sortByLevel(map);
+    return map;
+}
+
+}  // namespace
+
+HeadingLevelMap readHeadingMap(const QString &path, const FontCensus &census, Console &console) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        console.message(translated("%1: the map can't be read: %2").arg(path, file.errorString()));
+        return {};
+    }
+    const QByteArray bytes = file.readAll();
+    DocumentFonts fonts(census);
+    HeadingLevelMap map;
+    if (const QJsonDocument json = QJsonDocument::fromJson(bytes); !json.isNull()) {
+        const QJsonArray rows = json.isArray() ? json.array() : json.object()[QLatin1String("map")].toArray();
+        map = mapFromJson(rows, fonts);
+    } else {
+        LoadedMap loaded = loadHeadingMap(QString::fromUtf8(bytes), fonts);
+        for (const int line : loaded.unreadableLines) {
+            console.message(translated("%1:%2: not of the form H1/18.0/\"Times\" +B; the line is passed over")
+                                .arg(path)
+                                .arg(line));
+        }
+        map = std::move(loaded.map);
+    }
+    if (map.empty()) console.message(translated("%1: there is no heading font in this map").arg(path));
+    return map;
+}
+
+}  // namespace leafwright::cli

@@ -1,0 +1,44 @@
+#include "cli/InfoCommand.h"
+
+#include "cli/JsonWriter.h"
+#include "cli/OpenFile.h"
+
+#include <QCoreApplication>
+
+namespace leafwright::cli {
+
+CommandInfo InfoCommand::info() const {
+    return {QStringLiteral("info"),
+            QCoreApplication::translate("InfoCommand", "Tells what kind of file a PDF is, as JSON."),
+            QCoreApplication::translate(
+                "InfoCommand",
+                "The number of pages, the version, and whether the file is locked (needs a "
+                "password), encrypted, damaged and repaired on opening, signed, and has an "
+                "outline. Of a locked file, the pages and what is on them can't be told."),
+            {{QStringLiteral("FILE"), QCoreApplication::translate("InfoCommand", "The PDF.")}},
+            {}};
+}
+
+ExitCode InfoCommand::run(const QCommandLineParser &arguments, Console &console) const {
+    const QString path = arguments.positionalArguments().first();
+    const auto opened = PDFDocument::open(path);
+    if (const auto *error = std::get_if<PDFError>(&opened)) {
+        console.message(openFailure(path, *error));
+        return Failed;
+    }
+    const PDFDocument &document = *std::get<std::unique_ptr<PDFDocument>>(opened);
+    const PDFVersion version = document.version();
+    JsonWriter json(console);
+    json.beginObject();
+    json.member("pages", document.pageCount());
+    json.member("version", QStringLiteral("%1.%2").arg(version.major).arg(version.minor));
+    json.member("locked", document.isLocked());
+    json.member("encrypted", document.isEncrypted());
+    json.member("repaired", document.wasRepaired());
+    json.member("signed", document.isSigned());
+    json.member("hasOutline", document.hasOutline());
+    json.endObject();
+    return Done;
+}
+
+}  // namespace leafwright::cli

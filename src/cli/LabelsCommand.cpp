@@ -1,0 +1,32 @@
+#include "cli/LabelsCommand.h"
+
+#include "cli/JsonWriter.h"
+#include "cli/OpenFile.h"
+
+#include <QCoreApplication>
+
+namespace leafwright::cli {
+
+CommandInfo LabelsCommand::info() const {
+    return {QStringLiteral("labels"),
+            QCoreApplication::translate("LabelsCommand", "Lists the page labels, as a JSON array by page."),
+            QCoreApplication::translate(
+                "LabelsCommand",
+                "A label is a page's printed name, such as \"iv\". A page without one has "
+                "its number, counted from 1."),
+            {{QStringLiteral("FILE"), QCoreApplication::translate("LabelsCommand", "The PDF.")}},
+            {}};
+}
+
+ExitCode LabelsCommand::run(const QCommandLineParser &arguments, Console &console) const {
+    const auto document = openForReading(arguments.positionalArguments().first(), console);
+    if (!document) return Failed;
+    JsonWriter json(console);
+    json.beginArray();
+    for (int i = 0; i < document->pageCount(); ++i)
+        json.value(document->pageLabel(i));
+    json.endArray();
+    return Done;
+}
+
+}  // namespace leafwright::cli

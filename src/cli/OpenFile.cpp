@@ -1,0 +1,76 @@
+#include "cli/OpenFile.h"
+
+#include <QCoreApplication>
+
+namespace leafwright::cli {
+
+namespace {
+
+QString translated(const char *text) {
+    return QCoreApplication::translate("OpenFile", text);
+}
+
+QString lockedMessage(const QString &path) {
+    return translated(
+               "%1: this PDF is locked: it can't be read without its password. Save a copy without a "
+               "password first.")
+        .arg(path);
+}
+
+}  // namespace
+
+QString openFailure(const QString &path, const PDFError &error) {
+    switch (error.kind) {
+        case PDFError::Kind::FileMissing:
+            return translated("%1: there is no such file").arg(path);
+        case PDFError::Kind::FileUnreadable:
+            return translated("%1: the file can't be read: %2").arg(path, error.message);
+        case PDFError::Kind::Locked:
+            return lockedMessage(path);
+        case PDFError::Kind::NotAPDF:
+        case PDFError::Kind::WriteFailed:
+            break;
+    }
+    return translated("%1: this is not a PDF that can be read, even after repair: %2")
+        .arg(path, error.message);
+}
+
+std::unique_ptr<PDFDocument> openForReading(const QString &path, Console &console) {
+    auto opened = PDFDocument::open(path);
+    if (const auto *error = std::get_if<PDFError>(&opened)) {
+        console.message(openFailure(path, *error));
+        return nullptr;
+    }
+    auto document = std::get<std::unique_ptr<PDFDocument>>(std::move(opened));
+    if (document->isLocked()) {
+        console.message(lockedMessage(path));
+        return nullptr;
+    }
+    return document;
+}
+
+bool openForEditing(MyDocument &document, const QString &path, QString &failure) {
+    if (!document.readFromURL(path)) {
+        failure = openFailure(path, *document.openError());
+        return false;
+    }
+    if (document.pdfDoc()->isLocked()) {
+        failure = lockedMessage(path);
+        return false;
+    }
+    document.loadOutline();
+    if (!document.allowTOCediting()) {
+        failure = translated(
+                      "%1: this PDF is encrypted: its outline can't be edited. Save a copy without "
+                      "encryption first.")
+                      .arg(path);
+        return false;
+    }
+    // Printed page numbers are rare; the pages are searched for their offset when the first one comes up.
+    document.setPrintedPageNumbersHandler([&document, tried = false]() mutable {
+        if (!std::exchange(tried, true)) document.estimatePrintedPageOffset();
+    });
+    return true;
+}
+
+}  // namespace leafwright::cli

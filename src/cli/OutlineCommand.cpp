@@ -1,0 +1,48 @@
+#include "cli/OutlineCommand.h"
+
+#include "cli/OpenFile.h"
+#include "cli/OutlineFormats.h"
+
+#include <QCoreApplication>
+
+namespace leafwright::cli {
+
+namespace {
+
+const QString formatOption = QStringLiteral("format");
+
+QString translated(const char *text) {
+    return QCoreApplication::translate("OutlineCommand", text);
+}
+
+}  // namespace
+
+CommandInfo OutlineCommand::info() const {
+    return {QStringLiteral("outline"),
+            translated("Prints the outline, as JSON, plus lines or text."),
+            translated(
+                "JSON nodes have title, pageLabel, pageIndex (from 0), point ([x, y] in points from the "
+                "page's lower left; [0, 0] is no particular spot) and children. Plus lines have one \"+\" a "
+                "level, \"@\" and the page label, and the title. \"apply\" reads both."),
+            {{QStringLiteral("FILE"), translated("The PDF.")}},
+            {{formatOption, translated("json (the default), plus or text."), QStringLiteral("FORMAT"),
+              QStringLiteral("json")}}};
+}
+
+ExitCode OutlineCommand::run(const QCommandLineParser &arguments, Console &console) const {
+    const QString format = arguments.value(formatOption);
+    auto *const print = format == QLatin1String("json")   ? printOutlineAsJson
+                        : format == QLatin1String("plus") ? printOutlineAsPlusLines
+                        : format == QLatin1String("text") ? printOutlineAsText
+                                                          : nullptr;
+    if (!print) {
+        return wrongUsage(*this, translated("\"%1\" is no format; there are json, plus and text").arg(format),
+                          console);
+    }
+    const auto document = openForReading(arguments.positionalArguments().first(), console);
+    if (!document) return Failed;
+    print(*document, console);
+    return Done;
+}
+
+}  // namespace leafwright::cli

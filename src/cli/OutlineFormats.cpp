@@ -1,0 +1,80 @@
+#include "cli/OutlineFormats.h"
+
+#include "cli/JsonWriter.h"
+#include "document/OutlineImport.h"
+
+namespace leafwright::cli {
+
+namespace {
+
+/// Calls `enter(entry, depth)` and `leave(entry)` for every entry below the root, parents first; depth 0 is
+/// the top level. Without recursion, since files nest as deep as they like.
+template <typename Enter, typename Leave>
+void walkOutline(const PDFOutline &root, Enter &&enter, Leave &&leave) {
+    struct Siblings {
+        const PDFOutline *parent;
+        int next = 0;
+    };
+    std::vector<Siblings> open{{&root}};
+    while (!open.empty()) {
+        Siblings &siblings = open.back();
+        if (siblings.next == siblings.parent->numberOfChildren()) {
+            const PDFOutline *parent = siblings.parent;
+            open.pop_back();
+            if (!open.empty()) leave(*parent);
+            continue;
+        }
+        const PDFOutline &entry = siblings.parent->childAtIndex(siblings.next++);
+        enter(entry, open.size() - 1);
+        open.push_back({&entry});
+    }
+}
+
+}  // namespace
+
+void printOutlineAsJson(const PDFDocument &document, Console &console) {
+    JsonWriter json(console);
+    json.beginArray();
+    walkOutline(
+        document.outlineRoot(),
+        [&](const PDFOutline &entry, size_t /*depth*/) {
+            const auto &destination = entry.destination();
+            json.beginObject();
+            json.member("title", entry.label().isNull() ? QStringLiteral("") : entry.label());
+            json.member("pageLabel", destination ? document.pageLabel(destination->pageIndex) : QString());
+            json.key("pageIndex");
+            destination ? json.value(destination->pageIndex) : json.null();
+            json.member("point", destination ? destination->point : QPointF());
+            json.key("children");
+            json.beginArray();
+        },
+        [&](const PDFOutline & /*entry*/) {
+            json.endArray();
+            json.endObject();
+        });
+    json.endArray();
+}
+
+void printOutlineAsPlusLines(const PDFDocument &document, Console &console) {
+    MyOutlineItem root;
+    addOutlineChildren(document.outlineRoot(), root, document);
+    for (const auto &item : root.children())
+        console.write(item->plusDescriptionForLevel(1));
+}
+
+void printOutlineAsText(const PDFDocument &document, Console &console) {
+    constexpr size_t deepestIndent = 40;
+    walkOutline(
+        document.outlineRoot(),
+        [&](const PDFOutline &entry, size_t depth) {
+            QString line(static_cast<qsizetype>(2 * std::min(depth, deepestIndent)), u' ');
+            line += entry.label().simplified();
+            if (const auto &destination = entry.destination()) {
+                line += QLatin1String("  [") + document.pageLabel(destination->pageIndex) + u']';
+            }
+            console.write(line + u'\n');
+        },
+        [](const PDFOutline & /*entry*/) {});
+}
+
+}  // namespace leafwright::cli

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "cli/Console.h"
+#include "pdf/PDFDocument.h"
+
+namespace leafwright::cli {
+
+// The forms in which an outline is printed. All take the document's outline in memory.
+
+/// JSON: an array of nodes {"title", "pageLabel", "pageIndex", "point", "children"}; the label and the
+/// 0-based index are null for an entry that leads to no page.
+void printOutlineAsJson(const PDFDocument &document, Console &console);
+
+/// Plus lines: "+ @5 Chapter One" and "++ @7 First Section".
+void printOutlineAsPlusLines(const PDFDocument &document, Console &console);
+
+/// For people: titles indented by depth, each with its page label.
+void printOutlineAsText(const PDFDocument &document, Console &console);
+
+}  // namespace leafwright::cli

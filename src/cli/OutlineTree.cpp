@@ -1,0 +1,162 @@
+#include "cli/OutlineTree.h"
+
+#include <QCoreApplication>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <cmath>
+#include <stdexcept>
+
+namespace leafwright::cli {
+
+namespace {
+
+using Tree = std::variant<std::unique_ptr<MyOutlineItem>, TreeError>;
+
+QString translated(const char *text) {
+    return QCoreApplication::translate("OutlineTree", text);
+}
+
+/// Reads one JSON node's own members into an item; its children are left to the caller.
+class NodeReader {
+public:
+    explicit NodeReader(const TextPages &pages) : pages_(pages) {}
+
+    /// @return what is wrong with the node; absent when all is well
+    std::optional<QString> read(const QJsonValue &node, MyOutlineItem &item) const {
+        if (!node.isObject()) return translated("a node must be an object");
+        const QJsonValue title = node[QLatin1String("title")];
+        if (!title.isString()) return translated("\"title\" must be a string");
+        item.setPageTitle(title.toString());
+        if (auto problem = readPage(node, item)) return problem;
+        if (auto problem = readPoint(node[QLatin1String("point")], item)) return problem;
+        const QJsonValue children = node[QLatin1String("children")];
+        if (!children.isUndefined() && !children.isNull() && !children.isArray()) {
+            return translated("\"children\" must be an array");
+        }
+        return std::nullopt;
+    }
+
+private:
+    std::optional<QString> readPage(const QJsonValue &node, MyOutlineItem &item) const {
+        const QJsonValue label = node[QLatin1String("pageLabel")];
+        const QJsonValue index = node[QLatin1String("pageIndex")];
+        item.setPageLabel(QString());
+        if (label.isString()) {
+            item.setPageLabel(label.toString());
+            return std::nullopt;
+        }
+        if (!label.isUndefined() && !label.isNull())
+            return translated("\"pageLabel\" must be a string or null");
+        if (index.isUndefined() || index.isNull()) return std::nullopt;
+        const int page = index.toInt(-1);
+        if (page < 0 || page >= pages_.pageCount()) {
+            return translated("\"pageIndex\" must be a page, from 0 to %1").arg(pages_.pageCount() - 1);
+        }
+        item.setPageLabel(pages_.pageLabel(page));
+        return std::nullopt;
+    }
+
+    static std::optional<QString> readPoint(const QJsonValue &value, MyOutlineItem &item) {
+        if (value.isUndefined() || value.isNull()) return std::nullopt;
+        const QJsonArray point = value.toArray();
+        // What a page's coordinates can be at most (ISO 32000-1, annex C.2), with room to spare.
+        constexpr double farthest = 1e7;
+        const auto isCoordinate = [](const QJsonValue &v) {
+            return v.isDouble() && std::abs(v.toDouble()) <= farthest;
+        };
+        if (point.size() != 2 || !isCoordinate(point[0]) || !isCoordinate(point[1])) {
+            return translated("\"point\" must be two numbers, [x, y], in points");
+        }
+        item.setPointOnPage({point[0].toDouble(), point[1].toDouble()});
+        return std::nullopt;
+    }
+
+    const TextPages &pages_;
+};
+
+Tree treeFromJson(const QJsonArray &nodes, const TextPages &pages) {
+    struct Siblings {
+        QJsonArray nodes;
+        MyOutlineItem *parent;
+        qsizetype next = 0;
+    };
+    auto root = std::make_unique<MyOutlineItem>();
+    const NodeReader reader(pages);
+    std::vector<Siblings> open;
+    open.push_back({nodes, root.get()});
+    const auto where = [&open] {
+        QString path;
+        for (const Siblings &siblings : open) {
+            if (!path.isEmpty()) path += QLatin1String(".children");
+            path += u'[' + QString::number(siblings.next - 1) + u']';
+        }
+        return path;
+    };
+    while (!open.empty()) {
+        Siblings &siblings = open.back();
+        if (siblings.next == siblings.nodes.size()) {
+            open.pop_back();
+            continue;
+        }
+        const QJsonValue node = siblings.nodes[siblings.next++];
+        MyOutlineItem &item = siblings.parent->appendChild(std::make_unique<MyOutlineItem>());
+        if (const auto problem = reader.read(node, item)) return TreeError{where(), *problem};
+        open.push_back({node[QLatin1String("children")].toArray(), &item});
+    }
+    return root;
+}
+
+Tree treeFromPlusLines(const QString &text) {
+    struct Level {
+        MyOutlineItem *item;
+        qsizetype plusCount;
+    };
+    auto root = std::make_unique<MyOutlineItem>();
+    std::vector<Level> path{{root.get(), -1}};
+    int number = 0;
+    for (QString line : text.split(u'\n')) {
+        ++number;
+        if (line.endsWith(u'\r')) line.chop(1);
+        if (line.isEmpty()) continue;
+        std::unique_ptr<MyOutlineItem> item;
+        try {
+            item = MyOutlineItem::initWithPlusString(line);
+        } catch (const std::out_of_range &) {
+        }
+        const bool plusesOnly = item && item->pluslevelstr().count(u'+') == item->pluslevelstr().size();
+        if (!plusesOnly) {
+            return TreeError{translated("line %1").arg(number),
+                             translated("not of the form \"+ @12 Title\"")};
+        }
+        // No label behind the "@" is how an entry that leads to no page is written.
+        if (item->pageLabel().isEmpty()) item->setPageLabel(QString());
+        const qsizetype depth = item->pluslevelstr().size();
+        while (path.back().plusCount >= depth)
+            path.pop_back();
+        path.push_back({&path.back().item->appendChild(std::move(item)), depth});
+    }
+    return root;
+}
+
+}  // namespace
+
+Tree parseOutlineTree(const QByteArray &text, const TextPages &pages) {
+    const QByteArray start = text.left(64).trimmed();
+    if (!start.startsWith('[') && !start.startsWith('{')) return treeFromPlusLines(QString::fromUtf8(text));
+    QJsonParseError error;
+    const QJsonDocument json = QJsonDocument::fromJson(text, &error);
+    if (error.error == QJsonParseError::DeepNesting) {
+        return TreeError{{},
+                         translated("the JSON is nested too deeply; plus lines hold outlines of any depth")};
+    }
+    if (error.error != QJsonParseError::NoError) {
+        const auto line = text.left(error.offset).count('\n') + 1;
+        return TreeError{translated("line %1").arg(line), error.errorString()};
+    }
+    if (!json.isArray()) return TreeError{{}, translated("an outline in JSON is an array of nodes")};
+    return treeFromJson(json.array(), pages);
+}
+
+}  // namespace leafwright::cli

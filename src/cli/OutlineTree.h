@@ -1,0 +1,27 @@
+#pragma once
+
+#include "model/MyOutlineItem.h"
+#include "pdf/TextPages.h"
+
+#include <QByteArray>
+
+#include <variant>
+
+namespace leafwright::cli {
+
+/// Why a text holds no outline: where, and what is wrong there.
+struct TreeError {
+    QString where;  ///< Such as "line 12" or "[3].children[0]"; empty for the whole.
+    QString message;
+};
+
+/// Reads an outline given as the JSON or the plus lines that the `outline` command prints.
+///
+/// A JSON node needs a "title"; its page is its "pageLabel" or, without one, that of its "pageIndex";
+/// with neither it leads to no page. A plus line goes below the nearest line before it with fewer "+".
+/// @param pages tells the label of a page index
+/// @return a root item whose children are the top level
+std::variant<std::unique_ptr<MyOutlineItem>, TreeError> parseOutlineTree(const QByteArray &text,
+                                                                         const TextPages &pages);
+
+}  // namespace leafwright::cli

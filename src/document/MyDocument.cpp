@@ -1,0 +1,114 @@
+#include "document/MyDocument.h"
+
+#include "document/OutlineExport.h"
+#include "document/OutlineImport.h"
+#include "document/PrintedPageOffset.h"
+
+#include <QCoreApplication>
+#include <QLoggingCategory>
+
+#include <stdexcept>
+
+namespace leafwright {
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "leafwright.document", QtInfoMsg)
+
+QString translated(const char *text) {
+    return QCoreApplication::translate("MyDocument", text);
+}
+
+}  // namespace
+
+const QString MyDocument::savePreviewPDF = QStringLiteral("SavePreviewPDF");
+const QString MyDocument::saveFinalPDF = QStringLiteral("SaveFinalPDF");
+
+MyDocument::MyDocument(Platform &platform) : platform_(platform) {}
+
+MyDocument::~MyDocument() = default;
+
+bool MyDocument::readFromURL(const QString &path) {
+    auto opened = PDFDocument::open(path);
+    if (auto *error = std::get_if<PDFError>(&opened)) {
+        openError_ = std::move(*error);
+        if (openError_->kind == PDFError::Kind::FileMissing) return false;
+        pdfURL_ = path;
+        pdfDoc_.reset();
+        platform_.beep();
+        platform_.runModal({translated("Unable to open PDF"),
+                            translated("Unfortunately, Leafwright cannot display this PDF."),
+                            {translated("OK")}});
+        return false;
+    }
+    pdfURL_ = path;
+    pdfDoc_ = std::get<std::unique_ptr<PDFDocument>>(std::move(opened));
+    return true;
+}
+
+void MyDocument::loadOutline() {
+    allowTOCediting_ = pdfDoc_ && !pdfDoc_->isLocked() && !pdfDoc_->isEncrypted();
+    lockTOCediting_ = false;
+    if (!pdfDoc_) return;
+    pdfMapPageLabelToIndex_ = pageLabelMap(*pdfDoc_);
+    const PDFOutline &outline = pdfDoc_->outlineRoot();
+    MyOutlineItem::Children items;
+    for (int i = 0; i < outline.numberOfChildren(); ++i) {
+        items.push_back(std::make_unique<MyOutlineItem>());
+        addOutlineChildren(outline.childAtIndex(i), *items.back());
+    }
+    for (size_t i = 0; i < items.size(); ++i)
+        root_->insertObjectInChildrenAtIndex(std::move(items[i]), i);
+    userHasCheckedPrintedPageNumbers_ = false;
+    listH1H2H3Config_.clear();
+}
+
+void MyDocument::estimatePrintedPageOffset() {
+    if (const auto offset = leafwright::estimatePrintedPageOffset(*pdfDoc_)) {
+        printedPageOffset_ = static_cast<quint64>(qint64{*offset});
+    }
+}
+
+void MyDocument::setPrintedPageNumbersHandler(std::function<void()> handler) {
+    printedPageNumbersHandler_ = std::move(handler);
+}
+
+std::optional<int> MyDocument::getRealPageArrayIndex(const QString &label) const {
+    if (isPrintedPageNumber(label) && printedPageOffset_ == 0 && !userHasCheckedPrintedPageNumbers_ &&
+        printedPageNumbersHandler_) {
+        printedPageNumbersHandler_();
+    }
+    const auto offset = static_cast<qint32>(printedPageOffset_.load());
+    const auto index = pdfMapPageLabelToIndex_.constFind(pageLabelKey(label, offset));
+    if (index == pdfMapPageLabelToIndex_.constEnd()) return std::nullopt;
+    return *index;
+}
+
+void MyDocument::addOutlineChildren(const PDFOutline &entry, MyOutlineItem &item) {
+    if (leafwright::addOutlineChildren(entry, item, *pdfDoc_)) updateChangeCount(Change::Done);
+}
+
+std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, const QString &type,
+                                                       PDFWriteObserver *observer) {
+    OutlineExport outlineExport({[this](const QString &label) { return getRealPageArrayIndex(label); },
+                                 [this](int index) -> std::optional<Rect> {
+                                     const PDFPage *page = pdfDoc_->page(index);
+                                     return page ? std::optional(page->mediaBox()) : std::nullopt;
+                                 }});
+    std::optional<PDFError> error;
+    try {
+        pdfDoc_->setOutlineRoot(outlineExport.run(*root_));
+        error = pdfDoc_->writeToFile(path, observer);
+    } catch (const std::length_error &) {
+        error = PDFError{PDFError::Kind::WriteFailed,
+                         translated("%1 was not written: its outline is more than %2 levels deep")
+                             .arg(path)
+                             .arg(OutlineExport::deepestLevel)};
+    }
+    if (error) qCWarning(log).noquote() << error->message;
+    lockTOCediting_ = false;
+    if (type == saveFinalPDF && !error) updateChangeCount(Change::Cleared);
+    return error;
+}
+
+}  // namespace leafwright

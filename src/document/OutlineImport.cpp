@@ -1,0 +1,28 @@
+#include "document/OutlineImport.h"
+
+namespace leafwright {
+
+bool addOutlineChildren(const PDFOutline &entry, MyOutlineItem &item, const TextPages &pages) {
+    struct Copy {
+        const PDFOutline *from;
+        MyOutlineItem *to;
+    };
+    bool someWithoutSpot = false;
+    std::vector<Copy> pending{{&entry, &item}};  // no recursion: files nest as deep as they like
+    while (!pending.empty()) {
+        const auto [from, to] = pending.back();
+        pending.pop_back();
+        const std::optional<PDFDestination> &destination = from->destination();
+        to->setPageLabel(destination ? pages.pageLabel(destination->pageIndex) : QString());
+        to->setPageTitle(from->label());
+        to->setPointOnPage(destination ? destination->point : QPointF());
+        to->setForeignEntry(from->foreignEntry());
+        someWithoutSpot = someWithoutSpot || isZeroPoint(to->pointOnPage());
+        for (int i = 0; i < from->numberOfChildren(); ++i) {
+            pending.push_back({&from->childAtIndex(i), &to->appendChild(std::make_unique<MyOutlineItem>())});
+        }
+    }
+    return someWithoutSpot;
+}
+
+}  // namespace leafwright

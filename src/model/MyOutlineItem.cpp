@@ -1,0 +1,195 @@
+#include "model/MyOutlineItem.h"
+
+#include "model/FixedDecimals.h"
+
+#include <QLoggingCategory>
+
+#include <iterator>
+#include <stdexcept>
+
+namespace leafwright {
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "leafwright.outline", QtWarningMsg)
+
+constexpr QLatin1String childrenKey("children");
+
+/// The value of the digits at the start of a text, 0 if there are none.
+qint32 leadingInteger(QStringView text) {
+    qint64 value = 0;
+    for (const QChar c : text) {
+        if (c < u'0' || c > u'9') break;
+        value = std::min<qint64>(value * 10 + (c.unicode() - u'0'), INT32_MAX);
+    }
+    return static_cast<qint32>(value);
+}
+
+}  // namespace
+
+MyOutlineItem::MyOutlineItem() : pageTitle_(QStringLiteral("Untitled")), pageLabel_(QStringLiteral("1")) {}
+
+MyOutlineItem::~MyOutlineItem() {
+    // A tree as deep as a hostile file likes must not become a chain of calls.
+    Children doomed = std::move(children_);
+    while (!doomed.empty()) {
+        const std::unique_ptr<MyOutlineItem> item = std::move(doomed.back());
+        doomed.pop_back();
+        std::move(item->children_.begin(), item->children_.end(), std::back_inserter(doomed));
+        item->children_.clear();
+    }
+}
+
+std::unique_ptr<MyOutlineItem> MyOutlineItem::initWithPlusString(const QString &line) {
+    const QStringList fields = line.split(u' ');
+    if (fields.size() < 3) return nullptr;
+    if (fields[1].isEmpty()) throw std::out_of_range("a plus line has one blank between its fields");
+    std::unique_ptr<MyOutlineItem> item(new MyOutlineItem(Bare{}));
+    item->pluslevelstr_ = fields[0];
+    item->pageLabel_ = fields[1].sliced(1);
+    item->pageTitle_ = line.sliced(item->pluslevelstr_.size() + item->pageLabel_.size() + 3);
+    // Deliberately not the depth: `levelstr` is still absent here.
+    item->levelnum_ = static_cast<quint64>(item->levelstr_.size());
+    return item;
+}
+
+const QStringList &MyOutlineItem::allProperties() {
+    static const QStringList properties{QStringLiteral("pageTitle"), QStringLiteral("pageLabel")};
+    return properties;
+}
+
+template <typename Change>
+void MyOutlineItem::change(QLatin1String key, Change &&makeChange) {
+    for (OutlineItemObserver *observer : observers_)
+        observer->willChangeValueForKey(*this, key);
+    makeChange();
+    for (OutlineItemObserver *observer : observers_)
+        observer->didChangeValueForKey(*this, key);
+}
+
+void MyOutlineItem::setPageTitle(const QString &title) {
+    change(QLatin1String("pageTitle"), [&] { pageTitle_ = title; });
+}
+
+void MyOutlineItem::setPageLabel(const QString &label) {
+    change(QLatin1String("pageLabel"), [&] { pageLabel_ = label; });
+}
+
+void MyOutlineItem::setChildren(Children children) {
+    change(childrenKey, [&] { children_ = std::move(children); });
+}
+
+MyOutlineItem::Children MyOutlineItem::takeChildren() {
+    Children taken;
+    change(childrenKey, [&] { taken.swap(children_); });
+    return taken;
+}
+
+void MyOutlineItem::setLevelstr(const QString &levelstr) {
+    change(QLatin1String("levelstr"), [&] { levelstr_ = levelstr; });
+}
+
+void MyOutlineItem::setLevelnum(quint64 levelnum) {
+    change(QLatin1String("levelnum"), [&] { levelnum_ = levelnum; });
+}
+
+void MyOutlineItem::setPluslevelstr(const QString &plus) {
+    change(QLatin1String("pluslevelstr"), [&] { pluslevelstr_ = plus; });
+}
+
+void MyOutlineItem::setPointOnPage(const QPointF &point) {
+    change(QLatin1String("pointOnPage"), [&] { pointOnPage_ = point; });
+}
+
+void MyOutlineItem::setInitiallevel(quint64 level) {
+    change(QLatin1String("initiallevel"), [&] { initiallevel_ = level; });
+}
+
+MyOutlineItem &MyOutlineItem::appendChild(std::unique_ptr<MyOutlineItem> child) {
+    children_.push_back(std::move(child));
+    return *children_.back();
+}
+
+void MyOutlineItem::insertObjectInChildrenAtIndex(std::unique_ptr<MyOutlineItem> item, size_t index) {
+    if (index > children_.size()) throw std::out_of_range("child index");
+    change(childrenKey,
+           [&] { children_.insert(children_.begin() + static_cast<qsizetype>(index), std::move(item)); });
+}
+
+std::unique_ptr<MyOutlineItem> MyOutlineItem::removeObjectFromChildrenAtIndex(size_t index) {
+    if (index >= children_.size()) throw std::out_of_range("child index");
+    std::unique_ptr<MyOutlineItem> removed;
+    change(childrenKey, [&] {
+        removed = std::move(children_[index]);
+        children_.erase(children_.begin() + static_cast<qsizetype>(index));
+    });
+    return removed;
+}
+
+qint32 MyOutlineItem::attachPoint() const {
+    return leadingInteger(QStringView(levelstr_).sliced(levelstr_.lastIndexOf(u'.') + 1));
+}
+
+QString MyOutlineItem::wantedParent() const {
+    if (levelnum_ == 1) return QStringLiteral("Root");
+    const qsizetype lastDot = levelstr_.lastIndexOf(u'.');
+    return lastDot < 0 ? levelstr_ : levelstr_.first(lastDot);
+}
+
+QString MyOutlineItem::description() const {
+    return QStringLiteral("pg[%1] %2 at (%3,%4) [#children=%5]")
+        .arg(pageLabel_, pageTitle_, fixedDecimals(pointOnPage_.x(), 0), fixedDecimals(pointOnPage_.y(), 0),
+             QString::number(children_.size()));
+}
+
+bool MyOutlineItem::hasText(const QString &text) const {
+    qCDebug(log).noquote() << QStringLiteral("search-select: [%1] checked for [%2]").arg(pageTitle_, text);
+    const bool found = !text.isEmpty() && pageTitle_.contains(text, Qt::CaseSensitive);
+    if (found) qCDebug(log, "... and found!");
+    return found;
+}
+
+std::optional<std::vector<MyOutlineItem *>> MyOutlineItem::itemsMatchingText(const QString &text) {
+    if (text.isNull()) return std::nullopt;
+    std::vector<MyOutlineItem *> matches;
+    std::vector<MyOutlineItem *> pending{this};
+    while (!pending.empty()) {
+        MyOutlineItem *item = pending.back();
+        pending.pop_back();
+        if (item->hasText(text)) matches.push_back(item);
+        for (auto child = item->children_.rbegin(); child != item->children_.rend(); ++child) {
+            pending.push_back(child->get());
+        }
+    }
+    return matches;
+}
+
+QString MyOutlineItem::plusDescriptionForLevel(qint32 level) const {
+    struct Line {
+        const MyOutlineItem *item;
+        qint32 level;
+    };
+    QString text;
+    std::vector<Line> pending{{this, level}};
+    while (!pending.empty()) {
+        const Line line = pending.back();
+        pending.pop_back();
+        text += QString(std::max(0, line.level), u'+') + QLatin1String(" @") + line.item->pageLabel_ + u' ' +
+                line.item->pageTitle_ + u'\n';
+        const Children &children = line.item->children_;
+        for (auto child = children.rbegin(); child != children.rend(); ++child) {
+            pending.push_back({child->get(), line.level + 1});
+        }
+    }
+    return text;
+}
+
+void MyOutlineItem::addObserver(OutlineItemObserver *observer) {
+    observers_.push_back(observer);
+}
+
+void MyOutlineItem::removeObserver(OutlineItemObserver *observer) {
+    std::erase(observers_, observer);
+}
+
+}  // namespace leafwright

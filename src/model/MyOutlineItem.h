@@ -1,0 +1,127 @@
+#pragma once
+
+#include <QPointF>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace leafwright {
+
+class MyOutlineItem;
+
+/// Told of changes of an item's properties, by key ("pageTitle", "children", ...).
+class OutlineItemObserver {
+public:
+    virtual ~OutlineItemObserver() = default;
+    virtual void willChangeValueForKey(const MyOutlineItem &item, QLatin1String key) = 0;
+    virtual void didChangeValueForKey(const MyOutlineItem &item, QLatin1String key) = 0;
+};
+
+/// One entry of a document's table of contents: a title, the label of the page it points to, a spot on
+/// that page, and its ordered children, which it owns. A plain object, made by the hundred thousand;
+/// used on the main thread only. Trees of any depth are destroyed without recursion.
+///
+/// A null QString is "absent", which is not the same as empty.
+class MyOutlineItem {
+public:
+    using Children = std::vector<std::unique_ptr<MyOutlineItem>>;
+
+    /// Title "Untitled", page label "1", no particular spot, no children.
+    MyOutlineItem();
+    ~MyOutlineItem();
+    MyOutlineItem(const MyOutlineItem &) = delete;
+    MyOutlineItem &operator=(const MyOutlineItem &) = delete;
+
+    /// Reads one line of the plus form; see plusDescriptionForLevel(). Null if it has fewer than three
+    /// fields. The item has its label, title and `pluslevelstr`, whose length is its depth; nothing else.
+    /// Throws std::out_of_range when two blanks stand between the fields where one must.
+    static std::unique_ptr<MyOutlineItem> initWithPlusString(const QString &line);
+
+    /// The properties that are meant to be watched for undo: "pageTitle" and "pageLabel".
+    static const QStringList &allProperties();
+
+    const QString &pageTitle() const { return pageTitle_; }
+    void setPageTitle(const QString &title);
+
+    /// The printed name of the page, such as "iv". It is resolved to a page through the document's page
+    /// label map, and only when that is needed. Absent for an entry that leads to no page.
+    const QString &pageLabel() const { return pageLabel_; }
+    void setPageLabel(const QString &label);
+
+    const Children &children() const { return children_; }
+    void setChildren(Children children);
+    /// Hands all children over to the caller.
+    Children takeChildren();
+    /// Adds a child at the end without telling anyone; for trees that nobody watches yet.
+    MyOutlineItem &appendChild(std::unique_ptr<MyOutlineItem> child);
+    /// Takes the item over. Throws std::out_of_range unless index is within 0..count.
+    void insertObjectInChildrenAtIndex(std::unique_ptr<MyOutlineItem> item, size_t index);
+    /// Throws std::out_of_range unless index is below the count. @return the removed child
+    std::unique_ptr<MyOutlineItem> removeObjectFromChildrenAtIndex(size_t index);
+
+    /// Positions of the item and its ancestors among their siblings, 0-based, outermost first, joined by
+    /// "."; absent until an export has numbered the tree, and stale between exports.
+    const QString &levelstr() const { return levelstr_; }
+    void setLevelstr(const QString &levelstr);
+
+    /// Depth as the last export numbered it: 1 for a top-level item.
+    quint64 levelnum() const { return levelnum_; }
+    void setLevelnum(quint64 levelnum);
+
+    /// The "+" characters that the item was read with.
+    const QString &pluslevelstr() const { return pluslevelstr_; }
+    void setPluslevelstr(const QString &plus);
+
+    /// The spot on the page, in page space (points, origin lower left); (0, 0) is no particular spot.
+    QPointF pointOnPage() const { return pointOnPage_; }
+    void setPointOnPage(const QPointF &point);
+
+    quint64 initiallevel() const { return initiallevel_; }
+    void setInitiallevel(quint64 level);
+
+    /// For an entry of the file that leads elsewhere than to a page (a web address, another file): its
+    /// object number there, so that its action survives being written again. 0 for none.
+    int foreignEntry() const { return foreignEntry_; }
+    void setForeignEntry(int objectNumber) { foreignEntry_ = objectNumber; }
+
+    /// The item's position among its siblings as the last export numbered it; 0 without one.
+    qint32 attachPoint() const;
+    /// The `levelstr` of the item's parent as the last export numbered it; "Root" for a top-level item.
+    QString wantedParent() const;
+    /// For logs: "pg[12] Introduction at (72,700) [#children=3]".
+    QString description() const;
+    /// Whether the title contains the text, letter for letter. Never true for an empty text.
+    bool hasText(const QString &text) const;
+    /// This item and its descendants whose titles contain the text, in tree order. Absent for absent text.
+    std::optional<std::vector<MyOutlineItem *>> itemsMatchingText(const QString &text);
+    /// The subtree in the plus form, a line an item: as many "+" as the level says (none if it is
+    /// negative), a blank, "@" and the page label, a blank, the title. Nothing is escaped.
+    QString plusDescriptionForLevel(qint32 level) const;
+
+    /// Observers are called in the order of their addition, and must be removed before they go.
+    void addObserver(OutlineItemObserver *observer);
+    void removeObserver(OutlineItemObserver *observer);
+
+private:
+    struct Bare {};
+    explicit MyOutlineItem(Bare /*tag*/) {}
+    /// Makes a change between the two notices for its key.
+    template <typename Change>
+    void change(QLatin1String key, Change &&makeChange);
+
+    QString pageTitle_;
+    QString pageLabel_;
+    Children children_;
+    QString levelstr_;
+    quint64 levelnum_ = 0;
+    QString pluslevelstr_;
+    QPointF pointOnPage_;
+    quint64 initiallevel_ = 0;
+    int foreignEntry_ = 0;
+    std::vector<OutlineItemObserver *> observers_;
+};
+
+}  // namespace leafwright

@@ -1,0 +1,83 @@
+#include "pdf/PDFDocument.h"
+
+#include "pdf/mupdf/MuPDFEngine.h"
+
+#include <QCoreApplication>
+#include <QMutexLocker>
+#include <QSaveFile>
+
+namespace leafwright {
+
+Result<std::unique_ptr<PDFDocument>> PDFDocument::open(const QString &path) {
+    auto engine = openWithMuPDF(path);
+    if (auto *error = std::get_if<PDFError>(&engine)) return std::move(*error);
+    return std::unique_ptr<PDFDocument>(
+        new PDFDocument(std::get<std::unique_ptr<PDFEngine>>(std::move(engine))));
+}
+
+PDFDocument::PDFDocument(std::unique_ptr<PDFEngine> engine) : engine_(std::move(engine)) {
+    const PDFFacts &facts = engine_->facts();
+    const int count = static_cast<int>(facts.pages.size());
+    pages_.reserve(count);
+    for (int i = 0; i < count; ++i)
+        pages_.emplace_back(PDFPage(*this, i, facts.labels[i], facts.pages[i]));
+    texts_.resize(count);
+}
+
+PDFDocument::~PDFDocument() = default;
+
+const PDFPage *PDFDocument::page(int index) const {
+    return index >= 0 && index < pageCount() ? &pages_[index] : nullptr;
+}
+
+QString PDFDocument::pageLabel(int index) const {
+    return pages_.at(index).label();
+}
+
+std::shared_ptr<const PageText> PDFDocument::pageText(int index) const {
+    {
+        const QMutexLocker lock(&textMutex_);
+        if (texts_.at(index)) return texts_[index];
+    }
+    // Read without the lock, so that threads read side by side; the first to come back is kept.
+    std::shared_ptr<const PageText> text = engine_->pageText(index);
+    const QMutexLocker lock(&textMutex_);
+    if (!texts_[index]) texts_[index] = std::move(text);
+    return texts_[index];
+}
+
+const PDFOutline &PDFDocument::outlineRoot() const {
+    if (!outlineRoot_) outlineRoot_ = engine_->readOutline();
+    return *outlineRoot_;
+}
+
+void PDFDocument::setOutlineRoot(std::unique_ptr<PDFOutline> root) {
+    outlineRoot_ = std::move(root);
+}
+
+std::optional<PDFError> PDFDocument::writeToFile(const QString &path, PDFWriteObserver *observer) const {
+    if (!observer) return writeAndReplace(path, [](int) {});
+    observer->documentBeginWrite(pageCount());
+    auto error = writeAndReplace(path, [observer](int page) { observer->documentEndPageWrite(page); });
+    observer->documentEndWrite();
+    return error;
+}
+
+std::optional<PDFError> PDFDocument::writeAndReplace(const QString &path,
+                                                     const std::function<void(int)> &progress) const {
+    const auto failure = [&path](const QString &reason) {
+        return PDFError{
+            PDFError::Kind::WriteFailed,
+            QCoreApplication::translate("PDFDocument", "%1 could not be written: %2").arg(path, reason)};
+    };
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly)) return failure(file.errorString());
+    if (auto error = engine_->write(outlineRoot(), file, progress)) {
+        file.cancelWriting();
+        return failure(error->message);
+    }
+    if (!file.commit()) return failure(file.errorString());
+    return std::nullopt;
+}
+
+}  // namespace leafwright

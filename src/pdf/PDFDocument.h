@@ -1,0 +1,68 @@
+#pragma once
+
+#include "pdf/PDFEngine.h"
+#include "pdf/PDFPage.h"
+#include "pdf/TextPages.h"
+
+#include <QMutex>
+
+namespace leafwright {
+
+/// Told about a file while it is written. All calls come from the writing thread.
+class PDFWriteObserver {
+public:
+    virtual ~PDFWriteObserver() = default;
+    virtual void documentBeginWrite(int pageCount) = 0;
+    /// @param pageIndex 0-based, rising.
+    virtual void documentEndPageWrite(int pageIndex) = 0;
+    /// Comes at the end in any case, also when the writing failed.
+    virtual void documentEndWrite() = 0;
+};
+
+/// An open PDF file: its pages, labels and text, and an outline that can be replaced and written.
+///
+/// The file is kept open for the document's life, so that it stays readable when another takes its name.
+/// Facts, pages and text may be asked for from any thread; the outline belongs to one thread.
+class PDFDocument final : public TextPages {
+public:
+    /// Opens a file. A locked or encrypted file opens too, see isLocked().
+    static Result<std::unique_ptr<PDFDocument>> open(const QString &path);
+    ~PDFDocument() override;
+
+    int pageCount() const override { return static_cast<int>(pages_.size()); }
+    /// The page at a 0-based index, owned by the document; null out of range.
+    const PDFPage *page(int index) const;
+    QString pageLabel(int index) const override;
+    /// Read at the first call and kept from then on.
+    std::shared_ptr<const PageText> pageText(int index) const override;
+
+    bool isLocked() const { return engine_->facts().locked; }
+    bool isEncrypted() const { return engine_->facts().encrypted; }
+    bool wasRepaired() const { return engine_->facts().repaired; }
+    bool isSigned() const { return engine_->facts().isSigned; }
+    bool hasOutline() const { return engine_->facts().hasOutline; }
+    PDFVersion version() const { return engine_->facts().version; }
+
+    /// The outline in memory: the file's own until another is set. Its root has no label.
+    const PDFOutline &outlineRoot() const;
+    void setOutlineRoot(std::unique_ptr<PDFOutline> root);
+
+    /// Writes the document with its outline in memory to a path, which may be the file's own: a new file
+    /// is made beside it and takes its place when complete. On failure what was there is unchanged.
+    std::optional<PDFError> writeToFile(const QString &path, PDFWriteObserver *observer = nullptr) const;
+
+    const PDFEngine &engine() const { return *engine_; }
+
+private:
+    explicit PDFDocument(std::unique_ptr<PDFEngine> engine);
+    std::optional<PDFError> writeAndReplace(const QString &path,
+                                            const std::function<void(int)> &progress) const;
+
+    std::unique_ptr<PDFEngine> engine_;
+    std::vector<PDFPage> pages_;
+    mutable std::unique_ptr<PDFOutline> outlineRoot_;
+    mutable QMutex textMutex_;
+    mutable std::vector<std::shared_ptr<const PageText>> texts_;  ///< By page; null until read.
+};
+
+}  // namespace leafwright

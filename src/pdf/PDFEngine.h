@@ -1,0 +1,53 @@
+#pragma once
+
+#include "pdf/PDFError.h"
+#include "pdf/PDFOutline.h"
+#include "pdf/PageText.h"
+
+#include <QIODevice>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace leafwright {
+
+/// The version a PDF file claims: the header's or, where that is later, the catalog's.
+struct PDFVersion {
+    int major = 1;
+    int minor = 0;
+};
+
+/// What is read of a file once, on opening. For a locked file only the flags and the version hold.
+struct PDFFacts {
+    PDFVersion version;
+    bool locked = false;      ///< A password is needed to read it.
+    bool encrypted = false;   ///< It is encrypted, whether or not it opens without a password.
+    bool repaired = false;    ///< Its cross-reference was damaged and had to be rebuilt.
+    bool isSigned = false;    ///< It bears a digital signature.
+    bool hasOutline = false;  ///< There is at least one outline entry.
+    std::vector<PageGeometry> pages;
+    std::vector<QString> labels;  ///< By page, parallel to `pages`.
+};
+
+/// What the rest of the program needs of a PDF library: one open file. All methods may be called from
+/// any thread; those that read text work on readers of their own and run side by side.
+class PDFEngine {
+public:
+    virtual ~PDFEngine() = default;
+
+    virtual const PDFFacts &facts() const = 0;
+    /// The text of a page; an empty one where the page can't be read. @param index 0-based, within range.
+    virtual std::shared_ptr<const PageText> pageText(int index) const = 0;
+    /// The box in page space of every UTF-16 unit of the page's text, parallel to its string.
+    virtual std::vector<Rect> characterBoxes(int index) const = 0;
+    /// The outline as the file has it: a root, with no children where there is none.
+    virtual std::unique_ptr<PDFOutline> readOutline() const = 0;
+    /// Writes the file with the outline in place of its own: the original bytes and one appended section,
+    /// or, for a repaired file, the whole file new. `progress` gets the index of each page written.
+    /// @param out open for writing, empty. Returns the reason when it fails; `out` is then of no use.
+    virtual std::optional<PDFError> write(const PDFOutline &root, QIODevice &out,
+                                          const std::function<void(int)> &progress) const = 0;
+};
+
+}  // namespace leafwright

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QString>
+
+#include <variant>
+
+namespace leafwright {
+
+/// Why something could not be done with a PDF file, in words for people.
+struct PDFError {
+    enum class Kind {
+        FileMissing,     ///< No file at that path.
+        FileUnreadable,  ///< The file is there, but the system does not let us read it.
+        NotAPDF,         ///< What is in the file can't be read as a PDF, even after repair.
+        Locked,          ///< A password is needed.
+        WriteFailed,     ///< The new file could not be written; an old one at its place is unchanged.
+    };
+    Kind kind;
+    QString message;
+};
+
+/// A value, or why there is none.
+template <typename T>
+using Result = std::variant<T, PDFError>;
+
+}  // namespace leafwright

@@ -1,0 +1,44 @@
+#include "pdf/ReadAhead.h"
+
+#include <atomic>
+
+namespace leafwright {
+
+std::vector<PageStretch> warmingStretches(int pageCount) {
+    constexpr double pagesPerThread = 150;
+    const int threads = std::max(1, static_cast<int>(pageCount / pagesPerThread));
+    const int pagesEach = pageCount / threads;
+    std::vector<PageStretch> stretches;
+    stretches.reserve(threads);
+    for (int k = 0; k < threads; ++k)
+        stretches.push_back({k * pagesEach, (k + 1) * pagesEach});
+    return stretches;
+}
+
+void warmPages(const TextPages &pages, const PageStretch &stretch, const std::stop_token &stop) {
+    for (int i = stretch.pagemin; i < stretch.pagemax && !stop.stop_requested(); ++i)
+        pages.pageText(i);
+}
+
+void readAllPages(const TextPages &pages) {
+    // Pages are handed out one by one: their cost differs too much for fixed shares.
+    std::atomic<int> next = 0;
+    const auto read = [&pages, &next] {
+        for (int i = next++; i < pages.pageCount(); i = next++)
+            pages.pageText(i);
+    };
+    std::vector<std::jthread> helpers;
+    const int cores = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
+    for (int k = 1; k < std::min(cores, pages.pageCount()); ++k)
+        helpers.emplace_back(read);
+    read();
+}
+
+PageWarmer::PageWarmer(const TextPages &pages) {
+    for (const PageStretch &stretch : warmingStretches(pages.pageCount())) {
+        threads_.emplace_back(
+            [&pages, stretch](const std::stop_token &stop) { warmPages(pages, stretch, stop); });
+    }
+}
+
+}  // namespace leafwright

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "pdf/TextPages.h"
+
+#include <stop_token>
+#include <thread>
+#include <vector>
+
+namespace leafwright {
+
+/// A stretch of pages for one warming thread: from `pagemin` up to but excluding `pagemax`, 0-based.
+struct PageStretch {
+    int pagemin = 0;
+    int pagemax = 0;
+
+    friend bool operator==(const PageStretch &, const PageStretch &) = default;
+};
+
+/// Parts a document's pages among warming threads: one thread per 150 pages, at least one, each with
+/// the same number of pages. The pages left over by the division are not warmed.
+std::vector<PageStretch> warmingStretches(int pageCount);
+
+/// Reads the text of a stretch of pages, so that it is there when asked for; stops early on request.
+void warmPages(const TextPages &pages, const PageStretch &stretch, const std::stop_token &stop);
+
+/// Reads the text of every page on as many threads as there are cores, and returns when all is read.
+void readAllPages(const TextPages &pages);
+
+/// Threads that warm a document's pages in the background; stopped and joined when this goes.
+class PageWarmer {
+public:
+    /// @param pages must outlive the warmer.
+    explicit PageWarmer(const TextPages &pages);
+
+private:
+    std::vector<std::jthread> threads_;
+};
+
+}  // namespace leafwright

@@ -1,0 +1,91 @@
+#include "pdf/mupdf/DestinationReader.h"
+
+#include "pdf/mupdf/FactsReader.h"
+
+#include <QSet>
+
+namespace leafwright::mupdf {
+
+std::optional<PDFDestination> DestinationReader::ofOutlineEntry(const Object &entry) {
+    Object destination = entry.get("Dest");
+    if (!destination) {
+        const Object action = entry.get("A");
+        if (action.get("S").toName() == "GoTo") destination = action.get("D");
+    }
+    destination = resolveNames(destination);
+    if (!destination.isArray()) return std::nullopt;
+
+    const PageTree &pages = reader_.pages();
+    const Object target = destination.at(0);
+    int index = -1;
+    if (target.isIndirect()) {
+        index = pages.indexOf(target.objectNumber());
+    } else if (target.isInt()) {
+        index = target.toInt();  // meant for other files, but common
+    }
+    if (index < 0 || index >= pages.count()) return std::nullopt;
+    return PDFDestination{index, pointOf(destination, pages.page(index))};
+}
+
+Object DestinationReader::resolveNames(Object destination) {
+    // A name may lead to a dictionary that leads to a name; a short way ends also where they go in circles.
+    constexpr int longestWay = 8;
+    for (int step = 0; step < longestWay; ++step) {
+        if (destination.isDict()) {
+            destination = destination.get("D");
+        } else if (destination.isName() || destination.isString()) {
+            if (!namesCollected_) collectNames();
+            destination = names_.value(destination.isName() ? destination.toName() : destination.toBytes());
+        } else {
+            break;
+        }
+    }
+    return destination;
+}
+
+void DestinationReader::collectNames() {
+    namesCollected_ = true;
+    const Object oldStyle = reader_.catalog().get("Dests");
+    for (int i = 0; oldStyle.isDict() && i < oldStyle.size(); ++i) {
+        names_.insert(oldStyle.keyAt(i), oldStyle.valueAt(i));
+    }
+    QSet<int> visited;
+    std::vector<Object> pending{reader_.catalog().get("Names").get("Dests")};
+    while (!pending.empty()) {
+        const Object node = std::move(pending.back());
+        pending.pop_back();
+        if (const int number = node.objectNumber()) {
+            if (visited.contains(number)) continue;
+            visited.insert(number);
+        }
+        const Object kids = node.get("Kids");
+        for (int i = 0; kids.isArray() && i < kids.size(); ++i)
+            pending.push_back(kids.at(i));
+        const Object names = node.get("Names");
+        for (int i = 0; names.isArray() && i + 1 < names.size(); i += 2) {
+            names_.insert(names.at(i).toBytes(), names.at(i + 1));
+        }
+    }
+}
+
+QPointF DestinationReader::pointOf(const Object &destination, const Object &page) const {
+    // ISO 32000-1, table 151: where the coordinates stand in each form.
+    const QByteArray form = destination.at(1).toName();
+    Object x;
+    Object y;
+    if (form == "XYZ") {
+        x = destination.at(2);
+        y = destination.at(3);
+    } else if (form == "FitH" || form == "FitBH") {
+        y = destination.at(2);
+    } else if (form == "FitV" || form == "FitBV") {
+        x = destination.at(2);
+    } else if (form == "FitR") {
+        x = destination.at(2);
+        y = destination.at(5);
+    }
+    if (!x.isNumber() && !y.isNumber()) return {};
+    return {x.toNumber(), y.isNumber() ? y.toNumber() : geometryOf(page).mediaBox.top()};
+}
+
+}  // namespace leafwright::mupdf

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "pdf/PDFOutline.h"
+#include "pdf/mupdf/Reader.h"
+
+#include <QHash>
+
+namespace leafwright::mupdf {
+
+/// Resolves destinations (ISO 32000-1, 12.3.2): explicit, by name from the name tree, by name from the
+/// old-style dictionary. Names are looked up in one hash, built at the first one.
+class DestinationReader {
+public:
+    explicit DestinationReader(Reader &reader) : reader_(reader) {}
+
+    /// The destination of an outline entry: its /Dest, else the /D of its GoTo action. Absent when it
+    /// has none or when that leads to no page of this document.
+    std::optional<PDFDestination> ofOutlineEntry(const Object &entry);
+
+private:
+    Object resolveNames(Object destination);
+    void collectNames();
+    QPointF pointOf(const Object &destination, const Object &page) const;
+
+    Reader &reader_;
+    bool namesCollected_ = false;
+    QHash<QByteArray, Object> names_;
+};
+
+}  // namespace leafwright::mupdf

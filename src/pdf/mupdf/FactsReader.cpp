@@ -1,0 +1,131 @@
+#include "pdf/mupdf/FactsReader.h"
+
+#include "pdf/PageLabels.h"
+#include "pdf/TextString.h"
+
+#include <QSet>
+
+namespace leafwright::mupdf {
+
+namespace {
+
+Rect rectOf(const Object &array) {
+    if (!array.isArray() || array.size() < 4) return {};
+    const auto [left, right] = std::minmax({array.at(0).toNumber(), array.at(2).toNumber()});
+    const auto [bottom, top] = std::minmax({array.at(1).toNumber(), array.at(3).toNumber()});
+    return {left, bottom, right - left, top - bottom};
+}
+
+Rect intersection(const Rect &a, const Rect &b) {
+    const double left = std::max(a.x, b.x);
+    const double bottom = std::max(a.y, b.y);
+    return {left, bottom, std::min(a.right(), b.right()) - left, std::min(a.top(), b.top()) - bottom};
+}
+
+PageLabelStyle styleNamed(const QByteArray &name) {
+    if (name == "D") return PageLabelStyle::Decimal;
+    if (name == "R") return PageLabelStyle::UpperRoman;
+    if (name == "r") return PageLabelStyle::LowerRoman;
+    if (name == "A") return PageLabelStyle::UpperLetters;
+    if (name == "a") return PageLabelStyle::LowerLetters;
+    return PageLabelStyle::None;
+}
+
+PageLabelRange labelRange(int firstPage, const Object &label) {
+    PageLabelRange range;
+    range.firstPage = firstPage;
+    range.style = styleNamed(label.get("S").toName());
+    range.prefix = decodeTextString(label.get("P").toBytes());
+    if (const Object start = label.get("St"); start.isInt()) range.start = std::max(1, start.toInt());
+    return range;
+}
+
+/// The labelling ranges from the catalog's number tree (ISO 32000-1, 7.9.7 and 12.4.2).
+std::vector<PageLabelRange> readLabelRanges(const Object &catalog) {
+    std::vector<PageLabelRange> ranges;
+    QSet<int> visited;
+    std::vector<Object> pending{catalog.get("PageLabels")};
+    while (!pending.empty()) {
+        const Object node = std::move(pending.back());
+        pending.pop_back();
+        if (const int number = node.objectNumber()) {
+            if (visited.contains(number)) continue;
+            visited.insert(number);
+        }
+        const Object kids = node.get("Kids");
+        for (int i = 0; kids.isArray() && i < kids.size(); ++i)
+            pending.push_back(kids.at(i));
+        const Object numbers = node.get("Nums");
+        for (int i = 0; numbers.isArray() && i + 1 < numbers.size(); i += 2) {
+            const Object label = numbers.at(i + 1);
+            if (numbers.at(i).isInt() && label.isDict()) {
+                ranges.push_back(labelRange(numbers.at(i).toInt(), label));
+            }
+        }
+    }
+    return ranges;
+}
+
+/// Whether some field of the form holds a signature (ISO 32000-1, 12.8.1), or the catalog refers to one.
+bool holdsSignature(const Object &catalog) {
+    if (catalog.get("Perms").get("DocMDP") || catalog.get("Perms").get("UR3")) return true;
+    QSet<int> visited;
+    std::vector<Object> pending{catalog.get("AcroForm").get("Fields")};
+    while (!pending.empty()) {
+        const Object fields = std::move(pending.back());
+        pending.pop_back();
+        for (int i = 0; fields.isArray() && i < fields.size(); ++i) {
+            const Object field = fields.at(i);
+            if (const int number = field.objectNumber()) {
+                if (visited.contains(number)) continue;
+                visited.insert(number);
+            }
+            if (field.inherited("FT").toName() == "Sig" && field.get("V").isDict()) return true;
+            if (const Object kids = field.get("Kids")) pending.push_back(kids);
+        }
+    }
+    return false;
+}
+
+/// The later of the header's version and the catalog's (ISO 32000-1, 7.5.2).
+PDFVersion readVersion(Reader &reader, const Object &catalog) {
+    int version = guarded(reader.context(), [&] { return pdf_version(reader.context(), reader.document()); });
+    const QList<QByteArray> parts = catalog.get("Version").toName().split('.');
+    if (parts.size() == 2) version = std::max(version, parts[0].toInt() * 10 + parts[1].toInt());
+    return {version / 10, version % 10};
+}
+
+}  // namespace
+
+PageGeometry geometryOf(const Object &page) {
+    PageGeometry geometry;
+    geometry.mediaBox = rectOf(page.inherited("MediaBox"));
+    if (geometry.mediaBox.isEmpty()) geometry.mediaBox = {0, 0, 612, 792};
+    geometry.cropBox = intersection(rectOf(page.inherited("CropBox")), geometry.mediaBox);
+    if (geometry.cropBox.isEmpty()) geometry.cropBox = geometry.mediaBox;
+    const int rotation = page.inherited("Rotate").toInt();
+    if (rotation % 90 == 0) geometry.rotation = ((rotation % 360) + 360) % 360;
+    return geometry;
+}
+
+PDFFacts readFacts(Reader &reader) {
+    const Object catalog = reader.catalog();
+    PDFFacts facts;
+    facts.version = readVersion(reader, catalog);
+    facts.locked = reader.isLocked();
+    facts.encrypted = reader.isEncrypted();
+    if (!facts.locked) {
+        const PageTree &pages = reader.pages();
+        facts.pages.reserve(pages.count());
+        for (int i = 0; i < pages.count(); ++i)
+            facts.pages.push_back(geometryOf(pages.page(i)));
+        facts.labels = pageLabels(readLabelRanges(catalog), pages.count());
+        facts.isSigned = holdsSignature(catalog);
+        facts.hasOutline = catalog.get("Outlines").get("First").isDict();
+    }
+    // Last, since reading may have brought damage to light.
+    facts.repaired = reader.wasRepaired();
+    return facts;
+}
+
+}  // namespace leafwright::mupdf

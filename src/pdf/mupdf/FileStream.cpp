@@ -1,0 +1,87 @@
+#include "pdf/mupdf/FileStream.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <new>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace leafwright::mupdf {
+
+FileHandle::FileHandle(const QString &path)
+    // Without O_NONBLOCK, opening a named pipe would wait for a writer.
+    : descriptor_(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+    if (descriptor_ < 0) throw std::system_error(errno, std::generic_category());
+    struct stat status = {};
+    int failure = ::fstat(descriptor_, &status) == 0 ? 0 : errno;
+    if (!failure && S_ISDIR(status.st_mode)) failure = EISDIR;
+    if (!failure && !S_ISREG(status.st_mode)) failure = ESPIPE;
+    if (failure) {
+        ::close(descriptor_);
+        throw std::system_error(failure, std::generic_category());
+    }
+    size_ = status.st_size;
+}
+
+FileHandle::~FileHandle() {
+    ::close(descriptor_);
+}
+
+qint64 FileHandle::readAt(qint64 offset, void *data, qint64 length) const {
+    ssize_t count = 0;
+    do {
+        count = ::pread(descriptor_, data, static_cast<size_t>(length), offset);
+    } while (count < 0 && errno == EINTR);
+    return count;
+}
+
+namespace {
+
+struct StreamState {
+    std::shared_ptr<const FileHandle> file;
+    unsigned char buffer[16384];
+};
+
+// fz_stream: `pos` is the file offset of the buffer's end `wp`; `rp` is the next byte to hand out.
+
+int nextBytes(fz_context *ctx, fz_stream *stream, size_t /*max*/) {
+    auto *state = static_cast<StreamState *>(stream->state);
+    const qint64 count = state->file->readAt(stream->pos, state->buffer, sizeof state->buffer);
+    if (count < 0) fz_throw(ctx, FZ_ERROR_GENERIC, "read error: %s", std::strerror(errno));
+    stream->rp = state->buffer;
+    stream->wp = state->buffer + count;
+    stream->pos += count;
+    return count == 0 ? EOF : *stream->rp++;
+}
+
+void seekTo(fz_context *ctx, fz_stream *stream, int64_t offset, int whence) {
+    auto *state = static_cast<StreamState *>(stream->state);
+    const int64_t target = whence == SEEK_END ? state->file->size() + offset : offset;
+    if (target < 0) fz_throw(ctx, FZ_ERROR_GENERIC, "cannot seek before the start of the file");
+    if (stream->wp && target <= stream->pos && target >= stream->pos - (stream->wp - state->buffer)) {
+        stream->rp = stream->wp - (stream->pos - target);
+        return;
+    }
+    stream->pos = target;
+    stream->rp = stream->wp = state->buffer;
+}
+
+void dropState(fz_context * /*ctx*/, void *state) {
+    delete static_cast<StreamState *>(state);
+}
+
+}  // namespace
+
+fz_stream *openFileStream(fz_context *ctx, const std::shared_ptr<const FileHandle> &file) {
+    auto *state = new StreamState{file, {}};
+    // On failure MuPDF hands the state to dropState before it throws.
+    fz_stream *stream = fz_new_stream(ctx, state, nextBytes, dropState);
+    stream->seek = seekTo;
+    return stream;
+}
+
+}  // namespace leafwright::mupdf

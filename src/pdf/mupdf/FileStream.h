@@ -1,0 +1,35 @@
+#pragma once
+
+#include <mupdf/fitz.h>
+
+#include <QString>
+
+#include <memory>
+
+namespace leafwright::mupdf {
+
+/// A file that is kept open, and read at explicit offsets so that any number of streams share it.
+/// Never mapped into memory: another program may truncate it.
+class FileHandle {
+public:
+    /// Opens a regular file for reading. Throws std::system_error when the system refuses.
+    explicit FileHandle(const QString &path);
+    ~FileHandle();
+    FileHandle(const FileHandle &) = delete;
+    FileHandle &operator=(const FileHandle &) = delete;
+
+    /// The size in bytes when it was opened.
+    qint64 size() const { return size_; }
+    /// Reads up to `length` bytes. Returns how many, 0 at the end, -1 with errno set on failure.
+    qint64 readAt(qint64 offset, void *data, qint64 length) const;
+
+private:
+    int descriptor_;
+    qint64 size_ = 0;
+};
+
+/// A MuPDF stream over the file, with a position and buffer of its own. Owned by the caller.
+/// Must be called within guarded().
+fz_stream *openFileStream(fz_context *ctx, const std::shared_ptr<const FileHandle> &file);
+
+}  // namespace leafwright::mupdf

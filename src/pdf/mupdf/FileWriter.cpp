@@ -1,0 +1,126 @@
+#include "pdf/mupdf/FileWriter.h"
+
+#include "pdf/mupdf/OutlineWriter.h"
+
+#include <QCoreApplication>
+
+#include <cerrno>
+#include <cstring>
+
+namespace leafwright::mupdf {
+
+namespace {
+
+/// Turns bytes written into pages written: the file's size stands for all pages.
+class PageProgress {
+public:
+    PageProgress(int pageCount, qint64 expectedBytes, const std::function<void(int)> &report)
+        : pageCount_(pageCount), expectedBytes_(std::max<qint64>(1, expectedBytes)), report_(report) {}
+
+    void reached(qint64 bytes) {
+        const auto share = static_cast<double>(bytes) / static_cast<double>(expectedBytes_);
+        reportUpTo(static_cast<int>(std::min(1.0, share) * pageCount_));
+    }
+    void finish() { reportUpTo(pageCount_); }
+
+private:
+    void reportUpTo(int pages) {
+        while (reported_ < pages)
+            report_(reported_++);
+    }
+
+    int pageCount_;
+    qint64 expectedBytes_;
+    const std::function<void(int)> &report_;
+    int reported_ = 0;
+};
+
+/// Where MuPDF writes to: the output file, which may already hold the original bytes.
+struct Sink {
+    QIODevice &out;
+    qint64 position;
+    PageProgress &progress;
+    bool failed = false;
+};
+
+void writeToSink(fz_context *ctx, void *state, const void *data, size_t length) {
+    auto *sink = static_cast<Sink *>(state);
+    const auto size = static_cast<qint64>(length);
+    sink->failed = sink->failed || sink->out.write(static_cast<const char *>(data), size) != size;
+    if (sink->failed) fz_throw(ctx, FZ_ERROR_GENERIC, "write error");
+    sink->position += size;
+    sink->progress.reached(sink->position);
+}
+
+int64_t positionInSink(fz_context * /*ctx*/, void *state) {
+    return static_cast<Sink *>(state)->position;
+}
+
+/// MuPDF asks for the end only, where an appending sink stands already.
+void seekInSink(fz_context *ctx, void * /*state*/, int64_t offset, int whence) {
+    if (offset != 0 || whence != SEEK_END) fz_throw(ctx, FZ_ERROR_GENERIC, "the output can only grow");
+}
+
+void writeChanges(Reader &reader, Sink &sink, bool append) {
+    fz_context *ctx = reader.context();
+    pdf_write_options options = pdf_default_write_options;
+    options.do_incremental = append ? 1 : 0;
+    options.dont_regenerate_id = 1;
+    fz_output *output =
+        guarded(ctx, [&] { return fz_new_output(ctx, 1 << 16, &sink, writeToSink, nullptr, nullptr); });
+    output->tell = positionInSink;
+    output->seek = seekInSink;
+    try {
+        guarded(ctx, [&] {
+            pdf_write_document(ctx, reader.document(), output, &options);
+            fz_close_output(ctx, output);
+        });
+    } catch (const Error &) {
+        fz_drop_output(ctx, output);
+        throw;
+    }
+    fz_drop_output(ctx, output);
+}
+
+std::optional<QString> copyOriginal(const FileHandle &file, QIODevice &out, PageProgress &progress) {
+    std::vector<char> buffer(1 << 16);
+    for (qint64 offset = 0; offset < file.size();) {
+        const qint64 count =
+            file.readAt(offset, buffer.data(), std::min<qint64>(file.size() - offset, std::ssize(buffer)));
+        if (count < 0) return QString::fromLocal8Bit(std::strerror(errno));
+        if (count == 0) {
+            return QCoreApplication::translate("FileWriter", "the original was cut short by another program");
+        }
+        if (out.write(buffer.data(), count) != count) return out.errorString();
+        offset += count;
+        progress.reached(offset);
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<PDFError> writeWithOutline(Reader &reader, const PDFOutline &root, QIODevice &out,
+                                         const std::function<void(int)> &progress) {
+    const auto failure = [](const QString &reason) { return PDFError{PDFError::Kind::WriteFailed, reason}; };
+    const FileHandle &file = reader.file();
+    PageProgress pages(reader.pages().count(), file.size(), progress);
+    installOutline(reader, root);
+    // Asked after the outline is in: the reading it took may have brought damage to light.
+    const bool append = pdf_can_be_saved_incrementally(reader.context(), reader.document()) != 0;
+    Sink sink{out, 0, pages};
+    if (append) {
+        if (const auto reason = copyOriginal(file, out, pages)) return failure(*reason);
+        sink.position = file.size();
+    }
+    try {
+        writeChanges(reader, sink, append);
+    } catch (const Error &) {
+        if (sink.failed) return failure(out.errorString());
+        throw;
+    }
+    pages.finish();
+    return std::nullopt;
+}
+
+}  // namespace leafwright::mupdf

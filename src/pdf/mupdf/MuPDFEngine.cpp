@@ -1,0 +1,103 @@
+#include "pdf/mupdf/MuPDFEngine.h"
+
+#include "pdf/mupdf/FactsReader.h"
+#include "pdf/mupdf/FileWriter.h"
+#include "pdf/mupdf/OutlineReader.h"
+#include "pdf/mupdf/ReaderPool.h"
+#include "pdf/mupdf/TextExtractor.h"
+
+#include <QCoreApplication>
+#include <QLoggingCategory>
+
+#include <system_error>
+
+namespace leafwright {
+
+namespace {
+
+using namespace mupdf;
+
+Q_LOGGING_CATEGORY(log, "leafwright.mupdf", QtWarningMsg)
+
+QString translated(const char *text) {
+    return QCoreApplication::translate("MuPDFEngine", text);
+}
+
+class MuPDFEngine final : public PDFEngine {
+public:
+    MuPDFEngine(const std::shared_ptr<const FileHandle> &file, std::unique_ptr<Reader> reader)
+        : file_(file), facts_(readFacts(*reader)), pool_(file, std::move(reader)) {}
+
+    const PDFFacts &facts() const override { return facts_; }
+
+    std::shared_ptr<const PageText> pageText(int index) const override {
+        return std::make_shared<const PageText>(read(index, nullptr));
+    }
+
+    std::vector<Rect> characterBoxes(int index) const override {
+        std::vector<Rect> boxes;
+        read(index, &boxes);
+        return boxes;
+    }
+
+    std::unique_ptr<PDFOutline> readOutline() const override {
+        if (facts_.locked) return std::make_unique<PDFOutline>();
+        const ReaderPool::Lease reader = pool_.acquire();
+        return mupdf::readOutline(*reader);
+    }
+
+    std::optional<PDFError> write(const PDFOutline &root, QIODevice &out,
+                                  const std::function<void(int)> &progress) const override {
+        try {
+            // A reader of its own, gone after the write: the next write starts from the original again.
+            Reader reader(file_);
+            return writeWithOutline(reader, root, out, progress);
+        } catch (const Error &error) {
+            return PDFError{PDFError::Kind::WriteFailed, QString::fromUtf8(error.what())};
+        }
+    }
+
+private:
+    PageText read(int index, std::vector<Rect> *boxes) const {
+        try {
+            const ReaderPool::Lease reader = pool_.acquire();
+            // Damage that only one reader came upon may leave it with fewer pages than the document.
+            if (index >= reader->pages().count()) return {};
+            return extractText(*reader, faces_, index, boxes);
+        } catch (const Error &error) {
+            qCWarning(log, "the text of page %d can't be read: %s", index + 1, error.what());
+            return {};
+        }
+    }
+
+    std::shared_ptr<const FileHandle> file_;
+    PDFFacts facts_;
+    mutable ReaderPool pool_;
+    mutable FaceTable faces_;
+};
+
+PDFError unreadable(const std::system_error &error) {
+    const bool missing = error.code() == std::errc::no_such_file_or_directory;
+    return {missing ? PDFError::Kind::FileMissing : PDFError::Kind::FileUnreadable,
+            QString::fromLocal8Bit(error.code().message().c_str())};
+}
+
+}  // namespace
+
+Result<std::unique_ptr<PDFEngine>> openWithMuPDF(const QString &path) {
+    try {
+        const auto file = std::make_shared<const FileHandle>(path);
+        if (file->size() == 0) return PDFError{PDFError::Kind::NotAPDF, translated("the file is empty")};
+        auto engine = std::make_unique<MuPDFEngine>(file, std::make_unique<Reader>(file));
+        if (engine->facts().pages.empty() && !engine->facts().locked) {
+            return PDFError{PDFError::Kind::NotAPDF, translated("it holds no pages")};
+        }
+        return std::unique_ptr<PDFEngine>(std::move(engine));
+    } catch (const std::system_error &error) {
+        return unreadable(error);
+    } catch (const Error &error) {
+        return PDFError{PDFError::Kind::NotAPDF, QString::fromUtf8(error.what())};
+    }
+}
+
+}  // namespace leafwright

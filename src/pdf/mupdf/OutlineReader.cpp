@@ -1,0 +1,49 @@
+#include "pdf/mupdf/OutlineReader.h"
+
+#include "pdf/TextString.h"
+#include "pdf/mupdf/DestinationReader.h"
+
+#include <QSet>
+
+namespace leafwright::mupdf {
+
+namespace {
+
+/// A list of siblings that is being read.
+struct Siblings {
+    PDFOutline *parent;
+    Object next;
+};
+
+std::unique_ptr<PDFOutline> readEntry(const Object &entry, DestinationReader &destinations) {
+    auto outline = std::make_unique<PDFOutline>(decodeTextString(entry.get("Title").toBytes()));
+    outline->setDestination(destinations.ofOutlineEntry(entry));
+    if (!outline->destination() && entry.get("A").isDict()) outline->setForeignEntry(entry.objectNumber());
+    return outline;
+}
+
+}  // namespace
+
+std::unique_ptr<PDFOutline> readOutline(Reader &reader) {
+    auto root = std::make_unique<PDFOutline>();
+    DestinationReader destinations(reader);
+    QSet<int> visited;
+    std::vector<Siblings> open{{root.get(), reader.catalog().get("Outlines").get("First")}};
+    while (!open.empty()) {
+        const Object entry = open.back().next;
+        const int number = entry.objectNumber();
+        if (!entry.isDict() || (number != 0 && visited.contains(number))) {
+            open.pop_back();
+            continue;
+        }
+        if (number != 0) visited.insert(number);
+        PDFOutline &parent = *open.back().parent;
+        PDFOutline &outline =
+            parent.insertChildAtIndex(readEntry(entry, destinations), parent.numberOfChildren());
+        open.back().next = entry.get("Next");
+        if (Object first = entry.get("First"); first.isDict()) open.push_back({&outline, std::move(first)});
+    }
+    return root;
+}
+
+}  // namespace leafwright::mupdf

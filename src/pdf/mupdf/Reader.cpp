@@ -1,0 +1,42 @@
+#include "pdf/mupdf/Reader.h"
+
+namespace leafwright::mupdf {
+
+Reader::Reader(std::shared_ptr<const FileHandle> file) : file_(std::move(file)) {
+    fz_stream *stream = guarded(context_, [this] { return openFileStream(context_, file_); });
+    try {
+        document_ = guarded(context_, [&] { return pdf_open_document_with_stream(context_, stream); });
+    } catch (const Error &) {
+        fz_drop_stream(context_, stream);
+        throw;
+    }
+    fz_drop_stream(context_, stream);  // the document keeps its own reference
+    locked_ = guarded(context_, [this] { return pdf_needs_password(context_, document_); });
+}
+
+Reader::~Reader() {
+    pages_ = {};
+    pdf_drop_document(context_, document_);
+}
+
+bool Reader::isEncrypted() const {
+    return static_cast<bool>(trailer().get("Encrypt"));
+}
+
+bool Reader::wasRepaired() const {
+    return pdf_was_repaired(context_, document_);
+}
+
+Object Reader::trailer() const {
+    return {context_, guarded(context_, [this] { return pdf_trailer(context_, document_); })};
+}
+
+const PageTree &Reader::pages() {
+    if (!pagesFound_) {
+        pages_ = PageTree(catalog().get("Pages"));
+        pagesFound_ = true;
+    }
+    return pages_;
+}
+
+}  // namespace leafwright::mupdf

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "pdf/mupdf/Context.h"
+#include "pdf/mupdf/FileStream.h"
+#include "pdf/mupdf/PageTree.h"
+
+namespace leafwright::mupdf {
+
+/// A context with the document open in it: everything one thread needs to read the file.
+class Reader {
+public:
+    /// Opens the document on the shared file. Throws Error when it is not a PDF beyond repair.
+    explicit Reader(std::shared_ptr<const FileHandle> file);
+    ~Reader();
+    Reader(const Reader &) = delete;
+    Reader &operator=(const Reader &) = delete;
+
+    fz_context *context() const { return context_; }
+    pdf_document *document() const { return document_; }
+    const FileHandle &file() const { return *file_; }
+
+    /// Whether a password is needed that we do not have.
+    bool isLocked() const { return locked_; }
+    bool isEncrypted() const;
+    /// Whether the cross-reference had to be rebuilt; damage may also come to light while reading.
+    bool wasRepaired() const;
+
+    Object trailer() const;
+    Object catalog() const { return trailer().get("Root"); }
+    /// The pages, found at the first call.
+    const PageTree &pages();
+
+private:
+    Context context_;
+    std::shared_ptr<const FileHandle> file_;
+    pdf_document *document_ = nullptr;
+    bool locked_ = false;
+    bool pagesFound_ = false;
+    PageTree pages_;
+};
+
+}  // namespace leafwright::mupdf

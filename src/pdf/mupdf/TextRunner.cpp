@@ -1,0 +1,164 @@
+#include "pdf/mupdf/TextRunner.h"
+
+#include <QLoggingCategory>
+
+#include <cstring>
+
+namespace leafwright::mupdf {
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "leafwright.pagetext", QtWarningMsg)
+
+/// A font as the content selects it: plain data, since it is recorded amid MuPDF's calls.
+struct RecordedFont {
+    fz_font *font;        // kept
+    pdf_obj *dictionary;  // kept, or null
+    char resourceName[64];
+    int flags;
+    float italicAngle;
+};
+
+/// Listens in on MuPDF's content interpreter for the fonts it selects, together with the resource
+/// dictionary each was found in: MuPDF keeps only the first 31 bytes of a font's name.
+class FontListener {
+public:
+    FontListener(pdf_processor *processor, pdf_obj *resources)
+        : selectFont_(processor->op_Tf),
+          showForm_(processor->op_Do_form),
+          resources_(resources),
+          outer_(current) {
+        processor->op_Tf = onSelectFont;
+        processor->op_Do_form = onShowForm;
+        current = this;
+    }
+    ~FontListener() { current = outer_; }
+    FontListener(const FontListener &) = delete;
+    FontListener &operator=(const FontListener &) = delete;
+
+    std::vector<RecordedFont> fonts;
+
+private:
+    static void onSelectFont(fz_context *ctx, pdf_processor *processor, const char *name, pdf_font_desc *font,
+                             float size) {
+        if (font) current->record(ctx, name, font);
+        current->selectFont_(ctx, processor, name, font, size);
+    }
+
+    static void onShowForm(fz_context *ctx, pdf_processor *processor, const char *name, pdf_obj *form,
+                           pdf_obj *pageResources) {
+        FontListener *const listener = current;
+        pdf_obj *const outer = listener->resources_;
+        pdf_obj *const own = pdf_dict_gets(ctx, form, "Resources");
+        listener->resources_ = own ? own : pageResources;
+        runThenAlways(
+            ctx, [&] { listener->showForm_(ctx, processor, name, form, pageResources); },
+            [&] { listener->resources_ = outer; });
+    }
+
+    void record(fz_context *ctx, const char *name, const pdf_font_desc *font) {
+        for (const RecordedFont &known : fonts) {
+            if (known.font == font->font) return;
+        }
+        pdf_obj *dictionary = pdf_dict_gets(ctx, pdf_dict_gets(ctx, resources_, "Font"), name ? name : "");
+        RecordedFont recorded{fz_keep_font(ctx, font->font),
+                              pdf_keep_obj(ctx, dictionary),
+                              {},
+                              font->flags,
+                              font->italic_angle};
+        if (name) std::strncpy(recorded.resourceName, name, sizeof recorded.resourceName - 1);
+        fonts.push_back(recorded);
+    }
+
+    static thread_local FontListener *current;
+
+    decltype(pdf_processor::op_Tf) selectFont_;
+    decltype(pdf_processor::op_Do_form) showForm_;
+    pdf_obj *resources_;  // borrowed from the page or form being run
+    FontListener *outer_;
+};
+
+thread_local FontListener *FontListener::current = nullptr;
+
+/// An operator without a handler is passed over by the interpreter, its operands unread.
+void keepOnlyText(pdf_processor *p) {
+    p->op_gs_BM = nullptr;
+    p->op_gs_ca = nullptr;
+    p->op_gs_CA = nullptr;
+    p->op_gs_SMask = nullptr;
+    p->op_m = p->op_l = nullptr;
+    p->op_c = nullptr;
+    p->op_v = p->op_y = nullptr;
+    p->op_h = nullptr;
+    p->op_re = nullptr;
+    p->op_S = p->op_s = p->op_F = p->op_f = p->op_fstar = nullptr;
+    p->op_B = p->op_Bstar = p->op_b = p->op_bstar = p->op_n = nullptr;
+    p->op_W = p->op_Wstar = nullptr;
+    p->op_CS = p->op_cs = nullptr;
+    p->op_SC_pattern = p->op_sc_pattern = nullptr;
+    p->op_SC_shade = p->op_sc_shade = nullptr;
+    p->op_SC_color = p->op_sc_color = nullptr;
+    p->op_G = p->op_g = nullptr;
+    p->op_RG = p->op_rg = nullptr;
+    p->op_K = p->op_k = nullptr;
+    p->op_BI = nullptr;
+    p->op_sh = nullptr;
+    p->op_Do_image = nullptr;
+}
+
+}  // namespace
+
+StructuredText::StructuredText(Reader &reader, const Object &page) : ctx_(reader.context()) {
+    fz_matrix toDevice = fz_identity;
+    page_ = guarded(ctx_, [&] {
+        fz_rect visible = fz_empty_rect;
+        pdf_page_obj_transform(ctx_, page.get(), &visible, &toDevice);
+        return fz_new_stext_page(ctx_, fz_transform_rect(visible, toDevice));
+    });
+    toPageSpace_ = fz_invert_matrix(toDevice);
+    run(reader, page, toDevice);
+}
+
+void StructuredText::run(Reader &reader, const Object &page, fz_matrix toDevice) {
+    const Object resources = page.inherited("Resources");
+    const Object contents = page.get("Contents");
+    fz_stext_options options{};
+    options.flags = FZ_STEXT_MEDIABOX_CLIP;
+    fz_device *device = guarded(ctx_, [&] { return fz_new_stext_device(ctx_, page_, &options); });
+    pdf_processor *processor = nullptr;
+    try {
+        processor = guarded(ctx_, [&] {
+            return pdf_new_run_processor(ctx_, device, toDevice, "View", nullptr, nullptr, nullptr);
+        });
+        FontListener listener(processor, resources.get());
+        keepOnlyText(processor);
+        try {
+            guarded(ctx_, [&] {
+                pdf_process_contents(ctx_, processor, reader.document(), resources.get(), contents.get(),
+                                     nullptr);
+                pdf_close_processor(ctx_, processor);
+                fz_close_device(ctx_, device);
+            });
+        } catch (const Error &error) {
+            qCDebug(log, "page content ends early: %s", error.what());
+        }
+        for (const RecordedFont &font : listener.fonts) {
+            keptFonts_.push_back(font.font);
+            fonts_.push_back(
+                {font.font, Object(ctx_, font.dictionary), font.resourceName, font.flags, font.italicAngle});
+            pdf_drop_obj(ctx_, font.dictionary);
+        }
+    } catch (const Error &error) {
+        qCDebug(log, "page content can't be read: %s", error.what());
+    }
+    pdf_drop_processor(ctx_, processor);
+    fz_drop_device(ctx_, device);
+}
+
+StructuredText::~StructuredText() {
+    for (fz_font *font : keptFonts_)
+        fz_drop_font(ctx_, font);
+    fz_drop_stext_page(ctx_, page_);
+}
+
+}  // namespace leafwright::mupdf

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "pdf/mupdf/Reader.h"
+
+namespace leafwright::mupdf {
+
+/// A font that a page's content selected, as MuPDF loaded it.
+struct SeenFont {
+    const fz_font *font;
+    Object dictionary;  ///< The PDF font dictionary; null where it could not be traced.
+    QByteArray resourceName;
+    int descriptorFlags;  ///< ISO 32000-1, table 123.
+    float italicAngle;
+};
+
+/// The text that a page's content shows, in MuPDF's own form.
+class StructuredText {
+public:
+    /// Runs the page's content for its text alone: no paths, images, colours or annotations are
+    /// looked at, which is faster and leaves hostile images undecoded. Characters outside the visible
+    /// box are left out. What is broken in the content ends it; the text before that is kept.
+    StructuredText(Reader &reader, const Object &page);
+    ~StructuredText();
+    StructuredText(const StructuredText &) = delete;
+    StructuredText &operator=(const StructuredText &) = delete;
+
+    const fz_stext_page *page() const { return page_; }
+    /// From the coordinates of the text to the page's own user space.
+    fz_matrix toPageSpace() const { return toPageSpace_; }
+    /// Fonts stay valid while this lives.
+    const std::vector<SeenFont> &fonts() const { return fonts_; }
+
+private:
+    void run(Reader &reader, const Object &page, fz_matrix toDevice);
+
+    fz_context *ctx_;
+    fz_stext_page *page_ = nullptr;
+    fz_matrix toPageSpace_ = fz_identity;
+    std::vector<SeenFont> fonts_;
+    std::vector<fz_font *> keptFonts_;
+};
+
+}  // namespace leafwright::mupdf
