@@ -33,15 +33,14 @@ struct Request {
     bool wrap = false;
 };
 
-/// Puts the generated items into the document's tree, in the place that the request names.
-void place(std::unique_ptr<MyOutlineItem> top, const Request &request, MyOutlineItem &root) {
+/// Adds the generated items at the end of the document's tree.
+void addItems(std::unique_ptr<MyOutlineItem> top, bool wrap, MyOutlineItem &root) {
     MyOutlineItem::Children items;
-    if (request.wrap) {
+    if (wrap) {
         items.push_back(std::move(top));
     } else {
         items = top->takeChildren();
     }
-    if (!request.keep) root.setChildren({});
     for (auto &item : items)
         root.insertObjectInChildrenAtIndex(std::move(item), root.children().size());
 }
@@ -69,7 +68,9 @@ std::optional<QString> autoTOC(const QString &file, const QString &out, const Re
             request.wrap ? translated("%1: no headings were found").arg(file)
                          : translated("%1: no headings were found; the outline stays as it was").arg(file));
     }
-    if (request.wrap || !top->children().empty()) place(std::move(top), request, document.root());
+    const bool place = request.wrap || !top->children().empty();
+    if (request.keep || !place) document.importOutline();
+    if (place) addItems(std::move(top), request.wrap, document.root());
     if (const auto error = document.writeNewPDFOutline(out, MyDocument::saveFinalPDF)) return error->message;
     return std::nullopt;
 }

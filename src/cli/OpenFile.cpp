@@ -58,7 +58,7 @@ bool openForEditing(MyDocument &document, const QString &path, QString &failure)
         failure = lockedMessage(path);
         return false;
     }
-    document.loadOutline();
+    document.prepareForEditing();
     if (!document.allowTOCediting()) {
         failure = translated(
                       "%1: this PDF is encrypted: its outline can't be edited. Save a copy without "

@@ -21,8 +21,9 @@ std::unique_ptr<PDFDocument> openForReading(const QString &path, Console &consol
 /// The reason why a file that can't be opened, in a line with its name and what to do.
 QString openFailure(const QString &path, const PDFError &error);
 
-/// Opens a PDF for writing its outline. Nothing is said here: `failure` gets the line to say when the
-/// result is false: it can't be opened, or it is locked or encrypted, which refuses editing.
+/// Opens a PDF for writing its outline; the outline that it has is not imported yet. Nothing is said here:
+/// `failure` gets the line to say when the result is false: it can't be opened, or it is locked or
+/// encrypted, which refuses editing.
 bool openForEditing(MyDocument &document, const QString &path, QString &failure);
 
 }  // namespace leafwright::cli

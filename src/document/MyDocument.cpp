@@ -46,11 +46,15 @@ bool MyDocument::readFromURL(const QString &path) {
     return true;
 }
 
-void MyDocument::loadOutline() {
-    allowTOCediting_ = pdfDoc_ && !pdfDoc_->isLocked() && !pdfDoc_->isEncrypted();
+void MyDocument::prepareForEditing() {
+    allowTOCediting_ = !pdfDoc_->isLocked() && !pdfDoc_->isEncrypted();
     lockTOCediting_ = false;
-    if (!pdfDoc_) return;
     pdfMapPageLabelToIndex_ = pageLabelMap(*pdfDoc_);
+    userHasCheckedPrintedPageNumbers_ = false;
+    listH1H2H3Config_.clear();
+}
+
+void MyDocument::importOutline() {
     const PDFOutline &outline = pdfDoc_->outlineRoot();
     MyOutlineItem::Children items;
     for (int i = 0; i < outline.numberOfChildren(); ++i) {
@@ -59,8 +63,6 @@ void MyDocument::loadOutline() {
     }
     for (size_t i = 0; i < items.size(); ++i)
         root_->insertObjectInChildrenAtIndex(std::move(items[i]), i);
-    userHasCheckedPrintedPageNumbers_ = false;
-    listH1H2H3Config_.clear();
 }
 
 void MyDocument::estimatePrintedPageOffset() {

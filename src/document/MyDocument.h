@@ -33,9 +33,11 @@ public:
     bool readFromURL(const QString &path);
     const std::optional<PDFError> &openError() const { return openError_; }
 
-    /// What makes a document of the file that was read: editing is allowed unless it is locked or encrypted,
-    /// the page label map is built, and the file's outline becomes the tree below the root.
-    void loadOutline();
+    /// Decides whether the file that was read may be edited (not when locked or encrypted), and builds the
+    /// page label map.
+    void prepareForEditing();
+    /// Makes the file's outline the tree below the root, which must be empty.
+    void importOutline();
 
     MyOutlineItem &root() { return *root_; }
     PDFDocument *pdfDoc() const { return pdfDoc_.get(); }

@@ -7,10 +7,10 @@
 namespace leafwright::mupdf {
 
 std::optional<PDFDestination> DestinationReader::ofOutlineEntry(const Object &entry) {
-    Object destination = entry.get("Dest");
+    Object destination = entry.get(PDF_NAME(Dest));
     if (!destination) {
-        const Object action = entry.get("A");
-        if (action.get("S").toName() == "GoTo") destination = action.get("D");
+        const Object action = entry.get(PDF_NAME(A));
+        if (action.get(PDF_NAME(S)).toName() == "GoTo") destination = action.get(PDF_NAME(D));
     }
     destination = resolveNames(destination);
     if (!destination.isArray()) return std::nullopt;
@@ -24,7 +24,7 @@ std::optional<PDFDestination> DestinationReader::ofOutlineEntry(const Object &en
         index = target.toInt();  // meant for other files, but common
     }
     if (index < 0 || index >= pages.count()) return std::nullopt;
-    return PDFDestination{index, pointOf(destination, pages.page(index))};
+    return PDFDestination{index, pointOf(destination, reader_.page(index))};
 }
 
 Object DestinationReader::resolveNames(Object destination) {
@@ -32,7 +32,7 @@ Object DestinationReader::resolveNames(Object destination) {
     constexpr int longestWay = 8;
     for (int step = 0; step < longestWay; ++step) {
         if (destination.isDict()) {
-            destination = destination.get("D");
+            destination = destination.get(PDF_NAME(D));
         } else if (destination.isName() || destination.isString()) {
             if (!namesCollected_) collectNames();
             destination = names_.value(destination.isName() ? destination.toName() : destination.toBytes());
@@ -45,12 +45,12 @@ Object DestinationReader::resolveNames(Object destination) {
 
 void DestinationReader::collectNames() {
     namesCollected_ = true;
-    const Object oldStyle = reader_.catalog().get("Dests");
+    const Object oldStyle = reader_.catalog().get(PDF_NAME(Dests));
     for (int i = 0; oldStyle.isDict() && i < oldStyle.size(); ++i) {
         names_.insert(oldStyle.keyAt(i), oldStyle.valueAt(i));
     }
     QSet<int> visited;
-    std::vector<Object> pending{reader_.catalog().get("Names").get("Dests")};
+    std::vector<Object> pending{reader_.catalog().get(PDF_NAME(Names)).get(PDF_NAME(Dests))};
     while (!pending.empty()) {
         const Object node = std::move(pending.back());
         pending.pop_back();
@@ -58,10 +58,10 @@ void DestinationReader::collectNames() {
             if (visited.contains(number)) continue;
             visited.insert(number);
         }
-        const Object kids = node.get("Kids");
+        const Object kids = node.get(PDF_NAME(Kids));
         for (int i = 0; kids.isArray() && i < kids.size(); ++i)
             pending.push_back(kids.at(i));
-        const Object names = node.get("Names");
+        const Object names = node.get(PDF_NAME(Names));
         for (int i = 0; names.isArray() && i + 1 < names.size(); i += 2) {
             names_.insert(names.at(i).toBytes(), names.at(i + 1));
         }

@@ -34,8 +34,8 @@ PageLabelStyle styleNamed(const QByteArray &name) {
 PageLabelRange labelRange(int firstPage, const Object &label) {
     PageLabelRange range;
     range.firstPage = firstPage;
-    range.style = styleNamed(label.get("S").toName());
-    range.prefix = decodeTextString(label.get("P").toBytes());
+    range.style = styleNamed(label.get(PDF_NAME(S)).toName());
+    range.prefix = decodeTextString(label.get(PDF_NAME(P)).toBytes());
     if (const Object start = label.get("St"); start.isInt()) range.start = std::max(1, start.toInt());
     return range;
 }
@@ -52,10 +52,10 @@ std::vector<PageLabelRange> readLabelRanges(const Object &catalog) {
             if (visited.contains(number)) continue;
             visited.insert(number);
         }
-        const Object kids = node.get("Kids");
+        const Object kids = node.get(PDF_NAME(Kids));
         for (int i = 0; kids.isArray() && i < kids.size(); ++i)
             pending.push_back(kids.at(i));
-        const Object numbers = node.get("Nums");
+        const Object numbers = node.get(PDF_NAME(Nums));
         for (int i = 0; numbers.isArray() && i + 1 < numbers.size(); i += 2) {
             const Object label = numbers.at(i + 1);
             if (numbers.at(i).isInt() && label.isDict()) {
@@ -68,9 +68,10 @@ std::vector<PageLabelRange> readLabelRanges(const Object &catalog) {
 
 /// Whether some field of the form holds a signature (ISO 32000-1, 12.8.1), or the catalog refers to one.
 bool holdsSignature(const Object &catalog) {
-    if (catalog.get("Perms").get("DocMDP") || catalog.get("Perms").get("UR3")) return true;
+    if (catalog.get(PDF_NAME(Perms)).get(PDF_NAME(DocMDP)) || catalog.get(PDF_NAME(Perms)).get("UR3"))
+        return true;
     QSet<int> visited;
-    std::vector<Object> pending{catalog.get("AcroForm").get("Fields")};
+    std::vector<Object> pending{catalog.get(PDF_NAME(AcroForm)).get(PDF_NAME(Fields))};
     while (!pending.empty()) {
         const Object fields = std::move(pending.back());
         pending.pop_back();
@@ -80,8 +81,9 @@ bool holdsSignature(const Object &catalog) {
                 if (visited.contains(number)) continue;
                 visited.insert(number);
             }
-            if (field.inherited("FT").toName() == "Sig" && field.get("V").isDict()) return true;
-            if (const Object kids = field.get("Kids")) pending.push_back(kids);
+            if (field.inherited(PDF_NAME(FT)).toName() == "Sig" && field.get(PDF_NAME(V)).isDict())
+                return true;
+            if (const Object kids = field.get(PDF_NAME(Kids))) pending.push_back(kids);
         }
     }
     return false;
@@ -90,7 +92,7 @@ bool holdsSignature(const Object &catalog) {
 /// The later of the header's version and the catalog's (ISO 32000-1, 7.5.2).
 PDFVersion readVersion(Reader &reader, const Object &catalog) {
     int version = guarded(reader.context(), [&] { return pdf_version(reader.context(), reader.document()); });
-    const QList<QByteArray> parts = catalog.get("Version").toName().split('.');
+    const QList<QByteArray> parts = catalog.get(PDF_NAME(Version)).toName().split('.');
     if (parts.size() == 2) version = std::max(version, parts[0].toInt() * 10 + parts[1].toInt());
     return {version / 10, version % 10};
 }
@@ -99,11 +101,11 @@ PDFVersion readVersion(Reader &reader, const Object &catalog) {
 
 PageGeometry geometryOf(const Object &page) {
     PageGeometry geometry;
-    geometry.mediaBox = rectOf(page.inherited("MediaBox"));
+    geometry.mediaBox = rectOf(page.inherited(PDF_NAME(MediaBox)));
     if (geometry.mediaBox.isEmpty()) geometry.mediaBox = {0, 0, 612, 792};
-    geometry.cropBox = intersection(rectOf(page.inherited("CropBox")), geometry.mediaBox);
+    geometry.cropBox = intersection(rectOf(page.inherited(PDF_NAME(CropBox))), geometry.mediaBox);
     if (geometry.cropBox.isEmpty()) geometry.cropBox = geometry.mediaBox;
-    const int rotation = page.inherited("Rotate").toInt();
+    const int rotation = page.inherited(PDF_NAME(Rotate)).toInt();
     if (rotation % 90 == 0) geometry.rotation = ((rotation % 360) + 360) % 360;
     return geometry;
 }
@@ -115,17 +117,25 @@ PDFFacts readFacts(Reader &reader) {
     facts.locked = reader.isLocked();
     facts.encrypted = reader.isEncrypted();
     if (!facts.locked) {
-        const PageTree &pages = reader.pages();
-        facts.pages.reserve(pages.count());
-        for (int i = 0; i < pages.count(); ++i)
-            facts.pages.push_back(geometryOf(pages.page(i)));
-        facts.labels = pageLabels(readLabelRanges(catalog), pages.count());
         facts.isSigned = holdsSignature(catalog);
-        facts.hasOutline = catalog.get("Outlines").get("First").isDict();
+        facts.hasOutline = catalog.get(PDF_NAME(Outlines)).get(PDF_NAME(First)).isDict();
     }
-    // Last, since reading may have brought damage to light.
-    facts.repaired = reader.wasRepaired();
     return facts;
+}
+
+std::optional<std::vector<PageGeometry>> readGeometry(Reader &reader, int begin, int end) {
+    std::vector<PageGeometry> geometry;
+    geometry.reserve(end - begin);
+    for (int i = begin; i < end; ++i) {
+        const Object page = reader.page(i);
+        if (!isPage(page)) return std::nullopt;
+        geometry.push_back(geometryOf(page));
+    }
+    return geometry;
+}
+
+std::vector<QString> readLabels(Reader &reader) {
+    return pageLabels(readLabelRanges(reader.catalog()), reader.pages().count());
 }
 
 }  // namespace leafwright::mupdf

@@ -5,8 +5,15 @@
 
 namespace leafwright::mupdf {
 
-/// Reads all that is read of a file on opening.
+/// Reads all that is read of a file on opening but its pages: flags, version, whether it has an outline.
 PDFFacts readFacts(Reader &reader);
+
+/// Boxes and rotation of the pages from `begin` up to but excluding `end`, 0-based. Nothing when one of
+/// them is no page after all.
+std::optional<std::vector<PageGeometry>> readGeometry(Reader &reader, int begin, int end);
+
+/// The labels of all of the reader's pages (ISO 32000-1, 12.4.2).
+std::vector<QString> readLabels(Reader &reader);
 
 /// A page's boxes and rotation. A missing or empty media box is US Letter, 612 by 792 points.
 PageGeometry geometryOf(const Object &page);

@@ -40,6 +40,7 @@ struct Sink {
     QIODevice &out;
     qint64 position;
     PageProgress &progress;
+    std::shared_ptr<const FileHandle> original;
     bool failed = false;
 };
 
@@ -56,13 +57,33 @@ int64_t positionInSink(fz_context * /*ctx*/, void *state) {
     return static_cast<Sink *>(state)->position;
 }
 
-/// MuPDF asks for the end only, where an appending sink stands already.
-void seekInSink(fz_context *ctx, void * /*state*/, int64_t offset, int whence) {
-    if (offset != 0 || whence != SEEK_END) fz_throw(ctx, FZ_ERROR_GENERIC, "the output can only grow");
+/// MuPDF only ever asks to go on where the original ends, which is where an appending sink stands.
+void seekInSink(fz_context *ctx, void *state, int64_t offset, int whence) {
+    const bool stays = whence == SEEK_END ? offset == 0 : offset == static_cast<Sink *>(state)->position;
+    if (!stays) fz_throw(ctx, FZ_ERROR_GENERIC, "the output can only grow");
+}
+
+void truncateSink(fz_context * /*ctx*/, void * /*state*/) {
+    // There is never anything behind the position.
+}
+
+/// MuPDF compares what is in the output with the original before it appends, and copies it there if it
+/// differs. What is in the output is the original, just copied; so the original is shown to it.
+fz_stream *contentOfSink(fz_context *ctx, void *state) {
+    return openFileStream(ctx, static_cast<Sink *>(state)->original);
+}
+
+/// MuPDF does not append to a file that has cross-reference sections of both kinds, because it would not
+/// know which to write. Either will do (ISO 32000-1, 7.5.8.4): we go on with the kind of the newest.
+void settleOnOneKindOfXref(Reader &reader) {
+    const bool newestIsStream = reader.trailer().get(PDF_NAME(Type)).toName() == "XRef";
+    reader.document()->has_xref_streams = newestIsStream ? 1 : 0;
+    reader.document()->has_old_style_xrefs = newestIsStream ? 0 : 1;
 }
 
 void writeChanges(Reader &reader, Sink &sink, bool append) {
     fz_context *ctx = reader.context();
+    if (append) settleOnOneKindOfXref(reader);
     pdf_write_options options = pdf_default_write_options;
     options.do_incremental = append ? 1 : 0;
     options.dont_regenerate_id = 1;
@@ -70,6 +91,8 @@ void writeChanges(Reader &reader, Sink &sink, bool append) {
         guarded(ctx, [&] { return fz_new_output(ctx, 1 << 16, &sink, writeToSink, nullptr, nullptr); });
     output->tell = positionInSink;
     output->seek = seekInSink;
+    output->truncate = truncateSink;
+    output->as_stream = contentOfSink;
     try {
         guarded(ctx, [&] {
             pdf_write_document(ctx, reader.document(), output, &options);
@@ -103,12 +126,12 @@ std::optional<QString> copyOriginal(const FileHandle &file, QIODevice &out, Page
 std::optional<PDFError> writeWithOutline(Reader &reader, const PDFOutline &root, QIODevice &out,
                                          const std::function<void(int)> &progress) {
     const auto failure = [](const QString &reason) { return PDFError{PDFError::Kind::WriteFailed, reason}; };
-    const FileHandle &file = reader.file();
+    const FileHandle &file = *reader.file();
     PageProgress pages(reader.pages().count(), file.size(), progress);
     installOutline(reader, root);
     // Asked after the outline is in: the reading it took may have brought damage to light.
-    const bool append = pdf_can_be_saved_incrementally(reader.context(), reader.document()) != 0;
-    Sink sink{out, 0, pages};
+    const bool append = !reader.wasRepaired();
+    Sink sink{out, 0, pages, reader.file()};
     if (append) {
         if (const auto reason = copyOriginal(file, out, pages)) return failure(*reason);
         sink.position = file.size();

@@ -1,6 +1,6 @@
 #include "pdf/mupdf/MuPDFEngine.h"
 
-#include "pdf/mupdf/FactsReader.h"
+#include "pdf/mupdf/FileOpener.h"
 #include "pdf/mupdf/FileWriter.h"
 #include "pdf/mupdf/OutlineReader.h"
 #include "pdf/mupdf/ReaderPool.h"
@@ -25,8 +25,11 @@ QString translated(const char *text) {
 
 class MuPDFEngine final : public PDFEngine {
 public:
-    MuPDFEngine(const std::shared_ptr<const FileHandle> &file, std::unique_ptr<Reader> reader)
-        : file_(file), facts_(readFacts(*reader)), pool_(file, std::move(reader)) {}
+    MuPDFEngine(const std::shared_ptr<const FileHandle> &file, OpenedFile opened)
+        : file_(file),
+          facts_(std::move(opened.facts)),
+          pages_(opened.pages),
+          pool_(file, std::move(opened.pages), std::move(opened.readers)) {}
 
     const PDFFacts &facts() const override { return facts_; }
 
@@ -51,6 +54,7 @@ public:
         try {
             // A reader of its own, gone after the write: the next write starts from the original again.
             Reader reader(file_);
+            reader.setPages(pages_);
             return writeWithOutline(reader, root, out, progress);
         } catch (const Error &error) {
             return PDFError{PDFError::Kind::WriteFailed, QString::fromUtf8(error.what())};
@@ -61,8 +65,6 @@ private:
     PageText read(int index, std::vector<Rect> *boxes) const {
         try {
             const ReaderPool::Lease reader = pool_.acquire();
-            // Damage that only one reader came upon may leave it with fewer pages than the document.
-            if (index >= reader->pages().count()) return {};
             return extractText(*reader, faces_, index, boxes);
         } catch (const Error &error) {
             qCWarning(log, "the text of page %d can't be read: %s", index + 1, error.what());
@@ -72,6 +74,7 @@ private:
 
     std::shared_ptr<const FileHandle> file_;
     PDFFacts facts_;
+    std::shared_ptr<const PageTree> pages_;
     mutable ReaderPool pool_;
     mutable FaceTable faces_;
 };
@@ -88,7 +91,7 @@ Result<std::unique_ptr<PDFEngine>> openWithMuPDF(const QString &path) {
     try {
         const auto file = std::make_shared<const FileHandle>(path);
         if (file->size() == 0) return PDFError{PDFError::Kind::NotAPDF, translated("the file is empty")};
-        auto engine = std::make_unique<MuPDFEngine>(file, std::make_unique<Reader>(file));
+        auto engine = std::make_unique<MuPDFEngine>(file, openFile(file));
         if (engine->facts().pages.empty() && !engine->facts().locked) {
             return PDFError{PDFError::Kind::NotAPDF, translated("it holds no pages")};
         }

@@ -67,18 +67,23 @@ int Object::objectNumber() const {
     return isIndirect() ? pdf_to_num(ctx_, object_) : 0;
 }
 
+Object Object::get(pdf_obj *key) const {
+    pdf_obj *none = nullptr;
+    return {ctx_, readOr(ctx_, object_, none, [&] { return pdf_dict_get(ctx_, object_, key); })};
+}
+
 Object Object::get(const char *key) const {
     pdf_obj *none = nullptr;
     return {ctx_, readOr(ctx_, object_, none, [&] { return pdf_dict_gets(ctx_, object_, key); })};
 }
 
-Object Object::inherited(const char *key) const {
+Object Object::inherited(pdf_obj *key) const {
     // The walk is ours because MuPDF's throws on a loop of parents.
     constexpr int deepestTree = 1000;
     Object node = *this;
     for (int depth = 0; depth < deepestTree && node.isDict(); ++depth) {
         if (Object value = node.get(key)) return value;
-        node = node.get("Parent");
+        node = node.get(PDF_NAME(Parent));
     }
     return {};
 }

@@ -36,10 +36,12 @@ public:
 
     /// The object number of a reference, 0 for a direct object.
     int objectNumber() const;
-    /// A dictionary's entry.
+    /// A dictionary's entry. @param key a name object, PDF_NAME(Kids)
+    Object get(pdf_obj *key) const;
+    /// The same for a name that PDF_NAME() does not have.
     Object get(const char *key) const;
     /// A page's entry, its own or an ancestor's (ISO 32000-1, 7.7.3.4).
-    Object inherited(const char *key) const;
+    Object inherited(pdf_obj *key) const;
     /// An array's element.
     Object at(int index) const;
     /// An array's or dictionary's number of entries.

@@ -16,9 +16,10 @@ struct Siblings {
 };
 
 std::unique_ptr<PDFOutline> readEntry(const Object &entry, DestinationReader &destinations) {
-    auto outline = std::make_unique<PDFOutline>(decodeTextString(entry.get("Title").toBytes()));
+    auto outline = std::make_unique<PDFOutline>(decodeTextString(entry.get(PDF_NAME(Title)).toBytes()));
     outline->setDestination(destinations.ofOutlineEntry(entry));
-    if (!outline->destination() && entry.get("A").isDict()) outline->setForeignEntry(entry.objectNumber());
+    if (!outline->destination() && entry.get(PDF_NAME(A)).isDict())
+        outline->setForeignEntry(entry.objectNumber());
     return outline;
 }
 
@@ -28,7 +29,7 @@ std::unique_ptr<PDFOutline> readOutline(Reader &reader) {
     auto root = std::make_unique<PDFOutline>();
     DestinationReader destinations(reader);
     QSet<int> visited;
-    std::vector<Siblings> open{{root.get(), reader.catalog().get("Outlines").get("First")}};
+    std::vector<Siblings> open{{root.get(), reader.catalog().get(PDF_NAME(Outlines)).get(PDF_NAME(First))}};
     while (!open.empty()) {
         const Object entry = open.back().next;
         const int number = entry.objectNumber();
@@ -40,8 +41,9 @@ std::unique_ptr<PDFOutline> readOutline(Reader &reader) {
         PDFOutline &parent = *open.back().parent;
         PDFOutline &outline =
             parent.insertChildAtIndex(readEntry(entry, destinations), parent.numberOfChildren());
-        open.back().next = entry.get("Next");
-        if (Object first = entry.get("First"); first.isDict()) open.push_back({&outline, std::move(first)});
+        open.back().next = entry.get(PDF_NAME(Next));
+        if (Object first = entry.get(PDF_NAME(First)); first.isDict())
+            open.push_back({&outline, std::move(first)});
     }
     return root;
 }

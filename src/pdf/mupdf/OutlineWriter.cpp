@@ -101,7 +101,7 @@ private:
             putDestination(dictionary, *destination);
         } else if (const int foreign = entry.foreignEntry()) {
             pdf_obj *raw = guarded(ctx_, [&] { return pdf_new_indirect(ctx_, doc_, foreign, 0); });
-            const Object action = Object(ctx_, raw).get("A");
+            const Object action = Object(ctx_, raw).get(PDF_NAME(A));
             pdf_drop_obj(ctx_, raw);
             if (action) put([&] { pdf_dict_put(ctx_, dictionary.get(), PDF_NAME(A), action.get()); });
         }
@@ -109,7 +109,7 @@ private:
 
     void putDestination(const Object &dictionary, const PDFDestination &destination) const {
         if (destination.pageIndex < 0 || destination.pageIndex >= reader_.pages().count()) return;
-        const Object &page = reader_.pages().page(destination.pageIndex);
+        const Object page = reader_.page(destination.pageIndex);
         put([&] {
             pdf_obj *array = pdf_dict_put_array(ctx_, dictionary.get(), PDF_NAME(Dest), 5);
             // A page that is no object of its own can only be told by its index.

@@ -4,28 +4,65 @@
 
 namespace leafwright::mupdf {
 
-PageTree::PageTree(const Object &pages) {
+namespace {
+
+/// Calls `visit(page)` for every page in order, until it returns false.
+template <typename Visit>
+void walkPages(const Object &root, PageTree::Kids trust, Visit &&visit) {
+    struct Pending {
+        Object object;
+        bool presumedPage;
+    };
     QSet<int> visitedNodes;
-    std::vector<Object> pending{pages};
+    std::vector<Pending> pending{{root, false}};
     while (!pending.empty()) {
-        Object node = std::move(pending.back());
+        const auto [object, presumedPage] = std::move(pending.back());
         pending.pop_back();
-        if (!node.isDict()) continue;
-        const int number = node.objectNumber();
-        const Object kids = node.get("Kids");
-        if (!kids.isArray()) {
-            if (node.get("Type").toName() == "Pages") continue;  // an empty node
-            if (number != 0 && !indexByNumber_.contains(number)) indexByNumber_.insert(number, count());
-            pages_.push_back(std::move(node));
+        if (presumedPage || isPage(object)) {
+            if (!visit(object)) return;
             continue;
         }
-        if (number != 0) {
+        const Object kids = object.get(PDF_NAME(Kids));
+        if (!kids.isArray()) continue;
+        if (const int number = object.objectNumber()) {
             if (visitedNodes.contains(number)) continue;
             visitedNodes.insert(number);
         }
-        for (int i = kids.size() - 1; i >= 0; --i)
-            pending.push_back(kids.at(i));
+        const int size = kids.size();
+        const bool allPages =
+            trust == PageTree::Kids::Presumed && object.get(PDF_NAME(Count)).toInt() == size;
+        for (int i = size - 1; i >= 0; --i) {
+            Object kid = kids.at(i);
+            const bool presumed = allPages && kid.isIndirect();
+            pending.push_back({std::move(kid), presumed});
+        }
     }
+}
+
+}  // namespace
+
+bool isPage(const Object &object) {
+    return object.isDict() && !object.get(PDF_NAME(Kids)).isArray() &&
+           object.get(PDF_NAME(Type)).toName() != "Pages";
+}
+
+PageTree::PageTree(const Object &root, Kids kids) {
+    walkPages(root, kids, [this](const Object &page) {
+        const int number = page.objectNumber();
+        if (number != 0 && !indexByNumber_.contains(number)) indexByNumber_.insert(number, count());
+        numbers_.push_back(number);
+        return true;
+    });
+}
+
+Object pageWithoutNumber(const Object &root, int index) {
+    Object found;
+    walkPages(root, PageTree::Kids::LookedAt, [&found, &index](const Object &page) {
+        if (index-- > 0) return true;
+        found = page;
+        return false;
+    });
+    return found;
 }
 
 }  // namespace leafwright::mupdf

@@ -8,24 +8,35 @@
 
 namespace leafwright::mupdf {
 
-/// The pages of a document in order, found by one walk over the page tree (ISO 32000-1, 7.7.3).
-///
-/// The walk goes by what is there, not by the /Count entries, which may lie; it stops at loops, and
-/// needs neither recursion nor a look-up from the root for every page.
+/// The pages of a document in order, by object number (ISO 32000-1, 7.7.3). It holds nothing of the reader
+/// that found it, so that all readers of the file share it.
 class PageTree {
 public:
-    PageTree() = default;
-    /// @param pages the catalog's /Pages.
-    explicit PageTree(const Object &pages);
+    enum class Kids {
+        LookedAt,  ///< Every kid is loaded to see whether it is a page; /Count entries, which may lie, count
+                   ///< not.
+        Presumed   ///< Where a node counts as many pages as it has kids, they are taken for pages unseen.
+    };
 
-    int count() const { return static_cast<int>(pages_.size()); }
-    const Object &page(int index) const { return pages_.at(index); }
+    PageTree() = default;
+    /// Walks the tree, without recursion, and stopping at loops. @param root the catalog's /Pages
+    PageTree(const Object &root, Kids kids);
+
+    int count() const { return static_cast<int>(numbers_.size()); }
+    /// The object number of a page; 0 for one that, against the rules, is no object of its own.
+    int numberOf(int index) const { return numbers_.at(index); }
     /// The 0-based index of the page with this object number, -1 if there is none.
     int indexOf(int objectNumber) const { return indexByNumber_.value(objectNumber, -1); }
 
 private:
-    std::vector<Object> pages_;
+    std::vector<int> numbers_;
     QHash<int, int> indexByNumber_;
 };
+
+/// Whether an object is a page rather than a node of the tree or something else.
+bool isPage(const Object &object);
+
+/// Finds a page that is no object of its own, by walking to it.
+Object pageWithoutNumber(const Object &root, int index);
 
 }  // namespace leafwright::mupdf

@@ -15,12 +15,11 @@ Reader::Reader(std::shared_ptr<const FileHandle> file) : file_(std::move(file)) 
 }
 
 Reader::~Reader() {
-    pages_ = {};
     pdf_drop_document(context_, document_);
 }
 
 bool Reader::isEncrypted() const {
-    return static_cast<bool>(trailer().get("Encrypt"));
+    return static_cast<bool>(trailer().get(PDF_NAME(Encrypt)));
 }
 
 bool Reader::wasRepaired() const {
@@ -31,12 +30,13 @@ Object Reader::trailer() const {
     return {context_, guarded(context_, [this] { return pdf_trailer(context_, document_); })};
 }
 
-const PageTree &Reader::pages() {
-    if (!pagesFound_) {
-        pages_ = PageTree(catalog().get("Pages"));
-        pagesFound_ = true;
-    }
-    return pages_;
+Object Reader::page(int index) const {
+    const int number = pages_->numberOf(index);
+    if (number == 0) return pageWithoutNumber(catalog().get(PDF_NAME(Pages)), index);
+    pdf_obj *raw = guarded(context_, [&] { return pdf_new_indirect(context_, document_, number, 0); });
+    Object page(context_, raw);
+    pdf_drop_obj(context_, raw);
+    return page;
 }
 
 }  // namespace leafwright::mupdf

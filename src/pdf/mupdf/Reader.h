@@ -17,7 +17,7 @@ public:
 
     fz_context *context() const { return context_; }
     pdf_document *document() const { return document_; }
-    const FileHandle &file() const { return *file_; }
+    const std::shared_ptr<const FileHandle> &file() const { return file_; }
 
     /// Whether a password is needed that we do not have.
     bool isLocked() const { return locked_; }
@@ -26,17 +26,19 @@ public:
     bool wasRepaired() const;
 
     Object trailer() const;
-    Object catalog() const { return trailer().get("Root"); }
-    /// The pages, found at the first call.
-    const PageTree &pages();
+    Object catalog() const { return trailer().get(PDF_NAME(Root)); }
+    /// Gives this reader the pages that were found, by this or another reader of the file.
+    void setPages(std::shared_ptr<const PageTree> pages) { pages_ = std::move(pages); }
+    const PageTree &pages() const { return *pages_; }
+    /// The page at a 0-based index within range.
+    Object page(int index) const;
 
 private:
     Context context_;
     std::shared_ptr<const FileHandle> file_;
     pdf_document *document_ = nullptr;
     bool locked_ = false;
-    bool pagesFound_ = false;
-    PageTree pages_;
+    std::shared_ptr<const PageTree> pages_ = std::make_shared<const PageTree>();
 };
 
 }  // namespace leafwright::mupdf

@@ -4,9 +4,21 @@
 
 namespace leafwright::mupdf {
 
-ReaderPool::ReaderPool(std::shared_ptr<const FileHandle> file, std::unique_ptr<Reader> first)
-    : file_(std::move(file)), most_(static_cast<int>(std::max(1U, std::thread::hardware_concurrency()))) {
-    idle_.push_back(std::move(first));
+ReaderPool::ReaderPool(std::shared_ptr<const FileHandle> file, std::shared_ptr<const PageTree> pages,
+                       std::vector<std::unique_ptr<Reader>> readers)
+    : file_(std::move(file)),
+      pages_(std::move(pages)),
+      idle_(std::move(readers)),
+      made_(static_cast<int>(idle_.size())),
+      most_(std::max(made_, static_cast<int>(std::thread::hardware_concurrency()))) {}
+
+ReaderPool::~ReaderPool() {
+    // Freeing the objects of a large file takes a while; the readers do it side by side.
+    std::vector<std::jthread> helpers;
+    for (size_t i = 1; i < idle_.size(); ++i) {
+        helpers.emplace_back([reader = std::move(idle_[i])]() mutable { reader.reset(); });
+    }
+    if (!idle_.empty()) idle_.front().reset();
 }
 
 ReaderPool::Lease ReaderPool::acquire() {
@@ -20,7 +32,9 @@ ReaderPool::Lease ReaderPool::acquire() {
     ++made_;
     lock.unlock();  // opening takes a while; others may go on meanwhile
     try {
-        return {*this, std::make_unique<Reader>(file_)};
+        auto reader = std::make_unique<Reader>(file_);
+        reader->setPages(pages_);
+        return {*this, std::move(reader)};
     } catch (...) {
         lock.lock();
         --made_;

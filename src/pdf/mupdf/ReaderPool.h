@@ -10,8 +10,13 @@ namespace leafwright::mupdf {
 /// Readers of one file, handed out to threads; made when needed, at most one per core.
 class ReaderPool {
 public:
-    /// @param first a reader of the file, to begin with.
-    explicit ReaderPool(std::shared_ptr<const FileHandle> file, std::unique_ptr<Reader> first);
+    /// @param readers readers of the file to begin with
+    /// @param pages the file's pages, for readers made later
+    ReaderPool(std::shared_ptr<const FileHandle> file, std::shared_ptr<const PageTree> pages,
+               std::vector<std::unique_ptr<Reader>> readers);
+    ~ReaderPool();
+    ReaderPool(const ReaderPool &) = delete;
+    ReaderPool &operator=(const ReaderPool &) = delete;
 
     /// A reader on loan; goes back to the pool when this goes.
     class Lease {
@@ -35,10 +40,11 @@ private:
     void giveBack(std::unique_ptr<Reader> reader);
 
     std::shared_ptr<const FileHandle> file_;
+    std::shared_ptr<const PageTree> pages_;
     std::mutex mutex_;
     std::condition_variable returned_;
     std::vector<std::unique_ptr<Reader>> idle_;
-    int made_ = 1;
+    int made_;
     int most_;
 };
 

@@ -16,9 +16,10 @@ double rounded(double value) {
 QByteArray baseFontOf(const SeenFont &seen) {
     const Object &font = seen.dictionary;
     // A composite font's own name carries the encoding's behind it; its descendant's does not.
-    const Object descendant = font.get("DescendantFonts").at(0);
-    for (const Object &candidate : {descendant.get("BaseFont"), font.get("BaseFont"),
-                                    font.get("FontDescriptor").get("FontName"), font.get("Name")}) {
+    const Object descendant = font.get(PDF_NAME(DescendantFonts)).at(0);
+    for (const Object &candidate :
+         {descendant.get(PDF_NAME(BaseFont)), font.get(PDF_NAME(BaseFont)),
+          font.get(PDF_NAME(FontDescriptor)).get(PDF_NAME(FontName)), font.get(PDF_NAME(Name))}) {
         if (const QByteArray name = candidate.toName(); !name.isEmpty()) return name;
     }
     return seen.resourceName;
@@ -27,8 +28,8 @@ QByteArray baseFontOf(const SeenFont &seen) {
 /// What the font's program, its descriptor (ISO 32000-1, 9.8) and MuPDF's reading of both say.
 FontTraits traitsOf(fz_context *ctx, const SeenFont &seen) {
     const Object &font = seen.dictionary;
-    const Object descendant = font.get("DescendantFonts").at(0);
-    const Object descriptor = (descendant.isDict() ? descendant : font).get("FontDescriptor");
+    const Object descendant = font.get(PDF_NAME(DescendantFonts)).at(0);
+    const Object descriptor = (descendant.isDict() ? descendant : font).get(PDF_NAME(FontDescriptor));
     constexpr int boldWeight = 700;
     auto *const face = const_cast<fz_font *>(seen.font);  // MuPDF's getters do not take const
     const bool bold = (seen.descriptorFlags & PDF_FD_FORCE_BOLD) != 0 || fz_font_is_bold(ctx, face) != 0 ||
@@ -140,7 +141,7 @@ std::shared_ptr<const FontFace> FaceTable::face(const QByteArray &baseFont, Font
 }
 
 PageText extractText(Reader &reader, FaceTable &faces, int pageIndex, std::vector<Rect> *boxes) {
-    const StructuredText source(reader, reader.pages().page(pageIndex));
+    const StructuredText source(reader, reader.page(pageIndex));
     return TextBuilder(reader.context(), source, faces, boxes).take();
 }
 

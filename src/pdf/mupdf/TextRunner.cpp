@@ -120,8 +120,8 @@ StructuredText::StructuredText(Reader &reader, const Object &page) : ctx_(reader
 }
 
 void StructuredText::run(Reader &reader, const Object &page, fz_matrix toDevice) {
-    const Object resources = page.inherited("Resources");
-    const Object contents = page.get("Contents");
+    const Object resources = page.inherited(PDF_NAME(Resources));
+    const Object contents = page.get(PDF_NAME(Contents));
     fz_stext_options options{};
     options.flags = FZ_STEXT_MEDIABOX_CLIP;
     fz_device *device = guarded(ctx_, [&] { return fz_new_stext_device(ctx_, page_, &options); });

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "pdf/PDFEngine.h"
+#include "pdf/mupdf/Reader.h"
+
+namespace leafwright::mupdf {
+
+/// A file that has been opened: what is read of it once, its pages, and the readers that did the reading.
+struct OpenedFile {
+    PDFFacts facts;
+    std::shared_ptr<const PageTree> pages;
+    std::vector<std::unique_ptr<Reader>> readers;
+};
+
+/// Opens a PDF. Of a large file, two readers look at half of the pages each: nearly all of the time goes
+/// into loading them. Throws Error when the file is not a PDF beyond repair.
+OpenedFile openFile(const std::shared_ptr<const FileHandle> &file);
+
+}  // namespace leafwright::mupdf
