@@ -2,6 +2,9 @@
 
 #include <QLoggingCategory>
 
+#include <algorithm>
+#include <cstdlib>
+#include <malloc.h>
 #include <mutex>
 #include <new>
 
@@ -28,6 +31,34 @@ void unlock(void * /*user*/, int which) {
 
 constexpr fz_locks_context locks{nullptr, lock, unlock};
 
+/// Room for the objects of a file of a million objects, which MuPDF keeps once it has read them.
+constexpr size_t mostBytes = 1U << 30;
+
+// The allocator of one context; its user pointer is the count of bytes in use.
+
+void *allocate(void *user, size_t size) {
+    auto &inUse = *static_cast<size_t *>(user);
+    if (size > mostBytes - std::min(inUse, mostBytes)) return nullptr;
+    void *block = std::malloc(size);
+    if (block) inUse += malloc_usable_size(block);
+    return block;
+}
+
+void release(void *user, void *block) {
+    if (!block) return;
+    *static_cast<size_t *>(user) -= malloc_usable_size(block);
+    std::free(block);
+}
+
+void *reallocate(void *user, void *block, size_t size) {
+    auto &inUse = *static_cast<size_t *>(user);
+    const size_t before = block ? malloc_usable_size(block) : 0;
+    if (size > before && size - before > mostBytes - std::min(inUse, mostBytes)) return nullptr;
+    void *moved = std::realloc(block, size);
+    if (moved) inUse += malloc_usable_size(moved) - before;
+    return moved;
+}
+
 void logMessage(void * /*user*/, const char *message) {
     qCDebug(log, "%s", message);
 }
@@ -38,7 +69,9 @@ void throwCaught(fz_context *ctx) {
     throw Error(fz_caught_message(ctx));
 }
 
-Context::Context() : ctx_(fz_new_context(nullptr, &locks, storeBytes)) {
+Context::Context() {
+    fz_alloc_context allocator{&bytesInUse_, allocate, reallocate, release};
+    ctx_ = fz_new_context(&allocator, &locks, storeBytes);  // keeps a copy of the allocator
     if (!ctx_) throw std::bad_alloc();
     fz_set_warning_callback(ctx_, logMessage, nullptr);
     fz_set_error_callback(ctx_, logMessage, nullptr);

@@ -74,6 +74,7 @@ public:
     operator fz_context *() const { return ctx_; }
 
 private:
+    size_t bytesInUse_ = 0;
     fz_context *ctx_;
 };
 

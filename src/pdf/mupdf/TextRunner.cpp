@@ -1,5 +1,7 @@
 #include "pdf/mupdf/TextRunner.h"
 
+#include "pdf/mupdf/TimeLimit.h"
+
 #include <QLoggingCategory>
 
 #include <cstring>
@@ -9,6 +11,9 @@ namespace leafwright::mupdf {
 namespace {
 
 Q_LOGGING_CATEGORY(log, "leafwright.pagetext", QtWarningMsg)
+
+/// Pages take milliseconds. One that takes this long is made to keep us busy; what it showed by then is kept.
+constexpr std::chrono::seconds longestRun(5);
 
 /// A font as the content selects it: plain data, since it is recorded amid MuPDF's calls.
 struct RecordedFont {
@@ -125,10 +130,12 @@ void StructuredText::run(Reader &reader, const Object &page, fz_matrix toDevice)
     fz_stext_options options{};
     options.flags = FZ_STEXT_MEDIABOX_CLIP;
     fz_device *device = guarded(ctx_, [&] { return fz_new_stext_device(ctx_, page_, &options); });
+    fz_cookie cookie{};
+    const TimeLimit limit(cookie, longestRun);
     pdf_processor *processor = nullptr;
     try {
         processor = guarded(ctx_, [&] {
-            return pdf_new_run_processor(ctx_, device, toDevice, "View", nullptr, nullptr, nullptr);
+            return pdf_new_run_processor(ctx_, device, toDevice, "View", nullptr, nullptr, &cookie);
         });
         FontListener listener(processor, resources.get());
         keepOnlyText(processor);
