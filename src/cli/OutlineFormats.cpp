@@ -1,7 +1,7 @@
 #include "cli/OutlineFormats.h"
 
 #include "cli/JsonWriter.h"
-#include "document/OutlineImport.h"
+#include "model/MyOutlineItem.h"
 
 namespace leafwright::cli {
 
@@ -56,10 +56,17 @@ void printOutlineAsJson(const PDFDocument &document, Console &console) {
 }
 
 void printOutlineAsPlusLines(const PDFDocument &document, Console &console) {
-    MyOutlineItem root;
-    addOutlineChildren(document.outlineRoot(), root, document);
-    for (const auto &item : root.children())
-        console.write(item->plusDescriptionForLevel(1));
+    // An entry at a time: the lines of a deep outline, each as long as its depth, may not fit into memory.
+    walkOutline(
+        document.outlineRoot(),
+        [&](const PDFOutline &entry, size_t depth) {
+            MyOutlineItem item;
+            item.setPageTitle(entry.label());
+            const auto &destination = entry.destination();
+            item.setPageLabel(destination ? document.pageLabel(destination->pageIndex) : QString());
+            console.write(item.plusDescriptionForLevel(static_cast<qint32>(depth) + 1));
+        },
+        [](const PDFOutline & /*entry*/) {});
 }
 
 void printOutlineAsText(const PDFDocument &document, Console &console) {
