@@ -10,9 +10,18 @@
 
 namespace leafwright::test {
 
+namespace {
+
+/// QPDF reads a lone reference as a number and more; in an array it reads it as what it is.
+QPDFObjectHandle parse(QPDF &pdf, const std::string &object) {
+    return QPDFObjectHandle::parse(&pdf, "[" + object + "\n]").getArrayItem(0);
+}
+
+}  // namespace
+
 PdfBuilder::PdfBuilder() {
-    pdf_.emptyPDF();
-    fonts_ = pdf_.makeIndirectObject(QPDFObjectHandle::newDictionary());
+    pdf_->emptyPDF();
+    fonts_ = pdf_->makeIndirectObject(QPDFObjectHandle::newDictionary());
     const auto standard = [](const char *name) {
         return std::string("<< /Type /Font /Subtype /Type1 /Encoding /WinAnsiEncoding /BaseFont /") + name +
                " >>";
@@ -28,12 +37,12 @@ int PdfBuilder::addPage(const std::string &content, const std::string &entries) 
     QPDFObjectHandle resources = QPDFObjectHandle::newDictionary();
     resources.replaceKey("/Font", fonts_);
     page.replaceKey("/Resources", resources);
-    page.replaceKey("/Contents", pdf_.newStream(content));
-    QPDFObjectHandle further = QPDFObjectHandle::parse(&pdf_, "<<" + entries + ">>");
+    page.replaceKey("/Contents", pdf_->newStream(content));
+    QPDFObjectHandle further = parse(*pdf_, "<<" + entries + ">>");
     for (const std::string &key : further.getKeys())
         page.replaceKey(key, further.getKey(key));
-    page = pdf_.makeIndirectObject(page);
-    QPDFPageDocumentHelper(pdf_).addPage(QPDFPageObjectHelper(page), false);
+    page = pdf_->makeIndirectObject(page);
+    QPDFPageDocumentHelper(*pdf_).addPage(QPDFPageObjectHelper(page), false);
     pages_.push_back(page);
     return static_cast<int>(pages_.size()) - 1;
 }
@@ -45,27 +54,27 @@ void PdfBuilder::addNumberedPages(int count) {
 }
 
 void PdfBuilder::addFont(const std::string &name, const std::string &dictionary) {
-    fonts_.replaceKey("/" + name, pdf_.makeIndirectObject(QPDFObjectHandle::parse(&pdf_, dictionary)));
+    fonts_.replaceKey("/" + name, pdf_->makeIndirectObject(parse(*pdf_, dictionary)));
 }
 
 int PdfBuilder::addObject(const std::string &object) {
-    return pdf_.makeIndirectObject(QPDFObjectHandle::parse(&pdf_, object)).getObjectID();
+    return pdf_->makeIndirectObject(parse(*pdf_, object)).getObjectID();
 }
 
 int PdfBuilder::addStream(const std::string &data, const std::string &entries) {
-    QPDFObjectHandle stream = pdf_.newStream(data);
-    QPDFObjectHandle further = QPDFObjectHandle::parse(&pdf_, "<<" + entries + ">>");
+    QPDFObjectHandle stream = pdf_->newStream(data);
+    QPDFObjectHandle further = parse(*pdf_, "<<" + entries + ">>");
     for (const std::string &key : further.getKeys())
         stream.getDict().replaceKey(key, further.getKey(key));
     return stream.getObjectID();
 }
 
 void PdfBuilder::replaceObject(int number, const std::string &object) {
-    pdf_.replaceObject(number, 0, QPDFObjectHandle::parse(&pdf_, object));
+    pdf_->replaceObject(number, 0, parse(*pdf_, object));
 }
 
 void PdfBuilder::setCatalogEntry(const std::string &key, const std::string &object) {
-    pdf_.getRoot().replaceKey(key, QPDFObjectHandle::parse(&pdf_, object));
+    pdf_->getRoot().replaceKey(key, parse(*pdf_, object));
 }
 
 std::string PdfBuilder::pageReference(int index) const {
@@ -73,12 +82,14 @@ std::string PdfBuilder::pageReference(int index) const {
 }
 
 void PdfBuilder::save(const QString &path, const Options &options) const {
-    QPDFWriter writer(pdf_, QFile::encodeName(path).constData());
+    QPDFWriter writer(*pdf_, QFile::encodeName(path).constData());
     writer.setStaticID(true);
     writer.setPreserveEncryption(false);
     writer.setObjectStreamMode(options.objectStreams ? qpdf_o_generate : qpdf_o_disable);
-    writer.forcePDFVersion(options.version);
-    if (!options.userPassword.empty() || !options.ownerPassword.empty()) {
+    writer.setLinearization(options.linearized);
+    if (options.userPassword.empty() && options.ownerPassword.empty()) {
+        writer.forcePDFVersion(options.version);
+    } else {
         writer.setR6EncryptionParameters(options.userPassword.c_str(), options.ownerPassword.c_str(), true,
                                          true, true, true, true, true, qpdf_r3p_full, true);
     }

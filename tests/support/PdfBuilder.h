@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -42,9 +43,10 @@ public:
     struct Options {
         std::string version = "1.4";
         bool objectStreams = false;
+        bool linearized = false;
         /// With either password the file is encrypted; with a user password it is locked as well.
-        std::string userPassword;
-        std::string ownerPassword;
+        std::string userPassword = {};
+        std::string ownerPassword = {};
     };
     void save(const QString &path, const Options &options) const;
     void save(const QString &path) const { save(path, Options()); }
@@ -55,7 +57,7 @@ public:
                                 const std::string &text);
 
 private:
-    mutable QPDF pdf_;
+    std::shared_ptr<QPDF> pdf_ = QPDF::create();
     QPDFObjectHandle fonts_;
     std::vector<QPDFObjectHandle> pages_;
 };
