@@ -24,7 +24,7 @@ public:
     DocumentFonts() = default;
     explicit DocumentFonts(const FontCensus &census);
 
-    /// A font of the document, or nothing when none fits (or none is left).
+    /// A font of the document, or nothing when none fits. When all that fit were given, the last again.
     std::optional<Font> find(const FontDescription &description);
 
 private:
