@@ -54,7 +54,7 @@ std::optional<qint32> estimatePrintedPageOffset(const TextPages &pages) {
     for (const QString &number : numbersAtEnds(wordsB, count)) {
         const qint32 printed = integerValue(number) - 2;
         if (printedOnA.contains(QString::number(printed))) {
-            offset = integerValue(pages.pageLabel(pageA)) - printed;
+            offset = static_cast<qint32>(qint64{integerValue(pages.pageLabel(pageA))} - printed);
         }
     }
     return offset;
