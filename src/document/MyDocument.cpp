@@ -29,6 +29,7 @@ MyDocument::MyDocument(Platform &platform) : platform_(platform) {}
 MyDocument::~MyDocument() = default;
 
 bool MyDocument::readFromURL(const QString &path) {
+    openError_.reset();
     auto opened = PDFDocument::open(path);
     if (auto *error = std::get_if<PDFError>(&opened)) {
         openError_ = std::move(*error);
@@ -50,6 +51,7 @@ void MyDocument::prepareForEditing() {
     allowTOCediting_ = !pdfDoc_->isLocked() && !pdfDoc_->isEncrypted();
     lockTOCediting_ = false;
     pdfMapPageLabelToIndex_ = pageLabelMap(*pdfDoc_);
+    printedPageOffset_ = 0;
     userHasCheckedPrintedPageNumbers_ = false;
     listH1H2H3Config_.clear();
 }
