@@ -80,7 +80,8 @@ private:
 };
 
 PDFError unreadable(const std::system_error &error) {
-    const bool missing = error.code() == std::errc::no_such_file_or_directory;
+    const bool missing =
+        error.code() == std::errc::no_such_file_or_directory || error.code() == std::errc::not_a_directory;
     return {missing ? PDFError::Kind::FileMissing : PDFError::Kind::FileUnreadable,
             QString::fromLocal8Bit(error.code().message().c_str())};
 }
