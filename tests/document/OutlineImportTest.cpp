@@ -66,6 +66,12 @@ TEST_F(OutlineImport, TellsOfEntriesWithoutASpotAtAnyDepth) {
     EXPECT_TRUE(addOutlineChildren(*top, item, pages));
 }
 
+TEST_F(OutlineImport, TellsOfAnEntryWithoutASpotAboveOthersThatHaveOne) {
+    const auto top = entry("Zero", PDFDestination{0, {0, 0}});
+    add(*top, "Chapter", PDFDestination{1, {3, 4}});
+    EXPECT_TRUE(addOutlineChildren(*top, item, pages));
+}
+
 TEST_F(OutlineImport, OneZeroCoordinateIsASpot) {
     EXPECT_FALSE(addOutlineChildren(*entry("Left", PDFDestination{0, {0, 1e-9}}), item, pages));
     EXPECT_FALSE(addOutlineChildren(*entry("Bottom", PDFDestination{0, {1e-9, 0}}), item, pages));

@@ -143,6 +143,14 @@ TEST(MyOutlineItem, InsertionPutsTheItemAtItsIndex) {
               "+ [1] 0 (0,0)\n+ [1] A (0,0)\n+ [1] B (0,0)\n+ [1] C (0,0)\n+ [1] D (0,0)\n");
 }
 
+TEST(MyOutlineItem, RemovalTakesTheItemAtItsIndex) {
+    MyOutlineItem item;
+    addItems(item, {{"A"}, {"B"}, {"C"}});
+    EXPECT_EQ(item.removeObjectFromChildrenAtIndex(1)->pageTitle(), "B");
+    EXPECT_EQ(item.removeObjectFromChildrenAtIndex(1)->pageTitle(), "C");
+    EXPECT_EQ(test::treeText(item), "+ [1] A (0,0)\n");
+}
+
 TEST(MyOutlineItem, AnIndexOutOfRangeThrowsAndIsNotAnnounced) {
     MyOutlineItem item;
     addItems(item, {{"A"}});
