@@ -8,7 +8,6 @@ namespace leafwright {
 namespace {
 
 using test::addItems;
-using test::ItemSpec;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

@@ -5,14 +5,14 @@
 namespace leafwright {
 namespace {
 
-using test::ItemSpec;
+using test::NewItem;
 using test::PdfBuilder;
 
 /// Makes trees of items that lead to pages "i" to "iv" and "1" to "8" of US Letter size. The sequence is the
 /// same on every machine: distributions of the standard library would not be.
 class RandomTrees {
 public:
-    std::vector<ItemSpec> next() {
+    std::vector<NewItem> next() {
         budget_ = below(60);
         return siblings(0);
     }
@@ -20,8 +20,8 @@ public:
 private:
     int below(int end) { return static_cast<int>(generator_() % static_cast<unsigned>(end)); }
 
-    std::vector<ItemSpec> siblings(int depth) {
-        std::vector<ItemSpec> items;
+    std::vector<NewItem> siblings(int depth) {
+        std::vector<NewItem> items;
         while (budget_ > 0 && below(5) > 0) {
             --budget_;
             items.push_back({title(), label(), {}, {}});
@@ -70,14 +70,14 @@ private:
 };
 
 /// What a tree looks like once it was written: items at no particular spot have got one.
-void giveDefaultPoints(std::vector<ItemSpec> &items) {
-    for (ItemSpec &item : items) {
+void giveDefaultPoints(std::vector<NewItem> &items) {
+    for (NewItem &item : items) {
         if (!item.label.isNull() && item.point == QPointF(0, 0)) item.point = {306, 792};
         giveDefaultPoints(item.children);
     }
 }
 
-QString textOf(const std::vector<ItemSpec> &items) {
+QString textOf(const std::vector<NewItem> &items) {
     MyOutlineItem root;
     addItems(root, items);
     return test::treeText(root);
@@ -93,7 +93,7 @@ TEST_F(OutlineRoundTrip, RandomTreesComeBackAsTheyWere) {
     RandomTrees trees;
     qsizetype longest = 0;
     for (int round = 0; round < 40; ++round) {
-        std::vector<ItemSpec> items = trees.next();
+        std::vector<NewItem> items = trees.next();
         MyDocument writer(platform);
         load(writer, empty);
         addItems(writer.root(), items);

@@ -2,18 +2,18 @@
 
 namespace leafwright::test {
 
-std::unique_ptr<MyOutlineItem> makeItem(const ItemSpec &spec) {
+std::unique_ptr<MyOutlineItem> makeItem(const NewItem &parts) {
     auto item = std::make_unique<MyOutlineItem>();
-    item->setPageTitle(spec.title);
-    item->setPageLabel(spec.label);
-    item->setPointOnPage(spec.point);
-    addItems(*item, spec.children);
+    item->setPageTitle(parts.title);
+    item->setPageLabel(parts.label);
+    item->setPointOnPage(parts.point);
+    addItems(*item, parts.children);
     return item;
 }
 
-void addItems(MyOutlineItem &parent, const std::vector<ItemSpec> &specs) {
-    for (const ItemSpec &spec : specs)
-        parent.appendChild(makeItem(spec));
+void addItems(MyOutlineItem &parent, const std::vector<NewItem> &items) {
+    for (const NewItem &item : items)
+        parent.appendChild(makeItem(item));
 }
 
 namespace {

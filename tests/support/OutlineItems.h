@@ -8,17 +8,17 @@ namespace leafwright::test {
 
 /// What an outline item is made of, for writing down trees: `{"Chapter", "1", {72, 700}, {{"Section",
 /// "3"}}}`.
-struct ItemSpec {
+struct NewItem {
     QString title = QStringLiteral("Untitled");
     QString label = QStringLiteral("1");
     QPointF point = {};
-    std::vector<ItemSpec> children = {};
+    std::vector<NewItem> children = {};
 };
 
-std::unique_ptr<MyOutlineItem> makeItem(const ItemSpec &spec);
+std::unique_ptr<MyOutlineItem> makeItem(const NewItem &parts);
 
 /// Makes all of them children of an item, after those it has.
-void addItems(MyOutlineItem &parent, const std::vector<ItemSpec> &specs);
+void addItems(MyOutlineItem &parent, const std::vector<NewItem> &items);
 
 /// Everything below an item, a line an item, as "++ [iv] Title (72,700.5)": depth, label ("-" instead of the
 /// brackets when it is absent), title, point.
