@@ -5,6 +5,10 @@
 
 #include <QStringList>
 
+#include <charconv>
+#include <climits>
+#include <cmath>
+
 namespace leafwright {
 
 namespace {
@@ -14,6 +18,14 @@ FontTraits traitsFromToken(QStringView token) {
     if (token == u"+B") return BoldTrait;
     if (token == u"+I") return ItalicTrait;
     return 0;
+}
+
+/// The decimal number that a text begins with, after blanks; 0 if there is none. What follows it counts not.
+double leadingNumber(QStringView text) {
+    const QByteArray bytes = text.trimmed().toLatin1();
+    double number = 0;
+    std::from_chars(bytes.begin(), bytes.end(), number, std::chars_format::general);
+    return std::isfinite(number) ? number : 0;
 }
 
 QLatin1String traitSuffix(const Font &font) {
@@ -40,13 +52,14 @@ std::optional<LevelRecord> savedH1H2H3StringToFontLevelInfo(const QString &line,
     const qsizetype endQuote = line.indexOf(u'"', quote + 1);
     if (pieces.size() < 3 || quote < 0 || endQuote < 0 || pieces[0].size() < 2) return std::nullopt;
 
-    const int level = pieces[0].sliced(1).toInt();
-    const double size = double{pieces[1].toFloat()};
-    if (level < 1 || !(size > 0)) return std::nullopt;
+    const double level = leadingNumber(pieces[0].sliced(1));
+    const double size = double{static_cast<float>(leadingNumber(pieces[1]))};
+    if (!(level >= 1 && level <= INT_MAX) || !(size > 0)) return std::nullopt;
 
-    const FontTraits traits = traitsFromToken(QStringView(line).sliced(line.lastIndexOf(u' ') + 1));
+    const QStringView trimmed = QStringView(line).trimmed();
+    const FontTraits traits = traitsFromToken(trimmed.sliced(trimmed.lastIndexOf(u' ') + 1));
     const QString family = line.sliced(quote + 1, endQuote - quote - 1);
-    LevelRecord record = levelRecord(level, fontMatching({family, traits, size}, fonts));
+    LevelRecord record = levelRecord(static_cast<int>(level), fontMatching({family, traits, size}, fonts));
     record.level = pieces[0];
     return record;
 }

@@ -80,6 +80,14 @@ TEST(HeadingMapText, TheLastWordTellsTheTraits) {
     EXPECT_EQ(traits("H1/14.0/\"Times +B\""), 0U);
 }
 
+TEST(HeadingMapText, NumbersEndWhereTheirDigitsDo) {
+    const auto record = parse("H2 (sections)/ 18.5pt /\"Times\" +B  ");
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->levelNumber, 2);
+    EXPECT_EQ(record->font->pointSize(), 18.5);
+    EXPECT_EQ(record->font->symbolicTraits(), BoldTrait);
+}
+
 TEST(HeadingMapText, TheLevelStringStaysAsWritten) {
     const auto record = parse("H02/14.0/\"Times\"");
     ASSERT_TRUE(record);
