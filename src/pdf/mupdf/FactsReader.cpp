@@ -91,7 +91,8 @@ bool holdsSignature(const Object &catalog) {
 
 /// The later of the header's version and the catalog's (ISO 32000-1, 7.5.2).
 PDFVersion readVersion(Reader &reader, const Object &catalog) {
-    int version = guarded(reader.context(), [&] { return pdf_version(reader.context(), reader.document()); });
+    // The header's; MuPDF's own pdf_version() has the catalog win, even with nonsense.
+    int version = reader.document()->version;
     const QList<QByteArray> parts = catalog.get(PDF_NAME(Version)).toName().split('.');
     if (parts.size() == 2) version = std::max(version, parts[0].toInt() * 10 + parts[1].toInt());
     return {version / 10, version % 10};
