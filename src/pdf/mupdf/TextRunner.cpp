@@ -31,10 +31,14 @@ public:
     FontListener(pdf_processor *processor, pdf_obj *resources)
         : selectFont_(processor->op_Tf),
           showForm_(processor->op_Do_form),
+          beginState_(processor->op_gs_begin),
+          endState_(processor->op_gs_end),
           resources_(resources),
           outer_(current) {
         processor->op_Tf = onSelectFont;
         processor->op_Do_form = onShowForm;
+        processor->op_gs_begin = onBeginState;
+        processor->op_gs_end = onEndState;
         current = this;
     }
     ~FontListener() { current = outer_; }
@@ -61,13 +65,28 @@ private:
             [&] { listener->resources_ = outer; });
     }
 
+    static void onBeginState(fz_context *ctx, pdf_processor *processor, const char *name, pdf_obj *state) {
+        current->state_ = state;
+        if (current->beginState_) current->beginState_(ctx, processor, name, state);
+    }
+
+    static void onEndState(fz_context *ctx, pdf_processor *processor) {
+        current->state_ = nullptr;
+        if (current->endState_) current->endState_(ctx, processor);
+    }
+
+    /// The dictionary of the font selected: by name, or by the graphics state that is being set.
+    pdf_obj *dictionaryOf(fz_context *ctx, const char *name) const {
+        if (state_) return pdf_array_get(ctx, pdf_dict_get(ctx, state_, PDF_NAME(Font)), 0);
+        return pdf_dict_gets(ctx, pdf_dict_get(ctx, resources_, PDF_NAME(Font)), name ? name : "");
+    }
+
     void record(fz_context *ctx, const char *name, const pdf_font_desc *font) {
         for (const RecordedFont &known : fonts) {
             if (known.font == font->font) return;
         }
-        pdf_obj *dictionary = pdf_dict_gets(ctx, pdf_dict_gets(ctx, resources_, "Font"), name ? name : "");
         RecordedFont recorded{fz_keep_font(ctx, font->font),
-                              pdf_keep_obj(ctx, dictionary),
+                              pdf_keep_obj(ctx, dictionaryOf(ctx, name)),
                               {},
                               font->flags,
                               font->italic_angle};
@@ -79,7 +98,10 @@ private:
 
     decltype(pdf_processor::op_Tf) selectFont_;
     decltype(pdf_processor::op_Do_form) showForm_;
-    pdf_obj *resources_;  // borrowed from the page or form being run
+    decltype(pdf_processor::op_gs_begin) beginState_;
+    decltype(pdf_processor::op_gs_end) endState_;
+    pdf_obj *resources_;        // borrowed from the page or form being run
+    pdf_obj *state_ = nullptr;  // borrowed, while it is being set
     FontListener *outer_;
 };
 
