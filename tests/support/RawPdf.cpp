@@ -1,0 +1,86 @@
+#include "support/RawPdf.h"
+
+namespace leafwright::test {
+
+RawPdf &RawPdf::object(int number, const QByteArray &body) {
+    offsets_[number] = bytes_.size();
+    size_ = std::max(size_, number + 1);
+    bytes_ += QByteArray::number(number) + " 0 obj\n" + body + "\nendobj\n";
+    return *this;
+}
+
+RawPdf &RawPdf::endWithTable() {
+    const qint64 start = bytes_.size();
+    table(offsets_, {});
+    end(start);
+    return *this;
+}
+
+RawPdf &RawPdf::endWithStream(int number) {
+    const qint64 start = bytes_.size();
+    std::map<int, qint64> entries = offsets_;
+    entries[number] = start;
+    crossReferenceStream(number, entries);
+    end(start);
+    return *this;
+}
+
+RawPdf &RawPdf::endHybrid(int number, const QList<int> &hidden) {
+    std::map<int, qint64> seen = offsets_;
+    std::map<int, qint64> unseen;
+    for (const int object : hidden)
+        unseen.insert(seen.extract(object));
+    const qint64 stream = bytes_.size();
+    crossReferenceStream(number, unseen);
+    const qint64 start = bytes_.size();
+    table(seen, "/XRefStm " + QByteArray::number(stream));
+    end(start);
+    return *this;
+}
+
+void RawPdf::crossReferenceStream(int number, const std::map<int, qint64> &entries) {
+    size_ = std::max(size_, number + 1);
+    QByteArray index;
+    QByteArray data;
+    for (const auto &[object, offset] : entries) {
+        index += QByteArray::number(object) + " 1 ";
+        data += '\1';
+        for (int shift = 24; shift >= 0; shift -= 8)
+            data += static_cast<char>(offset >> shift);
+        data += '\0';
+    }
+    bytes_ += QByteArray::number(number) + " 0 obj\n<< /Type /XRef /W [1 4 1] /Index [" + index +
+              "] /Length " + QByteArray::number(data.size()) + trailerEntries() + " >>\nstream\n" + data +
+              "\nendstream\nendobj\n";
+}
+
+void RawPdf::table(const std::map<int, qint64> &entries, const QByteArray &further) {
+    bytes_ += "xref\n0 1\n0000000000 65535 f \n";
+    for (const auto &[object, offset] : entries) {
+        bytes_ += QByteArray::number(object) + " 1\n" + QByteArray::number(offset).rightJustified(10, '0') +
+                  " 00000 n \n";
+    }
+    bytes_ += "trailer\n<<" + trailerEntries() + further + " >>\n";
+}
+
+QByteArray RawPdf::trailerEntries() const {
+    QByteArray entries = " /Root 1 0 R /Size " + QByteArray::number(size_);
+    if (previous_) entries += " /Prev " + QByteArray::number(previous_);
+    return entries + ' ';
+}
+
+void RawPdf::end(qint64 crossReference) {
+    bytes_ += "startxref\n" + QByteArray::number(crossReference) + "\n%%EOF\n";
+    offsets_.clear();
+    previous_ = crossReference;
+}
+
+RawPdf rawPdfOfOnePage(const QByteArray &catalogEntries) {
+    RawPdf pdf;
+    pdf.object(1, "<< /Type /Catalog /Pages 2 0 R " + catalogEntries + " >>")
+        .object(2, "<< /Type /Pages /Kids [3 0 R] /Count 1 >>")
+        .object(3, "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] /Resources << >> >>");
+    return pdf;
+}
+
+}  // namespace leafwright::test
