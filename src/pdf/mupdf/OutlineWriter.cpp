@@ -2,6 +2,8 @@
 
 #include "pdf/TextString.h"
 
+#include <cmath>
+
 namespace leafwright::mupdf {
 
 namespace {
@@ -16,6 +18,13 @@ struct Numbered {
     int first = 0;
     int last = 0;
 };
+
+/// A coordinate that every reader can read. MuPDF writes a large one without a decimal point, and readers
+/// that take it for an integer lose the whole entry, and with it all behind it, when it is too large for one.
+double writableCoordinate(double value) {
+    constexpr double farthest = 1e9;
+    return std::isnan(value) ? 0 : std::clamp(value, -farthest, farthest);
+}
 
 /// Gives every entry below the root an object number: siblings in a row, parents before their children.
 std::vector<Numbered> number(Reader &reader, const PDFOutline &root) {
@@ -110,6 +119,8 @@ private:
     void putDestination(const Object &dictionary, const PDFDestination &destination) const {
         if (destination.pageIndex < 0 || destination.pageIndex >= reader_.pages().count()) return;
         const Object page = reader_.page(destination.pageIndex);
+        const double x = writableCoordinate(destination.point.x());
+        const double y = writableCoordinate(destination.point.y());
         put([&] {
             pdf_obj *array = pdf_dict_put_array(ctx_, dictionary.get(), PDF_NAME(Dest), 5);
             // A page that is no object of its own can only be told by its index.
@@ -119,8 +130,8 @@ private:
                 pdf_array_push_int(ctx_, array, destination.pageIndex);
             }
             pdf_array_push(ctx_, array, PDF_NAME(XYZ));
-            pdf_array_push_real(ctx_, array, destination.point.x());
-            pdf_array_push_real(ctx_, array, destination.point.y());
+            pdf_array_push_real(ctx_, array, x);
+            pdf_array_push_real(ctx_, array, y);
             pdf_array_push(ctx_, array, PDF_NULL);
         });
     }
