@@ -56,9 +56,14 @@ void RawPdf::crossReferenceStream(int number, const std::map<int, qint64> &entri
 
 void RawPdf::table(const std::map<int, qint64> &entries, const QByteArray &further) {
     bytes_ += "xref\n0 1\n0000000000 65535 f \n";
-    for (const auto &[object, offset] : entries) {
-        bytes_ += QByteArray::number(object) + " 1\n" + QByteArray::number(offset).rightJustified(10, '0') +
-                  " 00000 n \n";
+    for (auto first = entries.begin(); first != entries.end();) {
+        auto last = first;
+        QByteArray lines;
+        for (int number = first->first; last != entries.end() && last->first == number; ++number, ++last)
+            lines += QByteArray::number(last->second).rightJustified(10, '0') + " 00000 n \n";
+        bytes_ +=
+            QByteArray::number(first->first) + ' ' + QByteArray::number(lines.size() / 20) + '\n' + lines;
+        first = last;
     }
     bytes_ += "trailer\n<<" + trailerEntries() + further + " >>\n";
 }

@@ -1,0 +1,144 @@
+#include "pdf/ReadAhead.h"
+#include "support/OpenPdf.h"
+
+#include <atomic>
+#include <gmock/gmock.h>
+
+namespace leafwright {
+
+void PrintTo(const PageStretch &stretch, std::ostream *out) {
+    *out << stretch.pagemin << ".." << stretch.pagemax;
+}
+
+namespace {
+
+using test::openPdf;
+using test::PdfBuilder;
+using testing::Each;
+using testing::ElementsAre;
+
+/// Pages that count how often each is read.
+class CountingPages final : public TextPages {
+public:
+    explicit CountingPages(int count) : reads_(static_cast<size_t>(count)) {}
+
+    int pageCount() const override { return static_cast<int>(reads_.size()); }
+    QString pageLabel(int index) const override { return QString::number(index + 1); }
+    std::shared_ptr<const PageText> pageText(int index) const override {
+        ++reads_.at(static_cast<size_t>(index));
+        return std::make_shared<const PageText>();
+    }
+
+    std::vector<int> reads() const { return {reads_.begin(), reads_.end()}; }
+
+private:
+    mutable std::vector<std::atomic<int>> reads_;
+};
+
+TEST(WarmingStretches, OneThreadPer150Pages) {
+    EXPECT_THAT(warmingStretches(1), ElementsAre(PageStretch{0, 1}));
+    EXPECT_THAT(warmingStretches(149), ElementsAre(PageStretch{0, 149}));
+    EXPECT_THAT(warmingStretches(150), ElementsAre(PageStretch{0, 150}));
+    EXPECT_THAT(warmingStretches(299), ElementsAre(PageStretch{0, 299}));
+    EXPECT_THAT(warmingStretches(300), ElementsAre(PageStretch{0, 150}, PageStretch{150, 300}));
+    EXPECT_THAT(warmingStretches(450),
+                ElementsAre(PageStretch{0, 150}, PageStretch{150, 300}, PageStretch{300, 450}));
+}
+
+TEST(WarmingStretches, RemainderIsNotWarmed) {
+    EXPECT_THAT(warmingStretches(449), ElementsAre(PageStretch{0, 224}, PageStretch{224, 448}));
+    EXPECT_THAT(warmingStretches(301), ElementsAre(PageStretch{0, 150}, PageStretch{150, 300}));
+}
+
+TEST(WarmingStretches, WithoutPages) {
+    EXPECT_THAT(warmingStretches(0), ElementsAre(PageStretch{0, 0}));
+}
+
+TEST(WarmPages, ReadsItsStretch) {
+    const CountingPages pages(5);
+    warmPages(pages, {1, 4}, std::stop_token());
+    EXPECT_THAT(pages.reads(), ElementsAre(0, 1, 1, 1, 0));
+}
+
+TEST(WarmPages, StopsWhenAsked) {
+    const CountingPages pages(5);
+    std::stop_source source;
+    source.request_stop();
+    warmPages(pages, {0, 5}, source.get_token());
+    EXPECT_THAT(pages.reads(), Each(0));
+}
+
+TEST(ReadAllPages, ReadsEachOnce) {
+    const CountingPages pages(1000);
+    readAllPages(pages);
+    EXPECT_THAT(pages.reads(), Each(1));
+    readAllPages(CountingPages(0));
+}
+
+TEST(PageWarmer, ReadsNothingTwiceAndEndsWithItsThreads) {
+    const CountingPages pages(449);
+    { const PageWarmer warmer(pages); }
+    EXPECT_THAT(pages.reads(), Each(testing::Le(1)));
+    EXPECT_EQ(pages.reads()[448], 0);
+}
+
+PdfBuilder manyPages(int count) {
+    PdfBuilder pdf;
+    for (int i = 0; i < count; ++i) {
+        pdf.addPage(
+            PdfBuilder::showText(i % 2 ? "F1" : "F3", 10 + i % 5, 72, 700, "Heading " + std::to_string(i)) +
+            PdfBuilder::showText("F4", 10, 72, 600, "Text of the page"));
+    }
+    return pdf;
+}
+
+TEST(ConcurrentReading, ThreadsReadTheSameAsOne) {
+    constexpr int count = 60;
+    const PdfBuilder pdf = manyPages(count);
+    const auto alone = openPdf(pdf);
+    const auto shared = openPdf(pdf);
+    {
+        std::vector<std::jthread> threads;
+        for (int k = 0; k < 8; ++k) {
+            threads.emplace_back([&shared, k] {
+                for (int i = 0; i < count; ++i)
+                    shared->pageText(k % 2 ? i : count - 1 - i);
+            });
+        }
+    }
+    for (int i = 0; i < count; ++i) {
+        const auto expected = alone->pageText(i);
+        const auto read = shared->pageText(i);
+        ASSERT_EQ(read->attributedString.string, expected->attributedString.string) << i;
+        ASSERT_EQ(read->attributedString.runs, expected->attributedString.runs) << i;
+        ASSERT_EQ(read->runBounds, expected->runBounds) << i;
+    }
+}
+
+TEST(ConcurrentReading, BoxesOutlineAndWritingBesideTheText) {
+    constexpr int count = 30;
+    PdfBuilder pdf = manyPages(count);
+    test::addOutline(pdf, {{"(A)", "[" + pdf.pageReference(7) + " /Fit]"}});
+    const auto document = openPdf(pdf);
+    const size_t boxes = document->engine().characterBoxes(3).size();
+    std::atomic<int> wrong = 0;
+    {
+        const PageWarmer warmer(*document);
+        std::vector<std::jthread> threads;
+        for (int k = 0; k < 4; ++k) {
+            threads.emplace_back([&] {
+                for (int i = 0; i < 10; ++i) {
+                    if (document->engine().characterBoxes(3).size() != boxes) ++wrong;
+                    if (document->engine().readOutline()->childAtIndex(0).destination()->pageIndex != 7)
+                        ++wrong;
+                }
+            });
+        }
+        readAllPages(*document);
+    }
+    EXPECT_EQ(wrong, 0);
+    EXPECT_EQ(test::textOf(*document, 29), "Heading 29\nText of the page\n");
+}
+
+}  // namespace
+}  // namespace leafwright
