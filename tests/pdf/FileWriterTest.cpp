@@ -48,7 +48,7 @@ void expectAppended(const TempDir &dir, const QByteArray &original) {
     EXPECT_EQ(check.exitCode, 0) << check.out.toStdString() << check.err.toStdString();
     EXPECT_THAT(linesByQpdf(dir.path("out.pdf")),
                 ElementsAre("New -> 0 (72, 700)", "  Below -> 0 (72, 600)"));
-    const auto poppler = test::runProgram("pdfinfo", {dir.path("out.pdf")});
+    const auto poppler = test::runProgram("pdfinfo", {"-dests", dir.path("out.pdf")});
     EXPECT_EQ(poppler.exitCode, 0);
     EXPECT_EQ(poppler.err, "");
     const auto again = openPdf(dir.path("out.pdf"));
