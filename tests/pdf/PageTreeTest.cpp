@@ -8,7 +8,6 @@ namespace {
 using test::openPdf;
 using test::PdfBuilder;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 /// A page tree made by hand. Every page says its name, so that the tests see which one came where.
 class Tree {

@@ -115,7 +115,7 @@ TEST(ConcurrentReading, ThreadsReadTheSameAsOne) {
     }
 }
 
-TEST(ConcurrentReading, BoxesOutlineAndWritingBesideTheText) {
+TEST(ConcurrentReading, BoxesAndOutlineBesideTheText) {
     constexpr int count = 30;
     PdfBuilder pdf = manyPages(count);
     test::addOutline(pdf, {{"(A)", "[" + pdf.pageReference(7) + " /Fit]"}});
