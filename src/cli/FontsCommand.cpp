@@ -58,7 +58,9 @@ void print(const FontCensus &census, const HeadingLevelMap &map, Console &consol
 bool saveMap(const HeadingLevelMap &map, const QString &path, Console &console) {
     QSaveFile file(path);
     const QByteArray bytes = stringToSaveListH1H2H3(map).toUtf8();
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit()) return true;
+    // Flushed before the commit, which passes over what is in the buffer and can't be written.
+    const bool written = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
+    if (written && file.commit()) return true;
     console.message(translated("%1: the map could not be written: %2").arg(path, file.errorString()));
     return false;
 }

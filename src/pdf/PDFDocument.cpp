@@ -76,6 +76,13 @@ std::optional<PDFError> PDFDocument::writeAndReplace(const QString &path,
         file.cancelWriting();
         return failure(error->message);
     }
+    // The commit passes over what is still in the buffer and can't be written: a full disk would cut the
+    // file short.
+    if (!file.flush()) {
+        const QString reason = file.errorString();
+        file.cancelWriting();
+        return failure(reason);
+    }
     if (!file.commit()) return failure(file.errorString());
     return std::nullopt;
 }
