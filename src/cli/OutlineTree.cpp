@@ -5,6 +5,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <cctype>
 #include <cmath>
 #include <stdexcept>
 
@@ -108,6 +109,14 @@ Tree treeFromJson(const QJsonArray &nodes, const TextPages &pages) {
     return root;
 }
 
+bool looksLikeJson(QByteArrayView text) {
+    constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
+    if (text.startsWith(byteOrderMark)) text = text.sliced(byteOrderMark.size());
+    const auto first = std::find_if_not(text.begin(), text.end(),
+                                        [](char c) { return std::isspace(static_cast<unsigned char>(c)); });
+    return first != text.end() && (*first == '[' || *first == '{');
+}
+
 Tree treeFromPlusLines(const QString &text) {
     struct Level {
         MyOutlineItem *item;
@@ -143,8 +152,7 @@ Tree treeFromPlusLines(const QString &text) {
 }  // namespace
 
 Tree parseOutlineTree(const QByteArray &text, const TextPages &pages) {
-    const QByteArray start = text.left(64).trimmed();
-    if (!start.startsWith('[') && !start.startsWith('{')) return treeFromPlusLines(QString::fromUtf8(text));
+    if (!looksLikeJson(text)) return treeFromPlusLines(QString::fromUtf8(text));
     QJsonParseError error;
     const QJsonDocument json = QJsonDocument::fromJson(text, &error);
     if (error.error == QJsonParseError::DeepNesting) {
