@@ -1,0 +1,248 @@
+#include "support/CliFiles.h"
+#include "support/CliRun.h"
+
+#include <QFileInfo>
+
+#include <gmock/gmock.h>
+
+namespace leafwright::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+/// Writes the tree into a PDF of three pages, out.pdf.
+CliResult apply(const TempDir &dir, const QByteArray &tree) {
+    saveBytes(dir.path("tree"), tree);
+    const QString path = savePdf(dir, "in.pdf", 3, {"Old Entry"});
+    return runCli({"apply", path, dir.path("tree"), "-o", dir.path("out.pdf")});
+}
+
+/// The same, and what the outline then is.
+QJsonArray applied(const TempDir &dir, const QByteArray &tree) {
+    const CliResult result = apply(dir, tree);
+    EXPECT_EQ(result.exitCode, 0) << result.err.constData();
+    return outlineOf(dir.path("out.pdf"));
+}
+
+QJsonObject node(const QString &title, const QJsonValue &label, const QJsonValue &index,
+                 const QJsonArray &point, const QJsonArray &children = {}) {
+    return {{"title", title},
+            {"pageLabel", label},
+            {"pageIndex", index},
+            {"point", point},
+            {"children", children}};
+}
+
+const QJsonArray topOfPage{306, 792};
+
+TEST(ApplyCommand, JsonReplacesTheOutline) {
+    const TempDir dir;
+    const QJsonArray tree{node("One", "2", 1, {72, 700.25}, {node("Below", "3", 2, {10, 20})}),
+                          node("Two", "1", 0, {0.5, -3})};
+    const CliResult result = apply(dir, QJsonDocument(tree).toJson());
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(outlineOf(dir.path("out.pdf")), tree);
+    EXPECT_EQ(plusLinesOf(dir.path("in.pdf")), "+ @1 Old Entry\n");
+}
+
+TEST(ApplyCommand, PlusLinesReplaceTheOutline) {
+    const TempDir dir;
+    const QByteArray lines =
+        "+ @2 One\n"
+        "++ @3 Below One\n"
+        "+ @1 Two  with  blanks\n";
+    EXPECT_EQ(apply(dir, lines).exitCode, 0);
+    EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), lines);
+}
+
+TEST(ApplyCommand, TheOriginalStandsInFrontOfTheResult) {
+    const TempDir dir;
+    apply(dir, "+ @2 One\n");
+    EXPECT_TRUE(bytesOf(dir.path("out.pdf")).startsWith(bytesOf(dir.path("in.pdf"))));
+}
+
+TEST(ApplyCommand, TreeMayComeFromStandardInput) {
+    const TempDir dir;
+    saveBytes(dir.path("tree"), "+ @2 From Standard Input\n");
+    const StandardInput input(dir.path("tree"));
+    EXPECT_EQ(runCli({"apply", savePdf(dir, "in.pdf", 3), "-", "-o", dir.path("out.pdf")}).exitCode, 0);
+    EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), "+ @2 From Standard Input\n");
+}
+
+TEST(ApplyCommand, EmptyTreeRemovesTheOutline) {
+    const TempDir dir;
+    EXPECT_THAT(applied(dir, "[]"), IsEmpty());
+    EXPECT_THAT(applied(dir, ""), IsEmpty());
+}
+
+TEST(ApplyCommand, OnlyTheTitleIsNeeded) {
+    const TempDir dir;
+    EXPECT_EQ(applied(dir, R"([{"title": "Bare"}])"), (QJsonArray{node("Bare", {}, {}, {0, 0})}));
+}
+
+TEST(ApplyCommand, NodeWithoutPageStaysWithoutAndIsSaidTo) {
+    const TempDir dir;
+    const CliResult result = apply(dir, R"([{"title": "A", "pageLabel": null, "pageIndex": null},
+                                            {"title": "B", "point": [5, 6]}])");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "leafwright-cli: 2 entries have no page; they are written without one\n");
+    EXPECT_EQ(outlineOf(dir.path("out.pdf")),
+              (QJsonArray{node("A", {}, {}, {0, 0}), node("B", {}, {}, {0, 0})}));
+}
+
+TEST(ApplyCommand, PageIndexCountsWithoutALabelOnly) {
+    const TempDir dir;
+    EXPECT_EQ(applied(dir, R"([{"title": "A", "pageIndex": 2, "point": [1, 2]},
+                               {"title": "B", "pageIndex": 2, "pageLabel": "2", "point": [1, 2]},
+                               {"title": "C", "pageIndex": 99, "pageLabel": "1", "point": [1, 2]}])"),
+              (QJsonArray{node("A", "3", 2, {1, 2}), node("B", "2", 1, {1, 2}), node("C", "1", 0, {1, 2})}));
+}
+
+TEST(ApplyCommand, NoParticularSpotBecomesTheMiddleOfThePagesTopEdge) {
+    const TempDir dir;
+    EXPECT_EQ(applied(dir, R"([{"title": "A", "pageLabel": "2"},
+                               {"title": "B", "pageLabel": "2", "point": [0, 0]},
+                               {"title": "C", "pageLabel": "2", "point": null},
+                               {"title": "D", "pageLabel": "2", "point": [0, 1]}])"),
+              (QJsonArray{node("A", "2", 1, topOfPage), node("B", "2", 1, topOfPage),
+                          node("C", "2", 1, topOfPage), node("D", "2", 1, {0, 1})}));
+}
+
+TEST(ApplyCommand, UnknownLabelLeadsToTheFirstPageAndIsSaidTo) {
+    const TempDir dir;
+    const CliResult result = apply(dir, "+ @2 Known\n++ @xii Unknown\n");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(
+        result.err,
+        "leafwright-cli: \"Unknown\": no page is labelled \"xii\"; the entry leads to the first page\n");
+    EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), "+ @2 Known\n++ @1 Unknown\n");
+}
+
+TEST(ApplyCommand, ManyUnknownLabelsAreSummedUp) {
+    const TempDir dir;
+    QByteArray lines;
+    for (int i = 0; i < 13; ++i)
+        lines += "+ @nowhere Entry\n";
+    const CliResult result = apply(dir, lines);
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err.count("no page is labelled"), 10);
+    EXPECT_THAT(result.err.toStdString(),
+                HasSubstr("3 more entries with unknown page labels lead to the first page"));
+}
+
+TEST(ApplyCommand, OfPagesWithOneLabelItIsTheLast) {
+    const TempDir dir;
+    PdfBuilder pdf;
+    pdf.addNumberedPages(3);
+    pdf.setCatalogEntry("/PageLabels", "<< /Nums [0 << /P (same) >> 2 << /P (other) >>] >>");
+    pdf.save(dir.path("in.pdf"));
+    saveBytes(dir.path("tree"), "+ @same Entry\n");
+    EXPECT_EQ(runCli({"apply", dir.path("in.pdf"), dir.path("tree"), "-o", dir.path("out.pdf")}).exitCode, 0);
+    EXPECT_EQ(outlineOf(dir.path("out.pdf")), (QJsonArray{node("Entry", "same", 1, topOfPage)}));
+}
+
+TEST(ApplyCommand, PrintedPageNumbersAreFoundInTheText) {
+    const TempDir dir;
+    PdfBuilder pdf;
+    for (int page = 0; page < 12; ++page) {
+        // The first two pages are the cover, so that page 3 has "1" printed on it.
+        const std::string printed = page < 2 ? "" : std::to_string(page - 1);
+        pdf.addPage(PdfBuilder::showText("F1", 10, 72, 700, "Some words of the text " + printed));
+    }
+    pdf.save(dir.path("in.pdf"));
+    saveBytes(dir.path("tree"), "+ @p5 Lower\n+ @P6 Upper\n");
+    const CliResult result =
+        runCli({"apply", dir.path("in.pdf"), dir.path("tree"), "-o", dir.path("out.pdf")});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), "+ @7 Lower\n+ @8 Upper\n");
+}
+
+TEST(ApplyCommand, TitlesOfAllKindsSurvive) {
+    const TempDir dir;
+    const QJsonArray tree{
+        node("", "1", 0, topOfPage),
+        node(QString::fromUtf8("Emoji \xF0\x9F\x98\x80 and accents \xC3\xA9"), "1", 0, topOfPage),
+        node(QString::fromUtf8("\xD7\xA9\xD7\x9C\xD7\x95\xD7\x9D"), "1", 0, topOfPage),  // Hebrew
+        node("Two\nlines\tand a tab", "1", 0, topOfPage),
+        node("(parentheses) \\ \"quotes\" <tags>", "1", 0, topOfPage),
+        node("  blanks around  ", "1", 0, topOfPage),
+        node(QString(70'000, u'x'), "1", 0, topOfPage)};
+    EXPECT_EQ(applied(dir, QJsonDocument(tree).toJson()), tree);
+}
+
+TEST(ApplyCommand, LoneSurrogatesSurvive) {
+    const TempDir dir;
+    EXPECT_EQ(apply(dir, R"([{"title": "A\ud83dB", "pageLabel": "1"}])").exitCode, 0);
+    const CliResult result = runCli({"outline", dir.path("out.pdf")});
+    EXPECT_THAT(result.out.toStdString(), HasSubstr(R"("title": "A\ud83dB")"));
+}
+
+TEST(ApplyCommand, ByteOrderMarkIsNoPartOfTheTree) {
+    const TempDir dir;
+    EXPECT_EQ(apply(dir, "\xEF\xBB\xBF[{\"title\": \"A\", \"pageLabel\": \"2\"}]").exitCode, 0);
+    EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), "+ @2 A\n");
+    EXPECT_EQ(apply(dir, "\xEF\xBB\xBF+ @3 B\n").exitCode, 0);
+    EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), "+ @3 B\n");
+}
+
+TEST(ApplyCommand, JsonMayStandBehindAnyBlanks) {
+    const TempDir dir;
+    EXPECT_EQ(apply(dir, QByteArray(100, '\n') + R"([{"title": "A", "pageLabel": "2"}])").exitCode, 0);
+    EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), "+ @2 A\n");
+}
+
+TEST(ApplyCommand, OwnOutputIsAFixedPoint) {
+    const TempDir dir;
+    PdfBuilder pdf;
+    pdf.addNumberedPages(3);
+    addOutline(pdf, {{"(Fit)", "[" + pdf.pageReference(1) + " /Fit]"},
+                     {"(Nowhere)", "", {{"(Below)", "[" + pdf.pageReference(2) + " /XYZ 1.25 2.5 null]"}}}});
+    pdf.save(dir.path("0.pdf"));
+    for (int round = 0; round < 2; ++round) {
+        const QString from = dir.path(QStringLiteral("%1.pdf").arg(round));
+        saveBytes(dir.path("tree"), runCli({"outline", from}).out);
+        const QString to = dir.path(QStringLiteral("%1.pdf").arg(round + 1));
+        ASSERT_EQ(runCli({"apply", from, dir.path("tree"), "-o", to}).exitCode, 0);
+    }
+    EXPECT_EQ(outlineOf(dir.path("1.pdf"))[0].toObject()["point"], topOfPage);
+    EXPECT_EQ(plusLinesOf(dir.path("1.pdf")), plusLinesOf(dir.path("0.pdf")));
+    EXPECT_EQ(outlineOf(dir.path("2.pdf")), outlineOf(dir.path("1.pdf")));
+}
+
+TEST(ApplyCommand, AHundredThousandItemsThereAndBack) {
+    const TempDir dir;
+    QByteArray tree = "[";
+    for (int i = 0; i < 1000; ++i) {
+        tree +=
+            (i ? ",{" : "{") + QByteArray(R"("title":"Chapter","pageLabel":"1","point":[1,2],"children":[)");
+        for (int k = 0; k < 99; ++k) {
+            tree += (k ? ",{" : "{") + QByteArray(R"("title":"Section )") + QByteArray::number(k) +
+                    R"(","pageLabel":"2","point":[3,4]})";
+        }
+        tree += "]}";
+    }
+    tree += "]";
+    ASSERT_EQ(apply(dir, tree).exitCode, 0);
+    const QByteArray lines = runCli({"outline", dir.path("out.pdf"), "--format", "plus"}).out;
+    EXPECT_EQ(lines.count('\n'), 100'000);
+    EXPECT_TRUE(lines.endsWith("++ @2 Section 98\n"));
+
+    const QByteArray json = runCli({"outline", dir.path("out.pdf")}).out;
+    ASSERT_EQ(apply(dir, json).exitCode, 0);
+    EXPECT_EQ(runCli({"outline", dir.path("out.pdf")}).out, json);
+}
+
+TEST(ApplyCommand, OutputMayBeTheInput) {
+    const TempDir dir;
+    const QString path = savePdf(dir, "in.pdf", 2, {"Old"});
+    saveBytes(dir.path("tree"), "+ @2 New\n");
+    EXPECT_EQ(runCli({"apply", path, dir.path("tree"), "-o", path}).exitCode, 0);
+    EXPECT_EQ(plusLinesOf(path), "+ @2 New\n");
+}
+
+}  // namespace
+}  // namespace leafwright::test
