@@ -1,0 +1,50 @@
+#include "support/Corpus.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace leafwright::test {
+
+namespace {
+
+const char *const standIn = "NotAtHand";
+
+QString corpusPath(const std::string &name, const char *suffix) {
+    return QStringLiteral(LEAFWRIGHT_CORPUS "/") + QString::fromStdString(name) + suffix;
+}
+
+}  // namespace
+
+std::vector<std::string> corpusNames() {
+    std::vector<std::string> names;
+    for (const QString &file :
+         QDir(QStringLiteral(LEAFWRIGHT_CORPUS)).entryList({"*.pdf"}, QDir::Files, QDir::Name)) {
+        names.push_back(file.chopped(4).toStdString());
+    }
+    if (names.empty()) names.emplace_back(standIn);
+    return names;
+}
+
+std::string corpusTestName(const testing::TestParamInfo<std::string> &test) {
+    std::string name;
+    for (const char c : test.param) {
+        const bool allowed =
+            (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+        name += allowed ? std::string(1, c) : "_x" + QByteArray(1, c).toHex().toStdString();
+    }
+    return name;
+}
+
+void CorpusTest::SetUp() {
+    if (!QFileInfo::exists(pdf())) GTEST_SKIP() << "no such file: " << qPrintable(pdf());
+}
+
+QString CorpusTest::pdf() {
+    return corpusPath(GetParam(), ".pdf");
+}
+
+QString CorpusTest::expectation() {
+    return corpusPath(GetParam(), ".expected.json");
+}
+
+}  // namespace leafwright::test
