@@ -23,7 +23,7 @@ HeadingLevelMap mapFromJson(const QJsonArray &rows, DocumentFonts fonts) {
                                   (row[QLatin1String("italic")].toBool() ? ItalicTrait : 0U);
         const QString name = row[QLatin1String("font")].toString();
         if (level < 1 || !(size > 0) || name.isEmpty()) continue;
-        map.push_back(levelRecord(level, fontMatching({name, traits, size}, fonts)));
+        map.push_back(levelRecord(level, fontMatchingPrinted({name, traits, size}, fonts)));
     }
     sortByLevel(map);
     return map;

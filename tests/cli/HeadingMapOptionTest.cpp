@@ -37,6 +37,49 @@ TEST(HeadingMapOption, PrintedMapGivesTheItemsOfTheGuessedOne) {
     EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), outlineOfHeadings);
 }
 
+/// Fonts that only the second decimal of their sizes tells apart, the smaller one first, over body text of 8.
+QString savePdfWithCloseSizes(const TempDir &dir) {
+    PdfBuilder pdf;
+    for (const char *word : {"Alpha", "Gamma"}) {
+        pdf.addPage(PdfBuilder::showText("F2", 12.46, 72, 700, std::string("Smaller ") + word) +
+                    PdfBuilder::showText("F2", 12.5, 72, 600, std::string("Larger ") + word) +
+                    PdfBuilder::showText("F1", 8, 72, 500, "The body text of this document is longer."));
+    }
+    pdf.save(dir.path("close.pdf"));
+    return dir.path("close.pdf");
+}
+
+TEST(HeadingMapOption, SizesThatPrintAlikeKeepTheirLevels) {
+    const TempDir dir;
+    const QString path = savePdfWithCloseSizes(dir);
+    const QString out = dir.path("out.pdf");
+    ASSERT_EQ(runCli({"autotoc", path, "-o", out}).exitCode, 0);
+    const QString guessed = plusLinesOf(out);
+    EXPECT_EQ(guessed,
+              "+ @1 Smaller Alpha Larger Alpha\n"  // the smaller one can't go deeper than the tree
+              "++ @2 Smaller Gamma\n"
+              "+ @2 Larger Gamma\n");
+
+    saveBytes(dir.path("printed"), runCli({"fonts", path, "--save-map", dir.path("saved")}).out);
+    EXPECT_EQ(bytesOf(dir.path("saved")), "H1/12.5/\"Helvetica\" +B\nH2/12.5/\"Helvetica\" +B\n");
+    for (const char *map : {"saved", "printed"}) {
+        EXPECT_EQ(runCli({"autotoc", path, "-o", out, "--map", dir.path(map)}).exitCode, 0);
+        EXPECT_EQ(plusLinesOf(out), guessed) << map;
+    }
+}
+
+TEST(HeadingMapOption, PrintedRowMeansTheVeryFontItWasPrintedFor) {
+    const TempDir dir;
+    const QString path = savePdfWithCloseSizes(dir);
+    for (const auto &[size, title] : {std::pair(12.46, "Smaller"), std::pair(12.5, "Larger")}) {
+        const QJsonObject row{{"levelNumber", 1}, {"font", "Helvetica Bold"}, {"size", size}, {"bold", true}};
+        saveBytes(dir.path("map"), QJsonDocument(QJsonArray{row}).toJson());
+        ASSERT_EQ(runCli({"autotoc", path, "-o", dir.path("out.pdf"), "--map", dir.path("map")}).exitCode, 0);
+        EXPECT_EQ(plusLinesOf(dir.path("out.pdf")),
+                  QStringLiteral("+ @1 %1 Alpha\n+ @2 %1 Gamma\n").arg(title));
+    }
+}
+
 TEST(HeadingMapOption, EditedMapDecides) {
     const TempDir dir;
     const CliResult result = runWithMap(dir,
