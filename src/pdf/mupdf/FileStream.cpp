@@ -51,7 +51,10 @@ struct StreamState {
 int nextBytes(fz_context *ctx, fz_stream *stream, size_t /*max*/) {
     auto *state = static_cast<StreamState *>(stream->state);
     const qint64 count = state->file->readAt(stream->pos, state->buffer, sizeof state->buffer);
-    if (count < 0) fz_throw(ctx, FZ_ERROR_GENERIC, "read error: %s", std::strerror(errno));
+    if (count < 0) {
+        char reason[128];
+        fz_throw(ctx, FZ_ERROR_GENERIC, "read error: %s", ::strerror_r(errno, reason, sizeof reason));
+    }
     stream->rp = state->buffer;
     stream->wp = state->buffer + count;
     stream->pos += count;

@@ -5,7 +5,7 @@
 #include <QCoreApplication>
 
 #include <cerrno>
-#include <cstring>
+#include <system_error>
 
 namespace leafwright::mupdf {
 
@@ -110,7 +110,7 @@ std::optional<QString> copyOriginal(const FileHandle &file, QIODevice &out, Page
     for (qint64 offset = 0; offset < file.size();) {
         const qint64 count =
             file.readAt(offset, buffer.data(), std::min<qint64>(file.size() - offset, std::ssize(buffer)));
-        if (count < 0) return QString::fromLocal8Bit(std::strerror(errno));
+        if (count < 0) return QString::fromLocal8Bit(std::generic_category().message(errno).c_str());
         if (count == 0) {
             return QCoreApplication::translate("FileWriter", "the original was cut short by another program");
         }
