@@ -27,6 +27,8 @@ public:
     /// @param platform must outlive the document
     explicit MyDocument(Platform &platform);
     ~MyDocument();
+    MyDocument(const MyDocument &) = delete;
+    MyDocument &operator=(const MyDocument &) = delete;
 
     /// Opens the PDF at a path. When there is no file, false, without an alert; when it can't be opened,
     /// beep, alert, false. openError() tells why in detail.

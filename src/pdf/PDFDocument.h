@@ -28,6 +28,8 @@ public:
     /// Opens a file. A locked or encrypted file opens too, see isLocked().
     static Result<std::unique_ptr<PDFDocument>> open(const QString &path);
     ~PDFDocument() override;
+    PDFDocument(const PDFDocument &) = delete;
+    PDFDocument &operator=(const PDFDocument &) = delete;
 
     int pageCount() const override { return static_cast<int>(pages_.size()); }
     /// The page at a 0-based index, owned by the document; null out of range.

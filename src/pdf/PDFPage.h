@@ -12,8 +12,11 @@ class PDFSelection;
 /// One page of a document, which owns it. Pages are told apart by their address.
 class PDFPage {
 public:
+    ~PDFPage() = default;
     PDFPage(const PDFPage &) = delete;
     PDFPage(PDFPage &&) = default;
+    PDFPage &operator=(const PDFPage &) = delete;
+    PDFPage &operator=(PDFPage &&) = delete;
 
     const PDFDocument &document() const { return *document_; }
     int index() const { return index_; }  ///< 0-based.
