@@ -45,7 +45,7 @@ public:
     FontListener(const FontListener &) = delete;
     FontListener &operator=(const FontListener &) = delete;
 
-    std::vector<RecordedFont> fonts;
+    const std::vector<RecordedFont> &fonts() const { return fonts_; }
 
 private:
     static void onSelectFont(fz_context *ctx, pdf_processor *processor, const char *name, pdf_font_desc *font,
@@ -82,7 +82,7 @@ private:
     }
 
     void record(fz_context *ctx, const char *name, const pdf_font_desc *font) {
-        for (const RecordedFont &known : fonts) {
+        for (const RecordedFont &known : fonts_) {
             if (known.font == font->font) return;
         }
         RecordedFont recorded{fz_keep_font(ctx, font->font),
@@ -91,7 +91,7 @@ private:
                               font->flags,
                               font->italic_angle};
         if (name) std::strncpy(recorded.resourceName, name, sizeof recorded.resourceName - 1);
-        fonts.push_back(recorded);
+        fonts_.push_back(recorded);
     }
 
     static thread_local FontListener *current;
@@ -103,6 +103,7 @@ private:
     pdf_obj *resources_;        // borrowed from the page or form being run
     pdf_obj *state_ = nullptr;  // borrowed, while it is being set
     FontListener *outer_;
+    std::vector<RecordedFont> fonts_;
 };
 
 thread_local FontListener *FontListener::current = nullptr;
@@ -171,7 +172,7 @@ void StructuredText::run(Reader &reader, const Object &page, fz_matrix toDevice)
         } catch (const Error &error) {
             qCDebug(log, "page content ends early: %s", error.what());
         }
-        for (const RecordedFont &font : listener.fonts) {
+        for (const RecordedFont &font : listener.fonts()) {
             keptFonts_.push_back(font.font);
             fonts_.push_back(
                 {font.font, Object(ctx_, font.dictionary), font.resourceName, font.flags, font.italicAngle});
