@@ -11,12 +11,13 @@ template <typename Visit>
 void walkPages(const Object &root, PageTree::Kids trust, Visit &&visit) {
     struct Pending {
         Object object;
-        bool presumedPage;
+        bool presumedPage = false;
     };
     QSet<int> visitedNodes;
-    std::vector<Pending> pending{{root, false}};
+    std::vector<Pending> pending{{root}};
     while (!pending.empty()) {
-        const auto [object, presumedPage] = std::move(pending.back());
+        const Object object = std::move(pending.back().object);
+        const bool presumedPage = pending.back().presumedPage;
         pending.pop_back();
         if (presumedPage || isPage(object)) {
             if (!visit(object)) return;
