@@ -68,7 +68,7 @@ void DestinationReader::collectNames() {
     }
 }
 
-QPointF DestinationReader::pointOf(const Object &destination, const Object &page) const {
+QPointF DestinationReader::pointOf(const Object &destination, const Object &page) {
     // ISO 32000-1, table 151: where the coordinates stand in each form.
     const QByteArray form = destination.at(1).toName();
     Object x;

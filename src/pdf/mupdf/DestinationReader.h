@@ -20,7 +20,7 @@ public:
 private:
     Object resolveNames(Object destination);
     void collectNames();
-    QPointF pointOf(const Object &destination, const Object &page) const;
+    static QPointF pointOf(const Object &destination, const Object &page);
 
     Reader &reader_;
     bool namesCollected_ = false;
