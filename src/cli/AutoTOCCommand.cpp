@@ -79,7 +79,7 @@ std::optional<QString> autoTOC(const QString &file, const QString &out, const Re
 QString sharedFileName(const QStringList &files) {
     QSet<QString> names;
     for (const QString &file : files) {
-        const QString name = QFileInfo(file).fileName();
+        QString name = QFileInfo(file).fileName();
         if (names.contains(name)) return name;
         names.insert(name);
     }

@@ -49,7 +49,7 @@ public:
 
 private:
     struct Container {
-        Layout layout;
+        Layout layout = Layout::Lines;
         bool empty = true;
     };
     void begin(char bracket, Layout layout);

@@ -25,7 +25,7 @@ public:
 
 private:
     struct Part {
-        const PDFPage *page;
+        const PDFPage *page = nullptr;
         TextRange range;
     };
     std::vector<Part> parts_;

@@ -8,7 +8,7 @@ constexpr int longestNumeral = 1000;
 
 QString romanNumeral(int number) {
     struct Digit {
-        int value;
+        int value = 0;
         QLatin1String letters;
     };
     static constexpr Digit digits[] = {
