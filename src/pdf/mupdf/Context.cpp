@@ -54,7 +54,8 @@ void *reallocate(void *user, void *block, size_t size) {
     auto &inUse = *static_cast<size_t *>(user);
     const size_t before = block ? malloc_usable_size(block) : 0;
     if (size > before && size - before > mostBytes - std::min(inUse, mostBytes)) return nullptr;
-    void *moved = std::realloc(block, size);
+    // MuPDF frees a block rather than ask for one of 0 bytes.
+    void *moved = std::realloc(block, size);  // NOLINT(clang-analyzer-optin.portability.UnixAPI)
     if (moved) inUse += malloc_usable_size(moved) - before;
     return moved;
 }
