@@ -45,7 +45,9 @@ def measure(command: list[str]) -> Run:
     """Runs a command once. The memory is the most that was resident at any one time."""
     with tempfile.TemporaryFile() as messages:
         begin = time.perf_counter()
-        process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=messages)
+        process = subprocess.Popen(
+            command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=messages
+        )
         _, status, usage = os.wait4(process.pid, 0)
         seconds = time.perf_counter() - begin
         process.returncode = os.waitstatus_to_exitcode(status)
@@ -158,10 +160,19 @@ def arguments() -> argparse.Namespace:
             raise ValueError
         return number
 
-    parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("pdf", metavar="PDF", help="a large manual with an outline, such as refman.pdf of r-doc-pdf")
+    parser = argparse.ArgumentParser(
+        description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter
+    )
+    parser.add_argument(
+        "pdf",
+        metavar="PDF",
+        help="a large manual; the targets are meant for the one of the package r-doc-pdf, "
+        "/usr/share/R/doc/manual/refman.pdf",
+    )
     parser.add_argument("--cli", default="leafwright-cli", metavar="PATH", help="the program to measure")
-    parser.add_argument("--runs", type=positive, default=5, metavar="N", help="timed runs of each command (5)")
+    parser.add_argument(
+        "--runs", type=positive, default=5, metavar="N", help="timed runs of each command (5)"
+    )
     return parser.parse_args()
 
 
