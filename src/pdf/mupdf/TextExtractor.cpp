@@ -20,7 +20,7 @@ QByteArray baseFontOf(const SeenFont &seen) {
     for (const Object &candidate :
          {descendant.get(PDF_NAME(BaseFont)), font.get(PDF_NAME(BaseFont)),
           font.get(PDF_NAME(FontDescriptor)).get(PDF_NAME(FontName)), font.get(PDF_NAME(Name))}) {
-        if (const QByteArray name = candidate.toName(); !name.isEmpty()) return name;
+        if (QByteArray name = candidate.toName(); !name.isEmpty()) return name;
     }
     return seen.resourceName;
 }
@@ -46,7 +46,7 @@ public:
         : source_(source), boxes_(boxes), sizeScale_(fz_matrix_expansion(source.toPageSpace())) {
         fallback_ = faces.face(QByteArrayLiteral("Unknown"), 0);
         for (const SeenFont &seen : source.fonts()) {
-            faces_.push_back({seen.font, faces.face(baseFontOf(seen), traitsOf(ctx, seen))});
+            faces_.emplace_back(seen.font, faces.face(baseFontOf(seen), traitsOf(ctx, seen)));
         }
         for (const fz_stext_block *block = source.page()->first_block; block; block = block->next) {
             if (block->type != FZ_STEXT_BLOCK_TEXT) continue;
