@@ -16,7 +16,7 @@ QString translated(const char *text) {
 
 HeadingLevelMap mapFromJson(const QJsonArray &rows, DocumentFonts fonts) {
     HeadingLevelMap map;
-    for (const QJsonValue &row : rows) {
+    for (const QJsonValue row : rows) {
         const int level = row[QLatin1String("levelNumber")].toInt();
         const double size = row[QLatin1String("size")].toDouble();
         const FontTraits traits = (row[QLatin1String("bold")].toBool() ? BoldTrait : 0U) |
