@@ -12,7 +12,7 @@ namespace {
 template <typename Enter, typename Leave>
 void walkOutline(const PDFOutline &root, Enter &&enter, Leave &&leave) {
     struct Siblings {
-        const PDFOutline *parent;
+        const PDFOutline *parent = nullptr;
         int next = 0;
     };
     std::vector<Siblings> open{{&root}};
