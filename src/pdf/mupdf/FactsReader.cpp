@@ -2,6 +2,7 @@
 
 #include "pdf/PageLabels.h"
 #include "pdf/TextString.h"
+#include "pdf/mupdf/ObjectPeek.h"
 
 #include <QSet>
 
@@ -124,11 +125,13 @@ PDFFacts readFacts(Reader &reader) {
     return facts;
 }
 
-std::optional<std::vector<PageGeometry>> readGeometry(Reader &reader, int begin, int end) {
+std::optional<std::vector<PageGeometry>> readGeometry(Reader &reader) {
+    const int count = reader.pages().count();
     std::vector<PageGeometry> geometry;
-    geometry.reserve(end - begin);
-    for (int i = begin; i < end; ++i) {
-        const Object page = reader.page(i);
+    geometry.reserve(count);
+    ObjectPeek peek(reader);
+    for (int i = 0; i < count; ++i) {
+        const Object page = peek.object(reader.page(i));
         if (!isPage(page)) return std::nullopt;
         geometry.push_back(geometryOf(page));
     }

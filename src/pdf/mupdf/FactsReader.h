@@ -8,9 +8,8 @@ namespace leafwright::mupdf {
 /// Reads all that is read of a file on opening but its pages: flags, version, whether it has an outline.
 PDFFacts readFacts(Reader &reader);
 
-/// Boxes and rotation of the pages from `begin` up to but excluding `end`, 0-based. Nothing when one of
-/// them is no page after all.
-std::optional<std::vector<PageGeometry>> readGeometry(Reader &reader, int begin, int end);
+/// Boxes and rotation of the reader's pages. Nothing when one of them is no page after all.
+std::optional<std::vector<PageGeometry>> readGeometry(Reader &reader);
 
 /// The labels of all of the reader's pages (ISO 32000-1, 12.4.2).
 std::vector<QString> readLabels(Reader &reader);

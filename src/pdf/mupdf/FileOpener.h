@@ -5,15 +5,14 @@
 
 namespace leafwright::mupdf {
 
-/// A file that has been opened: what is read of it once, its pages, and the readers that did the reading.
+/// A file that has been opened: what is read of it once, its pages, and the reader that did the reading.
 struct OpenedFile {
     PDFFacts facts;
     std::shared_ptr<const PageTree> pages;
-    std::vector<std::unique_ptr<Reader>> readers;
+    std::unique_ptr<Reader> reader;
 };
 
-/// Opens a PDF. Of a large file, two readers look at half of the pages each: nearly all of the time goes
-/// into loading them. Throws Error when the file is not a PDF beyond repair.
+/// Opens a PDF. Throws Error when the file is not a PDF beyond repair.
 OpenedFile openFile(const std::shared_ptr<const FileHandle> &file);
 
 }  // namespace leafwright::mupdf

@@ -29,7 +29,7 @@ public:
         : file_(file),
           facts_(std::move(opened.facts)),
           pages_(opened.pages),
-          pool_(file, std::move(opened.pages), std::move(opened.readers)) {}
+          pool_(file, std::move(opened.pages), std::move(opened.reader)) {}
 
     const PDFFacts &facts() const override { return facts_; }
 

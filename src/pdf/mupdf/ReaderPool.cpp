@@ -5,12 +5,12 @@
 namespace leafwright::mupdf {
 
 ReaderPool::ReaderPool(std::shared_ptr<const FileHandle> file, std::shared_ptr<const PageTree> pages,
-                       std::vector<std::unique_ptr<Reader>> readers)
+                       std::unique_ptr<Reader> first)
     : file_(std::move(file)),
       pages_(std::move(pages)),
-      idle_(std::move(readers)),
-      made_(static_cast<int>(idle_.size())),
-      most_(std::max(made_, static_cast<int>(std::thread::hardware_concurrency()))) {}
+      most_(std::max(1, static_cast<int>(std::thread::hardware_concurrency()))) {
+    idle_.push_back(std::move(first));
+}
 
 ReaderPool::~ReaderPool() {
     // Freeing the objects of a large file takes a while; the readers do it side by side.

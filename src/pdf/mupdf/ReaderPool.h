@@ -10,10 +10,10 @@ namespace leafwright::mupdf {
 /// Readers of one file, handed out to threads; made when needed, at most one per core.
 class ReaderPool {
 public:
-    /// @param readers readers of the file to begin with
+    /// @param first a reader of the file to begin with
     /// @param pages the file's pages, for readers made later
     ReaderPool(std::shared_ptr<const FileHandle> file, std::shared_ptr<const PageTree> pages,
-               std::vector<std::unique_ptr<Reader>> readers);
+               std::unique_ptr<Reader> first);
     ~ReaderPool();
     ReaderPool(const ReaderPool &) = delete;
     ReaderPool &operator=(const ReaderPool &) = delete;
@@ -44,7 +44,7 @@ private:
     std::mutex mutex_;
     std::condition_variable returned_;
     std::vector<std::unique_ptr<Reader>> idle_;
-    int made_;
+    int made_ = 1;
     int most_;
 };
 
