@@ -53,7 +53,7 @@ std::optional<LevelRecord> savedH1H2H3StringToFontLevelInfo(const QString &line,
     if (pieces.size() < 3 || quote < 0 || endQuote < 0 || pieces[0].size() < 2) return std::nullopt;
 
     const double level = leadingNumber(pieces[0].sliced(1));
-    const double size = double{static_cast<float>(leadingNumber(pieces[1]))};
+    const auto size = static_cast<float>(leadingNumber(pieces[1]));
     if (!(level >= 1 && level <= INT_MAX) || !(size > 0)) return std::nullopt;
 
     const QStringView trimmed = QStringView(line).trimmed();

@@ -63,8 +63,9 @@ bool ObjectPeek::open(int streamNumber) {
     openStream_ = streamNumber;
     unsigned char *data = nullptr;
     const size_t size = fz_buffer_storage(ctx, content_, &data);
-    const char *position = reinterpret_cast<const char *>(data);
-    const char *const end = position + size;
+    const QByteArrayView text(data, static_cast<qsizetype>(size));
+    const char *position = text.begin();
+    const char *const end = text.end();
     int number = 0;
     int offset = 0;
     for (int i = 0; i < count && readInteger(position, end, number) && readInteger(position, end, offset);
