@@ -1,10 +1,23 @@
 #include "document/MyDocument.h"
 
+#include "desktop/OKNSOutlineView.h"
+#include "desktop/SplitView.h"
+#include "desktop/ThumbnailView.h"
+#include "document/DocumentWindow.h"
+#include "document/EditMenuCommands.h"
+#include "document/HeadingMapGuess.h"
+#include "document/HeadingMapModel.h"
+#include "document/NavigationCommands.h"
+#include "document/OutlineCopy.h"
 #include "document/OutlineExport.h"
 #include "document/OutlineImport.h"
 #include "document/PrintedPageOffset.h"
+#include "document/SavingCommands.h"
+#include "pdf/ReadAhead.h"
+#include "tree/TreeController.h"
+#include "view/LabelPDFView.h"
+#include "view/PrioritySplitViewDelegate.h"
 
-#include <QCoreApplication>
 #include <QLoggingCategory>
 
 #include <stdexcept>
@@ -15,18 +28,26 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "leafwright.document", QtInfoMsg)
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("MyDocument", text);
-}
-
 }  // namespace
 
 const QString MyDocument::savePreviewPDF = QStringLiteral("SavePreviewPDF");
 const QString MyDocument::saveFinalPDF = QStringLiteral("SaveFinalPDF");
 
-MyDocument::MyDocument(Platform &platform) : platform_(platform) {}
+MyDocument::MyDocument(Platform &platform)
+    : Document(platform),
+      treecontroller_(std::make_unique<TreeController>(*root_)),
+      headingMapModel_(std::make_unique<HeadingMapModel>(listH1H2H3Config_)),
+      navigation_(std::make_unique<NavigationCommands>(*this)),
+      outlineCopy_(std::make_unique<OutlineCopy>(*this)),
+      saving_(std::make_unique<SavingCommands>(*this)),
+      editMenuCommands_(std::make_unique<EditMenuCommands>(*this)) {
+    connect(treecontroller_.get(), &TreeController::itemEdited, this,
+            [this] { updateChangeCount(Change::Done); });
+}
 
-MyDocument::~MyDocument() = default;
+MyDocument::~MyDocument() {
+    undoSupport_.stopObservingOutlineItemsForUndoSupport();
+}
 
 bool MyDocument::readFromURL(const QString &path) {
     openError_.reset();
@@ -36,15 +57,46 @@ bool MyDocument::readFromURL(const QString &path) {
         if (openError_->kind == PDFError::Kind::FileMissing) return false;
         pdfURL_ = path;
         pdfDoc_.reset();
-        platform_.beep();
-        platform_.runModal({translated("Unable to open PDF"),
-                            translated("Unfortunately, Leafwright cannot display this PDF."),
-                            {translated("OK")}});
+        showAlert(tr("Unable to open PDF"), tr("Unfortunately, Leafwright cannot display this PDF."));
         return false;
     }
     pdfURL_ = path;
     pdfDoc_ = std::get<std::unique_ptr<PDFDocument>>(std::move(opened));
     return true;
+}
+
+QWidget *MyDocument::window() const {
+    return window_.get();
+}
+
+LabelPDFView *MyDocument::pdfview() const {
+    return window_ ? window_->pdfview() : nullptr;
+}
+
+ThumbnailView *MyDocument::pdfthumbs() const {
+    return window_ ? window_->pdfthumbs() : nullptr;
+}
+
+OKNSOutlineView *MyDocument::outlineview() const {
+    return window_ ? window_->outlineview() : nullptr;
+}
+
+SplitView *MyDocument::splitViewTopLevel() const {
+    return window_ ? window_->splitViewTopLevel() : nullptr;
+}
+
+void MyDocument::setPdfURL(const QString &path) {
+    if (path == pdfURL_) return;
+    pdfURL_ = path;
+    Q_EMIT fileURLChanged();
+}
+
+void MyDocument::reloadHeadingMap() {
+    headingMapModel_->reloadData();
+}
+
+bool MyDocument::saveBeforeClosing() {
+    return saving_->saveBeforeClosing();
 }
 
 void MyDocument::prepareForEditing() {
@@ -105,7 +157,7 @@ std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, cons
         error = pdfDoc_->writeToFile(path, observer);
     } catch (const std::length_error &) {
         error = PDFError{PDFError::Kind::WriteFailed,
-                         translated("%1 was not written: its outline is more than %2 levels deep")
+                         tr("%1 was not written: its outline is more than %2 levels deep")
                              .arg(path)
                              .arg(OutlineExport::deepestLevel)};
     }

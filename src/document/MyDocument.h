@@ -1,42 +1,70 @@
 #pragma once
 
-#include "autotoc/HeadingLevelMap.h"
+#include "desktop/Document.h"
+#include "document/ActionTable.h"
 #include "document/PageLabelMap.h"
+#include "document/UndoSupport.h"
+#include "autotoc/HeadingLevelMap.h"
 #include "model/MyOutlineItem.h"
 #include "pdf/PDFDocument.h"
-#include "platform/Platform.h"
 
 #include <atomic>
 #include <functional>
+#include <thread>
 
 namespace leafwright {
 
+class DocumentWindow;
+class EditMenuCommands;
+class HeadingMapGuess;
+class HeadingMapModel;
+class LabelPDFView;
+class NavigationCommands;
+class OKNSOutlineView;
+class OutlineCopy;
+class OutlineViewDelegate;
+class PageWarmer;
+class PrioritySplitViewDelegate;
+class SavingCommands;
+class SplitView;
+class ThumbnailView;
+class TreeController;
+class TreeNode;
+
 /// One open PDF with the outline that is being edited: the tree of items under a hidden root, the map from
-/// page labels to pages, and whether there is something to save. Used on one thread.
-class MyDocument {
+/// page labels to pages, whether there is something to save, and its window, if it has one. What can be done
+/// to it stands in classes by subject, which register in its action table. Used on the main thread.
+class MyDocument final : public Document {
+    Q_OBJECT
+
 public:
-    /// How a change is counted.
-    enum class Change {
-        Done,    ///< One more change to save.
-        Cleared  ///< All is saved.
-    };
     /// What a write is for. Passed to writeNewPDFOutline().
     static const QString savePreviewPDF;  ///< A preview copy; the edited state stays as it is.
     static const QString saveFinalPDF;    ///< The real save; the document is clean afterwards.
 
     /// @param platform must outlive the document
     explicit MyDocument(Platform &platform);
-    ~MyDocument();
-    MyDocument(const MyDocument &) = delete;
-    MyDocument &operator=(const MyDocument &) = delete;
+    /// Stops the background work.
+    ~MyDocument() override;
 
     /// Opens the PDF at a path. When there is no file, false, without an alert; when it can't be opened,
     /// beep, alert, false. openError() tells why in detail.
-    bool readFromURL(const QString &path);
+    bool readFromURL(const QString &path) override;
     const std::optional<PDFError> &openError() const { return openError_; }
 
+    QString fileURL() const override { return pdfURL_; }
+    /// Makes the window, runs the load sequence, and shows the window.
+    void makeWindowControllers() override;
+    QWidget *window() const override;
+
+    /// What happens once the window is there: alerts, views, label map, outline, background work, in an order
+    /// that is fixed. The window is shown in the course of it.
+    void windowControllerDidLoadNib(DocumentWindow &window);
+    /// Waits for what loading has left to the background or to a later moment, so that nothing is pending.
+    void finishLoading();
+
     /// Decides whether the file that was read may be edited (not when locked or encrypted), and builds the
-    /// page label map.
+    /// page label map. For use without a window.
     void prepareForEditing();
     /// Makes the file's outline the tree below the root, which must be empty.
     void importOutline();
@@ -44,16 +72,16 @@ public:
     MyOutlineItem &root() { return *root_; }
     PDFDocument *pdfDoc() const { return pdfDoc_.get(); }
     const QString &pdfURL() const { return pdfURL_; }
-    void setPdfURL(const QString &path) { pdfURL_ = path; }
+    void setPdfURL(const QString &path);
     const PageLabelMap &pdfMapPageLabelToIndex() const { return pdfMapPageLabelToIndex_; }
 
     bool allowTOCediting() const { return allowTOCediting_; }
     void setAllowTOCediting(bool allow) { allowTOCediting_ = allow; }
     bool lockTOCediting() const { return lockTOCediting_; }
     void setLockTOCediting(bool lock) { lockTOCediting_ = lock; }
-
-    bool isDocumentEdited() const { return edited_; }
-    void updateChangeCount(Change change) { edited_ = change == Change::Done; }
+    /// Set while a command moves items.
+    bool shouldIgnoreKVO() const { return shouldIgnoreKVO_; }
+    void setShouldIgnoreKVO(bool ignore) { shouldIgnoreKVO_ = ignore; }
 
     /// Page label number minus printed page number, sign-extended; 0 is unknown, and also no shift.
     quint64 printedPageOffset() const { return printedPageOffset_; }
@@ -76,10 +104,64 @@ public:
     std::optional<PDFError> writeNewPDFOutline(const QString &path, const QString &type,
                                                PDFWriteObserver *observer = nullptr);
 
+    /// The heading map, sorted by level. Call reloadHeadingMap() after a change.
     HeadingLevelMap &listH1H2H3Config() { return listH1H2H3Config_; }
+    /// Shows the heading map as it is now.
+    void reloadHeadingMap();
+
+    /// What the renaming sheets start from.
+    struct RenamingDefaults {
+        QString sequentialNumberingPrefix;
+        qint32 sequentialNumberingFirstNumber = 0;
+        qint32 sequentialNumberingStepValue = 0;
+        QString addPrefixPrefixTerm;
+    };
+    RenamingDefaults &renamingDefaults() { return renamingDefaults_; }
+
+    /// Every command of the document.
+    ActionTable &actions() { return actions_; }
+    const ActionTable &actions() const { return actions_; }
+    UndoSupport &undoSupport() { return undoSupport_; }
+    SavingCommands &saving() { return *saving_; }
+    NavigationCommands &navigation() { return *navigation_; }
+    OutlineCopy &outlineCopy() { return *outlineCopy_; }
+
+    /// The outline's selected items, as tree nodes, in the order of their rows.
+    std::vector<TreeNode *> selectedNodes() const;
+    /// What the outline view asks.
+    OutlineViewDelegate &outlineDelegate() { return *outlineDelegate_; }
+
+    // The window's views; null before there is a window. The window owns them.
+    LabelPDFView *pdfview() const;
+    ThumbnailView *pdfthumbs() const;
+    OKNSOutlineView *outlineview() const;
+    SplitView *splitViewTopLevel() const;
+    DocumentWindow *myWindow() const { return window_.get(); }
+    /// The tree as views see it. The document owns it.
+    TreeController &treecontroller() { return *treecontroller_; }
+    HeadingMapModel &headingMapModel() { return *headingMapModel_; }
+    PrioritySplitViewDelegate *splitViewDelegate() const { return splitViewDelegate_.get(); }
+
+Q_SIGNALS:
+    /// The window is there, and about to be filled.
+    void windowMade();
+
+protected:
+    bool saveBeforeClosing() override;
 
 private:
-    Platform &platform_;
+    // Steps of the load sequence.
+    void refuseEditingWhereImpossible();
+    void warnAboutVersion();
+    void showPages();
+    void showOutline();
+    void estimatePrintedPageOffsetInBackground();
+    void setUpSplitView();
+    void documentDidLoad();
+    void bindThumbnails();
+    void takeGuessedHeadingMap();
+    void showAlert(const QString &message, const QString &informativeText);
+
     std::unique_ptr<MyOutlineItem> root_ = std::make_unique<MyOutlineItem>();
     std::unique_ptr<PDFDocument> pdfDoc_;
     QString pdfURL_;
@@ -87,11 +169,30 @@ private:
     PageLabelMap pdfMapPageLabelToIndex_;
     bool allowTOCediting_ = true;
     bool lockTOCediting_ = false;
-    bool edited_ = false;
+    bool shouldIgnoreKVO_ = false;
     std::atomic<quint64> printedPageOffset_ = 0;
     bool userHasCheckedPrintedPageNumbers_ = false;
     std::function<void()> printedPageNumbersHandler_;
     HeadingLevelMap listH1H2H3Config_;
+    RenamingDefaults renamingDefaults_;
+    UndoSupport undoSupport_{*root_};
+
+    ActionTable actions_;
+    std::unique_ptr<TreeController> treecontroller_;
+    std::unique_ptr<HeadingMapModel> headingMapModel_;
+    std::unique_ptr<NavigationCommands> navigation_;
+    std::unique_ptr<OutlineCopy> outlineCopy_;
+    std::unique_ptr<OutlineViewDelegate> outlineDelegate_;
+    std::unique_ptr<SavingCommands> saving_;
+    std::unique_ptr<EditMenuCommands> editMenuCommands_;
+    std::unique_ptr<PrioritySplitViewDelegate> splitViewDelegate_;
+    bool thumbnailsBound_ = false;
+
+    // These read the PDF and go before it does: the window first, then the threads.
+    std::unique_ptr<PageWarmer> warmer_;
+    std::unique_ptr<HeadingMapGuess> headingMapGuess_;
+    std::jthread estimate_;
+    std::unique_ptr<DocumentWindow> window_;
 };
 
 }  // namespace leafwright
