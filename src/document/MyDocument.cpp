@@ -12,6 +12,7 @@
 #include "document/OutlineExport.h"
 #include "document/OutlineImport.h"
 #include "document/PrintedPageOffset.h"
+#include "document/SaveProgress.h"
 #include "document/SavingCommands.h"
 #include "pdf/ReadAhead.h"
 #include "tree/TreeController.h"
@@ -96,7 +97,7 @@ void MyDocument::reloadHeadingMap() {
 }
 
 bool MyDocument::saveBeforeClosing() {
-    return saving_->saveBeforeClosing();
+    return saving_->saveFinal();
 }
 
 void MyDocument::prepareForEditing() {
@@ -108,13 +109,18 @@ void MyDocument::prepareForEditing() {
     listH1H2H3Config_.clear();
 }
 
-void MyDocument::importOutline() {
+MyOutlineItem::Children MyDocument::itemsOfOutlineInMemory() {
     const PDFOutline &outline = pdfDoc_->outlineRoot();
     MyOutlineItem::Children items;
     for (int i = 0; i < outline.numberOfChildren(); ++i) {
         items.push_back(std::make_unique<MyOutlineItem>());
         addOutlineChildren(outline.childAtIndex(i), *items.back());
     }
+    return items;
+}
+
+void MyDocument::importOutline() {
+    MyOutlineItem::Children items = itemsOfOutlineInMemory();
     for (size_t i = 0; i < items.size(); ++i)
         root_->insertObjectInChildrenAtIndex(std::move(items[i]), i);
 }
@@ -144,8 +150,10 @@ void MyDocument::addOutlineChildren(const PDFOutline &entry, MyOutlineItem &item
     if (leafwright::addOutlineChildren(entry, item, *pdfDoc_)) updateChangeCount(Change::Done);
 }
 
-std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, const QString &type,
-                                                       PDFWriteObserver *observer) {
+std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, const QString &type) {
+    if (saveProgress_) {
+        saveProgress_->setText(type == savePreviewPDF ? tr("Generating Temporary PDF...") : tr("Saving PDF..."));
+    }
     OutlineExport outlineExport({[this](const QString &label) { return getRealPageArrayIndex(label); },
                                  [this](int index) -> std::optional<Rect> {
                                      const PDFPage *page = pdfDoc_->page(index);
@@ -154,14 +162,17 @@ std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, cons
     std::optional<PDFError> error;
     try {
         pdfDoc_->setOutlineRoot(outlineExport.run(*root_));
-        error = pdfDoc_->writeToFile(path, observer);
+        error = pdfDoc_->writeToFile(path, writeObserver_);
     } catch (const std::length_error &) {
         error = PDFError{PDFError::Kind::WriteFailed,
                          tr("%1 was not written: its outline is more than %2 levels deep")
                              .arg(path)
                              .arg(OutlineExport::deepestLevel)};
     }
-    if (error) qCWarning(log).noquote() << error->message;
+    if (error) {
+        qCWarning(log).noquote() << error->message;
+        if (window_) window_->showPassingMessage(error->message);
+    }
     lockTOCediting_ = false;
     if (type == saveFinalPDF && !error) updateChangeCount(Change::Cleared);
     return error;

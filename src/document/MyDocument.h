@@ -25,6 +25,7 @@ class OutlineCopy;
 class OutlineViewDelegate;
 class PageWarmer;
 class PrioritySplitViewDelegate;
+class SaveProgress;
 class SavingCommands;
 class SplitView;
 class ThumbnailView;
@@ -66,6 +67,8 @@ public:
     /// Decides whether the file that was read may be edited (not when locked or encrypted), and builds the
     /// page label map. For use without a window.
     void prepareForEditing();
+    /// New items for the outline that the PDF has in memory: the file's until another is written.
+    MyOutlineItem::Children itemsOfOutlineInMemory();
     /// Makes the file's outline the tree below the root, which must be empty.
     void importOutline();
 
@@ -101,8 +104,11 @@ public:
 
     /// Makes the tree the PDF's outline and writes the PDF to a path.
     /// @return why the writing failed; the outline in memory is the new one all the same
-    std::optional<PDFError> writeNewPDFOutline(const QString &path, const QString &type,
-                                               PDFWriteObserver *observer = nullptr);
+    std::optional<PDFError> writeNewPDFOutline(const QString &path, const QString &type);
+    /// Who is told of every write; the window's progress sheet once there is a window. May be null.
+    void setWriteObserver(PDFWriteObserver *observer) { writeObserver_ = observer; }
+    /// Shows the writing while there is a window; null without one.
+    SaveProgress *saveProgress() const { return saveProgress_.get(); }
 
     /// The heading map, sorted by level. Call reloadHeadingMap() after a change.
     HeadingLevelMap &listH1H2H3Config() { return listH1H2H3Config_; }
@@ -173,6 +179,7 @@ private:
     std::atomic<quint64> printedPageOffset_ = 0;
     bool userHasCheckedPrintedPageNumbers_ = false;
     std::function<void()> printedPageNumbersHandler_;
+    PDFWriteObserver *writeObserver_ = nullptr;
     HeadingLevelMap listH1H2H3Config_;
     RenamingDefaults renamingDefaults_;
     UndoSupport undoSupport_{*root_};
@@ -193,6 +200,7 @@ private:
     std::unique_ptr<HeadingMapGuess> headingMapGuess_;
     std::jthread estimate_;
     std::unique_ptr<DocumentWindow> window_;
+    std::unique_ptr<SaveProgress> saveProgress_;
 };
 
 }  // namespace leafwright

@@ -5,6 +5,7 @@
 #include "document/HeadingMapGuess.h"
 #include "document/HeadingMapModel.h"
 #include "document/MyDocument.h"
+#include "document/SaveProgress.h"
 #include "pdf/ReadAhead.h"
 #include "platform/UserDefaults.h"
 #include "tree/TreeController.h"
@@ -26,6 +27,8 @@ constexpr std::chrono::milliseconds thumbnailDelay{100};
 
 void MyDocument::makeWindowControllers() {
     window_ = std::make_unique<DocumentWindow>(*this);
+    saveProgress_ = std::make_unique<SaveProgress>(window_.get());
+    setWriteObserver(saveProgress_.get());
     Q_EMIT windowMade();
     windowControllerDidLoadNib(*window_);
 }
