@@ -55,8 +55,9 @@ std::vector<Document *> DocumentController::documents() const {
 }
 
 void DocumentController::openDocument() {
-    for (const QString &path : platform_.runOpenPanel({.title = tr("Open PDF"), .allowedFileTypes = {"pdf"_L1}}))
-        openDocumentWithContentsOfURL(path, true);
+    const auto path =
+        platform_.runOpenPanel({.title = tr("Open PDF"), .allowedFileTypes = {QStringLiteral("pdf")}});
+    if (path) openDocumentWithContentsOfURL(*path, true);
 }
 
 bool DocumentController::closeDocument(Document &document) {

@@ -26,7 +26,7 @@ public:
     Document *openDocumentWithContentsOfURL(const QString &path, bool display);
     std::vector<Document *> documents() const;
 
-    /// Lets the user choose files, and opens them.
+    /// Lets the user choose a file, and opens it.
     void openDocument();
     /// Closes a document unless the user wants to keep it open. @return whether it is closed
     bool closeDocument(Document &document);

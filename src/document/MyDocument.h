@@ -105,6 +105,8 @@ public:
     /// Makes the tree the PDF's outline and writes the PDF to a path.
     /// @return why the writing failed; the outline in memory is the new one all the same
     std::optional<PDFError> writeNewPDFOutline(const QString &path, const QString &type);
+    /// Documents are written when the user says so, never by themselves.
+    static bool autosavesInPlace() { return false; }
     /// Who is told of every write; the window's progress sheet once there is a window. May be null.
     void setWriteObserver(PDFWriteObserver *observer) { writeObserver_ = observer; }
     /// Shows the writing while there is a window; null without one.

@@ -65,7 +65,7 @@ void NavigationCommands::moveToPageOfOutlineItem() {
 
 void NavigationCommands::moveToPageLabel(const QString &label) {
     const int index = document_.getRealPageArrayIndex(label).value_or(0);
-    if (const PDFPage *page = document_.pdfDoc()->page(index)) document_.pdfview()->goToPage(*page);
+    document_.pdfview()->goToPage(document_.pdfDoc()->page(index));
 }
 
 void NavigationCommands::nextPage() {

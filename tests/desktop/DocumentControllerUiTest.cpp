@@ -122,7 +122,7 @@ TEST_F(DocumentControllerTest, TellsWhenTheLastDocumentIsClosed) {
 }
 
 TEST_F(DocumentControllerTest, TheFilesTheUserChoosesAreOpened) {
-    platform.chosenFiles = {file("a")};
+    platform.filesToChoose = {file("a")};
     controller.openDocument();
     EXPECT_EQ(controller.documents().size(), 1U);
 }

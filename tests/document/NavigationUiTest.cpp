@@ -88,7 +88,7 @@ TEST_F(Navigation, TheBottomLeftCornerIsNoParticularSpot) {
 }
 
 TEST_F(Navigation, AnUnknownLabelShowsTheFirstPage) {
-    document.pdfview()->goToPage(*document.pdfDoc()->page(6));
+    document.pdfview()->goToPage(document.pdfDoc()->page(6));
     MyOutlineItem item;
     item.setPageLabel("nowhere");
     document.navigation().moveToMOI(item);
@@ -96,7 +96,7 @@ TEST_F(Navigation, AnUnknownLabelShowsTheFirstPage) {
 }
 
 TEST_F(Navigation, WithNothingSelectedTheFirstPageIsShown) {
-    document.pdfview()->goToPage(*document.pdfDoc()->page(6));
+    document.pdfview()->goToPage(document.pdfDoc()->page(6));
     select({});
     document.actions().perform("moveToPageOfOutlineItem:");
     EXPECT_EQ(currentPage(), 0);
@@ -113,7 +113,7 @@ TEST_F(Navigation, PagesAreSteppedThroughAndTheEndsStay) {
     EXPECT_EQ(currentPage(), 0);
     document.actions().perform("nextPage:");
     EXPECT_EQ(currentPage(), 1);
-    document.pdfview()->goToPage(*document.pdfDoc()->page(8));
+    document.pdfview()->goToPage(document.pdfDoc()->page(8));
     document.actions().perform("nextPage:");
     EXPECT_EQ(currentPage(), 8);
     document.actions().perform("prevPage:");
