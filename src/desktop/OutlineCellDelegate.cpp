@@ -11,6 +11,7 @@ namespace leafwright {
 namespace {
 
 constexpr int longestText = 500;
+constexpr int breathingSpace = 6;  // pixels between the texts of two rows
 constexpr int largestShare = 3;  // of the view's width
 
 }  // namespace
@@ -27,6 +28,7 @@ QSize OutlineCellDelegate::sizeHint(const QStyleOptionViewItem &option, const QM
     QSize size = QStyledItemDelegate::sizeHint(option, index);
     if (index.column() == TreeController::PageColumn && option.widget)
         size.setWidth(std::min(size.width(), option.widget->width() / largestShare));
+    size.rheight() += breathingSpace;
     return size;
 }
 

@@ -34,6 +34,8 @@ public:
     void setDocument(PDFDocument *document);
     PDFDocument *document() const { return document_; }
 
+    /// The first and the last page that can be seen, 0-based; the last before the first if there is none.
+    std::pair<int, int> visiblePages() const;
     /// The page in the middle of the view or, right after going to a page, that one; null without a document.
     const PDFPage *currentPage() const;
     /// Shows a page, with its top at the top of the view where there is enough below it. Null does nothing.
@@ -144,7 +146,6 @@ private:
     int contentWidth() const;
     QRect pageRectInView(int index) const;
     QPointF shownToView(const QPointF &shown, int index) const;
-    std::pair<int, int> visiblePages() const;
     Spot spotNear(const QPointF &viewPoint) const;
     int currentPageIndex() const;
     Anchor anchorAt(const QPointF &viewPoint) const;

@@ -5,9 +5,10 @@
 #include "desktop/OKNSOutlineView.h"
 #include "desktop/SplitView.h"
 #include "desktop/ThumbnailView.h"
+#include "document/HeadingMapCommands.h"
 #include "document/HeadingMapModel.h"
 #include "document/MyDocument.h"
-#include "document/OutlineCopy.h"
+#include "document/OutlineDelegate.h"
 #include "platform/UserDefaults.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
@@ -60,6 +61,7 @@ DocumentWindow::DocumentWindow(MyDocument &document) : document_(document) {
 DocumentWindow::~DocumentWindow() {
     // The views read the document's PDF on threads.
     pdfthumbs_->setPDFView(nullptr);
+    outlineview_->setDelegate(nullptr);
     pdfview_->setDocument(nullptr);
 }
 
@@ -187,9 +189,11 @@ void DocumentWindow::connectViews() {
             [this](const QString &text) { document_.platform().setClipboardText(text); });
     connect(pdfview_, &PDFView::linkClicked, this,
             [this](const QString &uri) { document_.platform().openURL(QUrl(uri)); });
+    connect(tableViewH1H2H3Config_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { document_.headingMapCommands().tableViewSelectionDidChange(); });
     connect(&document_, &Document::editedChanged, this, &DocumentWindow::updateTitle);
     connect(&document_, &Document::fileURLChanged, this, &DocumentWindow::updateTitle);
-    outlineview_->setOutlineViewDelegate(&document_.outlineDelegate());
+    outlineview_->setDelegate(&document_.outlineDelegate());
 }
 
 void DocumentWindow::updateTitle() {

@@ -1,23 +1,31 @@
 #include "document/MyDocument.h"
 
 #include "desktop/OKNSOutlineView.h"
+#include "desktop/OutlineViewExtensions.h"
 #include "desktop/SplitView.h"
 #include "desktop/ThumbnailView.h"
+#include "document/AutoTOCCommands.h"
+#include "document/BatchRenaming.h"
 #include "document/DocumentWindow.h"
 #include "document/EditMenuCommands.h"
+#include "document/HeadingMapCommands.h"
 #include "document/HeadingMapGuess.h"
 #include "document/HeadingMapModel.h"
 #include "document/NavigationCommands.h"
 #include "document/OutlineCopy.h"
+#include "document/OutlineDelegate.h"
 #include "document/OutlineExport.h"
 #include "document/OutlineImport.h"
+#include "document/PrintedPageCommands.h"
 #include "document/PrintedPageOffset.h"
 #include "document/SaveProgress.h"
 #include "document/SavingCommands.h"
+#include "document/SelectionCommands.h"
+#include "document/StructuralEdits.h"
 #include "pdf/ReadAhead.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
-#include "view/PrioritySplitViewDelegate.h"
+#include "desktop/PrioritySplitViewDelegate.h"
 
 #include <QLoggingCategory>
 
@@ -40,7 +48,14 @@ MyDocument::MyDocument(Platform &platform)
       headingMapModel_(std::make_unique<HeadingMapModel>(listH1H2H3Config_)),
       navigation_(std::make_unique<NavigationCommands>(*this)),
       outlineCopy_(std::make_unique<OutlineCopy>(*this)),
+      outlineDelegate_(std::make_unique<OutlineDelegate>(*this)),
       saving_(std::make_unique<SavingCommands>(*this)),
+      structuralEdits_(std::make_unique<StructuralEdits>(*this)),
+      batchRenaming_(std::make_unique<BatchRenaming>(*this)),
+      selectionCommands_(std::make_unique<SelectionCommands>(*this)),
+      printedPageCommands_(std::make_unique<PrintedPageCommands>(*this)),
+      headingMapCommands_(std::make_unique<HeadingMapCommands>(*this)),
+      autoTOCCommands_(std::make_unique<AutoTOCCommands>(*this)),
       editMenuCommands_(std::make_unique<EditMenuCommands>(*this)) {
     connect(treecontroller_.get(), &TreeController::itemEdited, this,
             [this] { updateChangeCount(Change::Done); });
@@ -84,6 +99,22 @@ OKNSOutlineView *MyDocument::outlineview() const {
 
 SplitView *MyDocument::splitViewTopLevel() const {
     return window_ ? window_->splitViewTopLevel() : nullptr;
+}
+
+std::vector<TreeNode *> MyDocument::selectedNodes() const {
+    return window_ ? selectedItems(*outlineview()) : std::vector<TreeNode *>();
+}
+
+bool MyDocument::hasSelectedText() const {
+    return window_ && pdfview()->currentSelection() && !pdfview()->currentSelection()->isEmpty();
+}
+
+void MyDocument::beginSheet(Sheet *sheet, std::function<void(int returnCode)> didEnd) {
+    openSheet_ = sheet;
+    sheet->begin(window(), [sheet, didEnd = std::move(didEnd)](int returnCode) {
+        sheet->deleteLater();
+        didEnd(returnCode);
+    });
 }
 
 void MyDocument::setPdfURL(const QString &path) {

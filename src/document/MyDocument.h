@@ -1,6 +1,7 @@
 #pragma once
 
 #include "desktop/Document.h"
+#include "desktop/Sheet.h"
 #include "document/ActionTable.h"
 #include "document/PageLabelMap.h"
 #include "document/UndoSupport.h"
@@ -8,26 +9,34 @@
 #include "model/MyOutlineItem.h"
 #include "pdf/PDFDocument.h"
 
+#include <QPointer>
+
 #include <atomic>
 #include <functional>
 #include <thread>
 
 namespace leafwright {
 
+class AutoTOCCommands;
+class BatchRenaming;
 class DocumentWindow;
 class EditMenuCommands;
+class HeadingMapCommands;
 class HeadingMapGuess;
 class HeadingMapModel;
 class LabelPDFView;
 class NavigationCommands;
 class OKNSOutlineView;
 class OutlineCopy;
-class OutlineViewDelegate;
+class OutlineDelegate;
 class PageWarmer;
 class PrioritySplitViewDelegate;
+class PrintedPageCommands;
 class SaveProgress;
 class SavingCommands;
+class SelectionCommands;
 class SplitView;
+class StructuralEdits;
 class ThumbnailView;
 class TreeController;
 class TreeNode;
@@ -61,6 +70,8 @@ public:
     /// What happens once the window is there: alerts, views, label map, outline, background work, in an order
     /// that is fixed. The window is shown in the course of it.
     void windowControllerDidLoadNib(DocumentWindow &window);
+    /// Waits for the map that loading guesses in the background, if it is not there yet.
+    void finishHeadingMap() { takeGuessedHeadingMap(); }
     /// Waits for what loading has left to the background or to a later moment, so that nothing is pending.
     void finishLoading();
 
@@ -131,13 +142,26 @@ public:
     const ActionTable &actions() const { return actions_; }
     UndoSupport &undoSupport() { return undoSupport_; }
     SavingCommands &saving() { return *saving_; }
+    BatchRenaming &batchRenaming() { return *batchRenaming_; }
+    SelectionCommands &selectionCommands() { return *selectionCommands_; }
+    HeadingMapCommands &headingMapCommands() { return *headingMapCommands_; }
+    AutoTOCCommands &autoTOCCommands() { return *autoTOCCommands_; }
+    PrintedPageCommands &printedPageCommands() { return *printedPageCommands_; }
+    StructuralEdits &structuralEdits() { return *structuralEdits_; }
     NavigationCommands &navigation() { return *navigation_; }
     OutlineCopy &outlineCopy() { return *outlineCopy_; }
 
     /// The outline's selected items, as tree nodes, in the order of their rows.
     std::vector<TreeNode *> selectedNodes() const;
+    /// Whether text is selected on the pages.
+    bool hasSelectedText() const;
+    /// Opens a sheet on the window and deletes it when it has ended. @param didEnd gets the return code; 0 is
+    /// cancel
+    void beginSheet(Sheet *sheet, std::function<void(int returnCode)> didEnd);
+    /// The sheet that is open; null if there is none.
+    Sheet *openSheet() const { return openSheet_; }
     /// What the outline view asks.
-    OutlineViewDelegate &outlineDelegate() { return *outlineDelegate_; }
+    OutlineDelegate &outlineDelegate() { return *outlineDelegate_; }
 
     // The window's views; null before there is a window. The window owns them.
     LabelPDFView *pdfview() const;
@@ -191,11 +215,18 @@ private:
     std::unique_ptr<HeadingMapModel> headingMapModel_;
     std::unique_ptr<NavigationCommands> navigation_;
     std::unique_ptr<OutlineCopy> outlineCopy_;
-    std::unique_ptr<OutlineViewDelegate> outlineDelegate_;
+    std::unique_ptr<OutlineDelegate> outlineDelegate_;
     std::unique_ptr<SavingCommands> saving_;
+    std::unique_ptr<StructuralEdits> structuralEdits_;
+    std::unique_ptr<BatchRenaming> batchRenaming_;
+    std::unique_ptr<SelectionCommands> selectionCommands_;
+    std::unique_ptr<PrintedPageCommands> printedPageCommands_;
+    std::unique_ptr<HeadingMapCommands> headingMapCommands_;
+    std::unique_ptr<AutoTOCCommands> autoTOCCommands_;
     std::unique_ptr<EditMenuCommands> editMenuCommands_;
     std::unique_ptr<PrioritySplitViewDelegate> splitViewDelegate_;
     bool thumbnailsBound_ = false;
+    QPointer<Sheet> openSheet_;
 
     // These read the PDF and go before it does: the window first, then the threads.
     std::unique_ptr<PageWarmer> warmer_;

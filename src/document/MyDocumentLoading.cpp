@@ -5,12 +5,14 @@
 #include "document/HeadingMapGuess.h"
 #include "document/HeadingMapModel.h"
 #include "document/MyDocument.h"
+#include "document/NavigationCommands.h"
+#include "document/OutlineDelegate.h"
 #include "document/SaveProgress.h"
 #include "pdf/ReadAhead.h"
 #include "platform/UserDefaults.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
-#include "view/PrioritySplitViewDelegate.h"
+#include "desktop/PrioritySplitViewDelegate.h"
 
 #include <QTimer>
 
@@ -97,9 +99,11 @@ void MyDocument::showPages() {
 
 void MyDocument::showOutline() {
     importOutline();
-    outlineview()->registerForDraggedTypes();
+    outlineview()->registerForDraggedTypes(OutlineDelegate::draggedTypes());
     connect(outlineview(), &OutlineView::doubleAction, this,
-            [this] { actions_.perform(QStringLiteral("doubleClickAction:"), outlineview()); });
+            [this](int /*row*/, int /*column*/, Qt::KeyboardModifiers modifiers) {
+                navigation_->doubleClickAction(modifiers);
+            });
     if (!allowTOCediting_) outlineview()->setEnabled(false);
 }
 

@@ -14,7 +14,8 @@ namespace leafwright {
 
 NavigationCommands::NavigationCommands(MyDocument &document) : document_(document) {
     ActionTable &actions = document.actions();
-    actions.handle("doubleClickAction:", [this](QObject *) { doubleClickAction(); });
+    actions.handle("doubleClickAction:",
+                   [this](QObject *) { doubleClickAction(QGuiApplication::keyboardModifiers()); });
     actions.handle("moveToPageOfOutlineItem:", [this](QObject *) { moveToPageOfOutlineItem(); });
     actions.handle("nextPage:", [this](QObject *) { nextPage(); });
     actions.handle("prevPage:", [this](QObject *) { prevPage(); });
@@ -24,10 +25,10 @@ NavigationCommands::NavigationCommands(MyDocument &document) : document_(documen
     actions.handle("zoomToFit:", [this](QObject *) { document_.pdfview()->zoomToFit(); });
 }
 
-void NavigationCommands::doubleClickAction() {
+void NavigationCommands::doubleClickAction(Qt::KeyboardModifiers modifiers) {
     const bool editing =
         document_.platform().userDefaults().boolForKey(QStringLiteral("LeafwrightEnableDoubleClickEditing"));
-    const bool commandKey = document_.outlineview()->clickModifiers().testFlag(Qt::ControlModifier);
+    const bool commandKey = modifiers.testFlag(Qt::ControlModifier);
     if (editing != commandKey) {
         editClickedCell();
     } else if (const TreeNode *node = document_.outlineview()->itemAtRow(document_.outlineview()->clickedRow())) {

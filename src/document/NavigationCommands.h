@@ -15,7 +15,7 @@ public:
 
     /// The outline's double click: edits the clicked title, or shows where the item leads. The setting
     /// LeafwrightEnableDoubleClickEditing says which, and the Control key turns it round.
-    void doubleClickAction();
+    void doubleClickAction(Qt::KeyboardModifiers modifiers);
     /// Shows an item's spot, or the top of its page if it has none in particular.
     void moveToMOI(const MyOutlineItem &item);
     /// Shows where the first selected item leads; the first page without a selection.

@@ -6,16 +6,16 @@
 #include "desktop/OKNSOutlineView.h"
 #include "document/MyDocument.h"
 #include "document/OutlineCopy.h"
-#include "platform/KeyedArchive.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
+#include "view/SpotArchive.h"
 
 namespace leafwright {
 
 namespace {
 
 /// Marks a drag as one of outline items; the nodes themselves stay with the document.
-const QString simplePasteboardType = QStringLiteral("application/x-leafwright-outline-items");
+const QString SIMPLE_PBOARD_TYPE = QStringLiteral("application/x-leafwright-outline-items");
 const QString stringPasteboardType = QStringLiteral("text/plain");
 
 }  // namespace
@@ -33,7 +33,7 @@ OutlineDelegate::OutlineDelegate(MyDocument &document) : document_(document) {}
 OutlineDelegate::~OutlineDelegate() = default;
 
 QStringList OutlineDelegate::draggedTypes() {
-    return {simplePasteboardType, pointPasteboardType, stringPasteboardType};
+    return {SIMPLE_PBOARD_TYPE, NSPOINT_PBOARD_TYPE, stringPasteboardType};
 }
 
 std::vector<TreeNode *> OutlineDelegate::draggedNodes() const {
@@ -56,27 +56,27 @@ bool OutlineDelegate::outlineViewWriteItems(OutlineView & /*view*/, const std::v
                                             QMimeData &pasteboard) {
     draggedNodes_.emplace();
     for (TreeNode *node : nodes) draggedNodes_->push_back(node->weak_from_this());
-    pasteboard.setData(simplePasteboardType, {});
+    pasteboard.setData(SIMPLE_PBOARD_TYPE, {});
     return true;
 }
 
 DragOperation OutlineDelegate::outlineViewValidateDrop(OutlineView & /*view*/, const DraggingInfo &info,
                                                        TreeNode *proposedItem, int /*proposedChildIndex*/) {
     const QMimeData &pasteboard = *info.draggingPasteboard;
-    if (pasteboard.hasFormat(pointPasteboardType)) return validatePoint(pasteboard);
+    if (pasteboard.hasFormat(NSPOINT_PBOARD_TYPE)) return validatePoint(pasteboard);
     if (info.draggingSourceClassName.startsWith(u"PDFView") && pasteboard.hasText()) return validateText();
-    if (pasteboard.hasFormat(simplePasteboardType)) return validateItems(info.draggingSource, proposedItem);
+    if (pasteboard.hasFormat(SIMPLE_PBOARD_TYPE)) return validateItems(info.draggingSource, proposedItem);
     return DragOperation::None;
 }
 
 DragOperation OutlineDelegate::validatePoint(const QMimeData &pasteboard) {
     draggedNewTOCItem_.reset();
-    const auto archive = KeyedArchive::unarchive(pasteboard.data(pointPasteboardType));
-    if (!archive) return DragOperation::None;
+    const auto spot = unarchivedSpot(pasteboard.data(NSPOINT_PBOARD_TYPE));
+    if (!spot) return DragOperation::None;
     draggedNewTOCItem_ = std::make_unique<MyOutlineItem>();
-    draggedNewTOCItem_->setPageLabel(archive->decode(QStringLiteral("pageLabel")));
+    draggedNewTOCItem_->setPageLabel(spot->pageLabel);
     draggedNewTOCItem_->setPageTitle(MyDocument::tr("New Dragged Target"));
-    draggedNewTOCItem_->setPointOnPage(pointFromString(archive->decode(QStringLiteral("pagePointAsString"))));
+    draggedNewTOCItem_->setPointOnPage(spot->point);
     return DragOperation::Generic;
 }
 
@@ -98,7 +98,7 @@ DragOperation OutlineDelegate::validateItems(const QObject *source, const TreeNo
 
 bool OutlineDelegate::outlineViewAcceptDrop(OutlineView & /*view*/, const DraggingInfo &info, TreeNode *item,
                                             int childIndex) {
-    if (info.draggingPasteboard->hasFormat(pointPasteboardType)) return acceptPoint(item, childIndex);
+    if (info.draggingPasteboard->hasFormat(NSPOINT_PBOARD_TYPE)) return acceptPoint(item, childIndex);
     return acceptOther(item, childIndex);
 }
 

@@ -2,13 +2,10 @@
 
 #include "pdf/PDFDocument.h"
 
+#include <QDialog>
 #include <QElapsedTimer>
 #include <QPointer>
-
-class QDialog;
-class QLabel;
-class QProgressBar;
-class QWidget;
+#include <QProgressBar>
 
 namespace leafwright {
 

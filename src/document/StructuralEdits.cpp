@@ -43,7 +43,7 @@ QString trimmedToLetters(const QString &text) {
     const auto isLetter = [&](QChar unit) { return letters.contains(unit); };
     const auto first = std::ranges::find_if(text, isLetter);
     const auto last = std::find_if(text.rbegin(), std::make_reverse_iterator(first), isLetter).base();
-    return {first, last - first};
+    return QString(first, last - first);
 }
 
 }  // namespace
@@ -144,7 +144,7 @@ IndexPath StructuralEdits::endOfTopLevel() const {
 void StructuralEdits::editSelectedTitle() {
     OKNSOutlineView &outline = *document_.outlineview();
     const auto nodes = document_.treecontroller().selectedNodes();
-    if (!nodes.empty()) outline.editColumn(TreeController::TitleColumn, outline.rowForItem(nodes.front()));
+    if (!nodes.empty()) outline.editColumn(TreeController::TitleColumn, outline.rowForItem(*nodes.front()));
 }
 
 std::unique_ptr<MyOutlineItem> StructuralEdits::itemForCurrentPage() const {
@@ -172,7 +172,7 @@ void StructuralEdits::addChildOutlineItem() {
     const IndexPath path =
         parent ? parent->indexPath().indexPathByAddingIndex(parent->childCount()) : endOfTopLevel();
     document_.treecontroller().insertObjectAtArrangedObjectIndexPath(itemForCurrentPage(), path);
-    if (parent) document_.outlineview()->expandItem(parent);
+    if (parent) document_.outlineview()->expandItem(*parent);
     editSelectedTitle();
     document_.updateChangeCount(Document::Change::Done);
 }
@@ -245,8 +245,9 @@ QString StructuralEdits::getSuggestedTitleOnCurrentPage() const {
     QString suggestion = MyDocument::tr("Untitled");
     const PDFPage *page = document_.pdfview()->currentPage();
     if (!page) return suggestion;
+    const std::shared_ptr<const PageText> pageText = page->text();
     std::optional<Font> best;
-    walkRuns(*page->text(), [&](const CleanedRun &run) {
+    walkRuns(pageText->attributedString, [&](const CleanedRun &run) {
         const QString text = trimmedToLetters(run.text);
         if (!checkLegitimateTitle(text)) return;
         if (best && run.font.pointSize() <= best->pointSize()) return;
