@@ -12,7 +12,7 @@ namespace leafwright {
 namespace {
 
 constexpr int defaultIndentation = 17;
-constexpr int autoExpandDelay = 700;  // milliseconds
+constexpr int unfoldDelay = 700;  // milliseconds
 /// Rows that the width of the page column is found from.
 constexpr int rowsToMeasure = 200;
 /// Qt lays out what is unfolded by a call a level.
@@ -32,7 +32,7 @@ OutlineView::OutlineView(QWidget *parent) : QTreeView(parent) {
     setDragDropMode(DragDrop);
     setDefaultDropAction(Qt::MoveAction);
     setDropIndicatorShown(true);
-    setAutoExpandDelay(autoExpandDelay);
+    setAutoExpandDelay(unfoldDelay);
     setItemDelegate(new OutlineCellDelegate(this));
     header()->setStretchLastSection(false);
     header()->setSectionsMovable(false);
