@@ -107,7 +107,8 @@ Qt::DropActions TreeController::supportedDragActions() const {
 
 bool TreeController::canDropMimeData(const QMimeData *data, Qt::DropAction /*action*/, int row,
                                      int /*column*/, const QModelIndex &parent) const {
-    if (!dragHandler_ || !data) return false;
+    const auto isOffered = [data](const QString &type) { return data->hasFormat(type); };
+    if (!dragHandler_ || !data || std::none_of(mimeTypes_.begin(), mimeTypes_.end(), isOffered)) return false;
     return dragHandler_->canDrop(*data, parent.isValid() ? &nodeForIndex(parent) : nullptr, row);
 }
 
