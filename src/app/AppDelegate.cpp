@@ -63,7 +63,8 @@ std::unique_ptr<Document> AppDelegate::makeDocument() {
 void AppDelegate::registerActions(MyDocument &document) {
     ActionTable &actions = document.actions();
     actions.handle("openDocument:", [this](QObject *) { documentController_.openDocument(); });
-    actions.handle("performClose:", [this, &document](QObject *) { documentController_.closeDocument(document); });
+    actions.handle("performClose:",
+                   [this, &document](QObject *) { documentController_.closeDocument(document); });
     actions.handle("terminate:", [this](QObject *) { terminate(); });
     actions.handle("openHelpFile:", [this](QObject *) { platform_.openFile(resourcePath(guideName)); });
     connect(&document, &MyDocument::windowMade, this, [this, &document] {

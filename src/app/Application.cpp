@@ -62,9 +62,10 @@ int applicationMain(int argc, char **argv) {
     delegate.applicationDidFinishLaunching();
     if (delegate.documentController().documents().empty()) {
         // A program without a window can't be reached, so there is nothing to wait for.
-        std::fputs(qPrintable(QCoreApplication::translate(
-                       "Application", "leafwright: no document is open. Name a PDF file: leafwright FILE.pdf\n")),
-                   stderr);
+        std::fputs(
+            qPrintable(QCoreApplication::translate(
+                "Application", "leafwright: no document is open. Name a PDF file: leafwright FILE.pdf\n")),
+            stderr);
         return files.isEmpty() ? 0 : 1;
     }
     return QApplication::exec();

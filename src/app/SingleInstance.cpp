@@ -34,9 +34,11 @@ bool SingleInstance::handOver(const QStringList &paths) const {
     socket.connectToServer(name_);
     if (!socket.waitForConnected(patience)) return false;
     QByteArray message;
-    for (const QString &path : paths) message += QFile::encodeName(path).toPercentEncoding("/") + '\n';
+    for (const QString &path : paths)
+        message += QFile::encodeName(path).toPercentEncoding("/") + '\n';
     socket.write(message + '\n');
-    return socket.waitForBytesWritten(patience) && socket.waitForReadyRead(patience) && socket.readAll() == taken;
+    return socket.waitForBytesWritten(patience) && socket.waitForReadyRead(patience) &&
+           socket.readAll() == taken;
 }
 
 bool SingleInstance::listen() {

@@ -41,7 +41,8 @@ Document *DocumentController::openDocumentWithContentsOfURL(const QString &path,
     if (!document->readFromURL(absolute)) return nullptr;
     Document *opened = documents_.emplace_back(std::move(document)).get();
     connect(opened, &Document::closed, this, [this, opened] { remove(opened); });
-    connect(opened, &Document::fileURLChanged, this, [this, opened] { noteRecentDocument(opened->fileURL()); });
+    connect(opened, &Document::fileURLChanged, this,
+            [this, opened] { noteRecentDocument(opened->fileURL()); });
     noteRecentDocument(absolute);
     Q_EMIT documentOpened(opened);
     if (display) opened->makeWindowControllers();
@@ -50,7 +51,8 @@ Document *DocumentController::openDocumentWithContentsOfURL(const QString &path,
 
 std::vector<Document *> DocumentController::documents() const {
     std::vector<Document *> result;
-    for (const auto &document : documents_) result.push_back(document.get());
+    for (const auto &document : documents_)
+        result.push_back(document.get());
     return result;
 }
 
@@ -74,7 +76,8 @@ bool DocumentController::closeAllDocuments() {
 }
 
 QStringList DocumentController::recentDocuments() const {
-    QStringList paths = platform_.userDefaults().stringForKey(recentDocumentsKey).split(u'\n', Qt::SkipEmptyParts);
+    QStringList paths =
+        platform_.userDefaults().stringForKey(recentDocumentsKey).split(u'\n', Qt::SkipEmptyParts);
     paths.removeIf([](const QString &path) { return !QFileInfo::exists(path); });
     return paths;
 }
@@ -95,7 +98,8 @@ void DocumentController::noteRecentDocument(const QString &path) {
 }
 
 void DocumentController::remove(Document *document) {
-    const auto found = std::ranges::find_if(documents_, [&](const auto &each) { return each.get() == document; });
+    const auto found =
+        std::ranges::find_if(documents_, [&](const auto &each) { return each.get() == document; });
     if (found == documents_.end()) return;
     // Its window may be the one whose closing is being handled.
     found->release()->deleteLater();

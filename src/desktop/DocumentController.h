@@ -30,7 +30,8 @@ public:
     void openDocument();
     /// Closes a document unless the user wants to keep it open. @return whether it is closed
     bool closeDocument(Document &document);
-    /// Closes all documents, one after the other, until the user keeps one open. @return whether all are closed
+    /// Closes all documents, one after the other, until the user keeps one open. @return whether all are
+    /// closed
     bool closeAllDocuments();
 
     /// Absolute paths, the latest first, 10 at most; of files that are still there.

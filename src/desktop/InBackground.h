@@ -8,9 +8,9 @@
 
 namespace leafwright {
 
-/// Runs a function on another thread and returns its result when it is there. Meanwhile windows are drawn, but
-/// what the user types and clicks waits, so that for the caller it is as if the function had been called here.
-/// What the function throws is thrown here.
+/// Runs a function on another thread and returns its result when it is there. Meanwhile windows are drawn,
+/// but what the user types and clicks waits, so that for the caller it is as if the function had been called
+/// here. What the function throws is thrown here.
 template <typename Function>
 auto inBackground(Function &&function) {
     std::optional<decltype(function())> result;

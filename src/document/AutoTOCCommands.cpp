@@ -14,6 +14,8 @@
 #include "platform/UserDefaults.h"
 #include "tree/TreeController.h"
 
+#include <QCoreApplication>
+
 namespace leafwright {
 
 namespace {
@@ -34,14 +36,16 @@ AutoTOCCommands::AutoTOCCommands(MyDocument &document) : document_(document) {
 
 void AutoTOCCommands::runGuessPDF() {
     auto *sheet = new Sheet(translated("AutoTOC"));
-    sheet->addText(translated("Build an outline from the fonts of the headings?\n\nText in the fonts of the heading "
-                              "map becomes entries under a new one at the end of the outline. What is there already "
-                              "stays as it is."));
+    sheet->addText(
+        translated("Build an outline from the fonts of the headings?\n\nText in the fonts of the heading "
+                   "map becomes entries under a new one at the end of the outline. What is there already "
+                   "stays as it is."));
     sheet->addButton(translated("Cancel"), 0);
     sheet->addButton(translated("Build Outline"), 1);
     document_.beginSheet(sheet, [this](int returnCode) {
         if (returnCode != 1) return;
-        document_.platform().performAfterDelay(delayBeforeStart, &document_, [this] { runAutoTOCWithFeedback(); });
+        document_.platform().performAfterDelay(delayBeforeStart, &document_,
+                                               [this] { runAutoTOCWithFeedback(); });
     });
 }
 
@@ -85,7 +89,8 @@ void AutoTOCCommands::runAutoTOCwithH1H2H3Map() {
 }
 
 void AutoTOCCommands::buttonClickedBotForAutoTOC() {
-    if (!document_.headingMapCommands().loadH1H2H3MapSavedInUserDefaults()) return document_.platform().beep();
+    if (!document_.headingMapCommands().loadH1H2H3MapSavedInUserDefaults())
+        return document_.platform().beep();
     if (document_.pdfDoc()->pageCount() == 0) return;
     runAutoTOCwithH1H2H3Map();
     document_.structuralEdits().promoteChildrenOutlineItem();

@@ -12,7 +12,8 @@ public:
 
     /// Asks, and half a second after a yes runs runAutoTOCWithFeedback().
     void runGuessPDF();
-    /// Guesses the heading map if it is empty, and makes the outline, with a sheet that shows the three steps.
+    /// Guesses the heading map if it is empty, and makes the outline, with a sheet that shows the three
+    /// steps.
     void runAutoTOCWithFeedback();
     /// Adds a top-level item with the headings below it, as the map and the setting autotocMaxDepth say.
     void runAutoTOCwithH1H2H3Map();

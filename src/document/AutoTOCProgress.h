@@ -14,8 +14,8 @@ namespace leafwright {
 class Platform;
 class Sheet;
 
-/// The sheet that shows how far making an outline is: a line for each of the three steps, with a mark once it is
-/// done and an indicator while it runs. Every call draws at once, for the main thread is busy.
+/// The sheet that shows how far making an outline is: a line for each of the three steps, with a mark once it
+/// is done and an indicator while it runs. Every call draws at once, for the main thread is busy.
 class AutoTOCProgress {
 public:
     /// @param window the sheet's parent @param platform tells how long a second is; both must outlive this

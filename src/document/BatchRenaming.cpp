@@ -6,6 +6,7 @@
 #include "tree/TreeController.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -45,12 +46,18 @@ qint32 wrappingSum(qint32 a, qint32 b) {
 BatchRenaming::BatchRenaming(MyDocument &document) : document_(document) {
     ActionTable &actions = document.actions();
     const auto anySelected = [this] { return !document_.selectedNodes().empty(); };
-    actions.handle("renameSequentialNumbering:", [this](QObject *) { renameSequentialNumbering(); }, anySelected);
-    actions.handle("renameFindReplace:", [this](QObject *) { renameFindReplace(); }, anySelected);
-    actions.handle("renameAddPrefix:", [this](QObject *) { renameAddPrefix(); }, anySelected);
-    actions.handle("changeCaseToTitleCase:", [this](QObject *) { changeCaseToTitleCase(); }, anySelected);
-    actions.handle("changeCaseToUpperCase:", [this](QObject *) { changeCaseToUpperCase(); }, anySelected);
-    actions.handle("changeCaseToLowerCase:", [this](QObject *) { changeCaseToLowerCase(); }, anySelected);
+    actions.handle(
+        "renameSequentialNumbering:", [this](QObject *) { renameSequentialNumbering(); }, anySelected);
+    actions.handle(
+        "renameFindReplace:", [this](QObject *) { renameFindReplace(); }, anySelected);
+    actions.handle(
+        "renameAddPrefix:", [this](QObject *) { renameAddPrefix(); }, anySelected);
+    actions.handle(
+        "changeCaseToTitleCase:", [this](QObject *) { changeCaseToTitleCase(); }, anySelected);
+    actions.handle(
+        "changeCaseToUpperCase:", [this](QObject *) { changeCaseToUpperCase(); }, anySelected);
+    actions.handle(
+        "changeCaseToLowerCase:", [this](QObject *) { changeCaseToLowerCase(); }, anySelected);
 }
 
 void BatchRenaming::renameSelected(const Rewrite &rewrite) {
@@ -76,8 +83,9 @@ void BatchRenaming::renameSelectedTOCItemsWithFindTerm(const QString &findTerm, 
                                                        const QString &replaceTerm) {
     if (findTerm.isEmpty() || replaceTerm.isNull()) return document_.platform().beep();
     const auto caseSensitivity = ignoreCase ? Qt::CaseInsensitive : Qt::CaseSensitive;
-    renameSelected(
-        [&](const QString &title) { return titleWithReplacement(title, findTerm, caseSensitivity, replaceTerm); });
+    renameSelected([&](const QString &title) {
+        return titleWithReplacement(title, findTerm, caseSensitivity, replaceTerm);
+    });
 }
 
 void BatchRenaming::renameSelectedTOCItemsWithPrefix(const QString &prefix) {
@@ -125,8 +133,9 @@ void BatchRenaming::renameSequentialNumbering() {
                                       defaults.sequentialNumberingPrefix);
     const auto *first = addTextField(*sheet, translated("Between prefix and number:"),
                                      "sequentialNumberingSeparatorFirstField", QStringLiteral(" "));
-    const auto *number = addNumberField(*sheet, translated("First number:"), "sequentialNumberingFirstNumberField",
-                                        defaults.sequentialNumberingFirstNumber);
+    const auto *number =
+        addNumberField(*sheet, translated("First number:"), "sequentialNumberingFirstNumberField",
+                       defaults.sequentialNumberingFirstNumber);
     const auto *step = addNumberField(*sheet, translated("Step:"), "sequentialNumberingStepValueField",
                                       defaults.sequentialNumberingStepValue);
     const auto *second = addTextField(*sheet, translated("Between number and title:"),
@@ -142,7 +151,8 @@ void BatchRenaming::renameSequentialNumbering() {
 
 void BatchRenaming::renameFindReplace() {
     auto *sheet = new Sheet(translated("Find and Replace"));
-    const auto *find = addTextField(*sheet, translated("Find:"), "findReplaceFindTermText", QStringLiteral(""));
+    const auto *find =
+        addTextField(*sheet, translated("Find:"), "findReplaceFindTermText", QStringLiteral(""));
     const auto *replace =
         addTextField(*sheet, translated("Replace with:"), "findReplaceReplaceTermText", QStringLiteral(""));
     auto *ignoreCase = new QCheckBox(translated("Ignore case"));
@@ -170,7 +180,9 @@ void BatchRenaming::renameAddPrefix() {
                                       document_.renamingDefaults().addPrefixPrefixTerm);
     beginSheet(
         sheet, translated("Add"),
-        [=]() -> Rewrite { return [=](const QString &title) { return prefixedTitle(title, prefix->text()); }; },
+        [=]() -> Rewrite {
+            return [=](const QString &title) { return prefixedTitle(title, prefix->text()); };
+        },
         [=, this] { renameSelectedTOCItemsWithPrefix(prefix->text()); });
 }
 

@@ -9,8 +9,8 @@ namespace leafwright {
 class MyDocument;
 class Sheet;
 
-/// Rewrites the titles of all selected items at once; of their children only if they are selected too. Without
-/// a selection each command beeps and changes nothing.
+/// Rewrites the titles of all selected items at once; of their children only if they are selected too.
+/// Without a selection each command beeps and changes nothing.
 class BatchRenaming {
 public:
     /// Registers the commands. @param document must outlive this
@@ -21,9 +21,11 @@ public:
     void renameFindReplace();
     void renameAddPrefix();
 
-    void renameSelectedTOCItemsWithPrefix(const SequentialNumbering &numbering, qint32 firstNumber, qint32 stepValue);
+    void renameSelectedTOCItemsWithPrefix(const SequentialNumbering &numbering, qint32 firstNumber,
+                                          qint32 stepValue);
     /// Beeps also if the find term is absent or empty, or the replace term absent.
-    void renameSelectedTOCItemsWithFindTerm(const QString &findTerm, bool ignoreCase, const QString &replaceTerm);
+    void renameSelectedTOCItemsWithFindTerm(const QString &findTerm, bool ignoreCase,
+                                            const QString &replaceTerm);
     /// Beeps also if the prefix is absent.
     void renameSelectedTOCItemsWithPrefix(const QString &prefix);
 

@@ -136,7 +136,8 @@ void DocumentWindow::makeMenus() {
             QAction *action = makeAction(*description);
             menu->addAction(action);
             if (!description->inToolBar) continue;
-            if (std::exchange(firstInToolBar, false) && !toolBar->actions().isEmpty()) toolBar->addSeparator();
+            if (std::exchange(firstInToolBar, false) && !toolBar->actions().isEmpty())
+                toolBar->addSeparator();
             toolBar->addAction(action);
         }
         if (menu) connect(menu, &QMenu::aboutToShow, this, &DocumentWindow::updateActions);

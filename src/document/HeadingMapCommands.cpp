@@ -10,6 +10,7 @@
 #include "platform/UserDefaults.h"
 #include "view/LabelPDFView.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QItemSelectionModel>
 #include <QLoggingCategory>
@@ -65,8 +66,9 @@ void HeadingMapCommands::processSelectedTextForHLevel(int level) {
     if (!font) return;
     document_.finishHeadingMap();
     HeadingLevelMap &map = document_.listH1H2H3Config();
-    const bool isMapped = std::ranges::any_of(
-        map, [&](const LevelRecord &record) { return record.font && isEffectivelyEqual(*record.font, *font); });
+    const bool isMapped = std::ranges::any_of(map, [&](const LevelRecord &record) {
+        return record.font && isEffectivelyEqual(*record.font, *font);
+    });
     if (isMapped) return;
     map.push_back(levelRecord(level, *font));
     sortByLevel(map);
@@ -75,7 +77,8 @@ void HeadingMapCommands::processSelectedTextForHLevel(int level) {
 
 void HeadingMapCommands::buttonClickedSaveH1H2H3Map() {
     document_.finishHeadingMap();
-    const auto path = document_.platform().runSavePanel(mapPanel(QT_TRANSLATE_NOOP("HeadingMapCommands", "Save Heading Map")));
+    const auto path = document_.platform().runSavePanel(
+        mapPanel(QT_TRANSLATE_NOOP("HeadingMapCommands", "Save Heading Map")));
     if (!path) return;
     QSaveFile file(*path);
     const QByteArray text = stringToSaveListH1H2H3(document_.listH1H2H3Config()).toUtf8();
@@ -84,7 +87,8 @@ void HeadingMapCommands::buttonClickedSaveH1H2H3Map() {
 }
 
 void HeadingMapCommands::buttonClickedLoadH1H2H3Map() {
-    const auto path = document_.platform().runOpenPanel(mapPanel(QT_TRANSLATE_NOOP("HeadingMapCommands", "Load Heading Map")));
+    const auto path = document_.platform().runOpenPanel(
+        mapPanel(QT_TRANSLATE_NOOP("HeadingMapCommands", "Load Heading Map")));
     if (!path) return;
     QFile file(*path);
     QString text;
@@ -120,7 +124,8 @@ void HeadingMapCommands::buttonDeleteSelectedH1H2H3RowsClicked() {
         rows.push_back(index.row());
     std::ranges::sort(rows, std::greater());
     HeadingLevelMap &map = document_.listH1H2H3Config();
-    for (const int row : rows) map.erase(map.begin() + row);
+    for (const int row : rows)
+        map.erase(map.begin() + row);
     document_.reloadHeadingMap();
 }
 
@@ -135,7 +140,8 @@ void HeadingMapCommands::tableViewSelectionDidChange() {
     const auto [first, last] = view.visiblePages();
     for (int i = first; i <= last; ++i) {
         const PDFPage &page = *document_.pdfDoc()->page(i);
-        for (const TextRange &range : rangesOfFont(page, *record.font)) selection.add(page, range);
+        for (const TextRange &range : rangesOfFont(page, *record.font))
+            selection.add(page, range);
     }
     view.setCurrentSelection(selection);
 }
@@ -146,7 +152,8 @@ void HeadingMapCommands::dumpFontsOnCurrentPage() const {
     const auto text = page->text();
     for (const FontRun &run : text->attributedString.runs) {
         qCInfo(log).noquote() << QStringLiteral("\n\n[Font **%1**] - %2")
-                                     .arg(fontIDString(run.font), text->attributedString.substring(run.range));
+                                     .arg(fontIDString(run.font),
+                                          text->attributedString.substring(run.range));
     }
 }
 
@@ -155,7 +162,8 @@ void HeadingMapCommands::debugPrintFontsInDocument() const {
 }
 
 void HeadingMapCommands::debugSelectedText() const {
-    if (const auto &selection = document_.pdfview()->currentSelection()) stringFromPoint(topLeftPoint(*selection));
+    if (const auto &selection = document_.pdfview()->currentSelection())
+        stringFromPoint(topLeftPoint(*selection));
 }
 
 }  // namespace leafwright

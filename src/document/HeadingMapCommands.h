@@ -8,8 +8,8 @@ namespace leafwright {
 
 class MyDocument;
 
-/// The heading level map and its table: fonts from selected text, map files, deleted rows, and the runs of the
-/// selected row's font marked on the pages.
+/// The heading level map and its table: fonts from selected text, map files, deleted rows, and the runs of
+/// the selected row's font marked on the pages.
 class HeadingMapCommands {
 public:
     /// Registers the commands. @param document must outlive this

@@ -2,6 +2,7 @@
 
 #include "desktop/OKNSOutlineView.h"
 #include "desktop/OutlineViewExtensions.h"
+#include "desktop/PrioritySplitViewDelegate.h"
 #include "desktop/SplitView.h"
 #include "desktop/ThumbnailView.h"
 #include "document/AutoTOCCommands.h"
@@ -25,7 +26,6 @@
 #include "pdf/ReadAhead.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
-#include "desktop/PrioritySplitViewDelegate.h"
 
 #include <QLoggingCategory>
 
@@ -183,7 +183,8 @@ void MyDocument::addOutlineChildren(const PDFOutline &entry, MyOutlineItem &item
 
 std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, const QString &type) {
     if (saveProgress_) {
-        saveProgress_->setText(type == savePreviewPDF ? tr("Generating Temporary PDF...") : tr("Saving PDF..."));
+        saveProgress_->setText(type == savePreviewPDF ? tr("Generating Temporary PDF...")
+                                                      : tr("Saving PDF..."));
     }
     OutlineExport outlineExport({[this](const QString &label) { return getRealPageArrayIndex(label); },
                                  [this](int index) -> std::optional<Rect> {

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "autotoc/HeadingLevelMap.h"
 #include "desktop/Document.h"
 #include "desktop/Sheet.h"
 #include "document/ActionTable.h"
 #include "document/PageLabelMap.h"
 #include "document/UndoSupport.h"
-#include "autotoc/HeadingLevelMap.h"
 #include "model/MyOutlineItem.h"
 #include "pdf/PDFDocument.h"
 

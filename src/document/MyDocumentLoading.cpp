@@ -1,4 +1,5 @@
 #include "desktop/OKNSOutlineView.h"
+#include "desktop/PrioritySplitViewDelegate.h"
 #include "desktop/SplitView.h"
 #include "desktop/ThumbnailView.h"
 #include "document/DocumentWindow.h"
@@ -12,7 +13,6 @@
 #include "platform/UserDefaults.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
-#include "desktop/PrioritySplitViewDelegate.h"
 
 #include <QTimer>
 
@@ -49,7 +49,8 @@ void MyDocument::windowControllerDidLoadNib(DocumentWindow &window) {
     }
     printedPageOffset_ = 0;
     estimatePrintedPageOffsetInBackground();
-    if (pdfDoc_ && platform().userDefaults().boolForKey(QStringLiteral("LeafwrightAllowPDFReadingInBackground")))
+    if (pdfDoc_ &&
+        platform().userDefaults().boolForKey(QStringLiteral("LeafwrightAllowPDFReadingInBackground")))
         warmer_ = std::make_unique<PageWarmer>(*pdfDoc_);
     outlineview()->setIndentationPerLevel(indentationPerLevel);
     undoSupport_.startObservingOutlineItemsForUndoSupport();
@@ -143,7 +144,8 @@ void MyDocument::bindThumbnails() {
     if (!first) return;
     const Rect crop = first->cropBox();
     pdfview()->goToDestination({0, {crop.width * 0.5, crop.height}});
-    if (crop.height > 0) pdfthumbs()->setThumbnailSize({thumbnailHeight * crop.width / crop.height, thumbnailHeight});
+    if (crop.height > 0)
+        pdfthumbs()->setThumbnailSize({thumbnailHeight * crop.width / crop.height, thumbnailHeight});
 }
 
 void MyDocument::takeGuessedHeadingMap() {

@@ -31,7 +31,8 @@ void NavigationCommands::doubleClickAction(Qt::KeyboardModifiers modifiers) {
     const bool commandKey = modifiers.testFlag(Qt::ControlModifier);
     if (editing != commandKey) {
         editClickedCell();
-    } else if (const TreeNode *node = document_.outlineview()->itemAtRow(document_.outlineview()->clickedRow())) {
+    } else if (const TreeNode *node =
+                   document_.outlineview()->itemAtRow(document_.outlineview()->clickedRow())) {
         moveToMOI(*node->representedObject());
     }
 }

@@ -9,7 +9,8 @@ namespace leafwright {
 
 int levelOfItem(const TreeNode &node) {
     int level = 0;
-    for (const TreeNode *parent = node.parentNode(); parent; parent = parent->parentNode()) ++level;
+    for (const TreeNode *parent = node.parentNode(); parent; parent = parent->parentNode())
+        ++level;
     return level;
 }
 

@@ -55,7 +55,8 @@ bool OutlineDelegate::shouldEditTableColumn(int /*column*/, const TreeNode & /*n
 bool OutlineDelegate::outlineViewWriteItems(OutlineView & /*view*/, const std::vector<TreeNode *> &nodes,
                                             QMimeData &pasteboard) {
     draggedNodes_.emplace();
-    for (TreeNode *node : nodes) draggedNodes_->push_back(node->weak_from_this());
+    for (TreeNode *node : nodes)
+        draggedNodes_->push_back(node->weak_from_this());
     pasteboard.setData(SIMPLE_PBOARD_TYPE, {});
     return true;
 }

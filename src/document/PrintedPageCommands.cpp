@@ -4,6 +4,7 @@
 #include "document/MyDocument.h"
 #include "view/LabelPDFView.h"
 
+#include <QCoreApplication>
 #include <QLineEdit>
 
 namespace leafwright {
@@ -38,9 +39,11 @@ QString PrintedPageCommands::proposedPrintedPage() const {
 }
 
 void PrintedPageCommands::runPrintedPageSheet() {
-    if (document_.openSheet()) return;  // One question at a time: an outline may hold many printed page numbers.
+    if (document_.openSheet())
+        return;  // One question at a time: an outline may hold many printed page numbers.
     auto *sheet = new Sheet(translated("Printed Page Number"));
-    sheet->addText(translated("Which number is printed on page %1, the one that is shown?").arg(currentLabel()));
+    sheet->addText(
+        translated("Which number is printed on page %1, the one that is shown?").arg(currentLabel()));
     auto *field = new QLineEdit(proposedPrintedPage());
     sheet->addField(translated("Printed page number:"), field, QStringLiteral("printedPageTextField"));
     sheet->addButton(translated("Cancel"), 0);

@@ -27,8 +27,9 @@ void SavingCommands::saveDocument() {
     platform.beep();
     const int answer = platform.runModal(
         {MyDocument::tr("Would you like to preview the TOC?"),
-         MyDocument::tr("Before saving changes to original PDF, do you want to generate a temporary PDF to review "
-                        "the TOC created by Leafwright?"),
+         MyDocument::tr(
+             "Before saving changes to original PDF, do you want to generate a temporary PDF to review "
+             "the TOC created by Leafwright?"),
          {MyDocument::tr("Generate Temporary PDF"), MyDocument::tr("Save PDF")}});
     if (answer != 0) {
         saveFinal();
@@ -75,7 +76,8 @@ QString SavingCommands::previewPath() const {
 bool SavingCommands::isPreviewDue() const {
     if (!lastTimeTemporaryPDFGenerated_) return true;
     constexpr qint64 millisecondsInASecond = 1000;
-    return document_.platform().now() - *lastTimeTemporaryPDFGenerated_ > previewFreshness * millisecondsInASecond;
+    return document_.platform().now() - *lastTimeTemporaryPDFGenerated_ >
+           previewFreshness * millisecondsInASecond;
 }
 
 bool SavingCommands::generatePreview() {

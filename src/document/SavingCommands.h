@@ -17,8 +17,8 @@ public:
     /// For so long after a preview, saving does not offer another one. Seconds.
     static constexpr qint64 previewFreshness = 180;
 
-    /// Writes the document's own file. Where the setting LeafwrightAlwaysPreviewBeforeSave asks for it, and the
-    /// last preview is not fresh, offers a preview first.
+    /// Writes the document's own file. Where the setting LeafwrightAlwaysPreviewBeforeSave asks for it, and
+    /// the last preview is not fresh, offers a preview first.
     void saveDocument();
     /// Writes to a place the user chooses, which is the document's place from then on.
     void saveDocumentAs();

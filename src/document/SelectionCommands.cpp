@@ -5,6 +5,7 @@
 #include "document/MyDocument.h"
 #include "tree/TreeController.h"
 
+#include <QCoreApplication>
 #include <QLineEdit>
 
 #include <ranges>
@@ -26,7 +27,8 @@ std::vector<IndexPath> recursiveMatchIndexPathsInSubTree(TreeNode &node, const Q
         TreeNode *next = ahead.back();
         ahead.pop_back();
         if (next->representedObject()->hasText(term)) matches.push_back(next->indexPath());
-        for (TreeNode *child : std::views::reverse(next->childNodes())) ahead.push_back(child);
+        for (TreeNode *child : std::views::reverse(next->childNodes()))
+            ahead.push_back(child);
     }
     return matches;
 }
@@ -38,15 +40,18 @@ SelectionCommands::SelectionCommands(MyDocument &document) : document_(document)
     actions.handle("selectTOCOnlyLevel1:", [this](QObject *) { selectTOCOnlyLevel(1); });
     actions.handle("selectTOCOnlyLevel2:", [this](QObject *) { selectTOCOnlyLevel(2); });
     actions.handle("selectTOCOnlyLevel3:", [this](QObject *) { selectTOCOnlyLevel(3); });
-    actions.handle("applyTOCExpand:", [this](QObject *) { applyTOCExpand(); }, anySelected);
-    actions.handle("applyTOCCollapse:", [this](QObject *) { applyTOCCollapse(); }, anySelected);
+    actions.handle(
+        "applyTOCExpand:", [this](QObject *) { applyTOCExpand(); }, anySelected);
+    actions.handle(
+        "applyTOCCollapse:", [this](QObject *) { applyTOCCollapse(); }, anySelected);
     actions.handle("runSearchSelectSheet:", [this](QObject *) { runSearchSelectSheet(); });
 }
 
 void SelectionCommands::selectTOCAll() {
     const OKNSOutlineView &outline = *document_.outlineview();
     std::vector<TreeNode *> nodes;
-    for (int row = 0; row < outline.numberOfRows(); ++row) nodes.push_back(outline.itemAtRow(row));
+    for (int row = 0; row < outline.numberOfRows(); ++row)
+        nodes.push_back(outline.itemAtRow(row));
     document_.treecontroller().setSelectedNodes(nodes);
 }
 
@@ -63,11 +68,13 @@ void SelectionCommands::selectTOCOnlyLevel(int level) {
 
 void SelectionCommands::applyTOCExpand() {
     // Collected first: unfolding changes the rows.
-    for (const TreeNode *node : document_.selectedNodes()) document_.outlineview()->expandItem(*node, true);
+    for (const TreeNode *node : document_.selectedNodes())
+        document_.outlineview()->expandItem(*node, true);
 }
 
 void SelectionCommands::applyTOCCollapse() {
-    for (const TreeNode *node : document_.selectedNodes()) document_.outlineview()->collapseItem(*node, true);
+    for (const TreeNode *node : document_.selectedNodes())
+        document_.outlineview()->collapseItem(*node, true);
 }
 
 void SelectionCommands::runSearchSelectSheet() {
@@ -85,7 +92,8 @@ void SelectionCommands::searchAndSelect(const QString &term) {
     TreeController &tree = document_.treecontroller();
     std::vector<IndexPath> matches;
     for (TreeNode *node : tree.arrangedObjects().childNodes())
-        for (IndexPath &path : recursiveMatchIndexPathsInSubTree(*node, term)) matches.push_back(std::move(path));
+        for (IndexPath &path : recursiveMatchIndexPathsInSubTree(*node, term))
+            matches.push_back(std::move(path));
     if (matches.empty()) return document_.platform().beep();
     tree.setSelectionIndexPaths(matches);
     document_.outlineview()->setFocus();

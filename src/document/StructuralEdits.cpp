@@ -61,18 +61,25 @@ StructuralEdits::StructuralEdits(MyDocument &document) : document_(document) {
         return nodes.size() == 1 && nodes.front()->childCount() > 0;
     };
     const auto textSelected = [this] { return document_.hasSelectedText(); };
-    actions.handle("moveLeft:", [this](QObject *) { moveLeft(); }, anySelected);
-    actions.handle("moveRight:", [this](QObject *) { moveRight(); }, anySelected);
-    actions.handle("moveUp:", [this](QObject *) { moveUp(); }, anySelected);
-    actions.handle("moveDown:", [this](QObject *) { moveDown(); }, anySelected);
+    actions.handle(
+        "moveLeft:", [this](QObject *) { moveLeft(); }, anySelected);
+    actions.handle(
+        "moveRight:", [this](QObject *) { moveRight(); }, anySelected);
+    actions.handle(
+        "moveUp:", [this](QObject *) { moveUp(); }, anySelected);
+    actions.handle(
+        "moveDown:", [this](QObject *) { moveDown(); }, anySelected);
     actions.handle("addSiblingOutlineItem:", [this](QObject *) { addSiblingOutlineItem(); });
     actions.handle("addChildOutlineItem:", [this](QObject *) { addChildOutlineItem(); });
-    actions.handle("removeOutlineItems:", [this](QObject *) { removeOutlineItems(); }, anySelected);
-    actions.handle("promoteChildrenOutlineItem:", [this](QObject *) { promoteChildrenOutlineItem(); },
-                   oneParentSelected);
-    actions.handle("addSelectedTextAsTOCSibling:", [this](QObject *) { addSelectedTextAsTOCSibling(); },
-                   textSelected);
-    actions.handle("addSelectedTextAsTOCChild:", [this](QObject *) { addSelectedTextAsTOCChild(); }, textSelected);
+    actions.handle(
+        "removeOutlineItems:", [this](QObject *) { removeOutlineItems(); }, anySelected);
+    actions.handle(
+        "promoteChildrenOutlineItem:", [this](QObject *) { promoteChildrenOutlineItem(); },
+        oneParentSelected);
+    actions.handle(
+        "addSelectedTextAsTOCSibling:", [this](QObject *) { addSelectedTextAsTOCSibling(); }, textSelected);
+    actions.handle(
+        "addSelectedTextAsTOCChild:", [this](QObject *) { addSelectedTextAsTOCChild(); }, textSelected);
     actions.handle("changeOutlineItemToTitleCase:", [this](QObject *) { changeOutlineItemToTitleCase(); });
 }
 
@@ -180,7 +187,8 @@ void StructuralEdits::addChildOutlineItem() {
 void StructuralEdits::removeOutlineItems() {
     if (!mayEdit()) return document_.platform().beep();
     std::vector<std::weak_ptr<TreeNode>> nodes;
-    for (TreeNode *node : document_.selectedNodes()) nodes.push_back(node->weak_from_this());
+    for (TreeNode *node : document_.selectedNodes())
+        nodes.push_back(node->weak_from_this());
     for (const auto &weak : nodes) {
         const auto node = weak.lock();
         // One that stood below another selected item has gone with it.

@@ -32,8 +32,8 @@ QString numberedTitle(const QString &title, const SequentialNumbering &numbering
     return lead + QString::number(number) + numbering.secondSeparator + title;
 }
 
-QString titleWithReplacement(const QString &title, const QString &findTerm, Qt::CaseSensitivity caseSensitivity,
-                             const QString &replaceTerm) {
+QString titleWithReplacement(const QString &title, const QString &findTerm,
+                             Qt::CaseSensitivity caseSensitivity, const QString &replaceTerm) {
     QString result = title;
     return result.replace(findTerm, replaceTerm, caseSensitivity);
 }

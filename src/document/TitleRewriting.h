@@ -15,8 +15,8 @@ struct SequentialNumbering {
 QString numberedTitle(const QString &title, const SequentialNumbering &numbering, qint32 number);
 
 /// Every occurrence of a term replaced, left to right. @param findTerm not empty
-QString titleWithReplacement(const QString &title, const QString &findTerm, Qt::CaseSensitivity caseSensitivity,
-                             const QString &replaceTerm);
+QString titleWithReplacement(const QString &title, const QString &findTerm,
+                             Qt::CaseSensitivity caseSensitivity, const QString &replaceTerm);
 
 /// The prefix, a blank, the title; also when one of them is empty.
 QString prefixedTitle(const QString &title, const QString &prefix);

@@ -14,7 +14,8 @@ void walk(MyOutlineItem &top, Visit &&visit) {
         MyOutlineItem &item = *ahead.back();
         ahead.pop_back();
         visit(item);
-        for (const auto &child : std::views::reverse(item.children())) ahead.push_back(child.get());
+        for (const auto &child : std::views::reverse(item.children()))
+            ahead.push_back(child.get());
     }
 }
 

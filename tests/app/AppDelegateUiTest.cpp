@@ -1,5 +1,4 @@
 #include "app/AppDelegate.h"
-
 #include "app/Defaults.h"
 #include "document/DocumentWindow.h"
 #include "document/MyDocument.h"
@@ -7,6 +6,9 @@
 #include "support/PdfBuilder.h"
 #include "support/RecordingPlatform.h"
 #include "support/TempDir.h"
+
+#include <QCoreApplication>
+#include <QEvent>
 
 #include <gtest/gtest.h>
 

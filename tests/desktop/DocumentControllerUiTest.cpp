@@ -1,5 +1,4 @@
 #include "desktop/DocumentController.h"
-
 #include "support/RecordingPlatform.h"
 #include "support/TempDir.h"
 

@@ -1,6 +1,8 @@
+#include "support/OpenPdf.h"
 #include "support/WindowFixture.h"
 
 #include <QAccessible>
+#include <QDragEnterEvent>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSignalSpy>
@@ -49,19 +51,22 @@ TEST_F(Window, TheTitleNamesTheFileAndMarksChanges) {
 }
 
 TEST_F(Window, ATitleEditedInPlaceIsAChange) {
-    document.treecontroller().setData(document.treecontroller().indexForNode(node({0}), 0), "New", Qt::EditRole);
+    document.treecontroller().setData(document.treecontroller().indexForNode(*node({0}), 0), "New",
+                                      Qt::EditRole);
     EXPECT_EQ(document.root().children()[0]->pageTitle(), "New");
     EXPECT_TRUE(document.isDocumentEdited());
 }
 
 TEST_F(Window, APageEditedInPlaceIsAChange) {
-    document.treecontroller().setData(document.treecontroller().indexForNode(node({0}), 1), "3", Qt::EditRole);
+    document.treecontroller().setData(document.treecontroller().indexForNode(*node({0}), 1), "3",
+                                      Qt::EditRole);
     EXPECT_EQ(document.root().children()[0]->pageLabel(), "3");
     EXPECT_TRUE(document.isDocumentEdited());
 }
 
 TEST_F(Window, UndoDoesNotReverseARenaming) {
-    document.treecontroller().setData(document.treecontroller().indexForNode(node({0}), 0), "New", Qt::EditRole);
+    document.treecontroller().setData(document.treecontroller().indexForNode(*node({0}), 0), "New",
+                                      Qt::EditRole);
     EXPECT_TRUE(document.actions().perform("undo:"));
     EXPECT_EQ(document.root().children()[0]->pageTitle(), "New");
 }
@@ -126,7 +131,8 @@ TEST_F(Window, EveryWidgetThatTakesTheFocusHasANameForAssistivePrograms) {
         EXPECT_FALSE(name.isEmpty()) << element->object()->metaObject()->className();
         names.append(name);
     }
-    for (const char *name : {"Pages", "Page", "Outline", "Heading map"}) EXPECT_TRUE(names.contains(name)) << name;
+    for (const char *name : {"Pages", "Page", "Outline", "Heading map"})
+        EXPECT_TRUE(names.contains(name)) << name;
 }
 
 TEST_F(Window, TheTabKeyReachesEveryPane) {
@@ -137,13 +143,18 @@ TEST_F(Window, TheTabKeyReachesEveryPane) {
         QTest::keyClick(window().focusWidget(), Qt::Key_Tab);
         reached.insert(window().focusWidget()->accessibleName());
     }
-    for (const char *name : {"Pages", "Page", "Outline", "Heading map"}) EXPECT_TRUE(reached.contains(name)) << name;
+    for (const char *name : {"Pages", "Page", "Outline", "Heading map"})
+        EXPECT_TRUE(reached.contains(name)) << name;
 }
 
 TEST_F(Window, DroppedFilesAreToldOf) {
     QSignalSpy dropped(&window(), &DocumentWindow::filesDropped);
     QMimeData data;
-    data.setUrls({QUrl::fromLocalFile("/one.pdf"), QUrl("https://example.org/two.pdf"), QUrl::fromLocalFile("/3.pdf")});
+    data.setUrls({QUrl::fromLocalFile("/one.pdf"), QUrl("https://example.org/two.pdf"),
+                  QUrl::fromLocalFile("/3.pdf")});
+    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&window(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
     QDropEvent event({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
     QCoreApplication::sendEvent(&window(), &event);
     ASSERT_EQ(dropped.size(), 1);

@@ -24,7 +24,8 @@ protected:
     /// What the alerts said, in their order.
     QStringList messages() const {
         QStringList result;
-        for (const Alert &alert : platform.alerts) result.append(alert.message);
+        for (const Alert &alert : platform.alerts)
+            result.append(alert.message);
         return result;
     }
 
@@ -83,9 +84,10 @@ TEST_F(Loading, VersionFiveWarnsAndStaysEditable) {
     open(pages(1), {.version = "1.5"});
     EXPECT_EQ(platform.beeps, 1);
     ASSERT_THAT(messages(), ElementsAre("This PDF (version 1.5) may not save correctly"));
-    EXPECT_EQ(platform.alerts[0].informativeText,
-              "Leafwright works best with PDF versions 1.4 and lower. Use the Preview feature to test the embedded "
-              "TOC before saving changes back to the original PDF.");
+    EXPECT_EQ(
+        platform.alerts[0].informativeText,
+        "Leafwright works best with PDF versions 1.4 and lower. Use the Preview feature to test the embedded "
+        "TOC before saving changes back to the original PDF.");
     EXPECT_TRUE(document.allowTOCediting());
     EXPECT_TRUE(document.outlineview()->isEnabled());
 }
@@ -111,7 +113,8 @@ TEST_F(Loading, AFileWithoutOutlineShowsAnEmptyTree) {
 TEST_F(Loading, TheOutlineIsShownAsATree) {
     PdfBuilder pdf;
     pdf.addNumberedPages(3);
-    addOutline(pdf, {{"(One)", "[" + pdf.pageReference(0) + " /XYZ 72 700 null]",
+    addOutline(pdf, {{"(One)",
+                      "[" + pdf.pageReference(0) + " /XYZ 72 700 null]",
                       {{"(Inner)", "[" + pdf.pageReference(1) + " /XYZ 72 600 null]"}}},
                      {"(Two)", "[" + pdf.pageReference(2) + " /XYZ 72 500 null]"}});
     open(pdf);
@@ -153,7 +156,8 @@ TEST_F(Loading, TheHeadingMapHasTheFontsAboveTheBodyText) {
     PdfBuilder pdf;
     std::string content = PdfBuilder::showText("F2", 24, 72, 700, "A heading in large letters");
     for (int line = 0; line < 20; ++line)
-        content += PdfBuilder::showText("F1", 10, 72, 660 - 12 * line, "Body text that fills most of the page.");
+        content +=
+            PdfBuilder::showText("F1", 10, 72, 660 - 12 * line, "Body text that fills most of the page.");
     pdf.addPage(content);
     pdf.addPage(content);
     open(pdf);

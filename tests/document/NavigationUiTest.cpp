@@ -1,6 +1,8 @@
 #include "document/NavigationCommands.h"
 #include "support/WindowFixture.h"
 
+#include <QLineEdit>
+
 #include <gmock/gmock.h>
 
 namespace leafwright {
@@ -26,11 +28,11 @@ protected:
 
     void doubleClick(const IndexPath &path, Qt::KeyboardModifiers modifiers = {}) {
         OKNSOutlineView &view = *document.outlineview();
-        const QRect cell = view.visualRect(document.treecontroller().indexForNode(node(path), 0));
+        const QRect cell = view.visualRect(document.treecontroller().indexForNode(*node(path), 0));
         QTest::mouseClick(view.viewport(), Qt::LeftButton, modifiers, cell.center());
         QTest::mouseDClick(view.viewport(), Qt::LeftButton, modifiers, cell.center());
     }
-    bool isEditing() const { return document.outlineview()->isEditing(); }
+    bool isEditing() const { return document.outlineview()->findChild<QLineEdit *>() != nullptr; }
     void editOnDoubleClick() { platform.userDefaults().setValue("LeafwrightEnableDoubleClickEditing", true); }
 };
 

@@ -25,7 +25,7 @@ protected:
         const std::string page = "[" + pdf.pageReference(0) + " /XYZ 72 700 null]";
         addOutline(pdf, {{"(Intro)", page, {{"(Scope)", page, {{"(Deep)", page}}}}}, {"()", page}});
         open(pdf);
-        document.outlineview()->expandAll();
+        document.outlineview()->expandItem(*node({0}), true);
     }
 
     QString copied() {

@@ -31,9 +31,11 @@ protected:
         document.root().children()[0]->setPageTitle(title);
         document.updateChangeCount(Document::Change::Done);
     }
-    void previewBeforeSaving() { platform.userDefaults().setValue("LeafwrightAlwaysPreviewBeforeSave", true); }
+    void previewBeforeSaving() {
+        platform.userDefaults().setValue("LeafwrightAlwaysPreviewBeforeSave", true);
+    }
     void perform(const char *selector) { ASSERT_TRUE(document.actions().perform(selector)); }
-    QString preview() const { return document.saving().previewPath(); }
+    QString preview() { return document.saving().previewPath(); }
     bool fileIsUntouched() const { return contentOf(document.pdfURL()) == original; }
     bool fileHolds(const QString &path, const QString &title) { return outlineOf(path).contains(title); }
 
@@ -56,9 +58,10 @@ TEST_F(Saving, TheOfferHasTheRightWordsAndButtons) {
     EXPECT_EQ(platform.beeps, 1);
     ASSERT_EQ(platform.alerts.size(), 1);
     EXPECT_EQ(platform.alerts[0].message, "Would you like to preview the TOC?");
-    EXPECT_EQ(platform.alerts[0].informativeText,
-              "Before saving changes to original PDF, do you want to generate a temporary PDF to review the TOC "
-              "created by Leafwright?");
+    EXPECT_EQ(
+        platform.alerts[0].informativeText,
+        "Before saving changes to original PDF, do you want to generate a temporary PDF to review the TOC "
+        "created by Leafwright?");
     EXPECT_THAT(platform.alerts[0].buttons, ElementsAre("Generate Temporary PDF", "Save PDF"));
 }
 
