@@ -50,9 +50,17 @@ void release(void *user, void *block) {
     std::free(block);
 }
 
+/// MuPDF grows the cross-reference table by one entry for each new object. Where every realloc() copies, that
+/// is quadratic; so a large block that grows gets some room.
+constexpr size_t largeBlock = 1U << 18;
+
 void *reallocate(void *user, void *block, size_t size) {
     auto &inUse = *static_cast<size_t *>(user);
     const size_t before = block ? malloc_usable_size(block) : 0;
+    if (before >= largeBlock && size > before / 2) {
+        if (size <= before) return block;
+        size = std::max(size, before + before / 8);
+    }
     if (size > before && size - before > mostBytes - std::min(inUse, mostBytes)) return nullptr;
     // MuPDF frees a block rather than ask for one of 0 bytes.
     void *moved = std::realloc(block, size);  // NOLINT(clang-analyzer-optin.portability.UnixAPI)

@@ -1,5 +1,6 @@
 #include "pdf/mupdf/TimeLimit.h"
 
+#include <atomic>
 #include <condition_variable>
 #include <mutex>
 #include <thread>
@@ -39,7 +40,7 @@ private:
         while (!stop.stop_requested()) {
             stopping_.wait_for(lock, stop, interval, [] { return false; });
             for (const auto &[cookie, deadline] : deadlines_) {
-                if (Clock::now() >= deadline) cookie->abort = 1;
+                if (Clock::now() >= deadline) std::atomic_ref(cookie->abort).store(1);
             }
         }
     }
