@@ -9,6 +9,11 @@ namespace leafwright {
 
 void showInFileManager(const QString &path, const QDBusConnection &bus,
                        const std::function<void()> &otherwise) {
+    // A call over no bus at all would not even fail.
+    if (!bus.isConnected()) {
+        otherwise();
+        return;
+    }
     QDBusMessage message = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));

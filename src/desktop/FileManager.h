@@ -8,7 +8,7 @@
 namespace leafwright {
 
 /// Asks the desktop's file viewer, over a message bus, to show a file, selected, in its folder. Returns at
-/// once. @param otherwise called, later, if there is no such viewer or it refuses
+/// once. @param otherwise called, later or at once, if there is no such viewer or it refuses
 void showInFileManager(const QString &path, const QDBusConnection &bus,
                        const std::function<void()> &otherwise);
 

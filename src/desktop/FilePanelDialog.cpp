@@ -30,8 +30,8 @@ private:
 QString nameFilter(const QStringList &types) {
     QStringList patterns;
     for (const QString &type : types)
-        patterns << QStringLiteral("*.") + type << QStringLiteral("*.") + type.toUpper();
-    return types.join(QStringLiteral(", ")).toUpper() + QStringLiteral(" (") + patterns.join(u' ') + u')';
+        patterns << QStringLiteral("*.%1").arg(type) << QStringLiteral("*.%1").arg(type.toUpper());
+    return QStringLiteral("%1 (%2)").arg(types.join(QStringLiteral(", ")).toUpper(), patterns.join(u' '));
 }
 
 }  // namespace

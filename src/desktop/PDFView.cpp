@@ -150,10 +150,10 @@ void PDFView::notePageChange() {
 /// Does what moves pages without somebody having scrolled: the page gone to stays the current one.
 template <typename Action>
 void PDFView::keepingPage(Action &&action) {
-    keepsPage_ = true;
+    const bool within = std::exchange(keepsPage_, true);
     action();
-    keepsPage_ = false;
-    notePageChange();
+    keepsPage_ = within;
+    if (!within) notePageChange();
 }
 
 // Scale

@@ -20,7 +20,8 @@ public:
     /// The pane after the divider keeps its minimum length; what is proposed does not matter.
     double constrainMaxCoordinate(const SplitView &splitView, double proposed, int dividerIndex) override;
     /// Places panes side by side, also where they stand one above the other.
-    /// Raises AssertionFailure if a pane has no priority, or if the panes can't become as small as they should.
+    /// Raises AssertionFailure if a pane has no priority, or if the panes can't become as small as they
+    /// should.
     void resizeSubviewsWithOldSize(SplitView &splitView, const QSizeF &oldSize) override;
     /// The minimum lengths of all panes, and the dividers between them.
     double minimumLength(const SplitView &splitView) const override;

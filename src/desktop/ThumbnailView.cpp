@@ -115,6 +115,7 @@ ThumbnailView::ThumbnailView(QWidget *parent)
     connect(this, &QListView::clicked, this, [this](const QModelIndex &index) { choosePage(index.row()); });
     connect(this, &QListView::activated, this, [this](const QModelIndex &index) { choosePage(index.row()); });
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, &ThumbnailView::scheduleRequests);
+    takeDocument();
     layOut();
 }
 
@@ -132,8 +133,10 @@ void ThumbnailView::setPDFView(PDFView *view) {
     if (view) {
         connect(view, &PDFView::documentChanged, this, &ThumbnailView::takeDocument);
         connect(view, &PDFView::pageChanged, this, &ThumbnailView::followPage);
-        // The document goes with the view, as far as this one knows.
-        connect(view, &QObject::destroyed, this, &ThumbnailView::takeDocument);
+        connect(view, &QObject::destroyed, this, [this] {
+            view_.clear();
+            takeDocument();
+        });
         connect(&view->renderQueue(), &RenderQueue::finished, this, &ThumbnailView::takeResult);
     }
     takeDocument();
@@ -194,9 +197,10 @@ void ThumbnailView::setLabelFont(const QFont &font) {
 void ThumbnailView::layOut() {
     const int width = qCeil(thumbnailSize_.width()) + 2 * margin;
     const int height = qCeil(thumbnailSize_.height()) + QFontMetrics(labelFont_).height() + 3 * margin;
-    int columns = std::max(1, viewport()->width() / width);
+    const int room = viewport()->width() - 1;  // a row that fills the width exactly would be broken
+    int columns = std::max(1, room / width);
     if (maximumColumns_ > 0) columns = std::min(columns, maximumColumns_);
-    const QSize cell(std::max(width, viewport()->width() / columns), height);
+    const QSize cell(std::max(width, room / columns), height);
     if (cell != gridSize()) setGridSize(cell);
     verticalScrollBar()->setSingleStep(height / 4);
     rendered_ = false;
