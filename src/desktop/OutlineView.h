@@ -11,6 +11,7 @@ namespace leafwright {
 /// shown: nodes inside folded ones have none. Selecting a node that is not shown unfolds nothing.
 class OutlineView : public QTreeView, private TreeDragHandler {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(OutlineView)
 
 public:
     explicit OutlineView(QWidget *parent = nullptr);

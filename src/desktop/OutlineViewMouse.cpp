@@ -38,8 +38,8 @@ void OutlineView::mouseDoubleClickEvent(QMouseEvent *event) {
 }
 
 bool OutlineView::viewportEvent(QEvent *event) {
-    if (event->type() == QEvent::ToolTip && controller_) {
-        const auto *help = static_cast<QHelpEvent *>(event);
+    const auto *help = event->type() == QEvent::ToolTip ? dynamic_cast<QHelpEvent *>(event) : nullptr;
+    if (help && controller_) {
         if (!showCellExpansion(help->pos(), help->globalPos())) {
             QToolTip::hideText();
             event->ignore();

@@ -35,8 +35,7 @@ size_t commonSuffix(const std::vector<TreeNode *> &nodes, const MyOutlineItem::C
 }  // namespace
 
 TreeController::TreeController(MyOutlineItem &root, QObject *parent)
-    : QAbstractItemModel(parent), selectionModel_(this) {
-    root_ = makeNode(root, nullptr, 0);
+    : QAbstractItemModel(parent), root_(makeNode(root, nullptr, 0)), selectionModel_(this) {
     makeNodesBelow(*root_);
     // The first to be called, so that all others find the selection in its place.
     connect(this, &QAbstractItemModel::rowsMoved, this, &TreeController::restoreSelection);
@@ -74,6 +73,8 @@ TreeNode &TreeController::insertObjectAtArrangedObjectIndexPath(std::unique_ptr<
     return *node;
 }
 
+// Not const, because the tree is another afterwards.
+// NOLINTNEXTLINE(readability-make-member-function-const)
 std::unique_ptr<MyOutlineItem> TreeController::removeObjectAtArrangedObjectIndexPath(const IndexPath &path) {
     const TreeNode *node = path.isEmpty() ? nullptr : descendantNodeAtIndexPath(path);
     if (!node) throw std::out_of_range("no node to remove");

@@ -24,6 +24,7 @@ namespace leafwright {
 /// Main thread only. The root item must outlive it.
 class TreeController final : public QAbstractItemModel, private OutlineItemObserver {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(TreeController)
 
 public:
     enum Column : int { TitleColumn, PageColumn };
@@ -160,7 +161,7 @@ private:
 
     /// By item, the root's too. Shared only so that others can hold weak pointers.
     std::unordered_map<const MyOutlineItem *, std::shared_ptr<TreeNode>> nodes_;
-    TreeNode *root_ = nullptr;
+    TreeNode *root_;
     QItemSelectionModel selectionModel_;
     std::vector<TreeNode *> selectionAside_;
     bool movingItems_ = false;

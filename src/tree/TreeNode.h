@@ -21,8 +21,8 @@ class TreeNode : public std::enable_shared_from_this<TreeNode> {
 public:
     /// Made by the controller alone.
     TreeNode(Key /*key*/, MyOutlineItem &item) : representedObject_(&item) {}
-    TreeNode(const TreeNode &) = delete;
-    TreeNode &operator=(const TreeNode &) = delete;
+    ~TreeNode() = default;
+    Q_DISABLE_COPY_MOVE(TreeNode)
 
     /// The item that stands here; the invisible root's is the root item. Null only for a node that someone
     /// kept alive beyond its time in the tree.
