@@ -1,5 +1,6 @@
 #include "pdf/mupdf/PageRenderer.h"
 
+#include "pdf/ImageMemory.h"
 #include "pdf/PageTransform.h"
 #include "pdf/mupdf/FactsReader.h"
 #include "pdf/mupdf/TimeLimit.h"
@@ -222,7 +223,7 @@ QImage blankImage(const QRect &clip) {
     if (clip.isEmpty() || qint64{clip.width()} * clip.height() > mostPixelsOfImage) return {};
     // MuPDF's pixels with blue first and alpha last, as Qt has them in memory.
     static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN);
-    QImage image(clip.size(), QImage::Format_RGB32);
+    QImage image = makeImage(clip.size());
     image.fill(Qt::white);
     return image;
 }
