@@ -91,7 +91,7 @@ int PDFView::currentPageIndex() const {
 }
 
 void PDFView::goToPage(const PDFPage *page) {
-    if (page && document_->page(page->index()) == page) goToDestination({page->index(), {}});
+    if (page && document_ && document_->page(page->index()) == page) goToDestination({page->index(), {}});
 }
 
 void PDFView::goToDestination(const PDFDestination &destination) {
@@ -105,9 +105,13 @@ void PDFView::goToDestination(const PDFDestination &destination) {
 }
 
 /// Puts a point of a page as shown at the top of the view, and moves sideways only if it were out of sight.
+/// A point off the page, which files may name, counts as the nearest one on it or in the gap above.
 void PDFView::scrollTo(int index, const QPointF &shown) {
     keepingPage([&] {
-        const QPointF target = shownToView(shown, index);
+        const QSizeF size = layout_.pageSize(index);
+        const QPointF onPage(std::clamp(shown.x(), 0.0, size.width()),
+                             std::clamp(shown.y(), -PageLayout::gap / layout_.scale(), size.height()));
+        const QPointF target = shownToView(onPage, index);
         verticalScrollBar()->setValue(verticalScrollBar()->value() + qRound(target.y()));
         if (target.x() < 0 || target.x() >= viewport()->width())
             horizontalScrollBar()->setValue(horizontalScrollBar()->value() + qRound(target.x()) -

@@ -86,7 +86,9 @@ void PDFView::drawImages(QPainter &painter, const PDFPage &page, const QRectF &t
         }
     }
     for (const auto &[request, image] : sharp) {
-        painter.drawImage(target.topLeft() + QPointF(request.clip.topLeft()) / ratio, image);
+        const QRectF place(target.topLeft() + QPointF(request.clip.topLeft()) / ratio,
+                           QSizeF(request.clip.size()) / ratio);
+        painter.drawImage(place, image, QRectF(image.rect()));
     }
 }
 
@@ -216,9 +218,7 @@ void PDFView::takeResult(const PageResult &result) {
 }
 
 void PDFView::takeImage(const PageResult &result) {
-    QImage image = result.image;
-    if (const double ratio = devicePixelRatioF(); ratio != 1) image.setDevicePixelRatio(ratio);
-    images_.insert(result.request, image);
+    images_.insert(result.request, result.image);
     if (const QRect rect = pageRectInView(result.request.pageIndex); rect.intersects(viewport()->rect()))
         viewport()->update(rect);
     scheduleRequests();

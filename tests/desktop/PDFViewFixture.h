@@ -49,8 +49,13 @@ protected:
     }
 
     const PDFPage &page(int index) const { return *document->page(index); }
-    QImage picture() { return view.viewport()->grab().toImage(); }
-    QColor colourAt(const QPointF &viewPoint) { return picture().pixelColor(viewPoint.toPoint()); }
+    void picture() { view.viewport()->grab(); }
+    QColor colourAt(const QPointF &viewPoint) { return colourOf(view, viewPoint); }
+    /// The colour at a point of a view's viewport.
+    static QColor colourOf(QAbstractScrollArea &area, const QPointF &viewPoint) {
+        const QImage image = area.viewport()->grab().toImage();
+        return image.pixelColor((viewPoint * image.devicePixelRatio()).toPoint()).toRgb();
+    }
     QPoint at(double x, double y, int pageIndex = 0) const {
         return view.convertPointFromPage({x, y}, page(pageIndex)).toPoint();
     }

@@ -42,6 +42,8 @@ TEST_F(PDFViewTest, WithoutADocumentNothingHappens) {
     view.goToFirstPage();
     view.goToLastPage();
     view.goToPage(nullptr);
+    const auto other = test::openPdf(numberedPages(1));
+    view.goToPage(other->page(0));
     view.setAutoScales(true);
     view.setScaleFactor(2);
     view.copy();
@@ -81,7 +83,7 @@ TEST_P(PDFViewRotationTest, PictureAndPagePointsAgree) {
     showTurned();
     for (const double scale : {1.0, 0.9, 1.7}) {
         view.setScaleFactor(scale);
-        view.verticalScrollBar()->setValue(0);
+        view.verticalScrollBar()->setValue(scrollPosition() + at(40, 60).y() - 200);
         waitUntilRendered();
         for (const QPointF &inRed : {QPointF(33, 53), QPointF(47, 53), QPointF(33, 67)})
             EXPECT_EQ(colourAt(at(inRed.x(), inRed.y())), QColor(Qt::red)) << scale;
@@ -120,10 +122,9 @@ TEST_P(PDFViewRotationTest, SubclassesDrawFromTheLowerLeftOfThePageAsShown) {
     corners.setDocument(document.get());
     corners.show();
     const QRectF whole = corners.convertRectFromPage(page(0).cropBox(), page(0));
-    const QImage picture = corners.viewport()->grab().toImage();
-    EXPECT_EQ(picture.pixelColor((whole.bottomLeft() + QPointF(3, -3)).toPoint()), QColor(Qt::green));
-    EXPECT_EQ(picture.pixelColor((whole.bottomLeft() + QPointF(10, -10)).toPoint()), QColor(Qt::green));
-    EXPECT_NE(picture.pixelColor((whole.bottomLeft() + QPointF(14, -3)).toPoint()), QColor(Qt::green));
+    EXPECT_EQ(colourOf(corners, whole.bottomLeft() + QPointF(3, -3)), QColor(Qt::green));
+    EXPECT_EQ(colourOf(corners, whole.bottomLeft() + QPointF(10, -10)), QColor(Qt::green));
+    EXPECT_NE(colourOf(corners, whole.bottomLeft() + QPointF(14, -3)), QColor(Qt::green));
     corners.setDocument(nullptr);
 }
 
@@ -219,6 +220,15 @@ TEST_F(PDFViewTest, DestinationOffTheDocumentDoesNothing) {
     view.goToDestination({2, {0, 0}});
     view.goToDestination({-1, {0, 0}});
     EXPECT_EQ(scrollPosition(), there);
+}
+
+TEST_F(PDFViewTest, DestinationOffThePageIsTheNearestPointOnIt) {
+    show(numberedPages(5));
+    view.goToDestination({2, {-1e30, 1e30}});
+    EXPECT_NEAR(at(0, 792, 2).y(), PageLayout::gap, 1);
+    view.goToDestination({2, {1e30, -1e30}});
+    EXPECT_NEAR(at(0, 0, 2).y(), 0, 1);
+    EXPECT_EQ(currentIndex(), 2);
 }
 
 TEST_F(PDFViewTest, PageOfAnotherDocumentDoesNothing) {

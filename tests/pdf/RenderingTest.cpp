@@ -227,6 +227,69 @@ TEST(Rendering, HugeImageIsNoHarm) {
     EXPECT_EQ(colour(draw(*openPdf(pdf), 0), 50, 792 - 50), blue);
 }
 
+TEST(Rendering, PatternOfCountlessTilesEnds) {
+    PdfBuilder pdf;
+    const int pattern =
+        pdf.addStream("0 0 1 1 re f",
+                      "/Type /Pattern /PatternType 1 /PaintType 1 /TilingType 1 /BBox [0 0 1 1] "
+                      "/XStep 0.0001 /YStep 0.0001 /Resources << >>");
+    pdf.addPage(fill("0 0 1", 0, 0, 100, 100) + "/Pattern cs /Tiny scn 200 200 400 400 re f",
+                "/Resources << /Pattern << /Tiny " + PdfBuilder::reference(pattern) + " >> >>");
+    EXPECT_EQ(colour(draw(*openPdf(pdf), 0), 50, 792 - 50), blue);
+}
+
+TEST(Rendering, LargeTilesLaidOverEachOtherEnd) {
+    PdfBuilder pdf;
+    const int pattern =
+        pdf.addStream("0 0 600 600 re f",
+                      "/Type /Pattern /PatternType 1 /PaintType 1 /TilingType 1 /BBox [0 0 600 "
+                      "600] /XStep 0.5 /YStep 0 /Resources << >>");
+    pdf.addPage(fill("0 0 1", 0, 0, 100, 100) + "/Pattern cs /Large scn 200 200 400 400 re f",
+                "/Resources << /Pattern << /Large " + PdfBuilder::reference(pattern) + " >> >>");
+    EXPECT_EQ(colour(draw(*openPdf(pdf), 0), 50, 792 - 50), blue);
+}
+
+TEST(Rendering, PatternOfUsualTilesIsDrawn) {
+    PdfBuilder pdf;
+    const int pattern =
+        pdf.addStream("1 0 0 rg 0 0 2 4 re f",
+                      "/Type /Pattern /PatternType 1 /PaintType 1 /TilingType 1 /BBox [0 0 4 4] "
+                      "/XStep 4 /YStep 4 /Resources << >>");
+    pdf.addPage("/Pattern cs /Stripes scn 0 0 612 792 re f",
+                "/Resources << /Pattern << /Stripes " + PdfBuilder::reference(pattern) + " >> >>");
+    const QImage image = draw(*openPdf(pdf), 0);
+    EXPECT_EQ(colour(image, 401, 300), red);
+    EXPECT_EQ(colour(image, 403, 300), white);
+}
+
+TEST(Rendering, CountlessDashesEnd) {
+    for (const char *dash :
+         {"[0.0001] 0 d", "[0.02] 0 d", "[1] 1000000000000 d", "[0.01 0.01] -1000000000 d", "[0 0] 0 d"}) {
+        PdfBuilder pdf;
+        pdf.addPage(fill("0 0 1", 0, 0, 100, 100) + dash +
+                    " 1 w -1000000000 300 m 1000000000 310 l S 0 0 m 600 600 l 0 600 l 600 0 l S");
+        EXPECT_EQ(colour(draw(*openPdf(pdf), 0), 80, 792 - 20), blue) << dash;
+    }
+}
+
+TEST(Rendering, ShadingsThatAreTooMuchEnd) {
+    for (const char *shading :
+         {"<< /ShadingType 1 /ColorSpace /DeviceRGB /Domain [0 1000000000 0 1000000000] /Function << "
+          "/FunctionType 2 /Domain [0 "
+          "1] /N 1 /C0 [1 0 0] /C1 [0 0 1] >> >>",
+          "<< /ShadingType 2 /ColorSpace /DeviceRGB /Coords [0 0 0.0000001 0.0000001] /Extend "
+          "[true true] /Function << "
+          "/FunctionType 2 /Domain [0 1] /N 1 /C0 [1 0 0] /C1 [0 0 1] >> >>",
+          "<< /ShadingType 3 /ColorSpace /DeviceRGB /Coords [0 0 0.00001 1000000000 1000000000 1000000000] "
+          "/Extend [true true] /Function "
+          "<< /FunctionType 2 /Domain [0 1] /N 1 /C0 [1 0 0] /C1 [0 0 1] >> >>"}) {
+        PdfBuilder pdf;
+        pdf.addPage(fill("0 0 1", 0, 0, 100, 100) + "q 200 200 400 400 re W n /Much sh Q",
+                    std::string("/Resources << /Shading << /Much ") + shading + " >> >>");
+        EXPECT_EQ(colour(draw(*openPdf(pdf), 0), 50, 792 - 50), blue) << shading;
+    }
+}
+
 TEST(Rendering, StopsOnRequest) {
     std::stop_source stop;
     stop.request_stop();

@@ -1,5 +1,6 @@
 #include "pdf/mupdf/PageRenderer.h"
 
+#include "pdf/ImageMemory.h"
 #include "pdf/PageTransform.h"
 #include "pdf/mupdf/FactsReader.h"
 #include "pdf/mupdf/TimeLimit.h"
@@ -8,6 +9,7 @@
 #include <QSet>
 
 #include <atomic>
+#include <cmath>
 
 namespace leafwright::mupdf {
 
@@ -77,6 +79,46 @@ Object appearanceOf(const Object &annotation) {
     return appearance.get(PDF_NAME(BBox)).isArray() ? appearance : Object();
 }
 
+/// Refuses patterns that would be painted more often than anybody can wait for: their painting, other than
+/// content, does not look at the abort flag.
+class PatternGuard {
+public:
+    /// @param visible the part that is drawn, in device pixels
+    static void watch(fz_device *device, const fz_irect &visible) {
+        beginTile = device->begin_tile;
+        visibleArea = fz_rect_from_irect(visible);
+        device->begin_tile = onBeginTile;
+    }
+
+private:
+    static double sizeOf(const fz_rect &rect) {
+        return (double{rect.x1} - rect.x0) * (double{rect.y1} - rect.y0);
+    }
+
+    static int onBeginTile(fz_context *ctx, fz_device *device, fz_rect area, fz_rect view, float xStep,
+                           float yStep, fz_matrix matrix, int id) {
+        // Patterns in good faith paint each pixel about once. A tile takes some time however small it is.
+        constexpr double mostTiles = 1e6;
+        constexpr double mostPixels = 1e9;
+        const fz_rect seen = fz_intersect_rect(fz_transform_rect(area, matrix), visibleArea);
+        if (!fz_is_empty_rect(seen)) {
+            const double scale = std::abs(double{matrix.a} * matrix.d - double{matrix.b} * matrix.c);
+            const double tiles = sizeOf(seen) / (scale * std::abs(double{xStep} * yStep));
+            const double pixels = tiles * sizeOf(fz_transform_rect(view, matrix));
+            if (!(tiles <= mostTiles) || !(pixels <= mostPixels))
+                fz_throw(ctx, FZ_ERROR_GENERIC, "a pattern has too many tiles");
+        }
+        return beginTile(ctx, device, area, view, xStep, yStep, matrix, id);
+    }
+
+    // By thread, since the device has no room for them.
+    static thread_local decltype(fz_device::begin_tile) beginTile;
+    static thread_local fz_rect visibleArea;
+};
+
+thread_local decltype(fz_device::begin_tile) PatternGuard::beginTile = nullptr;
+thread_local fz_rect PatternGuard::visibleArea = fz_empty_rect;
+
 /// Draws one page on an image.
 class PageRun {
 public:
@@ -99,6 +141,7 @@ public:
         try {
             device_ = guarded(
                 ctx_, [&] { return fz_new_draw_device_with_bbox(ctx_, fz_identity, pixmap_, &visible); });
+            PatternGuard::watch(device_, visible);
             loadColours();
         } catch (const Error &) {
             drop();
@@ -222,7 +265,7 @@ QImage blankImage(const QRect &clip) {
     if (clip.isEmpty() || qint64{clip.width()} * clip.height() > mostPixelsOfImage) return {};
     // MuPDF's pixels with blue first and alpha last, as Qt has them in memory.
     static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN);
-    QImage image(clip.size(), QImage::Format_RGB32);
+    QImage image = makeImage(clip.size());
     image.fill(Qt::white);
     return image;
 }
