@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace leafwright {
 
@@ -21,12 +22,21 @@ QRect wholePixels(const QRectF &frame) {
     return {topLeft, QSize(std::max(0, end.x() - topLeft.x()), std::max(0, end.y() - topLeft.y()))};
 }
 
+/// Runs what a delegate decides. @return false if it raised, which is logged
+bool guarded(const char *consequence, const std::function<void()> &body) {
+    try {
+        body();
+        return true;
+    } catch (const AssertionFailure &failure) {
+        qWarning().noquote() << "leafwright:" << consequence << "-" << failure.description();
+        return false;
+    }
+}
+
 }  // namespace
 
 SplitView::SplitView(QWidget *parent)
     : QWidget(parent), dividerThickness_(std::max(1, style()->pixelMetric(QStyle::PM_SplitterWidth))) {}
-
-SplitView::~SplitView() = default;
 
 void SplitView::addSubview(QWidget *pane) {
     pane->setParent(this);
@@ -142,16 +152,6 @@ void SplitView::adjustSubviews() {
 QSize SplitView::minimumSizeHint() const {
     const int length = delegate_ ? static_cast<int>(std::ceil(delegate_->minimumLength(*this))) : 0;
     return vertical_ ? QSize(length, 0) : QSize(0, length);
-}
-
-bool SplitView::guarded(const char *what, const std::function<void()> &body) const {
-    try {
-        body();
-        return true;
-    } catch (const AssertionFailure &failure) {
-        qWarning().noquote() << "leafwright:" << what << "-" << failure.description();
-        return false;
-    }
 }
 
 void SplitView::resizeSubviews() {

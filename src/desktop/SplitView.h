@@ -6,7 +6,6 @@
 #include <QRectF>
 #include <QWidget>
 
-#include <functional>
 #include <vector>
 
 namespace leafwright {
@@ -21,7 +20,6 @@ class SplitView : public QWidget {
 
 public:
     explicit SplitView(QWidget *parent = nullptr);
-    ~SplitView() override;
 
     /// Appends a pane, owned by the split view from then on, and gives all panes equal lengths.
     void addSubview(QWidget *pane);
@@ -75,11 +73,10 @@ protected:
 
 private:
     struct Pane {
-        QWidget *widget;
+        QWidget *widget = nullptr;
         QRectF frame;
     };
 
-    bool guarded(const char *what, const std::function<void()> &body) const;
     void resizeSubviews();
     void setFrameAlongAxis(int index, double origin, double length);
     void remakeDividers();

@@ -26,6 +26,8 @@ public:
     /// logged.
     explicit UserDefaults(const QString &filePath);
     ~UserDefaults() override;
+    UserDefaults(const UserDefaults &) = delete;
+    UserDefaults &operator=(const UserDefaults &) = delete;
 
     /// Adds the values that are in force until others are set; never stored.
     void registerDefaults(const QHash<QString, QVariant> &defaults);

@@ -52,12 +52,12 @@ void LabelPDFView::pickSpot(const QPointF &viewPoint) {
     const QByteArray archive = archivedSpot({point, page->label()});
     setIconLocationData(archive);
     setNeedsDisplay();
-    auto *spotData = new QMimeData;
-    spotData->setData(NSPOINT_PBOARD_TYPE, archive);
-    dragImage(targeticon_, {iconPoints / 2, iconPoints / 2}, spotData);
+    auto *mimeData = new QMimeData;
+    mimeData->setData(NSPOINT_PBOARD_TYPE, archive);
+    dragImage(targeticon_, {iconPoints / 2, iconPoints / 2}, mimeData);
 }
 
-void LabelPDFView::dragImage(const QImage &image, const QPoint &hotSpot, QMimeData *spotData) {
+void LabelPDFView::dragImage(const QImage &image, const QPoint &hotSpot, QMimeData *mimeData) {
     auto *drag = new QDrag(this);  // Deletes itself when it is over.
     const double ratio = devicePixelRatioF();
     const int pixels = qRound(iconPoints * ratio);
@@ -66,7 +66,7 @@ void LabelPDFView::dragImage(const QImage &image, const QPoint &hotSpot, QMimeDa
     pixmap.setDevicePixelRatio(ratio);
     drag->setPixmap(pixmap);
     drag->setHotSpot(hotSpot);
-    drag->setMimeData(spotData);
+    drag->setMimeData(mimeData);
     drag->exec(draggingSessionSourceOperationMask());
 }
 

@@ -38,9 +38,9 @@ protected:
     void drawPage(QPainter &painter, const PDFPage &page) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
 
-    /// Starts a drag and returns when it is over. @param data the spot; the drag owns it from then on
+    /// Starts a drag and returns when it is over. @param mimeData the spot; the drag owns it from then on
     /// @param hotSpot where the mouse holds the image, from its top left
-    virtual void dragImage(const QImage &image, const QPoint &hotSpot, QMimeData *data);
+    virtual void dragImage(const QImage &image, const QPoint &hotSpot, QMimeData *mimeData);
 
 private:
     void awakeFromNib();

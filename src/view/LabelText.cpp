@@ -2,6 +2,8 @@
 
 #include <QFontMetricsF>
 
+#include <limits>
+
 namespace leafwright {
 
 namespace {
@@ -18,21 +20,28 @@ QFont referenceFont(const QString &name, QFont::Weight weight) {
     return font;
 }
 
-/// The size at font size 1.
-QSizeF unitSize(const QString &text, const QFont &font) {
+/// The size at font size 1. @param mostWidth what is wider need not be measured to its end: labels come from
+/// files, and may be megabytes
+QSizeF unitSize(const QString &text, const QFont &font, double mostWidth) {
+    // The toolkit counts widths in 64ths of a pixel, in 32 bits: too few for more at once.
+    constexpr qsizetype piece = 1000;
     const QFontMetricsF metrics(font);
-    return QSizeF(metrics.horizontalAdvance(text), metrics.height()) / referenceSize;
+    double width = 0;
+    for (qsizetype i = 0; i < text.size() && width <= mostWidth; i += piece)
+        width += metrics.horizontalAdvance(text.mid(i, piece)) / referenceSize;
+    return {width, metrics.height() / referenceSize};
 }
 
 }  // namespace
 
 QSizeF sizeOfText(const QString &text, const QString &fontName, double fontSize) {
-    return unitSize(text, referenceFont(fontName, QFont::Normal)) * fontSize;
+    constexpr double unlimited = std::numeric_limits<double>::infinity();
+    return unitSize(text, referenceFont(fontName, QFont::Normal), unlimited) * fontSize;
 }
 
 double fontSizeForAreaSize(const QSizeF &areaSize, const QString &text, const QString &fontName) {
     if (areaSize.width() == 0 && areaSize.height() == 0) return 0;
-    const QSizeF unit = unitSize(text, referenceFont(fontName, QFont::Bold));
+    const QSizeF unit = unitSize(text, referenceFont(fontName, QFont::Bold), areaSize.width());
     int size = 1;
     while (size <= greatestSize && unit.width() * size <= areaSize.width() &&
            unit.height() * size <= areaSize.height())

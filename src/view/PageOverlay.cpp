@@ -20,6 +20,7 @@ void drawBadge(QPainter &painter, const PageOverlay &overlay) {
     painter.drawRect(QRectF(badge.x, badge.y, badge.width, badge.height));
 
     const double fontSize = fontSizeForAreaSize({badge.width, badge.height}, overlay.label, fontName);
+    if (fontSize <= 0) return;  // No room for a text.
     const QSizeF text = sizeOfText(overlay.label, fontName, fontSize);
     painter.setPen(Qt::white);
     drawText(painter,
