@@ -12,7 +12,7 @@ namespace {
 
 constexpr int longestText = 500;
 constexpr int breathingSpace = 6;  // pixels between the texts of two rows
-constexpr int largestShare = 3;  // of the view's width
+constexpr int largestShare = 3;    // of the view's width
 
 }  // namespace
 

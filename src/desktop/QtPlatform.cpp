@@ -103,7 +103,8 @@ void QtPlatform::openURL(const QUrl &url) {
 }
 
 QString QtPlatform::temporaryDirectory() {
-    // The system's folder is open to all, so what stands there under a name that can be guessed may be a trap.
+    // The system's folder is open to all, so what stands there under a name that can be guessed may be a
+    // trap.
     const QString path = QStringLiteral("%1/leafwright-%2").arg(QDir::tempPath()).arg(getuid());
     const QByteArray name = QFile::encodeName(path);
     mkdir(name.constData(), S_IRWXU);

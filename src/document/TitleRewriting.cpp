@@ -16,7 +16,6 @@ QString capitalizedWord(QStringView word) {
         if (first && QChar::isLetter(letter)) {
             const char32_t title = QChar::toTitleCase(letter);
             result += QString::fromUcs4(&title, 1);
-            // The rest in one piece: some letters depend on their neighbours, such as the final sigma.
             return result + word.mid(i + (isPair ? 2 : 1)).toString().toLower();
         }
         result += word.mid(i, isPair ? 2 : 1);

@@ -13,8 +13,8 @@ namespace {
 /// Hands over from another thread, as another process would.
 bool handOverElsewhere(const QString &name, const QStringList &paths) {
     auto result = std::async(std::launch::async, [&] { return SingleInstance(name).handOver(paths); });
-    EXPECT_TRUE(QTest::qWaitFor([&] { return result.wait_for(std::chrono::seconds(0)) == std::future_status::ready; },
-                    10000));
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return result.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }, 10000));
     return result.get();
 }
 

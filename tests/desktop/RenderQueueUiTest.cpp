@@ -131,8 +131,8 @@ TEST_F(RenderQueueTest, PagesComeInTheOrderWanted) {
     const auto thumbnail = std::find_if(results.begin(), results.end(), [](const PageResult &result) {
         return result.work == PageWork::Thumbnail;
     });
-    // A thread may have taken the thumbnail before the pages were asked for, and others may be slow with theirs;
-    // but it does not come before the pages are.
+    // A thread may have taken the thumbnail before the pages were asked for, and others may be slow with
+    // theirs; but it does not come before the pages are.
     EXPECT_TRUE(thumbnail == results.begin() || thumbnail - results.begin() > urgent / 2);
 }
 

@@ -3,7 +3,6 @@
 #include <QSet>
 
 #include <gtest/gtest.h>
-
 #include <stdexcept>
 
 namespace leafwright {
@@ -21,7 +20,8 @@ TEST(ActionTable, ADisabledCommandIsNotPerformed) {
     ActionTable table;
     int calls = 0;
     bool enabled = false;
-    table.handle("moveLeft:", [&](QObject *) { ++calls; }, [&] { return enabled; });
+    table.handle(
+        "moveLeft:", [&](QObject *) { ++calls; }, [&] { return enabled; });
     EXPECT_FALSE(table.validateUserInterfaceItem("moveLeft:"));
     EXPECT_FALSE(table.perform("moveLeft:"));
     enabled = true;

@@ -66,8 +66,8 @@ TEST(CapitalizedString, AnApostropheDoesNotEndAWord) {
 }
 
 TEST(CapitalizedString, OtherScripts) {
-    EXPECT_EQ(capitalizedString("résumé ÉTÉ ἀρχή ΤΕΛΟΣ Ǆungla 漢字 😀 smile"),
-              "Résumé Été Ἀρχή Τελος ǅungla 漢字 😀 Smile");
+    EXPECT_EQ(capitalizedString("résumé ÉTÉ ἀρχή ΛΌΓΟΙ Ǆungla 漢字 😀 smile"),
+              "Résumé Été Ἀρχή Λόγοι ǅungla 漢字 😀 Smile");
 }
 
 TEST(CapitalizedString, LettersBeyondTheBasicPlane) {

@@ -8,8 +8,12 @@ namespace {
 class Visits : public UndoSupport {
 public:
     using UndoSupport::UndoSupport;
-    void registerObserversForOutlineItem(MyOutlineItem &item) override { registered.append(item.pageTitle()); }
-    void unregisterObserversForOutlineItem(MyOutlineItem &item) override { unregistered.append(item.pageTitle()); }
+    void registerObserversForOutlineItem(MyOutlineItem &item) override {
+        registered.append(item.pageTitle());
+    }
+    void unregisterObserversForOutlineItem(MyOutlineItem &item) override {
+        unregistered.append(item.pageTitle());
+    }
     QStringList registered;
     QStringList unregistered;
 };

@@ -23,8 +23,12 @@ protected:
         document.finishLoading();
     }
 
-    TreeNode *node(const IndexPath &path) { return document.treecontroller().descendantNodeAtIndexPath(path); }
-    void select(const std::vector<IndexPath> &paths) { document.treecontroller().setSelectionIndexPaths(paths); }
+    TreeNode *node(const IndexPath &path) {
+        return document.treecontroller().descendantNodeAtIndexPath(path);
+    }
+    void select(const std::vector<IndexPath> &paths) {
+        document.treecontroller().setSelectionIndexPaths(paths);
+    }
 };
 
 }  // namespace leafwright::test
