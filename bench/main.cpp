@@ -1,12 +1,14 @@
 #include "bench/BenchPdf.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 
 #include <benchmark/benchmark.h>
 #include <cstdio>
 
 int main(int argc, char **argv) {
-    const QCoreApplication application(argc, argv);
+    // Views are measured, too, and drawn in memory.
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    const QApplication application(argc, argv);
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     try {

@@ -2,17 +2,38 @@
 
 #include "cli/Console.h"
 #include "document/MyDocument.h"
+#include "platform/UserDefaults.h"
+
+#include <QDateTime>
+#include <QDir>
 
 #include <memory>
 
 namespace leafwright::cli {
 
 /// A platform for running without a display: what would be shown is left unsaid, since commands report
-/// failures in their own words, with the file's name and the reason.
+/// failures in their own words, with the file's name and the reason. Nobody can be asked, so every panel is
+/// cancelled; nothing leaves the program; settings are the registered defaults.
 class SilentPlatform final : public Platform {
 public:
     void beep() override {}
     int runModal(const Alert & /*alert*/) override { return 0; }
+    std::optional<QString> runOpenPanel(const FilePanel & /*panel*/) override { return std::nullopt; }
+    std::optional<QString> runSavePanel(const FilePanel & /*panel*/) override { return std::nullopt; }
+    void setClipboardText(const QString & /*text*/) override {}
+    void revealFile(const QString & /*path*/) override {}
+    void openFile(const QString & /*path*/) override {}
+    void openURL(const QUrl & /*url*/) override {}
+    QString temporaryDirectory() override { return QDir::tempPath(); }
+    qint64 now() const override { return QDateTime::currentMSecsSinceEpoch(); }
+    void pause(int /*milliseconds*/) override {}
+    void performAfterDelay(int /*milliseconds*/, QObject *context, std::function<void()> function) override {
+        QMetaObject::invokeMethod(context, std::move(function), Qt::QueuedConnection);
+    }
+    UserDefaults &userDefaults() override { return userDefaults_; }
+
+private:
+    UserDefaults userDefaults_;
 };
 
 /// Opens a PDF for reading. When it can't be opened or is locked, says so and returns null.

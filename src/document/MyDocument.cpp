@@ -1,10 +1,32 @@
 #include "document/MyDocument.h"
 
+#include "desktop/OKNSOutlineView.h"
+#include "desktop/OutlineViewExtensions.h"
+#include "desktop/PrioritySplitViewDelegate.h"
+#include "desktop/SplitView.h"
+#include "desktop/ThumbnailView.h"
+#include "document/AutoTOCCommands.h"
+#include "document/BatchRenaming.h"
+#include "document/DocumentWindow.h"
+#include "document/EditMenuCommands.h"
+#include "document/HeadingMapCommands.h"
+#include "document/HeadingMapGuess.h"
+#include "document/HeadingMapModel.h"
+#include "document/NavigationCommands.h"
+#include "document/OutlineCopy.h"
+#include "document/OutlineDelegate.h"
 #include "document/OutlineExport.h"
 #include "document/OutlineImport.h"
+#include "document/PrintedPageCommands.h"
 #include "document/PrintedPageOffset.h"
+#include "document/SaveProgress.h"
+#include "document/SavingCommands.h"
+#include "document/SelectionCommands.h"
+#include "document/StructuralEdits.h"
+#include "pdf/ReadAhead.h"
+#include "tree/TreeController.h"
+#include "view/LabelPDFView.h"
 
-#include <QCoreApplication>
 #include <QLoggingCategory>
 
 #include <stdexcept>
@@ -15,18 +37,33 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "leafwright.document", QtInfoMsg)
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("MyDocument", text);
-}
-
 }  // namespace
 
 const QString MyDocument::savePreviewPDF = QStringLiteral("SavePreviewPDF");
 const QString MyDocument::saveFinalPDF = QStringLiteral("SaveFinalPDF");
 
-MyDocument::MyDocument(Platform &platform) : platform_(platform) {}
+MyDocument::MyDocument(Platform &platform)
+    : Document(platform),
+      treecontroller_(std::make_unique<TreeController>(*root_)),
+      headingMapModel_(std::make_unique<HeadingMapModel>(listH1H2H3Config_)),
+      navigation_(std::make_unique<NavigationCommands>(*this)),
+      outlineCopy_(std::make_unique<OutlineCopy>(*this)),
+      outlineDelegate_(std::make_unique<OutlineDelegate>(*this)),
+      saving_(std::make_unique<SavingCommands>(*this)),
+      structuralEdits_(std::make_unique<StructuralEdits>(*this)),
+      batchRenaming_(std::make_unique<BatchRenaming>(*this)),
+      selectionCommands_(std::make_unique<SelectionCommands>(*this)),
+      printedPageCommands_(std::make_unique<PrintedPageCommands>(*this)),
+      headingMapCommands_(std::make_unique<HeadingMapCommands>(*this)),
+      autoTOCCommands_(std::make_unique<AutoTOCCommands>(*this)),
+      editMenuCommands_(std::make_unique<EditMenuCommands>(*this)) {
+    connect(treecontroller_.get(), &TreeController::itemEdited, this,
+            [this] { updateChangeCount(Change::Done); });
+}
 
-MyDocument::~MyDocument() = default;
+MyDocument::~MyDocument() {
+    undoSupport_.stopObservingOutlineItemsForUndoSupport();
+}
 
 bool MyDocument::readFromURL(const QString &path) {
     openError_.reset();
@@ -36,15 +73,62 @@ bool MyDocument::readFromURL(const QString &path) {
         if (openError_->kind == PDFError::Kind::FileMissing) return false;
         pdfURL_ = path;
         pdfDoc_.reset();
-        platform_.beep();
-        platform_.runModal({translated("Unable to open PDF"),
-                            translated("Unfortunately, Leafwright cannot display this PDF."),
-                            {translated("OK")}});
+        showAlert(tr("Unable to open PDF"), tr("Unfortunately, Leafwright cannot display this PDF."));
         return false;
     }
     pdfURL_ = path;
     pdfDoc_ = std::get<std::unique_ptr<PDFDocument>>(std::move(opened));
     return true;
+}
+
+QWidget *MyDocument::window() const {
+    return window_.get();
+}
+
+LabelPDFView *MyDocument::pdfview() const {
+    return window_ ? window_->pdfview() : nullptr;
+}
+
+ThumbnailView *MyDocument::pdfthumbs() const {
+    return window_ ? window_->pdfthumbs() : nullptr;
+}
+
+OKNSOutlineView *MyDocument::outlineview() const {
+    return window_ ? window_->outlineview() : nullptr;
+}
+
+SplitView *MyDocument::splitViewTopLevel() const {
+    return window_ ? window_->splitViewTopLevel() : nullptr;
+}
+
+std::vector<TreeNode *> MyDocument::selectedNodes() const {
+    return window_ ? selectedItems(*outlineview()) : std::vector<TreeNode *>();
+}
+
+bool MyDocument::hasSelectedText() const {
+    return window_ && pdfview()->currentSelection() && !pdfview()->currentSelection()->isEmpty();
+}
+
+void MyDocument::beginSheet(Sheet *sheet, std::function<void(int returnCode)> didEnd) {
+    openSheet_ = sheet;
+    sheet->begin(window(), [sheet, didEnd = std::move(didEnd)](int returnCode) {
+        sheet->deleteLater();
+        didEnd(returnCode);
+    });
+}
+
+void MyDocument::setPdfURL(const QString &path) {
+    if (path == pdfURL_) return;
+    pdfURL_ = path;
+    Q_EMIT fileURLChanged();
+}
+
+void MyDocument::reloadHeadingMap() {
+    headingMapModel_->reloadData();
+}
+
+bool MyDocument::saveBeforeClosing() {
+    return saving_->saveFinal();
 }
 
 void MyDocument::prepareForEditing() {
@@ -56,13 +140,18 @@ void MyDocument::prepareForEditing() {
     listH1H2H3Config_.clear();
 }
 
-void MyDocument::importOutline() {
+MyOutlineItem::Children MyDocument::itemsOfOutlineInMemory() {
     const PDFOutline &outline = pdfDoc_->outlineRoot();
     MyOutlineItem::Children items;
     for (int i = 0; i < outline.numberOfChildren(); ++i) {
         items.push_back(std::make_unique<MyOutlineItem>());
         addOutlineChildren(outline.childAtIndex(i), *items.back());
     }
+    return items;
+}
+
+void MyDocument::importOutline() {
+    MyOutlineItem::Children items = itemsOfOutlineInMemory();
     for (size_t i = 0; i < items.size(); ++i)
         root_->insertObjectInChildrenAtIndex(std::move(items[i]), i);
 }
@@ -92,8 +181,11 @@ void MyDocument::addOutlineChildren(const PDFOutline &entry, MyOutlineItem &item
     if (leafwright::addOutlineChildren(entry, item, *pdfDoc_)) updateChangeCount(Change::Done);
 }
 
-std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, const QString &type,
-                                                       PDFWriteObserver *observer) {
+std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, const QString &type) {
+    if (saveProgress_) {
+        saveProgress_->setText(type == savePreviewPDF ? tr("Generating Temporary PDF...")
+                                                      : tr("Saving PDF..."));
+    }
     OutlineExport outlineExport({[this](const QString &label) { return getRealPageArrayIndex(label); },
                                  [this](int index) -> std::optional<Rect> {
                                      const PDFPage *page = pdfDoc_->page(index);
@@ -102,14 +194,17 @@ std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, cons
     std::optional<PDFError> error;
     try {
         pdfDoc_->setOutlineRoot(outlineExport.run(*root_));
-        error = pdfDoc_->writeToFile(path, observer);
+        error = pdfDoc_->writeToFile(path, writeObserver_);
     } catch (const std::length_error &) {
         error = PDFError{PDFError::Kind::WriteFailed,
-                         translated("%1 was not written: its outline is more than %2 levels deep")
+                         tr("%1 was not written: its outline is more than %2 levels deep")
                              .arg(path)
                              .arg(OutlineExport::deepestLevel)};
     }
-    if (error) qCWarning(log).noquote() << error->message;
+    if (error) {
+        qCWarning(log).noquote() << error->message;
+        if (window_) window_->showPassingMessage(error->message);
+    }
     lockTOCediting_ = false;
     if (type == saveFinalPDF && !error) updateChangeCount(Change::Cleared);
     return error;

@@ -1,59 +1,101 @@
 #pragma once
 
 #include "autotoc/HeadingLevelMap.h"
+#include "desktop/Document.h"
+#include "desktop/Sheet.h"
+#include "document/ActionTable.h"
 #include "document/PageLabelMap.h"
+#include "document/UndoSupport.h"
 #include "model/MyOutlineItem.h"
 #include "pdf/PDFDocument.h"
-#include "platform/Platform.h"
+
+#include <QPointer>
 
 #include <atomic>
 #include <functional>
+#include <thread>
 
 namespace leafwright {
 
+class AutoTOCCommands;
+class BatchRenaming;
+class DocumentWindow;
+class EditMenuCommands;
+class HeadingMapCommands;
+class HeadingMapGuess;
+class HeadingMapModel;
+class LabelPDFView;
+class NavigationCommands;
+class OKNSOutlineView;
+class OutlineCopy;
+class OutlineDelegate;
+class PageWarmer;
+class PrioritySplitViewDelegate;
+class PrintedPageCommands;
+class SaveProgress;
+class SavingCommands;
+class SelectionCommands;
+class SplitView;
+class StructuralEdits;
+class ThumbnailView;
+class TreeController;
+class TreeNode;
+
 /// One open PDF with the outline that is being edited: the tree of items under a hidden root, the map from
-/// page labels to pages, and whether there is something to save. Used on one thread.
-class MyDocument {
+/// page labels to pages, whether there is something to save, and its window, if it has one. What can be done
+/// to it stands in classes by subject, which register in its action table. Used on the main thread.
+class MyDocument final : public Document {
+    Q_OBJECT
+
 public:
-    /// How a change is counted.
-    enum class Change {
-        Done,    ///< One more change to save.
-        Cleared  ///< All is saved.
-    };
     /// What a write is for. Passed to writeNewPDFOutline().
     static const QString savePreviewPDF;  ///< A preview copy; the edited state stays as it is.
     static const QString saveFinalPDF;    ///< The real save; the document is clean afterwards.
 
     /// @param platform must outlive the document
     explicit MyDocument(Platform &platform);
-    ~MyDocument();
-    MyDocument(const MyDocument &) = delete;
-    MyDocument &operator=(const MyDocument &) = delete;
+    /// Stops the background work.
+    ~MyDocument() override;
 
     /// Opens the PDF at a path. When there is no file, false, without an alert; when it can't be opened,
     /// beep, alert, false. openError() tells why in detail.
-    bool readFromURL(const QString &path);
+    bool readFromURL(const QString &path) override;
     const std::optional<PDFError> &openError() const { return openError_; }
 
+    QString fileURL() const override { return pdfURL_; }
+    /// Makes the window, runs the load sequence, and shows the window.
+    void makeWindowControllers() override;
+    QWidget *window() const override;
+
+    /// What happens once the window is there: alerts, views, label map, outline, background work, in an order
+    /// that is fixed. The window is shown in the course of it.
+    void windowControllerDidLoadNib(DocumentWindow &window);
+    /// Waits for the map that loading guesses in the background, if it is not there yet.
+    void finishHeadingMap() { takeGuessedHeadingMap(); }
+    /// Waits for what loading has left to the background or to a later moment, so that nothing is pending.
+    void finishLoading();
+
     /// Decides whether the file that was read may be edited (not when locked or encrypted), and builds the
-    /// page label map.
+    /// page label map. For use without a window.
     void prepareForEditing();
+    /// New items for the outline that the PDF has in memory: the file's until another is written.
+    MyOutlineItem::Children itemsOfOutlineInMemory();
     /// Makes the file's outline the tree below the root, which must be empty.
     void importOutline();
 
     MyOutlineItem &root() { return *root_; }
     PDFDocument *pdfDoc() const { return pdfDoc_.get(); }
     const QString &pdfURL() const { return pdfURL_; }
-    void setPdfURL(const QString &path) { pdfURL_ = path; }
+    void setPdfURL(const QString &path);
     const PageLabelMap &pdfMapPageLabelToIndex() const { return pdfMapPageLabelToIndex_; }
 
     bool allowTOCediting() const { return allowTOCediting_; }
     void setAllowTOCediting(bool allow) { allowTOCediting_ = allow; }
     bool lockTOCediting() const { return lockTOCediting_; }
     void setLockTOCediting(bool lock) { lockTOCediting_ = lock; }
-
-    bool isDocumentEdited() const { return edited_; }
-    void updateChangeCount(Change change) { edited_ = change == Change::Done; }
+    /// Set while a command moves items.
+    bool shouldIgnoreKVO() const { return shouldIgnoreKVO_; }
+    void setShouldIgnoreKVO(bool ignore) { shouldIgnoreKVO_ = ignore; }
 
     /// Page label number minus printed page number, sign-extended; 0 is unknown, and also no shift.
     quint64 printedPageOffset() const { return printedPageOffset_; }
@@ -73,13 +115,85 @@ public:
 
     /// Makes the tree the PDF's outline and writes the PDF to a path.
     /// @return why the writing failed; the outline in memory is the new one all the same
-    std::optional<PDFError> writeNewPDFOutline(const QString &path, const QString &type,
-                                               PDFWriteObserver *observer = nullptr);
+    std::optional<PDFError> writeNewPDFOutline(const QString &path, const QString &type);
+    /// Documents are written when the user says so, never by themselves.
+    static bool autosavesInPlace() { return false; }
+    /// Who is told of every write; the window's progress sheet once there is a window. May be null.
+    void setWriteObserver(PDFWriteObserver *observer) { writeObserver_ = observer; }
+    /// Shows the writing while there is a window; null without one.
+    SaveProgress *saveProgress() const { return saveProgress_.get(); }
 
+    /// The heading map, sorted by level. Call reloadHeadingMap() after a change.
     HeadingLevelMap &listH1H2H3Config() { return listH1H2H3Config_; }
+    /// Shows the heading map as it is now.
+    void reloadHeadingMap();
+
+    /// What the renaming sheets start from.
+    struct RenamingDefaults {
+        QString sequentialNumberingPrefix;
+        qint32 sequentialNumberingFirstNumber = 0;
+        qint32 sequentialNumberingStepValue = 0;
+        QString addPrefixPrefixTerm;
+    };
+    RenamingDefaults &renamingDefaults() { return renamingDefaults_; }
+
+    /// Every command of the document.
+    ActionTable &actions() { return actions_; }
+    const ActionTable &actions() const { return actions_; }
+    UndoSupport &undoSupport() { return undoSupport_; }
+    SavingCommands &saving() { return *saving_; }
+    BatchRenaming &batchRenaming() { return *batchRenaming_; }
+    SelectionCommands &selectionCommands() { return *selectionCommands_; }
+    HeadingMapCommands &headingMapCommands() { return *headingMapCommands_; }
+    AutoTOCCommands &autoTOCCommands() { return *autoTOCCommands_; }
+    PrintedPageCommands &printedPageCommands() { return *printedPageCommands_; }
+    StructuralEdits &structuralEdits() { return *structuralEdits_; }
+    NavigationCommands &navigation() { return *navigation_; }
+    OutlineCopy &outlineCopy() { return *outlineCopy_; }
+
+    /// The outline's selected items, as tree nodes, in the order of their rows.
+    std::vector<TreeNode *> selectedNodes() const;
+    /// Whether text is selected on the pages.
+    bool hasSelectedText() const;
+    /// Opens a sheet on the window and deletes it when it has ended. @param didEnd gets the return code; 0 is
+    /// cancel
+    void beginSheet(Sheet *sheet, std::function<void(int returnCode)> didEnd);
+    /// The sheet that is open; null if there is none.
+    Sheet *openSheet() const { return openSheet_; }
+    /// What the outline view asks.
+    OutlineDelegate &outlineDelegate() { return *outlineDelegate_; }
+
+    // The window's views; null before there is a window. The window owns them.
+    LabelPDFView *pdfview() const;
+    ThumbnailView *pdfthumbs() const;
+    OKNSOutlineView *outlineview() const;
+    SplitView *splitViewTopLevel() const;
+    DocumentWindow *myWindow() const { return window_.get(); }
+    /// The tree as views see it. The document owns it.
+    TreeController &treecontroller() { return *treecontroller_; }
+    HeadingMapModel &headingMapModel() { return *headingMapModel_; }
+    PrioritySplitViewDelegate *splitViewDelegate() const { return splitViewDelegate_.get(); }
+
+Q_SIGNALS:
+    /// The window is there, and about to be filled.
+    void windowMade();
+
+protected:
+    bool saveBeforeClosing() override;
 
 private:
-    Platform &platform_;
+    // Steps of the load sequence.
+    void refuseEditingWhereImpossible();
+    void warnAboutVersion();
+    void showPages();
+    void showOutline();
+    void estimatePrintedPageOffsetInBackground();
+    void setUpSplitView();
+    void documentDidLoad();
+    void bindThumbnails();
+    void takeGuessedHeadingMap();
+    void showAlert(const QString &message, const QString &informativeText);
+
     std::unique_ptr<MyOutlineItem> root_ = std::make_unique<MyOutlineItem>();
     std::unique_ptr<PDFDocument> pdfDoc_;
     QString pdfURL_;
@@ -87,11 +201,39 @@ private:
     PageLabelMap pdfMapPageLabelToIndex_;
     bool allowTOCediting_ = true;
     bool lockTOCediting_ = false;
-    bool edited_ = false;
+    bool shouldIgnoreKVO_ = false;
     std::atomic<quint64> printedPageOffset_ = 0;
     bool userHasCheckedPrintedPageNumbers_ = false;
     std::function<void()> printedPageNumbersHandler_;
+    PDFWriteObserver *writeObserver_ = nullptr;
     HeadingLevelMap listH1H2H3Config_;
+    RenamingDefaults renamingDefaults_;
+    UndoSupport undoSupport_{*root_};
+
+    ActionTable actions_;
+    std::unique_ptr<TreeController> treecontroller_;
+    std::unique_ptr<HeadingMapModel> headingMapModel_;
+    std::unique_ptr<NavigationCommands> navigation_;
+    std::unique_ptr<OutlineCopy> outlineCopy_;
+    std::unique_ptr<OutlineDelegate> outlineDelegate_;
+    std::unique_ptr<SavingCommands> saving_;
+    std::unique_ptr<StructuralEdits> structuralEdits_;
+    std::unique_ptr<BatchRenaming> batchRenaming_;
+    std::unique_ptr<SelectionCommands> selectionCommands_;
+    std::unique_ptr<PrintedPageCommands> printedPageCommands_;
+    std::unique_ptr<HeadingMapCommands> headingMapCommands_;
+    std::unique_ptr<AutoTOCCommands> autoTOCCommands_;
+    std::unique_ptr<EditMenuCommands> editMenuCommands_;
+    std::unique_ptr<PrioritySplitViewDelegate> splitViewDelegate_;
+    bool thumbnailsBound_ = false;
+    QPointer<Sheet> openSheet_;
+
+    // These read the PDF and go before it does: the window first, then the threads.
+    std::unique_ptr<PageWarmer> warmer_;
+    std::unique_ptr<HeadingMapGuess> headingMapGuess_;
+    std::jthread estimate_;
+    std::unique_ptr<DocumentWindow> window_;
+    std::unique_ptr<SaveProgress> saveProgress_;
 };
 
 }  // namespace leafwright

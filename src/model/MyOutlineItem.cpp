@@ -76,7 +76,8 @@ void MyOutlineItem::setPageLabel(const QString &label) {
 }
 
 void MyOutlineItem::setChildren(Children children) {
-    change(childrenKey, [&] { children_ = std::move(children); });
+    // Swapped rather than overwritten: the old children live until everyone knows that they left.
+    change(childrenKey, [&] { children_.swap(children); });
 }
 
 MyOutlineItem::Children MyOutlineItem::takeChildren() {

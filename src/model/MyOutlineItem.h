@@ -52,6 +52,7 @@ public:
     void setPageLabel(const QString &label);
 
     const Children &children() const { return children_; }
+    /// The children there were live until observers have been told of the change.
     void setChildren(Children children);
     /// Hands all children over to the caller.
     Children takeChildren();

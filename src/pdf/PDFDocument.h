@@ -38,6 +38,11 @@ public:
     /// Read at the first call and kept from then on.
     std::shared_ptr<const PageText> pageText(int index) const override;
 
+    /// Draws part of a page, see PDFEngine::renderPage(); takes a while, so not on the main thread.
+    QImage renderPage(const RenderRequest &request, const std::stop_token &stop) const {
+        return engine_->renderPage(request, stop);
+    }
+
     bool isLocked() const { return engine_->facts().locked; }
     bool isEncrypted() const { return engine_->facts().encrypted; }
     bool wasRepaired() const { return engine_->facts().repaired; }

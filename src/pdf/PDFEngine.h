@@ -1,13 +1,17 @@
 #pragma once
 
 #include "pdf/PDFError.h"
+#include "pdf/PDFLink.h"
 #include "pdf/PDFOutline.h"
 #include "pdf/PageText.h"
+#include "pdf/RenderRequest.h"
 
 #include <QIODevice>
+#include <QImage>
 
 #include <functional>
 #include <memory>
+#include <stop_token>
 #include <vector>
 
 namespace leafwright {
@@ -41,6 +45,12 @@ public:
     virtual std::shared_ptr<const PageText> pageText(int index) const = 0;
     /// The box in page space of every UTF-16 unit of the page's text, parallel to its string.
     virtual std::vector<Rect> characterBoxes(int index) const = 0;
+    /// Draws part of a page on white; a page that can't be read is blank. Gives up on what takes seconds.
+    /// @param stop ends the drawing early, with a null image
+    /// @return an opaque image of the size of the clip; a null one when that is empty or too large
+    virtual QImage renderPage(const RenderRequest &request, const std::stop_token &stop) const = 0;
+    /// The links of a page that lead into this document or to an address. @param index 0-based, within range.
+    virtual std::vector<PDFLink> links(int index) const = 0;
     /// The outline as the file has it: a root, with no children where there is none.
     virtual std::unique_ptr<PDFOutline> readOutline() const = 0;
     /// Writes the file with the outline in place of its own: the original bytes and one appended section,

@@ -9,6 +9,14 @@ std::shared_ptr<const PageText> PDFPage::text() const {
     return document_->pageText(index_);
 }
 
+std::vector<Rect> PDFPage::characterBoxes() const {
+    return document_->engine().characterBoxes(index_);
+}
+
+std::vector<PDFLink> PDFPage::links() const {
+    return document_->engine().links(index_);
+}
+
 PDFSelection PDFPage::selectionForRange(const TextRange &range) const {
     const int size = static_cast<int>(text()->attributedString.string.size());
     const int begin = std::clamp(range.location, 0, size);

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "pdf/PDFLink.h"
 #include "pdf/PageText.h"
+#include "pdf/PageTransform.h"
 
 #include <memory>
 
@@ -25,9 +27,15 @@ public:
     const Rect &mediaBox() const { return geometry_.mediaBox; }
     const Rect &cropBox() const { return geometry_.cropBox; }
     int rotation() const { return geometry_.rotation; }
+    /// Between page space and the page as it is shown.
+    PageTransform transform() const { return {geometry_.cropBox, geometry_.rotation}; }
 
     /// The page's text with its fonts. See PageText for its form.
     std::shared_ptr<const PageText> text() const;
+    /// The box in page space of every UTF-16 unit of the text. Read anew each time.
+    std::vector<Rect> characterBoxes() const;
+    /// The links of the page, in the file's order. Read anew each time.
+    std::vector<PDFLink> links() const;
     /// A selection of some of the page's text; the range is clipped to the text.
     PDFSelection selectionForRange(const TextRange &range) const;
 

@@ -50,6 +50,14 @@ std::vector<const PDFPage *> PDFSelection::pages() const {
     return pages;
 }
 
+std::vector<TextRange> PDFSelection::rangesOnPage(const PDFPage &page) const {
+    std::vector<TextRange> ranges;
+    for (const Part &part : parts_) {
+        if (part.page == &page) ranges.push_back(part.range);
+    }
+    return ranges;
+}
+
 Rect PDFSelection::boundsForPage(const PDFPage &page) const {
     Rect bounds;
     for (const Part &part : parts_) {

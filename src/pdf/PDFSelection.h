@@ -17,6 +17,8 @@ public:
     bool isEmpty() const { return parts_.empty(); }
     /// The pages that hold selected text, each once, in the order of their first addition.
     std::vector<const PDFPage *> pages() const;
+    /// What is selected of a page's text, in the order of its addition.
+    std::vector<TextRange> rangesOnPage(const PDFPage &page) const;
     /// The rectangle around the selected characters of a page, in page space; empty if there are none.
     Rect boundsForPage(const PDFPage &page) const;
     /// The selected text; parts that do not end a line are parted by a line feed.

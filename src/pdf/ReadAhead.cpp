@@ -20,11 +20,11 @@ void warmPages(const TextPages &pages, const PageStretch &stretch, const std::st
         pages.pageText(i);
 }
 
-void readAllPages(const TextPages &pages) {
+void readAllPages(const TextPages &pages, const std::stop_token &stop) {
     // Pages are handed out one by one: their cost differs too much for fixed shares.
     std::atomic<int> next = 0;
-    const auto read = [&pages, &next] {
-        for (int i = next++; i < pages.pageCount(); i = next++)
+    const auto read = [&pages, &next, &stop] {
+        for (int i = next++; i < pages.pageCount() && !stop.stop_requested(); i = next++)
             pages.pageText(i);
     };
     std::vector<std::jthread> helpers;

@@ -23,8 +23,9 @@ std::vector<PageStretch> warmingStretches(int pageCount);
 /// Reads the text of a stretch of pages, so that it is there when asked for; stops early on request.
 void warmPages(const TextPages &pages, const PageStretch &stretch, const std::stop_token &stop);
 
-/// Reads the text of every page on as many threads as there are cores, and returns when all is read.
-void readAllPages(const TextPages &pages);
+/// Reads the text of every page on as many threads as there are cores, and returns when all is read, or
+/// soon after a request to stop.
+void readAllPages(const TextPages &pages, const std::stop_token &stop = {});
 
 /// Threads that warm a document's pages in the background; stopped and joined when this goes.
 class PageWarmer {

@@ -15,7 +15,9 @@ std::optional<KeyedArchive> KeyedArchive::unarchive(const QByteArray &data) {
     KeyedArchive archive;
     for (const auto &entry : value.toMap()) {
         if (!entry.first.isString() || !entry.second.isString()) return std::nullopt;
-        archive.strings_[entry.first.toString()] = entry.second.toString();
+        const QString text = entry.second.toString();
+        // An empty text is not an absent one.
+        archive.strings_[entry.first.toString()] = text.isNull() ? QStringLiteral("") : text;
     }
     return archive;
 }

@@ -7,6 +7,12 @@
 
 namespace leafwright {
 
+IndexPath IndexPath::indexPathWithIndexes(QList<size_t> positions) {
+    IndexPath path;
+    path.positions_ = std::move(positions);
+    return path;
+}
+
 size_t IndexPath::indexAtPosition(size_t index) const {
     if (index >= length()) throw std::out_of_range("IndexPath: no such position");
     return positions_.at(static_cast<qsizetype>(index));

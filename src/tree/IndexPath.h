@@ -15,6 +15,7 @@ public:
     IndexPath() = default;
     IndexPath(std::initializer_list<size_t> positions) : positions_(positions) {}
     static IndexPath indexPathWithIndex(size_t position) { return {position}; }
+    static IndexPath indexPathWithIndexes(QList<size_t> positions);
 
     size_t length() const { return static_cast<size_t>(positions_.size()); }
     bool isEmpty() const { return positions_.isEmpty(); }

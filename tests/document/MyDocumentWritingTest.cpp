@@ -157,14 +157,15 @@ public:
 
 TEST_F(MyDocumentWriting, EveryPageIsAnnouncedWhileWriting) {
     WriteRecorder recorder;
-    ASSERT_FALSE(document.writeNewPDFOutline(out(), MyDocument::saveFinalPDF, &recorder));
+    document.setWriteObserver(&recorder);
+    ASSERT_FALSE(document.writeNewPDFOutline(out(), MyDocument::saveFinalPDF));
     EXPECT_THAT(recorder.notices, ElementsAre("begin 9", "0", "1", "2", "3", "4", "5", "6", "7", "8", "end"));
 }
 
 TEST_F(MyDocumentWriting, TheEndOfAFailedWriteIsAnnouncedToo) {
     WriteRecorder recorder;
-    ASSERT_TRUE(
-        document.writeNewPDFOutline(dir.path("no/such/folder.pdf"), MyDocument::saveFinalPDF, &recorder));
+    document.setWriteObserver(&recorder);
+    ASSERT_TRUE(document.writeNewPDFOutline(dir.path("no/such/folder.pdf"), MyDocument::saveFinalPDF));
     EXPECT_EQ(recorder.notices.first(), "begin 9");
     EXPECT_EQ(recorder.notices.last(), "end");
 }

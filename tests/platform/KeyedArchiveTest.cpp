@@ -16,6 +16,15 @@ TEST(KeyedArchive, GivesBackWhatWasPutIn) {
     EXPECT_TRUE(read->decode("other").isNull());
 }
 
+TEST(KeyedArchive, EmptyTextsAreNotAbsent) {
+    KeyedArchive archive;
+    archive.encode("", "pageLabel");
+    const auto read = KeyedArchive::unarchive(archive.data());
+    ASSERT_TRUE(read);
+    EXPECT_TRUE(read->decode("pageLabel").isEmpty());
+    EXPECT_FALSE(read->decode("pageLabel").isNull());
+}
+
 TEST(KeyedArchive, BytesThatAreNoneAreRefused) {
     EXPECT_FALSE(KeyedArchive::unarchive({}));
     EXPECT_FALSE(KeyedArchive::unarchive("plain text"));

@@ -1,12 +1,15 @@
 #pragma once
 
 #include "platform/Platform.h"
+#include "platform/UserDefaults.h"
 
 #include <QList>
+#include <QTemporaryDir>
 
 namespace leafwright::test {
 
-/// Records what a document shows and answers from a queue; an alert without an answer in the queue gets 0.
+/// Records what a document shows and sends out, and answers from queues: an alert without an answer in its
+/// queue gets 0, a panel without a file in its queue is cancelled. Time stands still until the test moves it.
 class RecordingPlatform final : public Platform {
 public:
     void beep() override { ++beeps; }
@@ -14,10 +17,46 @@ public:
         alerts.append(alert);
         return answers.isEmpty() ? 0 : answers.takeFirst();
     }
+    std::optional<QString> runOpenPanel(const FilePanel &panel) override {
+        openPanels.append(panel);
+        return nextFile();
+    }
+    std::optional<QString> runSavePanel(const FilePanel &panel) override {
+        savePanels.append(panel);
+        return nextFile();
+    }
+    void setClipboardText(const QString &text) override { clipboardTexts.append(text); }
+    void revealFile(const QString &path) override { revealedFiles.append(path); }
+    void openFile(const QString &path) override { openedFiles.append(path); }
+    void openURL(const QUrl &url) override { openedURLs.append(url); }
+    QString temporaryDirectory() override { return temporary.path(); }
+    qint64 now() const override { return clock; }
+    void pause(int milliseconds) override { clock += milliseconds; }
+    /// Later means once events are handled, whatever the delay.
+    void performAfterDelay(int /*milliseconds*/, QObject *context, std::function<void()> function) override {
+        QMetaObject::invokeMethod(context, std::move(function), Qt::QueuedConnection);
+    }
+    UserDefaults &userDefaults() override { return defaults; }
 
     int beeps = 0;
     QList<Alert> alerts;
-    QList<int> answers;
+    QList<FilePanel> openPanels;
+    QList<FilePanel> savePanels;
+    QStringList clipboardTexts;
+    QStringList revealedFiles;
+    QStringList openedFiles;
+    QList<QUrl> openedURLs;
+
+    QList<int> answers;                           ///< For alerts, in order.
+    QList<std::optional<QString>> filesToChoose;  ///< For panels, in order; nothing is a cancelled one.
+    qint64 clock = 1'000'000'000'000;             ///< What now() tells, in milliseconds.
+    UserDefaults defaults;                        ///< In memory.
+    QTemporaryDir temporary;
+
+private:
+    std::optional<QString> nextFile() {
+        return filesToChoose.isEmpty() ? std::nullopt : filesToChoose.takeFirst();
+    }
 };
 
 }  // namespace leafwright::test

@@ -6,7 +6,7 @@
 
 namespace leafwright::mupdf {
 
-std::optional<PDFDestination> DestinationReader::ofOutlineEntry(const Object &entry) {
+std::optional<PDFDestination> DestinationReader::of(const Object &entry) {
     Object destination = entry.get(PDF_NAME(Dest));
     if (!destination) {
         const Object action = entry.get(PDF_NAME(A));

@@ -13,9 +13,9 @@ class DestinationReader {
 public:
     explicit DestinationReader(Reader &reader) : reader_(reader) {}
 
-    /// The destination of an outline entry: its /Dest, else the /D of its GoTo action. Absent when it
-    /// has none or when that leads to no page of this document.
-    std::optional<PDFDestination> ofOutlineEntry(const Object &entry);
+    /// The destination of an outline entry or a link: its /Dest, else the /D of its GoTo action. Absent
+    /// when it has none or when that leads to no page of this document.
+    std::optional<PDFDestination> of(const Object &entry);
 
 private:
     Object resolveNames(Object destination);

@@ -10,13 +10,6 @@ namespace leafwright::mupdf {
 
 namespace {
 
-Rect rectOf(const Object &array) {
-    if (!array.isArray() || array.size() < 4) return {};
-    const auto [left, right] = std::minmax({array.at(0).toNumber(), array.at(2).toNumber()});
-    const auto [bottom, top] = std::minmax({array.at(1).toNumber(), array.at(3).toNumber()});
-    return {left, bottom, right - left, top - bottom};
-}
-
 Rect intersection(const Rect &a, const Rect &b) {
     const double left = std::max(a.x, b.x);
     const double bottom = std::max(a.y, b.y);
@@ -100,6 +93,13 @@ PDFVersion readVersion(Reader &reader, const Object &catalog) {
 }
 
 }  // namespace
+
+Rect rectOf(const Object &array) {
+    if (!array.isArray() || array.size() < 4) return {};
+    const auto [left, right] = std::minmax({array.at(0).toNumber(), array.at(2).toNumber()});
+    const auto [bottom, top] = std::minmax({array.at(1).toNumber(), array.at(3).toNumber()});
+    return {left, bottom, right - left, top - bottom};
+}
 
 PageGeometry geometryOf(const Object &page) {
     PageGeometry geometry;

@@ -2,7 +2,9 @@
 
 #include "pdf/mupdf/FileOpener.h"
 #include "pdf/mupdf/FileWriter.h"
+#include "pdf/mupdf/LinkReader.h"
 #include "pdf/mupdf/OutlineReader.h"
+#include "pdf/mupdf/PageRenderer.h"
 #include "pdf/mupdf/ReaderPool.h"
 #include "pdf/mupdf/TextExtractor.h"
 
@@ -10,6 +12,7 @@
 #include <QLoggingCategory>
 
 #include <system_error>
+#include <thread>
 
 namespace leafwright {
 
@@ -29,6 +32,7 @@ public:
         : file_(file),
           facts_(std::move(opened.facts)),
           pages_(opened.pages),
+          drawers_(file, opened.pages, std::max(1, static_cast<int>(std::thread::hardware_concurrency()))),
           pool_(file, std::move(opened.pages), std::move(opened.reader)) {}
 
     const PDFFacts &facts() const override { return facts_; }
@@ -41,6 +45,26 @@ public:
         std::vector<Rect> boxes;
         read(index, &boxes);
         return boxes;
+    }
+
+    QImage renderPage(const RenderRequest &request, const std::stop_token &stop) const override {
+        try {
+            const ReaderPool::Lease reader = drawers_.acquire();
+            return mupdf::renderPage(*reader, request, stop);
+        } catch (const Error &error) {
+            qCWarning(log, "page %d can't be drawn: %s", request.pageIndex + 1, error.what());
+            return blankImage(request.clip);
+        }
+    }
+
+    std::vector<PDFLink> links(int index) const override {
+        try {
+            const ReaderPool::Lease reader = pool_.acquire();
+            return readLinks(*reader, index);
+        } catch (const Error &error) {
+            qCWarning(log, "the links of page %d can't be read: %s", index + 1, error.what());
+            return {};
+        }
     }
 
     std::unique_ptr<PDFOutline> readOutline() const override {
@@ -75,6 +99,9 @@ private:
     std::shared_ptr<const FileHandle> file_;
     PDFFacts facts_;
     std::shared_ptr<const PageTree> pages_;
+    /// Readers that draw are others than those that read text: a page may take seconds to draw, and nobody
+    /// who wants text is to wait for that.
+    mutable ReaderPool drawers_;
     mutable ReaderPool pool_;
     mutable FaceTable faces_;
 };

@@ -17,7 +17,7 @@ struct Siblings {
 
 std::unique_ptr<PDFOutline> readEntry(const Object &entry, DestinationReader &destinations) {
     auto outline = std::make_unique<PDFOutline>(decodeTextString(entry.get(PDF_NAME(Title)).toBytes()));
-    outline->setDestination(destinations.ofOutlineEntry(entry));
+    outline->setDestination(destinations.of(entry));
     if (!outline->destination() && entry.get(PDF_NAME(A)).isDict())
         outline->setForeignEntry(entry.objectNumber());
     return outline;

@@ -1,5 +1,7 @@
 #include "pdf/mupdf/Reader.h"
 
+#include "pdf/mupdf/DestinationReader.h"
+
 namespace leafwright::mupdf {
 
 Reader::Reader(std::shared_ptr<const FileHandle> file) : file_(std::move(file)) {
@@ -15,6 +17,7 @@ Reader::Reader(std::shared_ptr<const FileHandle> file) : file_(std::move(file)) 
 }
 
 Reader::~Reader() {
+    destinations_.reset();  // holds objects of the document
     pdf_drop_document(context_, document_);
 }
 
@@ -37,6 +40,11 @@ Object Reader::page(int index) const {
     Object page(context_, raw);
     pdf_drop_obj(context_, raw);
     return page;
+}
+
+DestinationReader &Reader::destinations() {
+    if (!destinations_) destinations_ = std::make_unique<DestinationReader>(*this);
+    return *destinations_;
 }
 
 }  // namespace leafwright::mupdf

@@ -6,6 +6,8 @@
 
 namespace leafwright::mupdf {
 
+class DestinationReader;
+
 /// A context with the document open in it: everything one thread needs to read the file.
 class Reader {
 public:
@@ -32,6 +34,8 @@ public:
     const PageTree &pages() const { return *pages_; }
     /// The page at a 0-based index within range.
     Object page(int index) const;
+    /// Keeps the names of destinations it has met, for links on many pages.
+    DestinationReader &destinations();
 
 private:
     Context context_;
@@ -39,6 +43,7 @@ private:
     pdf_document *document_ = nullptr;
     bool locked_ = false;
     std::shared_ptr<const PageTree> pages_ = std::make_shared<const PageTree>();
+    std::unique_ptr<DestinationReader> destinations_;
 };
 
 }  // namespace leafwright::mupdf

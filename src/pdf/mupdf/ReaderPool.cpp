@@ -6,11 +6,15 @@ namespace leafwright::mupdf {
 
 ReaderPool::ReaderPool(std::shared_ptr<const FileHandle> file, std::shared_ptr<const PageTree> pages,
                        std::unique_ptr<Reader> first)
-    : file_(std::move(file)),
-      pages_(std::move(pages)),
-      most_(std::max(1, static_cast<int>(std::thread::hardware_concurrency()))) {
+    : ReaderPool(std::move(file), std::move(pages),
+                 std::max(1, static_cast<int>(std::thread::hardware_concurrency()))) {
     idle_.push_back(std::move(first));
+    made_ = 1;
 }
+
+ReaderPool::ReaderPool(std::shared_ptr<const FileHandle> file, std::shared_ptr<const PageTree> pages,
+                       int most)
+    : file_(std::move(file)), pages_(std::move(pages)), most_(most) {}
 
 ReaderPool::~ReaderPool() {
     // Freeing the objects of a large file takes a while; the readers do it side by side.

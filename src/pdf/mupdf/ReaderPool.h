@@ -14,6 +14,8 @@ public:
     /// @param pages the file's pages, for readers made later
     ReaderPool(std::shared_ptr<const FileHandle> file, std::shared_ptr<const PageTree> pages,
                std::unique_ptr<Reader> first);
+    /// A pool that has no reader to begin with. @param most how many readers it may make
+    ReaderPool(std::shared_ptr<const FileHandle> file, std::shared_ptr<const PageTree> pages, int most);
     ~ReaderPool();
     ReaderPool(const ReaderPool &) = delete;
     ReaderPool &operator=(const ReaderPool &) = delete;
@@ -44,7 +46,7 @@ private:
     std::mutex mutex_;
     std::condition_variable returned_;
     std::vector<std::unique_ptr<Reader>> idle_;
-    int made_ = 1;
+    int made_ = 0;
     int most_;
 };
 

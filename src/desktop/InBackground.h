@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QEventLoop>
+
+#include <exception>
+#include <optional>
+#include <thread>
+
+namespace leafwright {
+
+/// Runs a function on another thread and returns its result when it is there. Meanwhile windows are drawn,
+/// but what the user types and clicks waits, so that for the caller it is as if the function had been called
+/// here. What the function throws is thrown here.
+template <typename Function>
+auto inBackground(Function &&function) {
+    std::optional<decltype(function())> result;
+    std::exception_ptr failure;
+    QEventLoop loop;
+    {
+        const std::jthread thread([&] {
+            try {
+                result.emplace(function());
+            } catch (...) {
+                failure = std::current_exception();
+            }
+            QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+        });
+        loop.exec(QEventLoop::ExcludeUserInputEvents);
+    }
+    if (failure) std::rethrow_exception(failure);
+    return std::move(*result);
+}
+
+}  // namespace leafwright

@@ -1,0 +1,246 @@
+#include "desktop/OutlineView.h"
+
+#include "desktop/OutlineCellDelegate.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+
+#include <algorithm>
+
+namespace leafwright {
+
+namespace {
+
+constexpr int defaultIndentation = 17;
+constexpr int unfoldDelay = 700;  // milliseconds
+/// Rows that the width of the page column is found from.
+constexpr int rowsToMeasure = 200;
+/// Qt lays out what is unfolded by a call a level.
+constexpr size_t deepestUnfolded = 1'000;
+
+}  // namespace
+
+OutlineView::OutlineView(QWidget *parent) : QTreeView(parent) {
+    setAccessibleName(tr("Outline"));
+    setIndentationPerLevel(defaultIndentation);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setSelectionMode(ExtendedSelection);
+    setSelectionBehavior(SelectRows);
+    setEditTriggers(EditKeyPressed | SelectedClicked);
+    setExpandsOnDoubleClick(false);
+    setDragDropMode(DragDrop);
+    setDefaultDropAction(Qt::MoveAction);
+    setDropIndicatorShown(true);
+    setAutoExpandDelay(unfoldDelay);
+    setItemDelegate(new OutlineCellDelegate(this));
+    header()->setStretchLastSection(false);
+    header()->setSectionsMovable(false);
+    header()->setResizeContentsPrecision(rowsToMeasure);
+    const auto unfoldingChanged = [this] { ++unfoldingRevision_; };
+    connect(this, &QTreeView::expanded, this, unfoldingChanged);
+    connect(this, &QTreeView::collapsed, this, unfoldingChanged);
+    connect(this, &QTreeView::doubleClicked, this, [this](const QModelIndex &index) {
+        clickedCell_ = index;
+        Q_EMIT doubleAction(clickedRow(), clickedColumn(), clickModifiers_);
+    });
+}
+
+OutlineView::~OutlineView() {
+    setTreeController(nullptr);
+}
+
+void OutlineView::setTreeController(TreeController *controller) {
+    if (controller_) controller_->setDragHandler(nullptr);
+    controller_ = controller;
+    rows_ = {};
+    setModel(controller);
+    if (!controller) return;
+    const QItemSelectionModel *unused = selectionModel();
+    setSelectionModel(controller->selectionModel());
+    delete unused;
+    controller->setDragHandler(this);
+    controller->setMimeTypes(draggedTypes_);
+    header()->setSectionResizeMode(TreeController::TitleColumn, QHeaderView::Stretch);
+    header()->setSectionResizeMode(TreeController::PageColumn, QHeaderView::ResizeToContents);
+}
+
+const OutlineView::Rows &OutlineView::rows() const {
+    const quint64 structure = controller_ ? controller_->structureRevision() : 0;
+    if (rows_.structureRevision == structure && rows_.unfoldingRevision == unfoldingRevision_) return rows_;
+    rows_ = {{}, {}, structure, unfoldingRevision_};
+    if (!controller_) return rows_;
+    const auto pushChildren = [](std::vector<TreeNode *> &pending, const TreeNode &node) {
+        pending.insert(pending.end(), node.childNodes().rbegin(), node.childNodes().rend());
+    };
+    std::vector<TreeNode *> pending;
+    pushChildren(pending, controller_->arrangedObjects());
+    rows_.rowOfNode.reserve(pending.size());
+    while (!pending.empty()) {
+        TreeNode *node = pending.back();
+        pending.pop_back();
+        rows_.rowOfNode.emplace(node, static_cast<int>(rows_.nodes.size()));
+        rows_.nodes.push_back(node);
+        if (isItemExpanded(*node)) pushChildren(pending, *node);
+    }
+    return rows_;
+}
+
+int OutlineView::numberOfRows() const {
+    return static_cast<int>(rows().nodes.size());
+}
+
+TreeNode *OutlineView::itemAtRow(int row) const {
+    if (row < 0 || row >= numberOfRows()) return nullptr;
+    return rows().nodes[static_cast<size_t>(row)];
+}
+
+int OutlineView::rowForItem(const TreeNode &item) const {
+    const auto &rowOfNode = rows().rowOfNode;
+    const auto found = rowOfNode.find(&item);
+    return found == rowOfNode.end() ? -1 : found->second;
+}
+
+std::vector<int> OutlineView::selectedRows() const {
+    std::vector<int> selected;
+    if (!controller_) return selected;
+    for (const TreeNode *node : controller_->selectedNodes()) {
+        const int row = rowForItem(*node);
+        if (row >= 0) selected.push_back(row);
+    }
+    return selected;
+}
+
+int OutlineView::selectedRow() const {
+    const std::vector<int> selected = selectedRows();
+    if (selected.empty()) return -1;
+    const int current = currentIndex().isValid() ? rowForItem(controller_->nodeForIndex(currentIndex())) : -1;
+    return std::binary_search(selected.begin(), selected.end(), current) ? current : selected.back();
+}
+
+void OutlineView::selectRowIndexes(const std::vector<int> &rows, bool byExtendingSelection) {
+    if (!controller_) return;
+    std::vector<TreeNode *> nodes;
+    if (byExtendingSelection) nodes = controller_->selectedNodes();
+    for (const int row : rows) {
+        if (TreeNode *node = itemAtRow(row)) nodes.push_back(node);
+    }
+    controller_->setSelectedNodes(nodes);
+}
+
+void OutlineView::deselectAll() {
+    if (controller_) controller_->selectionModel()->clearSelection();
+}
+
+int OutlineView::clickedRow() const {
+    return clickedCell_.isValid() ? rowForItem(controller_->nodeForIndex(clickedCell_)) : -1;
+}
+
+int OutlineView::clickedColumn() const {
+    return clickedCell_.isValid() ? clickedCell_.column() : -1;
+}
+
+void OutlineView::expandItem(const TreeNode &item, bool expandChildren) {
+    if (!expandChildren) {
+        if (item.childCount() > 0) expand(controller_->indexForNode(item));
+        return;
+    }
+    // With a layout to come, Qt notes what is unfolded instead of laying out each.
+    scheduleDelayedItemsLayout();
+    std::vector<std::pair<const TreeNode *, size_t>> pending{{&item, item.depth()}};
+    while (!pending.empty()) {
+        const auto [node, depth] = pending.back();
+        pending.pop_back();
+        if (node->childCount() == 0 || depth > deepestUnfolded) continue;
+        expand(controller_->indexForNode(*node));
+        for (const TreeNode *child : node->childNodes())
+            pending.emplace_back(child, depth + 1);
+    }
+}
+
+void OutlineView::collapseItem(const TreeNode &item, bool collapseChildren) {
+    if (!collapseChildren) {
+        collapse(controller_->indexForNode(item));
+        return;
+    }
+    scheduleDelayedItemsLayout();
+    std::vector<const TreeNode *> pending{&item};
+    while (!pending.empty()) {
+        const TreeNode *node = pending.back();
+        pending.pop_back();
+        collapse(controller_->indexForNode(*node));
+        pending.insert(pending.end(), node->childNodes().begin(), node->childNodes().end());
+    }
+}
+
+bool OutlineView::isItemExpanded(const TreeNode &item) const {
+    return item.childCount() > 0 && isExpanded(controller_->indexForNode(item));
+}
+
+void OutlineView::reloadItem(const TreeNode *item) {
+    if (!item || !item->parentNode()) {
+        viewport()->update();
+        return;
+    }
+    for (const int column : {TreeController::TitleColumn, TreeController::PageColumn})
+        update(controller_->indexForNode(*item, column));
+}
+
+void OutlineView::scrollTo(const QModelIndex &index, ScrollHint hint) {
+    // Qt would unfold what hides it.
+    for (QModelIndex above = index.parent(); above.isValid(); above = above.parent()) {
+        if (!isExpanded(above)) return;
+    }
+    QTreeView::scrollTo(index, hint);
+}
+
+void OutlineView::keyboardSearch(const QString &search) {
+    // Titles are searched, even when a page label was clicked.
+    if (currentIndex().column() > TreeController::TitleColumn) {
+        selectionModel()->setCurrentIndex(currentIndex().siblingAtColumn(TreeController::TitleColumn),
+                                          QItemSelectionModel::NoUpdate);
+    }
+    QTreeView::keyboardSearch(search);
+}
+
+QModelIndex OutlineView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const QModelIndex current = currentIndex();
+    if (!current.isValid() || (action != MoveNext && action != MovePrevious))
+        return QTreeView::moveCursor(action, modifiers);
+    const int wanted = action == MoveNext ? TreeController::PageColumn : TreeController::TitleColumn;
+    if (current.column() != wanted) return current.siblingAtColumn(wanted);
+    const QModelIndex row = QTreeView::moveCursor(action, modifiers);
+    if (!row.isValid() || row.siblingAtColumn(current.column()) == current) return {};
+    return row.siblingAtColumn(action == MoveNext ? TreeController::TitleColumn : TreeController::PageColumn);
+}
+
+void OutlineView::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Asterisk && currentIndex().isValid()) {
+        expandItem(controller_->nodeForIndex(currentIndex()), true);
+        return;
+    }
+    QTreeView::keyPressEvent(event);
+}
+
+bool OutlineView::mayEdit(const QModelIndex &cell) const {
+    if (!cell.isValid() || !cell.flags().testFlag(Qt::ItemIsEditable)) return false;
+    return !delegate_ || delegate_->shouldEditTableColumn(cell.column(), controller_->nodeForIndex(cell));
+}
+
+bool OutlineView::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) {
+    const QModelIndex cell =
+        trigger == EditKeyPressed ? index.siblingAtColumn(TreeController::TitleColumn) : index;
+    return mayEdit(cell) && QTreeView::edit(cell, trigger, event);
+}
+
+void OutlineView::editColumn(int column, int row) {
+    const TreeNode *node = itemAtRow(row);
+    if (!node) return;
+    const QModelIndex cell = controller_->indexForNode(*node, column);
+    if (!mayEdit(cell)) return;
+    selectionModel()->setCurrentIndex(cell, QItemSelectionModel::NoUpdate);
+    scrollTo(cell);
+    QTreeView::edit(cell, AllEditTriggers, nullptr);
+}
+
+}  // namespace leafwright

@@ -1,0 +1,129 @@
+#include "desktop/OutlineView.h"
+
+#include <QDrag>
+#include <QDropEvent>
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QToolTip>
+
+// Clicks, hovering and drags of an OutlineView.
+
+namespace leafwright {
+
+namespace {
+
+/// As much of a text as a tool tip shows.
+constexpr int tooltipLength = 2'000;
+
+QString classNameWithoutNamespace(const QObject &object) {
+    const QString name = QString::fromLatin1(object.metaObject()->className());
+    return name.sliced(name.lastIndexOf(u':') + 1);
+}
+
+}  // namespace
+
+void OutlineView::pressedAt(const QPoint &position) {
+    clickedCell_ = indexAt(position);
+}
+
+void OutlineView::mousePressEvent(QMouseEvent *event) {
+    pressedAt(event->position().toPoint());
+    QTreeView::mousePressEvent(event);
+}
+
+void OutlineView::mouseDoubleClickEvent(QMouseEvent *event) {
+    pressedAt(event->position().toPoint());
+    clickModifiers_ = event->modifiers();
+    QTreeView::mouseDoubleClickEvent(event);
+}
+
+bool OutlineView::viewportEvent(QEvent *event) {
+    const auto *help = event->type() == QEvent::ToolTip ? dynamic_cast<QHelpEvent *>(event) : nullptr;
+    if (help && controller_) {
+        if (!showCellExpansion(help->pos(), help->globalPos())) {
+            QToolTip::hideText();
+            event->ignore();
+        }
+        return true;
+    }
+    return QTreeView::viewportEvent(event);
+}
+
+bool OutlineView::showCellExpansion(const QPoint &position, const QPoint &globalPosition) {
+    const QModelIndex cell = indexAt(position);
+    if (!cell.isValid() || sizeHintForIndex(cell).width() <= visualRect(cell).width()) return false;
+    if (delegate_ && !delegate_->shouldShowCellExpansion(cell.column(), controller_->nodeForIndex(cell)))
+        return false;
+    // Escaped, because the text could be taken for HTML.
+    const QString text = cell.data().toString().left(tooltipLength).toHtmlEscaped();
+    QToolTip::showText(globalPosition, QStringLiteral("<p>%1</p>").arg(text), viewport(), visualRect(cell));
+    return true;
+}
+
+void OutlineView::startDrag(Qt::DropActions supportedActions) {
+    QModelIndexList dragged;
+    for (const int row : selectedRows())
+        dragged.append(controller_->indexForNode(*itemAtRow(row)));
+    QMimeData *pasteboard = dragged.isEmpty() ? nullptr : controller_->mimeData(dragged);
+    if (!pasteboard) return;
+    QDrag drag(this);
+    drag.setMimeData(pasteboard);
+    const QRect pressed = visualRect(clickedCell_.isValid() ? QModelIndex(clickedCell_) : dragged.first());
+    drag.setPixmap(viewport()->grab(pressed));
+    drag.exec(supportedActions, Qt::MoveAction);
+}
+
+void OutlineView::aboutToDrop(const QDropEvent &event) {
+    const QObject *source = event.source();
+    dragging_ = {event.mimeData(), source, source ? classNameWithoutNamespace(*source) : QString()};
+}
+
+DraggingInfo OutlineView::infoOf(const QMimeData &pasteboard) const {
+    return dragging_.draggingPasteboard == &pasteboard ? dragging_ : DraggingInfo{&pasteboard, nullptr, {}};
+}
+
+void OutlineView::dragEnterEvent(QDragEnterEvent *event) {
+    aboutToDrop(*event);
+    QTreeView::dragEnterEvent(event);
+}
+
+void OutlineView::dragMoveEvent(QDragMoveEvent *event) {
+    aboutToDrop(*event);
+    QTreeView::dragMoveEvent(event);
+}
+
+void OutlineView::dropEvent(QDropEvent *event) {
+    aboutToDrop(*event);
+    QTreeView::dropEvent(event);
+    dragging_ = {};
+}
+
+void OutlineView::registerForDraggedTypes(const QStringList &types) {
+    draggedTypes_ = types;
+    if (controller_) controller_->setMimeTypes(types);
+}
+
+bool OutlineView::writeNodes(const std::vector<TreeNode *> &nodes, QMimeData &pasteboard) {
+    return delegate_ && delegate_->outlineViewWriteItems(*this, nodes, pasteboard);
+}
+
+OutlineView::DropPlace OutlineView::shownPlace(TreeNode *parent, int childIndex) const {
+    if (dropIndicatorPosition() != BelowItem || childIndex < 1) return {parent, childIndex};
+    const TreeNode &above = parent ? *parent : controller_->arrangedObjects();
+    TreeNode *upper = above.childNodes()[static_cast<size_t>(childIndex) - 1];
+    return isItemExpanded(*upper) ? DropPlace{upper, 0} : DropPlace{parent, childIndex};
+}
+
+bool OutlineView::canDrop(const QMimeData &pasteboard, TreeNode *parent, int childIndex) {
+    const DropPlace place = shownPlace(parent, childIndex);
+    return delegate_ && delegate_->outlineViewValidateDrop(*this, infoOf(pasteboard), place.parent,
+                                                           place.childIndex) == DragOperation::Generic;
+}
+
+bool OutlineView::drop(const QMimeData &pasteboard, TreeNode *parent, int childIndex) {
+    const DropPlace place = shownPlace(parent, childIndex);
+    return delegate_ &&
+           delegate_->outlineViewAcceptDrop(*this, infoOf(pasteboard), place.parent, place.childIndex);
+}
+
+}  // namespace leafwright

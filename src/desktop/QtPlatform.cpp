@@ -1,0 +1,136 @@
+#include "desktop/QtPlatform.h"
+
+#include "desktop/FileManager.h"
+#include "desktop/FilePanelDialog.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDateTime>
+#include <QDebug>
+#include <QDesktopServices>
+#include <QDir>
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QTimer>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace leafwright {
+
+namespace {
+
+QMessageBox::ButtonRole roleOfButton(qsizetype index, qsizetype count) {
+    if (index == 0) return QMessageBox::AcceptRole;
+    return index == count - 1 ? QMessageBox::RejectRole : QMessageBox::DestructiveRole;
+}
+
+/// Titles of files are among the texts, and a file may be called "<h1>".
+void showTextsAsTheyStand(QMessageBox &box) {
+    for (QLabel *label : box.findChildren<QLabel *>())
+        label->setTextFormat(Qt::PlainText);
+}
+
+std::optional<QString> runPanel(const FilePanel &panel, QFileDialog::AcceptMode mode) {
+    FilePanelDialog dialog(panel, mode, QApplication::activeWindow());
+    if (dialog.exec() != QDialog::Accepted || dialog.chosenPath().isEmpty()) return std::nullopt;
+    return dialog.chosenPath();
+}
+
+void openWithDesktop(const QUrl &url) {
+    if (!QDesktopServices::openUrl(url))
+        qWarning().noquote() << "leafwright: nothing opens" << url.toString();
+}
+
+}  // namespace
+
+QtPlatform::QtPlatform(const QString &settingsPath) : userDefaults_(settingsPath) {}
+
+QString QtPlatform::standardSettingsPath() {
+    return QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation) +
+           QStringLiteral("/settings.ini");
+}
+
+void QtPlatform::beep() {
+    QApplication::beep();
+}
+
+int QtPlatform::runModal(const Alert &alert) {
+    QMessageBox box(QApplication::activeWindow());
+    box.setIcon(alert.style == Alert::Style::Warning ? QMessageBox::Warning : QMessageBox::Information);
+    box.setText(alert.message);
+    box.setInformativeText(alert.informativeText);
+    showTextsAsTheyStand(box);
+    QList<QAbstractButton *> buttons;
+    for (const QString &title : alert.buttons)
+        buttons.append(box.addButton(title, roleOfButton(buttons.size(), alert.buttons.size())));
+    if (!buttons.isEmpty()) {
+        box.setDefaultButton(qobject_cast<QPushButton *>(buttons.first()));
+        box.setEscapeButton(buttons.last());
+    }
+    box.exec();
+    const auto index = buttons.indexOf(box.clickedButton());
+    return static_cast<int>(index < 0 ? std::max<qsizetype>(buttons.size() - 1, 0) : index);
+}
+
+std::optional<QString> QtPlatform::runOpenPanel(const FilePanel &panel) {
+    return runPanel(panel, QFileDialog::AcceptOpen);
+}
+
+std::optional<QString> QtPlatform::runSavePanel(const FilePanel &panel) {
+    return runPanel(panel, QFileDialog::AcceptSave);
+}
+
+void QtPlatform::setClipboardText(const QString &text) {
+    QApplication::clipboard()->setText(text);
+}
+
+void QtPlatform::revealFile(const QString &path) {
+    showInFileManager(path, QDBusConnection::sessionBus(),
+                      [path] { openWithDesktop(QUrl::fromLocalFile(QFileInfo(path).absolutePath())); });
+}
+
+void QtPlatform::openFile(const QString &path) {
+    openWithDesktop(QUrl::fromLocalFile(path));
+}
+
+void QtPlatform::openURL(const QUrl &url) {
+    openWithDesktop(url);
+}
+
+QString QtPlatform::temporaryDirectory() {
+    // The system's folder is open to all, so what stands there under a name that can be guessed may be a
+    // trap.
+    const QString path = QStringLiteral("%1/leafwright-%2").arg(QDir::tempPath()).arg(getuid());
+    const QByteArray name = QFile::encodeName(path);
+    mkdir(name.constData(), S_IRWXU);
+    struct stat status {};
+    const bool isOurs = lstat(name.constData(), &status) == 0 && S_ISDIR(status.st_mode) &&
+                        status.st_uid == getuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+    if (isOurs) return path;
+    if (!ownTemporaryDirectory_) {
+        ownTemporaryDirectory_ = std::make_unique<QTemporaryDir>();
+        ownTemporaryDirectory_->setAutoRemove(false);
+    }
+    return ownTemporaryDirectory_->path();
+}
+
+qint64 QtPlatform::now() const {
+    return QDateTime::currentMSecsSinceEpoch();
+}
+
+void QtPlatform::pause(int milliseconds) {
+    QEventLoop loop;
+    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
+}
+
+void QtPlatform::performAfterDelay(int milliseconds, QObject *context, std::function<void()> function) {
+    QTimer::singleShot(milliseconds, context, std::move(function));
+}
+
+}  // namespace leafwright

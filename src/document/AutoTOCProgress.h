@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QString>
+
+#include <array>
+#include <memory>
+
+class QLabel;
+class QProgressBar;
+class QWidget;
+
+namespace leafwright {
+
+class Platform;
+class Sheet;
+
+/// The sheet that shows how far making an outline is: a line for each of the three steps, with a mark once it
+/// is done and an indicator while it runs. Every call draws at once, for the main thread is busy.
+class AutoTOCProgress {
+public:
+    /// @param window the sheet's parent @param platform tells how long a second is; both must outlive this
+    AutoTOCProgress(QWidget *window, Platform &platform);
+    /// Closes the sheet.
+    ~AutoTOCProgress();
+    AutoTOCProgress(const AutoTOCProgress &) = delete;
+    AutoTOCProgress &operator=(const AutoTOCProgress &) = delete;
+
+    void guessPDFStep1Begins();
+    void guessPDFStep2Begins();
+    void guessPDFStep3Begins();
+    /// Shows how it went for a second, and closes the sheet. @param result "Failed" or nothing
+    void guessPDFStep3Ends(const QString &result = {});
+
+    Sheet &sheet() const { return *sheet_; }
+
+private:
+    struct Step {
+        QLabel *text;
+        QProgressBar *indicator;
+    };
+
+    void show(int running, const QString &before);
+    void drawAtOnce();
+
+    Platform &platform_;
+    std::unique_ptr<Sheet> sheet_;
+    std::array<Step, 3> steps_{};
+};
+
+}  // namespace leafwright

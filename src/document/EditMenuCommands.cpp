@@ -1,0 +1,27 @@
+#include "document/EditMenuCommands.h"
+
+#include "desktop/OKNSOutlineView.h"
+#include "document/DocumentWindow.h"
+#include "document/MyDocument.h"
+#include "view/LabelPDFView.h"
+
+namespace leafwright {
+
+EditMenuCommands::EditMenuCommands(MyDocument &document) : document_(document) {
+    ActionTable &actions = document.actions();
+    actions.handle("undo:", [this](QObject *) { document_.undoManager().undo(); });
+    actions.handle("redo:", [this](QObject *) { document_.undoManager().redo(); });
+    actions.handle("copy:", [this](QObject *) { copy(); });
+}
+
+void EditMenuCommands::copy() {
+    // Text fields handle the key themselves; what comes here is from the pages or from the outline.
+    const QWidget *focus = document_.myWindow()->focusWidget();
+    if (focus == document_.pdfview()) {
+        document_.pdfview()->copy();
+    } else {
+        document_.outlineview()->copy(nullptr);
+    }
+}
+
+}  // namespace leafwright

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QString>
+
+class QItemSelection;
+
+namespace leafwright {
+
+class MyDocument;
+
+/// The heading level map and its table: fonts from selected text, map files, deleted rows, and the runs of
+/// the selected row's font marked on the pages.
+class HeadingMapCommands {
+public:
+    /// Registers the commands. @param document must outlive this
+    explicit HeadingMapCommands(MyDocument &document);
+
+    /// Maps the font that most of the selected text is set in to a level, unless it is mapped already.
+    /// @param level 1 is the top level
+    void processSelectedTextForHLevel(int level);
+    /// Writes the map to a file the user chooses. That it failed is logged only.
+    void buttonClickedSaveH1H2H3Map();
+    /// Loads a map file the user chooses, and remembers its text. Beeps if it holds no map.
+    void buttonClickedLoadH1H2H3Map();
+    /// Loads the map that was remembered. @return whether there is one
+    bool loadH1H2H3MapSavedInUserDefaults();
+    void resetH1H2H3FontsMap();
+    void buttonDeleteSelectedH1H2H3RowsClicked();
+    /// Selects the runs of the selected row's font on the pages that can be seen; without a row, nothing.
+    void tableViewSelectionDidChange();
+
+    /// Logs the current page's runs with their fonts.
+    void dumpFontsOnCurrentPage() const;
+    /// Takes the census and drops it.
+    void debugPrintFontsInDocument() const;
+    /// Finds where the selected text begins and drops that.
+    void debugSelectedText() const;
+
+private:
+    bool loadMapText(const QString &text);
+    void mapChanged();
+
+    MyDocument &document_;
+};
+
+}  // namespace leafwright

@@ -1,0 +1,28 @@
+#include "document/HeadingMapGuess.h"
+
+#include "autotoc/FontCensus.h"
+#include "pdf/ReadAhead.h"
+
+namespace leafwright {
+
+void HeadingMapGuess::start() {
+    if (started_) return;
+    started_ = true;
+    thread_ = std::jthread([this](const std::stop_token &stop) { run(stop); });
+}
+
+std::optional<HeadingLevelMap> HeadingMapGuess::take() {
+    start();
+    if (thread_.joinable()) thread_.join();
+    return std::exchange(map_, std::nullopt);
+}
+
+void HeadingMapGuess::run(const std::stop_token &stop) {
+    readAllPages(pages_, stop);
+    if (stop.stop_requested()) return;
+    map_ = headingsfromFonts(calcFontsInDocument(pages_));
+    // Queued, because the receiver lives on the main thread.
+    QMetaObject::invokeMethod(this, &HeadingMapGuess::finished, Qt::QueuedConnection);
+}
+
+}  // namespace leafwright

@@ -1,0 +1,164 @@
+#include "desktop/OKNSOutlineView.h"
+#include "desktop/PrioritySplitViewDelegate.h"
+#include "desktop/SplitView.h"
+#include "desktop/ThumbnailView.h"
+#include "document/DocumentWindow.h"
+#include "document/HeadingMapGuess.h"
+#include "document/HeadingMapModel.h"
+#include "document/MyDocument.h"
+#include "document/NavigationCommands.h"
+#include "document/OutlineDelegate.h"
+#include "document/SaveProgress.h"
+#include "pdf/ReadAhead.h"
+#include "platform/UserDefaults.h"
+#include "tree/TreeController.h"
+#include "view/LabelPDFView.h"
+
+#include <QTimer>
+
+namespace leafwright {
+
+namespace {
+
+constexpr int indentationPerLevel = 17;  // points
+constexpr double thumbnailLabelSize = 17;
+constexpr double thumbnailHeight = 170;
+constexpr std::chrono::milliseconds thumbnailDelay{100};
+
+}  // namespace
+
+void MyDocument::makeWindowControllers() {
+    window_ = std::make_unique<DocumentWindow>(*this);
+    saveProgress_ = std::make_unique<SaveProgress>(window_.get());
+    setWriteObserver(saveProgress_.get());
+    Q_EMIT windowMade();
+    windowControllerDidLoadNib(*window_);
+}
+
+void MyDocument::windowControllerDidLoadNib(DocumentWindow &window) {
+    allowTOCediting_ = true;
+    lockTOCediting_ = false;
+    refuseEditingWhereImpossible();
+    if (pdfDoc_) {
+        warnAboutVersion();
+        showPages();
+        pdfMapPageLabelToIndex_ = pageLabelMap(*pdfDoc_);
+        showOutline();
+        userHasCheckedPrintedPageNumbers_ = false;
+        listH1H2H3Config_.clear();
+    }
+    printedPageOffset_ = 0;
+    estimatePrintedPageOffsetInBackground();
+    if (pdfDoc_ &&
+        platform().userDefaults().boolForKey(QStringLiteral("LeafwrightAllowPDFReadingInBackground")))
+        warmer_ = std::make_unique<PageWarmer>(*pdfDoc_);
+    outlineview()->setIndentationPerLevel(indentationPerLevel);
+    undoSupport_.startObservingOutlineItemsForUndoSupport();
+    window.show();
+    renamingDefaults_ = {QStringLiteral("Ch"), 1, 1, QStringLiteral("Ch")};
+    setUpSplitView();
+    documentDidLoad();
+}
+
+void MyDocument::showAlert(const QString &message, const QString &informativeText) {
+    platform().beep();
+    platform().runModal({message, informativeText, {tr("OK")}});
+}
+
+void MyDocument::refuseEditingWhereImpossible() {
+    if (pdfDoc_ && pdfDoc_->isLocked()) {
+        showAlert(tr("This PDF is locked"),
+                  tr("Unfortunately, Leafwright cannot edit Table of Contents in locked PDFs."));
+        allowTOCediting_ = false;
+    }
+    if (pdfDoc_ && pdfDoc_->isEncrypted()) {
+        showAlert(tr("This PDF is encrypted"),
+                  tr("Unfortunately, Leafwright cannot edit Table of Contents in encrypted PDFs."));
+        allowTOCediting_ = false;
+    }
+}
+
+void MyDocument::warnAboutVersion() {
+    if (!platform().userDefaults().boolForKey(QStringLiteral("LeafwrightShouldWarnAboutPDFVersion"))) return;
+    constexpr double newestWithoutWarning = 1.41;
+    const PDFVersion claimed = pdfDoc_->version();
+    // Through single precision, so that 1.4 is not a hair above itself.
+    const double version = static_cast<float>(claimed.major + claimed.minor / 10.0);
+    if (version <= newestWithoutWarning) return;
+    showAlert(tr("This PDF (version %1) may not save correctly").arg(version, 0, 'f', 1),
+              tr("Leafwright works best with PDF versions 1.4 and lower. Use the Preview feature to test the "
+                 "embedded TOC before saving changes back to the original PDF."));
+}
+
+void MyDocument::showPages() {
+    pdfview()->setDocument(pdfDoc_.get());
+    pdfview()->setPageLabelLocation(QStringLiteral("Q1"));
+    QFont labelFont(QStringLiteral("Lucida Grande"));
+    labelFont.setPointSizeF(thumbnailLabelSize);
+    pdfthumbs()->setLabelFont(labelFont);
+}
+
+void MyDocument::showOutline() {
+    importOutline();
+    outlineview()->registerForDraggedTypes(OutlineDelegate::draggedTypes());
+    connect(outlineview(), &OutlineView::doubleAction, this,
+            [this](int /*row*/, int /*column*/, Qt::KeyboardModifiers modifiers) {
+                navigation_->doubleClickAction(modifiers);
+            });
+    if (!allowTOCediting_) outlineview()->setEnabled(false);
+}
+
+void MyDocument::estimatePrintedPageOffsetInBackground() {
+    if (pdfDoc_) estimate_ = std::jthread([this] { estimatePrintedPageOffset(); });
+}
+
+void MyDocument::setUpSplitView() {
+    splitViewDelegate_ = std::make_unique<PrioritySplitViewDelegate>();
+    splitViewDelegate_->setPriority(3, 0);
+    splitViewDelegate_->setPriority(1, 1);
+    splitViewDelegate_->setPriority(2, 2);
+    splitViewDelegate_->setMinimumLength(DocumentWindow::thumbnailsMinimum, 0);
+    splitViewDelegate_->setMinimumLength(DocumentWindow::pageMinimum, 1);
+    splitViewDelegate_->setMinimumLength(DocumentWindow::outlineMinimum, 2);
+    splitViewTopLevel()->setDelegate(splitViewDelegate_.get());
+}
+
+void MyDocument::documentDidLoad() {
+    splitViewTopLevel()->setPositionOfDividerAtIndex(600, 1);
+    splitViewTopLevel()->setPositionOfDividerAtIndex(200, 0);
+    pdfview()->setAutoScales(true);
+    QTimer::singleShot(thumbnailDelay, this, &MyDocument::bindThumbnails);
+    if (!pdfDoc_) return;
+    // The census reads every page, which takes more than a second for thousands of them. So it is left to
+    // other threads, and begins when the first page is on the screen.
+    headingMapGuess_ = std::make_unique<HeadingMapGuess>(*pdfDoc_);
+    connect(headingMapGuess_.get(), &HeadingMapGuess::finished, this, &MyDocument::takeGuessedHeadingMap);
+    connect(pdfview(), &PDFView::visiblePagesRendered, headingMapGuess_.get(), &HeadingMapGuess::start);
+}
+
+void MyDocument::bindThumbnails() {
+    if (std::exchange(thumbnailsBound_, true)) return;
+    pdfthumbs()->setPDFView(pdfview());
+    pdfthumbs()->setMaximumNumberOfColumns(0);
+    const PDFPage *first = pdfDoc_ ? pdfDoc_->page(0) : nullptr;
+    if (!first) return;
+    const Rect crop = first->cropBox();
+    pdfview()->goToDestination({0, {crop.width * 0.5, crop.height}});
+    if (crop.height > 0)
+        pdfthumbs()->setThumbnailSize({thumbnailHeight * crop.width / crop.height, thumbnailHeight});
+}
+
+void MyDocument::takeGuessedHeadingMap() {
+    auto map = headingMapGuess_ ? headingMapGuess_->take() : std::nullopt;
+    if (!map) return;
+    listH1H2H3Config_ = std::move(*map);
+    reloadHeadingMap();
+}
+
+void MyDocument::finishLoading() {
+    takeGuessedHeadingMap();
+    bindThumbnails();
+    if (estimate_.joinable()) estimate_.join();
+}
+
+}  // namespace leafwright

@@ -1,0 +1,164 @@
+#include "platform/UserDefaults.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QFileInfo>
+#include <QSettings>
+
+namespace leafwright {
+
+namespace {
+
+/// QSettings takes slashes for groups and merges neighbouring ones, and keys may be URLs.
+QString escaped(QString key) {
+    return key.replace(u'%', QStringLiteral("%25"))
+        .replace(u'/', QStringLiteral("%2F"))
+        .replace(u'\\', QStringLiteral("%5C"));
+}
+
+bool isNothing(const QVariant &value) {
+    switch (value.typeId()) {
+        case QMetaType::UnknownType:
+        case QMetaType::Nullptr:
+            return true;
+        case QMetaType::QString:
+            return value.toString().isNull();
+        case QMetaType::QByteArray:
+            return value.toByteArray().isNull();
+        default:
+            return false;
+    }
+}
+
+// What comes from a file is text, whatever it was when it was set; what was set since has its own type.
+
+std::optional<int> toInteger(const QVariant &value) {
+    switch (value.typeId()) {
+        case QMetaType::Bool:
+            return value.toBool() ? 1 : 0;
+        case QMetaType::Int:
+        case QMetaType::LongLong:
+        case QMetaType::QString: {
+            bool isNumber = false;
+            const int number = value.toString().trimmed().toInt(&isNumber);
+            return isNumber ? std::optional(number) : std::nullopt;
+        }
+        default:
+            return std::nullopt;
+    }
+}
+
+std::optional<bool> toBool(const QVariant &value) {
+    const auto text = value.typeId() == QMetaType::QString ? value.toString().trimmed().toLower() : QString();
+    if (text == u"true" || text == u"yes") return true;
+    if (text == u"false" || text == u"no") return false;
+    const std::optional<int> number = toInteger(value);
+    return number ? std::optional(*number != 0) : std::nullopt;
+}
+
+std::optional<QString> toText(const QVariant &value) {
+    switch (value.typeId()) {
+        case QMetaType::Bool:
+        case QMetaType::Int:
+        case QMetaType::LongLong:
+        case QMetaType::Double:
+            return value.toString();
+        case QMetaType::QString: {
+            const QString text = value.toString();
+            return text.isNull() ? QStringLiteral("") : text;
+        }
+        default:
+            return std::nullopt;
+    }
+}
+
+std::optional<QByteArray> toData(const QVariant &value) {
+    if (value.typeId() != QMetaType::QByteArray) return std::nullopt;
+    const QByteArray data = value.toByteArray();
+    return data.isNull() ? QByteArray("") : data;
+}
+
+void logFailure(const QSettings &settings) {
+    if (settings.status() == QSettings::NoError) return;
+    const char *what = settings.status() == QSettings::FormatError
+                           ? "leafwright: some of the settings can't be understood:"
+                           : "leafwright: the settings can't be read or written:";
+    qWarning().noquote() << what << settings.fileName();
+}
+
+}  // namespace
+
+UserDefaults::UserDefaults() = default;
+
+UserDefaults::UserDefaults(const QString &filePath)
+    : settings_(std::make_unique<QSettings>(filePath, QSettings::IniFormat)) {
+    logFailure(*settings_);
+}
+
+UserDefaults::~UserDefaults() = default;
+
+void UserDefaults::registerDefaults(const QHash<QString, QVariant> &defaults) {
+    registered_.insert(defaults);
+}
+
+QVariant UserDefaults::stored(const QString &key) const {
+    return settings_ ? settings_->value(escaped(key)) : values_.value(key);
+}
+
+QVariant UserDefaults::inForce(const QString &key) const {
+    const QVariant value = stored(key);
+    return value.isValid() ? value : registered_.value(key);
+}
+
+template <typename Value>
+Value UserDefaults::read(const QString &key, std::optional<Value> (*convert)(const QVariant &)) const {
+    if (const auto value = convert(stored(key))) return *value;
+    return convert(registered_.value(key)).value_or(Value());
+}
+
+bool UserDefaults::boolForKey(const QString &key) const {
+    return read(key, toBool);
+}
+
+int UserDefaults::integerForKey(const QString &key) const {
+    return read(key, toInteger);
+}
+
+QString UserDefaults::stringForKey(const QString &key) const {
+    return read(key, toText);
+}
+
+QByteArray UserDefaults::dataForKey(const QString &key) const {
+    return read(key, toData);
+}
+
+void UserDefaults::setValue(const QString &key, const QVariant &value) {
+    const QVariant before = inForce(key);
+    store(key, isNothing(value) ? QVariant() : value);
+    if (inForce(key) != before) Q_EMIT valueChanged(key);
+}
+
+void UserDefaults::removeValue(const QString &key) {
+    setValue(key, QVariant());
+}
+
+void UserDefaults::store(const QString &key, const QVariant &value) {
+    if (!settings_) {
+        if (value.isValid()) {
+            values_.insert(key, value);
+        } else {
+            values_.remove(key);
+        }
+        return;
+    }
+    if (value.isValid()) {
+        settings_->setValue(escaped(key), value);
+    } else {
+        settings_->remove(escaped(key));
+    }
+    // Settings change rarely; written at once, none is lost in a crash and a failure is known.
+    settings_->sync();
+    logFailure(*settings_);
+}
+
+}  // namespace leafwright

@@ -1,0 +1,179 @@
+#include "tree/TreeController.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace leafwright {
+
+namespace {
+
+constexpr QLatin1String titleKey("pageTitle");
+constexpr QLatin1String labelKey("pageLabel");
+constexpr QLatin1String childrenKey("children");
+
+/// How many elements the two lists have in common at the beginning.
+size_t commonPrefix(const std::vector<TreeNode *> &nodes, const MyOutlineItem::Children &items) {
+    const size_t limit = std::min(nodes.size(), items.size());
+    size_t count = 0;
+    while (count < limit && nodes[count]->representedObject() == items[count].get())
+        ++count;
+    return count;
+}
+
+/// How many they have in common at the end, without those at the beginning.
+size_t commonSuffix(const std::vector<TreeNode *> &nodes, const MyOutlineItem::Children &items,
+                    size_t prefix) {
+    const size_t limit = std::min(nodes.size(), items.size()) - prefix;
+    size_t count = 0;
+    while (count < limit &&
+           nodes[nodes.size() - 1 - count]->representedObject() == items[items.size() - 1 - count].get()) {
+        ++count;
+    }
+    return count;
+}
+
+}  // namespace
+
+TreeController::TreeController(MyOutlineItem &root, QObject *parent)
+    : QAbstractItemModel(parent), root_(makeNode(root, nullptr, 0)), selectionModel_(this) {
+    makeNodesBelow(*root_);
+    // The first to be called, so that all others find the selection in its place.
+    connect(this, &QAbstractItemModel::rowsMoved, this, &TreeController::restoreSelection);
+}
+
+TreeController::~TreeController() {
+    for (const auto &[item, node] : nodes_)
+        node->representedObject_->removeObserver(this);
+}
+
+TreeNode *TreeController::descendantNodeAtIndexPath(const IndexPath &path) const {
+    TreeNode *node = root_;
+    for (size_t level = 0; level < path.length(); ++level) {
+        const size_t position = path.indexAtPosition(level);
+        if (position >= node->childCount()) return nullptr;
+        node = node->children_[position];
+    }
+    return node;
+}
+
+TreeNode *TreeController::nodeForItem(const MyOutlineItem &item) const {
+    const auto found = nodes_.find(&item);
+    return found == nodes_.end() ? nullptr : found->second.get();
+}
+
+TreeNode &TreeController::insertObjectAtArrangedObjectIndexPath(std::unique_ptr<MyOutlineItem> object,
+                                                                const IndexPath &path) {
+    const size_t position = path.lastIndex();
+    const TreeNode *parent = descendantNodeAtIndexPath(path.indexPathByRemovingLastIndex());
+    if (!parent) throw std::out_of_range("no node to insert below");
+    const MyOutlineItem &item = *object;
+    parent->representedObject_->insertObjectInChildrenAtIndex(std::move(object), position);
+    TreeNode *node = nodeForItem(item);
+    setSelectedNodes({node});
+    return *node;
+}
+
+// Not const, because the tree is another afterwards.
+// NOLINTNEXTLINE(readability-make-member-function-const)
+std::unique_ptr<MyOutlineItem> TreeController::removeObjectAtArrangedObjectIndexPath(const IndexPath &path) {
+    const TreeNode *node = path.isEmpty() ? nullptr : descendantNodeAtIndexPath(path);
+    if (!node) throw std::out_of_range("no node to remove");
+    return node->parent_->representedObject_->removeObjectFromChildrenAtIndex(path.lastIndex());
+}
+
+void TreeController::willChangeValueForKey(const MyOutlineItem & /*item*/, QLatin1String /*key*/) {}
+
+void TreeController::didChangeValueForKey(const MyOutlineItem &item, QLatin1String key) {
+    if (key == titleKey) followText(*nodeForItem(item), TitleColumn);
+    if (key == labelKey) followText(*nodeForItem(item), PageColumn);
+    if (key == childrenKey && !movingItems_) followChildren(*nodeForItem(item));
+}
+
+void TreeController::followText(const TreeNode &node, int column) {
+    if (&node == root_) return;
+    const QModelIndex index = indexForNode(node, column);
+    Q_EMIT dataChanged(index, index, {Qt::DisplayRole, Qt::EditRole});
+}
+
+void TreeController::followChildren(TreeNode &node) {
+    const MyOutlineItem::Children &items = node.representedObject_->children();
+    const size_t prefix = commonPrefix(node.children_, items);
+    const size_t suffix = commonSuffix(node.children_, items, prefix);
+    const size_t leaving = node.childCount() - prefix - suffix;
+    if (leaving > 0) removeNodes(node, prefix, leaving);
+    const size_t coming = items.size() - prefix - suffix;
+    if (coming > 0) insertNodes(node, prefix, coming);
+}
+
+void TreeController::insertNodes(TreeNode &parent, size_t first, size_t count) {
+    const MyOutlineItem::Children &items = parent.representedObject_->children();
+    std::vector<TreeNode *> added;
+    added.reserve(count);
+    for (size_t row = first; row < first + count; ++row) {
+        added.push_back(makeNode(*items[row], &parent, row));
+        makeNodesBelow(*added.back());
+    }
+    beginInsertRows(indexForNode(parent), static_cast<int>(first), static_cast<int>(first + count - 1));
+    parent.children_.insert(parent.children_.begin() + static_cast<qsizetype>(first), added.begin(),
+                            added.end());
+    parent.childrenChangedFrom(first);
+    ++structureRevision_;
+    endInsertRows();
+}
+
+void TreeController::removeNodes(TreeNode &parent, size_t first, size_t count) {
+    beginRemoveRows(indexForNode(parent), static_cast<int>(first), static_cast<int>(first + count - 1));
+    const auto begin = parent.children_.begin() + static_cast<qsizetype>(first);
+    const auto end = begin + static_cast<qsizetype>(count);
+    const std::vector<TreeNode *> tops(begin, end);
+    parent.children_.erase(begin, end);
+    parent.childrenChangedFrom(first);
+    const std::vector<std::shared_ptr<TreeNode>> gone = forget(tops);
+    ++structureRevision_;
+    endRemoveRows();
+}
+
+TreeNode *TreeController::makeNode(MyOutlineItem &item, TreeNode *parent, size_t row) {
+    auto node = std::make_shared<TreeNode>(TreeNode::Key(), item);
+    node->parent_ = parent;
+    node->row_ = row;
+    item.addObserver(this);
+    return nodes_.insert_or_assign(&item, std::move(node)).first->second.get();
+}
+
+void TreeController::makeNodesBelow(TreeNode &top) {
+    // A tree as deep as a hostile file likes must not become a chain of calls.
+    std::vector<TreeNode *> pending{&top};
+    while (!pending.empty()) {
+        TreeNode *node = pending.back();
+        pending.pop_back();
+        const MyOutlineItem::Children &items = node->representedObject_->children();
+        node->children_.reserve(items.size());
+        for (const std::unique_ptr<MyOutlineItem> &item : items) {
+            node->children_.push_back(makeNode(*item, node, node->children_.size()));
+            if (!item->children().empty()) pending.push_back(node->children_.back());
+        }
+        node->numberedRows_ = items.size();
+    }
+}
+
+std::vector<std::shared_ptr<TreeNode>> TreeController::forget(const std::vector<TreeNode *> &tops) {
+    std::vector<std::shared_ptr<TreeNode>> gone;
+    std::vector<TreeNode *> pending = tops;
+    while (!pending.empty()) {
+        TreeNode *node = pending.back();
+        pending.pop_back();
+        pending.insert(pending.end(), node->children_.begin(), node->children_.end());
+        const auto entry = nodes_.find(node->representedObject_);
+        gone.push_back(std::move(entry->second));
+        nodes_.erase(entry);
+        node->representedObject_->removeObserver(this);
+        node->representedObject_ = nullptr;
+        node->parent_ = nullptr;
+        node->children_.clear();
+        node->numberedRows_ = 0;
+    }
+    return gone;
+}
+
+}  // namespace leafwright

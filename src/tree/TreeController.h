@@ -1,0 +1,174 @@
+#pragma once
+
+#include "model/MyOutlineItem.h"
+#include "tree/TreeDragHandler.h"
+#include "tree/TreeNode.h"
+
+#include <QAbstractItemModel>
+#include <QItemSelectionModel>
+
+#include <functional>
+#include <unordered_map>
+#include <unordered_set>
+
+namespace leafwright {
+
+/// Arranges the items below a root item as nodes, which index paths lead to, and is the model and the
+/// selection behind every view of them. It follows what happens to the items, whoever changes them: within
+/// the notice, nodes and paths are right again. Observers of items must not change the tree from a notice.
+///
+/// Changes made through it keep the nodes, so that selection, current row and unfolding survive. A list of
+/// children replaced on an item (`setChildren`) keeps the nodes at its beginning and end that stay; in
+/// between, all nodes leave and new ones come.
+///
+/// Main thread only. The root item must outlive it.
+class TreeController final : public QAbstractItemModel, private OutlineItemObserver {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(TreeController)
+
+public:
+    enum Column : int { TitleColumn, PageColumn };
+
+    explicit TreeController(MyOutlineItem &root, QObject *parent = nullptr);
+    ~TreeController() override;
+
+    // Nodes
+
+    /// The invisible root node; its children are the top-level nodes.
+    TreeNode &arrangedObjects() const { return *root_; }
+    /// Null if there is no such node; the invisible root for the empty path.
+    TreeNode *descendantNodeAtIndexPath(const IndexPath &path) const;
+    /// The node of an index of this model, in whichever column; the invisible root for an invalid index.
+    TreeNode &nodeForIndex(const QModelIndex &index) const;
+    /// Invalid for the invisible root.
+    QModelIndex indexForNode(const TreeNode &node, int column = TitleColumn) const;
+    /// Null for an item that is not in the tree.
+    TreeNode *nodeForItem(const MyOutlineItem &item) const;
+    /// How many nodes there are, without the invisible root.
+    size_t nodeCount() const { return nodes_.size() - 1; }
+    /// Another number whenever a node came, left or moved.
+    quint64 structureRevision() const { return structureRevision_; }
+
+    // Selection
+
+    QItemSelectionModel *selectionModel() { return &selectionModel_; }
+    /// In tree order.
+    std::vector<TreeNode *> selectedNodes() const;
+    /// The first in tree order; absent without a selection.
+    std::optional<IndexPath> selectionIndexPath() const;
+    /// In tree order.
+    std::vector<IndexPath> selectionIndexPaths() const;
+    /// Selects just the nodes at these paths and makes the first of them the current one. Paths that lead
+    /// nowhere are passed over.
+    void setSelectionIndexPaths(const std::vector<IndexPath> &paths);
+    /// Selects just these nodes and makes the first of them the current one; an empty list selects nothing.
+    void setSelectedNodes(const std::vector<TreeNode *> &nodes);
+
+    // Changes
+
+    /// moveNodes() for one node.
+    bool moveNode(TreeNode &node, const IndexPath &path);
+    /// Moves nodes, with all that is below them, to one place, where they stand next to each other in the
+    /// order of the list. They keep their selection and unfolding.
+    ///
+    /// The path names a gap as the tree is before the move: the one before the child at its last index, or
+    /// behind the last child if it is the number of children. So moving the first of three siblings to [2]
+    /// puts it between the other two, and moving it to [0] or to [1] leaves it where it is. The gap keeps
+    /// its parent and its neighbours, however positions shift while nodes leave.
+    ///
+    /// A node listed together with one that it is below leaves it and stands beside it afterwards. A node
+    /// listed twice counts once.
+    /// @return false, with nothing changed, if the gap does not exist or is below one of the nodes, or if
+    /// one of them is not in the tree or is the invisible root
+    bool moveNodes(const std::vector<TreeNode *> &nodes, const IndexPath &path);
+    /// Inserts an object with all that is below it; it becomes the selection. Throws std::out_of_range
+    /// unless the path's parent exists and has that many children. @return the object's node
+    TreeNode &insertObjectAtArrangedObjectIndexPath(std::unique_ptr<MyOutlineItem> object,
+                                                    const IndexPath &path);
+    /// Throws std::out_of_range if there is no such object. @return the object
+    std::unique_ptr<MyOutlineItem> removeObjectAtArrangedObjectIndexPath(const IndexPath &path);
+
+    // Hooks
+
+    using ShouldEdit = std::function<bool(int column, const TreeNode &node)>;
+    /// Asked whether a cell may be edited in place. Without it, all may be.
+    void setShouldEdit(ShouldEdit shouldEdit) { shouldEdit_ = std::move(shouldEdit); }
+    /// Not owned; null for neither drags nor drops, which is how it begins.
+    void setDragHandler(TreeDragHandler *handler) { dragHandler_ = handler; }
+    /// The kinds of data that may be dropped on the tree.
+    void setMimeTypes(const QStringList &types) { mimeTypes_ = types; }
+
+    // QAbstractItemModel. There is no removeRows, deliberately: after a drop that moved rows a view would
+    // remove them from their new place.
+
+    QModelIndex index(int row, int column, const QModelIndex &parent = {}) const override;
+    QModelIndex parent(const QModelIndex &index) const override;
+    QModelIndex sibling(int row, int column, const QModelIndex &index) const override;
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    bool hasChildren(const QModelIndex &parent = {}) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    /// Sets a title or a page label, as someone who edits a cell. @return false if it may not be edited
+    bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    QStringList mimeTypes() const override { return mimeTypes_; }
+    QMimeData *mimeData(const QModelIndexList &indexes) const override;
+    Qt::DropActions supportedDropActions() const override;
+    Qt::DropActions supportedDragActions() const override;
+    bool canDropMimeData(const QMimeData *data, Qt::DropAction action, int row, int column,
+                         const QModelIndex &parent) const override;
+    bool dropMimeData(const QMimeData *data, Qt::DropAction action, int row, int column,
+                      const QModelIndex &parent) override;
+
+Q_SIGNALS:
+    /// A cell was edited in place and its text is another now.
+    void itemEdited(leafwright::TreeNode *node, int column);
+
+private:
+    /// Children next to each other, and the gap that they are to move to, in positions before the move.
+    struct BlockMove {
+        TreeNode &source;
+        size_t first;
+        size_t count;
+        TreeNode &target;
+        size_t gap;
+    };
+
+    void willChangeValueForKey(const MyOutlineItem &item, QLatin1String key) override;
+    void didChangeValueForKey(const MyOutlineItem &item, QLatin1String key) override;
+    void followText(const TreeNode &node, int column);
+    void followChildren(TreeNode &node);
+    void insertNodes(TreeNode &parent, size_t first, size_t count);
+    void removeNodes(TreeNode &parent, size_t first, size_t count);
+    TreeNode *makeNode(MyOutlineItem &item, TreeNode *parent, size_t row);
+    void makeNodesBelow(TreeNode &top);
+    /// @return the nodes, so that they outlive what still may point to them
+    std::vector<std::shared_ptr<TreeNode>> forget(const std::vector<TreeNode *> &tops);
+
+    bool canMove(const std::vector<TreeNode *> &nodes, const TreeNode *target, const IndexPath &path) const;
+    void moveRuns(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap);
+    void moveBlock(const BlockMove &move);
+    static void moveItems(const BlockMove &move);
+    static void spliceNodes(const BlockMove &move);
+    void moveScattered(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap);
+    void rearrange(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap);
+
+    void inTreeOrder(std::vector<TreeNode *> &nodes) const;
+    QItemSelection selectionOf(const std::vector<TreeNode *> &nodes) const;
+    void putSelectionAside();
+    void restoreSelection();
+
+    /// By item, the root's too. Shared only so that others can hold weak pointers.
+    std::unordered_map<const MyOutlineItem *, std::shared_ptr<TreeNode>> nodes_;
+    TreeNode *root_;
+    QItemSelectionModel selectionModel_;
+    std::vector<TreeNode *> selectionAside_;
+    bool movingItems_ = false;
+    quint64 structureRevision_ = 0;
+    ShouldEdit shouldEdit_;
+    TreeDragHandler *dragHandler_ = nullptr;
+    QStringList mimeTypes_;
+};
+
+}  // namespace leafwright

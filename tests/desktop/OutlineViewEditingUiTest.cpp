@@ -1,0 +1,122 @@
+#include "desktop/OutlineFixture.h"
+
+#include <QLineEdit>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+namespace leafwright {
+namespace {
+
+class OutlineViewEditing : public testing::Test, protected OutlineViewDelegate {
+protected:
+    OutlineViewEditing() {
+        outline.view.setDelegate(this);
+        outline.show();
+        outline.view.setFocus();
+    }
+    bool shouldEditTableColumn(int /*column*/, const TreeNode & /*node*/) override { return !locked; }
+
+    QLineEdit *editor() { return outline.view.viewport()->findChild<QLineEdit *>(); }
+    /// Types into the editor and ends with a key.
+    void type(const QString &text, Qt::Key end) {
+        ASSERT_NE(editor(), nullptr);
+        QTest::keyClicks(editor(), text);
+        QTest::keyClick(editor(), end);
+        // The text is taken, and the editor goes, when the event loop comes round.
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    bool locked = false;
+    test::Outline outline{"A(B) C"};
+};
+
+TEST_F(OutlineViewEditing, EditColumnOpensTheCellWithItsTextSelected) {
+    outline.view.editColumn(1, 1);
+    ASSERT_NE(editor(), nullptr);
+    EXPECT_EQ(editor()->selectedText(), "1");
+    QSignalSpy edited(outline.controller.get(), &TreeController::itemEdited);
+    type("iv", Qt::Key_Return);
+    EXPECT_EQ(outline.item("C").pageLabel(), "iv");
+    EXPECT_EQ(edited.count(), 1);
+}
+
+TEST_F(OutlineViewEditing, EscapeLeavesTheTextAsItWas) {
+    outline.view.editColumn(0, 0);
+    QSignalSpy edited(outline.controller.get(), &TreeController::itemEdited);
+    type("X", Qt::Key_Escape);
+    EXPECT_EQ(outline.text(), "A(B) C");
+    EXPECT_EQ(edited.count(), 0);
+}
+
+TEST_F(OutlineViewEditing, AnInsertedItemIsOpenedByTheSelectedRow) {
+    outline.controller->insertObjectAtArrangedObjectIndexPath(test::newItem("New"), {1});
+    outline.view.editColumn(0, outline.view.selectedRow());
+    type("X", Qt::Key_Return);
+    EXPECT_EQ(outline.text(), "A(B) X C");
+}
+
+TEST_F(OutlineViewEditing, ARowThatDoesNotShowIsNotEdited) {
+    outline.view.editColumn(0, -1);
+    outline.view.editColumn(0, 2);
+    EXPECT_EQ(editor(), nullptr);
+}
+
+TEST_F(OutlineViewEditing, F2EditsTheTitleFromEitherColumn) {
+    outline.controller->selectionModel()->setCurrentIndex(outline.index("C", 1),
+                                                          QItemSelectionModel::ClearAndSelect);
+    QTest::keyClick(&outline.view, Qt::Key_F2);
+    type("X", Qt::Key_Return);
+    EXPECT_EQ(outline.text(), "A(B) X");
+}
+
+TEST_F(OutlineViewEditing, TabGoesOnToTheLabelAndToTheNextTitle) {
+    outline.view.editColumn(0, 0);
+    type("X", Qt::Key_Tab);
+    type("iv", Qt::Key_Tab);
+    type("Y", Qt::Key_Backtab);
+    type("v", Qt::Key_Return);
+    EXPECT_EQ(outline.text(), "X(B) Y");
+    EXPECT_EQ(outline.item("X").pageLabel(), "v");
+}
+
+TEST_F(OutlineViewEditing, TabFromTheLastLabelEndsTheEditing) {
+    outline.view.editColumn(1, 1);
+    type("iv", Qt::Key_Tab);
+    EXPECT_EQ(editor(), nullptr);
+    EXPECT_EQ(outline.item("C").pageLabel(), "iv");
+}
+
+TEST_F(OutlineViewEditing, NothingIsEditedWhenTheDelegateSaysNo) {
+    locked = true;
+    outline.view.editColumn(0, 0);
+    EXPECT_EQ(editor(), nullptr);
+    outline.view.selectRowIndexes({0});
+    QTest::keyClick(&outline.view, Qt::Key_F2);
+    EXPECT_EQ(editor(), nullptr);
+}
+
+TEST_F(OutlineViewEditing, NothingIsEditedWhenTheControllerSaysNo) {
+    outline.controller->setShouldEdit([](int, const TreeNode &) { return false; });
+    outline.view.editColumn(0, 0);
+    EXPECT_EQ(editor(), nullptr);
+}
+
+TEST_F(OutlineViewEditing, AMovedCellKeepsItsEditor) {
+    outline.view.editColumn(0, 1);
+    outline.controller->moveNode(outline.node("C"), {0});
+    type("X", Qt::Key_Return);
+    EXPECT_EQ(outline.text(), "X A(B)");
+}
+
+TEST_F(OutlineViewEditing, ACellRemovedWhileEditedIsGone) {
+    outline.view.editColumn(0, 1);
+    outline.root.removeObjectFromChildrenAtIndex(1);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(editor(), nullptr);
+    EXPECT_EQ(outline.text(), "A(B)");
+}
+
+}  // namespace
+}  // namespace leafwright

@@ -1,0 +1,494 @@
+#include "desktop/PDFViewFixture.h"
+
+#include <QPainter>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QWheelEvent>
+
+namespace leafwright {
+namespace {
+
+using test::PdfBuilder;
+
+class PDFViewTest : public test::PDFViewFixture {
+protected:
+    int scrollPosition() const { return view.verticalScrollBar()->value(); }
+    int currentIndex() const { return view.currentPage() ? view.currentPage()->index() : -1; }
+};
+
+/// Small pages of which several can be seen at once.
+PdfBuilder smallPages(int count) {
+    PdfBuilder pdf;
+    for (int i = 0; i < count; ++i)
+        pdf.addPage({}, "/MediaBox [0 0 100 120]");
+    return pdf;
+}
+
+PdfBuilder numberedPages(int count) {
+    PdfBuilder pdf;
+    pdf.addNumberedPages(count);
+    return pdf;
+}
+
+TEST_F(PDFViewTest, WithoutADocumentNothingHappens) {
+    view.show();
+    EXPECT_EQ(view.currentPage(), nullptr);
+    EXPECT_EQ(view.pageForPoint({5, 5}, true), nullptr);
+    EXPECT_EQ(view.boundsForDisplayBox(nullptr), Rect());
+    EXPECT_FALSE(view.canGoToNextPage());
+    EXPECT_FALSE(view.canGoToPreviousPage());
+    view.goToNextPage();
+    view.goToPreviousPage();
+    view.goToFirstPage();
+    view.goToLastPage();
+    view.goToPage(nullptr);
+    const auto other = test::openPdf(numberedPages(1));
+    view.goToPage(other->page(0));
+    view.setAutoScales(true);
+    view.setScaleFactor(2);
+    view.copy();
+    view.clearSelection();
+    drag({5, 5}, {100, 100});
+    doubleClick({5, 5});
+    tripleClick({5, 5});
+    hover({5, 5});
+    for (const Qt::Key k : {Qt::Key_Home, Qt::Key_End, Qt::Key_Space, Qt::Key_Left, Qt::Key_Right})
+        key(k);
+    picture();
+}
+
+TEST_F(PDFViewTest, IsNamedForThoseWhoDoNotSee) {
+    EXPECT_EQ(view.accessibleName(), "Page");
+    EXPECT_EQ(view.focusPolicy(), Qt::StrongFocus);
+}
+
+TEST_F(PDFViewTest, PagesStandOnGray) {
+    show(numberedPages(2));
+    EXPECT_EQ(colourAt({2, 2}).rgb(), view.palette().color(QPalette::Dark).rgb());
+    EXPECT_EQ(colourAt(at(300, 780)), QColor(Qt::white));
+}
+
+/// For each rotation, on a page whose crop box is not at the origin.
+class PDFViewRotationTest : public PDFViewTest, public testing::WithParamInterface<int> {
+protected:
+    void showTurned() {
+        PdfBuilder pdf;
+        pdf.addPage("1 0 0 rg 30 50 20 20 re f 0 0 1 rg 100 200 20 20 re f",
+                    "/MediaBox [0 0 300 400] /CropBox [20 40 140 340] /Rotate " + std::to_string(GetParam()));
+        show(pdf);
+    }
+};
+
+TEST_P(PDFViewRotationTest, PictureAndPagePointsAgree) {
+    showTurned();
+    for (const double scale : {1.0, 0.9, 1.7}) {
+        view.setScaleFactor(scale);
+        view.verticalScrollBar()->setValue(scrollPosition() + at(40, 60).y() - 200);
+        waitUntilRendered();
+        for (const QPointF &inRed : {QPointF(33, 53), QPointF(47, 53), QPointF(33, 67)})
+            EXPECT_EQ(colourAt(at(inRed.x(), inRed.y())), QColor(Qt::red)) << scale;
+        if (view.viewport()->rect().contains(at(110, 210))) {
+            EXPECT_EQ(colourAt(at(110, 210)), QColor(Qt::blue)) << scale;
+        }
+        EXPECT_EQ(colourAt(at(53, 53)), QColor(Qt::white)) << scale;
+    }
+}
+
+TEST_P(PDFViewRotationTest, ConversionsGoThereAndBack) {
+    showTurned();
+    view.setScaleFactor(1.3);
+    const QPointF point(47.5, 77.25);
+    const QPointF back = view.convertPointToPage(view.convertPointFromPage(point, page(0)), page(0));
+    EXPECT_NEAR(back.x(), point.x(), 1e-9);
+    EXPECT_NEAR(back.y(), point.y(), 1e-9);
+    const QRectF rect = view.convertRectFromPage({30, 50, 20, 10}, page(0));
+    EXPECT_EQ(view.pageForPoint(rect.center(), false), &page(0));
+    EXPECT_NEAR(rect.width() * rect.height(), 200 * 1.3 * 1.3, 1e-6);
+}
+
+/// Draws a green square where a subclass would draw on top of the page.
+class CornerView final : public PDFView {
+protected:
+    void drawPage(QPainter &painter, const PDFPage &page) override {
+        PDFView::drawPage(painter, page);
+        painter.fillRect(QRectF(0, 0, 12, 12), QColor(Qt::green));
+    }
+};
+
+TEST_P(PDFViewRotationTest, SubclassesDrawFromTheLowerLeftOfThePageAsShown) {
+    showTurned();
+    CornerView corners;
+    corners.resize(500, 500);
+    corners.setDocument(document.get());
+    corners.show();
+    const QRectF whole = corners.convertRectFromPage(page(0).cropBox(), page(0));
+    EXPECT_EQ(colourOf(corners, whole.bottomLeft() + QPointF(3, -3)), QColor(Qt::green));
+    EXPECT_EQ(colourOf(corners, whole.bottomLeft() + QPointF(10, -10)), QColor(Qt::green));
+    EXPECT_NE(colourOf(corners, whole.bottomLeft() + QPointF(14, -3)), QColor(Qt::green));
+    corners.setDocument(nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rotations, PDFViewRotationTest, testing::Values(0, 90, 180, 270));
+
+TEST_F(PDFViewTest, PageUnderAPoint) {
+    show(smallPages(3));
+    const QPointF inGap = at(50, 0) + QPointF(0, 2);
+    EXPECT_EQ(view.pageForPoint(at(50, 60), false), &page(0));
+    EXPECT_EQ(view.pageForPoint(inGap, false), nullptr);
+    EXPECT_EQ(view.pageForPoint(inGap, true), &page(0));
+    EXPECT_EQ(view.pageForPoint({1, 60}, false), nullptr) << "beside the page";
+    EXPECT_EQ(view.pageForPoint({1, 60}, true), &page(0));
+    EXPECT_EQ(view.pageForPoint({300, 399}, true), &page(2));
+}
+
+// Going places
+
+TEST_F(PDFViewTest, PagingStaysAtTheEnds) {
+    show(numberedPages(3));
+    EXPECT_EQ(currentIndex(), 0);
+    const int top = scrollPosition();
+    view.goToPreviousPage();
+    EXPECT_EQ(currentIndex(), 0);
+    EXPECT_EQ(scrollPosition(), top);
+    EXPECT_FALSE(view.canGoToPreviousPage());
+    view.goToLastPage();
+    EXPECT_EQ(currentIndex(), 2);
+    const int bottom = scrollPosition();
+    EXPECT_FALSE(view.canGoToNextPage());
+    view.goToNextPage();
+    EXPECT_EQ(currentIndex(), 2);
+    EXPECT_EQ(scrollPosition(), bottom);
+}
+
+TEST_F(PDFViewTest, PagingReachesEveryPageAlsoWhereManyAreInSight) {
+    show(smallPages(6));
+    std::vector<int> visited{currentIndex()};
+    while (view.canGoToNextPage()) {
+        view.goToNextPage();
+        visited.push_back(currentIndex());
+    }
+    while (view.canGoToPreviousPage()) {
+        view.goToPreviousPage();
+        visited.push_back(currentIndex());
+    }
+    EXPECT_EQ(visited, (std::vector<int>{1, 2, 3, 4, 5, 4, 3, 2, 1, 0}));
+}
+
+TEST_F(PDFViewTest, CurrentPageIsInTheMiddleAfterScrolling) {
+    show(numberedPages(3));
+    QSignalSpy changes(&view, &PDFView::pageChanged);
+    view.verticalScrollBar()->setValue(792 - 100);
+    EXPECT_EQ(currentIndex(), 1);
+    EXPECT_EQ(changes.count(), 1);
+    view.verticalScrollBar()->setValue(792);
+    EXPECT_EQ(changes.count(), 1);
+    view.goToPage(&page(0));
+    EXPECT_EQ(changes.count(), 2);
+    EXPECT_EQ(currentIndex(), 0);
+}
+
+TEST_F(PDFViewTest, DestinationIsAtTheTopOfTheView) {
+    show(numberedPages(5));
+    view.goToDestination({2, {72, 500}});
+    EXPECT_NEAR(at(72, 500, 2).y(), 0, 1);
+    EXPECT_EQ(currentIndex(), 2);
+}
+
+TEST_F(PDFViewTest, DestinationAtThePagesEndLeavesThatPageCurrent) {
+    show(numberedPages(5));
+    view.goToDestination({2, {72, 10}});
+    EXPECT_NEAR(at(72, 10, 2).y(), 0, 1);
+    EXPECT_EQ(currentIndex(), 2) << "although most of the view shows the next";
+    view.verticalScrollBar()->setValue(scrollPosition() + 1);
+    EXPECT_EQ(currentIndex(), 3);
+}
+
+TEST_F(PDFViewTest, ZeroPointIsTheTopOfThePage) {
+    show(numberedPages(5));
+    view.goToDestination({3, {0, 0}});
+    EXPECT_NEAR(at(0, 792, 3).y(), PageLayout::gap, 1);
+    const int there = scrollPosition();
+    view.goToFirstPage();
+    view.goToPage(&page(3));
+    EXPECT_EQ(scrollPosition(), there);
+}
+
+TEST_F(PDFViewTest, DestinationOffTheDocumentDoesNothing) {
+    show(numberedPages(2));
+    view.goToLastPage();
+    const int there = scrollPosition();
+    view.goToDestination({2, {0, 0}});
+    view.goToDestination({-1, {0, 0}});
+    EXPECT_EQ(scrollPosition(), there);
+}
+
+TEST_F(PDFViewTest, DestinationOffThePageIsTheNearestPointOnIt) {
+    show(numberedPages(5));
+    view.goToDestination({2, {-1e30, 1e30}});
+    EXPECT_NEAR(at(0, 792, 2).y(), PageLayout::gap, 1);
+    view.goToDestination({2, {1e30, -1e30}});
+    EXPECT_NEAR(at(0, 0, 2).y(), 0, 1);
+    EXPECT_EQ(currentIndex(), 2);
+}
+
+TEST_F(PDFViewTest, PageOfAnotherDocumentDoesNothing) {
+    show(numberedPages(3));
+    const auto other = test::openPdf(numberedPages(3));
+    view.goToPage(other->page(2));
+    EXPECT_EQ(currentIndex(), 0);
+}
+
+TEST_F(PDFViewTest, DestinationOutOfSightSidewaysIsScrolledTo) {
+    show(numberedPages(2));
+    view.setScaleFactor(4);
+    view.horizontalScrollBar()->setValue(0);
+    view.goToDestination({0, {500, 700}});
+    EXPECT_TRUE(view.viewport()->rect().contains(at(500, 699)));
+}
+
+// Scale
+
+TEST_F(PDFViewTest, ScaleKeepsTheMiddleOfTheView) {
+    show(numberedPages(5));
+    view.verticalScrollBar()->setValue(1000);
+    const QPointF middle(320, 200);
+    const PDFPage *const there = view.pageForPoint(middle, true);
+    const QPointF before = view.convertPointToPage(middle, *there);
+    QSignalSpy changes(&view, &PDFView::scaleChanged);
+    view.setScaleFactor(2.5);
+    EXPECT_EQ(view.scaleFactor(), 2.5);
+    EXPECT_EQ(changes.count(), 1);
+    const QPointF after = view.convertPointToPage(middle, *there);
+    EXPECT_NEAR(after.x(), before.x(), 1);
+    EXPECT_NEAR(after.y(), before.y(), 1);
+    view.setScaleFactor(2.5);
+    EXPECT_EQ(changes.count(), 1);
+}
+
+TEST_F(PDFViewTest, ScaleFollowsTheWidthUntilOneIsSet) {
+    show(numberedPages(2));
+    view.setAutoScales(true);
+    EXPECT_NEAR(view.scaleFactor(), (640 - 2.0 * PageLayout::gap) / 612, 1e-9);
+    EXPECT_EQ(view.horizontalScrollBar()->maximum(), 0);
+    view.resize(view.width() + 300, view.height());
+    EXPECT_NEAR(view.scaleFactor(), (940 - 2.0 * PageLayout::gap) / 612, 1e-9);
+    view.zoomIn();
+    EXPECT_FALSE(view.autoScales());
+    const double zoomed = view.scaleFactor();
+    view.resize(view.width() - 300, view.height());
+    EXPECT_EQ(view.scaleFactor(), zoomed);
+    view.zoomToFit();
+    EXPECT_TRUE(view.autoScales());
+    EXPECT_NEAR(view.scaleFactor(), (640 - 2.0 * PageLayout::gap) / 612, 1e-9);
+}
+
+TEST_F(PDFViewTest, ZoomingInAndOutCancelOut) {
+    show(numberedPages(2));
+    view.zoomIn();
+    EXPECT_GT(view.scaleFactor(), 1);
+    view.zoomOut();
+    EXPECT_DOUBLE_EQ(view.scaleFactor(), 1);
+}
+
+TEST_F(PDFViewTest, WheelWithControlZoomsAboutThePointer) {
+    show(numberedPages(5));
+    view.setScaleFactor(2);
+    view.verticalScrollBar()->setValue(3000);
+    view.horizontalScrollBar()->setValue(200);
+    const QPointF pointer(450, 120);
+    const PDFPage *const there = view.pageForPoint(pointer, true);
+    const QPointF before = view.convertPointToPage(pointer, *there);
+    QWheelEvent wheel(pointer, view.viewport()->mapToGlobal(pointer), {}, {0, 120}, {}, Qt::ControlModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(view.viewport(), &wheel);
+    EXPECT_GT(view.scaleFactor(), 2.1);
+    EXPECT_NEAR(view.convertPointToPage(pointer, *there).x(), before.x(), 1);
+    EXPECT_NEAR(view.convertPointToPage(pointer, *there).y(), before.y(), 1);
+}
+
+TEST_F(PDFViewTest, WheelAloneScrolls) {
+    show(numberedPages(5));
+    QWheelEvent wheel({50, 50}, {50, 50}, {}, {0, -120}, {}, {}, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(view.viewport(), &wheel);
+    EXPECT_GT(scrollPosition(), 0);
+    EXPECT_EQ(view.scaleFactor(), 1);
+}
+
+// Keys
+
+TEST_F(PDFViewTest, KeysPage) {
+    show(numberedPages(4));
+    key(Qt::Key_Space);
+    const int first = scrollPosition();
+    EXPECT_EQ(first, 400);
+    key(Qt::Key_PageDown);
+    EXPECT_EQ(scrollPosition(), 2 * first);
+    key(Qt::Key_PageUp);
+    key(Qt::Key_Space, Qt::ShiftModifier);
+    EXPECT_EQ(scrollPosition(), 0);
+    key(Qt::Key_Down);
+    EXPECT_GT(scrollPosition(), 0);
+    key(Qt::Key_Up);
+    EXPECT_EQ(scrollPosition(), 0);
+    key(Qt::Key_End, Qt::ControlModifier);
+    EXPECT_EQ(scrollPosition(), view.verticalScrollBar()->maximum());
+    EXPECT_EQ(currentIndex(), 3);
+    key(Qt::Key_Home, Qt::ControlModifier);
+    EXPECT_EQ(scrollPosition(), 0);
+}
+
+TEST_F(PDFViewTest, HomeAndEndStayOnThePage) {
+    show(numberedPages(4));
+    view.goToPage(&page(1));
+    const int top = scrollPosition();
+    key(Qt::Key_End);
+    EXPECT_EQ(scrollPosition(), top + 792 + 2 * PageLayout::gap - 400);
+    EXPECT_EQ(currentIndex(), 1);
+    key(Qt::Key_Home);
+    EXPECT_EQ(scrollPosition(), top);
+}
+
+TEST_F(PDFViewTest, ArrowsTurnPagesWhereTheyCannotScroll) {
+    show(smallPages(9));
+    view.goToPage(&page(0));
+    key(Qt::Key_Right);
+    EXPECT_EQ(currentIndex(), 1);
+    key(Qt::Key_Left);
+    EXPECT_EQ(currentIndex(), 0);
+    view.setScaleFactor(10);
+    view.goToPage(&page(0));
+    view.horizontalScrollBar()->setValue(0);
+    key(Qt::Key_Right);
+    EXPECT_EQ(currentIndex(), 0);
+    EXPECT_GT(view.horizontalScrollBar()->value(), 0);
+}
+
+// Documents and images
+
+TEST_F(PDFViewTest, AnotherDocumentStartsAtItsTop) {
+    show(numberedPages(5));
+    view.goToLastPage();
+    PDFSelection selection;
+    selection.add(page(4), {0, 4});
+    view.setCurrentSelection(selection);
+    QSignalSpy pages(&view, &PDFView::pageChanged);
+    QSignalSpy documents(&view, &PDFView::documentChanged);
+    const auto other = test::openPdf(numberedPages(2));
+    view.setDocument(other.get());
+    EXPECT_EQ(view.currentPage(), other->page(0));
+    EXPECT_EQ(scrollPosition(), 0);
+    EXPECT_FALSE(view.currentSelection());
+    EXPECT_EQ(documents.count(), 1);
+    EXPECT_EQ(pages.count(), 1);
+    waitUntilRendered();
+    view.setDocument(nullptr);
+    EXPECT_EQ(view.currentPage(), nullptr);
+    EXPECT_EQ(view.imageBytes(), 0);
+    EXPECT_EQ(documents.count(), 2);
+}
+
+TEST_F(PDFViewTest, DocumentMayBeClosedWhileItIsDrawn) {
+    PdfBuilder pdf;
+    pdf.addPage(test::endlessContent());
+    pdf.addNumberedPages(20);
+    for (int i = 0; i < 5; ++i) {
+        auto closed = test::openPdf(pdf);
+        view.resize(600, 400);
+        view.show();
+        view.setDocument(closed.get());
+        waitUntil([&] { return view.renderQueue().startedCount() > i; });
+        view.setDocument(nullptr);
+        closed.reset();
+        picture();
+    }
+}
+
+TEST_F(PDFViewTest, ViewMayGoWhileItsDocumentIsDrawn) {
+    PdfBuilder pdf;
+    pdf.addPage(test::endlessContent());
+    document = test::openPdf(pdf);
+    auto passing = std::make_unique<PDFView>();
+    passing->resize(300, 300);
+    passing->show();
+    passing->setDocument(document.get());
+    waitUntil([&] { return passing->renderQueue().startedCount() > 0; });
+    passing.reset();
+    EXPECT_EQ(document->pageCount(), 1);
+}
+
+TEST_F(PDFViewTest, ImagesStayWithinTheirBoundWhileScrolling) {
+    show(numberedPages(300));
+    view.setScaleFactor(2);
+    const int step = view.verticalScrollBar()->maximum() / 150;
+    qint64 most = 0;
+    for (int i = 0; i <= 150; ++i) {
+        view.verticalScrollBar()->setValue(i * step);
+        waitUntilRendered();
+        most = std::max(most, view.imageBytes());
+        ASSERT_LE(view.imageBytes(), view.imageCapacity());
+    }
+    EXPECT_LE(view.imageCapacity(), 100 << 20);
+    EXPECT_GT(most, view.imageCapacity() * 8 / 10) << "or the bound was never put to the test";
+}
+
+TEST_F(PDFViewTest, LargeScaleDrawsNoMoreThanCanBeSeen) {
+    PdfBuilder pdf;
+    pdf.addPage("1 0 0 rg 0 0 306 792 re f");
+    show(pdf);
+    view.setScaleFactor(30);
+    waitUntilRendered();
+    EXPECT_LE(view.imageBytes(), view.imageCapacity());
+    view.goToDestination({0, {306, 400}});
+    view.horizontalScrollBar()->setValue(view.horizontalScrollBar()->maximum() / 2);
+    waitUntilRendered();
+    EXPECT_EQ(colourAt(at(304, 398)), QColor(Qt::red));
+    EXPECT_EQ(colourAt(at(308, 398)), QColor(Qt::white));
+}
+
+TEST_F(PDFViewTest, OldImageStandsInUntilTheNewOneIsThere) {
+    PdfBuilder pdf;
+    pdf.addPage("1 0 0 rg 0 0 612 792 re f");
+    show(pdf);
+    view.setScaleFactor(1.5);
+    EXPECT_FALSE(view.visiblePagesAreRendered());
+    EXPECT_EQ(colourAt({300, 200}), QColor(Qt::red)) << "scaled from the old one";
+}
+
+TEST_F(PDFViewTest, PageIsWhiteUntilItIsDrawn) {
+    PdfBuilder pdf;
+    pdf.addPage("1 0 0 rg 0 0 612 792 re f");
+    document = test::openPdf(pdf);
+    view.resize(600, 400);
+    view.show();
+    view.setDocument(document.get());
+    EXPECT_EQ(colourAt({300, 200}), QColor(Qt::white));
+    waitUntilRendered();
+    EXPECT_EQ(colourAt({300, 200}), QColor(Qt::red));
+}
+
+TEST_F(PDFViewTest, TellsWhenAllThatIsSeenIsDrawn) {
+    show(numberedPages(5));
+    QSignalSpy spy(&view, &PDFView::visiblePagesRendered);
+    view.goToLastPage();
+    EXPECT_FALSE(view.visiblePagesAreRendered());
+    waitUntil([&] { return spy.count() == 1; });
+    EXPECT_TRUE(view.visiblePagesAreRendered());
+}
+
+TEST_F(PDFViewTest, PagesOfAbsurdSizes) {
+    PdfBuilder pdf;
+    pdf.addPage({}, "/MediaBox [0 0 1000000000 1000000000]");
+    pdf.addPage({}, "/MediaBox [0 0 0.0001 0.0001]");
+    pdf.addNumberedPages(1);
+    show(pdf);
+    view.setScaleFactor(100);
+    view.goToLastPage();
+    waitUntilRendered();
+    view.setAutoScales(true);
+    waitUntilRendered();
+    EXPECT_LE(view.imageBytes(), view.imageCapacity());
+    picture();
+}
+
+}  // namespace
+}  // namespace leafwright

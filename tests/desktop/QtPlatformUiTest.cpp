@@ -1,0 +1,291 @@
+#include "desktop/FileManager.h"
+#include "desktop/FilePanelDialog.h"
+#include "desktop/QtPlatform.h"
+#include "support/TempDir.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QClipboard>
+#include <QDBusContext>
+#include <QDateTime>
+#include <QDesktopServices>
+#include <QDir>
+#include <QLabel>
+#include <QMessageBox>
+#include <QProcess>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QTest>
+#include <QTimer>
+
+namespace leafwright {
+
+/// Takes the place of the programs that the desktop would start.
+class OpenedFiles : public QObject {
+    Q_OBJECT
+
+public:
+    explicit OpenedFiles(QStringList schemes) : schemes_(std::move(schemes)) {
+        for (const QString &scheme : schemes_)
+            QDesktopServices::setUrlHandler(scheme, this, "open");
+    }
+    ~OpenedFiles() override {
+        for (const QString &scheme : schemes_)
+            QDesktopServices::unsetUrlHandler(scheme);
+    }
+
+    QList<QUrl> urls;
+
+public Q_SLOTS:
+    void open(const QUrl &url) { urls.append(url); }
+
+private:
+    QStringList schemes_;
+};
+
+/// The desktop's file viewer.
+class FileViewer : public QObject, protected QDBusContext {
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
+
+public:
+    QStringList shown;
+    bool refuses = false;
+
+public Q_SLOTS:
+    void ShowItems(const QStringList &uris, const QString & /*startupId*/) {
+        if (refuses) {
+            sendErrorReply(QDBusError::Failed);
+            return;
+        }
+        shown += uris;
+    }
+};
+
+namespace {
+
+using test::TempDir;
+
+class QtPlatformTest : public testing::Test {
+protected:
+    /// Runs when the next dialog is up.
+    template <typename Dialog>
+    void whenShown(const std::function<void(Dialog &)> &act) {
+        auto *timer = new QTimer(&context);
+        QObject::connect(timer, &QTimer::timeout, timer, [timer, act] {
+            auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
+            if (!dialog) return;
+            timer->stop();
+            act(*dialog);
+        });
+        timer->start(1);
+    }
+    int answerTo(const Alert &alert, const std::function<void(QMessageBox &)> &act) {
+        whenShown<QMessageBox>(act);
+        return platform.runModal(alert);
+    }
+    QString touch(const QString &name) const {
+        QFile file(dir.path(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        return file.fileName();
+    }
+
+    TempDir dir;
+    QObject context;
+    QtPlatform platform{dir.path("settings.ini")};
+};
+
+void press(QMessageBox &box, const QString &title) {
+    for (QAbstractButton *button : box.buttons())
+        if (button->text() == title) return button->click();
+    ADD_FAILURE() << "no button " << qPrintable(title);
+    box.reject();
+}
+
+const Alert question{"Save <b>a</b>?", "It <i>has</i> changed.", {"Save", "Discard", "Cancel"}};
+
+TEST_F(QtPlatformTest, AnAlertTellsWhichButtonWasPressed) {
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(answerTo(question, [&](QMessageBox &box) { press(box, question.buttons[i]); }), i);
+}
+
+TEST_F(QtPlatformTest, ReturnPressesTheFirstButtonAndEscapeTheLast) {
+    EXPECT_EQ(answerTo(question, [](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Return); }), 0);
+    EXPECT_EQ(answerTo(question, [](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Escape); }), 2);
+    EXPECT_EQ(answerTo({"Done", "", {"OK"}}, [](QMessageBox &box) { QTest::keyClick(&box, Qt::Key_Escape); }),
+              0);
+    EXPECT_EQ(answerTo(question, [](QMessageBox &box) { box.close(); }), 2);
+}
+
+TEST_F(QtPlatformTest, AnAlertShowsItsStyleAndItsTextsAsTheyStand) {
+    answerTo(question, [](QMessageBox &box) {
+        EXPECT_EQ(box.icon(), QMessageBox::Warning);
+        EXPECT_EQ(box.text(), question.message);
+        EXPECT_EQ(box.informativeText(), question.informativeText);
+        int texts = 0;
+        for (const QLabel *label : box.findChildren<QLabel *>()) {
+            if (!label->text().contains('<')) continue;
+            EXPECT_EQ(label->textFormat(), Qt::PlainText);
+            ++texts;
+        }
+        EXPECT_EQ(texts, 2);
+        box.reject();
+    });
+    answerTo({"Done", "", {"OK"}, Alert::Style::Informational}, [](QMessageBox &box) {
+        EXPECT_EQ(box.icon(), QMessageBox::Information);
+        box.reject();
+    });
+}
+
+TEST_F(QtPlatformTest, TheOpenPanelGivesTheFileChosen) {
+    const QString path = touch("a.pdf");
+    whenShown<FilePanelDialog>([&](FilePanelDialog &dialog) {
+        EXPECT_EQ(dialog.windowTitle(), "Open PDF");
+        EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptOpen);
+        dialog.selectFile(path);
+        dialog.accept();
+    });
+    EXPECT_EQ(platform.runOpenPanel({.title = "Open PDF", .path = dir.path(""), .allowedFileTypes = {"pdf"}}),
+              path);
+}
+
+TEST_F(QtPlatformTest, ACancelledPanelGivesNothing) {
+    for (const bool save : {false, true}) {
+        whenShown<FilePanelDialog>([](FilePanelDialog &dialog) { dialog.reject(); });
+        EXPECT_EQ(save ? platform.runSavePanel({}) : platform.runOpenPanel({}), std::nullopt);
+    }
+}
+
+TEST_F(QtPlatformTest, TheSavePanelProposesAFileAndAddsTheExtension) {
+    touch("old.pdf");
+    whenShown<FilePanelDialog>([&](FilePanelDialog &dialog) {
+        EXPECT_EQ(dialog.selectedFiles(), QStringList(dir.path("old.pdf")));
+        EXPECT_EQ(dialog.acceptMode(), QFileDialog::AcceptSave);
+        dialog.selectFile(dir.path("new"));
+        dialog.accept();
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_EQ(platform.runSavePanel({.path = dir.path("old.pdf"), .allowedFileTypes = {"pdf"}}),
+              dir.path("new.pdf"));
+}
+
+TEST_F(QtPlatformTest, WhatIsNotEnabledCantBeChosen) {
+    const QString allowed = touch("allowed.pdf");
+    const QString other = touch("other.pdf");
+    whenShown<FilePanelDialog>([&](FilePanelDialog &dialog) {
+        EXPECT_EQ(dialog.findChild<QLabel *>("message")->text(), "Please <b>choose</b>.");
+        dialog.selectFile(other);
+        dialog.accept();
+        EXPECT_TRUE(dialog.isVisible());
+        dialog.selectFile(allowed);
+        dialog.accept();
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_EQ(
+        platform.runOpenPanel({.message = "Please <b>choose</b>.",
+                               .prompt = "Allow",
+                               .path = dir.path(""),
+                               .shouldEnablePath = [&](const QString &path) { return path == allowed; }}),
+        allowed);
+}
+
+TEST_F(QtPlatformTest, AFolderCanBeChosenWhereFilesCan) {
+    ASSERT_TRUE(QDir().mkpath(dir.path("folder")));
+    whenShown<FilePanelDialog>([&](FilePanelDialog &dialog) {
+        dialog.selectFile(dir.path("folder"));
+        dialog.accept();
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_EQ(platform.runOpenPanel({.path = dir.path(""), .canChooseDirectories = true}),
+              dir.path("folder"));
+}
+
+TEST_F(QtPlatformTest, TheClipboardGetsTheText) {
+    platform.setClipboardText("a\n\tb");
+    EXPECT_EQ(QApplication::clipboard()->text(), "a\n\tb");
+}
+
+TEST_F(QtPlatformTest, FilesAndAddressesGoToTheDesktop) {
+    const OpenedFiles opened({"file", "https"});
+    platform.openFile("/tmp/a b#1.pdf");
+    platform.openURL(QUrl("https://example.com/?q=1"));
+    EXPECT_EQ(opened.urls, (QList{QUrl::fromLocalFile("/tmp/a b#1.pdf"), QUrl("https://example.com/?q=1")}));
+}
+
+TEST_F(QtPlatformTest, TheClockIsTheSystems) {
+    const qint64 before = QDateTime::currentMSecsSinceEpoch();
+    const qint64 now = platform.now();
+    EXPECT_GE(now, before);
+    EXPECT_LE(now, QDateTime::currentMSecsSinceEpoch());
+}
+
+TEST_F(QtPlatformTest, SettingsAreKeptInTheFile) {
+    platform.userDefaults().setValue("number", 3);
+    EXPECT_EQ(QtPlatform(dir.path("settings.ini")).userDefaults().integerForKey("number"), 3);
+}
+
+/// A message bus of the test's own.
+class FileManagerTest : public testing::Test {
+protected:
+    void SetUp() override {
+        const QString daemon = QStandardPaths::findExecutable("dbus-daemon");
+        if (daemon.isEmpty()) GTEST_SKIP() << "dbus-daemon is not installed";
+        daemon_.start(daemon, {"--session", "--nofork", "--print-address=1"});
+        ASSERT_TRUE(daemon_.waitForReadyRead());
+        const QString address = QString::fromUtf8(daemon_.readLine()).trimmed();
+        asking = QDBusConnection::connectToBus(address, "asking");
+        answering = QDBusConnection::connectToBus(address, "answering");
+        ASSERT_TRUE(asking.isConnected() && answering.isConnected());
+    }
+    void TearDown() override {
+        QDBusConnection::disconnectFromBus("asking");
+        QDBusConnection::disconnectFromBus("answering");
+        daemon_.kill();
+        daemon_.waitForFinished();
+    }
+    void startViewer() {
+        ASSERT_TRUE(answering.registerObject("/org/freedesktop/FileManager1", &viewer,
+                                             QDBusConnection::ExportAllSlots));
+        ASSERT_TRUE(answering.registerService("org.freedesktop.FileManager1"));
+    }
+
+    FileViewer viewer;
+    QDBusConnection asking{""};
+    QDBusConnection answering{""};
+    /// How often the other way was taken; that may be after the test.
+    std::shared_ptr<int> otherwise = std::make_shared<int>(0);
+
+private:
+    QProcess daemon_;
+};
+
+TEST_F(FileManagerTest, AFileIsShownInTheViewer) {
+    startViewer();
+    showInFileManager("/tmp/a b#ä.pdf", asking, [count = otherwise] { ++*count; });
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !viewer.shown.isEmpty(); }));
+    EXPECT_EQ(viewer.shown, QStringList("file:///tmp/a%20b%23%C3%A4.pdf"));
+    EXPECT_EQ(*otherwise, 0);
+}
+
+TEST_F(FileManagerTest, WithoutAViewerTheOtherWayIsTaken) {
+    showInFileManager("/tmp/a.pdf", asking, [count = otherwise] { ++*count; });
+    EXPECT_TRUE(QTest::qWaitFor([this] { return *otherwise == 1; }));
+}
+
+TEST_F(FileManagerTest, AViewerThatRefusesIsNotTheLastWord) {
+    startViewer();
+    viewer.refuses = true;
+    showInFileManager("/tmp/a.pdf", asking, [count = otherwise] { ++*count; });
+    EXPECT_TRUE(QTest::qWaitFor([this] { return *otherwise == 1; }));
+}
+
+TEST(FileManager, WithoutABusTheOtherWayIsTaken) {
+    int otherwise = 0;
+    showInFileManager("/tmp/a.pdf", QDBusConnection("nowhere"), [&] { ++otherwise; });
+    EXPECT_EQ(otherwise, 1);
+}
+
+}  // namespace
+}  // namespace leafwright
+
+#include "QtPlatformUiTest.moc"

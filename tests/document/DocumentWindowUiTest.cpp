@@ -1,0 +1,174 @@
+#include "support/OpenPdf.h"
+#include "support/WindowFixture.h"
+
+#include <QAccessible>
+#include <QDragEnterEvent>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QSignalSpy>
+#include <QTableView>
+#include <QToolBar>
+
+#include <gmock/gmock.h>
+
+namespace leafwright {
+namespace {
+
+using test::PdfBuilder;
+using testing::Contains;
+
+class Window : public test::WindowFixture {
+protected:
+    void SetUp() override {
+        PdfBuilder pdf;
+        pdf.addNumberedPages(3);
+        addOutline(pdf, {{"(One)", "[" + pdf.pageReference(0) + " /XYZ 72 700 null]"}});
+        open(pdf);
+    }
+
+    DocumentWindow &window() { return *document.myWindow(); }
+
+    /// Everything below an element that assistive programs see.
+    static QList<QAccessibleInterface *> below(QAccessibleInterface *top) {
+        QList<QAccessibleInterface *> all{top};
+        for (qsizetype i = 0; i < all.size(); ++i) {
+            // The rows of views are content, and there may be thousands.
+            if (all[i]->tableInterface()) continue;
+            for (int k = 0; k < all[i]->childCount(); ++k)
+                if (QAccessibleInterface *child = all[i]->child(k)) all.append(child);
+        }
+        return all;
+    }
+};
+
+TEST_F(Window, TheTitleNamesTheFileAndMarksChanges) {
+    EXPECT_TRUE(window().windowTitle().startsWith("a.pdf[*]")) << window().windowTitle().toStdString();
+    EXPECT_FALSE(window().isWindowModified());
+    document.updateChangeCount(Document::Change::Done);
+    EXPECT_TRUE(window().isWindowModified());
+    document.updateChangeCount(Document::Change::Cleared);
+    EXPECT_FALSE(window().isWindowModified());
+}
+
+TEST_F(Window, ATitleEditedInPlaceIsAChange) {
+    document.treecontroller().setData(document.treecontroller().indexForNode(*node({0}), 0), "New",
+                                      Qt::EditRole);
+    EXPECT_EQ(document.root().children()[0]->pageTitle(), "New");
+    EXPECT_TRUE(document.isDocumentEdited());
+}
+
+TEST_F(Window, APageEditedInPlaceIsAChange) {
+    document.treecontroller().setData(document.treecontroller().indexForNode(*node({0}), 1), "3",
+                                      Qt::EditRole);
+    EXPECT_EQ(document.root().children()[0]->pageLabel(), "3");
+    EXPECT_TRUE(document.isDocumentEdited());
+}
+
+TEST_F(Window, UndoDoesNotReverseARenaming) {
+    document.treecontroller().setData(document.treecontroller().indexForNode(*node({0}), 0), "New",
+                                      Qt::EditRole);
+    EXPECT_TRUE(document.actions().perform("undo:"));
+    EXPECT_EQ(document.root().children()[0]->pageTitle(), "New");
+}
+
+TEST_F(Window, ClosingWithoutChangesAsksNothing) {
+    QSignalSpy closed(&document, &Document::closed);
+    EXPECT_TRUE(window().close());
+    EXPECT_TRUE(platform.alerts.isEmpty());
+    EXPECT_EQ(closed.size(), 1);
+}
+
+TEST_F(Window, ClosingWithChangesAsksAndCancelKeepsTheWindow) {
+    document.updateChangeCount(Document::Change::Done);
+    platform.answers = {2};
+    EXPECT_FALSE(window().close());
+    ASSERT_EQ(platform.alerts.size(), 1);
+    EXPECT_EQ(platform.alerts[0].buttons, (QStringList{"Save", "Discard", "Cancel"}));
+    EXPECT_TRUE(window().isVisible());
+}
+
+TEST_F(Window, DiscardingClosesAndLeavesTheFileAsItWas) {
+    const QByteArray before = test::contentOf(document.pdfURL());
+    document.root().children()[0]->setPageTitle("Changed");
+    document.updateChangeCount(Document::Change::Done);
+    platform.answers = {1};
+    EXPECT_TRUE(window().close());
+    EXPECT_EQ(test::contentOf(document.pdfURL()), before);
+}
+
+TEST_F(Window, SavingBeforeClosingWritesTheFile) {
+    document.root().children()[0]->setPageTitle("Changed");
+    document.updateChangeCount(Document::Change::Done);
+    platform.answers = {0};
+    EXPECT_TRUE(window().close());
+    EXPECT_TRUE(outlineOf(document.pdfURL()).contains("Changed"));
+}
+
+TEST_F(Window, WhenSavingFailsTheWindowStays) {
+    document.updateChangeCount(Document::Change::Done);
+    document.setPdfURL(dir.path("no folder/a.pdf"));
+    platform.answers = {0};
+    EXPECT_FALSE(window().close());
+    EXPECT_TRUE(document.isDocumentEdited());
+}
+
+TEST_F(Window, EveryCommandOfTheMenusWorks) {
+    for (const QAction *top : window().menuBar()->actions()) {
+        ASSERT_NE(top->menu(), nullptr);
+        for (const QAction *action : top->menu()->actions()) {
+            if (action->isSeparator() || action->menu()) continue;
+            EXPECT_TRUE(document.actions().isHandled(action->objectName())) << action->text().toStdString();
+        }
+    }
+}
+
+TEST_F(Window, EveryWidgetThatTakesTheFocusHasANameForAssistivePrograms) {
+    QAccessibleInterface *top = QAccessible::queryAccessibleInterface(&window());
+    QStringList names;
+    for (const QAccessibleInterface *element : below(top)) {
+        if (!element->state().focusable || element->state().invisible) continue;
+        const QString name = element->text(QAccessible::Name);
+        EXPECT_FALSE(name.isEmpty()) << element->object()->metaObject()->className();
+        names.append(name);
+    }
+    for (const char *name : {"Pages", "Page", "Outline", "Heading map"})
+        EXPECT_TRUE(names.contains(name)) << name;
+}
+
+TEST_F(Window, TheTabKeyReachesEveryPane) {
+    window().activateWindow();
+    document.outlineview()->setFocus();
+    QSet<QString> reached;
+    for (int i = 0; i < 20; ++i) {
+        QTest::keyClick(window().focusWidget(), Qt::Key_Tab);
+        reached.insert(window().focusWidget()->accessibleName());
+    }
+    for (const char *name : {"Pages", "Page", "Outline", "Heading map"})
+        EXPECT_TRUE(reached.contains(name)) << name;
+}
+
+TEST_F(Window, DroppedFilesAreToldOf) {
+    QSignalSpy dropped(&window(), &DocumentWindow::filesDropped);
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile("/one.pdf"), QUrl("https://example.org/two.pdf"),
+                  QUrl::fromLocalFile("/3.pdf")});
+    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&window(), &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent event({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&window(), &event);
+    ASSERT_EQ(dropped.size(), 1);
+    EXPECT_EQ(dropped[0][0].toStringList(), (QStringList{"/one.pdf", "/3.pdf"}));
+}
+
+TEST_F(Window, TheNextWindowIsAsLargeAsTheLast) {
+    window().resize(1111, 666);
+    EXPECT_TRUE(window().close());
+    MyDocument other(platform);
+    ASSERT_TRUE(other.readFromURL(document.pdfURL()));
+    other.makeWindowControllers();
+    EXPECT_EQ(other.window()->size(), QSize(1111, 666));
+}
+
+}  // namespace
+}  // namespace leafwright

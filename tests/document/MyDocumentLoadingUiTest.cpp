@@ -1,0 +1,219 @@
+#include "document/HeadingMapModel.h"
+#include "support/WindowFixture.h"
+
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
+
+#include <gmock/gmock.h>
+
+namespace leafwright {
+namespace {
+
+using test::PdfBuilder;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Loading : public test::WindowFixture {
+protected:
+    static PdfBuilder pages(int count) {
+        PdfBuilder pdf;
+        pdf.addNumberedPages(count);
+        return pdf;
+    }
+
+    /// What the alerts said, in their order.
+    QStringList messages() const {
+        QStringList result;
+        for (const Alert &alert : platform.alerts)
+            result.append(alert.message);
+        return result;
+    }
+
+    void warnAboutVersions() {
+        platform.userDefaults().setValue("LeafwrightShouldWarnAboutPDFVersion", true);
+    }
+};
+
+TEST_F(Loading, AnOrdinaryFileOpensWithoutAnAlert) {
+    open(pages(3));
+    EXPECT_EQ(platform.beeps, 0);
+    EXPECT_THAT(platform.alerts, IsEmpty());
+    EXPECT_TRUE(document.allowTOCediting());
+    EXPECT_FALSE(document.lockTOCediting());
+    EXPECT_TRUE(document.outlineview()->isEnabled());
+    EXPECT_TRUE(document.window()->isVisible());
+}
+
+TEST_F(Loading, AnEncryptedFileIsToldOfAndItsOutlineIsDisabled) {
+    open(pages(1), {.ownerPassword = "owner"});
+    EXPECT_EQ(platform.beeps, 1);
+    ASSERT_THAT(messages(), ElementsAre("This PDF is encrypted"));
+    EXPECT_EQ(platform.alerts[0].informativeText,
+              "Unfortunately, Leafwright cannot edit Table of Contents in encrypted PDFs.");
+    EXPECT_THAT(platform.alerts[0].buttons, ElementsAre("OK"));
+    EXPECT_FALSE(document.allowTOCediting());
+    EXPECT_FALSE(document.outlineview()->isEnabled());
+}
+
+TEST_F(Loading, ALockedFileIsEncryptedTooAndGetsBothAlertsInOrder) {
+    open(pages(1), {.userPassword = "user", .ownerPassword = "owner"});
+    EXPECT_EQ(platform.beeps, 2);
+    ASSERT_THAT(messages(), ElementsAre("This PDF is locked", "This PDF is encrypted"));
+    EXPECT_EQ(platform.alerts[0].informativeText,
+              "Unfortunately, Leafwright cannot edit Table of Contents in locked PDFs.");
+    EXPECT_FALSE(document.allowTOCediting());
+    EXPECT_FALSE(document.outlineview()->isEnabled());
+}
+
+TEST_F(Loading, AllThreeAlertsComeInTheirOrder) {
+    warnAboutVersions();
+    open(pages(1), {.version = "1.6", .userPassword = "user", .ownerPassword = "owner"});
+    ASSERT_EQ(platform.alerts.size(), 3);
+    EXPECT_EQ(messages().first(2), (QStringList{"This PDF is locked", "This PDF is encrypted"}));
+    EXPECT_TRUE(messages()[2].startsWith("This PDF (version "));
+}
+
+TEST_F(Loading, VersionFourGivesNoWarning) {
+    warnAboutVersions();
+    open(pages(1), {.version = "1.4"});
+    EXPECT_THAT(platform.alerts, IsEmpty());
+}
+
+TEST_F(Loading, VersionFiveWarnsAndStaysEditable) {
+    warnAboutVersions();
+    open(pages(1), {.version = "1.5"});
+    EXPECT_EQ(platform.beeps, 1);
+    ASSERT_THAT(messages(), ElementsAre("This PDF (version 1.5) may not save correctly"));
+    EXPECT_EQ(
+        platform.alerts[0].informativeText,
+        "Leafwright works best with PDF versions 1.4 and lower. Use the Preview feature to test the embedded "
+        "TOC before saving changes back to the original PDF.");
+    EXPECT_TRUE(document.allowTOCediting());
+    EXPECT_TRUE(document.outlineview()->isEnabled());
+}
+
+TEST_F(Loading, VersionTwoWarns) {
+    warnAboutVersions();
+    open(pages(1), {.version = "2.0"});
+    EXPECT_THAT(messages(), ElementsAre("This PDF (version 2.0) may not save correctly"));
+}
+
+TEST_F(Loading, WithoutTheSettingNoVersionWarns) {
+    open(pages(1), {.version = "1.7"});
+    EXPECT_THAT(platform.alerts, IsEmpty());
+}
+
+TEST_F(Loading, AFileWithoutOutlineShowsAnEmptyTree) {
+    open(pages(2));
+    EXPECT_THAT(document.root().children(), IsEmpty());
+    EXPECT_EQ(document.treecontroller().rowCount({}), 0);
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
+TEST_F(Loading, TheOutlineIsShownAsATree) {
+    PdfBuilder pdf;
+    pdf.addNumberedPages(3);
+    addOutline(pdf, {{"(One)",
+                      "[" + pdf.pageReference(0) + " /XYZ 72 700 null]",
+                      {{"(Inner)", "[" + pdf.pageReference(1) + " /XYZ 72 600 null]"}}},
+                     {"(Two)", "[" + pdf.pageReference(2) + " /XYZ 72 500 null]"}});
+    open(pdf);
+    const QAbstractItemModelTester tester(&document.treecontroller());
+    EXPECT_EQ(node({0})->representedObject()->pageTitle(), "One");
+    EXPECT_EQ(node({0, 0})->representedObject()->pageTitle(), "Inner");
+    EXPECT_EQ(node({1})->representedObject()->pageLabel(), "3");
+    EXPECT_FALSE(document.isDocumentEdited());
+    EXPECT_FALSE(document.window()->isWindowModified());
+}
+
+TEST_F(Loading, AnEntryWithoutAParticularSpotMakesTheFreshDocumentEdited) {
+    PdfBuilder pdf;
+    pdf.addNumberedPages(1);
+    addOutline(pdf, {{"(One)", "[" + pdf.pageReference(0) + " /Fit]"}});
+    open(pdf);
+    EXPECT_TRUE(document.isDocumentEdited());
+    EXPECT_TRUE(document.window()->isWindowModified());
+}
+
+TEST_F(Loading, PagesThatShareALabelLeaveTheLastInTheMap) {
+    PdfBuilder pdf;
+    pdf.addNumberedPages(3);
+    pdf.setCatalogEntry("/PageLabels", "<< /Nums [0 << /P (iv) >> 1 << /P (iv) >> 2 << /S /D >>] >>");
+    open(pdf);
+    EXPECT_EQ(document.pdfMapPageLabelToIndex().value("iv"), 1);
+}
+
+TEST_F(Loading, ThePagesAreShownFromTheFirstOneOn) {
+    open(pages(3));
+    EXPECT_EQ(document.pdfview()->document(), document.pdfDoc());
+    EXPECT_EQ(document.pdfview()->currentPage(), document.pdfDoc()->page(0));
+    EXPECT_EQ(document.pdfview()->pageLabelLocation(), "Q1");
+    EXPECT_TRUE(document.pdfview()->autoScales());
+    EXPECT_EQ(document.outlineview()->indentation(), 17);
+}
+
+TEST_F(Loading, TheHeadingMapHasTheFontsAboveTheBodyText) {
+    PdfBuilder pdf;
+    std::string content = PdfBuilder::showText("F2", 24, 72, 700, "A heading in large letters");
+    for (int line = 0; line < 20; ++line)
+        content +=
+            PdfBuilder::showText("F1", 10, 72, 660 - 12 * line, "Body text that fills most of the page.");
+    pdf.addPage(content);
+    pdf.addPage(content);
+    open(pdf);
+    ASSERT_EQ(document.listH1H2H3Config().size(), 1U);
+    HeadingMapModel &model = document.headingMapModel();
+    ASSERT_EQ(model.rowCount(), 1);
+    EXPECT_EQ(model.index(0, HeadingMapModel::LevelColumn).data(), "H1");
+    EXPECT_TRUE(model.index(0, HeadingMapModel::FontColumn).data().toString().contains("Helvetica"));
+    EXPECT_EQ(model.headerData(0, Qt::Horizontal), "Level");
+    EXPECT_EQ(model.headerData(1, Qt::Horizontal), "Font");
+}
+
+TEST_F(Loading, TheRenamingSheetsHaveSomethingToStartFrom) {
+    open(pages(1));
+    const auto &defaults = document.renamingDefaults();
+    EXPECT_EQ(defaults.sequentialNumberingPrefix, "Ch");
+    EXPECT_EQ(defaults.sequentialNumberingFirstNumber, 1);
+    EXPECT_EQ(defaults.sequentialNumberingStepValue, 1);
+    EXPECT_EQ(defaults.addPrefixPrefixTerm, "Ch");
+}
+
+TEST_F(Loading, ThePrintedPageOffsetIsEstimated) {
+    PdfBuilder pdf;
+    for (int i = 0; i < 12; ++i)
+        pdf.addPage(PdfBuilder::showText("F1", 10, 72, 700, "Text of a page " + std::to_string(i + 101)));
+    open(pdf);
+    EXPECT_EQ(static_cast<qint64>(document.printedPageOffset()), -100);
+}
+
+TEST_F(Loading, PagesMayBeReadInTheBackgroundWhileTheDocumentCloses) {
+    platform.userDefaults().setValue("LeafwrightAllowPDFReadingInBackground", true);
+    for (int i = 0; i < 3; ++i) {
+        MyDocument other(platform);
+        ASSERT_TRUE(other.readFromURL(save(pages(300))));
+        other.makeWindowControllers();
+    }
+}
+
+TEST_F(Loading, TheDividersStandWhereTheyShould) {
+    open(pages(1));
+    document.window()->resize(1300, 800);
+    const auto panes = document.splitViewTopLevel()->subviews();
+    ASSERT_EQ(panes.size(), 3);
+    EXPECT_EQ(panes[0]->width(), 200);
+    EXPECT_GE(panes[1]->width(), 400);
+    EXPECT_GE(panes[2]->width(), 300);
+}
+
+TEST_F(Loading, TheWindowCanNotBeMadeTooNarrowForItsPanes) {
+    open(pages(1));
+    document.window()->resize(100, 400);
+    const auto panes = document.splitViewTopLevel()->subviews();
+    EXPECT_GE(panes[0]->width(), 200);
+    EXPECT_GE(panes[1]->width(), 400);
+    EXPECT_GE(panes[2]->width(), 300);
+}
+
+}  // namespace
+}  // namespace leafwright

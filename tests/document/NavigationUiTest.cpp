@@ -1,0 +1,147 @@
+#include "document/NavigationCommands.h"
+#include "support/WindowFixture.h"
+
+#include <QLineEdit>
+
+#include <gmock/gmock.h>
+
+namespace leafwright {
+namespace {
+
+using test::PdfBuilder;
+
+class Navigation : public test::WindowFixture {
+protected:
+    void SetUp() override {
+        PdfBuilder pdf;
+        pdf.addNumberedPages(9);
+        addOutline(pdf, {{"(Three)", "[" + pdf.pageReference(2) + " /XYZ 72 400 null]"},
+                         {"(Five)", "[" + pdf.pageReference(4) + " /Fit]"}});
+        open(pdf);
+    }
+
+    int currentPage() const { return document.pdfview()->currentPage()->index(); }
+    /// The page's point at the top of the view.
+    double topOfView(int page) const {
+        return document.pdfview()->convertPointToPage({0, 0}, *document.pdfDoc()->page(page)).y();
+    }
+
+    void doubleClick(const IndexPath &path, Qt::KeyboardModifiers modifiers = {}) {
+        OKNSOutlineView &view = *document.outlineview();
+        const QRect cell = view.visualRect(document.treecontroller().indexForNode(*node(path), 0));
+        QTest::mouseClick(view.viewport(), Qt::LeftButton, modifiers, cell.center());
+        QTest::mouseDClick(view.viewport(), Qt::LeftButton, modifiers, cell.center());
+    }
+    bool isEditing() const { return document.outlineview()->findChild<QLineEdit *>() != nullptr; }
+    void editOnDoubleClick() { platform.userDefaults().setValue("LeafwrightEnableDoubleClickEditing", true); }
+};
+
+TEST_F(Navigation, ADoubleClickShowsWhereTheItemLeads) {
+    doubleClick({0});
+    EXPECT_EQ(currentPage(), 2);
+    EXPECT_NEAR(topOfView(2), 400, 2);
+    EXPECT_FALSE(isEditing());
+}
+
+TEST_F(Navigation, ADoubleClickWithTheCommandKeyEditsTheTitle) {
+    doubleClick({0}, Qt::ControlModifier);
+    EXPECT_TRUE(isEditing());
+    EXPECT_EQ(currentPage(), 0);
+    EXPECT_TRUE(document.isDocumentEdited()) << "counted before anything is typed";
+}
+
+TEST_F(Navigation, WithTheSettingADoubleClickEdits) {
+    editOnDoubleClick();
+    doubleClick({0});
+    EXPECT_TRUE(isEditing());
+    EXPECT_EQ(currentPage(), 0);
+}
+
+TEST_F(Navigation, WithTheSettingTheCommandKeyShowsWhereTheItemLeads) {
+    editOnDoubleClick();
+    doubleClick({0}, Qt::ControlModifier);
+    EXPECT_FALSE(isEditing());
+    EXPECT_EQ(currentPage(), 2);
+}
+
+TEST_F(Navigation, WhereEditingIsLockedADoubleClickThatWouldEditDoesNothing) {
+    document.updateChangeCount(Document::Change::Cleared);
+    document.setLockTOCediting(true);
+    doubleClick({0}, Qt::ControlModifier);
+    EXPECT_FALSE(isEditing());
+    EXPECT_EQ(currentPage(), 0);
+    EXPECT_FALSE(document.isDocumentEdited());
+    doubleClick({0});
+    EXPECT_EQ(currentPage(), 2) << "the other kind still jumps";
+}
+
+TEST_F(Navigation, AnItemWithoutAParticularSpotIsShownByItsPage) {
+    select({{1}});
+    document.actions().perform("moveToPageOfOutlineItem:");
+    EXPECT_EQ(currentPage(), 4);
+    EXPECT_GE(topOfView(4), 792 - 2);
+}
+
+TEST_F(Navigation, TheBottomLeftCornerIsNoParticularSpot) {
+    document.root().children()[0]->setPointOnPage({0, 0});
+    document.navigation().moveToMOI(*document.root().children()[0]);
+    EXPECT_EQ(currentPage(), 2);
+    EXPECT_GE(topOfView(2), 792 - 2);
+}
+
+TEST_F(Navigation, AnUnknownLabelShowsTheFirstPage) {
+    document.pdfview()->goToPage(document.pdfDoc()->page(6));
+    MyOutlineItem item;
+    item.setPageLabel("nowhere");
+    document.navigation().moveToMOI(item);
+    EXPECT_EQ(currentPage(), 0);
+}
+
+TEST_F(Navigation, WithNothingSelectedTheFirstPageIsShown) {
+    document.pdfview()->goToPage(document.pdfDoc()->page(6));
+    select({});
+    document.actions().perform("moveToPageOfOutlineItem:");
+    EXPECT_EQ(currentPage(), 0);
+}
+
+TEST_F(Navigation, OfSeveralSelectedItemsTheFirstIsShown) {
+    select({{1}, {0}});
+    document.actions().perform("moveToPageOfOutlineItem:");
+    EXPECT_EQ(currentPage(), 2);
+}
+
+TEST_F(Navigation, PagesAreSteppedThroughAndTheEndsStay) {
+    document.actions().perform("prevPage:");
+    EXPECT_EQ(currentPage(), 0);
+    document.actions().perform("nextPage:");
+    EXPECT_EQ(currentPage(), 1);
+    document.pdfview()->goToPage(document.pdfDoc()->page(8));
+    document.actions().perform("nextPage:");
+    EXPECT_EQ(currentPage(), 8);
+    document.actions().perform("prevPage:");
+    EXPECT_EQ(currentPage(), 7);
+}
+
+TEST_F(Navigation, APrintedPageNumberGoesThroughTheOffset) {
+    document.setPrintedPageOffset(4);
+    document.navigation().moveToPageLabel("P3");
+    EXPECT_EQ(currentPage(), 6);
+}
+
+TEST_F(Navigation, ThePageLabelsGoRoundTheCorners) {
+    QStringList corners;
+    for (int i = 0; i < 5; ++i) {
+        document.actions().perform("nextPageLabelLocation:");
+        corners.append(document.pdfview()->pageLabelLocation());
+    }
+    EXPECT_EQ(corners, (QStringList{"Q4", "Q3", "Q2", "None", "Q1"}));
+}
+
+TEST_F(Navigation, FromACornerThatIsNoneThePageLabelsGoAway) {
+    document.pdfview()->setPageLabelLocation("Q9");
+    document.actions().perform("nextPageLabelLocation:");
+    EXPECT_EQ(document.pdfview()->pageLabelLocation(), "None");
+}
+
+}  // namespace
+}  // namespace leafwright

@@ -1,0 +1,271 @@
+#include "document/SaveProgress.h"
+#include "document/SavingCommands.h"
+#include "support/OpenPdf.h"
+#include "support/WindowFixture.h"
+
+#include <QDialog>
+#include <QLabel>
+#include <QProgressBar>
+
+#include <gmock/gmock.h>
+
+namespace leafwright {
+namespace {
+
+using test::contentOf;
+using test::PdfBuilder;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class Saving : public test::WindowFixture {
+protected:
+    void SetUp() override {
+        PdfBuilder pdf;
+        pdf.addNumberedPages(3);
+        addOutline(pdf, {{"(One)", "[" + pdf.pageReference(0) + " /XYZ 72 700 null]"}});
+        open(pdf);
+        original = contentOf(document.pdfURL());
+    }
+
+    void edit(const QString &title) {
+        document.root().children()[0]->setPageTitle(title);
+        document.updateChangeCount(Document::Change::Done);
+    }
+    void previewBeforeSaving() {
+        platform.userDefaults().setValue("LeafwrightAlwaysPreviewBeforeSave", true);
+    }
+    void perform(const char *selector) { ASSERT_TRUE(document.actions().perform(selector)); }
+    QString preview() { return document.saving().previewPath(); }
+    bool fileIsUntouched() const { return contentOf(document.pdfURL()) == original; }
+    bool fileHolds(const QString &path, const QString &title) { return outlineOf(path).contains(title); }
+
+    enum Answer { GenerateTemporaryPDF, SavePDF };
+    QByteArray original;
+};
+
+TEST_F(Saving, WithoutTheSettingNothingIsAskedAndTheFileIsWritten) {
+    edit("Changed");
+    perform("saveDocument:");
+    EXPECT_THAT(platform.alerts, IsEmpty());
+    EXPECT_TRUE(fileHolds(document.pdfURL(), "Changed"));
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
+TEST_F(Saving, TheOfferHasTheRightWordsAndButtons) {
+    previewBeforeSaving();
+    platform.answers = {SavePDF};
+    perform("saveDocument:");
+    EXPECT_EQ(platform.beeps, 1);
+    ASSERT_EQ(platform.alerts.size(), 1);
+    EXPECT_EQ(platform.alerts[0].message, "Would you like to preview the TOC?");
+    EXPECT_EQ(
+        platform.alerts[0].informativeText,
+        "Before saving changes to original PDF, do you want to generate a temporary PDF to review the TOC "
+        "created by Leafwright?");
+    EXPECT_THAT(platform.alerts[0].buttons, ElementsAre("Generate Temporary PDF", "Save PDF"));
+}
+
+TEST_F(Saving, APreviewLeavesTheFileAndTheEditedStateAndIsRevealed) {
+    previewBeforeSaving();
+    edit("Changed");
+    platform.answers = {GenerateTemporaryPDF};
+    perform("saveDocument:");
+    EXPECT_TRUE(fileIsUntouched());
+    EXPECT_TRUE(document.isDocumentEdited());
+    EXPECT_TRUE(fileHolds(preview(), "Changed"));
+    EXPECT_EQ(platform.revealedFiles, QStringList{preview()});
+    EXPECT_THAT(platform.openedFiles, IsEmpty());
+}
+
+TEST_F(Saving, ThePreviewHasTheDocumentsNameAndStandsInTheTemporaryDirectory) {
+    EXPECT_EQ(preview(), platform.temporaryDirectory() + "/a.pdf");
+}
+
+TEST_F(Saving, TheOtherAnswerWritesTheFile) {
+    previewBeforeSaving();
+    edit("Changed");
+    platform.answers = {SavePDF};
+    perform("saveDocument:");
+    EXPECT_TRUE(fileHolds(document.pdfURL(), "Changed"));
+    EXPECT_FALSE(document.isDocumentEdited());
+    EXPECT_THAT(platform.revealedFiles, IsEmpty());
+}
+
+TEST_F(Saving, Within180SecondsOfAPreviewSavingAsksNothing) {
+    previewBeforeSaving();
+    edit("Changed");
+    platform.answers = {GenerateTemporaryPDF};
+    perform("saveDocument:");
+    platform.clock += 180'000;
+    perform("saveDocument:");
+    EXPECT_EQ(platform.alerts.size(), 1);
+    EXPECT_TRUE(fileHolds(document.pdfURL(), "Changed"));
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
+TEST_F(Saving, After181SecondsTheOfferComesBack) {
+    previewBeforeSaving();
+    platform.answers = {GenerateTemporaryPDF, GenerateTemporaryPDF};
+    perform("saveDocument:");
+    platform.clock += 181'000;
+    perform("saveDocument:");
+    EXPECT_EQ(platform.alerts.size(), 2);
+    EXPECT_TRUE(fileIsUntouched());
+}
+
+TEST_F(Saving, ARealSaveDoesNotMakeThePreviewFresh) {
+    previewBeforeSaving();
+    platform.answers = {SavePDF, SavePDF};
+    perform("saveDocument:");
+    perform("saveDocument:");
+    EXPECT_EQ(platform.alerts.size(), 2);
+}
+
+TEST_F(Saving, ALaterPreviewOverwritesTheEarlierOne) {
+    edit("First");
+    perform("openPDFInDefaultApp:");
+    edit("Second");
+    perform("openPDFInDefaultApp:");
+    EXPECT_TRUE(fileHolds(preview(), "Second"));
+    EXPECT_FALSE(fileHolds(preview(), "First"));
+}
+
+TEST_F(Saving, AnUnchangedDocumentIsOpenedItselfInTheDefaultApplication) {
+    perform("openPDFInDefaultApp:");
+    EXPECT_EQ(platform.openedFiles, QStringList{document.pdfURL()});
+    EXPECT_FALSE(QFile::exists(preview()));
+}
+
+TEST_F(Saving, OfAChangedDocumentAFreshPreviewIsOpened) {
+    edit("Changed");
+    perform("openPDFInDefaultApp:");
+    EXPECT_EQ(platform.openedFiles, QStringList{preview()});
+    EXPECT_TRUE(fileHolds(preview(), "Changed"));
+    EXPECT_TRUE(fileIsUntouched());
+    EXPECT_TRUE(document.isDocumentEdited());
+}
+
+TEST_F(Saving, OpeningAPreviewCountsAsAPreviewForSaving) {
+    previewBeforeSaving();
+    edit("Changed");
+    perform("openPDFInDefaultApp:");
+    perform("saveDocument:");
+    EXPECT_THAT(platform.alerts, IsEmpty());
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
+TEST_F(Saving, SaveAsWritesToTheChosenPlaceWhichIsTheDocumentsFromThenOn) {
+    const QString first = document.pdfURL();
+    edit("Changed");
+    platform.filesToChoose = {dir.path("other.pdf")};
+    perform("saveDocumentAs:");
+    ASSERT_EQ(platform.savePanels.size(), 1);
+    EXPECT_EQ(platform.savePanels[0].allowedFileTypes, QStringList{"pdf"});
+    EXPECT_EQ(document.pdfURL(), dir.path("other.pdf"));
+    EXPECT_TRUE(fileHolds(dir.path("other.pdf"), "Changed"));
+    EXPECT_EQ(contentOf(first), original);
+    EXPECT_FALSE(document.isDocumentEdited());
+    EXPECT_TRUE(document.window()->windowTitle().startsWith("other.pdf"));
+
+    edit("Again");
+    perform("saveDocument:");
+    EXPECT_TRUE(fileHolds(dir.path("other.pdf"), "Again"));
+    EXPECT_EQ(contentOf(first), original);
+}
+
+TEST_F(Saving, SaveAsCancelledChangesNothing) {
+    const QString before = document.pdfURL();
+    edit("Changed");
+    platform.filesToChoose = {std::nullopt};
+    perform("saveDocumentAs:");
+    EXPECT_EQ(document.pdfURL(), before);
+    EXPECT_TRUE(fileIsUntouched());
+    EXPECT_TRUE(document.isDocumentEdited());
+}
+
+TEST_F(Saving, RevertingBringsTheFilesOutlineBackAndLeavesTheDocumentEdited) {
+    edit("Changed");
+    perform("revertOutlineToSaved:");
+    ASSERT_EQ(document.root().children().size(), 1U);
+    EXPECT_EQ(document.root().children()[0]->pageTitle(), "One");
+    EXPECT_EQ(node({0})->representedObject(), document.root().children()[0].get());
+    EXPECT_TRUE(document.isDocumentEdited());
+}
+
+TEST_F(Saving, AfterARevertTheWindowShowsTheDocumentAsEditedThoughNothingDiffers) {
+    ASSERT_FALSE(document.window()->isWindowModified());
+    perform("revertOutlineToSaved:");
+    EXPECT_TRUE(document.window()->isWindowModified());
+}
+
+TEST_F(Saving, RevertingGoesBackToWhatWasLastWrittenAPreviewToo) {
+    edit("Previewed");
+    perform("openPDFInDefaultApp:");
+    edit("Later");
+    perform("revertOutlineToSaved:");
+    EXPECT_EQ(document.root().children()[0]->pageTitle(), "Previewed");
+}
+
+TEST_F(Saving, AFailedWriteLeavesTheFileAndTheEditedState) {
+    document.setPdfURL(dir.path("no folder/a.pdf"));
+    edit("Changed");
+    perform("saveDocument:");
+    EXPECT_THAT(platform.alerts, IsEmpty());
+    EXPECT_TRUE(document.isDocumentEdited());
+    EXPECT_EQ(document.saveProgress()->saveWindow(), nullptr) << "the sheet ends all the same";
+}
+
+TEST_F(Saving, ThereIsNoAutosave) {
+    EXPECT_FALSE(MyDocument::autosavesInPlace());
+}
+
+class Progress : public testing::Test {
+protected:
+    QString text() const {
+        return progress.saveWindow()->findChild<QLabel *>("savePDFProgressPanelText")->text();
+    }
+
+    QWidget window;
+    SaveProgress progress{&window};
+};
+
+TEST_F(Progress, TheSheetFollowsTheWriting) {
+    window.show();
+    progress.setText("Saving PDF...");
+    progress.documentBeginWrite(500);
+    ASSERT_NE(progress.saveWindow(), nullptr);
+    EXPECT_TRUE(progress.saveWindow()->isVisible());
+    EXPECT_EQ(progress.saveWindow()->windowModality(), Qt::WindowModal);
+    EXPECT_EQ(text(), "Saving PDF...");
+    EXPECT_EQ(progress.saveProgressBar()->maximum(), 500);
+    EXPECT_EQ(progress.saveProgressBar()->value(), 0);
+    progress.documentEndPageWrite(123);
+    EXPECT_EQ(progress.saveProgressBar()->value(), 123);
+    progress.documentEndWrite();
+    EXPECT_EQ(progress.saveWindow(), nullptr);
+}
+
+TEST_F(Saving, TheSheetSaysWhatIsWritten) {
+    class Listener : public PDFWriteObserver {
+    public:
+        explicit Listener(SaveProgress &sheet) : progress(sheet) {}
+        void documentBeginWrite(int pages) override { progress.documentBeginWrite(pages); }
+        void documentEndPageWrite(int page) override {
+            progress.documentEndPageWrite(page);
+            texts.append(progress.saveWindow()->findChild<QLabel *>()->text());
+        }
+        void documentEndWrite() override { progress.documentEndWrite(); }
+        SaveProgress &progress;
+        QStringList texts;
+    } listener(*document.saveProgress());
+    document.setWriteObserver(&listener);
+    edit("Changed");
+    perform("openPDFInDefaultApp:");
+    perform("saveDocument:");
+    document.setWriteObserver(nullptr);
+    listener.texts.removeDuplicates();
+    EXPECT_THAT(listener.texts, ElementsAre("Generating Temporary PDF...", "Saving PDF..."));
+}
+
+}  // namespace
+}  // namespace leafwright

@@ -1,0 +1,19 @@
+#include "platform/Assertion.h"
+
+namespace leafwright {
+namespace {
+
+TEST(Assertion, CarriesItsTextAndItsPlace) {
+    try {
+        failAssertion(QString::fromUtf8("Invalid parameter not satisfying: “url”"));
+        FAIL() << "nothing was raised";
+    } catch (const AssertionFailure &failure) {
+        EXPECT_STREQ(failure.what(), "Invalid parameter not satisfying: “url”");
+        EXPECT_EQ(failure.description(), QString::fromUtf8(failure.what()));
+        EXPECT_EQ(failure.sourceFile(), "AssertionTest");
+        EXPECT_GT(failure.where().line, 1);
+    }
+}
+
+}  // namespace
+}  // namespace leafwright

@@ -1,0 +1,166 @@
+#include "platform/UserDefaults.h"
+#include "support/TempDir.h"
+
+namespace leafwright {
+namespace {
+
+using test::TempDir;
+
+void write(const QString &path, const QByteArray &content) {
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
+}
+
+TEST(UserDefaults, WithoutAnythingAllIsAbsent) {
+    const UserDefaults defaults;
+    EXPECT_FALSE(defaults.boolForKey("flag"));
+    EXPECT_EQ(defaults.integerForKey("number"), 0);
+    EXPECT_TRUE(defaults.stringForKey("text").isNull());
+    EXPECT_TRUE(defaults.dataForKey("data").isNull());
+}
+
+TEST(UserDefaults, RegisteredDefaultsHoldUntilAValueIsSet) {
+    UserDefaults defaults;
+    defaults.registerDefaults({{"number", 3}, {"flag", true}});
+    EXPECT_EQ(defaults.integerForKey("number"), 3);
+    EXPECT_TRUE(defaults.boolForKey("flag"));
+    defaults.setValue("number", 5);
+    defaults.setValue("flag", false);
+    EXPECT_EQ(defaults.integerForKey("number"), 5);
+    EXPECT_FALSE(defaults.boolForKey("flag"));
+    defaults.removeValue("number");
+    EXPECT_EQ(defaults.integerForKey("number"), 3);
+}
+
+TEST(UserDefaults, ALaterRegistrationAddsToTheEarlier) {
+    UserDefaults defaults;
+    defaults.registerDefaults({{"a", 1}, {"b", 1}});
+    defaults.registerDefaults({{"b", 2}, {"c", 2}});
+    EXPECT_EQ(defaults.integerForKey("a"), 1);
+    EXPECT_EQ(defaults.integerForKey("b"), 2);
+    EXPECT_EQ(defaults.integerForKey("c"), 2);
+}
+
+TEST(UserDefaults, ValuesComeBackFromTheFile) {
+    const TempDir dir;
+    const QString text = QString::fromUtf8("1 [Heading, ä] \"x\" \\ @\n2 %");
+    QByteArray data("\0\xff@)\n", 5);
+    {
+        UserDefaults defaults(dir.path("settings.ini"));
+        defaults.setValue("flag", true);
+        defaults.setValue("number", -7);
+        defaults.setValue("text", text);
+        defaults.setValue("empty", "");
+        defaults.setValue("data", data);
+    }
+    const UserDefaults defaults(dir.path("settings.ini"));
+    EXPECT_TRUE(defaults.boolForKey("flag"));
+    EXPECT_EQ(defaults.integerForKey("number"), -7);
+    EXPECT_EQ(defaults.stringForKey("text"), text);
+    EXPECT_FALSE(defaults.stringForKey("empty").isNull());
+    EXPECT_TRUE(defaults.stringForKey("empty").isEmpty());
+    EXPECT_EQ(defaults.dataForKey("data"), data);
+}
+
+TEST(UserDefaults, ARegisteredDefaultIsNotStored) {
+    const TempDir dir;
+    {
+        UserDefaults defaults(dir.path("settings.ini"));
+        defaults.registerDefaults({{"number", 3}});
+        defaults.setValue("other", 1);
+    }
+    EXPECT_EQ(UserDefaults(dir.path("settings.ini")).integerForKey("number"), 0);
+}
+
+TEST(UserDefaults, KeysThatAreAddressesStayApart) {
+    const TempDir dir;
+    const QStringList keys{"bd_file:///a/b",  "bd_file://a/b",   "bd_file:/a%2Fb",
+                           "bd_file:///a\\b", "bd_file:///a/b/", "bd_file:///A/b"};
+    {
+        UserDefaults defaults(dir.path("settings.ini"));
+        for (int i = 0; i < keys.size(); ++i)
+            defaults.setValue(keys[i], QByteArray::number(i));
+        defaults.removeValue("bd_file:///a");  // A neighbour's removal takes no other along.
+    }
+    const UserDefaults defaults(dir.path("settings.ini"));
+    for (int i = 0; i < keys.size(); ++i)
+        EXPECT_EQ(defaults.dataForKey(keys[i]), QByteArray::number(i)) << qPrintable(keys[i]);
+}
+
+TEST(UserDefaults, ValuesOfTheWrongTypeLeaveTheDefaultInForce) {
+    const TempDir dir;
+    write(dir.path("settings.ini"),
+          "[General]\nnumber=many\nlarge=99999999999\nfraction=2.5\nlist=1, 2\nflag=perhaps\n"
+          "bytes=@ByteArray(x)\ntext=plain\npoint=@Point(3 4)\nodd=@Point(1 2)\nbroken=@Variant(xx)\n");
+    UserDefaults defaults(dir.path("settings.ini"));
+    defaults.registerDefaults({{"number", 3},
+                               {"large", 4},
+                               {"fraction", 5},
+                               {"list", 6},
+                               {"odd", 7},
+                               {"broken", 8},
+                               {"flag", true}});
+    EXPECT_EQ(defaults.integerForKey("number"), 3);
+    EXPECT_EQ(defaults.integerForKey("large"), 4);
+    EXPECT_EQ(defaults.integerForKey("fraction"), 5);
+    EXPECT_EQ(defaults.integerForKey("list"), 6);
+    EXPECT_EQ(defaults.integerForKey("odd"), 7);
+    EXPECT_EQ(defaults.integerForKey("broken"), 8);
+    EXPECT_TRUE(defaults.boolForKey("flag"));
+    EXPECT_TRUE(defaults.stringForKey("bytes").isNull());
+    EXPECT_TRUE(defaults.dataForKey("text").isNull());
+    EXPECT_TRUE(defaults.dataForKey("point").isNull());
+    EXPECT_TRUE(defaults.stringForKey("point").isNull());
+}
+
+TEST(UserDefaults, TextsThatSayYesOrNoAreFlags) {
+    const TempDir dir;
+    write(dir.path("settings.ini"), "[General]\na=YES\nb=true\nc=1\nd=NO\ne=False\nf=0\n");
+    UserDefaults defaults(dir.path("settings.ini"));
+    for (const QString key : {"a", "b", "c", "d", "e", "f"})
+        defaults.registerDefaults({{key, key > "c"}});
+    for (const QString key : {"a", "b", "c"})
+        EXPECT_TRUE(defaults.boolForKey(key)) << qPrintable(key);
+    for (const QString key : {"d", "e", "f"})
+        EXPECT_FALSE(defaults.boolForKey(key)) << qPrintable(key);
+}
+
+TEST(UserDefaults, AFileThatIsNoneIsLikeAnEmptyOne) {
+    const TempDir dir;
+    write(dir.path("settings.ini"), QByteArray("\0\xff[[[=%%%\n]x\n\x80=\n", 17));
+    UserDefaults defaults(dir.path("settings.ini"));
+    defaults.registerDefaults({{"number", 3}});
+    EXPECT_EQ(defaults.integerForKey("number"), 3);
+    defaults.setValue("number", 4);
+    EXPECT_EQ(defaults.integerForKey("number"), 4);
+}
+
+TEST(UserDefaults, NullTextsAndDataRemove) {
+    UserDefaults defaults;
+    defaults.setValue("text", "a");
+    defaults.setValue("data", QByteArray("a"));
+    defaults.setValue("text", QString());
+    defaults.setValue("data", QByteArray());
+    EXPECT_TRUE(defaults.stringForKey("text").isNull());
+    EXPECT_TRUE(defaults.dataForKey("data").isNull());
+}
+
+TEST(UserDefaults, ChangesAreToldAndNothingElse) {
+    UserDefaults defaults;
+    defaults.registerDefaults({{"number", 3}});
+    QStringList changes;
+    QObject::connect(&defaults, &UserDefaults::valueChanged, [&](const QString &key) { changes += key; });
+    defaults.setValue("number", 3);
+    EXPECT_EQ(changes, QStringList());
+    defaults.setValue("number", 4);
+    defaults.setValue("number", 4);
+    defaults.setValue("text", "a");
+    defaults.removeValue("number");
+    defaults.removeValue("number");
+    defaults.removeValue("absent");
+    EXPECT_EQ(changes, QStringList({"number", "text", "number"}));
+}
+
+}  // namespace
+}  // namespace leafwright

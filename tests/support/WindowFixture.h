@@ -1,0 +1,34 @@
+#pragma once
+
+#include "desktop/OKNSOutlineView.h"
+#include "desktop/OutlineViewExtensions.h"
+#include "desktop/SplitView.h"
+#include "desktop/ThumbnailView.h"
+#include "document/DocumentWindow.h"
+#include "support/DocumentFixture.h"
+#include "tree/TreeController.h"
+#include "view/LabelPDFView.h"
+
+#include <QTest>
+
+namespace leafwright::test {
+
+/// A document with its real window, on a recording platform.
+class WindowFixture : public DocumentFixture {
+protected:
+    /// Opens a PDF in the window, and waits for all that loading leaves to later.
+    void open(const PdfBuilder &pdf, const PdfBuilder::Options &options = {}) {
+        ASSERT_TRUE(document.readFromURL(save(pdf, options)));
+        document.makeWindowControllers();
+        document.finishLoading();
+    }
+
+    TreeNode *node(const IndexPath &path) {
+        return document.treecontroller().descendantNodeAtIndexPath(path);
+    }
+    void select(const std::vector<IndexPath> &paths) {
+        document.treecontroller().setSelectionIndexPaths(paths);
+    }
+};
+
+}  // namespace leafwright::test

@@ -1,0 +1,78 @@
+#include "tree/TreeFixture.h"
+
+#include <gtest/gtest.h>
+
+namespace leafwright {
+namespace {
+
+/// As many siblings as a document may have. An operation that were quadratic would never come back.
+class ManySiblings : public testing::Test {
+protected:
+    static constexpr size_t count = 100'000;
+
+    static MyOutlineItem::Children manyItems() {
+        MyOutlineItem::Children items;
+        for (size_t i = 0; i < count; ++i)
+            items.push_back(test::newItem(QString::number(i)));
+        return items;
+    }
+
+    ManySiblings() { root.setChildren(manyItems()); }
+    TreeNode &at(size_t row) const { return *controller.arrangedObjects().childNodes()[row]; }
+
+    MyOutlineItem root;
+    TreeController controller{root};
+};
+
+TEST_F(ManySiblings, AreLoadedAtOnceAndReplacedAtOnce) {
+    EXPECT_EQ(controller.nodeCount(), count);
+    EXPECT_EQ(at(count - 1).indexPath(), IndexPath{count - 1});
+    root.setChildren(manyItems());
+    EXPECT_EQ(controller.nodeCount(), count);
+    root.setChildren({});
+    EXPECT_EQ(controller.nodeCount(), 0u);
+}
+
+TEST_F(ManySiblings, ComeGoAndMoveByOne) {
+    for (int i = 0; i < 100; ++i) {
+        controller.insertObjectAtArrangedObjectIndexPath(test::newItem("new"), {0});
+        EXPECT_EQ(at(count).row(), count);
+        EXPECT_TRUE(controller.moveNode(at(0), {count + 1}));
+        EXPECT_EQ(at(count).representedObject()->pageTitle(), "new");
+        EXPECT_TRUE(controller.moveNode(at(count), {0, 0}));
+        EXPECT_EQ(at(0).childNodes()[0]->indexPath(), (IndexPath{0, 0}));
+        controller.removeObjectAtArrangedObjectIndexPath({0, 0});
+        EXPECT_EQ(at(count - 1).row(), count - 1);
+    }
+}
+
+TEST_F(ManySiblings, MoveTogetherAndBack) {
+    TreeNode &target = controller.insertObjectAtArrangedObjectIndexPath(test::newItem("target"), {0});
+    const std::vector<TreeNode *> moving(controller.arrangedObjects().childNodes().begin() + 1,
+                                         controller.arrangedObjects().childNodes().end());
+    controller.setSelectedNodes(moving);
+    EXPECT_TRUE(controller.moveNodes(moving, {0, 0}));
+    EXPECT_EQ(target.childCount(), count);
+    EXPECT_TRUE(controller.moveNodes(moving, {1}));
+    EXPECT_EQ(controller.selectedNodes(), moving);
+}
+
+TEST_F(ManySiblings, EveryOtherIsSelectedAndMoved) {
+    std::vector<TreeNode *> odd;
+    for (size_t row = 1; row < count; row += 2)
+        odd.push_back(&at(row));
+    controller.setSelectedNodes(odd);
+    EXPECT_EQ(controller.selectedNodes(), odd);
+    EXPECT_TRUE(controller.moveNodes(odd, {0, 0}));
+    EXPECT_EQ(at(0).childNodes(), odd);
+    EXPECT_EQ(controller.selectedNodes(), odd);
+}
+
+TEST_F(ManySiblings, AreRenamedOneByOne) {
+    for (const auto &item : root.children())
+        item->setPageTitle("new");
+    EXPECT_EQ(controller.indexForNode(at(count - 1)).data(), "new");
+}
+
+}  // namespace
+}  // namespace leafwright
