@@ -115,6 +115,8 @@ void BatchRenaming::beginSheet(Sheet *sheet, const QString &confirm, const std::
     const auto update = [example, title, rewrite] { example->setText(rewrite()(title)); };
     for (auto *field : sheet->findChildren<QLineEdit *>())
         QObject::connect(field, &QLineEdit::textChanged, example, update);
+    for (auto *field : sheet->findChildren<QSpinBox *>())
+        QObject::connect(field, &QSpinBox::valueChanged, example, update);
     for (auto *field : sheet->findChildren<QCheckBox *>())
         QObject::connect(field, &QCheckBox::toggled, example, update);
     update();

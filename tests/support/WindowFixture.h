@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/Defaults.h"
 #include "desktop/OKNSOutlineView.h"
 #include "desktop/OutlineViewExtensions.h"
 #include "desktop/SplitView.h"
@@ -18,6 +19,7 @@ class WindowFixture : public DocumentFixture {
 protected:
     /// Opens a PDF in the window, and waits for all that loading leaves to later.
     void open(const PdfBuilder &pdf, const PdfBuilder::Options &options = {}) {
+        registerDefaults(platform.userDefaults());
         ASSERT_TRUE(document.readFromURL(save(pdf, options)));
         document.makeWindowControllers();
         document.finishLoading();
