@@ -24,9 +24,10 @@ namespace leafwright {
 
 namespace {
 
-QMessageBox::ButtonRole roleOfButton(qsizetype index, qsizetype count) {
+QMessageBox::ButtonRole roleOfButton(qsizetype index, const Alert &alert) {
     if (index == 0) return QMessageBox::AcceptRole;
-    return index == count - 1 ? QMessageBox::RejectRole : QMessageBox::DestructiveRole;
+    const bool isLast = index == alert.buttons.size() - 1;
+    return isLast && alert.escapable ? QMessageBox::RejectRole : QMessageBox::DestructiveRole;
 }
 
 /// Titles of files are among the texts, and a file may be called "<h1>".
@@ -67,10 +68,10 @@ int QtPlatform::runModal(const Alert &alert) {
     showTextsAsTheyStand(box);
     QList<QAbstractButton *> buttons;
     for (const QString &title : alert.buttons)
-        buttons.append(box.addButton(title, roleOfButton(buttons.size(), alert.buttons.size())));
+        buttons.append(box.addButton(title, roleOfButton(buttons.size(), alert)));
     if (!buttons.isEmpty()) {
         box.setDefaultButton(qobject_cast<QPushButton *>(buttons.first()));
-        box.setEscapeButton(buttons.last());
+        if (alert.escapable) box.setEscapeButton(buttons.last());
     }
     box.exec();
     const auto index = buttons.indexOf(box.clickedButton());

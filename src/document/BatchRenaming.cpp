@@ -45,7 +45,7 @@ qint32 wrappingSum(qint32 a, qint32 b) {
 
 BatchRenaming::BatchRenaming(MyDocument &document) : document_(document) {
     ActionTable &actions = document.actions();
-    const auto anySelected = [this] { return !document_.selectedNodes().empty(); };
+    const auto anySelected = [this] { return document_.hasSelectedItems(); };
     actions.handle(
         "renameSequentialNumbering:", [this](QObject *) { renameSequentialNumbering(); }, anySelected);
     actions.handle(

@@ -198,7 +198,10 @@ void DocumentWindow::connectViews() {
 }
 
 void DocumentWindow::updateTitle() {
-    setWindowTitle(tr("%1[*] — Leafwright").arg(document_.displayName()));
+    // In a title, "[*]" is where the mark of changes goes; a file's name may hold it all the same.
+    QString name = document_.displayName();
+    name.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
+    setWindowTitle(tr("%1[*] — Leafwright").arg(name));
     setWindowFilePath(document_.fileURL());
     setWindowModified(document_.isDocumentEdited());
 }
@@ -206,9 +209,8 @@ void DocumentWindow::updateTitle() {
 void DocumentWindow::updatePageStatus() {
     const PDFPage *page = pdfview_->currentPage();
     pageStatus_->setText(page ? tr("Page %1 (%2 of %3)")
-                                    .arg(page->label())
-                                    .arg(page->index() + 1)
-                                    .arg(page->document().pageCount())
+                                    .arg(page->label(), QString::number(page->index() + 1),
+                                         QString::number(page->document().pageCount()))
                               : QString());
     zoomStatus_->setText(tr("%1 %").arg(qRound(pdfview_->scaleFactor() * 100)));
 }

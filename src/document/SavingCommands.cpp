@@ -30,7 +30,9 @@ void SavingCommands::saveDocument() {
          MyDocument::tr(
              "Before saving changes to original PDF, do you want to generate a temporary PDF to review "
              "the TOC created by Leafwright?"),
-         {MyDocument::tr("Generate Temporary PDF"), MyDocument::tr("Save PDF")}});
+         {MyDocument::tr("Generate Temporary PDF"), MyDocument::tr("Save PDF")},
+         Alert::Style::Warning,
+         false});
     if (answer != 0) {
         saveFinal();
     } else if (generatePreview()) {

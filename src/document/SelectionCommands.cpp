@@ -35,7 +35,7 @@ std::vector<IndexPath> recursiveMatchIndexPathsInSubTree(TreeNode &node, const Q
 
 SelectionCommands::SelectionCommands(MyDocument &document) : document_(document) {
     ActionTable &actions = document.actions();
-    const auto anySelected = [this] { return !document_.selectedNodes().empty(); };
+    const auto anySelected = [this] { return document_.hasSelectedItems(); };
     actions.handle("selectTOCAll:", [this](QObject *) { selectTOCAll(); });
     actions.handle("selectTOCOnlyLevel1:", [this](QObject *) { selectTOCOnlyLevel(1); });
     actions.handle("selectTOCOnlyLevel2:", [this](QObject *) { selectTOCOnlyLevel(2); });

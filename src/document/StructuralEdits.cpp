@@ -55,7 +55,7 @@ bool checkLegitimateTitle(const QString &title) {
 
 StructuralEdits::StructuralEdits(MyDocument &document) : document_(document) {
     ActionTable &actions = document.actions();
-    const auto anySelected = [this] { return !document_.selectedNodes().empty(); };
+    const auto anySelected = [this] { return document_.hasSelectedItems(); };
     const auto oneParentSelected = [this] {
         const auto nodes = document_.selectedNodes();
         return nodes.size() == 1 && nodes.front()->childCount() > 0;

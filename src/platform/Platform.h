@@ -21,6 +21,7 @@ struct Alert {
     QStringList buttons =
         {};  ///< One to three. The first is the default; the last of several is what Escape means.
     Style style = Style::Warning;
+    bool escapable = true;  ///< Whether Escape presses the last button; else one must be chosen.
 };
 
 /// A panel that asks for one file or folder.

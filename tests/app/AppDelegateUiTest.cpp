@@ -84,8 +84,9 @@ TEST_F(Delegate, TheCloseCommandClosesItsDocument) {
 
 TEST_F(Delegate, TheGuideOpensWithTheSystemsApplication) {
     delegate.openFiles({file("a.pdf")});
-    if (!document(0).actions().isHandled("openHelpFile:")) FAIL();
-    document(0).actions().perform("openHelpFile:");
+    ASSERT_TRUE(document(0).actions().perform("openHelpFile:"));
+    ASSERT_EQ(platform.openedFiles.size(), 1);
+    EXPECT_TRUE(platform.openedFiles[0].endsWith("Leafwright User Guide.pdf"));
     EXPECT_EQ(delegate.documentController().documents().size(), 1U) << "not in this program";
 }
 

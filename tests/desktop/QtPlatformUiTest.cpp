@@ -117,6 +117,20 @@ TEST_F(QtPlatformTest, ReturnPressesTheFirstButtonAndEscapeTheLast) {
     EXPECT_EQ(answerTo(question, [](QMessageBox &box) { box.close(); }), 2);
 }
 
+TEST_F(QtPlatformTest, EscapeDoesNothingWhereOneButtonMustBeChosen) {
+    Alert offer{"Preview?", "", {"Preview", "Save"}};
+    offer.escapable = false;
+    bool staysUp = false;
+    const int answer = answerTo(offer, [&](QMessageBox &box) {
+        QTest::keyClick(&box, Qt::Key_Escape);
+        box.close();
+        staysUp = box.isVisible();
+        press(box, "Preview");
+    });
+    EXPECT_TRUE(staysUp);
+    EXPECT_EQ(answer, 0);
+}
+
 TEST_F(QtPlatformTest, AnAlertShowsItsStyleAndItsTextsAsTheyStand) {
     answerTo(question, [](QMessageBox &box) {
         EXPECT_EQ(box.icon(), QMessageBox::Warning);

@@ -50,6 +50,11 @@ TEST_F(Window, TheTitleNamesTheFileAndMarksChanges) {
     EXPECT_FALSE(window().isWindowModified());
 }
 
+TEST_F(Window, WhatAFileIsCalledIsShownAsItIs) {
+    document.setPdfURL(dir.path("a[*]b.pdf"));
+    EXPECT_TRUE(window().windowTitle().startsWith("a[*][*]b.pdf[*]"));
+}
+
 TEST_F(Window, ATitleEditedInPlaceIsAChange) {
     document.treecontroller().setData(document.treecontroller().indexForNode(*node({0}), 0), "New",
                                       Qt::EditRole);

@@ -63,6 +63,7 @@ TEST_F(Saving, TheOfferHasTheRightWordsAndButtons) {
         "Before saving changes to original PDF, do you want to generate a temporary PDF to review the TOC "
         "created by Leafwright?");
     EXPECT_THAT(platform.alerts[0].buttons, ElementsAre("Generate Temporary PDF", "Save PDF"));
+    EXPECT_FALSE(platform.alerts[0].escapable) << "neither button gives up";
 }
 
 TEST_F(Saving, APreviewLeavesTheFileAndTheEditedStateAndIsRevealed) {
