@@ -4,6 +4,7 @@
 //
 // Runs on any platform, also on the offscreen one. QT_SCALE_FACTOR=2 gives a picture for dense screens.
 
+#include "Pictures.h"
 #include "app/Defaults.h"
 #include "desktop/OKNSOutlineView.h"
 #include "desktop/QtPlatform.h"
@@ -14,31 +15,10 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QPalette>
 #include <QStyleFactory>
 #include <QTemporaryDir>
-#include <QTimer>
 
 #include <cstdio>
-
-namespace {
-
-QPalette darkPalette() {
-    QPalette palette(QColor(49, 54, 59), QColor(35, 38, 41));
-    palette.setColor(QPalette::Base, QColor(27, 30, 32));
-    palette.setColor(QPalette::AlternateBase, QColor(35, 38, 41));
-    palette.setColor(QPalette::Highlight, QColor(61, 174, 233));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    return palette;
-}
-
-void handleEventsFor(int milliseconds) {
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
-}
-
-}  // namespace
 
 int main(int argc, char **argv) {
     QApplication application(argc, argv);
