@@ -66,7 +66,7 @@ void AutoTOCCommands::runAutoTOCWithFeedback() {
     document_.finishHeadingMap();
     HeadingLevelMap &map = document_.listH1H2H3Config();
     if (map.empty()) {
-        const FontCensus fonts = census();
+        const FontCensus fonts = document_.headingMapCommands().census();
         progress.guessPDFStep2Begins();
         map = headingsfromFonts(fonts);
         document_.reloadHeadingMap();
@@ -81,10 +81,11 @@ void AutoTOCCommands::runAutoTOCWithFeedback() {
 
 void AutoTOCCommands::runAutoTOCwithH1H2H3Map() {
     const PDFDocument &pdf = *document_.pdfDoc();
-    insertTopItem(inBackground([&pdf, map = document_.listH1H2H3Config(), depth = maxDepth()] {
-        readAllPages(pdf);
-        return leafwright::runAutoTOCwithH1H2H3Map(pdf, map, depth);
-    }));
+    insertTopItem(
+        inBackground([&pdf, map = document_.headingMapCommands().mapWithFonts(), depth = maxDepth()] {
+            readAllPages(pdf);
+            return leafwright::runAutoTOCwithH1H2H3Map(pdf, map, depth);
+        }));
 }
 
 void AutoTOCCommands::buttonClickedBotForAutoTOC() {
@@ -131,7 +132,7 @@ std::optional<CalibratedLevels> AutoTOCCommands::calibrate(AutoTOCProgress &prog
     const FrequencyFilters filters{
         platform.userDefaults().boolForKey(QStringLiteral("autotocIgnoreHighFrequencyFonts")),
         platform.userDefaults().boolForKey(QStringLiteral("autotocIgnoreLowFrequencyFonts"))};
-    const FontStringCensus counts = fontStringCensus(census());
+    const FontStringCensus counts = fontStringCensus(document_.headingMapCommands().census());
     if (!canCalibrate(counts)) {
         platform.beep();
         platform.runModal({translated("Unable to run AutoTOC"),
@@ -141,14 +142,6 @@ std::optional<CalibratedLevels> AutoTOCCommands::calibrate(AutoTOCProgress &prog
     }
     progress.guessPDFStep2Begins();
     return CalibratedLevels(headingFontStrings(counts, filters));
-}
-
-FontCensus AutoTOCCommands::census() const {
-    const PDFDocument &pdf = *document_.pdfDoc();
-    return inBackground([&pdf] {
-        readAllPages(pdf);
-        return calcFontsInDocument(pdf);
-    });
 }
 
 int AutoTOCCommands::maxDepth() const {

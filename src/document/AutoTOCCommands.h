@@ -37,7 +37,6 @@ public:
 private:
     /// Half a second after a return code of 1, runAutoTOCWithFeedback().
     void guessPDFSheetDidEnd(int returnCode);
-    FontCensus census() const;
     /// The setting autotocMaxDepth.
     int maxDepth() const;
     std::optional<CalibratedLevels> calibrate(AutoTOCProgress &progress) const;
