@@ -1,7 +1,6 @@
 #include "document/HeadingMapModel.h"
 #include "support/WindowFixture.h"
 
-#include <QAbstractItemModelTester>
 #include <QSignalSpy>
 
 #include <gmock/gmock.h>
@@ -130,7 +129,6 @@ TEST_F(Loading, TheOutlineIsShownAsATree) {
                       {{"(Inner)", "[" + pdf.pageReference(1) + " /XYZ 72 600 null]"}}},
                      {"(Two)", "[" + pdf.pageReference(2) + " /XYZ 72 500 null]"}});
     open(pdf);
-    const QAbstractItemModelTester tester(&document.treecontroller());
     EXPECT_EQ(node({0})->representedObject()->pageTitle(), "One");
     EXPECT_EQ(node({0, 0})->representedObject()->pageTitle(), "Inner");
     EXPECT_EQ(node({1})->representedObject()->pageLabel(), "3");
