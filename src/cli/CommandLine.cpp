@@ -6,6 +6,7 @@
 #include "cli/InfoCommand.h"
 #include "cli/LabelsCommand.h"
 #include "cli/OutlineCommand.h"
+#include "cli/RunCommand.h"
 #include "cli/TextCommand.h"
 
 #include <QCoreApplication>
@@ -66,6 +67,7 @@ const std::vector<std::unique_ptr<Command>> &commands() {
         list.push_back(std::make_unique<FontsCommand>());
         list.push_back(std::make_unique<AutoTOCCommand>());
         list.push_back(std::make_unique<ApplyCommand>());
+        list.push_back(std::make_unique<RunCommand>());
         return list;
     }();
     return all;
