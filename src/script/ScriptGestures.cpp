@@ -26,6 +26,8 @@ namespace leafwright::script {
 
 namespace {
 
+constexpr double pointsAboveSpot = 20;
+
 QString translated(const char *text) {
     return QCoreApplication::translate("ScriptGestures", text);
 }
@@ -253,7 +255,11 @@ bool ScriptGestures::pageDoubleClick(const Step &step) {
     LabelPDFView &view = *document_.pdfview();
     const auto position = [&] { return view.convertPointFromPage(point, page); };
     const auto isInSight = [&] { return QRectF(view.viewport()->rect()).contains(position()); };
-    if (!isInSight()) view.goToDestination({page.index(), point});
+    if (!isInSight()) {
+        // Not right at the edge, where the position would be a matter of rounding.
+        const QPointF above = page.transform().toShown(point) - QPointF(0, pointsAboveSpot);
+        view.goToDestination({page.index(), page.transform().toPage(above)});
+    }
     if (!isInSight()) throw StepFailure(translated("the point can't be brought into view"));
     // Without the first click of the two, which might follow a link. The drag that begins is given up when
     // it asks for events, as by the Escape key; the spot stays.
