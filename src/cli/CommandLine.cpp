@@ -7,6 +7,7 @@
 #include "cli/LabelsCommand.h"
 #include "cli/MiniTOCCommand.h"
 #include "cli/OutlineCommand.h"
+#include "cli/RunCommand.h"
 #include "cli/TextCommand.h"
 
 #include <QCoreApplication>
@@ -68,6 +69,7 @@ const std::vector<std::unique_ptr<Command>> &commands() {
         list.push_back(std::make_unique<AutoTOCCommand>());
         list.push_back(std::make_unique<MiniTOCCommand>());
         list.push_back(std::make_unique<ApplyCommand>());
+        list.push_back(std::make_unique<RunCommand>());
         return list;
     }();
     return all;

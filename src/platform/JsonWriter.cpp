@@ -1,9 +1,9 @@
-#include "cli/JsonWriter.h"
+#include "platform/JsonWriter.h"
 
 #include <charconv>
 #include <cmath>
 
-namespace leafwright::cli {
+namespace leafwright {
 
 namespace {
 
@@ -46,7 +46,7 @@ QByteArray quoted(QStringView text) {
 }  // namespace
 
 JsonWriter::~JsonWriter() {
-    console_.write(buffer_);
+    sink_(buffer_);
 }
 
 void JsonWriter::key(const char *name) {
@@ -131,8 +131,8 @@ void JsonWriter::endLine() {
 void JsonWriter::add(const QByteArray &bytes) {
     buffer_ += bytes;
     if (buffer_.size() < bufferSize) return;
-    console_.write(buffer_);
+    sink_(buffer_);
     buffer_.clear();
 }
 
-}  // namespace leafwright::cli
+}  // namespace leafwright
