@@ -5,6 +5,7 @@
 #include "cli/FontsCommand.h"
 #include "cli/InfoCommand.h"
 #include "cli/LabelsCommand.h"
+#include "cli/MiniTOCCommand.h"
 #include "cli/OutlineCommand.h"
 #include "cli/RunCommand.h"
 #include "cli/TextCommand.h"
@@ -66,6 +67,7 @@ const std::vector<std::unique_ptr<Command>> &commands() {
         list.push_back(std::make_unique<TextCommand>());
         list.push_back(std::make_unique<FontsCommand>());
         list.push_back(std::make_unique<AutoTOCCommand>());
+        list.push_back(std::make_unique<MiniTOCCommand>());
         list.push_back(std::make_unique<ApplyCommand>());
         list.push_back(std::make_unique<RunCommand>());
         return list;
