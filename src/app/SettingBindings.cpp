@@ -33,7 +33,10 @@ void bindToSetting(QCheckBox &checkBox, UserDefaults &defaults, const QString &k
 void bindToSetting(QSpinBox &spinBox, UserDefaults &defaults, const QString &key) {
     keepShown(spinBox, defaults, key, [&spinBox, &defaults, key] {
         const QSignalBlocker blocker(spinBox);
-        spinBox.setValue(defaults.integerForKey(key));
+        // Whoever reads the setting takes the whole part of a fraction.
+        const auto value = defaults.doubleForKey(key);
+        spinBox.setValue(
+            static_cast<int>(std::clamp(value, double(spinBox.minimum()), double(spinBox.maximum()))));
     });
     QObject::connect(&spinBox, &QSpinBox::valueChanged, &defaults,
                      [&defaults, key](int value) { defaults.setValue(key, value); });

@@ -70,6 +70,9 @@ TEST_F(Preferences, AChangeElsewhereShows) {
     EXPECT_FALSE(checkBox("LeafwrightShouldWarnAboutPDFVersion")->isChecked());
     defaults.setValue("autotocMaxDepth", 5);
     EXPECT_EQ(depth()->value(), 5);
+    defaults.setValue("autotocMaxDepth", "2.7");
+    EXPECT_EQ(depth()->value(), 2) << "the whole part is in force";
+    EXPECT_EQ(defaults.stringForKey("autotocMaxDepth"), "2.7");
     defaults.removeValue("LeafwrightAlwaysPreviewBeforeSave");
     EXPECT_FALSE(checkBox("LeafwrightAlwaysPreviewBeforeSave")->isChecked());
 }

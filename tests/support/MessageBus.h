@@ -8,32 +8,52 @@
 
 namespace leafwright::test {
 
-/// A message bus of the test's own, with a connection for who asks and one for who answers. Skips the test
-/// where there is no bus program.
-class MessageBusFixture : public testing::Test {
-protected:
-    void SetUp() override {
+/// A message bus of the test's own.
+class MessageBus {
+public:
+    MessageBus() {
         const QString daemon = QStandardPaths::findExecutable("dbus-daemon");
-        if (daemon.isEmpty()) GTEST_SKIP() << "dbus-daemon is not installed";
+        if (daemon.isEmpty()) return;
         daemon_.start(daemon, {"--session", "--nofork", "--print-address=1"});
-        ASSERT_TRUE(daemon_.waitForReadyRead());
-        const QString address = QString::fromUtf8(daemon_.readLine()).trimmed();
-        asking = QDBusConnection::connectToBus(address, "asking");
-        answering = QDBusConnection::connectToBus(address, "answering");
-        ASSERT_TRUE(asking.isConnected() && answering.isConnected());
+        if (daemon_.waitForReadyRead()) address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
     }
-    void TearDown() override {
-        QDBusConnection::disconnectFromBus("asking");
-        QDBusConnection::disconnectFromBus("answering");
+    ~MessageBus() {
+        for (const QString &name : connections_)
+            QDBusConnection::disconnectFromBus(name);
         daemon_.kill();
         daemon_.waitForFinished();
     }
 
-    QDBusConnection asking{""};
-    QDBusConnection answering{""};
+    /// Whether dbus-daemon is installed and runs.
+    bool isRunning() const { return !address_.isEmpty(); }
+    /// A connection of that name; it lives as long as the bus.
+    QDBusConnection connect(const QString &name) {
+        connections_.append(name);
+        return QDBusConnection::connectToBus(address_, name);
+    }
 
 private:
     QProcess daemon_;
+    QString address_;
+    QStringList connections_;
+};
+
+/// A bus with a connection for who asks and one for who answers. Skips the test where there is no bus.
+class MessageBusFixture : public testing::Test {
+protected:
+    void SetUp() override {
+        if (!bus_.isRunning()) GTEST_SKIP() << "dbus-daemon is not installed";
+        asking = bus_.connect("asking");
+        answering = bus_.connect("answering");
+        ASSERT_TRUE(asking.isConnected() && answering.isConnected());
+    }
+
+private:
+    MessageBus bus_;
+
+protected:
+    QDBusConnection asking{""};
+    QDBusConnection answering{""};
 };
 
 }  // namespace leafwright::test
