@@ -256,6 +256,9 @@ void OutlineView::editColumn(int column, int row) {
     if (!mayEdit(cell)) return;
     selectionModel()->setCurrentIndex(cell, QItemSelectionModel::NoUpdate);
     scrollTo(cell);
+    // A click on a selected row begins to wait for the second of a double click, and edits nothing meanwhile.
+    // Only the double click ends that.
+    QTreeView::edit(cell, DoubleClicked, nullptr);
     QTreeView::edit(cell, AllEditTriggers, nullptr);
 }
 

@@ -50,6 +50,12 @@ TEST_F(Navigation, ADoubleClickWithTheCommandKeyEditsTheTitle) {
     EXPECT_TRUE(document.isDocumentEdited()) << "counted before anything is typed";
 }
 
+TEST_F(Navigation, ADoubleClickOnASelectedRowEditsToo) {
+    select({{0}});
+    doubleClick({0}, Qt::ControlModifier);
+    EXPECT_TRUE(isEditing());
+}
+
 TEST_F(Navigation, WithTheSettingADoubleClickEdits) {
     editOnDoubleClick();
     doubleClick({0});
