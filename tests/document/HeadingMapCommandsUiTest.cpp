@@ -1,4 +1,5 @@
 #include "document/HeadingMapCommands.h"
+#include "document/HeadingMapModel.h"
 #include "document/HeadingsWindowFixture.h"
 #include "document/PrintedPageCommands.h"
 #include "support/LogRecorder.h"
@@ -137,6 +138,8 @@ TEST_F(HeadingMap, TheTableShowsLevelAndFontOfEachRecord) {
     const QAbstractItemModel &model = *table().model();
     ASSERT_EQ(model.rowCount(), 2);
     ASSERT_EQ(model.columnCount(), 2);
+    EXPECT_EQ(HeadingMapModel::identifier(0), QLatin1String("Level"));
+    EXPECT_EQ(HeadingMapModel::identifier(1), QLatin1String("FontTraits"));
     EXPECT_EQ(model.index(1, 0).data().toString(), "H2");
     EXPECT_EQ(model.index(1, 1).data().toString(), "16.0 pt Helvetica Bold");
 }
