@@ -1,9 +1,8 @@
 // Plays a script on many files in one process, twice, and watches its memory:
 //
-//     leafwright-script-bench FILE.pdf...
+//     leafwright-script-bench bench/script.json FILE.pdf...
 //
-// Opens each, finds headings, renames and moves everything, saves under another name, goes back to that, and
-// closes. Prints the time a file takes, and the memory after every tenth. Fails if the second time round
+// Prints the time a file takes, and the memory after every tenth. Fails if the second time round
 // needs noticeably more memory than the first: then something is kept of every file.
 
 #include "script/ScriptFiles.h"
@@ -23,17 +22,6 @@ namespace {
 
 namespace script = leafwright::script;
 
-constexpr auto steps = R"([
-  {"do": "runGuessPDF:"},
-  {"do": "selectTOCAll:"},
-  {"do": "renameAddPrefix:", "fields": {"addPrefixPrefixTermField": "Part"}},
-  {"do": "moveDown:"},
-  {"do": "moveRight:"},
-  {"do": "chooseFile", "path": "other.pdf"},
-  {"do": "saveDocumentAs:"},
-  {"do": "revertOutlineToSaved:"}
-])";
-
 double residentMegabytes() {
     malloc_trim(0);  // What is free but kept back is no leak.
     QFile file(QStringLiteral("/proc/self/statm"));
@@ -42,19 +30,26 @@ double residentMegabytes() {
     return pages * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1 << 20);
 }
 
+std::vector<script::Step> readSteps(const QString &path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return {};
+    const auto steps = script::parseSteps(file.readAll());
+    const auto *read = std::get_if<std::vector<script::Step>>(&steps);
+    return read ? *read : std::vector<script::Step>();
+}
+
 /// @return what went wrong; null if nothing did
-QString play(const QString &file, const QString &folder) {
+QString play(const std::vector<script::Step> &steps, const QString &file, const QString &folder) {
     script::ScriptFiles files(folder);
-    const auto parsed = script::parseSteps(steps);
     script::ScriptPlayer player(files, nullptr);
     if (const auto error = player.open(file)) return error->message;
     if (!player.document()->allowTOCediting()) return QStringLiteral("can't be edited");
-    const auto failure = player.play(std::get<std::vector<script::Step>>(parsed));
+    const auto failure = player.play(steps);
     return failure ? *failure : files.publish().value_or(QString());
 }
 
 /// @return the memory at the end, in megabytes
-double playAll(const QStringList &paths, const QString &folder) {
+double playAll(const std::vector<script::Step> &steps, const QStringList &paths, const QString &folder) {
     QElapsedTimer all;
     all.start();
     qint64 slowest = 0;
@@ -62,7 +57,7 @@ double playAll(const QStringList &paths, const QString &folder) {
     for (const QString &path : paths) {
         QElapsedTimer one;
         one.start();
-        const QString failure = play(path, folder);
+        const QString failure = play(steps, path, folder);
         slowest = std::max(slowest, one.elapsed());
         if (failure.isNull()) {
             ++played;
@@ -86,13 +81,14 @@ int main(int argc, char **argv) {
     const QApplication application(argc, argv);
     QLoggingCategory::setFilterRules(QStringLiteral("leafwright.*.warning=false\ndefault.warning=false"));
     const QStringList paths = QApplication::arguments().sliced(1);
-    if (paths.isEmpty()) {
-        std::fputs("usage: leafwright-script-bench FILE.pdf...\n", stderr);
+    const auto steps = readSteps(paths.value(0));
+    if (paths.size() < 2 || steps.empty()) {
+        std::fputs("usage: leafwright-script-bench STEPS.json FILE.pdf...\n", stderr);
         return 2;
     }
     const QTemporaryDir folder;
-    const double first = playAll(paths, folder.path());
-    const double second = playAll(paths, folder.path());
+    const double first = playAll(steps, paths.sliced(1), folder.path());
+    const double second = playAll(steps, paths.sliced(1), folder.path());
     constexpr double noise = 1.05;
     const bool grows = second > first * noise;
     std::printf("%s: %.1f MB after the first time round, %.1f MB after the second\n",

@@ -11,16 +11,7 @@ namespace leafwright::test {
 namespace {
 
 /// Finds headings, renames and moves everything, saves under another name, and goes back to that.
-constexpr auto script = R"([
-  {"do": "runGuessPDF:"},
-  {"do": "selectTOCAll:"},
-  {"do": "renameAddPrefix:", "fields": {"addPrefixPrefixTermField": "Part"}},
-  {"do": "moveDown:"},
-  {"do": "moveRight:"},
-  {"do": "chooseFile", "path": "other.pdf"},
-  {"do": "saveDocumentAs:"},
-  {"do": "revertOutlineToSaved:"}
-])";
+const QString script = QStringLiteral(LEAFWRIGHT_SOURCE_DIR "/bench/script.json");
 
 /// The titles of JSON nodes in tree order, with their depth. Recursive: the parser of the JSON has a limit.
 QStringList titlesOf(const QJsonArray &nodes, int depth = 0) {
@@ -52,8 +43,7 @@ TEST_P(ScriptOnCorpus, HeadingsAreFoundRenamedMovedSavedAndReverted) {
     const QString file = pdf();
     const QByteArray original = bytesOf(file);
     QDir::setCurrent(dir.path({}));
-    saveBytes("steps.json", script);
-    const CliResult result = runCli({"run", "steps.json", file, "--report", "report.json"});
+    const CliResult result = runCli({"run", script, file, "--report", "report.json"});
     ASSERT_EQ(result.exitCode, 0) << result.err.constData();
     EXPECT_TRUE(bytesOf(file) == original);
 

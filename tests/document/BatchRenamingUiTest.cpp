@@ -1,7 +1,6 @@
 #include "document/BatchRenaming.h"
 #include "support/TreeWindowFixture.h"
 
-#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSpinBox>
@@ -23,27 +22,7 @@ protected:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_EQ(document.openSheet(), nullptr);
     }
-    QStringList titles() const {
-        QStringList result;
-        for (const auto &item : document_().root().children())
-            result.append(item->pageTitle());
-        return result;
-    }
-    MyDocument &document_() const { return const_cast<Renaming *>(this)->document; }
 };
-
-TEST_F(Renaming, TheNumberingSheetStartsFromThePreparedValues) {
-    setOutline("Intro Methods");
-    select({{0}, {1}});
-    perform("renameSequentialNumbering:");
-    EXPECT_EQ(field<QLineEdit>("sequentialNumberingPrefixField")->text(), "Ch");
-    EXPECT_EQ(field<QSpinBox>("sequentialNumberingFirstNumberField")->value(), 1);
-    EXPECT_EQ(field<QSpinBox>("sequentialNumberingStepValueField")->value(), 1);
-    EXPECT_EQ(field<QLabel>("exampleText")->text(), "Ch 1. Intro");
-    press(1);
-    EXPECT_EQ(titles(), (QStringList{"Ch 1. Intro", "Ch 2. Methods"}));
-    EXPECT_TRUE(document.isDocumentEdited());
-}
 
 TEST_F(Renaming, TheExampleFollowsTheFields) {
     setOutline("Intro");
@@ -53,79 +32,6 @@ TEST_F(Renaming, TheExampleFollowsTheFields) {
     field<QSpinBox>("sequentialNumberingFirstNumberField")->setValue(7);
     EXPECT_EQ(field<QLabel>("exampleText")->text(), "Part 7. Intro");
     press(0);
-}
-
-TEST_F(Renaming, ACancelledSheetChangesNothing) {
-    setOutline("Intro");
-    select({{0}});
-    for (const char *selector : {"renameSequentialNumbering:", "renameFindReplace:", "renameAddPrefix:"}) {
-        perform(selector);
-        press(0);
-    }
-    EXPECT_EQ(titles(), QStringList{"Intro"});
-    EXPECT_FALSE(document.isDocumentEdited());
-}
-
-TEST_F(Renaming, NumbersMayGoDownToZero) {
-    setOutline("a b c");
-    select({{0}, {1}, {2}});
-    document.batchRenaming().renameSelectedTOCItemsWithPrefix({"", "", "."}, 10, -5);
-    EXPECT_EQ(titles(), (QStringList{"10.a", "5.b", "0.c"}));
-}
-
-TEST_F(Renaming, AnEmptyPrefixKeepsTheFirstSeparator) {
-    setOutline("a");
-    select({{0}});
-    document.batchRenaming().renameSelectedTOCItemsWithPrefix({"", " ", " "}, 1, 1);
-    EXPECT_EQ(titles(), QStringList{" 1 a"});
-}
-
-TEST_F(Renaming, FindAndReplaceThroughTheSheet) {
-    setOutline("Part part other");
-    select({{0}, {1}, {2}});
-    perform("renameFindReplace:");
-    field<QLineEdit>("findReplaceFindTermText")->setText("PART");
-    field<QLineEdit>("findReplaceReplaceTermText")->setText("Teil");
-    field<QCheckBox>("findReplaceIgnoreCaseCheck")->setChecked(true);
-    press(1);
-    EXPECT_EQ(titles(), (QStringList{"Teil", "Teil", "other"}));
-}
-
-TEST_F(Renaming, AnEmptyFindTermBeepsAndAnEmptyReplacementDeletes) {
-    setOutline("aXbX");
-    select({{0}});
-    document.batchRenaming().renameSelectedTOCItemsWithFindTerm("", false, "y");
-    document.batchRenaming().renameSelectedTOCItemsWithFindTerm("X", false, QString());
-    EXPECT_EQ(platform.beeps, 2);
-    EXPECT_FALSE(document.isDocumentEdited());
-    document.batchRenaming().renameSelectedTOCItemsWithFindTerm("X", false, "");
-    EXPECT_EQ(titles(), QStringList{"ab"});
-    EXPECT_TRUE(document.isDocumentEdited());
-}
-
-TEST_F(Renaming, APrefixGoesBeforeABlankAlsoOfAnEmptyTitle) {
-    setOutline("a b");
-    document.root().children()[1]->setPageTitle("");
-    select({{0}, {1}});
-    perform("renameAddPrefix:");
-    EXPECT_EQ(field<QLineEdit>("addPrefixPrefixTermField")->text(), "Ch");
-    press(1);
-    EXPECT_EQ(titles(), (QStringList{"Ch a", "Ch "}));
-}
-
-TEST_F(Renaming, ChildrenChangeOnlyIfTheyAreSelectedToo) {
-    setOutline("a (x)");
-    select({{0}});
-    perform("changeCaseToUpperCase:");
-    EXPECT_EQ(outline(), "A (x)");
-    select({{0}, {0, 0}});
-    perform("changeCaseToUpperCase:");
-    EXPECT_EQ(outline(), "A (X)");
-    perform("changeCaseToLowerCase:");
-    EXPECT_EQ(outline(), "a (x)");
-    document.root().children()[0]->setPageTitle("THE END");
-    perform("changeCaseToTitleCase:");
-    EXPECT_EQ(document.root().children()[0]->pageTitle(), "The End");
 }
 
 TEST_F(Renaming, WithoutASelectionEveryCommandBeeps) {

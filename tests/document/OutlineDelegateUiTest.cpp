@@ -51,29 +51,6 @@ TEST_F(Dropping, TheOutlineTakesThreeKinds) {
     EXPECT_EQ(OutlineDelegate::draggedTypes()[2], "text/plain");
 }
 
-TEST_F(Dropping, AnItemIsNotDroppedOnItselfOrBelowItself) {
-    setOutline("a (x (1)) b");
-    EXPECT_EQ(dragItems({{0}}, node({0}), -1), DragOperation::None);
-    EXPECT_EQ(dragItems({{0}}, node({0, 0, 0}), -1), DragOperation::None);
-    EXPECT_EQ(dragItems({{0}}, nullptr, 2), DragOperation::Generic);
-    EXPECT_EQ(outline(), "b a (x (1))");
-    EXPECT_TRUE(document.isDocumentEdited());
-}
-
-TEST_F(Dropping, ItemsDroppedOnAnItemBecomeItsFirstChildrenInOrder) {
-    setOutline("a (x) b c");
-    EXPECT_EQ(dragItems({{1}, {2}}, node({0}), -1), DragOperation::Generic);
-    EXPECT_TRUE(accepted);
-    EXPECT_EQ(outline(), "a (b c x)");
-}
-
-TEST_F(Dropping, BesideAllItemsIsTheEndOfTheTopLevel) {
-    setOutline("a (x) b");
-    EXPECT_EQ(dragItems({{0, 0}}, nullptr, -1), DragOperation::Generic);
-    EXPECT_EQ(outline(), "a b x");
-    EXPECT_TRUE(delegate().draggedNodes().empty()) << "dropped";
-}
-
 TEST_F(Dropping, ItemsOfAnotherOutlineAreRefused) {
     setOutline("a b");
     const QObject other;
@@ -93,39 +70,6 @@ TEST_F(Dropping, ASpotBetweenItemsBecomesANewItemThere) {
     EXPECT_TRUE(document.pdfview()->iconLocationData().isEmpty());
     EXPECT_EQ(delegate().draggedNewTOCItem(), nullptr);
     EXPECT_TRUE(document.isDocumentEdited());
-}
-
-TEST_F(Dropping, ASpotOnAnItemChangesOnlyWhereItLeads) {
-    setOutline("a (x) b");
-    EXPECT_EQ(dragPoint(node({0}), -1), DragOperation::Generic);
-    EXPECT_EQ(outline(), "a (x) b");
-    EXPECT_EQ(node({0})->representedObject()->pageLabel(), "3");
-    EXPECT_EQ(node({0})->representedObject()->pointOnPage(), QPointF(72.5, 700));
-    EXPECT_TRUE(document.isDocumentEdited());
-}
-
-TEST_F(Dropping, ThreeLinesOfTextBecomeOneTitle) {
-    test::PdfBuilder pdf;
-    pdf.addPage(test::PdfBuilder::showText("F1", 12, 72, 700, "one") +
-                test::PdfBuilder::showText("F1", 12, 72, 680, "two") +
-                test::PdfBuilder::showText("F1", 12, 72, 660, "three"));
-    MyDocument other(platform);
-    pdf.save(dir.path("text.pdf"));
-    ASSERT_TRUE(other.readFromURL(dir.path("text.pdf")));
-    other.makeWindowControllers();
-    other.finishLoading();
-    const PDFPage &page = *other.pdfDoc()->page(0);
-    const auto length = static_cast<int>(page.text()->attributedString.string.size());
-    other.pdfview()->setCurrentSelection(page.selectionForRange({0, length}));
-    QMimeData data;
-    data.setText("whatever");
-    const DraggingInfo dragging{&data, other.pdfview(), "PDFViewTextDrag"};
-    OutlineView &view = *other.outlineview();
-    EXPECT_EQ(other.outlineDelegate().outlineViewValidateDrop(view, dragging, nullptr, -1),
-              DragOperation::Generic);
-    EXPECT_TRUE(other.outlineDelegate().outlineViewAcceptDrop(view, dragging, nullptr, -1));
-    EXPECT_EQ(other.root().children().at(0)->pageTitle().trimmed(), "one two three");
-    EXPECT_EQ(other.root().children().at(0)->pageLabel(), "1");
 }
 
 TEST_F(Dropping, ABlankLineGivesTwoBlanks) {
