@@ -66,6 +66,33 @@ TEST_F(Renaming, ACancelledSheetChangesNothing) {
     EXPECT_FALSE(document.isDocumentEdited());
 }
 
+TEST_F(Renaming, AnyOtherEndOfASheetThanCancelApplies) {
+    setOutline("Intro");
+    select({{0}});
+    perform("renameAddPrefix:");
+    constexpr int someTag = 7;
+    document.openSheet()->end(someTag);
+    EXPECT_EQ(titles(), QStringList{"Ch Intro"});
+}
+
+TEST_F(Renaming, NoLockIsAsked) {
+    setOutline("intro");
+    document.setAllowTOCediting(false);
+    document.setLockTOCediting(true);
+    select({{0}});
+    perform("changeCaseToUpperCase:");
+    document.batchRenaming().renameSelectedTOCItemsWithPrefix("x");
+    EXPECT_EQ(titles(), QStringList{"x INTRO"});
+    EXPECT_EQ(platform.beeps, 0);
+}
+
+TEST_F(Renaming, NumbersWrapAround) {
+    setOutline("a b");
+    select({{0}, {1}});
+    document.batchRenaming().renameSelectedTOCItemsWithPrefix({"", "", " "}, 2147483647, 1);
+    EXPECT_EQ(titles(), (QStringList{"2147483647 a", "-2147483648 b"}));
+}
+
 TEST_F(Renaming, NumbersMayGoDownToZero) {
     setOutline("a b c");
     select({{0}, {1}, {2}});
