@@ -84,7 +84,7 @@ TEST_F(Running, ALockedDocumentHasNoOutcome) {
     saveBytes(dir.path("steps.json"), "[]");
     const CliResult result = runCli({"run", dir.path("steps.json"), locked, "-o", dir.path("out.pdf")});
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_THAT(result.err.toStdString(), HasSubstr("could not be written: "));
+    EXPECT_THAT(result.err.toStdString(), HasSubstr("out.pdf could not be written: it is locked"));
     EXPECT_FALSE(QFile::exists(dir.path("out.pdf")));
 }
 
