@@ -1,4 +1,6 @@
 #include "autotoc/AutoTOC.h"
+#include "autotoc/CalibratingAutoTOC.h"
+#include "autotoc/MiniTOC.h"
 #include "bench/BenchPdf.h"
 #include "pdf/ReadAhead.h"
 
@@ -40,6 +42,27 @@ void autoTOC(benchmark::State &state) {
     }
 }
 BENCHMARK(autoTOC)->Unit(benchmark::kMillisecond);
+
+void calibratingAutoTOC(benchmark::State &state) {
+    const auto document = openAndRead();
+    const FontStringCensus census = fontStringCensus(calcFontsInDocument(*document));
+    const CalibratedLevels levels(headingFontStrings(census, FrequencyFilters()));
+    for (auto _ : state) {
+        auto top = runCalibratingAutoTOC(*document, levels, maxDepth);
+        benchmark::DoNotOptimize(top);
+    }
+}
+BENCHMARK(calibratingAutoTOC)->Unit(benchmark::kMillisecond);
+
+void miniTOC(benchmark::State &state) {
+    const auto document = openAndRead();
+    const QStringList pattern = fontPattern(document->pageText(0)->attributedString.part({0, 1}));
+    for (auto _ : state) {
+        auto top = runMiniTOC(*document, pattern);
+        benchmark::DoNotOptimize(top);
+    }
+}
+BENCHMARK(miniTOC)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 

@@ -1,12 +1,17 @@
 // Makes pictures of the real window for the documentation:
 //
-//     windowshot FILE.pdf OUT.png [--dark] [--size WIDTHxHEIGHT]
+//     windowshot FILE.pdf OUT.png [--dark] [--size WIDTHxHEIGHT] [--autotoc]
+//
+// With --autotoc it runs AutoTOC and takes a picture of the screen at each step, OUT-1.png and so on. While
+// the first step runs, something else covers half of the window for a moment: what was under it must be there
+// again. For that a screen is needed; one that nobody sees will do (xvfb-run).
 //
 // Runs on any platform, also on the offscreen one. QT_SCALE_FACTOR=2 gives a picture for dense screens.
 
 #include "app/Defaults.h"
 #include "desktop/OKNSOutlineView.h"
 #include "desktop/QtPlatform.h"
+#include "document/AutoTOCCommands.h"
 #include "document/DocumentWindow.h"
 #include "document/MyDocument.h"
 #include "tree/TreeController.h"
@@ -14,7 +19,10 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QElapsedTimer>
+#include <QLabel>
 #include <QPalette>
+#include <QScreen>
 #include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -38,6 +46,71 @@ void handleEventsFor(int milliseconds) {
     loop.exec();
 }
 
+/// Takes a picture of the screen whenever the progress of AutoTOC has come to another step.
+class ProgressPictures : public QObject {
+public:
+    ProgressPictures(QWidget &window, QString out) : window_(window), out_(std::move(out)) {
+        connect(&timer_, &QTimer::timeout, this, &ProgressPictures::look);
+        timer_.start(0);
+    }
+
+    /// How many steps were seen.
+    int count() const { return static_cast<int>(states_.size()); }
+
+private:
+    void look() {
+        const QString state = stateOfProgress();
+        if (state.isEmpty()) return;
+        if (!states_.contains(state)) {
+            states_.append(state);
+            if (states_.size() == 1) cover();
+        }
+        if (states_.size() == 1) {
+            // What was covered has time to be drawn before the picture is taken.
+            constexpr int uncoverAt = 80;  // milliseconds
+            constexpr int pictureAt = 200;
+            if (sinceCovered_.elapsed() >= uncoverAt) cover_.hide();
+            if (sinceCovered_.elapsed() < pictureAt) return;
+        }
+        take(states_.indexOf(state) + 1);
+    }
+
+    void cover() {
+        cover_.setWindowFlags(Qt::ToolTip);
+        cover_.setStyleSheet(QStringLiteral("background: black"));
+        cover_.setGeometry(QRect(window_.mapToGlobal(QPoint()), window_.size() / 2));
+        cover_.show();
+        sinceCovered_.start();
+    }
+
+    void take(qsizetype number) {
+        const QString path = QStringLiteral("%1-%2.png").arg(out_).arg(number);
+        if (taken_.contains(path)) return;
+        taken_.append(path);
+        window_.screen()->grabWindow(0).save(path);
+    }
+
+    /// What stands at the three steps; empty while there is no sheet.
+    QString stateOfProgress() const {
+        QString state;
+        for (const char *number : {"1", "2", "3"}) {
+            const auto *text =
+                window_.findChild<QLabel *>(QLatin1String("guessPDFText") + QLatin1String(number));
+            if (!text || !text->window()->isVisible()) return {};
+            state += text->isHidden() ? QStringLiteral("*") : text->text() + u'|';
+        }
+        return state;
+    }
+
+    QWidget &window_;
+    QString out_;
+    QTimer timer_;
+    QStringList states_;
+    QStringList taken_;
+    QWidget cover_;
+    QElapsedTimer sinceCovered_;
+};
+
 }  // namespace
 
 int main(int argc, char **argv) {
@@ -46,10 +119,11 @@ int main(int argc, char **argv) {
     parser.addOption({QStringLiteral("dark"), QStringLiteral("with dark colours")});
     parser.addOption({QStringLiteral("size"), QStringLiteral("of the window"), QStringLiteral("WxH"),
                       QStringLiteral("1200x800")});
+    parser.addOption({QStringLiteral("autotoc"), QStringLiteral("of the steps of AutoTOC")});
     parser.process(application);
     const QStringList files = parser.positionalArguments();
     if (files.size() != 2) {
-        std::fputs("usage: windowshot FILE.pdf OUT.png [--dark] [--size WIDTHxHEIGHT]\n", stderr);
+        std::fputs("usage: windowshot FILE.pdf OUT.png [--dark] [--size WIDTHxHEIGHT] [--autotoc]\n", stderr);
         return 2;
     }
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
@@ -63,6 +137,14 @@ int main(int argc, char **argv) {
     document.makeWindowControllers();
     const QStringList size = parser.value(QStringLiteral("size")).split(u'x');
     document.window()->resize(size.value(0).toInt(), size.value(1).toInt());
+    if (parser.isSet(QStringLiteral("autotoc"))) {
+        constexpr int longEnoughToShow = 300;
+        handleEventsFor(longEnoughToShow);
+        const ProgressPictures pictures(*document.window(), files[1].chopped(4));
+        document.autoTOCCommands().runAutoTOCWithFeedback();
+        constexpr int stepsAndTheirEnd = 4;
+        return pictures.count() == stepsAndTheirEnd ? 0 : 1;
+    }
     document.finishLoading();
     for (const leafwright::TreeNode *node : document.treecontroller().arrangedObjects().childNodes())
         document.outlineview()->expandItem(*node, true);

@@ -1,14 +1,21 @@
 #include "app/Application.h"
 
 #include "app/AppDelegate.h"
+#include "app/DesktopApplication.h"
 #include "app/SingleInstance.h"
 #include "desktop/QtPlatform.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFileInfo>
+#include <QIcon>
+#include <QTimer>
 
 #include <cstdio>
+
+static void makeResourcesKnown() {
+    Q_INIT_RESOURCE(app);
+}
 
 namespace leafwright {
 
@@ -23,50 +30,111 @@ QStringList absolutePaths(const QStringList &arguments) {
     return paths;
 }
 
-QStringList filesToOpen(const QApplication &application) {
+struct Start {
+    QStringList files;
+    bool choose;   ///< Ask for a file if nothing is to be shown.
+    bool service;  ///< Started by the message bus, which says in a moment what for.
+};
+
+Start parseArguments(const QApplication &application) {
+    const QCommandLineOption choose(
+        QStringLiteral("choose"),
+        QCoreApplication::translate("Application", "Asks for a file if there is none to show."));
+    const QCommandLineOption service(
+        QStringLiteral("service"),
+        QCoreApplication::translate("Application", "Waits to be told over D-Bus what to open."));
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QCoreApplication::translate("Application", "Edits the outline (table of contents) of PDF files."));
     parser.addHelpOption();
     parser.addVersionOption();
+    parser.addOptions({choose, service});
     parser.addPositionalArgument(QStringLiteral("PDF"),
                                  QCoreApplication::translate("Application", "The files to open."),
                                  QStringLiteral("[PDF...]"));
     parser.process(application);
-    return absolutePaths(parser.positionalArguments());
+    return {absolutePaths(parser.positionalArguments()), parser.isSet(choose), parser.isSet(service)};
 }
+
+void setUp() {
+    QApplication::setApplicationName(QStringLiteral("leafwright"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Leafwright"));
+    QApplication::setApplicationVersion(QStringLiteral(LEAFWRIGHT_VERSION));
+    QApplication::setDesktopFileName(DesktopApplication::name());
+    makeResourcesKnown();
+    QIcon icon;
+    for (const int size : {16, 24, 32, 48, 128, 256})
+        icon.addFile(QStringLiteral(":/icons/leafwright-%1.png").arg(size));
+    QApplication::setWindowIcon(icon);
+}
+
+/// Does what other starts and the desktop ask for, and ends the program where that leaves it without a
+/// window: it could not be reached any more.
+class Requests {
+public:
+    explicit Requests(AppDelegate &delegate) : delegate_(delegate) {}
+
+    /// Opens files; without any, shows the program.
+    void open(const QStringList &paths) {
+        ++running_;
+        paths.isEmpty() ? show() : delegate_.openFiles(paths);
+        --running_;
+        quitWithoutWindow();
+    }
+
+    void quitWithoutWindow() const {
+        if (running_ == 0 && !hasDocument()) QApplication::quit();
+    }
+
+    bool hasDocument() const { return !delegate_.documentController().documents().empty(); }
+
+private:
+    void show() {
+        // Another request may be asking already.
+        if (!hasDocument() && running_ == 1) delegate_.documentController().openDocument();
+        delegate_.comeToFront();
+    }
+
+    AppDelegate &delegate_;
+    int running_ = 0;  ///< Requests that stop and ask let others in.
+};
 
 }  // namespace
 
 int applicationMain(int argc, char **argv) {
     QApplication application(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("leafwright"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Leafwright"));
-    QApplication::setApplicationVersion(QStringLiteral(LEAFWRIGHT_VERSION));
-    QApplication::setDesktopFileName(QStringLiteral("leafwright"));
-    const QStringList files = filesToOpen(application);
+    setUp();
+    const Start start = parseArguments(application);
 
+    // The message bus settles which of two starts is the first; the socket serves where there is none.
+    DesktopApplication desktop(QDBusConnection::sessionBus());
     SingleInstance instance(SingleInstance::nameForUser());
-    if (instance.handOver(files)) return 0;
+    if (!desktop.listen() && desktop.handOver(start.files)) return 0;
+    if (!start.service && instance.handOver(start.files)) return 0;
     if (!instance.listen()) qWarning("leafwright: other starts will not find this one");
 
     QtPlatform platform;
     AppDelegate delegate(platform);
-    QObject::connect(&instance, &SingleInstance::filesReceived, &delegate, [&](const QStringList &paths) {
-        paths.isEmpty() ? delegate.comeToFront() : delegate.openFiles(paths);
-    });
+    Requests requests(delegate);
+    const auto open = [&](const QStringList &paths) { requests.open(paths); };
+    QObject::connect(&instance, &SingleInstance::filesReceived, &delegate, open);
+    QObject::connect(&desktop, &DesktopApplication::filesReceived, &delegate, open);
+    QObject::connect(&desktop, &DesktopApplication::activated, &delegate, [&] { requests.open({}); });
     QApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(&delegate.documentController(), &DocumentController::lastDocumentClosed, &application,
                      &QApplication::quit, Qt::QueuedConnection);
-    delegate.openFiles(files);
+    if (!start.files.isEmpty()) requests.open(start.files);
     delegate.applicationDidFinishLaunching();
-    if (delegate.documentController().documents().empty()) {
-        // A program without a window can't be reached, so there is nothing to wait for.
+    if (start.choose) requests.open({});
+    if (start.service) {
+        constexpr int longestWait = 10000;  // milliseconds
+        QTimer::singleShot(longestWait, &delegate, [&] { requests.quitWithoutWindow(); });
+    } else if (!requests.hasDocument()) {
         std::fputs(
             qPrintable(QCoreApplication::translate(
                 "Application", "leafwright: no document is open. Name a PDF file: leafwright FILE.pdf\n")),
             stderr);
-        return files.isEmpty() ? 0 : 1;
+        return start.files.isEmpty() ? 0 : 1;
     }
     return QApplication::exec();
 }

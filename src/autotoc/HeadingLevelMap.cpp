@@ -29,6 +29,19 @@ HeadingLevelMap headingsfromFonts(const FontCensus &census) {
     return map;
 }
 
+HeadingLevelMap withFontsOf(const FontCensus &census, const HeadingLevelMap &map) {
+    HeadingLevelMap result;
+    for (const LevelRecord &record : map) {
+        const size_t before = result.size();
+        for (const FontCensus::Entry &entry : census.entries()) {
+            if (!record.font && fontString(entry.font) == record.fontTraits)
+                result.push_back(levelRecord(record.levelNumber, entry.font));
+        }
+        if (result.size() == before) result.push_back(record);
+    }
+    return result;
+}
+
 void sortByLevel(HeadingLevelMap &map) {
     std::stable_sort(map.begin(), map.end(), [](const LevelRecord &a, const LevelRecord &b) {
         return a.levelNumber < b.levelNumber;

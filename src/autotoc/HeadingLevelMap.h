@@ -12,7 +12,7 @@ struct LevelRecord {
     int levelNumber = 1;       ///< 1 is the top level.
     QString level;             ///< "H" and the level number. Key "Level".
     QString fontTraits;        ///< The font for display. Key "FontTraits".
-    std::optional<Font> font;  ///< Absent in the records of the self-calibrating finder.
+    std::optional<Font> font;  ///< Absent in calibrated records, which have a font string in fontTraits.
 
     friend bool operator==(const LevelRecord &, const LevelRecord &) = default;
 };
@@ -26,6 +26,10 @@ LevelRecord levelRecord(int levelNumber, const Font &font);
 /// Guesses the map: every font larger than the body text's, by adjusted size, largest first. The level
 /// rises from one font to the next unless the font occurs in a single run (a title, most likely).
 HeadingLevelMap headingsfromFonts(const FontCensus &census);
+
+/// The map with a record for each font of the census that a record without a font means by its font string.
+/// Those that mean none stay as they are.
+HeadingLevelMap withFontsOf(const FontCensus &census, const HeadingLevelMap &map);
 
 /// Sorts by level; records of one level keep their order.
 void sortByLevel(HeadingLevelMap &map);

@@ -1,6 +1,7 @@
 #include "cli/AutoTOCCommand.h"
 
 #include "autotoc/AutoTOC.h"
+#include "autotoc/CalibratingAutoTOC.h"
 #include "cli/Batch.h"
 #include "cli/HeadingMapFile.h"
 #include "cli/OpenFile.h"
@@ -19,6 +20,7 @@ constexpr int defaultMaxDepth = 3;
 const QString outDirOption = QStringLiteral("out-dir");
 const QString maxDepthOption = QStringLiteral("max-depth");
 const QString mapOption = QStringLiteral("map");
+const QString calibrateOption = QStringLiteral("calibrate");
 const QString keepOption = QStringLiteral("keep");
 const QString wrapOption = QStringLiteral("wrap");
 
@@ -29,9 +31,36 @@ QString translated(const char *text) {
 struct Request {
     QString mapFile;  ///< Empty: guess the map.
     int maxDepth = defaultMaxDepth;
+    bool calibrate = false;
     bool keep = false;
     bool wrap = false;
 };
+
+/// The headings below a new item; null when there is nothing to find them by, and `failure` gets the line to
+/// say.
+std::unique_ptr<MyOutlineItem> findHeadings(const QString &file, const PDFDocument &pdf,
+                                            const Request &request, Console &console, QString &failure) {
+    const FontCensus census = calcFontsInDocument(pdf);
+    if (request.calibrate) {
+        const FontStringCensus counts = fontStringCensus(census);
+        if (canCalibrate(counts)) {
+            const CalibratedLevels levels(headingFontStrings(counts, FrequencyFilters()));
+            return runCalibratingAutoTOC(pdf, levels, request.maxDepth);
+        }
+        failure = translated(
+            "%1: its text has fewer than two fonts, from which nothing can be told; "
+            "nothing was written");
+    } else {
+        const HeadingLevelMap map = request.mapFile.isEmpty()
+                                        ? headingsfromFonts(census)
+                                        : readHeadingMap(request.mapFile, census, console);
+        if (request.mapFile.isEmpty() || !map.empty())
+            return runAutoTOCwithH1H2H3Map(pdf, map, request.maxDepth);
+        failure = translated("%1: nothing was written");
+    }
+    failure = failure.arg(file);
+    return nullptr;
+}
 
 /// Adds the generated items at the end of the document's tree.
 void addItems(std::unique_ptr<MyOutlineItem> top, bool wrap, MyOutlineItem &root) {
@@ -50,18 +79,12 @@ std::optional<QString> autoTOC(const QString &file, const QString &out, const Re
                                Console &console) {
     SilentPlatform platform;
     MyDocument document(platform);
-    if (QString failure; !openForEditing(document, file, failure)) return failure;
+    QString failure;
+    if (!openForEditing(document, file, failure)) return failure;
     const PDFDocument &pdf = *document.pdfDoc();
     if (alone) readAllPages(pdf);  // of many files, each has a core to itself
-    const FontCensus census = calcFontsInDocument(pdf);
-    HeadingLevelMap map;
-    if (request.mapFile.isEmpty()) {
-        map = headingsfromFonts(census);
-    } else {
-        map = readHeadingMap(request.mapFile, census, console);
-        if (map.empty()) return translated("%1: nothing was written").arg(file);
-    }
-    auto top = runAutoTOCwithH1H2H3Map(pdf, map, request.maxDepth);
+    auto top = findHeadings(file, pdf, request, console, failure);
+    if (!top) return failure;
     if (top->children().empty()) {
         // Without this, a document of scanned pages would lose the outline that it has.
         console.message(
@@ -98,7 +121,8 @@ CommandInfo AutoTOCCommand::info() const {
         translated("Makes the headings of a PDF, found by their fonts, its outline."),
         translated(
             "Text in a font larger than the body text's is a heading; its level goes by the font's size, or "
-            "by a map (see \"fonts --save-map\"). The headings take the place of the outline, unless "
+            "by a map (see \"fonts --save-map\"), or by how often fonts occur (--calibrate). The headings "
+            "take the place of the outline, unless "
             "--keep is given. With --out-dir, several files are done at once, on all cores."),
         {{QStringLiteral("FILE..."), translated("The PDF, or several with --out-dir.")}},
         {outputOption(),
@@ -106,6 +130,9 @@ CommandInfo AutoTOCCommand::info() const {
          {maxDepthOption, translated("The deepest level of headings (3)."), QStringLiteral("N"),
           QString::number(defaultMaxDepth)},
          {mapOption, translated("A heading map to use in place of the guessed one."), QStringLiteral("MAP")},
+         {calibrateOption,
+          translated("Tells headings by how often their fonts occur as well, and corrects the levels as they "
+                     "appear; in place of a map.")},
          {keepOption, translated("Adds the headings behind the existing outline.")},
          {wrapOption, translated("Puts the headings below one entry, \"AutoTOC\" and the depth.")}}};
 }
@@ -114,12 +141,16 @@ ExitCode AutoTOCCommand::run(const QCommandLineParser &arguments, Console &conso
     const QStringList files = arguments.positionalArguments();
     const QString out = arguments.value(outputOption());
     const QString outDir = arguments.value(outDirOption);
-    Request request{arguments.value(mapOption), defaultMaxDepth, arguments.isSet(keepOption),
-                    arguments.isSet(wrapOption)};
+    Request request{arguments.value(mapOption), defaultMaxDepth, arguments.isSet(calibrateOption),
+                    arguments.isSet(keepOption), arguments.isSet(wrapOption)};
     bool isNumber = false;
     request.maxDepth = arguments.value(maxDepthOption).toInt(&isNumber);
     if (!isNumber || request.maxDepth < 1) {
         return wrongUsage(*this, translated("--max-depth wants a number from 1"), console);
+    }
+    if (request.calibrate && arguments.isSet(mapOption)) {
+        return wrongUsage(
+            *this, translated("--calibrate makes a map of its own; --map can't be given with it"), console);
     }
     if (out.isEmpty() == outDir.isEmpty()) {
         return wrongUsage(*this, translated("either -o OUT or --out-dir DIR must be given"), console);

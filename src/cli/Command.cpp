@@ -42,6 +42,7 @@ ExitCode parseAndRun(const Command &command, const QStringList &arguments, Conso
         console.write(helpText(info, parser));
         return Done;
     }
+    if (!info.aloneOption.isEmpty() && parser.isSet(info.aloneOption)) return command.run(parser, console);
     const qsizetype given = parser.positionalArguments().size();
     const qsizetype wanted = info.arguments.size();
     const bool openEnded = wanted > 0 && info.arguments.last().name.endsWith(QLatin1String("..."));

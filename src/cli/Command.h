@@ -26,6 +26,7 @@ struct CommandInfo {
     QString description;  ///< Further text for --help.
     QList<Argument> arguments;
     QList<QCommandLineOption> options;
+    QString aloneOption = {};  ///< The name of an option that stands without the arguments; may be empty.
 };
 
 /// One subcommand of leafwright-cli.

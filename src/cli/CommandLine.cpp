@@ -5,7 +5,9 @@
 #include "cli/FontsCommand.h"
 #include "cli/InfoCommand.h"
 #include "cli/LabelsCommand.h"
+#include "cli/MiniTOCCommand.h"
 #include "cli/OutlineCommand.h"
+#include "cli/RunCommand.h"
 #include "cli/TextCommand.h"
 
 #include <QCoreApplication>
@@ -65,7 +67,9 @@ const std::vector<std::unique_ptr<Command>> &commands() {
         list.push_back(std::make_unique<TextCommand>());
         list.push_back(std::make_unique<FontsCommand>());
         list.push_back(std::make_unique<AutoTOCCommand>());
+        list.push_back(std::make_unique<MiniTOCCommand>());
         list.push_back(std::make_unique<ApplyCommand>());
+        list.push_back(std::make_unique<RunCommand>());
         return list;
     }();
     return all;

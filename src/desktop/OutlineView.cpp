@@ -4,6 +4,7 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 
 #include <algorithm>
 
@@ -48,6 +49,21 @@ OutlineView::OutlineView(QWidget *parent) : QTreeView(parent) {
 
 OutlineView::~OutlineView() {
     setTreeController(nullptr);
+}
+
+void OutlineView::setPlaceholderText(const QString &text) {
+    placeholderText_ = text;
+    viewport()->update();
+}
+
+void OutlineView::paintEvent(QPaintEvent *event) {
+    QTreeView::paintEvent(event);
+    if (!isEnabled() || !controller_ || controller_->rowCount({}) > 0) return;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    const int margin = 2 * fontMetrics().height();
+    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
+                     Qt::AlignCenter | Qt::TextWordWrap, placeholderText_);
 }
 
 void OutlineView::setTreeController(TreeController *controller) {
@@ -246,6 +262,9 @@ void OutlineView::editColumn(int column, int row) {
     if (!mayEdit(cell)) return;
     selectionModel()->setCurrentIndex(cell, QItemSelectionModel::NoUpdate);
     scrollTo(cell);
+    // A click on a selected row begins to wait for the second of a double click, and edits nothing meanwhile.
+    // Only the double click ends that.
+    QTreeView::edit(cell, DoubleClicked, nullptr);
     QTreeView::edit(cell, AllEditTriggers, nullptr);
 }
 

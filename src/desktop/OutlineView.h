@@ -53,6 +53,9 @@ public:
     bool isItemExpanded(const TreeNode &item) const;
     /// Draws an item anew; null for all.
     void reloadItem(const TreeNode *item);
+    /// What stands in the place of the rows while there are none, in a faint colour.
+    void setPlaceholderText(const QString &text);
+    const QString &placeholderText() const { return placeholderText_; }
     /// In pixels.
     void setIndentationPerLevel(int indentation) { setIndentation(indentation); }
 
@@ -78,6 +81,7 @@ protected:
     bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override;
     /// From a title to the page label beside it and on to the next title, and back.
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
@@ -129,6 +133,7 @@ private:
     TreeController *controller_ = nullptr;
     OutlineViewDelegate *delegate_ = nullptr;
     QStringList draggedTypes_;
+    QString placeholderText_;
     mutable Rows rows_;
     quint64 unfoldingRevision_ = 1;
     QPersistentModelIndex clickedCell_;

@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
@@ -60,6 +61,20 @@ void QtPlatform::beep() {
     QApplication::beep();
 }
 
+namespace {
+
+/// A short question would make a narrow box, with the text below it in many short lines.
+void giveTextsRoom(QMessageBox &box) {
+    auto *grid = qobject_cast<QGridLayout *>(box.layout());
+    if (!grid) return;
+    constexpr int widthInCharacters = 48;
+    const int width = widthInCharacters * box.fontMetrics().averageCharWidth();
+    grid->addItem(new QSpacerItem(width, 0, QSizePolicy::Minimum, QSizePolicy::Fixed), grid->rowCount(), 0, 1,
+                  grid->columnCount());
+}
+
+}  // namespace
+
 int QtPlatform::runModal(const Alert &alert) {
     QMessageBox box(QApplication::activeWindow());
     box.setIcon(alert.style == Alert::Style::Warning ? QMessageBox::Warning : QMessageBox::Information);
@@ -73,6 +88,7 @@ int QtPlatform::runModal(const Alert &alert) {
         box.setDefaultButton(qobject_cast<QPushButton *>(buttons.first()));
         if (alert.escapable) box.setEscapeButton(buttons.last());
     }
+    giveTextsRoom(box);
     box.exec();
     const auto index = buttons.indexOf(box.clickedButton());
     return static_cast<int>(index < 0 ? std::max<qsizetype>(buttons.size() - 1, 0) : index);

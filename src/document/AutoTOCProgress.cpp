@@ -41,6 +41,7 @@ AutoTOCProgress::AutoTOCProgress(QWidget *window, Platform &platform)
         layout->addWidget(steps_[i].text);
         layout->addWidget(steps_[i].indicator);
         line->setMinimumWidth(indicatorWidth);
+        line->setFixedHeight(steps_[i].indicator->sizeHint().height());  // or the lines move with the steps
         sheet_->addField(titles[i], line, QStringLiteral("guessPDFStep%1").arg(i + 1));
     }
     sheet_->begin(window, [](int) {});

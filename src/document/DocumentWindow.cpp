@@ -80,6 +80,9 @@ void DocumentWindow::makeViews() {
 QWidget *DocumentWindow::makeOutlinePane() {
     outlineview_ = new OKNSOutlineView;
     outlineview_->setTreeController(&document_.treecontroller());
+    outlineview_->setPlaceholderText(tr(
+        "No entries yet.\n\nContents > AutoTOC… makes an outline from the headings. Or select a heading on "
+        "the page and drag it here."));
     tableViewH1H2H3Config_ = new QTableView;
     tableViewH1H2H3Config_->setModel(&document_.headingMapModel());
     tableViewH1H2H3Config_->setObjectName(QStringLiteral("tableViewH1H2H3Config"));

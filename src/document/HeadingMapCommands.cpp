@@ -4,8 +4,10 @@
 #include "categories/FontIdentity.h"
 #include "categories/PageFonts.h"
 #include "categories/SelectionFont.h"
+#include "desktop/InBackground.h"
 #include "document/DocumentWindow.h"
 #include "document/MyDocument.h"
+#include "pdf/ReadAhead.h"
 #include "platform/KeyedArchive.h"
 #include "platform/UserDefaults.h"
 #include "view/LabelPDFView.h"
@@ -77,11 +79,11 @@ void HeadingMapCommands::processSelectedTextForHLevel(int level) {
 
 void HeadingMapCommands::buttonClickedSaveH1H2H3Map() {
     document_.finishHeadingMap();
+    const QByteArray text = stringToSaveListH1H2H3(mapWithFonts()).toUtf8();
     const auto path = document_.platform().runSavePanel(
         mapPanel(QT_TRANSLATE_NOOP("HeadingMapCommands", "Save Heading Map")));
     if (!path) return;
     QSaveFile file(*path);
-    const QByteArray text = stringToSaveListH1H2H3(document_.listH1H2H3Config()).toUtf8();
     if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
         qCWarning(log).noquote() << *path << "was not written:" << file.errorString();
 }
@@ -104,7 +106,7 @@ bool HeadingMapCommands::loadH1H2H3MapSavedInUserDefaults() {
 bool HeadingMapCommands::loadMapText(const QString &text) {
     if (text.isEmpty()) return false;
     document_.finishHeadingMap();
-    LoadedMap loaded = loadHeadingMap(text, DocumentFonts(calcFontsInDocument(*document_.pdfDoc())));
+    LoadedMap loaded = loadHeadingMap(text, DocumentFonts(census()));
     if (loaded.map.empty()) return false;
     document_.listH1H2H3Config() = std::move(loaded.map);
     mapChanged();
@@ -135,15 +137,29 @@ void HeadingMapCommands::tableViewSelectionDidChange() {
     const auto rows = document_.myWindow()->tableViewH1H2H3Config()->selectionModel()->selectedRows();
     if (rows.isEmpty()) return;
     const LevelRecord &record = document_.listH1H2H3Config().at(static_cast<size_t>(rows.first().row()));
-    if (!record.font) return;
+    const QString font = record.font ? fontIDString(*record.font) : record.fontTraits;
     PDFSelection selection;
     const auto [first, last] = view.visiblePages();
     for (int i = first; i <= last; ++i) {
         const PDFPage &page = *document_.pdfDoc()->page(i);
-        for (const TextRange &range : rangesOfFont(page, *record.font))
+        for (const TextRange &range : rangesOfFontID(page, font))
             selection.add(page, range);
     }
     view.setCurrentSelection(selection);
+}
+
+FontCensus HeadingMapCommands::census() const {
+    const PDFDocument &pdf = *document_.pdfDoc();
+    return inBackground([&pdf] {
+        readAllPages(pdf);
+        return calcFontsInDocument(pdf);
+    });
+}
+
+HeadingLevelMap HeadingMapCommands::mapWithFonts() const {
+    const HeadingLevelMap &map = document_.listH1H2H3Config();
+    const auto hasFont = [](const LevelRecord &record) { return record.font.has_value(); };
+    return std::ranges::all_of(map, hasFont) ? map : withFontsOf(census(), map);
 }
 
 void HeadingMapCommands::dumpFontsOnCurrentPage() const {
@@ -158,7 +174,7 @@ void HeadingMapCommands::dumpFontsOnCurrentPage() const {
 }
 
 void HeadingMapCommands::debugPrintFontsInDocument() const {
-    calcFontsInDocument(*document_.pdfDoc());
+    census();
 }
 
 void HeadingMapCommands::debugSelectedText() const {

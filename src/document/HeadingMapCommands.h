@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QString>
-
-class QItemSelection;
+#include "autotoc/HeadingLevelMap.h"
 
 namespace leafwright {
 
@@ -29,9 +27,14 @@ public:
     /// Selects the runs of the selected row's font on the pages that can be seen; without a row, nothing.
     void tableViewSelectionDidChange();
 
+    /// Counts the fonts of all pages on other threads, while the window is drawn and its input waits.
+    FontCensus census() const;
+    /// The heading map, with the document's fonts for the records that have a font string only.
+    HeadingLevelMap mapWithFonts() const;
+
     /// Logs the current page's runs with their fonts.
     void dumpFontsOnCurrentPage() const;
-    /// Takes the census and drops it.
+    /// Counts the fonts and drops what came of it.
     void debugPrintFontsInDocument() const;
     /// Finds where the selected text begins and drops that.
     void debugSelectedText() const;

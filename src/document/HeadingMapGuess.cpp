@@ -14,6 +14,7 @@ void HeadingMapGuess::start() {
 std::optional<HeadingLevelMap> HeadingMapGuess::take() {
     start();
     if (thread_.joinable()) thread_.join();
+    taken_ = true;
     return std::exchange(map_, std::nullopt);
 }
 

@@ -24,6 +24,7 @@ public:
     void start();
     /// The map. Begins if need be, and waits for the end. It is handed out once; absent after that.
     std::optional<HeadingLevelMap> take();
+    bool isTaken() const { return taken_; }
 
 Q_SIGNALS:
     /// The map is there to be taken.
@@ -34,6 +35,7 @@ private:
 
     const TextPages &pages_;
     bool started_ = false;
+    bool taken_ = false;
     std::optional<HeadingLevelMap> map_;  ///< The thread's until it has ended.
     std::jthread thread_;
 };

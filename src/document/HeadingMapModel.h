@@ -16,6 +16,9 @@ public:
     /// @param map shown, and owned by someone who outlives the model
     explicit HeadingMapModel(const HeadingLevelMap &map) : map_(map), rows_(static_cast<int>(map.size())) {}
 
+    /// The key of the records' value that a column shows: "Level" or "FontTraits".
+    static QLatin1String identifier(int column);
+
     /// To be called whenever the map was changed.
     void reloadData();
 

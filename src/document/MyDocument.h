@@ -70,8 +70,9 @@ public:
     /// What happens once the window is there: alerts, views, label map, outline, background work, in an order
     /// that is fixed. The window is shown in the course of it.
     void windowControllerDidLoadNib(DocumentWindow &window);
-    /// Waits for the map that loading guesses in the background, if it is not there yet.
-    void finishHeadingMap() { takeGuessedHeadingMap(); }
+    /// Waits for the map that loading guesses in the background, if it is not there yet. Meanwhile the window
+    /// is drawn, but what the user types and clicks waits.
+    void finishHeadingMap();
     /// Waits for what loading has left to the background or to a later moment, so that nothing is pending.
     void finishLoading();
 

@@ -1,3 +1,4 @@
+#include "desktop/InBackground.h"
 #include "desktop/OKNSOutlineView.h"
 #include "desktop/PrioritySplitViewDelegate.h"
 #include "desktop/SplitView.h"
@@ -153,6 +154,16 @@ void MyDocument::takeGuessedHeadingMap() {
     if (!map) return;
     listH1H2H3Config_ = std::move(*map);
     reloadHeadingMap();
+}
+
+void MyDocument::finishHeadingMap() {
+    if (!headingMapGuess_ || headingMapGuess_->isTaken()) return;
+    // What takes long is reading the pages; the guess finds them read then.
+    inBackground([this] {
+        readAllPages(*pdfDoc_);
+        return true;
+    });
+    takeGuessedHeadingMap();
 }
 
 void MyDocument::finishLoading() {

@@ -5,6 +5,8 @@
 #include <QFileInfo>
 #include <QSettings>
 
+#include <cmath>
+
 namespace leafwright {
 
 namespace {
@@ -45,6 +47,19 @@ std::optional<int> toInteger(const QVariant &value) {
         }
         default:
             return std::nullopt;
+    }
+}
+
+std::optional<double> toDouble(const QVariant &value) {
+    switch (value.typeId()) {
+        case QMetaType::Double:
+        case QMetaType::QString: {
+            bool isNumber = false;
+            const double number = value.toString().trimmed().toDouble(&isNumber);
+            return isNumber && std::isfinite(number) ? std::optional(number) : std::nullopt;
+        }
+        default:
+            return toInteger(value);
     }
 }
 
@@ -122,6 +137,10 @@ bool UserDefaults::boolForKey(const QString &key) const {
 
 int UserDefaults::integerForKey(const QString &key) const {
     return read(key, toInteger);
+}
+
+double UserDefaults::doubleForKey(const QString &key) const {
+    return read(key, toDouble);
 }
 
 QString UserDefaults::stringForKey(const QString &key) const {

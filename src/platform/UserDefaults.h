@@ -36,6 +36,8 @@ public:
     bool boolForKey(const QString &key) const;
     /// 0 if there is none.
     int integerForKey(const QString &key) const;
+    /// 0 if there is none. Of a whole number as well.
+    double doubleForKey(const QString &key) const;
     /// Null if there is none; an empty text that is set is not null.
     QString stringForKey(const QString &key) const;
     /// Null if there is none.

@@ -1,5 +1,6 @@
 #include "support/CliFiles.h"
 #include "support/CliRun.h"
+#include "support/PdfBuilder.h"
 
 #include <QFileInfo>
 
@@ -144,6 +145,60 @@ TEST(AutoTOCCommand, OutputThatCannotBeWrittenIsAFailure) {
     const CliResult result = runCli({"autotoc", path, "-o", out});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_THAT(result.err.toStdString(), HasSubstr(out.toStdString() + " could not be written"));
+}
+
+TEST(AutoTOCCommand, CalibrateFindsTheHeadingsToo) {
+    const TempDir dir;
+    const CliResult result = runAutoTOC(dir, {"--calibrate"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), outlineOfHeadings);
+    EXPECT_NE(outlineOf(dir.path("out.pdf"))[0].toObject()["point"].toArray(), (QJsonArray{0, 0}));
+}
+
+TEST(AutoTOCCommand, CalibrateGivesEveryFontALevelOfItsOwnAndLeavesRareOnesOut) {
+    const TempDir dir;
+    PdfBuilder pdf;
+    std::string content =
+        PdfBuilder::showText("F2", 30, 72, 750, "A Title") + PdfBuilder::showText("F2", 20, 72, 720, "Rare");
+    for (int line = 0; line < 20; ++line) {
+        content += PdfBuilder::showText("F2", 14, 72, 700 - 30 * line, "Section of the paper") +
+                   PdfBuilder::showText("F1", 10, 72, 685 - 30 * line, "Body text that is longer than that");
+    }
+    pdf.addPage(content);
+    pdf.save(dir.path("in.pdf"));
+    ASSERT_EQ(runCli({"autotoc", dir.path("in.pdf"), "-o", dir.path("out.pdf")}).exitCode, 0);
+    EXPECT_TRUE(plusLinesOf(dir.path("out.pdf")).startsWith("+ @1 A Title Rare Section of the paper\n"))
+        << "single runs use up no level";
+    ASSERT_EQ(
+        runCli({"autotoc", dir.path("in.pdf"), "-o", dir.path("out.pdf"), "--calibrate", "--wrap"}).exitCode,
+        0);
+    EXPECT_TRUE(plusLinesOf(dir.path("out.pdf"))
+                    .startsWith("+ @1 AutoTOC3\n++ @1 Section of the paper\n++ @1 Section of the paper\n"));
+}
+
+TEST(AutoTOCCommand, CalibrateGoesWithTheOtherOptionsButNotWithAMap) {
+    const TempDir dir;
+    EXPECT_EQ(runAutoTOC(dir, {"--calibrate", "--keep", "--wrap", "--max-depth", "1"}).exitCode, 0);
+    EXPECT_EQ(plusLinesOf(dir.path("out.pdf")),
+              "+ @2 Old Entry\n"
+              "+ @1 AutoTOC1\n"
+              "++ @1 Chapter One\n"
+              "++ @2 Chapter Two\n");
+    const CliResult result = runAutoTOC(dir, {"--calibrate", "--map", dir.path("map")});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_THAT(result.err.toStdString(), HasSubstr("--map can't be given with it"));
+}
+
+TEST(AutoTOCCommand, CalibrateNeedsTwoFonts) {
+    const TempDir dir;
+    const QString path = savePdf(dir, "in.pdf", 2, {"Kept"});
+    const CliResult result = runCli({"autotoc", path, "-o", dir.path("out.pdf"), "--calibrate"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err, "leafwright-cli: " + path.toUtf8() +
+                              ": its text has fewer than two fonts, from which nothing can be told; nothing "
+                              "was written\n");
+    EXPECT_FALSE(QFileInfo::exists(dir.path("out.pdf")));
 }
 
 }  // namespace

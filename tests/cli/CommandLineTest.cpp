@@ -44,7 +44,7 @@ TEST(CommandLine, HelpListsEveryCommand) {
 
 TEST(CommandLine, CommandsAreTheseInThisOrder) {
     EXPECT_THAT(commandNames(),
-                ElementsAre("info", "labels", "outline", "text", "fonts", "autotoc", "apply"));
+                ElementsAre("info", "labels", "outline", "text", "fonts", "autotoc", "apply", "run"));
 }
 
 TEST(CommandLine, EveryCommandExplainsItself) {

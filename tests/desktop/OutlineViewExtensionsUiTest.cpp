@@ -1,12 +1,12 @@
 #include "desktop/OutlineFixture.h"
-
-#include <QLoggingCategory>
+#include "support/LogRecorder.h"
 
 #include <gtest/gtest.h>
 
 namespace leafwright {
 namespace {
 
+using test::LogRecorder;
 using test::Outline;
 
 TEST(SelectedItems, AreInRowOrder) {
@@ -21,52 +21,34 @@ TEST(SelectedItems, AreNoneWithoutASelection) {
     EXPECT_TRUE(selectedItems(outline.view).empty());
 }
 
-QStringList logged;
-
-/// Notes what is logged in its life.
-class Log {
-public:
-    Log() {
-        logged.clear();
-        QLoggingCategory::setFilterRules("leafwright.outlineview.debug=true");
-        previous_ = qInstallMessageHandler(
-            [](QtMsgType, const QMessageLogContext &, const QString &text) { logged.append(text); });
-    }
-    ~Log() {
-        qInstallMessageHandler(previous_);
-        QLoggingCategory::setFilterRules("");
-    }
-
-private:
-    QtMessageHandler previous_ = nullptr;
-};
+const QString viewLog = "leafwright.outlineview.debug=true";
 
 TEST(SetSelectedItems, ReplacesTheSelectionAndLogsTheRows) {
     Outline outline("A(B) C D");
     outline.view.selectRowIndexes({1});
-    const Log log;
+    const LogRecorder log(viewLog);
     setSelectedItems(outline.view, outline.nodes({"D", "B", "A"}));
     EXPECT_EQ(outline.selection(), "A D");
-    EXPECT_EQ(logged, (QStringList{"==> row [2] for item [pg[1] D at (0,0) [#children=0]]",
-                                   "==> row [-1] for item [pg[1] B at (0,0) [#children=0]]",
-                                   "==> row [0] for item [pg[1] A at (0,0) [#children=1]]",
-                                   "select index paths [0 2]"}));
+    EXPECT_EQ(log.messages(), (QStringList{"==> row [2] for item [pg[1] D at (0,0) [#children=0]]",
+                                           "==> row [-1] for item [pg[1] B at (0,0) [#children=0]]",
+                                           "==> row [0] for item [pg[1] A at (0,0) [#children=1]]",
+                                           "select index paths [0 2]"}));
 }
 
 TEST(SetSelectedItems, WritesNeighboursAsARange) {
     Outline outline("A B C D E");
-    const Log log;
+    const LogRecorder log(viewLog);
     setSelectedItems(outline.view, outline.nodes({"A", "B", "C", "E"}));
-    EXPECT_EQ(logged.last(), "select index paths [0-2 4]");
+    EXPECT_EQ(log.messages().last(), "select index paths [0-2 4]");
 }
 
 TEST(SetSelectedItems, AnEmptyListClearsTheSelectionAndIsLogged) {
     Outline outline("A");
     outline.view.selectRowIndexes({0});
-    const Log log;
+    const LogRecorder log(viewLog);
     setSelectedItems(outline.view, {});
     EXPECT_EQ(outline.selection(), "");
-    EXPECT_EQ(logged, QStringList{"select index paths []"});
+    EXPECT_EQ(log.messages(), QStringList{"select index paths []"});
 }
 
 struct CopyingDelegate : OutlineViewDelegate {

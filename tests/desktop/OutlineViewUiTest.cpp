@@ -22,6 +22,19 @@ TEST(OutlineView, IsSetUpForAnOutline) {
     EXPECT_EQ(outline.view.header()->sectionResizeMode(1), QHeaderView::ResizeToContents);
 }
 
+TEST(OutlineView, AnEmptyOutlineSaysSoInThePlaceOfItsRows) {
+    Outline outline("A");
+    outline.show();
+    const auto picture = [&outline] { return outline.view.viewport()->grab().toImage(); };
+    const QImage withRow = picture();
+    outline.view.setPlaceholderText("Nothing here");
+    EXPECT_EQ(picture(), withRow);
+    outline.root.removeObjectFromChildrenAtIndex(0);
+    const QImage withText = picture();
+    outline.view.setPlaceholderText("");
+    EXPECT_NE(picture(), withText);
+}
+
 TEST(OutlineView, RowsAreTheNodesThatShow) {
     Outline outline("A(B(C) D) E");
     EXPECT_EQ(outline.rows(), "A E");

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QTest>
 
 #include <gmock/gmock.h>
@@ -48,6 +49,8 @@ protected:
         ASSERT_TRUE(QTest::qWaitFor(condition, patience));
     }
 
+    int scrollPosition() const { return view.verticalScrollBar()->value(); }
+    int currentIndex() const { return view.currentPage() ? view.currentPage()->index() : -1; }
     const PDFPage &page(int index) const { return *document->page(index); }
     void picture() { view.viewport()->grab(); }
     QColor colourAt(const QPointF &viewPoint) { return colourOf(view, viewPoint); }
@@ -104,6 +107,20 @@ protected:
     DraggedTextView view;
     quint64 time = 1'000'000;
 };
+
+inline PdfBuilder numberedPages(int count) {
+    PdfBuilder pdf;
+    pdf.addNumberedPages(count);
+    return pdf;
+}
+
+/// Small pages of which several can be seen at once.
+inline PdfBuilder smallPages(int count) {
+    PdfBuilder pdf;
+    for (int i = 0; i < count; ++i)
+        pdf.addPage({}, "/MediaBox [0 0 100 120]");
+    return pdf;
+}
 
 /// A page whose content takes longer to draw than anybody waits.
 inline std::string endlessContent() {

@@ -1,6 +1,7 @@
 #include "desktop/FileManager.h"
 #include "desktop/FilePanelDialog.h"
 #include "desktop/QtPlatform.h"
+#include "support/MessageBus.h"
 #include "support/TempDir.h"
 
 #include <QAbstractButton>
@@ -12,9 +13,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QMessageBox>
-#include <QProcess>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QTest>
 #include <QTimer>
 
@@ -238,24 +237,13 @@ TEST_F(QtPlatformTest, SettingsAreKeptInTheFile) {
     EXPECT_EQ(QtPlatform(dir.path("settings.ini")).userDefaults().integerForKey("number"), 3);
 }
 
-/// A message bus of the test's own.
 class FileManagerTest : public testing::Test {
 protected:
     void SetUp() override {
-        const QString daemon = QStandardPaths::findExecutable("dbus-daemon");
-        if (daemon.isEmpty()) GTEST_SKIP() << "dbus-daemon is not installed";
-        daemon_.start(daemon, {"--session", "--nofork", "--print-address=1"});
-        ASSERT_TRUE(daemon_.waitForReadyRead());
-        const QString address = QString::fromUtf8(daemon_.readLine()).trimmed();
-        asking = QDBusConnection::connectToBus(address, "asking");
-        answering = QDBusConnection::connectToBus(address, "answering");
+        if (!bus.isRunning()) GTEST_SKIP() << "dbus-daemon is not installed";
+        asking = bus.connect("asking");
+        answering = bus.connect("answering");
         ASSERT_TRUE(asking.isConnected() && answering.isConnected());
-    }
-    void TearDown() override {
-        QDBusConnection::disconnectFromBus("asking");
-        QDBusConnection::disconnectFromBus("answering");
-        daemon_.kill();
-        daemon_.waitForFinished();
     }
     void startViewer() {
         ASSERT_TRUE(answering.registerObject("/org/freedesktop/FileManager1", &viewer,
@@ -264,13 +252,11 @@ protected:
     }
 
     FileViewer viewer;
+    test::MessageBus bus;
     QDBusConnection asking{""};
     QDBusConnection answering{""};
     /// How often the other way was taken; that may be after the test.
     std::shared_ptr<int> otherwise = std::make_shared<int>(0);
-
-private:
-    QProcess daemon_;
 };
 
 TEST_F(FileManagerTest, AFileIsShownInTheViewer) {

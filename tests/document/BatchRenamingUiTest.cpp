@@ -1,7 +1,6 @@
 #include "document/BatchRenaming.h"
 #include "support/TreeWindowFixture.h"
 
-#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSpinBox>
@@ -23,27 +22,7 @@ protected:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_EQ(document.openSheet(), nullptr);
     }
-    QStringList titles() const {
-        QStringList result;
-        for (const auto &item : document_().root().children())
-            result.append(item->pageTitle());
-        return result;
-    }
-    MyDocument &document_() const { return const_cast<Renaming *>(this)->document; }
 };
-
-TEST_F(Renaming, TheNumberingSheetStartsFromThePreparedValues) {
-    setOutline("Intro Methods");
-    select({{0}, {1}});
-    perform("renameSequentialNumbering:");
-    EXPECT_EQ(field<QLineEdit>("sequentialNumberingPrefixField")->text(), "Ch");
-    EXPECT_EQ(field<QSpinBox>("sequentialNumberingFirstNumberField")->value(), 1);
-    EXPECT_EQ(field<QSpinBox>("sequentialNumberingStepValueField")->value(), 1);
-    EXPECT_EQ(field<QLabel>("exampleText")->text(), "Ch 1. Intro");
-    press(1);
-    EXPECT_EQ(titles(), (QStringList{"Ch 1. Intro", "Ch 2. Methods"}));
-    EXPECT_TRUE(document.isDocumentEdited());
-}
 
 TEST_F(Renaming, TheExampleFollowsTheFields) {
     setOutline("Intro");

@@ -1,13 +1,10 @@
-#include "document/AutoTOCCommands.h"
-#include "document/AutoTOCProgress.h"
 #include "document/HeadingMapCommands.h"
+#include "document/HeadingMapModel.h"
+#include "document/HeadingsWindowFixture.h"
 #include "document/PrintedPageCommands.h"
-#include "support/TreeWindowFixture.h"
+#include "support/LogRecorder.h"
 
-#include <QLabel>
 #include <QLineEdit>
-#include <QProgressBar>
-#include <QTableView>
 
 #include <gtest/gtest.h>
 
@@ -16,36 +13,8 @@ namespace {
 
 using test::PdfBuilder;
 
-const QString mapKey = "LastUsedH1H2H3MapString";
-
-class HeadingMap : public test::TreeWindowFixture {
+class HeadingMap : public test::HeadingsWindowFixture {
 protected:
-    void SetUp() override {
-        PdfBuilder pdf;
-        for (int chapter = 0; chapter < 2; ++chapter) {
-            std::string content = PdfBuilder::showText("F2", 24, 72, 700, "Chapter title") +
-                                  PdfBuilder::showText("F2", 16, 72, 660, "Section title");
-            for (int line = 0; line < 20; ++line)
-                content +=
-                    PdfBuilder::showText("F1", 10, 72, 620 - 12 * line, "Body text that fills the page.");
-            pdf.addPage(content);
-        }
-        open(pdf);
-    }
-
-    QString map() {
-        QStringList rows;
-        for (const LevelRecord &record : document.listH1H2H3Config())
-            rows.append(record.level + " " + QString::number(record.font ? record.font->pointSize() : 0));
-        return rows.join(", ");
-    }
-    void selectText(const QString &text) {
-        const PDFPage &page = *document.pdfDoc()->page(0);
-        const int at = static_cast<int>(page.text()->attributedString.string.indexOf(text));
-        ASSERT_GE(at, 0);
-        document.pdfview()->setCurrentSelection(page.selectionForRange({at, static_cast<int>(text.size())}));
-    }
-    QTableView &table() { return *document.myWindow()->tableViewH1H2H3Config(); }
     QString writeMap(const QByteArray &text) {
         test::writeFile(dir.path("map.txt"), text);
         return dir.path("map.txt");
@@ -120,73 +89,162 @@ TEST_F(HeadingMap, AnEmptyRememberedMapIsNoneAndClearsNothing) {
     EXPECT_EQ(map(), "H1 24, H2 16");
 }
 
-TEST_F(HeadingMap, AutoTOCPutsTheHeadingsUnderANewItemAndSelectsIt) {
-    document.autoTOCCommands().runAutoTOCwithH1H2H3Map();
-    const QString expected = "AutoTOC3 (Chapter title (Section title) Chapter title (Section title))";
-    EXPECT_EQ(outline(), expected);
-    EXPECT_EQ(selected(), "AutoTOC3");
-    EXPECT_TRUE(document.isDocumentEdited());
-    document.autoTOCCommands().runAutoTOCwithH1H2H3Map();
-    EXPECT_EQ(outline(), expected + " " + expected) << "what is there stays";
+TEST_F(HeadingMap, EachCommandHasItsLevel) {
+    for (const int level : {1, 2, 3, 4}) {
+        perform("resetH1H2H3FontsMap:");
+        selectText("Section title");
+        ASSERT_TRUE(document.actions().perform(QString("useSelectionforH%1:").arg(level)));
+        EXPECT_EQ(map(), QString("H%1 16").arg(level));
+        EXPECT_EQ(document.listH1H2H3Config()[0].fontTraits, "16.0 pt Helvetica Bold");
+    }
 }
 
-TEST_F(HeadingMap, AutoTOCAsksFirstAndThenShowsItsSteps) {
-    perform("runGuessPDF:");
-    ASSERT_NE(document.openSheet(), nullptr);
-    document.openSheet()->pressButton(0);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(outline(), "");
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    perform("runGuessPDF:");
-    document.openSheet()->pressButton(1);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return outline().startsWith("AutoTOC3 (Chapter"); }, 10000));
-}
-
-TEST_F(HeadingMap, AutoTOCGuessesAnEmptyMap) {
+TEST_F(HeadingMap, WithoutSelectedTextNothingIsMapped) {
     perform("resetH1H2H3FontsMap:");
-    document.autoTOCCommands().runAutoTOCWithFeedback();
+    document.pdfview()->clearSelection();
+    EXPECT_FALSE(isEnabled("useSelectionforH1:"));
+    document.headingMapCommands().processSelectedTextForHLevel(1);
+    EXPECT_EQ(map(), "");
+}
+
+TEST_F(HeadingMap, SelectedTextWithoutLettersIsNotMapped) {
+    perform("resetH1H2H3FontsMap:");
+    selectText(".\n");
+    perform("useSelectionforH1:");
+    EXPECT_EQ(map(), "");
+}
+
+TEST_F(HeadingMap, MappingTextClearsTheTablesSelection) {
+    table().selectRow(0);
+    selectText("Body text");
+    perform("useSelectionforH3:");
+    EXPECT_EQ(map(), "H1 24, H2 16, H3 10");
+    EXPECT_TRUE(table().selectionModel()->selectedRows().isEmpty());
+}
+
+TEST_F(HeadingMap, SeveralRowsAreDeletedAtOnce) {
+    selectText("Body text");
+    perform("useSelectionforH3:");
+    table().selectRow(0);
+    table().selectionModel()->select(table().model()->index(2, 0),
+                                     QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    perform("buttonDeleteSelectedH1H2H3RowsClicked:");
+    EXPECT_EQ(map(), "H2 16");
+    perform("buttonDeleteSelectedH1H2H3RowsClicked:");
+    EXPECT_EQ(map(), "H2 16") << "no row is selected any more";
+}
+
+TEST_F(HeadingMap, TheTableShowsLevelAndFontOfEachRecord) {
+    const QAbstractItemModel &model = *table().model();
+    ASSERT_EQ(model.rowCount(), 2);
+    ASSERT_EQ(model.columnCount(), 2);
+    EXPECT_EQ(HeadingMapModel::identifier(0), QLatin1String("Level"));
+    EXPECT_EQ(HeadingMapModel::identifier(1), QLatin1String("FontTraits"));
+    EXPECT_EQ(model.index(1, 0).data().toString(), "H2");
+    EXPECT_EQ(model.index(1, 1).data().toString(), "16.0 pt Helvetica Bold");
+}
+
+TEST_F(HeadingMap, ARowOfAnotherFontSelectsNothingOnThePages) {
+    platform.filesToChoose = {writeMap("H1/30.0/\"Courier\"\n")};
+    perform("buttonClickedLoadH1H2H3Map:");
+    selectText("Chapter title");
+    table().selectRow(0);
+    EXPECT_FALSE(document.hasSelectedText());
+}
+
+TEST_F(HeadingMap, ARowsFontIsMarkedOnThePagesThatCanBeSeen) {
+    table().selectRow(0);
+    const auto [first, last] = document.pdfview()->visiblePages();
+    EXPECT_EQ(document.pdfview()->currentSelection()->pages().size(), static_cast<size_t>(last - first + 1));
+}
+
+TEST_F(HeadingMap, ALoadedMapReplacesTheOldOneAndIsSorted) {
+    platform.filesToChoose = {writeMap("H3/16.0/\"Helvetica\" +B\nH1/10.0/\"Helvetica\"\n")};
+    table().selectRow(0);
+    perform("buttonClickedLoadH1H2H3Map:");
+    EXPECT_EQ(map(), "H1 10, H3 16");
+    EXPECT_TRUE(table().selectionModel()->selectedRows().isEmpty());
+    EXPECT_EQ(document.listH1H2H3Config()[1].font,
+              document.pdfDoc()->pageText(0)->attributedString.runs.at(1).font);
+}
+
+TEST_F(HeadingMap, CancelledPanelsChangeNothing) {
+    platform.filesToChoose = {std::nullopt, std::nullopt};
+    perform("buttonClickedSaveH1H2H3Map:");
+    perform("buttonClickedLoadH1H2H3Map:");
+    EXPECT_EQ(platform.savePanels.size(), 1);
+    EXPECT_EQ(platform.openPanels.size(), 1);
+    EXPECT_EQ(platform.beeps, 0);
     EXPECT_EQ(map(), "H1 24, H2 16");
-    EXPECT_TRUE(outline().startsWith("AutoTOC3 (Chapter"));
 }
 
-TEST_F(HeadingMap, TheDeepestLevelIsASetting) {
-    platform.userDefaults().setValue("autotocMaxDepth", 1);
-    document.autoTOCCommands().runAutoTOCwithH1H2H3Map();
-    EXPECT_EQ(outline(), "AutoTOC1 (Chapter title Chapter title)");
+TEST_F(HeadingMap, AMapThatCannotBeWrittenIsNotReported) {
+    const test::LogRecorder log;
+    platform.filesToChoose = {dir.path("missing/map.txt")};
+    perform("buttonClickedSaveH1H2H3Map:");
+    EXPECT_EQ(platform.beeps, 0);
+    EXPECT_TRUE(platform.alerts.isEmpty());
+    EXPECT_TRUE(log.messages().join(' ').contains("was not written"));
 }
 
-TEST_F(HeadingMap, WithTheLastMapTheHeadingsComeToTheTopLevel) {
-    platform.userDefaults().setValue(mapKey, "H1/24.0/\"Helvetica\" +B\n");
-    perform("buttonClickedBotForAutoTOC:");
-    EXPECT_EQ(outline(), "Chapter title Chapter title");
+TEST_F(HeadingMap, ARememberedMapIsLoaded) {
+    platform.userDefaults().setValue(mapKey, "; a note\nH2/24.0/\"Helvetica\" +B\n");
+    EXPECT_TRUE(document.headingMapCommands().loadH1H2H3MapSavedInUserDefaults());
+    EXPECT_EQ(map(), "H2 24");
+    platform.userDefaults().setValue(mapKey, "; only a note\n");
+    EXPECT_FALSE(document.headingMapCommands().loadH1H2H3MapSavedInUserDefaults());
+    EXPECT_EQ(map(), "H2 24");
 }
 
-TEST_F(HeadingMap, WithoutALastMapThatBeeps) {
-    perform("buttonClickedBotForAutoTOC:");
-    EXPECT_EQ(platform.beeps, 1);
-    EXPECT_EQ(outline(), "");
+TEST_F(HeadingMap, TheMapIsTheDocumentsOwnAndNoChangeOfIt) {
+    perform("resetH1H2H3FontsMap:");
+    EXPECT_FALSE(document.isDocumentEdited());
 }
 
-TEST_F(HeadingMap, TheProgressSheetGoesThroughItsSteps) {
-    AutoTOCProgress progress(document.myWindow(), platform);
-    const auto line = [&](int step) {
-        const auto *text = progress.sheet().findChild<QLabel *>(QString("guessPDFText%1").arg(step));
-        const auto *indicator =
-            progress.sheet().findChild<QProgressBar *>(QString("guessPDFIndicator%1").arg(step));
-        return (text->isHidden() ? "-" : "[" + text->text() + "]") + (indicator->isHidden() ? "" : "*");
-    };
-    const auto lines = [&] { return line(1) + " " + line(2) + " " + line(3); };
-    progress.guessPDFStep1Begins();
-    EXPECT_EQ(lines(), "-* [] []");
-    progress.guessPDFStep2Begins();
-    EXPECT_EQ(lines(), "[✔] -* []");
-    progress.guessPDFStep3Begins();
-    EXPECT_EQ(lines(), "[✔] [✔] -*");
-    const qint64 before = platform.clock;
-    progress.guessPDFStep3Ends("Failed");
-    EXPECT_EQ(lines(), "[✘] [✘] [✘]");
-    EXPECT_EQ(platform.clock - before, 1000);
-    EXPECT_FALSE(progress.sheet().isVisible());
+TEST_F(HeadingMap, RecordsWithoutAFontAreMarkedAndSavedByTheirFontStrings) {
+    document.listH1H2H3Config() = {{1, "H1", "24.5 Helvetica Bold", std::nullopt},
+                                   {2, "H2", "30.0 Courier", std::nullopt}};
+    document.reloadHeadingMap();
+    table().selectRow(0);
+    ASSERT_TRUE(document.hasSelectedText());
+    EXPECT_TRUE(document.pdfview()->currentSelection()->string().startsWith("Chapter title"));
+    platform.filesToChoose = {dir.path("saved.txt")};
+    perform("buttonClickedSaveH1H2H3Map:");
+    EXPECT_EQ(test::contentOf(dir.path("saved.txt")), "H1/24.0/\"Helvetica\" +B\n");
+}
+
+TEST_F(HeadingMap, FontsOfTheCurrentPageAreLogged) {
+    const test::LogRecorder log;
+    perform("dumpFontsOnCurrentPage:");
+    ASSERT_EQ(log.messages().size(), 3);
+    EXPECT_EQ(log.messages()[0], "\n\n[Font **24.5 Helvetica Bold**] - Chapter title\n");
+    EXPECT_EQ(log.messages()[1], "\n\n[Font **16.5 Helvetica Bold**] - Section title\n");
+    EXPECT_TRUE(log.messages()[2].startsWith("\n\n[Font **10.0 Helvetica**] - Body text that"));
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
+TEST_F(HeadingMap, CountingTheFontsSaysAndChangesNothing) {
+    const test::LogRecorder log;
+    perform("debugPrintFontsInDocument:");
+    EXPECT_TRUE(log.messages().isEmpty());
+    EXPECT_EQ(map(), "H1 24, H2 16");
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
+class HeadingMapWithoutText : public test::TreeWindowFixture {
+protected:
+    void SetUp() override {
+        PdfBuilder pdf;
+        pdf.addPage();
+        open(pdf);
+    }
+};
+
+TEST_F(HeadingMapWithoutText, IsEmpty) {
+    EXPECT_TRUE(document.listH1H2H3Config().empty());
+    const test::LogRecorder log;
+    perform("dumpFontsOnCurrentPage:");
+    EXPECT_TRUE(log.messages().isEmpty());
 }
 
 class PrintedPage : public test::TreeWindowFixture {

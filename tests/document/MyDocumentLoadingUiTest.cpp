@@ -1,7 +1,6 @@
 #include "document/HeadingMapModel.h"
 #include "support/WindowFixture.h"
 
-#include <QAbstractItemModelTester>
 #include <QSignalSpy>
 
 #include <gmock/gmock.h>
@@ -18,6 +17,18 @@ protected:
     static PdfBuilder pages(int count) {
         PdfBuilder pdf;
         pdf.addNumberedPages(count);
+        return pdf;
+    }
+
+    /// Each page has a heading and body text below it.
+    static PdfBuilder pagesWithHeadings(int count) {
+        std::string content = PdfBuilder::showText("F2", 24, 72, 700, "A heading in large letters");
+        for (int line = 0; line < 20; ++line)
+            content +=
+                PdfBuilder::showText("F1", 10, 72, 660 - 12 * line, "Body text that fills most of the page.");
+        PdfBuilder pdf;
+        for (int i = 0; i < count; ++i)
+            pdf.addPage(content);
         return pdf;
     }
 
@@ -118,7 +129,6 @@ TEST_F(Loading, TheOutlineIsShownAsATree) {
                       {{"(Inner)", "[" + pdf.pageReference(1) + " /XYZ 72 600 null]"}}},
                      {"(Two)", "[" + pdf.pageReference(2) + " /XYZ 72 500 null]"}});
     open(pdf);
-    const QAbstractItemModelTester tester(&document.treecontroller());
     EXPECT_EQ(node({0})->representedObject()->pageTitle(), "One");
     EXPECT_EQ(node({0, 0})->representedObject()->pageTitle(), "Inner");
     EXPECT_EQ(node({1})->representedObject()->pageLabel(), "3");
@@ -153,14 +163,7 @@ TEST_F(Loading, ThePagesAreShownFromTheFirstOneOn) {
 }
 
 TEST_F(Loading, TheHeadingMapHasTheFontsAboveTheBodyText) {
-    PdfBuilder pdf;
-    std::string content = PdfBuilder::showText("F2", 24, 72, 700, "A heading in large letters");
-    for (int line = 0; line < 20; ++line)
-        content +=
-            PdfBuilder::showText("F1", 10, 72, 660 - 12 * line, "Body text that fills most of the page.");
-    pdf.addPage(content);
-    pdf.addPage(content);
-    open(pdf);
+    open(pagesWithHeadings(2));
     ASSERT_EQ(document.listH1H2H3Config().size(), 1U);
     HeadingMapModel &model = document.headingMapModel();
     ASSERT_EQ(model.rowCount(), 1);
@@ -168,6 +171,23 @@ TEST_F(Loading, TheHeadingMapHasTheFontsAboveTheBodyText) {
     EXPECT_TRUE(model.index(0, HeadingMapModel::FontColumn).data().toString().contains("Helvetica"));
     EXPECT_EQ(model.headerData(0, Qt::Horizontal), "Level");
     EXPECT_EQ(model.headerData(1, Qt::Horizontal), "Font");
+}
+
+TEST_F(Loading, TheFirstPageIsOnTheScreenBeforeTheFontsAreCounted) {
+    registerDefaults(platform.userDefaults());
+    ASSERT_TRUE(document.readFromURL(save(pagesWithHeadings(5))));
+    document.makeWindowControllers();
+    bool pageIsShown = false;
+    bool mapCameLater = false;
+    QObject::connect(document.pdfview(), &PDFView::visiblePagesRendered, document.pdfview(), [&] {
+        if (!std::exchange(pageIsShown, true)) mapCameLater = document.listH1H2H3Config().empty();
+    });
+    // A count that had begun by now would be as good as done when the first page comes.
+    for (int i = 0; i < document.pdfDoc()->pageCount(); ++i)
+        ASSERT_NE(document.pdfDoc()->pageText(i), nullptr);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return !document.listH1H2H3Config().empty(); }));
+    EXPECT_TRUE(pageIsShown);
+    EXPECT_TRUE(mapCameLater);
 }
 
 TEST_F(Loading, TheRenamingSheetsHaveSomethingToStartFrom) {
@@ -193,6 +213,16 @@ TEST_F(Loading, PagesMayBeReadInTheBackgroundWhileTheDocumentCloses) {
         MyDocument other(platform);
         ASSERT_TRUE(other.readFromURL(save(pages(300))));
         other.makeWindowControllers();
+    }
+}
+
+TEST_F(Loading, ADocumentMayCloseWhileItsOffsetIsEstimated) {
+    save(pages(40));
+    for (int i = 0; i < 10; ++i) {
+        MyDocument other(platform);
+        ASSERT_TRUE(other.readFromURL(dir.path("a.pdf")));
+        other.makeWindowControllers();
+        static_cast<void>(other.printedPageOffset());
     }
 }
 

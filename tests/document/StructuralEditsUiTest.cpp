@@ -9,92 +9,11 @@
 namespace leafwright {
 namespace {
 
-using test::PdfBuilder;
 using Edits = test::TreeWindowFixture;
 
 class Moves : public Edits {};
 class Adding : public Edits {};
 class Removing : public Edits {};
-
-TEST_F(Moves, OutdentingPutsAnItemRightAfterItsParentAndKeepsItsChildren) {
-    setOutline("p (a b c (x) d e) q");
-    select({{0, 2}});
-    perform("moveLeft:");
-    EXPECT_EQ(outline(), "p (a b d e) c (x) q");
-    EXPECT_EQ(selected(), "c");
-    EXPECT_TRUE(document.isDocumentEdited());
-}
-
-TEST_F(Moves, OutdentingTwoNeighboursKeepsTheirOrder) {
-    setOutline("p (a b c) q");
-    select({{0, 0}, {0, 1}});
-    perform("moveLeft:");
-    EXPECT_EQ(outline(), "p (c) a b q");
-    EXPECT_EQ(selected(), "a b");
-}
-
-TEST_F(Moves, OutdentingAtTheTopLevelMovesNothingAndStillCountsAChange) {
-    setOutline("a b");
-    select({{1}});
-    perform("moveLeft:");
-    EXPECT_EQ(outline(), "a b");
-    EXPECT_TRUE(document.isDocumentEdited());
-    EXPECT_EQ(platform.beeps, 0);
-}
-
-TEST_F(Moves, IndentingTheFirstTwoMakesTheSecondTheLastChildOfTheFirst) {
-    setOutline("p (a (x) b c)");
-    select({{0, 0}, {0, 1}});
-    perform("moveRight:");
-    EXPECT_EQ(outline(), "p (a (x b) c)");
-}
-
-TEST_F(Moves, IndentingAFirstChildDoesNothing) {
-    setOutline("p (a b)");
-    select({{0, 0}});
-    perform("moveRight:");
-    EXPECT_EQ(outline(), "p (a b)");
-}
-
-TEST_F(Moves, IndentingNeighboursPutsThemBehindTheChildrenThatAreThereInOrder) {
-    setOutline("p (a (x y) b c d)");
-    select({{0, 1}, {0, 2}});
-    perform("moveRight:");
-    EXPECT_EQ(outline(), "p (a (x y b c) d)");
-    EXPECT_EQ(selected(), "b c");
-}
-
-TEST_F(Moves, UpOfAFirstChildAndDownOfALastStayWithinTheParent) {
-    setOutline("o p (a b) q");
-    select({{1, 0}});
-    perform("moveUp:");
-    EXPECT_EQ(outline(), "o p (a b) q");
-    select({{1, 1}});
-    perform("moveDown:");
-    EXPECT_EQ(outline(), "o p (a b) q");
-}
-
-TEST_F(Moves, UpOfTheFirstTwoSwapsThem) {
-    setOutline("a b c");
-    select({{0}, {1}});
-    perform("moveUp:");
-    EXPECT_EQ(outline(), "b a c");
-}
-
-TEST_F(Moves, UpOfTwoFurtherDownMovesBoth) {
-    setOutline("a b c");
-    select({{1}, {2}});
-    perform("moveUp:");
-    EXPECT_EQ(outline(), "b c a");
-}
-
-TEST_F(Moves, DownMovesEachRunBelowTheItemAfterIt) {
-    setOutline("p (1 2 3 4 5 6 7 8)");
-    select({{0, 1}, {0, 2}, {0, 5}});
-    perform("moveDown:");
-    EXPECT_EQ(outline(), "p (1 4 2 3 5 7 6 8)");
-    EXPECT_EQ(selected(), "2 3 6");
-}
 
 TEST_F(Moves, TheMovesAskNoLock) {
     setOutline("a b");
@@ -454,33 +373,6 @@ TEST(LegitimateTitle, IsMadeOfLettersOnly) {
     EXPECT_TRUE(checkLegitimateTitle("Résumé"));
     EXPECT_FALSE(checkLegitimateTitle("A B"));
     EXPECT_FALSE(checkLegitimateTitle("Part2"));
-}
-
-class SuggestedTitle : public test::WindowFixture {
-protected:
-    QString suggestionFor(const std::string &content) {
-        PdfBuilder pdf;
-        pdf.addPage(content);
-        open(pdf);
-        return document.structuralEdits().getSuggestedTitleOnCurrentPage();
-    }
-};
-
-TEST_F(SuggestedTitle, DigitsAreNoTitle) {
-    EXPECT_EQ(suggestionFor(PdfBuilder::showText("F1", 30, 72, 700, "12") +
-                            PdfBuilder::showText("F1", 20, 72, 600, "Contents") +
-                            PdfBuilder::showText("F1", 10, 72, 500, "text")),
-              "Contents");
-}
-
-TEST_F(SuggestedTitle, OfTwoOfTheSameSizeTheFirst) {
-    EXPECT_EQ(suggestionFor(PdfBuilder::showText("F1", 20, 72, 700, "First") +
-                            PdfBuilder::showText("F2", 20, 72, 600, "Second")),
-              "First");
-}
-
-TEST_F(SuggestedTitle, APageWithoutTextSuggestsUntitled) {
-    EXPECT_EQ(suggestionFor({}), "Untitled");
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "model/MyOutlineItem.h"
+#include "support/LogRecorder.h"
 #include "support/OutlineItems.h"
-
-#include <QLoggingCategory>
 
 #include <gmock/gmock.h>
 
@@ -82,21 +81,15 @@ TEST(OutlineItemSearch, AbsentTextGivesNoListAndEmptyTextAnEmptyOne) {
     EXPECT_THAT(*item.itemsMatchingText("nowhere"), IsEmpty());
 }
 
-QStringList logged;  // a message handler has no context of its own
-
 TEST(OutlineItemSearch, LogsEveryCheckAndEveryHit) {
-    logged.clear();
-    const QtMessageHandler before = qInstallMessageHandler(
-        [](QtMsgType, const QMessageLogContext &, const QString &message) { logged.append(message); });
-    QLoggingCategory::setFilterRules("leafwright.outline.debug=true");
+    const test::LogRecorder log("leafwright.outline.debug=true");
     const auto top = test::makeItem({"Introduction", "1", {}, {{"Summary"}}});
     top->hasText("Intro");
     top->itemsMatchingText("Sum");
-    QLoggingCategory::setFilterRules("");
-    qInstallMessageHandler(before);
-    EXPECT_THAT(logged, ElementsAre("search-select: [Introduction] checked for [Intro]", "... and found!",
-                                    "search-select: [Introduction] checked for [Sum]",
-                                    "search-select: [Summary] checked for [Sum]", "... and found!"));
+    EXPECT_THAT(log.messages(),
+                ElementsAre("search-select: [Introduction] checked for [Intro]", "... and found!",
+                            "search-select: [Introduction] checked for [Sum]",
+                            "search-select: [Summary] checked for [Sum]", "... and found!"));
 }
 
 }  // namespace

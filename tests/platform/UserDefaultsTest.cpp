@@ -88,6 +88,20 @@ TEST(UserDefaults, KeysThatAreAddressesStayApart) {
         EXPECT_EQ(defaults.dataForKey(keys[i]), QByteArray::number(i)) << qPrintable(keys[i]);
 }
 
+TEST(UserDefaults, FractionsAreReadFromNumbersAndTexts) {
+    const TempDir dir;
+    write(dir.path("settings.ini"), "[General]\nfraction=2.5\nwhole=-7\nword=many\nendless=inf\n");
+    UserDefaults defaults(dir.path("settings.ini"));
+    defaults.registerDefaults({{"word", 3}, {"endless", 4.5}});
+    EXPECT_EQ(defaults.doubleForKey("fraction"), 2.5);
+    EXPECT_EQ(defaults.doubleForKey("whole"), -7);
+    EXPECT_EQ(defaults.doubleForKey("word"), 3);
+    EXPECT_EQ(defaults.doubleForKey("endless"), 4.5);
+    EXPECT_EQ(defaults.doubleForKey("none"), 0);
+    defaults.setValue("fraction", 0.25);
+    EXPECT_EQ(defaults.doubleForKey("fraction"), 0.25);
+}
+
 TEST(UserDefaults, ValuesOfTheWrongTypeLeaveTheDefaultInForce) {
     const TempDir dir;
     write(dir.path("settings.ini"),

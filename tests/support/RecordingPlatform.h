@@ -33,7 +33,8 @@ public:
     qint64 now() const override { return clock; }
     void pause(int milliseconds) override { clock += milliseconds; }
     /// Later means once events are handled, whatever the delay.
-    void performAfterDelay(int /*milliseconds*/, QObject *context, std::function<void()> function) override {
+    void performAfterDelay(int milliseconds, QObject *context, std::function<void()> function) override {
+        delays.append(milliseconds);
         QMetaObject::invokeMethod(context, std::move(function), Qt::QueuedConnection);
     }
     UserDefaults &userDefaults() override { return defaults; }
@@ -46,6 +47,7 @@ public:
     QStringList revealedFiles;
     QStringList openedFiles;
     QList<QUrl> openedURLs;
+    QList<int> delays;  ///< Of what was to be done later, in milliseconds.
 
     QList<int> answers;                           ///< For alerts, in order.
     QList<std::optional<QString>> filesToChoose;  ///< For panels, in order; nothing is a cancelled one.

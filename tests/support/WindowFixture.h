@@ -6,10 +6,12 @@
 #include "desktop/SplitView.h"
 #include "desktop/ThumbnailView.h"
 #include "document/DocumentWindow.h"
+#include "document/HeadingMapModel.h"
 #include "support/DocumentFixture.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 
+#include <QAbstractItemModelTester>
 #include <QTest>
 
 namespace leafwright::test {
@@ -22,6 +24,9 @@ protected:
         registerDefaults(platform.userDefaults());
         ASSERT_TRUE(document.readFromURL(save(pdf, options)));
         document.makeWindowControllers();
+        constexpr auto mode = QAbstractItemModelTester::FailureReportingMode::Fatal;
+        treeTester = std::make_unique<QAbstractItemModelTester>(&document.treecontroller(), mode);
+        mapTester = std::make_unique<QAbstractItemModelTester>(&document.headingMapModel(), mode);
         document.finishLoading();
     }
 
@@ -31,6 +36,10 @@ protected:
     void select(const std::vector<IndexPath> &paths) {
         document.treecontroller().setSelectionIndexPaths(paths);
     }
+
+    // They watch over the models of what is open.
+    std::unique_ptr<QAbstractItemModelTester> treeTester;
+    std::unique_ptr<QAbstractItemModelTester> mapTester;
 };
 
 }  // namespace leafwright::test

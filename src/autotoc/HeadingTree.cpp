@@ -1,0 +1,57 @@
+#include "autotoc/HeadingTree.h"
+
+namespace leafwright {
+
+namespace {
+
+constexpr qsizetype shortestHeading = 4;  // UTF-16 units
+constexpr qsizetype longestHeading = 60;
+/// How far behind a heading's end, in characters of the page, a run may start and still continue it.
+constexpr int continuationWindow = 15;
+
+}  // namespace
+
+std::unique_ptr<MyOutlineItem> makeTopItem(const TextPages &pages, const QString &title) {
+    auto top = std::make_unique<MyOutlineItem>();
+    top->setPageLabel(pages.pageCount() > 0 ? pages.pageLabel(0) : QString());
+    top->setPageTitle(title);
+    return top;
+}
+
+QString autoTOCTitle(int maxDepth) {
+    return QLatin1String("AutoTOC") + QString::number(maxDepth);
+}
+
+bool canBeHeading(const QString &text) {
+    return text.size() >= shortestHeading && text.size() <= longestHeading && hasLetters(text);
+}
+
+void HeadingTree::place(const Heading &heading, int level) {
+    const int depth = currentDepth();
+    if (depth < level) {
+        if (depth < maxDepth_) insertBelow(*path_.back(), heading);
+    } else if (depth == level && continuesLast(heading)) {
+        MyOutlineItem &last = *path_.back();
+        last.setPageTitle(last.pageTitle() + u' ' + heading.text);
+        lastEnd_ = heading.range.end();
+    } else {
+        path_.resize(level);  // up to the parent of the item at the heading's depth
+        insertBelow(*path_.back(), heading);
+    }
+}
+
+bool HeadingTree::continuesLast(const Heading &heading) const {
+    return heading.pageLabel == path_.back()->pageLabel() &&
+           heading.range.location < lastEnd_ + continuationWindow;
+}
+
+void HeadingTree::insertBelow(MyOutlineItem &parent, const Heading &heading) {
+    auto item = std::make_unique<MyOutlineItem>();
+    item->setPageTitle(trimSpacesString(heading.text));
+    item->setPageLabel(heading.pageLabel);
+    item->setPointOnPage(heading.point);
+    path_.push_back(&parent.appendChild(std::move(item)));
+    lastEnd_ = heading.range.end();
+}
+
+}  // namespace leafwright

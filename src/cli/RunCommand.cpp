@@ -1,0 +1,144 @@
+#include "cli/RunCommand.h"
+
+#include "cli/JsonWriter.h"
+#include "cli/OpenFile.h"
+#include "script/ActionList.h"
+#include "script/ScriptFiles.h"
+#include "script/ScriptPlayer.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+
+namespace leafwright::cli {
+
+namespace {
+
+const QString reportOption = QStringLiteral("report");
+const QString listOption = QStringLiteral("list");
+
+QString translated(const char *text) {
+    return QCoreApplication::translate("RunCommand", text);
+}
+
+struct Request {
+    QString steps;
+    QString file;
+    QString out;     ///< Empty for none.
+    QString report;  ///< Empty for none; "-" for the results.
+};
+
+/// @return the steps, or what is wrong with them
+std::variant<std::vector<script::Step>, QString> readSteps(const QString &path) {
+    QFile file;
+    const bool opened = path == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
+                                                   : (file.setFileName(path), file.open(QIODevice::ReadOnly));
+    if (!opened) return translated("the script can't be read: %1").arg(file.errorString());
+    return script::parseSteps(file.readAll());
+}
+
+/// Writes the records as they come. The report of a long script on a large outline would fill the memory.
+class ReportFile {
+public:
+    explicit ReportFile(const QString &path) : file_(path) {
+        if (path.isEmpty() || !file_.open(QIODevice::ReadWrite)) return;
+        json_.emplace([this](const QByteArray &bytes) { file_.write(bytes); });
+        json_->beginArray();
+    }
+
+    script::ScriptPlayer::Recorder recorder() {
+        if (!json_) return nullptr;
+        return [this](const script::StepRecord &record, MyDocument *document) {
+            script::writeRecord(record, document, *json_);
+        };
+    }
+    /// Ends the report. @return why it could not be written
+    std::optional<QString> finish() {
+        if (!json_) return std::nullopt;
+        json_->endArray();
+        json_.reset();
+        if (file_.flush() && file_.error() == QFile::NoError) return std::nullopt;
+        return translated("the report could not be written: %1").arg(file_.errorString());
+    }
+    void print(Console &console) {
+        file_.seek(0);
+        constexpr qint64 blockSize = 1 << 20;
+        while (!file_.atEnd())
+            console.write(file_.read(blockSize));
+    }
+
+private:
+    QFile file_;
+    std::optional<leafwright::JsonWriter> json_;
+};
+
+std::optional<QString> writeOutcome(const script::ScriptPlayer &player, const QString &place) {
+    if (!player.document()) return translated("the script closed the document; there is no outline to write");
+    const auto error = player.document()->writeNewPDFOutline(place, MyDocument::saveFinalPDF);
+    return error ? std::optional(error->message) : std::nullopt;
+}
+
+/// @return why the script did not come to its end; then nothing has been written
+std::optional<QString> play(const std::vector<script::Step> &steps, const Request &request,
+                            Console &console) {
+    script::ScriptFiles files(QDir::currentPath());
+    const bool printsReport = request.report == QLatin1String("-");
+    ReportFile report(printsReport               ? files.temporaryDirectory() + QLatin1String("/.report")
+                      : request.report.isEmpty() ? QString()
+                                                 : files.placeFor(request.report));
+    {
+        script::ScriptPlayer player(files, report.recorder());
+        if (const auto error = player.open(request.file)) return openFailure(request.file, *error);
+        if (const auto failure = player.play(steps)) return request.steps + QLatin1String(": ") + *failure;
+        if (!request.out.isEmpty())
+            if (const auto failure = writeOutcome(player, files.placeFor(request.out))) return failure;
+    }
+    if (const auto failure = report.finish()) return failure;
+    if (const auto failure = files.publish()) return failure;
+    if (printsReport) report.print(console);
+    return std::nullopt;
+}
+
+}  // namespace
+
+CommandInfo RunCommand::info() const {
+    return {QStringLiteral("run"),
+            translated("Plays a script: whatever can be done in the window."),
+            translated(
+                "STEPS is a JSON array of commands and gestures, which are played on FILE. FILE changes only "
+                "where the script saves it. When a step can't be played, nothing at all is written."),
+            {{QStringLiteral("STEPS"), translated("The script; \"-\" is standard input.")},
+             {QStringLiteral("FILE"), translated("The PDF.")}},
+            {outputOption(),
+             {reportOption, translated("Tells what came of each step, as JSON; \"-\" is standard output."),
+              QStringLiteral("R")},
+             {listOption, translated("Lists all commands as JSON instead, without arguments.")}},
+            listOption};
+}
+
+ExitCode RunCommand::run(const QCommandLineParser &arguments, Console &console) const {
+    if (arguments.isSet(listOption)) {
+        JsonWriter json(console);
+        script::writeActionList(json);
+        return Done;
+    }
+    const Request request{arguments.positionalArguments()[0], arguments.positionalArguments()[1],
+                          arguments.value(outputOption()), arguments.value(reportOption)};
+    const auto steps = readSteps(request.steps);
+    if (const auto *problem = std::get_if<QString>(&steps)) {
+        console.message(request.steps + QLatin1String(": ") + *problem);
+        return Failed;
+    }
+    if (!qobject_cast<QApplication *>(QCoreApplication::instance())) {
+        console.message(translated("scripts need a program with windows"));
+        return Failed;
+    }
+    if (const auto failure = play(std::get<std::vector<script::Step>>(steps), request, console)) {
+        console.message(*failure);
+        return Failed;
+    }
+    return Done;
+}
+
+}  // namespace leafwright::cli

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <QString>
+#include <QTemporaryDir>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+class QSaveFile;
+
+namespace leafwright::script {
+
+/// The files of a run. A script that stops half-way must not leave half of its work behind: so whatever it
+/// writes is written to a folder of the run's own, and takes its place when the script has come to its end.
+/// What it opens to be saved is opened as a copy there. Paths are absolute, or relative to a base folder.
+class ScriptFiles {
+public:
+    /// @param baseFolder an absolute path
+    explicit ScriptFiles(QString baseFolder);
+
+    /// A copy of a file, under its name. @return the copy's path; nothing if it can't be made
+    std::optional<QString> copyOf(const QString &path);
+    /// Where to write what is to become a file.
+    QString placeFor(const QString &path);
+    /// Where a file is to be read: where the script has written it, if it has.
+    QString placeToRead(const QString &path) const;
+    /// Where to write what only the script's caller asked for.
+    QString temporaryDirectory() const { return folder_.filePath(QStringLiteral("temporary")); }
+    /// Absolute and clean.
+    QString absolute(const QString &path) const;
+
+    /// A path as reports tell it, the same in every run: that of the file which this one is to become,
+    /// relative to the base folder if it is in there; "<temporary>/" and the name in the temporary folder.
+    QString told(const QString &path) const;
+
+    /// Puts all that was written in its place: first everything is copied beside it, then all is renamed.
+    /// @return why that failed
+    std::optional<QString> publish() const;
+
+private:
+    struct Staged {
+        QString path;   ///< Where it belongs.
+        QString place;  ///< Where it stands until then.
+    };
+    const Staged *stagedFor(const QString &path) const;
+
+    QString base_;
+    QTemporaryDir folder_;
+    std::vector<Staged> staged_;
+};
+
+}  // namespace leafwright::script

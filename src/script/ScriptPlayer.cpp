@@ -1,0 +1,110 @@
+#include "script/ScriptPlayer.h"
+
+#include "desktop/Sheet.h"
+#include "document/MyDocument.h"
+#include "script/ModalGuard.h"
+#include "script/ScriptFiles.h"
+#include "script/ScriptGestures.h"
+#include "script/StepFailure.h"
+
+#include <QCoreApplication>
+
+namespace leafwright::script {
+
+namespace {
+
+QString translated(const char *text) {
+    return QCoreApplication::translate("ScriptPlayer", text);
+}
+
+/// The tag of the button that is pressed where a step names none. A command that says by its ellipsis that it
+/// asks something is given for the sake of its sheet; a sheet that comes up in passing is cancelled.
+int usualTag(const Step &step) {
+    const ActionDescription *command = actionDescription(step.name);
+    return command && QString::fromUtf8(command->title).endsWith(u'…') ? 1 : 0;
+}
+
+void handleEvents() {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+}  // namespace
+
+ScriptPlayer::ScriptPlayer(ScriptFiles &files, Recorder record)
+    : files_(files), record_(std::move(record)), platform_(files), application_(platform_) {}
+
+ScriptPlayer::~ScriptPlayer() = default;
+
+MyDocument *ScriptPlayer::document() const {
+    return qobject_cast<MyDocument *>(document_);
+}
+
+std::optional<PDFError> ScriptPlayer::open(const QString &path) {
+    const QString place = files_.copyOf(path).value_or(files_.absolute(path));
+    document_ = application_.documentController().openDocumentWithContentsOfURL(place, true);
+    if (!document()) {
+        auto again = PDFDocument::open(files_.absolute(path));
+        if (auto *error = std::get_if<PDFError>(&again)) return *error;
+        return PDFError{PDFError::Kind::FileUnreadable, translated("it could not be copied")};
+    }
+    document()->finishLoading();
+    std::vector<ShownSheet> sheets;
+    settle({}, sheets);
+    if (record_) record_({{}, std::nullopt, platform_.takeHappenings(), std::move(sheets)}, document());
+    return std::nullopt;
+}
+
+std::optional<QString> ScriptPlayer::play(const std::vector<Step> &steps) {
+    for (const Step &step : steps) {
+        try {
+            playStep(step);
+        } catch (const StepFailure &failure) {
+            return failureOfStep(step.number, step.name, failure.reason());
+        }
+    }
+    return std::nullopt;
+}
+
+void ScriptPlayer::playStep(const Step &step) {
+    if (!document()) throw StepFailure(translated("the document has been closed"));
+    ScriptGestures gestures(*document(), platform_);
+    gestures.endEditing();
+    const ModalGuard guard;
+    StepRecord record{step.name, std::nullopt};
+    record.enabled = step.isCommand ? perform(step, record.sheets) : gestures.play(step);
+    settle(step, record.sheets);
+    if (!guard.closed().isNull())
+        throw StepFailure(translated("a window waits for a person: \"%1\"").arg(guard.closed()));
+    if (!platform_.unanswered().isNull()) throw StepFailure(platform_.unanswered());
+    record.happenings = platform_.takeHappenings();
+    if (record_) record_(record, document());
+}
+
+bool ScriptPlayer::perform(const Step &step, std::vector<ShownSheet> &sheets) {
+    if (!document()->actions().perform(step.name)) return false;
+    answerOpenSheet(step, sheets);
+    if (step.has("fields") && sheets.empty())
+        throw StepFailure(translated("no sheet opened to take the fields"));
+    return true;
+}
+
+void ScriptPlayer::answerOpenSheet(const Step &step, std::vector<ShownSheet> &sheets) {
+    Sheet *sheet = document() ? document()->openSheet() : nullptr;
+    if (!sheet || !sheet->isVisible()) return;
+    // The step's own words are for the first of its sheets.
+    const bool isFirst = sheets.empty();
+    const bool isMeant = isFirst && (step.has("fields") || step.has("tag"));
+    const int tag = isMeant ? step["tag"].toInt(1) : (isFirst ? usualTag(step) : 0);
+    sheets.push_back(answerSheet(*sheet, isMeant ? step["fields"].toObject() : QJsonObject(), tag));
+}
+
+void ScriptPlayer::settle(const Step &step, std::vector<ShownSheet> &sheets) {
+    do {
+        handleEvents();
+        answerOpenSheet(step, sheets);
+        handleEvents();
+    } while (platform_.runLater());
+}
+
+}  // namespace leafwright::script

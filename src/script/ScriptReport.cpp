@@ -1,0 +1,273 @@
+#include "script/ScriptReport.h"
+
+#include "categories/FontIdentity.h"
+#include "desktop/OKNSOutlineView.h"
+#include "document/MyDocument.h"
+#include "platform/JsonWriter.h"
+#include "tree/TreeController.h"
+#include "view/LabelPDFView.h"
+#include "view/SpotArchive.h"
+
+#include <QLineEdit>
+
+namespace leafwright::script {
+
+namespace {
+
+using Layout = JsonWriter::Layout;
+
+// What happened
+
+void write(const QStringList &texts, JsonWriter &json) {
+    json.beginArray(Layout::Compact);
+    for (const QString &text : texts)
+        json.value(text);
+    json.endArray();
+}
+
+void write(const QJsonValue &value, JsonWriter &json) {
+    if (value.isBool()) return json.value(value.toBool());
+    if (value.isDouble()) return json.value(value.toDouble());
+    json.value(value.toString());
+}
+
+void write(const Happenings::ShownAlert &shown, JsonWriter &json) {
+    json.beginObject();
+    json.member("message", shown.alert.message);
+    json.member("informativeText", shown.alert.informativeText);
+    json.key("buttons");
+    write(shown.alert.buttons, json);
+    json.member("answer", shown.answer);
+    json.endObject();
+}
+
+void write(const ShownSheet &shown, JsonWriter &json) {
+    json.beginObject();
+    json.member("title", shown.title);
+    json.key("fields");
+    json.beginObject();
+    for (const auto &[name, value] : shown.fields) {
+        json.key(qPrintable(name));
+        write(value, json);
+    }
+    json.endObject();
+    json.member("tag", shown.tag);
+    json.endObject();
+}
+
+void write(const Happenings::ShownPanel &shown, JsonWriter &json) {
+    json.beginObject();
+    json.member("kind", shown.saves ? QStringLiteral("save") : QStringLiteral("open"));
+    json.member("title", shown.panel.title);
+    json.key("allowedFileTypes");
+    write(shown.panel.allowedFileTypes, json);
+    json.member("chosen", shown.chosen);
+    json.endObject();
+}
+
+void write(const Happenings::Request &request, JsonWriter &json) {
+    constexpr std::array kinds{"revealed", "opened", "address"};
+    json.beginObject(Layout::Compact);
+    json.member(kinds.at(static_cast<size_t>(request.kind)), request.what);
+    json.endObject();
+}
+
+void write(const LevelRecord &record, JsonWriter &json) {
+    json.beginObject(Layout::Compact);
+    json.member("levelNumber", record.levelNumber);
+    json.member("Level", record.level);
+    json.member("FontTraits", record.fontTraits);
+    if (record.font) {
+        json.member("font", record.font->displayName());
+        json.member("size", record.font->pointSize());
+        json.member("bold", isBold(*record.font));
+        json.member("italic", isItalic(*record.font));
+    }
+    json.endObject();
+}
+
+template <typename Shown>
+void writeList(const char *key, const std::vector<Shown> &list, JsonWriter &json) {
+    json.key(key);
+    json.beginArray();
+    for (const Shown &each : list)
+        write(each, json);
+    json.endArray();
+}
+
+void writeHappenings(const StepRecord &record, JsonWriter &json) {
+    json.member("beeps", record.happenings.beeps);
+    writeList("alerts", record.happenings.alerts, json);
+    writeList("sheets", record.sheets, json);
+    writeList("panels", record.happenings.panels, json);
+    writeList("workspace", record.happenings.workspace, json);
+    json.member("clipboard", record.happenings.clipboard.value_or(QString()));
+}
+
+// How things stand
+
+/// The page that a label leads to as things stand. The document's own look-up asks the user where a printed
+/// page number is not known, which a report must not.
+std::optional<int> pageIndexOf(const QString &label, const MyDocument &document) {
+    if (label.isNull()) return std::nullopt;
+    const PageLabelMap &map = document.pdfMapPageLabelToIndex();
+    const auto found = map.constFind(pageLabelKey(label, static_cast<qint32>(document.printedPageOffset())));
+    return found == map.constEnd() ? std::nullopt : std::optional(*found);
+}
+
+void beginNode(const MyOutlineItem &item, const MyDocument &document, JsonWriter &json) {
+    json.beginObject();
+    json.member("title", item.pageTitle());
+    json.member("pageLabel", item.pageLabel());
+    const auto index = pageIndexOf(item.pageLabel(), document);
+    json.key("pageIndex");
+    index ? json.value(*index) : json.null();
+    json.member("point", item.pointOnPage());
+    json.key("children");
+    json.beginArray();
+}
+
+/// Visits all items below the root in tree order; without recursion, since trees may be deep.
+template <typename Enter, typename Leave>
+void walk(const TreeNode &root, Enter &&enter, Leave &&leave) {
+    struct Siblings {
+        const TreeNode *parent;
+        size_t next = 0;
+    };
+    std::vector<Siblings> open{{&root}};
+    while (!open.empty()) {
+        Siblings &siblings = open.back();
+        if (siblings.next == siblings.parent->childCount()) {
+            open.pop_back();
+            if (!open.empty()) leave();
+            continue;
+        }
+        const TreeNode *node = siblings.parent->childNodes()[siblings.next++];
+        enter(*node);
+        open.push_back({node});
+    }
+}
+
+void writeOutline(MyDocument &document, JsonWriter &json) {
+    json.key("outline");
+    json.beginArray();
+    walk(
+        document.treecontroller().arrangedObjects(),
+        [&](const TreeNode &node) { beginNode(*node.representedObject(), document, json); },
+        [&] {
+            json.endArray();
+            json.endObject();
+        });
+    json.endArray();
+}
+
+void write(const IndexPath &path, JsonWriter &json) {
+    json.beginArray(Layout::Compact);
+    for (size_t i = 0; i < path.length(); ++i)
+        json.value(static_cast<qint64>(path.indexAtPosition(i)));
+    json.endArray();
+}
+
+void writePaths(const char *key, const std::vector<IndexPath> &paths, JsonWriter &json) {
+    json.key(key);
+    json.beginArray(Layout::Compact);
+    for (const IndexPath &path : paths)
+        write(path, json);
+    json.endArray();
+}
+
+std::vector<IndexPath> expandedPaths(MyDocument &document) {
+    std::vector<IndexPath> paths;
+    walk(
+        document.treecontroller().arrangedObjects(),
+        [&](const TreeNode &node) {
+            if (document.outlineview()->isItemExpanded(node)) paths.push_back(node.indexPath());
+        },
+        [] {});
+    return paths;
+}
+
+void writeEditing(MyDocument &document, JsonWriter &json) {
+    json.key("editing");
+    const OKNSOutlineView &view = *document.outlineview();
+    const auto *field = view.viewport()->findChild<QLineEdit *>();
+    if (!field || !view.currentIndex().isValid()) return json.null();
+    const bool isTitle = view.currentIndex().column() == TreeController::TitleColumn;
+    json.beginObject(Layout::Compact);
+    json.key("path");
+    write(document.treecontroller().nodeForIndex(view.currentIndex()).indexPath(), json);
+    json.member("column", isTitle ? QStringLiteral("title") : QStringLiteral("page"));
+    json.member("selectedText", field->selectedText());
+    json.endObject();
+}
+
+void writePage(const PDFPage *page, JsonWriter &json) {
+    json.key("page");
+    page ? json.value(page->index() + 1) : json.null();
+}
+
+void writeSelection(const std::optional<PDFSelection> &selection, JsonWriter &json) {
+    json.key("pageSelection");
+    if (!selection || selection->isEmpty()) return json.null();
+    json.beginObject();
+    json.member("text", selection->string());
+    json.key("ranges");
+    json.beginArray();
+    for (const PDFPage *page : selection->pages()) {
+        for (const TextRange &range : selection->rangesOnPage(*page)) {
+            json.beginObject(Layout::Compact);
+            json.member("page", page->index() + 1);
+            json.member("location", range.location);
+            json.member("length", range.length);
+            json.endObject();
+        }
+    }
+    json.endArray();
+    json.endObject();
+}
+
+void writeIcon(const QByteArray &archive, JsonWriter &json) {
+    json.key("icon");
+    const auto spot = unarchivedSpot(archive);
+    if (!spot) return json.null();
+    json.beginObject(Layout::Compact);
+    json.member("pageLabel", spot->pageLabel);
+    json.member("point", spot->point);
+    json.endObject();
+}
+
+void writeState(MyDocument &document, JsonWriter &json) {
+    writeOutline(document, json);
+    writePaths("selection", document.treecontroller().selectionIndexPaths(), json);
+    writePaths("expanded", expandedPaths(document), json);
+    writeEditing(document, json);
+    json.member("edited", document.isDocumentEdited());
+    writePage(document.pdfview()->currentPage(), json);
+    writeSelection(document.pdfview()->currentSelection(), json);
+    writeList("map", document.listH1H2H3Config(), json);
+    json.member("printedPageOffset", static_cast<qint32>(document.printedPageOffset()));
+    json.member("badge", document.pdfview()->pageLabelLocation());
+    writeIcon(document.pdfview()->iconLocationData(), json);
+}
+
+void writeClosedState(JsonWriter &json) {
+    for (const char *key : {"outline", "selection", "expanded", "editing", "edited", "page", "pageSelection",
+                            "map", "printedPageOffset", "badge", "icon"}) {
+        json.key(key);
+        json.null();
+    }
+}
+
+}  // namespace
+
+void writeRecord(const StepRecord &record, MyDocument *document, JsonWriter &json) {
+    json.beginObject();
+    json.member("do", record.name);
+    json.key("enabled");
+    record.enabled ? json.value(*record.enabled) : json.null();
+    writeHappenings(record, json);
+    document ? writeState(*document, json) : writeClosedState(json);
+    json.endObject();
+}
+
+}  // namespace leafwright::script

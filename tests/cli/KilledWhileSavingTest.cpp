@@ -1,0 +1,97 @@
+#include "support/CliFiles.h"
+#include "support/CliRun.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QThread>
+
+#include <gmock/gmock.h>
+
+namespace leafwright::test {
+namespace {
+
+/// A save that takes its time: a file of some megabytes gets an outline of thousands of entries.
+class KilledWhileSaving : public testing::Test {
+protected:
+    void SetUp() override {
+        PdfBuilder pdf;
+        pdf.addNumberedPages(200);
+        std::string noise(megabytes << 20U, '\0');
+        for (char &c : noise)
+            c = static_cast<char>(random.generate());
+        pdf.addStream(noise);
+        pdf.save(path);
+        QByteArray tree;
+        for (int i = 0; i < entries; ++i)
+            tree += "+ @" + QByteArray::number(i % 200 + 1) + " Entry " + QByteArray::number(i) + "\n";
+        saveBytes(dir.path("tree"), tree);
+        before = bytesOf(path);
+    }
+
+    /// Begins to save over the file itself.
+    void startSaving() {
+        saving.setProgram(QStringLiteral(LEAFWRIGHT_CLI));
+        saving.setArguments({"apply", path, dir.path("tree"), "-o", path});
+        saving.start();
+        ASSERT_TRUE(saving.waitForStarted());
+    }
+    void saveWhole() {
+        startSaving();
+        ASSERT_TRUE(saving.waitForFinished(-1));
+        ASSERT_EQ(saving.exitCode(), 0) << saving.readAllStandardError().constData();
+    }
+    /// Kills the program at some moment after its start, and waits until it is gone.
+    void killAfter(qint64 microseconds) {
+        startSaving();
+        QThread::usleep(microseconds);
+        saving.kill();
+        saving.waitForFinished(-1);
+    }
+    /// What a killed program can't tidy away.
+    void removeUnfinishedFiles() {
+        for (const QString &name : QDir(dir.path(".")).entryList({"a.pdf.*"}, QDir::Files))
+            QFile::remove(dir.path(name));
+    }
+
+    static constexpr unsigned megabytes = 8;
+    static constexpr int entries = 4000;
+    TempDir dir;
+    QString path = dir.path("a.pdf");
+    QByteArray before;
+    QProcess saving;
+    QRandomGenerator random{20260101};
+};
+
+TEST_F(KilledWhileSaving, TheNameLeadsToTheOldFileOrToTheNewOne) {
+    QElapsedTimer clock;
+    clock.start();
+    saveWhole();
+    const qint64 whole = clock.nsecsElapsed() / 1000;
+    const QByteArray after = bytesOf(path);
+    ASSERT_NE(after, before);
+    saveBytes(path, before);
+
+    int old = 0;
+    constexpr int moments = 200;
+    for (int i = 0; i < moments; ++i) {
+        killAfter(random.bounded(whole));
+        const QByteArray now = bytesOf(path);
+        ASSERT_TRUE(now == before || now == after)
+            << "killed at moment " << i << ": " << now.size() << " bytes";
+        if (now == before)
+            ++old;
+        else
+            saveBytes(path, before);
+        removeUnfinishedFiles();
+    }
+    RecordProperty("old", old);
+    std::printf("old file %d times, new file %d times\n", old, moments - old);
+    EXPECT_GT(old, 0) << "no moment lay within the saving";
+    saveWhole();
+    EXPECT_EQ(bytesOf(path), after) << "and what was killed stands in nobody's way";
+}
+
+}  // namespace
+}  // namespace leafwright::test
