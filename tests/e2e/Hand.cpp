@@ -81,7 +81,7 @@ void Hand::type(const QString &text) {
 }
 
 QPoint onScreen(const QWidget &widget, const QPoint &position) {
-    return widget.mapToGlobal(position);
+    return (QPointF(widget.mapToGlobal(position)) * widget.devicePixelRatioF()).toPoint();
 }
 
 }  // namespace leafwright::test

@@ -42,7 +42,8 @@ public:
     static QByteArray tool(const QStringList &arguments);
 };
 
-/// A place of a widget on the screen. On the main thread.
+/// A place of a widget on the screen, in the screen's pixels, of which a widget's may have several. On the
+/// main thread.
 QPoint onScreen(const QWidget &widget, const QPoint &position);
 
 }  // namespace leafwright::test
