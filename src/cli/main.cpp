@@ -21,6 +21,7 @@ int main(int argc, char *argv[]) {
     // Commands say themselves what failed. QT_LOGGING_RULES still turns the log on.
     QLoggingCategory::setFilterRules(QStringLiteral("leafwright.*.warning=false\ndefault.warning=false"));
     const auto application = makeApplication(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral(LEAFWRIGHT_VERSION));
     leafwright::cli::Console console;
     return leafwright::cli::runCommandLine(QCoreApplication::arguments().sliced(1), console);
 }
