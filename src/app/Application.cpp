@@ -4,11 +4,13 @@
 #include "app/DesktopApplication.h"
 #include "app/SingleInstance.h"
 #include "desktop/QtPlatform.h"
+#include "platform/Translation.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFileInfo>
 #include <QIcon>
+#include <QLocale>
 #include <QTimer>
 
 #include <cstdio>
@@ -103,6 +105,7 @@ private:
 
 int applicationMain(int argc, char **argv) {
     QApplication application(argc, argv);
+    installTranslators(application, QLocale(), translationsFolder());
     setUp();
     const Start start = parseArguments(application);
 
