@@ -25,9 +25,9 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv) {
 }  // namespace
 
 int main(int argc, char *argv[]) {
-    const auto application = makeApplication(argc, argv);
     // Commands say themselves what failed. QT_LOGGING_RULES still turns the log on.
     QLoggingCategory::setFilterRules(QStringLiteral("leafwright.*.warning=false\ndefault.warning=false"));
+    const auto application = makeApplication(argc, argv);
     leafwright::cli::Console console;
     return leafwright::cli::runCommandLine(QCoreApplication::arguments().sliced(1), console);
 }

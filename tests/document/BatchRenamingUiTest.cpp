@@ -34,6 +34,106 @@ TEST_F(Renaming, TheExampleFollowsTheFields) {
     press(0);
 }
 
+TEST_F(Renaming, ACancelledSheetChangesNothing) {
+    setOutline("Intro");
+    select({{0}});
+    for (const char *selector : {"renameSequentialNumbering:", "renameFindReplace:", "renameAddPrefix:"}) {
+        perform(selector);
+        press(0);
+    }
+    EXPECT_EQ(titles(), QStringList{"Intro"});
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
+TEST_F(Renaming, AnyOtherEndOfASheetThanCancelApplies) {
+    setOutline("Intro");
+    select({{0}});
+    perform("renameAddPrefix:");
+    constexpr int someTag = 7;
+    document.openSheet()->end(someTag);
+    EXPECT_EQ(titles(), QStringList{"Ch Intro"});
+}
+
+TEST_F(Renaming, NoLockIsAsked) {
+    setOutline("intro");
+    document.setAllowTOCediting(false);
+    document.setLockTOCediting(true);
+    select({{0}});
+    perform("changeCaseToUpperCase:");
+    document.batchRenaming().renameSelectedTOCItemsWithPrefix("x");
+    EXPECT_EQ(titles(), QStringList{"x INTRO"});
+    EXPECT_EQ(platform.beeps, 0);
+}
+
+TEST_F(Renaming, NumbersWrapAround) {
+    setOutline("a b");
+    select({{0}, {1}});
+    document.batchRenaming().renameSelectedTOCItemsWithPrefix({"", "", " "}, 2147483647, 1);
+    EXPECT_EQ(titles(), (QStringList{"2147483647 a", "-2147483648 b"}));
+}
+
+TEST_F(Renaming, NumbersMayGoDownToZero) {
+    setOutline("a b c");
+    select({{0}, {1}, {2}});
+    document.batchRenaming().renameSelectedTOCItemsWithPrefix({"", "", "."}, 10, -5);
+    EXPECT_EQ(titles(), (QStringList{"10.a", "5.b", "0.c"}));
+}
+
+TEST_F(Renaming, AnEmptyPrefixKeepsTheFirstSeparator) {
+    setOutline("a");
+    select({{0}});
+    document.batchRenaming().renameSelectedTOCItemsWithPrefix({"", " ", " "}, 1, 1);
+    EXPECT_EQ(titles(), QStringList{" 1 a"});
+}
+
+TEST_F(Renaming, FindAndReplaceThroughTheSheet) {
+    setOutline("Part part other");
+    select({{0}, {1}, {2}});
+    perform("renameFindReplace:");
+    field<QLineEdit>("findReplaceFindTermText")->setText("PART");
+    field<QLineEdit>("findReplaceReplaceTermText")->setText("Teil");
+    field<QCheckBox>("findReplaceIgnoreCaseCheck")->setChecked(true);
+    press(1);
+    EXPECT_EQ(titles(), (QStringList{"Teil", "Teil", "other"}));
+}
+
+TEST_F(Renaming, AnEmptyFindTermBeepsAndAnEmptyReplacementDeletes) {
+    setOutline("aXbX");
+    select({{0}});
+    document.batchRenaming().renameSelectedTOCItemsWithFindTerm("", false, "y");
+    document.batchRenaming().renameSelectedTOCItemsWithFindTerm("X", false, QString());
+    EXPECT_EQ(platform.beeps, 2);
+    EXPECT_FALSE(document.isDocumentEdited());
+    document.batchRenaming().renameSelectedTOCItemsWithFindTerm("X", false, "");
+    EXPECT_EQ(titles(), QStringList{"ab"});
+    EXPECT_TRUE(document.isDocumentEdited());
+}
+
+TEST_F(Renaming, APrefixGoesBeforeABlankAlsoOfAnEmptyTitle) {
+    setOutline("a b");
+    document.root().children()[1]->setPageTitle("");
+    select({{0}, {1}});
+    perform("renameAddPrefix:");
+    EXPECT_EQ(field<QLineEdit>("addPrefixPrefixTermField")->text(), "Ch");
+    press(1);
+    EXPECT_EQ(titles(), (QStringList{"Ch a", "Ch "}));
+}
+
+TEST_F(Renaming, ChildrenChangeOnlyIfTheyAreSelectedToo) {
+    setOutline("a (x)");
+    select({{0}});
+    perform("changeCaseToUpperCase:");
+    EXPECT_EQ(outline(), "A (x)");
+    select({{0}, {0, 0}});
+    perform("changeCaseToUpperCase:");
+    EXPECT_EQ(outline(), "A (X)");
+    perform("changeCaseToLowerCase:");
+    EXPECT_EQ(outline(), "a (x)");
+    document.root().children()[0]->setPageTitle("THE END");
+    perform("changeCaseToTitleCase:");
+    EXPECT_EQ(document.root().children()[0]->pageTitle(), "The End");
+}
+
 TEST_F(Renaming, WithoutASelectionEveryCommandBeeps) {
     setOutline("a");
     select({});
