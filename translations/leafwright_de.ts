@@ -443,10 +443,6 @@
         <translation>%1: Der Ordner ließ sich nicht anlegen</translation>
     </message>
     <message>
-        <source>Text in a font larger than the body text&apos;s is a heading; its level goes by the font&apos;s size, or by a map (see &quot;fonts --save-map&quot;). The headings take the place of the outline, unless --keep is given. With --out-dir, several files are done at once, on all cores.</source>
-        <translation>Text in einer größeren Schrift als der des Fließtexts ist eine Überschrift; ihre Ebene richtet sich nach der Größe der Schrift oder nach einer Tabelle (siehe „fonts --save-map“). Die Überschriften ersetzen die Gliederung, außer mit --keep. Mit --out-dir werden mehrere Dateien zugleich bearbeitet, auf allen Kernen.</translation>
-    </message>
-    <message>
         <source>%1: its text has fewer than two fonts, from which nothing can be told</source>
         <translation>%1: Der Text hat weniger als zwei Schriften, woraus sich nichts ersehen lässt</translation>
     </message>
@@ -613,6 +609,18 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
     <message>
         <source>&amp;Ignore case</source>
         <translation>&amp;Groß- und Kleinschreibung ignorieren</translation>
+    </message>
+    <message>
+        <source>Puts the prefix and a number in front of each selected title.</source>
+        <translation>Setzt den Vorsatz und eine Nummer vor jeden ausgewählten Titel.</translation>
+    </message>
+    <message>
+        <source>Replaces a text wherever it occurs in the selected titles.</source>
+        <translation>Ersetzt einen Text überall, wo er in den ausgewählten Titeln vorkommt.</translation>
+    </message>
+    <message>
+        <source>Puts the prefix and a blank in front of each selected title.</source>
+        <translation>Setzt den Vorsatz und ein Leerzeichen vor jeden ausgewählten Titel.</translation>
     </message>
 </context>
 <context>
@@ -917,6 +925,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1 could not be written: %2</source>
         <translation>%1 ließ sich nicht schreiben: %2</translation>
+    </message>
+    <message>
+        <source>it is locked, and its outline unknown</source>
+        <translation>sie ist gesperrt und ihre Gliederung unbekannt</translation>
     </message>
 </context>
 <context>
@@ -1249,8 +1261,12 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <translation>Auswählen</translation>
     </message>
     <message>
-        <source>Titles that &amp;contain:</source>
-        <translation>Titel, die &amp;enthalten:</translation>
+        <source>Selects all items whose titles contain a text. Upper and lower case make a difference.</source>
+        <translation>Wählt alle Einträge aus, deren Titel einen Text enthalten. Groß- und Kleinschreibung zählen.</translation>
+    </message>
+    <message>
+        <source>&amp;Text:</source>
+        <translation>&amp;Text:</translation>
     </message>
 </context>
 <context>
