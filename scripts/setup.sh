@@ -7,7 +7,10 @@ build_packages=(
   libfreetype-dev libharfbuzz-dev zlib1g-dev
   fonts-dejavu-core
 )
-test_packages=(libgtest-dev libgmock-dev libqpdf-dev qpdf poppler-utils man-db dbus-daemon desktop-file-utils appstream)
+test_packages=(
+  libgtest-dev libgmock-dev libqpdf-dev qpdf poppler-utils man-db
+  dbus-daemon desktop-file-utils appstream xvfb xdotool qt6-l10n-tools
+)
 
 # install_missing PACKAGE...: apt-get install for those that are not there yet.
 install_missing() {

@@ -127,6 +127,12 @@ std::vector<int> OutlineView::selectedRows() const {
     return selected;
 }
 
+bool OutlineView::hasSelectedRows() const {
+    if (!controller_) return false;
+    const std::vector<TreeNode *> nodes = controller_->selectedNodes();
+    return std::ranges::any_of(nodes, [this](const TreeNode *node) { return rowForItem(*node) >= 0; });
+}
+
 int OutlineView::selectedRow() const {
     const std::vector<int> selected = selectedRows();
     if (selected.empty()) return -1;
@@ -256,7 +262,25 @@ void OutlineView::editColumn(int column, int row) {
     if (!mayEdit(cell)) return;
     selectionModel()->setCurrentIndex(cell, QItemSelectionModel::NoUpdate);
     scrollTo(cell);
+    // A click on a selected row begins to wait for the second of a double click, and edits nothing meanwhile.
+    // Only the double click ends that.
+    QTreeView::edit(cell, DoubleClicked, nullptr);
     QTreeView::edit(cell, AllEditTriggers, nullptr);
+}
+
+void OutlineView::endEditing() {
+    QWidget *editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
+    if (!editor) return;
+    commitData(editor);
+    closeEditor(editor, QAbstractItemDelegate::NoHint);
+}
+
+void OutlineView::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
+                              const QList<int> &roles) {
+    QTreeView::dataChanged(topLeft, bottomRight, roles);
+    // With a layout to come, Qt passes over an open editor, which would write the old text back at its end.
+    QWidget *editor = topLeft == bottomRight ? indexWidget(topLeft) : nullptr;
+    if (editor) itemDelegateForIndex(topLeft)->setEditorData(editor, topLeft);
 }
 
 }  // namespace leafwright

@@ -3,6 +3,7 @@
 #include <QDialogButtonBox>
 #include <QFormLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <QVariant>
@@ -15,6 +16,8 @@ namespace leafwright {
 namespace {
 
 constexpr const char *tagProperty = "tag";
+/// Room for a line of text in a field; in widths of an average letter.
+constexpr int leastWidth = 60;
 
 }  // namespace
 
@@ -30,8 +33,10 @@ Sheet::Sheet(const QString &title, QWidget *parent)
     : QDialog(parent), form_(new QFormLayout), buttons_(new QDialogButtonBox) {
     setWindowTitle(title);
     setWindowModality(Qt::WindowModal);
+    setMinimumWidth(leastWidth * fontMetrics().averageCharWidth());
     auto *layout = new QVBoxLayout(this);
     layout->addLayout(form_);
+    layout->addStretch();
     layout->addWidget(buttons_);
     buttons_->hide();
     connect(this, &QDialog::finished, this, &Sheet::callDidEnd);
@@ -46,11 +51,7 @@ void Sheet::addText(const QString &text) {
 
 void Sheet::addField(const QString &label, QWidget *input, const QString &name) {
     input->setObjectName(name);
-    if (label.isEmpty()) {
-        form_->addRow(input);
-    } else {
-        form_->addRow(label, input);
-    }
+    form_->addRow(label, input);
 }
 
 QPushButton *Sheet::addButton(const QString &title, int tag) {
@@ -72,6 +73,11 @@ void Sheet::begin(QWidget *window, DidEnd didEnd) {
     if (isVisible()) return;
     if (parentWidget() != window) setParent(window, windowFlags());
     didEnd_ = std::move(didEnd);
+    // What the first field begins with is there to be typed over.
+    if (auto *first = findChild<QLineEdit *>()) {
+        first->setFocus();
+        first->selectAll();
+    }
     open();
 }
 

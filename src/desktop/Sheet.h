@@ -22,7 +22,8 @@ public:
 
     /// Adds a sentence above what is added next.
     void addText(const QString &text);
-    /// Adds an input, owned by the sheet from then on. @param label what people see beside it; "" for none
+    /// Adds an input, owned by the sheet from then on. @param label what people see beside it; "" for none,
+    /// which leaves it in line with the other inputs
     /// @param name the outlet's name, by which field() finds it
     void addField(const QString &label, QWidget *input, const QString &name);
     /// Adds a button that ends the sheet. The first with a tag other than 0 is what Return presses.

@@ -1,5 +1,6 @@
 #include "document/BatchRenaming.h"
 
+#include "desktop/ElidedLabel.h"
 #include "desktop/Sheet.h"
 #include "document/DocumentWindow.h"
 #include "document/MyDocument.h"
@@ -8,7 +9,6 @@
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QFormLayout>
-#include <QLabel>
 #include <QLineEdit>
 #include <QSpinBox>
 
@@ -17,6 +17,8 @@
 namespace leafwright {
 
 namespace {
+
+constexpr int exampleMargin = 3;  // pixels
 
 QString translated(const char *text) {
     return QCoreApplication::translate("BatchRenaming", text);
@@ -109,9 +111,11 @@ void BatchRenaming::beginSheet(Sheet *sheet, const QString &confirm, const std::
                                const std::function<void()> &apply) {
     const auto nodes = document_.treecontroller().selectedNodes();
     const QString title = nodes.empty() ? QString() : nodes.front()->representedObject()->pageTitle();
-    auto *example = new QLabel;
-    example->setTextFormat(Qt::PlainText);
-    example->setTextInteractionFlags(Qt::NoTextInteraction);
+    auto *example = new ElidedLabel;
+    example->setAccessibleName(translated("Example"));
+    // A frame, so that blanks at the beginning are seen.
+    example->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    example->setMargin(exampleMargin);
     const auto update = [example, title, rewrite] { example->setText(rewrite()(title)); };
     for (auto *field : sheet->findChildren<QLineEdit *>())
         QObject::connect(field, &QLineEdit::textChanged, example, update);
@@ -131,16 +135,17 @@ void BatchRenaming::beginSheet(Sheet *sheet, const QString &confirm, const std::
 void BatchRenaming::renameSequentialNumbering() {
     const auto &defaults = document_.renamingDefaults();
     auto *sheet = new Sheet(translated("Number Sequentially"));
-    const auto *prefix = addTextField(*sheet, translated("Prefix:"), "sequentialNumberingPrefixField",
+    sheet->addText(translated("Puts the prefix and a number in front of each selected title."));
+    const auto *prefix = addTextField(*sheet, translated("&Prefix:"), "sequentialNumberingPrefixField",
                                       defaults.sequentialNumberingPrefix);
-    const auto *first = addTextField(*sheet, translated("Between prefix and number:"),
+    const auto *first = addTextField(*sheet, translated("&Between prefix and number:"),
                                      "sequentialNumberingSeparatorFirstField", QStringLiteral(" "));
     const auto *number =
-        addNumberField(*sheet, translated("First number:"), "sequentialNumberingFirstNumberField",
+        addNumberField(*sheet, translated("&First number:"), "sequentialNumberingFirstNumberField",
                        defaults.sequentialNumberingFirstNumber);
-    const auto *step = addNumberField(*sheet, translated("Step:"), "sequentialNumberingStepValueField",
+    const auto *step = addNumberField(*sheet, translated("&Step:"), "sequentialNumberingStepValueField",
                                       defaults.sequentialNumberingStepValue);
-    const auto *second = addTextField(*sheet, translated("Between number and title:"),
+    const auto *second = addTextField(*sheet, translated("Between number and &title:"),
                                       "sequentialNumberingSeparatorSecondField", QStringLiteral(". "));
     const auto numbering = [=] { return SequentialNumbering{prefix->text(), first->text(), second->text()}; };
     beginSheet(
@@ -153,11 +158,12 @@ void BatchRenaming::renameSequentialNumbering() {
 
 void BatchRenaming::renameFindReplace() {
     auto *sheet = new Sheet(translated("Find and Replace"));
+    sheet->addText(translated("Replaces a text wherever it occurs in the selected titles."));
     const auto *find =
-        addTextField(*sheet, translated("Find:"), "findReplaceFindTermText", QStringLiteral(""));
+        addTextField(*sheet, translated("&Find:"), "findReplaceFindTermText", QStringLiteral(""));
     const auto *replace =
-        addTextField(*sheet, translated("Replace with:"), "findReplaceReplaceTermText", QStringLiteral(""));
-    auto *ignoreCase = new QCheckBox(translated("Ignore case"));
+        addTextField(*sheet, translated("Replace &with:"), "findReplaceReplaceTermText", QStringLiteral(""));
+    auto *ignoreCase = new QCheckBox(translated("&Ignore case"));
     sheet->addField({}, ignoreCase, QStringLiteral("findReplaceIgnoreCaseCheck"));
     const auto caseSensitivity = [=] {
         return ignoreCase->isChecked() ? Qt::CaseInsensitive : Qt::CaseSensitive;
@@ -178,7 +184,8 @@ void BatchRenaming::renameFindReplace() {
 
 void BatchRenaming::renameAddPrefix() {
     auto *sheet = new Sheet(translated("Add Prefix"));
-    const auto *prefix = addTextField(*sheet, translated("Prefix:"), "addPrefixPrefixTermField",
+    sheet->addText(translated("Puts the prefix and a blank in front of each selected title."));
+    const auto *prefix = addTextField(*sheet, translated("&Prefix:"), "addPrefixPrefixTermField",
                                       document_.renamingDefaults().addPrefixPrefixTerm);
     beginSheet(
         sheet, translated("Add"),

@@ -117,8 +117,11 @@ QAction *DocumentWindow::makeAction(const ActionDescription &description) {
     action->setObjectName(selector);
     action->setShortcut(QKeySequence(QString::fromLatin1(description.shortcut)));
     action->setIcon(actionIcon(QString::fromLatin1(description.selector)));
-    connect(action, &QAction::triggered, this,
-            [this, selector, action] { document_.actions().perform(selector, action); });
+    connect(action, &QAction::triggered, this, [this, selector, action] {
+        // What is being typed counts; it would be missing from a saved file, say.
+        outlineview_->endEditing();
+        document_.actions().perform(selector, action);
+    });
     tableActions_.append(action);
     return action;
 }

@@ -105,6 +105,10 @@ std::vector<TreeNode *> MyDocument::selectedNodes() const {
     return window_ ? selectedItems(*outlineview()) : std::vector<TreeNode *>();
 }
 
+bool MyDocument::hasSelectedItems() const {
+    return window_ && outlineview()->hasSelectedRows();
+}
+
 bool MyDocument::hasSelectedText() const {
     return window_ && pdfview()->currentSelection() && !pdfview()->currentSelection()->isEmpty();
 }

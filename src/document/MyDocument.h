@@ -155,7 +155,7 @@ public:
     /// The outline's selected items, as tree nodes, in the order of their rows.
     std::vector<TreeNode *> selectedNodes() const;
     /// Whether any outline item is selected, as selectedNodes() counts them.
-    bool hasSelectedItems() const { return !selectedNodes().empty(); }
+    bool hasSelectedItems() const;
     /// Whether text is selected on the pages.
     bool hasSelectedText() const;
     /// Opens a sheet on the window and deletes it when it has ended. @param didEnd gets the return code; 0 is

@@ -15,7 +15,7 @@ namespace leafwright {
 namespace {
 
 /// Marks a drag as one of outline items; the nodes themselves stay with the document.
-const QString SIMPLE_PBOARD_TYPE = QStringLiteral("application/x-leafwright-outline-items");
+const QString SIMPLE_PBOARD_TYPE = QStringLiteral("SIMPLE_PBOARD_TYPE");
 const QString stringPasteboardType = QStringLiteral("text/plain");
 
 }  // namespace

@@ -79,8 +79,10 @@ void SelectionCommands::applyTOCCollapse() {
 
 void SelectionCommands::runSearchSelectSheet() {
     auto *sheet = new Sheet(translated("Search and Select"));
+    sheet->addText(
+        translated("Selects all items whose titles contain a text. Upper and lower case make a difference."));
     auto *field = new QLineEdit;
-    sheet->addField(translated("Titles that contain:"), field, QStringLiteral("searchSelectField"));
+    sheet->addField(translated("&Text:"), field, QStringLiteral("searchSelectField"));
     sheet->addButton(translated("Cancel"), 0);
     sheet->addButton(translated("Select"), 1);
     document_.beginSheet(sheet, [this, field](int returnCode) {

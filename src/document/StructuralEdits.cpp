@@ -19,19 +19,33 @@ namespace leafwright {
 
 namespace {
 
-/// Marks a document as moving items, and counts the change at the end, whatever was moved.
+/// More selected nodes than this move together, as far as views can tell.
+constexpr size_t nodesWorthMovingSingly = 32;
+
+/// Marks a document as moving its selected items, and counts the change at the end, whatever was moved.
 class Moving {
 public:
-    explicit Moving(MyDocument &document) : document_(document) { document_.setShouldIgnoreKVO(true); }
+    explicit Moving(MyDocument &document) : document_(document) {
+        document_.setShouldIgnoreKVO(true);
+        TreeController &tree = document_.treecontroller();
+        nodes_ = tree.selectedNodes();
+        if (nodes_.size() > nodesWorthMovingSingly) manyMoves_.emplace(tree);
+    }
     ~Moving() {
+        manyMoves_.reset();
         document_.updateChangeCount(Document::Change::Done);
         document_.setShouldIgnoreKVO(false);
     }
     Moving(const Moving &) = delete;
     Moving &operator=(const Moving &) = delete;
 
+    /// Those selected at the start, in tree order.
+    const std::vector<TreeNode *> &nodes() const { return nodes_; }
+
 private:
     MyDocument &document_;
+    std::vector<TreeNode *> nodes_;
+    std::optional<TreeController::ManyMoves> manyMoves_;
 };
 
 IndexPath siblingPath(const IndexPath &path, size_t position) {
@@ -87,14 +101,14 @@ void StructuralEdits::moveLeft() {
     const Moving moving(document_);
     TreeController &tree = document_.treecontroller();
     // From the last to the first: each goes right behind the parent, before those that went earlier.
-    for (TreeNode *node : std::views::reverse(tree.selectedNodes()))
+    for (TreeNode *node : std::views::reverse(moving.nodes()))
         if (const auto aunt = nextaunt(node->indexPath())) tree.moveNode(*node, *aunt);
 }
 
 void StructuralEdits::moveRight() {
     const Moving moving(document_);
     TreeController &tree = document_.treecontroller();
-    for (TreeNode *node : tree.selectedNodes()) {
+    for (TreeNode *node : moving.nodes()) {
         const IndexPath path = node->indexPath();
         if (path.lastIndex() == 0) continue;
         const TreeNode *sibling = tree.descendantNodeAtIndexPath(siblingPath(path, path.lastIndex() - 1));
@@ -105,7 +119,7 @@ void StructuralEdits::moveRight() {
 void StructuralEdits::moveUp() {
     const Moving moving(document_);
     TreeController &tree = document_.treecontroller();
-    for (TreeNode *node : tree.selectedNodes()) {
+    for (TreeNode *node : moving.nodes()) {
         const IndexPath path = node->indexPath();
         if (path.lastIndex() > 0) tree.moveNode(*node, siblingPath(path, path.lastIndex() - 1));
     }
@@ -120,7 +134,7 @@ void StructuralEdits::moveDown() {
     };
     // By the sibling that would go on with the run. The order of the runs does not matter: they do not touch.
     std::map<IndexPath, Run> runsByNext;
-    for (TreeNode *node : tree.selectedNodes()) {
+    for (TreeNode *node : moving.nodes()) {
         const IndexPath path = node->indexPath();
         Run run{node, node};
         if (const auto found = runsByNext.find(path); found != runsByNext.end()) {
@@ -150,8 +164,7 @@ IndexPath StructuralEdits::endOfTopLevel() const {
 
 void StructuralEdits::editSelectedTitle() {
     OKNSOutlineView &outline = *document_.outlineview();
-    const auto nodes = document_.treecontroller().selectedNodes();
-    if (!nodes.empty()) outline.editColumn(TreeController::TitleColumn, outline.rowForItem(*nodes.front()));
+    outline.editColumn(TreeController::TitleColumn, outline.selectedRow());
 }
 
 std::unique_ptr<MyOutlineItem> StructuralEdits::itemForCurrentPage() const {
@@ -201,11 +214,13 @@ void StructuralEdits::removeOutlineItems() {
 
 void StructuralEdits::promoteChildrenOutlineItem() {
     if (!mayEdit()) return;
-    if (const TreeNode *node = firstSelected()) {
+    const TreeNode *node = firstSelected();
+    if (node) {
         const std::vector<TreeNode *> children = node->childNodes();
         document_.treecontroller().moveNodes(children, *nextsibling(node->indexPath()));
     }
     document_.updateChangeCount(Document::Change::Done);
+    if (node) document_.outlineview()->reloadItem(node->parentNode());
 }
 
 void StructuralEdits::removeNodeAtIndexPath(const IndexPath &path) {
@@ -242,10 +257,12 @@ void StructuralEdits::addSelectedTextAsTOCChild() {
 }
 
 void StructuralEdits::changeOutlineItemToTitleCase() {
-    const auto nodes = document_.selectedNodes();
-    if (!mayEdit() || nodes.empty()) return document_.platform().beep();
-    MyOutlineItem &item = *nodes.front()->representedObject();
-    item.setPageTitle(capitalizedString(item.pageTitle()));
+    if (!mayEdit()) return document_.platform().beep();
+    const OKNSOutlineView &outline = *document_.outlineview();
+    if (const TreeNode *node = outline.itemAtRow(outline.selectedRow())) {
+        MyOutlineItem &item = *node->representedObject();
+        item.setPageTitle(capitalizedString(item.pageTitle()));
+    }
     document_.updateChangeCount(Document::Change::Done);
 }
 

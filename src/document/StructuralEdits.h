@@ -46,7 +46,7 @@ public:
     void addSelectedTextAsTOCSibling();
     /// The same as its last child.
     void addSelectedTextAsTOCChild();
-    /// Capitalises the title of the outline's selected row; refuses with a beep.
+    /// Capitalises the title of the outline's selected row, if there is one; refuses with a beep.
     void changeOutlineItemToTitleCase();
 
     /// A title for an item on the page shown: the word in the largest type, or "Untitled".

@@ -159,8 +159,9 @@ void ScriptGestures::endEditing() {
     if (!field) return;
     QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
     QCoreApplication::sendEvent(field, &press);
-    // The view takes the text over later, and lets go of the field later still.
-    QCoreApplication::sendPostedEvents();
+    // The view takes the text over later, and lets go of the field later still. A click that comes before all
+    // of that would be taken for the one that ended the editing.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 

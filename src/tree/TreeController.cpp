@@ -37,6 +37,9 @@ size_t commonSuffix(const std::vector<TreeNode *> &nodes, const MyOutlineItem::C
 TreeController::TreeController(MyOutlineItem &root, QObject *parent)
     : QAbstractItemModel(parent), root_(makeNode(root, nullptr, 0)), selectionModel_(this) {
     makeNodesBelow(*root_);
+    const auto selectionChanged = [this] { selection_.isCurrent = false; };
+    connect(&selectionModel_, &QItemSelectionModel::selectionChanged, this, selectionChanged);
+    connect(&selectionModel_, &QItemSelectionModel::modelChanged, this, selectionChanged);
     // The first to be called, so that all others find the selection in its place.
     connect(this, &QAbstractItemModel::rowsMoved, this, &TreeController::restoreSelection);
 }

@@ -53,7 +53,9 @@ public:
 
     QItemSelectionModel *selectionModel() { return &selectionModel_; }
     /// In tree order.
-    std::vector<TreeNode *> selectedNodes() const;
+    std::vector<TreeNode *> selectedNodes() const { return selection().nodes; }
+    /// Quicker than the selection model's answer, which looks through all of its ranges.
+    bool isSelected(const TreeNode &node) const { return selection().members.contains(&node); }
     /// The first in tree order; absent without a selection.
     std::optional<IndexPath> selectionIndexPath() const;
     /// In tree order.
@@ -81,6 +83,18 @@ public:
     /// @return false, with nothing changed, if the gap does not exist or is below one of the nodes, or if
     /// one of them is not in the tree or is the invisible root
     bool moveNodes(const std::vector<TreeNode *> &nodes, const IndexPath &path);
+    /// Moves as long as it lives are told to views together, at its end. For very many moves: each told by
+    /// itself costs time by the number of selected nodes. Until the end only nodes and paths are right.
+    class ManyMoves {
+    public:
+        /// @param tree must outlive this
+        explicit ManyMoves(TreeController &tree) : tree_(tree) { tree_.beginManyMoves(); }
+        ~ManyMoves() { tree_.endManyMoves(); }
+        Q_DISABLE_COPY_MOVE(ManyMoves)
+
+    private:
+        TreeController &tree_;
+    };
     /// Inserts an object with all that is below it; it becomes the selection. Throws std::out_of_range
     /// unless the path's parent exists and has that many children. @return the object's node
     TreeNode &insertObjectAtArrangedObjectIndexPath(std::unique_ptr<MyOutlineItem> object,
@@ -151,9 +165,19 @@ private:
     void moveBlock(const BlockMove &move);
     static void moveItems(const BlockMove &move);
     static void spliceNodes(const BlockMove &move);
+    void beginManyMoves();
+    void endManyMoves();
     void moveScattered(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap);
     void rearrange(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap);
 
+    /// The selected nodes, made again when the selection or the tree changed.
+    struct Selection {
+        std::vector<TreeNode *> nodes;
+        std::unordered_set<const TreeNode *> members;
+        quint64 structureRevision = 0;
+        bool isCurrent = false;
+    };
+    const Selection &selection() const;
     void inTreeOrder(std::vector<TreeNode *> &nodes) const;
     QItemSelection selectionOf(const std::vector<TreeNode *> &nodes) const;
     void putSelectionAside();
@@ -163,8 +187,11 @@ private:
     std::unordered_map<const MyOutlineItem *, std::shared_ptr<TreeNode>> nodes_;
     TreeNode *root_;
     QItemSelectionModel selectionModel_;
+    mutable Selection selection_;
     std::vector<TreeNode *> selectionAside_;
+    QModelIndexList indexesBeforeMoves_;
     bool movingItems_ = false;
+    bool movingMany_ = false;
     quint64 structureRevision_ = 0;
     ShouldEdit shouldEdit_;
     TreeDragHandler *dragHandler_ = nullptr;

@@ -68,7 +68,7 @@ bool TreeController::moveNodes(const std::vector<TreeNode *> &nodes, const Index
     TreeNode *target = descendantNodeAtIndexPath(path.indexPathByRemovingLastIndex());
     if (!canMove(nodes, target, path)) return false;
     const std::vector<TreeNode *> moving = eachOnce(nodes);
-    if (numberOfRuns(moving) < runsWorthMovingSingly) {
+    if (movingMany_ || numberOfRuns(moving) < runsWorthMovingSingly) {
         moveRuns(moving, *target, path.lastIndex());
     } else {
         moveScattered(moving, *target, path.lastIndex());
@@ -100,6 +100,12 @@ void TreeController::moveRuns(const std::vector<TreeNode *> &nodes, TreeNode &ta
 }
 
 void TreeController::moveBlock(const BlockMove &move) {
+    if (movingMany_) {
+        moveItems(move);
+        spliceNodes(move);
+        ++structureRevision_;
+        return;
+    }
     putSelectionAside();
     if (!beginMoveRows(indexForNode(move.source), static_cast<int>(move.first),
                        static_cast<int>(move.first + move.count - 1), indexForNode(move.target),
@@ -119,12 +125,6 @@ void TreeController::moveBlock(const BlockMove &move) {
 void TreeController::moveItems(const BlockMove &move) {
     MyOutlineItem &from = *move.source.representedObject_;
     MyOutlineItem &to = *move.target.representedObject_;
-    if (move.count == 1) {
-        const bool leavesEarlier = &from == &to && move.first < move.gap;
-        std::unique_ptr<MyOutlineItem> item = from.removeObjectFromChildrenAtIndex(move.first);
-        to.insertObjectInChildrenAtIndex(std::move(item), leavesEarlier ? move.gap - 1 : move.gap);
-        return;
-    }
     MyOutlineItem::Children children = from.takeChildren();
     if (&from == &to) {
         splice(children, move.first, move.count, children, move.gap);
@@ -141,27 +141,43 @@ void TreeController::spliceNodes(const BlockMove &move) {
     std::for_each(begin, begin + static_cast<qsizetype>(move.count),
                   [&](TreeNode *node) { node->parent_ = &move.target; });
     splice(move.source.children_, move.first, move.count, move.target.children_, move.gap);
+    if (&move.source == &move.target) {
+        // Only those between the old place and the new one have other rows.
+        const size_t lowest = std::min(move.first, move.gap);
+        const size_t behind = std::max(move.first + move.count, move.gap);
+        if (move.source.numberedRows_ >= lowest) move.source.numberRows(lowest, behind);
+        return;
+    }
     move.source.childrenChangedFrom(move.first);
     move.target.childrenChangedFrom(move.gap);
 }
 
-void TreeController::moveScattered(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap) {
+void TreeController::beginManyMoves() {
     putSelectionAside();
     Q_EMIT layoutAboutToBeChanged();
-    const QModelIndexList before = persistentIndexList();
-    rearrange(nodes, target, gap);
-    ++structureRevision_;
+    indexesBeforeMoves_ = persistentIndexList();
+    movingMany_ = movingItems_ = true;
+}
+
+void TreeController::endManyMoves() {
+    movingMany_ = movingItems_ = false;
     QModelIndexList after;
-    after.reserve(before.size());
-    for (const QModelIndex &index : before)
+    after.reserve(indexesBeforeMoves_.size());
+    for (const QModelIndex &index : std::as_const(indexesBeforeMoves_))
         after.append(indexForNode(nodeForIndex(index), index.column()));
-    changePersistentIndexList(before, after);
+    changePersistentIndexList(indexesBeforeMoves_, after);
+    indexesBeforeMoves_.clear();
     restoreSelection();
     Q_EMIT layoutChanged();
 }
 
+void TreeController::moveScattered(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap) {
+    const ManyMoves together(*this);
+    rearrange(nodes, target, gap);
+    ++structureRevision_;
+}
+
 void TreeController::rearrange(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap) {
-    const QScopedValueRollback moving(movingItems_, true);
     std::vector<TreeNode *> parents{&target};
     for (const TreeNode *node : nodes)
         parents.push_back(node->parent_);

@@ -15,17 +15,20 @@ constexpr qsizetype rangePairsWorthComparing = 1'000'000;
 
 }  // namespace
 
-std::vector<TreeNode *> TreeController::selectedNodes() const {
-    std::vector<TreeNode *> nodes;
-    const QItemSelection selection = selectionModel_.selection();
-    for (const QItemSelectionRange &range : selection) {
+const TreeController::Selection &TreeController::selection() const {
+    if (selection_.isCurrent && selection_.structureRevision == structureRevision_) return selection_;
+    selection_ = {{}, {}, structureRevision_, true};
+    std::vector<TreeNode *> &nodes = selection_.nodes;
+    const QItemSelection ranges = selectionModel_.selection();
+    for (const QItemSelectionRange &range : ranges) {
         if (!range.isValid()) continue;
         const TreeNode &parent = nodeForIndex(range.parent());
         const auto first = parent.children_.begin() + range.top();
         nodes.insert(nodes.end(), first, first + range.height());
     }
-    if (selection.size() > 1) inTreeOrder(nodes);
-    return nodes;
+    if (ranges.size() > 1) inTreeOrder(nodes);
+    selection_.members.insert(nodes.begin(), nodes.end());
+    return selection_;
 }
 
 /// Sorts nodes, and lets each stay once.
@@ -55,7 +58,7 @@ void TreeController::inTreeOrder(std::vector<TreeNode *> &nodes) const {
 }
 
 std::optional<IndexPath> TreeController::selectionIndexPath() const {
-    const std::vector<TreeNode *> nodes = selectedNodes();
+    const std::vector<TreeNode *> &nodes = selection().nodes;
     if (nodes.empty()) return std::nullopt;
     return nodes.front()->indexPath();
 }
@@ -83,28 +86,33 @@ void TreeController::setSelectedNodes(const std::vector<TreeNode *> &nodes) {
     if (selection.size() * selectionModel_.selection().size() > rangePairsWorthComparing)
         selectionModel_.clearSelection();
     selectionModel_.select(selection, QItemSelectionModel::ClearAndSelect);
-    if (!selection.isEmpty())
-        selectionModel_.setCurrentIndex(selection.first().topLeft(), QItemSelectionModel::NoUpdate);
+    if (!nodes.empty())
+        selectionModel_.setCurrentIndex(indexForNode(*nodes.front()), QItemSelectionModel::NoUpdate);
 }
 
-/// Whole rows; neighbours that follow each other in the list are one range.
+/// Whole rows; neighbours are one range, wherever they stand in the list. Every range costs time whenever
+/// the selection is asked or drawn.
 QItemSelection TreeController::selectionOf(const std::vector<TreeNode *> &nodes) const {
-    QItemSelection selection;
-    std::unordered_set<const TreeNode *> seen;
-    const TreeNode *first = nullptr;
-    const TreeNode *last = nullptr;
-    const auto endRange = [&] {
-        if (first) selection.append({indexForNode(*first), indexForNode(*last, PageColumn)});
-    };
+    std::vector<const TreeNode *> parents;
+    std::unordered_map<const TreeNode *, std::vector<size_t>> rowsByParent;
     for (const TreeNode *node : nodes) {
-        if (!seen.insert(node).second) continue;
-        if (!last || node->parent_ != last->parent_ || node->row() != last->row() + 1) {
-            endRange();
-            first = node;
-        }
-        last = node;
+        std::vector<size_t> &rows = rowsByParent[node->parent_];
+        if (rows.empty()) parents.push_back(node->parent_);
+        rows.push_back(node->row());
     }
-    endRange();
+    QItemSelection selection;
+    for (const TreeNode *parent : parents) {
+        std::vector<size_t> &rows = rowsByParent[parent];
+        std::sort(rows.begin(), rows.end());
+        for (size_t i = 0; i < rows.size();) {
+            const size_t first = rows[i];
+            size_t last = first;
+            for (++i; i < rows.size() && rows[i] <= last + 1; ++i)
+                last = rows[i];
+            selection.append({indexForNode(*parent->children_[first]),
+                              indexForNode(*parent->children_[last], PageColumn)});
+        }
+    }
     return selection;
 }
 
@@ -114,13 +122,14 @@ void TreeController::putSelectionAside() {
     selectionAside_ = selectedNodes();
     const QSignalBlocker blocker(&selectionModel_);
     selectionModel_.clearSelection();
+    selection_.isCurrent = false;
 }
 
 void TreeController::restoreSelection() {
     const QSignalBlocker blocker(&selectionModel_);
-    // In what was tree order before, which still finds most neighbours side by side.
     selectionModel_.select(selectionOf(selectionAside_), QItemSelectionModel::ClearAndSelect);
     selectionAside_.clear();
+    selection_.isCurrent = false;
 }
 
 }  // namespace leafwright

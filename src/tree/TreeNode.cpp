@@ -7,11 +7,8 @@ namespace leafwright {
 size_t TreeNode::row() const {
     if (!parent_) return 0;
     const std::vector<TreeNode *> &siblings = parent_->children_;
-    if (row_ >= siblings.size() || siblings[row_] != this) {
-        for (size_t row = parent_->numberedRows_; row < siblings.size(); ++row)
-            siblings[row]->row_ = row;
-        parent_->numberedRows_ = siblings.size();
-    }
+    if (row_ >= siblings.size() || siblings[row_] != this)
+        parent_->numberRows(parent_->numberedRows_, siblings.size());
     return row_;
 }
 
@@ -39,6 +36,12 @@ bool TreeNode::isDescendantOf(const TreeNode &ancestor) const {
 
 void TreeNode::childrenChangedFrom(size_t position) {
     numberedRows_ = std::min(numberedRows_, position);
+}
+
+void TreeNode::numberRows(size_t begin, size_t end) const {
+    for (size_t row = begin; row < end; ++row)
+        children_[row]->row_ = row;
+    numberedRows_ = std::max(numberedRows_, end);
 }
 
 }  // namespace leafwright

@@ -45,6 +45,8 @@ public:
 private:
     /// Says that the children at this position and behind it may be numbered wrongly.
     void childrenChangedFrom(size_t position);
+    /// Numbers the children from a position up to, but not including, another; all before must know theirs.
+    void numberRows(size_t begin, size_t end) const;
 
     MyOutlineItem *representedObject_;
     TreeNode *parent_ = nullptr;

@@ -8,8 +8,9 @@
 
 namespace leafwright {
 
-/// The drag type of a spot on a page; its data is a spot archive. The name is older than MIME types.
-inline const QString NSPOINT_PBOARD_TYPE = QStringLiteral("application/x-leafwright-point");
+/// The drag type of a spot on a page; its data is a spot archive. Not a MIME type, as only this program
+/// knows what to do with it.
+inline const QString NSPOINT_PBOARD_TYPE = QStringLiteral("NSPOINT_PBOARD_TYPE");
 
 /// A spot on a page, named by the page's label.
 struct Spot {

@@ -118,5 +118,27 @@ TEST_F(OutlineViewEditing, ACellRemovedWhileEditedIsGone) {
     EXPECT_EQ(outline.text(), "A(B)");
 }
 
+TEST_F(OutlineViewEditing, EndEditingTakesWhatWasTyped) {
+    outline.view.endEditing();
+    outline.view.editColumn(0, 0);
+    ASSERT_NE(editor(), nullptr);
+    QTest::keyClicks(editor(), "typed");
+    outline.view.endEditing();
+    EXPECT_EQ(outline.rows(), "typed C");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(editor(), nullptr);
+}
+
+TEST_F(OutlineViewEditing, AnOpenEditorFollowsItsItemAlsoBeforeALayout) {
+    outline.view.editColumn(0, 0);
+    ASSERT_NE(editor(), nullptr);
+    // What is unfolded has not been laid out yet.
+    outline.view.expandItem(outline.node("A"), true);
+    outline.node("A").representedObject()->setPageTitle("renamed");
+    EXPECT_EQ(editor()->text(), "renamed");
+    outline.view.endEditing();
+    EXPECT_EQ(outline.rows(), "renamed B C");
+}
+
 }  // namespace
 }  // namespace leafwright

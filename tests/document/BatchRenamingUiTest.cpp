@@ -17,33 +17,19 @@ protected:
     Field *field(const char *name) {
         return qobject_cast<Field *>(document.openSheet()->field(name));
     }
+    QStringList titles() {
+        QStringList result;
+        for (const auto &item : document.root().children())
+            result.append(item->pageTitle());
+        return result;
+    }
     void press(int tag) {
         ASSERT_NE(document.openSheet(), nullptr);
         EXPECT_TRUE(document.openSheet()->pressButton(tag));
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_EQ(document.openSheet(), nullptr);
     }
-    QStringList titles() const {
-        QStringList result;
-        for (const auto &item : document_().root().children())
-            result.append(item->pageTitle());
-        return result;
-    }
-    MyDocument &document_() const { return const_cast<Renaming *>(this)->document; }
 };
-
-TEST_F(Renaming, TheNumberingSheetStartsFromThePreparedValues) {
-    setOutline("Intro Methods");
-    select({{0}, {1}});
-    perform("renameSequentialNumbering:");
-    EXPECT_EQ(field<QLineEdit>("sequentialNumberingPrefixField")->text(), "Ch");
-    EXPECT_EQ(field<QSpinBox>("sequentialNumberingFirstNumberField")->value(), 1);
-    EXPECT_EQ(field<QSpinBox>("sequentialNumberingStepValueField")->value(), 1);
-    EXPECT_EQ(field<QLabel>("exampleText")->text(), "Ch 1. Intro");
-    press(1);
-    EXPECT_EQ(titles(), (QStringList{"Ch 1. Intro", "Ch 2. Methods"}));
-    EXPECT_TRUE(document.isDocumentEdited());
-}
 
 TEST_F(Renaming, TheExampleFollowsTheFields) {
     setOutline("Intro");
@@ -64,6 +50,33 @@ TEST_F(Renaming, ACancelledSheetChangesNothing) {
     }
     EXPECT_EQ(titles(), QStringList{"Intro"});
     EXPECT_FALSE(document.isDocumentEdited());
+}
+
+TEST_F(Renaming, AnyOtherEndOfASheetThanCancelApplies) {
+    setOutline("Intro");
+    select({{0}});
+    perform("renameAddPrefix:");
+    constexpr int someTag = 7;
+    document.openSheet()->end(someTag);
+    EXPECT_EQ(titles(), QStringList{"Ch Intro"});
+}
+
+TEST_F(Renaming, NoLockIsAsked) {
+    setOutline("intro");
+    document.setAllowTOCediting(false);
+    document.setLockTOCediting(true);
+    select({{0}});
+    perform("changeCaseToUpperCase:");
+    document.batchRenaming().renameSelectedTOCItemsWithPrefix("x");
+    EXPECT_EQ(titles(), QStringList{"x INTRO"});
+    EXPECT_EQ(platform.beeps, 0);
+}
+
+TEST_F(Renaming, NumbersWrapAround) {
+    setOutline("a b");
+    select({{0}, {1}});
+    document.batchRenaming().renameSelectedTOCItemsWithPrefix({"", "", " "}, 2147483647, 1);
+    EXPECT_EQ(titles(), (QStringList{"2147483647 a", "-2147483648 b"}));
 }
 
 TEST_F(Renaming, NumbersMayGoDownToZero) {

@@ -3,6 +3,7 @@
 
 #include <QAccessible>
 #include <QDragEnterEvent>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSignalSpy>
@@ -173,6 +174,17 @@ TEST_F(Window, TheNextWindowIsAsLargeAsTheLast) {
     ASSERT_TRUE(other.readFromURL(document.pdfURL()));
     other.makeWindowControllers();
     EXPECT_EQ(other.window()->size(), QSize(1111, 666));
+}
+
+TEST_F(Window, ACommandSeesWhatIsBeingTyped) {
+    document.outlineview()->editColumn(TreeController::TitleColumn, 0);
+    auto *editor = document.outlineview()->findChild<QLineEdit *>();
+    ASSERT_NE(editor, nullptr);
+    QTest::keyClicks(editor, "typed");
+    select({{0}});
+    window().findChild<QAction *>("changeCaseToUpperCase:")->setEnabled(true);
+    window().findChild<QAction *>("changeCaseToUpperCase:")->trigger();
+    EXPECT_EQ(node({0})->representedObject()->pageTitle(), "TYPED");
 }
 
 }  // namespace

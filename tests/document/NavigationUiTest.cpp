@@ -33,7 +33,6 @@ protected:
         QTest::mouseDClick(view.viewport(), Qt::LeftButton, modifiers, cell.center());
     }
     bool isEditing() const { return document.outlineview()->findChild<QLineEdit *>() != nullptr; }
-    void editOnDoubleClick() { platform.userDefaults().setValue("LeafwrightEnableDoubleClickEditing", true); }
 };
 
 TEST_F(Navigation, ADoubleClickShowsWhereTheItemLeads) {
@@ -48,20 +47,6 @@ TEST_F(Navigation, ADoubleClickWithTheCommandKeyEditsTheTitle) {
     EXPECT_TRUE(isEditing());
     EXPECT_EQ(currentPage(), 0);
     EXPECT_TRUE(document.isDocumentEdited()) << "counted before anything is typed";
-}
-
-TEST_F(Navigation, WithTheSettingADoubleClickEdits) {
-    editOnDoubleClick();
-    doubleClick({0});
-    EXPECT_TRUE(isEditing());
-    EXPECT_EQ(currentPage(), 0);
-}
-
-TEST_F(Navigation, WithTheSettingTheCommandKeyShowsWhereTheItemLeads) {
-    editOnDoubleClick();
-    doubleClick({0}, Qt::ControlModifier);
-    EXPECT_FALSE(isEditing());
-    EXPECT_EQ(currentPage(), 2);
 }
 
 TEST_F(Navigation, WhereEditingIsLockedADoubleClickThatWouldEditDoesNothing) {
@@ -97,44 +82,10 @@ TEST_F(Navigation, AnUnknownLabelShowsTheFirstPage) {
     EXPECT_EQ(currentPage(), 0);
 }
 
-TEST_F(Navigation, WithNothingSelectedTheFirstPageIsShown) {
-    document.pdfview()->goToPage(document.pdfDoc()->page(6));
-    select({});
-    document.actions().perform("moveToPageOfOutlineItem:");
-    EXPECT_EQ(currentPage(), 0);
-}
-
-TEST_F(Navigation, OfSeveralSelectedItemsTheFirstIsShown) {
-    select({{1}, {0}});
-    document.actions().perform("moveToPageOfOutlineItem:");
-    EXPECT_EQ(currentPage(), 2);
-}
-
-TEST_F(Navigation, PagesAreSteppedThroughAndTheEndsStay) {
-    document.actions().perform("prevPage:");
-    EXPECT_EQ(currentPage(), 0);
-    document.actions().perform("nextPage:");
-    EXPECT_EQ(currentPage(), 1);
-    document.pdfview()->goToPage(document.pdfDoc()->page(8));
-    document.actions().perform("nextPage:");
-    EXPECT_EQ(currentPage(), 8);
-    document.actions().perform("prevPage:");
-    EXPECT_EQ(currentPage(), 7);
-}
-
 TEST_F(Navigation, APrintedPageNumberGoesThroughTheOffset) {
     document.setPrintedPageOffset(4);
     document.navigation().moveToPageLabel("P3");
     EXPECT_EQ(currentPage(), 6);
-}
-
-TEST_F(Navigation, ThePageLabelsGoRoundTheCorners) {
-    QStringList corners;
-    for (int i = 0; i < 5; ++i) {
-        document.actions().perform("nextPageLabelLocation:");
-        corners.append(document.pdfview()->pageLabelLocation());
-    }
-    EXPECT_EQ(corners, (QStringList{"Q4", "Q3", "Q2", "None", "Q1"}));
 }
 
 TEST_F(Navigation, FromACornerThatIsNoneThePageLabelsGoAway) {

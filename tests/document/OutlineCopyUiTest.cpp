@@ -34,27 +34,6 @@ protected:
     }
 };
 
-TEST_F(Copying, ALineAnItemIndentedByItsLevel) {
-    select({{0}, {0, 0}});
-    EXPECT_EQ(copied(), " Intro\n  Scope\n");
-}
-
-TEST_F(Copying, OnlyWhatIsSelectedAndAtItsOwnDepth) {
-    select({{0, 0, 0}});
-    EXPECT_EQ(copied(), "   Deep\n");
-}
-
-TEST_F(Copying, AnEmptyTitleGivesALineOfBlanksOnly) {
-    select({{1}});
-    EXPECT_EQ(copied(), " \n");
-}
-
-TEST_F(Copying, ATitleWithALineFeedIsCopiedAsItIs) {
-    document.root().children()[1]->setPageTitle("two\nlines");
-    select({{1}});
-    EXPECT_EQ(copied(), " two\nlines\n");
-}
-
 TEST_F(Copying, WithNothingSelectedTheClipboardKeepsWhatItHolds) {
     select({});
     EXPECT_EQ(copied(), QString());

@@ -46,9 +46,71 @@ protected:
 };
 
 TEST_F(Dropping, TheOutlineTakesThreeKinds) {
-    ASSERT_EQ(OutlineDelegate::draggedTypes().size(), 3);
-    EXPECT_EQ(OutlineDelegate::draggedTypes()[1], NSPOINT_PBOARD_TYPE);
-    EXPECT_EQ(OutlineDelegate::draggedTypes()[2], "text/plain");
+    const QStringList types{"SIMPLE_PBOARD_TYPE", "NSPOINT_PBOARD_TYPE", "text/plain"};
+    EXPECT_EQ(OutlineDelegate::draggedTypes(), types);
+    EXPECT_EQ(document.treecontroller().mimeTypes(), types) << "from the start";
+}
+
+TEST_F(Dropping, ItemsAreMarkedOnThePasteboardAndKeptByTheDocument) {
+    setOutline("a b");
+    document.setLockTOCediting(true);
+    QMimeData data;
+    EXPECT_TRUE(delegate().outlineViewWriteItems(*document.outlineview(), {node({1})}, data));
+    EXPECT_EQ(data.formats(), QStringList{"SIMPLE_PBOARD_TYPE"});
+    EXPECT_EQ(data.data("SIMPLE_PBOARD_TYPE"), "");
+    EXPECT_EQ(delegate().draggedNodes(), std::vector<TreeNode *>{node({1})});
+}
+
+TEST_F(Dropping, ADragOfAnythingElseIsRefused) {
+    setOutline("a");
+    QMimeData data;
+    data.setData("image/png", "whatever");
+    EXPECT_EQ(drop(info(data, document.pdfview(), "PDFViewTextDrag"), nullptr, -1), DragOperation::None);
+}
+
+TEST_F(Dropping, ASpotCountsBeforeWhateverElseIsDragged) {
+    setOutline("a");
+    QMimeData data;
+    data.setText("whatever");
+    data.setData(NSPOINT_PBOARD_TYPE, archivedSpot({{1, 2}, "3"}));
+    EXPECT_EQ(drop(info(data, document.pdfview(), "PDFViewTextDrag"), nullptr, 0), DragOperation::Generic);
+    EXPECT_EQ(outline(), "New Dragged Target a");
+}
+
+TEST_F(Dropping, WithNothingToInsertNothingIsDropped) {
+    setOutline("a");
+    QMimeData spot;
+    spot.setData(NSPOINT_PBOARD_TYPE, archivedSpot({{1, 2}, "3"}));
+    QMimeData text;
+    text.setText("whatever");
+    OutlineView &view = *document.outlineview();
+    for (const QMimeData *data : {&spot, &text}) {
+        for (TreeNode *parent : {static_cast<TreeNode *>(nullptr), node({0})})
+            EXPECT_FALSE(delegate().outlineViewAcceptDrop(view, info(*data, nullptr, ""), parent, -1));
+    }
+    EXPECT_EQ(outline(), "a");
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
+TEST_F(Dropping, WhatWouldBeAddedIsMadeAnewWheneverTheDragMoves) {
+    setOutline("a");
+    OutlineView &view = *document.outlineview();
+    for (const char *label : {"2", "3"}) {
+        QMimeData data;
+        data.setData(NSPOINT_PBOARD_TYPE, archivedSpot({{1, 2}, label}));
+        delegate().outlineViewValidateDrop(view, info(data, nullptr, ""), nullptr, 0);
+        ASSERT_NE(delegate().draggedNewTOCItem(), nullptr);
+        EXPECT_EQ(delegate().draggedNewTOCItem()->pageLabel(), label);
+    }
+}
+
+TEST_F(Dropping, ItemsOfARefusedDragAreMovedByTheNextDropOfText) {
+    setOutline("a (x) b");
+    EXPECT_EQ(dragItems({{0}}, node({0, 0}), -1), DragOperation::None);
+    EXPECT_EQ(delegate().draggedNodes().size(), 1U);
+    document.pdfview()->setCurrentSelection(document.pdfDoc()->page(0)->selectionForRange({0, 4}));
+    EXPECT_EQ(dragText(nullptr, -1), DragOperation::Generic);
+    EXPECT_EQ(outline(), "b a (x)");
 }
 
 TEST_F(Dropping, AnItemIsNotDroppedOnItselfOrBelowItself) {
@@ -74,11 +136,20 @@ TEST_F(Dropping, BesideAllItemsIsTheEndOfTheTopLevel) {
     EXPECT_TRUE(delegate().draggedNodes().empty()) << "dropped";
 }
 
-TEST_F(Dropping, ItemsOfAnotherOutlineAreRefused) {
+TEST_F(Dropping, ItemsOfAnotherDocumentAreRefused) {
     setOutline("a b");
-    const QObject other;
-    EXPECT_EQ(dragItems({{0}}, nullptr, 2, &other), DragOperation::None);
+    MyDocument other(platform);
+    ASSERT_TRUE(other.readFromURL(dir.path("a.pdf")));
+    other.makeWindowControllers();
+    other.finishLoading();
+    EXPECT_EQ(dragItems({{0}}, nullptr, 2, other.outlineview()), DragOperation::None);
+    QMimeData data;
+    delegate().outlineViewWriteItems(*document.outlineview(), {node({0})}, data);
+    EXPECT_EQ(other.outlineDelegate().outlineViewValidateDrop(
+                  *other.outlineview(), info(data, document.outlineview(), "OKNSOutlineView"), nullptr, -1),
+              DragOperation::None);
     EXPECT_EQ(outline(), "a b");
+    EXPECT_FALSE(document.isDocumentEdited());
 }
 
 TEST_F(Dropping, ASpotBetweenItemsBecomesANewItemThere) {
@@ -104,28 +175,32 @@ TEST_F(Dropping, ASpotOnAnItemChangesOnlyWhereItLeads) {
     EXPECT_TRUE(document.isDocumentEdited());
 }
 
-TEST_F(Dropping, ThreeLinesOfTextBecomeOneTitle) {
+class DroppingText : public test::WindowFixture {};
+
+TEST_F(DroppingText, ThreeLinesBetweenItemsBecomeOneItem) {
     test::PdfBuilder pdf;
     pdf.addPage(test::PdfBuilder::showText("F1", 12, 72, 700, "one") +
                 test::PdfBuilder::showText("F1", 12, 72, 680, "two") +
                 test::PdfBuilder::showText("F1", 12, 72, 660, "three"));
-    MyDocument other(platform);
-    pdf.save(dir.path("text.pdf"));
-    ASSERT_TRUE(other.readFromURL(dir.path("text.pdf")));
-    other.makeWindowControllers();
-    other.finishLoading();
-    const PDFPage &page = *other.pdfDoc()->page(0);
-    const auto length = static_cast<int>(page.text()->attributedString.string.size());
-    other.pdfview()->setCurrentSelection(page.selectionForRange({0, length}));
+    open(pdf);
+    test::addItems(document.root(), {{"before"}, {"after"}});
+    const PDFPage &page = *document.pdfDoc()->page(0);
+    const QString lines = "one\ntwo\nthree";
+    ASSERT_TRUE(page.text()->attributedString.string.startsWith(lines));
+    document.pdfview()->setCurrentSelection(page.selectionForRange({0, static_cast<int>(lines.size())}));
     QMimeData data;
-    data.setText("whatever");
-    const DraggingInfo dragging{&data, other.pdfview(), "PDFViewTextDrag"};
-    OutlineView &view = *other.outlineview();
-    EXPECT_EQ(other.outlineDelegate().outlineViewValidateDrop(view, dragging, nullptr, -1),
-              DragOperation::Generic);
-    EXPECT_TRUE(other.outlineDelegate().outlineViewAcceptDrop(view, dragging, nullptr, -1));
-    EXPECT_EQ(other.root().children().at(0)->pageTitle().trimmed(), "one two three");
-    EXPECT_EQ(other.root().children().at(0)->pageLabel(), "1");
+    data.setText(lines);
+    const DraggingInfo dragging{&data, document.pdfview(), "PDFViewTextDrag"};
+    OutlineDelegate &delegate = document.outlineDelegate();
+    OutlineView &view = *document.outlineview();
+    EXPECT_EQ(delegate.outlineViewValidateDrop(view, dragging, nullptr, 1), DragOperation::Generic);
+    EXPECT_TRUE(delegate.outlineViewAcceptDrop(view, dragging, nullptr, 1));
+    ASSERT_EQ(document.root().children().size(), 3U);
+    const MyOutlineItem &item = *document.root().children()[1];
+    EXPECT_EQ(item.pageTitle(), "one two three");
+    EXPECT_EQ(item.pageLabel(), "1");
+    EXPECT_GT(item.pointOnPage().y(), 690);
+    EXPECT_TRUE(document.isDocumentEdited());
 }
 
 TEST_F(Dropping, ABlankLineGivesTwoBlanks) {

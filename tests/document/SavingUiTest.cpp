@@ -43,14 +43,6 @@ protected:
     QByteArray original;
 };
 
-TEST_F(Saving, WithoutTheSettingNothingIsAskedAndTheFileIsWritten) {
-    edit("Changed");
-    perform("saveDocument:");
-    EXPECT_THAT(platform.alerts, IsEmpty());
-    EXPECT_TRUE(fileHolds(document.pdfURL(), "Changed"));
-    EXPECT_FALSE(document.isDocumentEdited());
-}
-
 TEST_F(Saving, TheOfferHasTheRightWordsAndButtons) {
     previewBeforeSaving();
     platform.answers = {SavePDF};
@@ -82,46 +74,6 @@ TEST_F(Saving, ThePreviewHasTheDocumentsNameAndStandsInTheTemporaryDirectory) {
     EXPECT_EQ(preview(), platform.temporaryDirectory() + "/a.pdf");
 }
 
-TEST_F(Saving, TheOtherAnswerWritesTheFile) {
-    previewBeforeSaving();
-    edit("Changed");
-    platform.answers = {SavePDF};
-    perform("saveDocument:");
-    EXPECT_TRUE(fileHolds(document.pdfURL(), "Changed"));
-    EXPECT_FALSE(document.isDocumentEdited());
-    EXPECT_THAT(platform.revealedFiles, IsEmpty());
-}
-
-TEST_F(Saving, Within180SecondsOfAPreviewSavingAsksNothing) {
-    previewBeforeSaving();
-    edit("Changed");
-    platform.answers = {GenerateTemporaryPDF};
-    perform("saveDocument:");
-    platform.clock += 180'000;
-    perform("saveDocument:");
-    EXPECT_EQ(platform.alerts.size(), 1);
-    EXPECT_TRUE(fileHolds(document.pdfURL(), "Changed"));
-    EXPECT_FALSE(document.isDocumentEdited());
-}
-
-TEST_F(Saving, After181SecondsTheOfferComesBack) {
-    previewBeforeSaving();
-    platform.answers = {GenerateTemporaryPDF, GenerateTemporaryPDF};
-    perform("saveDocument:");
-    platform.clock += 181'000;
-    perform("saveDocument:");
-    EXPECT_EQ(platform.alerts.size(), 2);
-    EXPECT_TRUE(fileIsUntouched());
-}
-
-TEST_F(Saving, ARealSaveDoesNotMakeThePreviewFresh) {
-    previewBeforeSaving();
-    platform.answers = {SavePDF, SavePDF};
-    perform("saveDocument:");
-    perform("saveDocument:");
-    EXPECT_EQ(platform.alerts.size(), 2);
-}
-
 TEST_F(Saving, ALaterPreviewOverwritesTheEarlierOne) {
     edit("First");
     perform("openPDFInDefaultApp:");
@@ -131,12 +83,6 @@ TEST_F(Saving, ALaterPreviewOverwritesTheEarlierOne) {
     EXPECT_FALSE(fileHolds(preview(), "First"));
 }
 
-TEST_F(Saving, AnUnchangedDocumentIsOpenedItselfInTheDefaultApplication) {
-    perform("openPDFInDefaultApp:");
-    EXPECT_EQ(platform.openedFiles, QStringList{document.pdfURL()});
-    EXPECT_FALSE(QFile::exists(preview()));
-}
-
 TEST_F(Saving, OfAChangedDocumentAFreshPreviewIsOpened) {
     edit("Changed");
     perform("openPDFInDefaultApp:");
@@ -144,15 +90,6 @@ TEST_F(Saving, OfAChangedDocumentAFreshPreviewIsOpened) {
     EXPECT_TRUE(fileHolds(preview(), "Changed"));
     EXPECT_TRUE(fileIsUntouched());
     EXPECT_TRUE(document.isDocumentEdited());
-}
-
-TEST_F(Saving, OpeningAPreviewCountsAsAPreviewForSaving) {
-    previewBeforeSaving();
-    edit("Changed");
-    perform("openPDFInDefaultApp:");
-    perform("saveDocument:");
-    EXPECT_THAT(platform.alerts, IsEmpty());
-    EXPECT_FALSE(document.isDocumentEdited());
 }
 
 TEST_F(Saving, SaveAsWritesToTheChosenPlaceWhichIsTheDocumentsFromThenOn) {
@@ -174,37 +111,10 @@ TEST_F(Saving, SaveAsWritesToTheChosenPlaceWhichIsTheDocumentsFromThenOn) {
     EXPECT_EQ(contentOf(first), original);
 }
 
-TEST_F(Saving, SaveAsCancelledChangesNothing) {
-    const QString before = document.pdfURL();
-    edit("Changed");
-    platform.filesToChoose = {std::nullopt};
-    perform("saveDocumentAs:");
-    EXPECT_EQ(document.pdfURL(), before);
-    EXPECT_TRUE(fileIsUntouched());
-    EXPECT_TRUE(document.isDocumentEdited());
-}
-
-TEST_F(Saving, RevertingBringsTheFilesOutlineBackAndLeavesTheDocumentEdited) {
-    edit("Changed");
-    perform("revertOutlineToSaved:");
-    ASSERT_EQ(document.root().children().size(), 1U);
-    EXPECT_EQ(document.root().children()[0]->pageTitle(), "One");
-    EXPECT_EQ(node({0})->representedObject(), document.root().children()[0].get());
-    EXPECT_TRUE(document.isDocumentEdited());
-}
-
 TEST_F(Saving, AfterARevertTheWindowShowsTheDocumentAsEditedThoughNothingDiffers) {
     ASSERT_FALSE(document.window()->isWindowModified());
     perform("revertOutlineToSaved:");
     EXPECT_TRUE(document.window()->isWindowModified());
-}
-
-TEST_F(Saving, RevertingGoesBackToWhatWasLastWrittenAPreviewToo) {
-    edit("Previewed");
-    perform("openPDFInDefaultApp:");
-    edit("Later");
-    perform("revertOutlineToSaved:");
-    EXPECT_EQ(document.root().children()[0]->pageTitle(), "Previewed");
 }
 
 TEST_F(Saving, AFailedWriteLeavesTheFileAndTheEditedState) {

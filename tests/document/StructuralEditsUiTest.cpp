@@ -2,98 +2,18 @@
 #include "support/TreeWindowFixture.h"
 
 #include <QLineEdit>
+#include <QSet>
 
 #include <gtest/gtest.h>
 
 namespace leafwright {
 namespace {
 
-using test::PdfBuilder;
 using Edits = test::TreeWindowFixture;
 
 class Moves : public Edits {};
 class Adding : public Edits {};
 class Removing : public Edits {};
-
-TEST_F(Moves, OutdentingPutsAnItemRightAfterItsParentAndKeepsItsChildren) {
-    setOutline("p (a b c (x) d e) q");
-    select({{0, 2}});
-    perform("moveLeft:");
-    EXPECT_EQ(outline(), "p (a b d e) c (x) q");
-    EXPECT_EQ(selected(), "c");
-    EXPECT_TRUE(document.isDocumentEdited());
-}
-
-TEST_F(Moves, OutdentingTwoNeighboursKeepsTheirOrder) {
-    setOutline("p (a b c) q");
-    select({{0, 0}, {0, 1}});
-    perform("moveLeft:");
-    EXPECT_EQ(outline(), "p (c) a b q");
-    EXPECT_EQ(selected(), "a b");
-}
-
-TEST_F(Moves, OutdentingAtTheTopLevelMovesNothingAndStillCountsAChange) {
-    setOutline("a b");
-    select({{1}});
-    perform("moveLeft:");
-    EXPECT_EQ(outline(), "a b");
-    EXPECT_TRUE(document.isDocumentEdited());
-    EXPECT_EQ(platform.beeps, 0);
-}
-
-TEST_F(Moves, IndentingTheFirstTwoMakesTheSecondTheLastChildOfTheFirst) {
-    setOutline("p (a (x) b c)");
-    select({{0, 0}, {0, 1}});
-    perform("moveRight:");
-    EXPECT_EQ(outline(), "p (a (x b) c)");
-}
-
-TEST_F(Moves, IndentingAFirstChildDoesNothing) {
-    setOutline("p (a b)");
-    select({{0, 0}});
-    perform("moveRight:");
-    EXPECT_EQ(outline(), "p (a b)");
-}
-
-TEST_F(Moves, IndentingNeighboursPutsThemBehindTheChildrenThatAreThereInOrder) {
-    setOutline("p (a (x y) b c d)");
-    select({{0, 1}, {0, 2}});
-    perform("moveRight:");
-    EXPECT_EQ(outline(), "p (a (x y b c) d)");
-    EXPECT_EQ(selected(), "b c");
-}
-
-TEST_F(Moves, UpOfAFirstChildAndDownOfALastStayWithinTheParent) {
-    setOutline("o p (a b) q");
-    select({{1, 0}});
-    perform("moveUp:");
-    EXPECT_EQ(outline(), "o p (a b) q");
-    select({{1, 1}});
-    perform("moveDown:");
-    EXPECT_EQ(outline(), "o p (a b) q");
-}
-
-TEST_F(Moves, UpOfTheFirstTwoSwapsThem) {
-    setOutline("a b c");
-    select({{0}, {1}});
-    perform("moveUp:");
-    EXPECT_EQ(outline(), "b a c");
-}
-
-TEST_F(Moves, UpOfTwoFurtherDownMovesBoth) {
-    setOutline("a b c");
-    select({{1}, {2}});
-    perform("moveUp:");
-    EXPECT_EQ(outline(), "b c a");
-}
-
-TEST_F(Moves, DownMovesEachRunBelowTheItemAfterIt) {
-    setOutline("p (1 2 3 4 5 6 7 8)");
-    select({{0, 1}, {0, 2}, {0, 5}});
-    perform("moveDown:");
-    EXPECT_EQ(outline(), "p (1 4 2 3 5 7 6 8)");
-    EXPECT_EQ(selected(), "2 3 6");
-}
 
 TEST_F(Moves, TheMovesAskNoLock) {
     setOutline("a b");
@@ -105,6 +25,53 @@ TEST_F(Moves, TheMovesAskNoLock) {
     EXPECT_FALSE(document.shouldIgnoreKVO());
 }
 
+TEST_F(Moves, WhatHasNoPlaceToGoIsSkippedWhileOthersMove) {
+    setOutline("p (a b) q");
+    select({{0}, {0, 1}});
+    perform("moveLeft:");
+    EXPECT_EQ(outline(), "p (a) b q");
+    setOutline("p (a b) q (c d)");
+    select({{0, 0}, {0, 1}, {1, 0}});
+    perform("moveDown:");
+    EXPECT_EQ(outline(), "p (a b) q (d c)");
+    EXPECT_EQ(platform.beeps, 0);
+}
+
+TEST_F(Moves, WithNothingSelectedAChangeIsCountedAllTheSame) {
+    setOutline("a b");
+    select({});
+    StructuralEdits &edits = document.structuralEdits();
+    for (const auto move : {&StructuralEdits::moveLeft, &StructuralEdits::moveRight, &StructuralEdits::moveUp,
+                            &StructuralEdits::moveDown}) {
+        document.updateChangeCount(Document::Change::Cleared);
+        (edits.*move)();
+        EXPECT_TRUE(document.isDocumentEdited());
+    }
+    EXPECT_EQ(outline(), "a b");
+}
+
+TEST_F(Moves, WhileItemsMoveTheDocumentSaysSo) {
+    struct Watch : OutlineItemObserver {
+        explicit Watch(MyDocument &watched) : document(watched) { document.root().addObserver(this); }
+        ~Watch() { document.root().removeObserver(this); }
+        void willChangeValueForKey(const MyOutlineItem & /*item*/, QLatin1String /*key*/) override {}
+        void didChangeValueForKey(const MyOutlineItem & /*item*/, QLatin1String /*key*/) override {
+            seen.append(document.shouldIgnoreKVO());
+        }
+        MyDocument &document;
+        QList<bool> seen;
+    };
+    for (const char *selector : {"moveLeft:", "moveRight:", "moveUp:", "moveDown:"}) {
+        setOutline("o p (a) q");
+        select({selector == QLatin1String("moveLeft:") ? IndexPath{1, 0} : IndexPath{1}});
+        const Watch watch(document);
+        perform(selector);
+        EXPECT_FALSE(watch.seen.isEmpty()) << selector;
+        EXPECT_FALSE(watch.seen.contains(false)) << selector;
+        EXPECT_FALSE(document.shouldIgnoreKVO()) << selector;
+    }
+}
+
 TEST_F(Adding, ASiblingComesRightAfterTheSelectionAndIsEdited) {
     setOutline("a (x y) b");
     document.pdfview()->goToPage(document.pdfDoc()->page(4));
@@ -112,8 +79,11 @@ TEST_F(Adding, ASiblingComesRightAfterTheSelectionAndIsEdited) {
     perform("addSiblingOutlineItem:");
     EXPECT_EQ(outline(), "a (x Page y) b");
     EXPECT_EQ(node({0, 1})->representedObject()->pageLabel(), "5");
+    EXPECT_EQ(node({0, 1})->representedObject()->pointOnPage(), QPointF(0, 0));
     EXPECT_EQ(selected(), "Page");
-    EXPECT_NE(document.outlineview()->findChild<QLineEdit *>(), nullptr);
+    const auto *editor = document.outlineview()->findChild<QLineEdit *>();
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->selectedText(), "Page");
     EXPECT_TRUE(document.isDocumentEdited());
 }
 
@@ -124,6 +94,17 @@ TEST_F(Adding, AChildComesLastAndItsParentIsUnfolded) {
     perform("addChildOutlineItem:");
     EXPECT_EQ(outline(), "a (x Page) b");
     EXPECT_TRUE(document.outlineview()->isItemExpanded(*node({0})));
+    EXPECT_NE(document.outlineview()->findChild<QLineEdit *>(), nullptr);
+    EXPECT_TRUE(document.isDocumentEdited());
+}
+
+TEST_F(Adding, TheFirstChildOfAnItemIsShown) {
+    setOutline("a b");
+    select({{1}});
+    perform("addChildOutlineItem:");
+    EXPECT_EQ(outline(), "a b (Page)");
+    EXPECT_TRUE(document.outlineview()->isItemExpanded(*node({1})));
+    EXPECT_EQ(selected(), "Page");
 }
 
 TEST_F(Adding, WithoutASelectionBothAppendAtTheTopLevel) {
@@ -161,6 +142,26 @@ TEST_F(Adding, SelectedTextBecomesASiblingOrAChildAtItsSpot) {
     EXPECT_EQ(node({0, 3})->representedObject()->pageTitle(), "Page 3");
 }
 
+TEST_F(Adding, SelectedTextGoesToTheNextPathOrBehindTheChildren) {
+    setOutline("a b c (d (x y) e)");
+    document.pdfview()->setCurrentSelection(document.pdfDoc()->page(0)->selectionForRange({0, 4}));
+    select({{2, 0}});
+    perform("addSelectedTextAsTOCSibling:");
+    EXPECT_EQ(outline(), "a b c (d (x y) Page e)");
+    select({{2, 0}});
+    perform("addSelectedTextAsTOCChild:");
+    EXPECT_EQ(outline(), "a b c (d (x y Page) Page e)");
+    EXPECT_TRUE(document.isDocumentEdited());
+}
+
+TEST_F(Adding, WithoutSelectedTextNothingIsAdded) {
+    setOutline("a");
+    document.structuralEdits().addSelectedTextAsTOCSibling();
+    document.structuralEdits().addSelectedTextAsTOCChild();
+    EXPECT_EQ(outline(), "a");
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
 TEST_F(Adding, WithNothingSelectedInTheOutlineSelectedTextIsAppended) {
     setOutline("a (x)");
     document.pdfview()->setCurrentSelection(document.pdfDoc()->page(0)->selectionForRange({0, 4}));
@@ -185,7 +186,17 @@ TEST_F(Removing, TheOnlyItemLeavesAnEmptyOutline) {
     select({{0}});
     perform("removeOutlineItems:");
     EXPECT_EQ(outline(), "");
+    EXPECT_EQ(selected(), "");
     EXPECT_TRUE(document.isDocumentEdited());
+}
+
+TEST_F(Removing, SelectedItemsThatAreNotShownStay) {
+    setOutline("a (x) b");
+    select({{0, 0}, {1}});
+    document.outlineview()->collapseItem(*node({0}));
+    perform("removeOutlineItems:");
+    EXPECT_EQ(outline(), "a (x)");
+    EXPECT_EQ(selected(), "");
 }
 
 TEST_F(Removing, WhereEditingIsRefusedItBeeps) {
@@ -202,6 +213,18 @@ TEST_F(Removing, PromotedChildrenBecomeTheFollowingSiblings) {
     select({{0}});
     perform("promoteChildrenOutlineItem:");
     EXPECT_EQ(outline(), "a x (y) z b");
+    EXPECT_EQ(selected(), "a");
+    EXPECT_TRUE(document.isDocumentEdited());
+}
+
+TEST_F(Removing, PromotingIsRefusedSilently) {
+    setOutline("a (x) b");
+    document.setLockTOCediting(true);
+    select({{0}});
+    perform("promoteChildrenOutlineItem:");
+    EXPECT_EQ(outline(), "a (x) b");
+    EXPECT_EQ(platform.beeps, 0);
+    EXPECT_FALSE(document.isDocumentEdited());
 }
 
 TEST_F(Removing, PromotingTheChildrenOfAnItemWithoutAnyStillCountsAChange) {
@@ -264,6 +287,34 @@ TEST_F(Edits, WhatIsEnabledDependsOnTheSelectionOnThePages) {
         EXPECT_TRUE(isEnabled(selector)) << selector;
 }
 
+TEST_F(Edits, EveryOtherCommandIsAlwaysEnabled) {
+    setOutline("");
+    const QSet<QString> dependent{"removeOutlineItems:",
+                                  "changeCaseToLowerCase:",
+                                  "changeCaseToUpperCase:",
+                                  "changeCaseToTitleCase:",
+                                  "applyTOCExpand:",
+                                  "applyTOCCollapse:",
+                                  "moveLeft:",
+                                  "moveRight:",
+                                  "moveUp:",
+                                  "moveDown:",
+                                  "renameSequentialNumbering:",
+                                  "renameFindReplace:",
+                                  "renameAddPrefix:",
+                                  "promoteChildrenOutlineItem:",
+                                  "runMiniTOC:",
+                                  "addSelectedTextAsTOCSibling:",
+                                  "addSelectedTextAsTOCChild:",
+                                  "useSelectionforH1:",
+                                  "useSelectionforH2:",
+                                  "useSelectionforH3:",
+                                  "useSelectionforH4:"};
+    document.setAllowTOCediting(false);
+    for (const ActionDescription *each : document.actions().handled())
+        EXPECT_EQ(isEnabled(each->selector), !dependent.contains(each->selector)) << each->selector;
+}
+
 TEST_F(Edits, WhereEditingIsLockedCommandsAreStillEnabled) {
     setOutline("a");
     document.setLockTOCediting(true);
@@ -284,38 +335,44 @@ TEST_F(Edits, TitleCaseOfTheSelectedRow) {
     EXPECT_EQ(outline(), "again");
 }
 
+TEST_F(Edits, TitleCaseWithoutASelectedRowCountsAChangeAllTheSame) {
+    setOutline("hello");
+    select({});
+    perform("changeOutlineItemToTitleCase:");
+    EXPECT_EQ(outline(), "hello");
+    EXPECT_EQ(platform.beeps, 0);
+    EXPECT_TRUE(document.isDocumentEdited());
+}
+
+TEST_F(Edits, OfSeveralSelectedRowsTitleCaseChangesTheCurrentOne) {
+    setOutline("one two three");
+    select({{0}, {1}, {2}});
+    document.treecontroller().selectionModel()->setCurrentIndex(
+        document.treecontroller().indexForNode(*node({1})), QItemSelectionModel::NoUpdate);
+    perform("changeOutlineItemToTitleCase:");
+    EXPECT_EQ(outline(), "one Two three");
+}
+
+class TextOfAPage : public test::WindowFixture {};
+
+TEST_F(TextOfAPage, ALineBreakInSelectedTextBecomesABlankOfTheTitle) {
+    PdfBuilder pdf;
+    pdf.addPage(PdfBuilder::showText("F1", 12, 72, 700, "Intro-") +
+                PdfBuilder::showText("F1", 12, 72, 680, "duction"));
+    open(pdf);
+    const PDFPage &page = *document.pdfDoc()->page(0);
+    constexpr int bothLines = 14;
+    ASSERT_EQ(page.text()->attributedString.string.left(bothLines), "Intro-\nduction");
+    document.pdfview()->setCurrentSelection(page.selectionForRange({0, bothLines}));
+    ASSERT_TRUE(document.actions().perform("addSelectedTextAsTOCSibling:"));
+    EXPECT_EQ(document.root().children().at(0)->pageTitle(), "Intro- duction");
+}
+
 TEST(LegitimateTitle, IsMadeOfLettersOnly) {
     EXPECT_FALSE(checkLegitimateTitle(""));
     EXPECT_TRUE(checkLegitimateTitle("Résumé"));
     EXPECT_FALSE(checkLegitimateTitle("A B"));
     EXPECT_FALSE(checkLegitimateTitle("Part2"));
-}
-
-class SuggestedTitle : public test::WindowFixture {
-protected:
-    QString suggestionFor(const std::string &content) {
-        PdfBuilder pdf;
-        pdf.addPage(content);
-        open(pdf);
-        return document.structuralEdits().getSuggestedTitleOnCurrentPage();
-    }
-};
-
-TEST_F(SuggestedTitle, DigitsAreNoTitle) {
-    EXPECT_EQ(suggestionFor(PdfBuilder::showText("F1", 30, 72, 700, "12") +
-                            PdfBuilder::showText("F1", 20, 72, 600, "Contents") +
-                            PdfBuilder::showText("F1", 10, 72, 500, "text")),
-              "Contents");
-}
-
-TEST_F(SuggestedTitle, OfTwoOfTheSameSizeTheFirst) {
-    EXPECT_EQ(suggestionFor(PdfBuilder::showText("F1", 20, 72, 700, "First") +
-                            PdfBuilder::showText("F2", 20, 72, 600, "Second")),
-              "First");
-}
-
-TEST_F(SuggestedTitle, APageWithoutTextSuggestsUntitled) {
-    EXPECT_EQ(suggestionFor({}), "Untitled");
 }
 
 }  // namespace

@@ -261,5 +261,39 @@ TEST_F(ScatteredMove, IntoTheirOwnSubtreeAreRefused) {
     EXPECT_FALSE(tree.controller->moveNodes(odd, odd[3]->indexPath().indexPathByAddingIndex(0)));
 }
 
+class ManyMoves : public testing::Test {
+protected:
+    Tree tree{"A(B C) D E"};
+};
+
+TEST_F(ManyMoves, AreOneNewLayout) {
+    QSignalSpy moved(tree.controller.get(), &QAbstractItemModel::rowsMoved);
+    QSignalSpy laidOut(tree.controller.get(), &QAbstractItemModel::layoutChanged);
+    {
+        const TreeController::ManyMoves together(*tree.controller);
+        tree.controller->moveNode(tree.node("E"), {0});
+        tree.controller->moveNode(tree.node("B"), {3});
+        EXPECT_EQ(tree.node("D").indexPath(), IndexPath({2}));
+        EXPECT_EQ(laidOut.size(), 0);
+    }
+    EXPECT_EQ(moved.size(), 0);
+    EXPECT_EQ(laidOut.size(), 1);
+    EXPECT_EQ(test::written(tree.controller->arrangedObjects()), "E A(C) D B");
+    EXPECT_EQ(test::written(tree.root), "E A(C) D B");
+}
+
+TEST_F(ManyMoves, KeepSelectionCurrentRowAndIndexes) {
+    tree.controller->setSelectedNodes({&tree.node("B"), &tree.node("E")});
+    const QPersistentModelIndex kept = tree.index("C", 1);
+    {
+        const TreeController::ManyMoves together(*tree.controller);
+        tree.controller->moveNode(tree.node("B"), {3});
+        tree.controller->moveNode(tree.node("C"), {0});
+    }
+    EXPECT_EQ(test::titles(tree.controller->selectedNodes()), "E B");
+    EXPECT_EQ(QModelIndex(kept), tree.index("C", 1));
+    EXPECT_EQ(tree.controller->selectionModel()->currentIndex(), tree.index("B"));
+}
+
 }  // namespace
 }  // namespace leafwright

@@ -206,7 +206,7 @@ protected:
 TEST_F(RandomOperations, GiveWhatANaiveTreeGives) {
     for (int step = 0; step < 10'000; ++step) {
         const size_t size = controller.nodeCount();
-        switch (below(10)) {
+        switch (below(11)) {
             case 0:
             case 1:
                 insert();
@@ -233,6 +233,12 @@ TEST_F(RandomOperations, GiveWhatANaiveTreeGives) {
             case 8:
                 rename();
                 break;
+            case 9: {
+                const TreeController::ManyMoves together(controller);
+                for (size_t count = below(6); count > 0; --count)
+                    move(1 + below(3));
+                break;
+            }
             default:
                 select();
         }

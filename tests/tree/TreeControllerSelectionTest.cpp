@@ -96,5 +96,25 @@ TEST(TreeControllerSelection, ManyRangesAreReplacedByManyOthers) {
     EXPECT_EQ(controller.selectedNodes(), halves[1]);
 }
 
+TEST(TreeControllerSelection, NodesKnowWhetherTheyAreSelected) {
+    Tree tree("A(B C) D");
+    tree.controller->setSelectedNodes({&tree.node("C")});
+    EXPECT_TRUE(tree.controller->isSelected(tree.node("C")));
+    EXPECT_FALSE(tree.controller->isSelected(tree.node("A")));
+    tree.controller->selectionModel()->select(tree.index("D"), QItemSelectionModel::ClearAndSelect);
+    EXPECT_TRUE(tree.controller->isSelected(tree.node("D")));
+    EXPECT_FALSE(tree.controller->isSelected(tree.node("C")));
+    tree.controller->moveNode(tree.node("D"), {0});
+    EXPECT_TRUE(tree.controller->isSelected(tree.node("D")));
+}
+
+TEST(TreeControllerSelection, SiblingsAreOneRangeAlsoWithOthersBetweenThem) {
+    Tree tree("A(B C) D(E) F");
+    tree.controller->setSelectedNodes({&tree.node("A"), &tree.node("B"), &tree.node("C"), &tree.node("D"),
+                                       &tree.node("E"), &tree.node("F")});
+    EXPECT_EQ(tree.controller->selectionModel()->selection().size(), 3);
+    EXPECT_EQ(test::titles(tree.controller->selectedNodes()), "A B C D E F");
+}
+
 }  // namespace
 }  // namespace leafwright

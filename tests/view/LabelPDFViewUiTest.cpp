@@ -149,7 +149,7 @@ TEST_F(LabelPDFViewTest, ADoubleClickDragsTheSpot) {
     const QPoint point = at(100, 600);
     doubleClick(point);
     ASSERT_EQ(view.dragged.size(), 1);
-    EXPECT_EQ(view.formats, QStringList("application/x-leafwright-point"));
+    EXPECT_EQ(view.formats, QStringList("NSPOINT_PBOARD_TYPE"));
     EXPECT_EQ(view.hotSpot, QPoint(10, 10));
     const auto archive = KeyedArchive::unarchive(view.dragged[0]);
     ASSERT_TRUE(archive);

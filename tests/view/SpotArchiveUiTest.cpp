@@ -32,7 +32,7 @@ TEST(SpotArchive, WhatIsNoneIsRefused) {
 TEST(SpotArchive, ItsTypeIsAMimeType) {
     QMimeData data;
     data.setData(NSPOINT_PBOARD_TYPE, "x");
-    EXPECT_EQ(data.formats(), QStringList("application/x-leafwright-point"));
+    EXPECT_EQ(data.formats(), QStringList("NSPOINT_PBOARD_TYPE"));
 }
 
 }  // namespace

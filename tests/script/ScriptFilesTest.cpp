@@ -1,0 +1,69 @@
+#include "script/ScriptFiles.h"
+#include "support/CliFiles.h"
+
+#include <QDir>
+
+#include <gtest/gtest.h>
+
+namespace leafwright::script {
+namespace {
+
+using test::bytesOf;
+using test::saveBytes;
+
+class FilesOfAScript : public testing::Test {
+protected:
+    test::TempDir dir;
+    QString base = QDir::cleanPath(dir.path({}));
+    ScriptFiles files{base};
+};
+
+TEST_F(FilesOfAScript, ACopyStandsInForTheFileUntilItIsPublished) {
+    saveBytes(dir.path("a.pdf"), "before");
+    const auto copy = files.copyOf("a.pdf");
+    ASSERT_TRUE(copy);
+    EXPECT_TRUE(copy->endsWith("/a.pdf")) << "documents go by their files' names";
+    saveBytes(*copy, "after");
+    EXPECT_EQ(bytesOf(dir.path("a.pdf")), "before");
+    EXPECT_EQ(files.placeToRead("a.pdf"), *copy);
+    EXPECT_EQ(files.placeFor(dir.path("a.pdf")), *copy) << "by whatever name";
+    EXPECT_EQ(files.publish(), std::nullopt);
+    EXPECT_EQ(bytesOf(dir.path("a.pdf")), "after");
+}
+
+TEST_F(FilesOfAScript, AMissingFileHasNoCopy) {
+    EXPECT_EQ(files.copyOf("no.pdf"), std::nullopt);
+}
+
+TEST_F(FilesOfAScript, WhatWasNotChangedIsNotWritten) {
+    saveBytes(dir.path("a.pdf"), "before");
+    files.copyOf("a.pdf");
+    QFile::setPermissions(dir.path("a.pdf"), QFile::ReadOwner);
+    const QDateTime written = QFileInfo(dir.path("a.pdf")).metadataChangeTime();
+    EXPECT_EQ(files.publish(), std::nullopt);
+    EXPECT_EQ(QFileInfo(dir.path("a.pdf")).metadataChangeTime(), written);
+}
+
+TEST_F(FilesOfAScript, WhereOneCantBeWrittenNoneIs) {
+    saveBytes(files.placeFor("first.txt"), "first");
+    saveBytes(files.placeFor("no/second.txt"), "second");
+    const auto failure = files.publish();
+    ASSERT_TRUE(failure);
+    EXPECT_TRUE(failure->contains("second.txt could not be written: ")) << qPrintable(*failure);
+    EXPECT_FALSE(QFile::exists(dir.path("first.txt")));
+}
+
+TEST_F(FilesOfAScript, PathsAreToldAlikeInEveryRun) {
+    const QString place = files.placeFor("sub/out.pdf");
+    EXPECT_EQ(files.told(place), "sub/out.pdf");
+    EXPECT_EQ(files.told(files.placeFor("/elsewhere/b.pdf")), "/elsewhere/b.pdf");
+    EXPECT_EQ(files.told(files.temporaryDirectory() + "/a.pdf"), "<temporary>/a.pdf");
+    EXPECT_EQ(files.told(base + "/c.pdf"), "c.pdf");
+}
+
+TEST_F(FilesOfAScript, TwoOfOneNameDoNotMeet) {
+    EXPECT_NE(files.placeFor("a/x.pdf"), files.placeFor("b/x.pdf"));
+}
+
+}  // namespace
+}  // namespace leafwright::script
