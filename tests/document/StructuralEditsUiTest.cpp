@@ -9,6 +9,7 @@
 namespace leafwright {
 namespace {
 
+using test::PdfBuilder;
 using Edits = test::TreeWindowFixture;
 
 class Moves : public Edits {};
