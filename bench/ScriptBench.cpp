@@ -5,6 +5,7 @@
 // Prints the time a file takes, and the memory after every tenth. Fails if the second time round
 // needs noticeably more memory than the first: then something is kept of every file.
 
+#include "document/MyDocument.h"
 #include "script/ScriptFiles.h"
 #include "script/ScriptPlayer.h"
 

@@ -9,7 +9,7 @@ build_packages=(
 )
 test_packages=(
   libgtest-dev libgmock-dev libqpdf-dev qpdf poppler-utils man-db
-  dbus-daemon desktop-file-utils appstream xvfb xdotool
+  dbus-daemon desktop-file-utils appstream xvfb xdotool qt6-l10n-tools
 )
 
 # install_missing PACKAGE...: apt-get install for those that are not there yet.

@@ -8,6 +8,7 @@
 //
 // Runs on any platform, also on the offscreen one. QT_SCALE_FACTOR=2 gives a picture for dense screens.
 
+#include "Pictures.h"
 #include "app/Defaults.h"
 #include "desktop/OKNSOutlineView.h"
 #include "desktop/QtPlatform.h"
@@ -21,7 +22,6 @@
 #include <QCommandLineParser>
 #include <QElapsedTimer>
 #include <QLabel>
-#include <QPalette>
 #include <QScreen>
 #include <QStyleFactory>
 #include <QTemporaryDir>
@@ -30,21 +30,6 @@
 #include <cstdio>
 
 namespace {
-
-QPalette darkPalette() {
-    QPalette palette(QColor(49, 54, 59), QColor(35, 38, 41));
-    palette.setColor(QPalette::Base, QColor(27, 30, 32));
-    palette.setColor(QPalette::AlternateBase, QColor(35, 38, 41));
-    palette.setColor(QPalette::Highlight, QColor(61, 174, 233));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    return palette;
-}
-
-void handleEventsFor(int milliseconds) {
-    QEventLoop loop;
-    QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-    loop.exec();
-}
 
 /// Takes a picture of the screen whenever the progress of AutoTOC has come to another step.
 class ProgressPictures : public QObject {

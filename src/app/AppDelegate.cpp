@@ -1,31 +1,57 @@
 #include "app/AppDelegate.h"
 
+#include "app/AboutWindow.h"
 #include "app/Defaults.h"
+#include "app/Endpoints.h"
+#include "app/PreferencesWindow.h"
 #include "app/Resources.h"
+#include "app/UpdateWindow.h"
+#include "desktop/Updater.h"
 #include "document/DocumentWindow.h"
 #include "document/MyDocument.h"
 #include "platform/UserDefaults.h"
 
+#include <QCheckBox>
 #include <QCoreApplication>
 #include <QFileInfo>
+#include <QLabel>
 
 namespace leafwright {
 
 namespace {
 
 const QString guideName = QStringLiteral("Leafwright User Guide.pdf");
+const QString doubleClickEditingKey = QStringLiteral("LeafwrightEnableDoubleClickEditing");
+
+void bringToFront(QWidget &window) {
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
 
 }  // namespace
 
-AppDelegate::AppDelegate(Platform &platform)
-    : platform_(platform), documentController_(platform, [this] { return makeDocument(); }) {
-    registerDefaults(platform.userDefaults());
+void AppDelegate::initialize(UserDefaults &defaults) {
+    registerDefaults(defaults);
 }
 
+AppDelegate::AppDelegate(Platform &platform)
+    : platform_(platform), documentController_(platform, [this] { return makeDocument(); }) {
+    initialize(platform.userDefaults());
+    preferences_ = std::make_unique<PreferencesWindow>(platform.userDefaults());
+    connect(preferences_->doubleClickEditing(), &QCheckBox::toggled, this,
+            [this] { changeLabelDoubleClickingMessage(preferences_->doubleClickEditing()); });
+}
+
+AppDelegate::~AppDelegate() = default;
+
 void AppDelegate::applicationDidFinishLaunching() {
-    if (!platform_.userDefaults().boolForKey(QStringLiteral("LeafwrightShowHelpOnStart"))) return;
-    const QString guide = resourcePath(guideName);
-    if (!guide.isNull()) documentController_.openDocumentWithContentsOfURL(guide, true);
+    sharedUpdater();
+    if (platform_.userDefaults().boolForKey(QStringLiteral("LeafwrightShowHelpOnStart"))) {
+        const QString guide = resourcePath(guideName);
+        if (!guide.isNull()) documentController_.openDocumentWithContentsOfURL(guide, true);
+    }
+    setDoubleClickMessage(platform_.userDefaults().boolForKey(doubleClickEditingKey));
 }
 
 void AppDelegate::openFiles(const QStringList &paths) {
@@ -45,13 +71,80 @@ void AppDelegate::openFiles(const QStringList &paths) {
 void AppDelegate::comeToFront() {
     const auto documents = documentController_.documents();
     if (documents.empty()) return;
-    QWidget *window = documents.back()->window();
-    window->raise();
-    window->activateWindow();
+    bringToFront(*documents.back()->window());
 }
 
 void AppDelegate::terminate() {
     if (documentController_.closeAllDocuments()) QCoreApplication::quit();
+}
+
+void AppDelegate::changeLabelDoubleClickingMessage(const QCheckBox *sender) {
+    setDoubleClickMessage(sender->checkState() == Qt::Checked);
+}
+
+void AppDelegate::setDoubleClickMessage(bool editing) {
+    const QString message =
+        editing ? tr("To follow the TOC link and open the correct page in PDF, hold down CMD while "
+                     "double-clicking.")
+                : tr("Double-click to follow the TOC link. Hold down CMD while double-clicking TOC item to "
+                     "edit the TOC item.");
+    preferences_->labelDoubleClickEditingMessage()->setText(message);
+    preferences_->doubleClickEditing()->setAccessibleDescription(message);
+}
+
+QLabel *AppDelegate::labelDoubleClickEditingMessage() const {
+    return preferences_->labelDoubleClickEditingMessage();
+}
+
+void AppDelegate::showPreferences() {
+    bringToFront(*preferences_);
+}
+
+void AppDelegate::orderFrontStandardAboutPanel() {
+    if (!about_) {
+        about_ = std::make_unique<AboutWindow>();
+        connect(about_.get(), &AboutWindow::homePageRequested, this, &AppDelegate::openLeafwrightOnline);
+    }
+    bringToFront(*about_);
+}
+
+Updater &AppDelegate::sharedUpdater() {
+    if (!sparkleUpdater_) sparkleUpdater_ = std::make_unique<Updater>();
+    return *sparkleUpdater_;
+}
+
+void AppDelegate::appMenuCheckForUpdates() {
+    if (!updateWindow_) updateWindow_ = std::make_unique<UpdateWindow>(sharedUpdater(), platform_);
+    sharedUpdater().checkForUpdates(this);
+}
+
+void AppDelegate::openHelpFile() {
+    const QString guide = resourcePath(guideName);
+    if (guide.isNull()) {
+        platform_.beep();
+    } else {
+        platform_.openFile(guide);
+    }
+}
+
+void AppDelegate::openTutorial() {
+    platform_.openURL(tutorialsPage());
+}
+
+void AppDelegate::openLeafwrightOnline() {
+    platform_.openURL(homePage());
+}
+
+void AppDelegate::openLeafwrightMacAppStore() {
+    platform_.openURL(storePage());
+}
+
+void AppDelegate::emailCustomerSupport() {
+    platform_.openURL(supportMail(QStringLiteral("%1 (Direct)").arg(QCoreApplication::applicationVersion())));
+}
+
+void AppDelegate::emailFeedback() {
+    platform_.openURL(feedbackMail());
 }
 
 std::unique_ptr<Document> AppDelegate::makeDocument() {
@@ -62,15 +155,30 @@ std::unique_ptr<Document> AppDelegate::makeDocument() {
 
 void AppDelegate::registerActions(MyDocument &document) {
     ActionTable &actions = document.actions();
-    actions.handle("openDocument:", [this](QObject *) { documentController_.openDocument(); });
     actions.handle("performClose:",
                    [this, &document](QObject *) { documentController_.closeDocument(document); });
-    actions.handle("terminate:", [this](QObject *) { terminate(); });
-    actions.handle("openHelpFile:", [this](QObject *) { platform_.openFile(resourcePath(guideName)); });
-    connect(&document, &MyDocument::windowMade, this, [this, &document] {
-        connect(document.myWindow(), &DocumentWindow::filesDropped, this, &AppDelegate::openFiles);
-        document.myWindow()->setRecentDocuments(documentController_);
-    });
+    actions.handle("openDocument:", [this](QObject *) { documentController_.openDocument(); });
+    const auto handle = [&](const char *selector, void (AppDelegate::*command)()) {
+        actions.handle(selector, [this, command](QObject *) { (this->*command)(); });
+    };
+    handle("terminate:", &AppDelegate::terminate);
+    handle("showPreferences:", &AppDelegate::showPreferences);
+    handle("openHelpFile:", &AppDelegate::openHelpFile);
+    handle("openTutorial:", &AppDelegate::openTutorial);
+    handle("openLeafwrightOnline:", &AppDelegate::openLeafwrightOnline);
+    handle("openLeafwrightMacAppStore:", &AppDelegate::openLeafwrightMacAppStore);
+    handle("emailCustomerSupport:", &AppDelegate::emailCustomerSupport);
+    handle("emailFeedback:", &AppDelegate::emailFeedback);
+    handle("appMenuCheckForUpdates:", &AppDelegate::appMenuCheckForUpdates);
+    handle("orderFrontStandardAboutPanel:", &AppDelegate::orderFrontStandardAboutPanel);
+    connect(&document, &MyDocument::windowMade, this,
+            [this, &document] { adoptWindow(*document.myWindow()); });
+}
+
+void AppDelegate::adoptWindow(DocumentWindow &window) {
+    connect(&window, &DocumentWindow::filesDropped, this, &AppDelegate::openFiles);
+    window.setRecentDocuments(documentController_);
+    menuItemCheckForUpdates_ = window.findChild<QAction *>(QStringLiteral("appMenuCheckForUpdates:"));
 }
 
 }  // namespace leafwright

@@ -2,13 +2,16 @@
 
 #include "app/AppDelegate.h"
 #include "app/DesktopApplication.h"
+#include "app/Requests.h"
 #include "app/SingleInstance.h"
 #include "desktop/QtPlatform.h"
+#include "platform/Translation.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFileInfo>
 #include <QIcon>
+#include <QLocale>
 #include <QTimer>
 
 #include <cstdio>
@@ -68,41 +71,11 @@ void setUp() {
     QApplication::setWindowIcon(icon);
 }
 
-/// Does what other starts and the desktop ask for, and ends the program where that leaves it without a
-/// window: it could not be reached any more.
-class Requests {
-public:
-    explicit Requests(AppDelegate &delegate) : delegate_(delegate) {}
-
-    /// Opens files; without any, shows the program.
-    void open(const QStringList &paths) {
-        ++running_;
-        paths.isEmpty() ? show() : delegate_.openFiles(paths);
-        --running_;
-        quitWithoutWindow();
-    }
-
-    void quitWithoutWindow() const {
-        if (running_ == 0 && !hasDocument()) QApplication::quit();
-    }
-
-    bool hasDocument() const { return !delegate_.documentController().documents().empty(); }
-
-private:
-    void show() {
-        // Another request may be asking already.
-        if (!hasDocument() && running_ == 1) delegate_.documentController().openDocument();
-        delegate_.comeToFront();
-    }
-
-    AppDelegate &delegate_;
-    int running_ = 0;  ///< Requests that stop and ask let others in.
-};
-
 }  // namespace
 
 int applicationMain(int argc, char **argv) {
     QApplication application(argc, argv);
+    installTranslators(application, QLocale(), translationsFolder());
     setUp();
     const Start start = parseArguments(application);
 
@@ -111,15 +84,16 @@ int applicationMain(int argc, char **argv) {
     SingleInstance instance(SingleInstance::nameForUser());
     if (!desktop.listen() && desktop.handOver(start.files)) return 0;
     if (!start.service && instance.handOver(start.files)) return 0;
-    if (!instance.listen()) qWarning("leafwright: other starts will not find this one");
+    // The socket may belong to a program without a bus; whoever starts a service has one.
+    if (!start.service && !instance.listen()) qWarning("leafwright: other starts will not find this one");
 
     QtPlatform platform;
     AppDelegate delegate(platform);
     Requests requests(delegate);
-    const auto open = [&](const QStringList &paths) { requests.open(paths); };
-    QObject::connect(&instance, &SingleInstance::filesReceived, &delegate, open);
-    QObject::connect(&desktop, &DesktopApplication::filesReceived, &delegate, open);
-    QObject::connect(&desktop, &DesktopApplication::activated, &delegate, [&] { requests.open({}); });
+    QObject::connect(&instance, &SingleInstance::filesReceived, &requests, &Requests::open);
+    QObject::connect(&desktop, &DesktopApplication::filesReceived, &requests, &Requests::open);
+    QObject::connect(&desktop, &DesktopApplication::activated, &requests, [&] { requests.open({}); });
+    QObject::connect(&requests, &Requests::leftWithoutWindow, &application, &QApplication::quit);
     QApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(&delegate.documentController(), &DocumentController::lastDocumentClosed, &application,
                      &QApplication::quit, Qt::QueuedConnection);
@@ -128,7 +102,7 @@ int applicationMain(int argc, char **argv) {
     if (start.choose) requests.open({});
     if (start.service) {
         constexpr int longestWait = 10000;  // milliseconds
-        QTimer::singleShot(longestWait, &delegate, [&] { requests.quitWithoutWindow(); });
+        QTimer::singleShot(longestWait, &requests, &Requests::checkForWindow);
     } else if (!requests.hasDocument()) {
         std::fputs(
             qPrintable(QCoreApplication::translate(

@@ -4,10 +4,9 @@
 
 namespace leafwright {
 
-void registerDefaults(UserDefaults &defaults) {
-    constexpr int deepestHeading = 3;
-    defaults.registerDefaults({
-        {QStringLiteral("autotocMaxDepth"), deepestHeading},
+const std::vector<DefaultSetting> &defaultSettings() {
+    static const std::vector<DefaultSetting> settings{
+        {QStringLiteral("autotocMaxDepth"), 3},
         {QStringLiteral("LeafwrightAllowPDFReadingInBackground"), false},
         {QStringLiteral("autotocIgnoreHighFrequencyFonts"), true},
         {QStringLiteral("LeafwrightShouldFindMOIPointInAutoTOC"), true},
@@ -17,7 +16,15 @@ void registerDefaults(UserDefaults &defaults) {
         {QStringLiteral("LeafwrightShouldWarnAboutPDFVersion"), false},
         {QStringLiteral("LeafwrightShouldRedoMOIGenericPoints"), true},
         {QStringLiteral("autotocIgnoreLowFrequencyFonts"), true},
-    });
+    };
+    return settings;
+}
+
+void registerDefaults(UserDefaults &defaults) {
+    QHash<QString, QVariant> values;
+    for (const DefaultSetting &setting : defaultSettings())
+        values.insert(setting.key, setting.value);
+    defaults.registerDefaults(values);
 }
 
 }  // namespace leafwright

@@ -36,29 +36,26 @@ struct Request {
     bool wrap = false;
 };
 
-/// The headings below a new item; null when there is nothing to find them by, and `failure` gets the line to
-/// say.
-std::unique_ptr<MyOutlineItem> findHeadings(const QString &file, const PDFDocument &pdf,
-                                            const Request &request, Console &console, QString &failure) {
-    const FontCensus census = calcFontsInDocument(pdf);
-    if (request.calibrate) {
-        const FontStringCensus counts = fontStringCensus(census);
-        if (canCalibrate(counts)) {
-            const CalibratedLevels levels(headingFontStrings(counts, FrequencyFilters()));
-            return runCalibratingAutoTOC(pdf, levels, request.maxDepth);
-        }
-        failure = translated(
-            "%1: its text has fewer than two fonts, from which nothing can be told; "
-            "nothing was written");
-    } else {
-        const HeadingLevelMap map = request.mapFile.isEmpty()
-                                        ? headingsfromFonts(census)
-                                        : readHeadingMap(request.mapFile, census, console);
-        if (request.mapFile.isEmpty() || !map.empty())
-            return runAutoTOCwithH1H2H3Map(pdf, map, request.maxDepth);
-        failure = translated("%1: nothing was written");
+/// The headings below a new item, by a map of their fonts; null when the given map has none, which is said.
+std::unique_ptr<MyOutlineItem> headingsByMap(const PDFDocument &pdf, const FontCensus &census,
+                                             const Request &request, Console &console) {
+    if (request.mapFile.isEmpty())
+        return runAutoTOCwithH1H2H3Map(pdf, headingsfromFonts(census), request.maxDepth);
+    const HeadingLevelMap map = readHeadingMap(request.mapFile, census, console);
+    return map.empty() ? nullptr : runAutoTOCwithH1H2H3Map(pdf, map, request.maxDepth);
+}
+
+/// The same by how often fonts occur; null when the text has too few of them, which is said.
+std::unique_ptr<MyOutlineItem> headingsByCalibration(const QString &file, const PDFDocument &pdf,
+                                                     const FontCensus &census, int maxDepth,
+                                                     Console &console) {
+    const FontStringCensus counts = fontStringCensus(census);
+    if (canCalibrate(counts)) {
+        const CalibratedLevels levels(headingFontStrings(counts, FrequencyFilters()));
+        return runCalibratingAutoTOC(pdf, levels, maxDepth);
     }
-    failure = failure.arg(file);
+    console.message(
+        translated("%1: its text has fewer than two fonts, from which nothing can be told").arg(file));
     return nullptr;
 }
 
@@ -79,12 +76,13 @@ std::optional<QString> autoTOC(const QString &file, const QString &out, const Re
                                Console &console) {
     SilentPlatform platform;
     MyDocument document(platform);
-    QString failure;
-    if (!openForEditing(document, file, failure)) return failure;
+    if (QString failure; !openForEditing(document, file, failure)) return failure;
     const PDFDocument &pdf = *document.pdfDoc();
     if (alone) readAllPages(pdf);  // of many files, each has a core to itself
-    auto top = findHeadings(file, pdf, request, console, failure);
-    if (!top) return failure;
+    const FontCensus census = calcFontsInDocument(pdf);
+    auto top = request.calibrate ? headingsByCalibration(file, pdf, census, request.maxDepth, console)
+                                 : headingsByMap(pdf, census, request, console);
+    if (!top) return translated("%1: nothing was written").arg(file);
     if (top->children().empty()) {
         // Without this, a document of scanned pages would lose the outline that it has.
         console.message(

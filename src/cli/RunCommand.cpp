@@ -73,10 +73,12 @@ private:
     std::optional<leafwright::JsonWriter> json_;
 };
 
-std::optional<QString> writeOutcome(const script::ScriptPlayer &player, const QString &place) {
+std::optional<QString> writeOutcome(const script::ScriptPlayer &player, const QString &out,
+                                    script::ScriptFiles &files) {
     if (!player.document()) return translated("the script closed the document; there is no outline to write");
-    const auto error = player.document()->writeNewPDFOutline(place, MyDocument::saveFinalPDF);
-    return error ? std::optional(error->message) : std::nullopt;
+    const QString place = files.placeFor(out);
+    auto error = player.document()->writeNewPDFOutline(place, MyDocument::saveFinalPDF);
+    return error ? std::optional(error->message.replace(place, out)) : std::nullopt;
 }
 
 /// @return why the script did not come to its end; then nothing has been written
@@ -92,7 +94,7 @@ std::optional<QString> play(const std::vector<script::Step> &steps, const Reques
         if (const auto error = player.open(request.file)) return openFailure(request.file, *error);
         if (const auto failure = player.play(steps)) return request.steps + QLatin1String(": ") + *failure;
         if (!request.out.isEmpty())
-            if (const auto failure = writeOutcome(player, files.placeFor(request.out))) return failure;
+            if (const auto failure = writeOutcome(player, request.out, files)) return failure;
     }
     if (const auto failure = report.finish()) return failure;
     if (const auto failure = files.publish()) return failure;

@@ -1,6 +1,8 @@
 #include "cli/CommandLine.h"
+#include "platform/Translation.h"
 
 #include <QApplication>
+#include <QLocale>
 #include <QLoggingCategory>
 
 #include <cstring>
@@ -8,9 +10,14 @@
 
 namespace {
 
-/// Scripts are played in windows, which nobody sees. All other commands start quicker without.
+/// Scripts are played in windows, which nobody sees. All other commands start quicker without. Nor do scripts
+/// depend on the language: titles that the program gives are part of what they report and write.
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv) {
-    if (argc < 2 || std::strcmp(argv[1], "run") != 0) return std::make_unique<QCoreApplication>(argc, argv);
+    if (argc < 2 || std::strcmp(argv[1], "run") != 0) {
+        auto application = std::make_unique<QCoreApplication>(argc, argv);
+        leafwright::installTranslators(*application, QLocale(), leafwright::translationsFolder());
+        return application;
+    }
     qputenv("QT_QPA_PLATFORM", "offscreen");
     return std::make_unique<QApplication>(argc, argv);
 }
@@ -18,9 +25,10 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv) {
 }  // namespace
 
 int main(int argc, char *argv[]) {
-    const auto application = makeApplication(argc, argv);
     // Commands say themselves what failed. QT_LOGGING_RULES still turns the log on.
     QLoggingCategory::setFilterRules(QStringLiteral("leafwright.*.warning=false\ndefault.warning=false"));
+    const auto application = makeApplication(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral(LEAFWRIGHT_VERSION));
     leafwright::cli::Console console;
     return leafwright::cli::runCommandLine(QCoreApplication::arguments().sliced(1), console);
 }

@@ -6,6 +6,7 @@
 #include <QIdentityProxyModel>
 #include <QLabel>
 #include <QLayout>
+#include <QLineEdit>
 
 namespace leafwright {
 
@@ -48,6 +49,7 @@ FilePanelDialog::FilePanelDialog(const FilePanel &panel, AcceptMode mode, QWidge
     } else {
         setFileMode(panel.canChooseFiles ? ExistingFile : Directory);
     }
+    setOption(ReadOnly, !panel.canCreateDirectories);
     if (!panel.prompt.isEmpty()) setLabelText(Accept, panel.prompt);
     if (!panel.allowedFileTypes.isEmpty()) {
         setNameFilter(nameFilter(panel.allowedFileTypes));
@@ -55,6 +57,7 @@ FilePanelDialog::FilePanelDialog(const FilePanel &panel, AcceptMode mode, QWidge
     }
     if (const QFileInfo start(panel.path); start.isDir()) {
         setDirectory(start.absoluteFilePath());
+        if (choosesFolders && panel.canChooseFiles) proposeFolder(start.absoluteFilePath());
     } else if (!panel.path.isEmpty()) {
         setDirectory(start.absolutePath());
         selectFile(start.fileName());
@@ -65,6 +68,12 @@ FilePanelDialog::FilePanelDialog(const FilePanel &panel, AcceptMode mode, QWidge
 
 void FilePanelDialog::restrictToEnabled() {
     setProxyModel(new EnabledPaths(panel_.shouldEnablePath, this));
+}
+
+void FilePanelDialog::proposeFolder(const QString &path) {
+    // Among files a folder is chosen from the one above it only, unless its path stands where names are
+    // typed.
+    if (auto *name = findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))) name->setText(path);
 }
 
 void FilePanelDialog::showMessage() {

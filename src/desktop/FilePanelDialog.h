@@ -20,6 +20,7 @@ public:
 
 private:
     void restrictToEnabled();
+    void proposeFolder(const QString &path);
     void showMessage();
 
     FilePanel panel_;

@@ -39,6 +39,11 @@ void showTextsAsTheyStand(QMessageBox &box) {
 
 std::optional<QString> runPanel(const FilePanel &panel, QFileDialog::AcceptMode mode) {
     FilePanelDialog dialog(panel, mode, QApplication::activeWindow());
+    // Who asks may be in the background. Shown before exec(), it would not be modal.
+    QTimer::singleShot(0, &dialog, [&dialog] {
+        dialog.raise();
+        dialog.activateWindow();
+    });
     if (dialog.exec() != QDialog::Accepted || dialog.chosenPath().isEmpty()) return std::nullopt;
     return dialog.chosenPath();
 }

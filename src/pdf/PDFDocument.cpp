@@ -70,6 +70,9 @@ std::optional<PDFError> PDFDocument::writeAndReplace(const QString &path,
             PDFError::Kind::WriteFailed,
             QCoreApplication::translate("PDFDocument", "%1 could not be written: %2").arg(path, reason)};
     };
+    // Nothing of it could be read, so an outline that it has would be lost.
+    if (isLocked())
+        return failure(QCoreApplication::translate("PDFDocument", "it is locked, and its outline unknown"));
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) return failure(file.errorString());
     if (auto error = engine_->write(outlineRoot(), file, progress)) {

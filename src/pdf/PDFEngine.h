@@ -60,4 +60,7 @@ public:
                                           const std::function<void(int)> &progress) const = 0;
 };
 
+/// The library behind the engine, with its version: "MuPDF 1.21.1".
+QString pdfEngineName();
+
 }  // namespace leafwright

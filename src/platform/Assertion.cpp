@@ -15,4 +15,9 @@ void failAssertion(const QString &description, const SourcePlace &where) {
     throw AssertionFailure(description, where);
 }
 
+void assertParameter(bool isGiven, const char *name, const SourcePlace &where) {
+    if (isGiven) return;
+    failAssertion(QStringLiteral("Invalid parameter not satisfying: %1").arg(QString::fromUtf8(name)), where);
+}
+
 }  // namespace leafwright

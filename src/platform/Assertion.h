@@ -42,4 +42,8 @@ private:
 [[noreturn]] void failAssertion(const QString &description,
                                 const SourcePlace &where = SourcePlace::current());
 
+/// Asserts that an argument that a function can't do without was given.
+/// @param name the argument's, for the description
+void assertParameter(bool isGiven, const char *name, const SourcePlace &where = SourcePlace::current());
+
 }  // namespace leafwright

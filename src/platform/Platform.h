@@ -34,6 +34,7 @@ struct FilePanel {
         {};  ///< Extensions without dots; empty for any. The first is added to new names.
     bool canChooseFiles = true;
     bool canChooseDirectories = false;  ///< Of open panels only.
+    bool canCreateDirectories = true;
     /// Whether a path may be chosen or entered; null if all may.
     std::function<bool(const QString &path)> shouldEnablePath = {};
 };

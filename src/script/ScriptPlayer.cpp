@@ -1,6 +1,7 @@
 #include "script/ScriptPlayer.h"
 
 #include "desktop/Sheet.h"
+#include "desktop/Updater.h"
 #include "document/MyDocument.h"
 #include "script/ModalGuard.h"
 #include "script/ScriptFiles.h"
@@ -32,7 +33,10 @@ void handleEvents() {
 }  // namespace
 
 ScriptPlayer::ScriptPlayer(ScriptFiles &files, Recorder record)
-    : files_(files), record_(std::move(record)), platform_(files), application_(platform_) {}
+    : files_(files), record_(std::move(record)), platform_(files), application_(platform_) {
+    // A script asks no server: what it would answer is not for a report, nor for a script to wait for.
+    application_.sharedUpdater().setFeedURL({});
+}
 
 ScriptPlayer::~ScriptPlayer() = default;
 

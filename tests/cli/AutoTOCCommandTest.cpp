@@ -195,9 +195,9 @@ TEST(AutoTOCCommand, CalibrateNeedsTwoFonts) {
     const QString path = savePdf(dir, "in.pdf", 2, {"Kept"});
     const CliResult result = runCli({"autotoc", path, "-o", dir.path("out.pdf"), "--calibrate"});
     EXPECT_EQ(result.exitCode, 1);
-    EXPECT_EQ(result.err, "leafwright-cli: " + path.toUtf8() +
-                              ": its text has fewer than two fonts, from which nothing can be told; nothing "
-                              "was written\n");
+    EXPECT_THAT(result.err.toStdString(),
+                HasSubstr("in.pdf: its text has fewer than two fonts, from which nothing can be told\n"));
+    EXPECT_THAT(result.err.toStdString(), HasSubstr("in.pdf: nothing was written\n"));
     EXPECT_FALSE(QFileInfo::exists(dir.path("out.pdf")));
 }
 

@@ -10,8 +10,10 @@
 #include <QDBusContext>
 #include <QDateTime>
 #include <QDesktopServices>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QLabel>
+#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
@@ -99,6 +101,10 @@ void press(QMessageBox &box, const QString &title) {
         if (button->text() == title) return button->click();
     ADD_FAILURE() << "no button " << qPrintable(title);
     box.reject();
+}
+
+void pressAccept(const QFileDialog &dialog) {
+    dialog.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Open)->click();
 }
 
 const Alert question{"Save <b>a</b>?", "It <i>has</i> changed.", {"Save", "Discard", "Cancel"}};
@@ -213,6 +219,48 @@ TEST_F(QtPlatformTest, AFolderCanBeChosenWhereFilesCan) {
               dir.path("folder"));
 }
 
+TEST_F(QtPlatformTest, WhereFoldersCanBeChosenTheOneItStartsInIsProposed) {
+    whenShown<FilePanelDialog>([&](FilePanelDialog &dialog) {
+        EXPECT_EQ(dialog.directory().absolutePath(), dir.path(""));
+        pressAccept(dialog);
+        EXPECT_FALSE(dialog.isVisible());
+    });
+    EXPECT_EQ(platform.runOpenPanel({.path = dir.path(""), .canChooseDirectories = true}), dir.path(""));
+}
+
+TEST_F(QtPlatformTest, WhatIsNotToBeMadeCanNotBeMade) {
+    for (const bool canCreate : {true, false}) {
+        whenShown<FilePanelDialog>([&](FilePanelDialog &dialog) {
+            EXPECT_EQ(dialog.testOption(QFileDialog::ReadOnly), !canCreate);
+            dialog.reject();
+        });
+        platform.runOpenPanel({.canChooseDirectories = true, .canCreateDirectories = canCreate});
+    }
+}
+
+TEST_F(QtPlatformTest, WhatMayNotBeChosenIsGray) {
+    const QString allowed = touch("allowed.pdf");
+    const QString other = touch("other.pdf");
+    whenShown<FilePanelDialog>([&](FilePanelDialog &dialog) {
+        auto *files = dialog.findChild<QListView *>("listView");
+        const auto isEnabled = [&](const QString &name) {
+            for (int row = 0; row < files->model()->rowCount(files->rootIndex()); ++row) {
+                const QModelIndex index = files->model()->index(row, 0, files->rootIndex());
+                if (index.data().toString() == name)
+                    return files->model()->flags(index).testFlag(Qt::ItemIsEnabled);
+            }
+            ADD_FAILURE() << "not shown: " << name.toStdString();
+            return false;
+        };
+        EXPECT_TRUE(QTest::qWaitFor([&] { return files->model()->rowCount(files->rootIndex()) == 2; }));
+        EXPECT_TRUE(isEnabled("allowed.pdf"));
+        EXPECT_FALSE(isEnabled("other.pdf"));
+        dialog.reject();
+    });
+    platform.runOpenPanel(
+        {.path = dir.path(""), .shouldEnablePath = [&](const QString &path) { return path == allowed; }});
+}
+
 TEST_F(QtPlatformTest, TheClipboardGetsTheText) {
     platform.setClipboardText("a\n\tb");
     EXPECT_EQ(QApplication::clipboard()->text(), "a\n\tb");
@@ -237,14 +285,8 @@ TEST_F(QtPlatformTest, SettingsAreKeptInTheFile) {
     EXPECT_EQ(QtPlatform(dir.path("settings.ini")).userDefaults().integerForKey("number"), 3);
 }
 
-class FileManagerTest : public testing::Test {
+class FileManagerTest : public test::MessageBusFixture {
 protected:
-    void SetUp() override {
-        if (!bus.isRunning()) GTEST_SKIP() << "dbus-daemon is not installed";
-        asking = bus.connect("asking");
-        answering = bus.connect("answering");
-        ASSERT_TRUE(asking.isConnected() && answering.isConnected());
-    }
     void startViewer() {
         ASSERT_TRUE(answering.registerObject("/org/freedesktop/FileManager1", &viewer,
                                              QDBusConnection::ExportAllSlots));
@@ -252,9 +294,6 @@ protected:
     }
 
     FileViewer viewer;
-    test::MessageBus bus;
-    QDBusConnection asking{""};
-    QDBusConnection answering{""};
     /// How often the other way was taken; that may be after the test.
     std::shared_ptr<int> otherwise = std::make_shared<int>(0);
 };

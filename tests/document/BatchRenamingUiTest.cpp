@@ -1,6 +1,7 @@
 #include "document/BatchRenaming.h"
 #include "support/TreeWindowFixture.h"
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSpinBox>
@@ -15,6 +16,12 @@ protected:
     template <typename Field>
     Field *field(const char *name) {
         return qobject_cast<Field *>(document.openSheet()->field(name));
+    }
+    QStringList titles() {
+        QStringList result;
+        for (const auto &item : document.root().children())
+            result.append(item->pageTitle());
+        return result;
     }
     void press(int tag) {
         ASSERT_NE(document.openSheet(), nullptr);

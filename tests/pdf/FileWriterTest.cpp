@@ -184,6 +184,15 @@ TEST(Writing, OfWhatWasWrittenBefore) {
     EXPECT_EQ(test::runProgram("qpdf", {"--check", path}).exitCode, 0);
 }
 
+TEST(Writing, ALockedFileIsNotWritten) {
+    const TempDir dir;
+    const auto document = openPdf(threePages(), {.userPassword = "secret"});
+    const auto error = document->writeToFile(dir.path("out.pdf"));
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->kind, PDFError::Kind::WriteFailed);
+    EXPECT_FALSE(QFile::exists(dir.path("out.pdf"))) << "its outline would be lost";
+}
+
 TEST(Writing, MissingFolderIsAnError) {
     const TempDir dir;
     const auto document = openPdf(threePages());

@@ -15,5 +15,16 @@ TEST(Assertion, CarriesItsTextAndItsPlace) {
     }
 }
 
+TEST(Assertion, AMissingArgumentIsNamed) {
+    EXPECT_NO_THROW(assertParameter(true, "url"));
+    try {
+        assertParameter(false, "url");
+        FAIL() << "nothing was raised";
+    } catch (const AssertionFailure &failure) {
+        EXPECT_EQ(failure.description(), "Invalid parameter not satisfying: url");
+        EXPECT_EQ(failure.sourceFile(), "AssertionTest") << "where it was missing";
+    }
+}
+
 }  // namespace
 }  // namespace leafwright

@@ -4,6 +4,8 @@
 #include <QProcess>
 #include <QStandardPaths>
 
+#include <gtest/gtest.h>
+
 namespace leafwright::test {
 
 /// A message bus of the test's own.
@@ -34,6 +36,24 @@ private:
     QProcess daemon_;
     QString address_;
     QStringList connections_;
+};
+
+/// A bus with a connection for who asks and one for who answers. Skips the test where there is no bus.
+class MessageBusFixture : public testing::Test {
+protected:
+    void SetUp() override {
+        if (!bus_.isRunning()) GTEST_SKIP() << "dbus-daemon is not installed";
+        asking = bus_.connect("asking");
+        answering = bus_.connect("answering");
+        ASSERT_TRUE(asking.isConnected() && answering.isConnected());
+    }
+
+private:
+    MessageBus bus_;
+
+protected:
+    QDBusConnection asking{""};
+    QDBusConnection answering{""};
 };
 
 }  // namespace leafwright::test

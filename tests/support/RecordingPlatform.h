@@ -19,6 +19,7 @@ public:
     }
     std::optional<QString> runOpenPanel(const FilePanel &panel) override {
         openPanels.append(panel);
+        if (whenAsked) whenAsked();
         return nextFile();
     }
     std::optional<QString> runSavePanel(const FilePanel &panel) override {
@@ -51,6 +52,7 @@ public:
 
     QList<int> answers;                           ///< For alerts, in order.
     QList<std::optional<QString>> filesToChoose;  ///< For panels, in order; nothing is a cancelled one.
+    std::function<void()> whenAsked;              ///< Called while an open panel is up.
     qint64 clock = 1'000'000'000'000;             ///< What now() tells, in milliseconds.
     UserDefaults defaults;                        ///< In memory.
     QTemporaryDir temporary;

@@ -1,5 +1,6 @@
 #include "pdf/mupdf/MuPDFEngine.h"
 
+#include "pdf/mupdf/Context.h"
 #include "pdf/mupdf/FileOpener.h"
 #include "pdf/mupdf/FileWriter.h"
 #include "pdf/mupdf/LinkReader.h"
@@ -114,6 +115,10 @@ PDFError unreadable(const std::system_error &error) {
 }
 
 }  // namespace
+
+QString pdfEngineName() {
+    return QStringLiteral("MuPDF " FZ_VERSION);
+}
 
 Result<std::unique_ptr<PDFEngine>> openWithMuPDF(const QString &path) {
     try {

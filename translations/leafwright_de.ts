@@ -1,0 +1,1711 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>ActionTable</name>
+    <message>
+        <source>Open…</source>
+        <translation>Öffnen …</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Save As…</source>
+        <translation>Speichern unter …</translation>
+    </message>
+    <message>
+        <source>Open in Default Application</source>
+        <translation>Im Standardprogramm öffnen</translation>
+    </message>
+    <message>
+        <source>Revert Outline to Saved</source>
+        <translation>Zur gespeicherten Gliederung zurückkehren</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>Redo</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Select All</source>
+        <translation>Alles auswählen</translation>
+    </message>
+    <message>
+        <source>Select Level 1</source>
+        <translation>Ebene 1 auswählen</translation>
+    </message>
+    <message>
+        <source>Select Level 2</source>
+        <translation>Ebene 2 auswählen</translation>
+    </message>
+    <message>
+        <source>Select Level 3</source>
+        <translation>Ebene 3 auswählen</translation>
+    </message>
+    <message>
+        <source>Search and Select…</source>
+        <translation>Suchen und auswählen …</translation>
+    </message>
+    <message>
+        <source>Preferences…</source>
+        <translation>Einstellungen …</translation>
+    </message>
+    <message>
+        <source>Add Sibling</source>
+        <translation>Eintrag hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add Child</source>
+        <translation>Untereintrag hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add Selected Text as Sibling</source>
+        <translation>Ausgewählten Text als Eintrag hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add Selected Text as Child</source>
+        <translation>Ausgewählten Text als Untereintrag hinzufügen</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Promote Children</source>
+        <translation>Untereinträge hochstufen</translation>
+    </message>
+    <message>
+        <source>Move Left</source>
+        <translation>Nach links</translation>
+    </message>
+    <message>
+        <source>Move Right</source>
+        <translation>Nach rechts</translation>
+    </message>
+    <message>
+        <source>Move Up</source>
+        <translation>Nach oben</translation>
+    </message>
+    <message>
+        <source>Move Down</source>
+        <translation>Nach unten</translation>
+    </message>
+    <message>
+        <source>Expand</source>
+        <translation>Aufklappen</translation>
+    </message>
+    <message>
+        <source>Collapse</source>
+        <translation>Zuklappen</translation>
+    </message>
+    <message>
+        <source>Number Sequentially…</source>
+        <translation>Fortlaufend nummerieren …</translation>
+    </message>
+    <message>
+        <source>Find and Replace…</source>
+        <translation>Suchen und ersetzen …</translation>
+    </message>
+    <message>
+        <source>Add Prefix…</source>
+        <translation>Vorsatz hinzufügen …</translation>
+    </message>
+    <message>
+        <source>Title Case</source>
+        <translation>Wortanfänge Groß</translation>
+    </message>
+    <message>
+        <source>UPPER CASE</source>
+        <translation>GROSSBUCHSTABEN</translation>
+    </message>
+    <message>
+        <source>lower case</source>
+        <translation>kleinbuchstaben</translation>
+    </message>
+    <message>
+        <source>Title Case Selected Row</source>
+        <translation>Wortanfänge Groß in der ausgewählten Zeile</translation>
+    </message>
+    <message>
+        <source>AutoTOC…</source>
+        <translation>AutoTOC …</translation>
+    </message>
+    <message>
+        <source>AutoTOC with Last Map</source>
+        <translation>AutoTOC mit letzter Tabelle</translation>
+    </message>
+    <message>
+        <source>Self-Calibrating AutoTOC</source>
+        <translation>Selbstabgleichendes AutoTOC</translation>
+    </message>
+    <message>
+        <source>MiniTOC from Selection</source>
+        <translation>MiniTOC aus der Auswahl</translation>
+    </message>
+    <message>
+        <source>Use Selection for H1</source>
+        <translation>Auswahl für H1 verwenden</translation>
+    </message>
+    <message>
+        <source>Use Selection for H2</source>
+        <translation>Auswahl für H2 verwenden</translation>
+    </message>
+    <message>
+        <source>Use Selection for H3</source>
+        <translation>Auswahl für H3 verwenden</translation>
+    </message>
+    <message>
+        <source>Use Selection for H4</source>
+        <translation>Auswahl für H4 verwenden</translation>
+    </message>
+    <message>
+        <source>Load Heading Map…</source>
+        <translation>Überschriftentabelle laden …</translation>
+    </message>
+    <message>
+        <source>Save Heading Map…</source>
+        <translation>Überschriftentabelle speichern …</translation>
+    </message>
+    <message>
+        <source>Delete Selected Headings</source>
+        <translation>Ausgewählte Überschriften löschen</translation>
+    </message>
+    <message>
+        <source>Reset Heading Map</source>
+        <translation>Überschriftentabelle leeren</translation>
+    </message>
+    <message>
+        <source>Zoom In</source>
+        <translation>Vergrößern</translation>
+    </message>
+    <message>
+        <source>Zoom Out</source>
+        <translation>Verkleinern</translation>
+    </message>
+    <message>
+        <source>Zoom to Fit</source>
+        <translation>Einpassen</translation>
+    </message>
+    <message>
+        <source>Next Page</source>
+        <translation>Nächste Seite</translation>
+    </message>
+    <message>
+        <source>Previous Page</source>
+        <translation>Vorige Seite</translation>
+    </message>
+    <message>
+        <source>Show Target of Selected Item</source>
+        <translation>Ziel des ausgewählten Eintrags zeigen</translation>
+    </message>
+    <message>
+        <source>Next Page Label Corner</source>
+        <translation>Nächste Ecke für die Seitenbezeichnung</translation>
+    </message>
+    <message>
+        <source>Printed Page Number…</source>
+        <translation>Gedruckte Seitenzahl …</translation>
+    </message>
+    <message>
+        <source>User Guide</source>
+        <translation>Benutzerhandbuch</translation>
+    </message>
+    <message>
+        <source>Tutorials</source>
+        <translation>Anleitungen</translation>
+    </message>
+    <message>
+        <source>Leafwright Online</source>
+        <translation>Leafwright im Internet</translation>
+    </message>
+    <message>
+        <source>Leafwright in the App Store</source>
+        <translation>Leafwright im App-Store</translation>
+    </message>
+    <message>
+        <source>Email Customer Support</source>
+        <translation>E-Mail an den Kundendienst</translation>
+    </message>
+    <message>
+        <source>Send Feedback</source>
+        <translation>Rückmeldung senden</translation>
+    </message>
+    <message>
+        <source>Check for Updates…</source>
+        <translation>Nach Aktualisierungen suchen …</translation>
+    </message>
+    <message>
+        <source>About</source>
+        <translation>Über Leafwright</translation>
+    </message>
+    <message>
+        <source>Open Clicked Row</source>
+        <translation>Angeklickte Zeile öffnen</translation>
+    </message>
+    <message>
+        <source>Log Fonts of Current Page</source>
+        <translation>Schriften der aktuellen Seite protokollieren</translation>
+    </message>
+    <message>
+        <source>Count Fonts of Document</source>
+        <translation>Schriften des Dokuments zählen</translation>
+    </message>
+    <message>
+        <source>Locate Selected Text</source>
+        <translation>Ausgewählten Text orten</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;Datei</translation>
+    </message>
+    <message>
+        <source>&amp;Edit</source>
+        <translation>&amp;Bearbeiten</translation>
+    </message>
+    <message>
+        <source>&amp;Outline</source>
+        <translation>&amp;Gliederung</translation>
+    </message>
+    <message>
+        <source>&amp;Titles</source>
+        <translation>&amp;Titel</translation>
+    </message>
+    <message>
+        <source>&amp;Contents</source>
+        <translation>&amp;Inhalt</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;Ansicht</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Hilfe</translation>
+    </message>
+</context>
+<context>
+    <name>Application</name>
+    <message>
+        <source>Asks for a file if there is none to show.</source>
+        <translation>Fragt nach einer Datei, wenn keine zu zeigen ist.</translation>
+    </message>
+    <message>
+        <source>Waits to be told over D-Bus what to open.</source>
+        <translation>Wartet darauf, über D-Bus zu erfahren, was zu öffnen ist.</translation>
+    </message>
+    <message>
+        <source>Edits the outline (table of contents) of PDF files.</source>
+        <translation>Bearbeitet die Gliederung (das Inhaltsverzeichnis) von PDF-Dateien.</translation>
+    </message>
+    <message>
+        <source>The files to open.</source>
+        <translation>Die zu öffnenden Dateien.</translation>
+    </message>
+    <message>
+        <source>leafwright: no document is open. Name a PDF file: leafwright FILE.pdf
+</source>
+        <translation>leafwright: Es ist kein Dokument offen. Nennen Sie eine PDF-Datei: leafwright DATEI.pdf
+</translation>
+    </message>
+</context>
+<context>
+    <name>ApplyCommand</name>
+    <message>
+        <source>%1: the outline can&apos;t be read: %2</source>
+        <translation>%1: Die Gliederung ist nicht lesbar: %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot;: no page is labelled &quot;%2&quot;; the entry leads to the first page</source>
+        <translation>„%1“: Keine Seite heißt „%2“; der Eintrag führt zur ersten Seite</translation>
+    </message>
+    <message>
+        <source>%1 more entries with unknown page labels lead to the first page</source>
+        <translation>%1 weitere Einträge mit unbekannten Seitenbezeichnungen führen zur ersten Seite</translation>
+    </message>
+    <message>
+        <source>%1 entries have no page; they are written without one</source>
+        <translation>%1 Einträge haben keine Seite; sie werden ohne geschrieben</translation>
+    </message>
+    <message>
+        <source>Writes an outline, given as JSON or plus lines, into a PDF.</source>
+        <translation>Schreibt eine Gliederung, als JSON oder Plus-Zeilen, in eine PDF.</translation>
+    </message>
+    <message>
+        <source>TREE is what &quot;outline&quot; prints, edited or not. An entry&apos;s page is told by its pageLabel; of pages with the same label it is the last. pageIndex counts only without a pageLabel. An entry at [0, 0] is given the middle of its page&apos;s top edge.</source>
+        <translation>TREE ist, was „outline“ ausgibt, bearbeitet oder nicht. Die Seite eines Eintrags nennt sein pageLabel; von Seiten mit gleicher Bezeichnung gilt die letzte. pageIndex zählt nur ohne pageLabel. Ein Eintrag bei [0, 0] erhält die Mitte des oberen Rands seiner Seite.</translation>
+    </message>
+    <message>
+        <source>The PDF.</source>
+        <translation>Die PDF.</translation>
+    </message>
+    <message>
+        <source>The outline, in a file; &quot;-&quot; is standard input.</source>
+        <translation>Die Gliederung in einer Datei; „-“ ist die Standardeingabe.</translation>
+    </message>
+    <message>
+        <source>-o OUT is missing</source>
+        <translation>-o OUT fehlt</translation>
+    </message>
+</context>
+<context>
+    <name>AutoTOCCommand</name>
+    <message>
+        <source>%1: its text has fewer than two fonts, from which nothing can be told; nothing was written</source>
+        <translation>%1: Der Text hat weniger als zwei Schriften, woraus sich nichts ersehen lässt; es wurde nichts geschrieben</translation>
+    </message>
+    <message>
+        <source>%1: nothing was written</source>
+        <translation>%1: Es wurde nichts geschrieben</translation>
+    </message>
+    <message>
+        <source>%1: no headings were found</source>
+        <translation>%1: Es wurden keine Überschriften gefunden</translation>
+    </message>
+    <message>
+        <source>%1: no headings were found; the outline stays as it was</source>
+        <translation>%1: Es wurden keine Überschriften gefunden; die Gliederung bleibt, wie sie war</translation>
+    </message>
+    <message>
+        <source>Where the PDFs go that are made of several files, under their own names; made if it is not there.</source>
+        <translation>Wohin die aus mehreren Dateien entstehenden PDFs kommen, unter ihren eigenen Namen; wird angelegt, wenn nicht vorhanden.</translation>
+    </message>
+    <message>
+        <source>Makes the headings of a PDF, found by their fonts, its outline.</source>
+        <translation>Macht die Überschriften einer PDF, an ihren Schriften erkannt, zu ihrer Gliederung.</translation>
+    </message>
+    <message>
+        <source>Text in a font larger than the body text&apos;s is a heading; its level goes by the font&apos;s size, or by a map (see &quot;fonts --save-map&quot;), or by how often fonts occur (--calibrate). The headings take the place of the outline, unless --keep is given. With --out-dir, several files are done at once, on all cores.</source>
+        <translation>Text in einer größeren Schrift als der des Fließtexts ist eine Überschrift; ihre Ebene richtet sich nach der Größe der Schrift, nach einer Tabelle (siehe „fonts --save-map“) oder nach der Häufigkeit der Schriften (--calibrate). Die Überschriften ersetzen die Gliederung, außer mit --keep. Mit --out-dir werden mehrere Dateien zugleich bearbeitet, auf allen Kernen.</translation>
+    </message>
+    <message>
+        <source>The PDF, or several with --out-dir.</source>
+        <translation>Die PDF oder, mit --out-dir, mehrere.</translation>
+    </message>
+    <message>
+        <source>The deepest level of headings (3).</source>
+        <translation>Die tiefste Ebene der Überschriften (3).</translation>
+    </message>
+    <message>
+        <source>A heading map to use in place of the guessed one.</source>
+        <translation>Eine Überschriftentabelle anstelle der vermuteten.</translation>
+    </message>
+    <message>
+        <source>Tells headings by how often their fonts occur as well, and corrects the levels as they appear; in place of a map.</source>
+        <translation>Erkennt Überschriften auch an der Häufigkeit ihrer Schriften und berichtigt die Ebenen unterwegs; anstelle einer Tabelle.</translation>
+    </message>
+    <message>
+        <source>Adds the headings behind the existing outline.</source>
+        <translation>Fügt die Überschriften hinter der vorhandenen Gliederung an.</translation>
+    </message>
+    <message>
+        <source>Puts the headings below one entry, &quot;AutoTOC&quot; and the depth.</source>
+        <translation>Setzt die Überschriften unter einen Eintrag, „AutoTOC“ und die Tiefe.</translation>
+    </message>
+    <message>
+        <source>--max-depth wants a number from 1</source>
+        <translation>--max-depth braucht eine Zahl ab 1</translation>
+    </message>
+    <message>
+        <source>--calibrate makes a map of its own; --map can&apos;t be given with it</source>
+        <translation>--calibrate macht sich eine eigene Tabelle; --map geht nicht zugleich</translation>
+    </message>
+    <message>
+        <source>either -o OUT or --out-dir DIR must be given</source>
+        <translation>Entweder -o OUT oder --out-dir DIR ist anzugeben</translation>
+    </message>
+    <message>
+        <source>several files need --out-dir DIR</source>
+        <translation>Mehrere Dateien brauchen --out-dir DIR</translation>
+    </message>
+    <message>
+        <source>two of the files are named &quot;%1&quot;</source>
+        <translation>Zwei der Dateien heißen „%1“</translation>
+    </message>
+    <message>
+        <source>%1: the folder could not be made</source>
+        <translation>%1: Der Ordner ließ sich nicht anlegen</translation>
+    </message>
+    <message>
+        <source>%1: its text has fewer than two fonts, from which nothing can be told</source>
+        <translation>%1: Der Text hat weniger als zwei Schriften, woraus sich nichts ersehen lässt</translation>
+    </message>
+</context>
+<context>
+    <name>AutoTOCCommands</name>
+    <message>
+        <source>AutoTOC</source>
+        <translation>AutoTOC</translation>
+    </message>
+    <message>
+        <source>Build an outline from the fonts of the headings?
+
+Text in the fonts of the heading map becomes entries under a new one at the end of the outline. What is there already stays as it is.</source>
+        <translation>Aus den Schriften der Überschriften eine Gliederung erzeugen?
+
+Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem neuen am Ende der Gliederung. Was schon da ist, bleibt, wie es ist.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Build Outline</source>
+        <translation>Gliederung erzeugen</translation>
+    </message>
+    <message>
+        <source>Unable to run AutoTOC</source>
+        <translation>AutoTOC ist nicht möglich</translation>
+    </message>
+    <message>
+        <source>Leafwright was unable to decipher the fonts used in this PDF.</source>
+        <translation>Leafwright konnte die Schriften dieser PDF nicht entziffern.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>AutoTOCProgress</name>
+    <message>
+        <source>AutoTOC</source>
+        <translation>AutoTOC</translation>
+    </message>
+    <message>
+        <source>Counting the fonts:</source>
+        <translation>Schriften zählen:</translation>
+    </message>
+    <message>
+        <source>Choosing heading fonts:</source>
+        <translation>Schriften der Überschriften bestimmen:</translation>
+    </message>
+    <message>
+        <source>Building the outline:</source>
+        <translation>Gliederung erzeugen:</translation>
+    </message>
+</context>
+<context>
+    <name>Batch</name>
+    <message>
+        <source>%1 of %2 files failed</source>
+        <translation>%1 von %2 Dateien sind misslungen</translation>
+    </message>
+</context>
+<context>
+    <name>BatchRenaming</name>
+    <message>
+        <source>Example:</source>
+        <translation>Beispiel:</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Number Sequentially</source>
+        <translation>Fortlaufend nummerieren</translation>
+    </message>
+    <message>
+        <source>Prefix:</source>
+        <translation>Vorsatz:</translation>
+    </message>
+    <message>
+        <source>Between prefix and number:</source>
+        <translation>Zwischen Vorsatz und Nummer:</translation>
+    </message>
+    <message>
+        <source>First number:</source>
+        <translation>Erste Nummer:</translation>
+    </message>
+    <message>
+        <source>Step:</source>
+        <translation>Schritt:</translation>
+    </message>
+    <message>
+        <source>Between number and title:</source>
+        <translation>Zwischen Nummer und Titel:</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Nummerieren</translation>
+    </message>
+    <message>
+        <source>Find and Replace</source>
+        <translation>Suchen und ersetzen</translation>
+    </message>
+    <message>
+        <source>Find:</source>
+        <translation>Suchen:</translation>
+    </message>
+    <message>
+        <source>Replace with:</source>
+        <translation>Ersetzen durch:</translation>
+    </message>
+    <message>
+        <source>Ignore case</source>
+        <translation>Groß- und Kleinschreibung ignorieren</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
+    <message>
+        <source>Add Prefix</source>
+        <translation>Vorsatz hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Example</source>
+        <translation>Beispiel</translation>
+    </message>
+    <message>
+        <source>&amp;Prefix:</source>
+        <translation>&amp;Vorsatz:</translation>
+    </message>
+    <message>
+        <source>&amp;Between prefix and number:</source>
+        <translation>&amp;Zwischen Vorsatz und Nummer:</translation>
+    </message>
+    <message>
+        <source>&amp;First number:</source>
+        <translation>&amp;Erste Nummer:</translation>
+    </message>
+    <message>
+        <source>&amp;Step:</source>
+        <translation>&amp;Schritt:</translation>
+    </message>
+    <message>
+        <source>Between number and &amp;title:</source>
+        <translation>Zwischen Nummer und &amp;Titel:</translation>
+    </message>
+    <message>
+        <source>&amp;Find:</source>
+        <translation>&amp;Suchen:</translation>
+    </message>
+    <message>
+        <source>Replace &amp;with:</source>
+        <translation>Ersetzen &amp;durch:</translation>
+    </message>
+    <message>
+        <source>&amp;Ignore case</source>
+        <translation>&amp;Groß- und Kleinschreibung ignorieren</translation>
+    </message>
+    <message>
+        <source>Puts the prefix and a number in front of each selected title.</source>
+        <translation>Setzt den Vorsatz und eine Nummer vor jeden ausgewählten Titel.</translation>
+    </message>
+    <message>
+        <source>Replaces a text wherever it occurs in the selected titles.</source>
+        <translation>Ersetzt einen Text überall, wo er in den ausgewählten Titeln vorkommt.</translation>
+    </message>
+    <message>
+        <source>Puts the prefix and a blank in front of each selected title.</source>
+        <translation>Setzt den Vorsatz und ein Leerzeichen vor jeden ausgewählten Titel.</translation>
+    </message>
+</context>
+<context>
+    <name>Command</name>
+    <message>
+        <source>Usage: %1</source>
+        <translation>Aufruf: %1</translation>
+    </message>
+    <message>
+        <source>Shows this help.</source>
+        <translation>Zeigt diese Hilfe.</translation>
+    </message>
+    <message>
+        <source>%1 is missing</source>
+        <translation>%1 fehlt</translation>
+    </message>
+    <message>
+        <source>unexpected argument &quot;%1&quot;</source>
+        <translation>unerwartetes Argument „%1“</translation>
+    </message>
+    <message>
+        <source>usage: %1</source>
+        <translation>Aufruf: %1</translation>
+    </message>
+    <message>
+        <source>The PDF to write. It may be the input, which is then replaced when the new file is complete.</source>
+        <translation>Die zu schreibende PDF. Es darf die Eingabe sein; sie wird dann ersetzt, sobald die neue Datei vollständig ist.</translation>
+    </message>
+</context>
+<context>
+    <name>CommandLine</name>
+    <message>
+        <source>Usage: leafwright-cli COMMAND [options] ARGUMENTS
+Reads, builds and writes the outline (bookmarks) of PDF files.
+
+Commands:
+</source>
+        <translation>Aufruf: leafwright-cli BEFEHL [Optionen] ARGUMENTE
+Liest, erzeugt und schreibt die Gliederung (Lesezeichen) von PDF-Dateien.
+
+Befehle:
+</translation>
+    </message>
+    <message>
+        <source>
+&quot;leafwright-cli COMMAND --help&quot; explains a command.
+Exit status: 0 done, 1 failed, 2 wrong usage.
+</source>
+        <translation>
+„leafwright-cli BEFEHL --help“ erklärt einen Befehl.
+Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
+</translation>
+    </message>
+    <message>
+        <source>no command given; try --help</source>
+        <translation>kein Befehl angegeben; siehe --help</translation>
+    </message>
+    <message>
+        <source>there is no command &quot;%1&quot;; try --help</source>
+        <translation>es gibt keinen Befehl „%1“; siehe --help</translation>
+    </message>
+    <message>
+        <source>the result could not be written to standard output</source>
+        <translation>das Ergebnis ließ sich nicht auf die Standardausgabe schreiben</translation>
+    </message>
+</context>
+<context>
+    <name>FileWriter</name>
+    <message>
+        <source>the original was cut short by another program</source>
+        <translation>die Vorlage wurde von einem anderen Programm gekürzt</translation>
+    </message>
+</context>
+<context>
+    <name>FontsCommand</name>
+    <message>
+        <source>%1: the map could not be written: %2</source>
+        <translation>%1: Die Tabelle ließ sich nicht schreiben: %2</translation>
+    </message>
+    <message>
+        <source>Counts the fonts and guesses which are headings, as JSON.</source>
+        <translation>Zählt die Schriften und vermutet, welche Überschriften sind, als JSON.</translation>
+    </message>
+    <message>
+        <source>&quot;census&quot; has every font of the text with its number of characters and runs; &quot;map&quot; has the fonts larger than the body text&apos;s with the heading level guessed for each.</source>
+        <translation>„census“ enthält jede Schrift des Texts mit der Zahl ihrer Zeichen und Läufe; „map“ enthält die Schriften, die größer als die des Fließtexts sind, mit der für jede vermuteten Ebene.</translation>
+    </message>
+    <message>
+        <source>The PDF.</source>
+        <translation>Die PDF.</translation>
+    </message>
+    <message>
+        <source>Also saves the guessed map to a file that &quot;autotoc --map&quot; reads, to be edited.</source>
+        <translation>Speichert die vermutete Tabelle auch in eine Datei, die „autotoc --map“ liest, zum Bearbeiten.</translation>
+    </message>
+</context>
+<context>
+    <name>HeadingMapCommands</name>
+    <message>
+        <source>Save Heading Map</source>
+        <translation>Überschriftentabelle speichern</translation>
+    </message>
+    <message>
+        <source>Load Heading Map</source>
+        <translation>Überschriftentabelle laden</translation>
+    </message>
+</context>
+<context>
+    <name>HeadingMapFile</name>
+    <message>
+        <source>%1: the map can&apos;t be read: %2</source>
+        <translation>%1: Die Tabelle ist nicht lesbar: %2</translation>
+    </message>
+    <message>
+        <source>%1:%2: not of the form H1/18.0/&quot;Times&quot; +B; the line is passed over</source>
+        <translation>%1:%2: nicht von der Form H1/18.0/&quot;Times&quot; +B; die Zeile wird übergangen</translation>
+    </message>
+    <message>
+        <source>%1: there is no heading font in this map</source>
+        <translation>%1: In dieser Tabelle steht keine Schrift einer Überschrift</translation>
+    </message>
+</context>
+<context>
+    <name>InfoCommand</name>
+    <message>
+        <source>Tells what kind of file a PDF is, as JSON.</source>
+        <translation>Sagt, was für eine Datei eine PDF ist, als JSON.</translation>
+    </message>
+    <message>
+        <source>The number of pages, the version, and whether the file is locked (needs a password), encrypted, damaged and repaired on opening, signed, and has an outline. Of a locked file, the pages and what is on them can&apos;t be told.</source>
+        <translation>Die Zahl der Seiten, die Version und ob die Datei gesperrt (braucht ein Passwort), verschlüsselt, beschädigt und beim Öffnen repariert, signiert ist und eine Gliederung hat. Von einer gesperrten Datei sind die Seiten und ihr Inhalt nicht zu erfahren.</translation>
+    </message>
+    <message>
+        <source>The PDF.</source>
+        <translation>Die PDF.</translation>
+    </message>
+</context>
+<context>
+    <name>LabelsCommand</name>
+    <message>
+        <source>Lists the page labels, as a JSON array by page.</source>
+        <translation>Listet die Seitenbezeichnungen auf, als JSON-Feld nach Seiten.</translation>
+    </message>
+    <message>
+        <source>A label is a page&apos;s printed name, such as &quot;iv&quot;. A page without one has its number, counted from 1.</source>
+        <translation>Eine Bezeichnung ist der gedruckte Name einer Seite, wie „iv“. Eine Seite ohne hat ihre Nummer, ab 1 gezählt.</translation>
+    </message>
+    <message>
+        <source>The PDF.</source>
+        <translation>Die PDF.</translation>
+    </message>
+</context>
+<context>
+    <name>MiniTOCCommand</name>
+    <message>
+        <source>there is no page %1; the pages are 1 to %2</source>
+        <translation>es gibt keine Seite %1; die Seiten sind 1 bis %2</translation>
+    </message>
+    <message>
+        <source>page %1 has no text &quot;%2&quot;</source>
+        <translation>Seite %1 hat keinen Text „%2“</translation>
+    </message>
+    <message>
+        <source>Finds headings by example, and adds them to the outline of a PDF.</source>
+        <translation>Findet Überschriften nach einem Beispiel und fügt sie der Gliederung einer PDF hinzu.</translation>
+    </message>
+    <message>
+        <source>SAMPLE is a heading&apos;s text, or as much of it as shows its fonts. Every place in the PDF where text has the same fonts in the same order is a heading; they go below one new entry, &quot;MiniTOC&quot;, at the end of the outline.</source>
+        <translation>SAMPLE ist der Text einer Überschrift, oder so viel davon, dass ihre Schriften zu sehen sind. Jede Stelle der PDF, an der Text dieselben Schriften in derselben Folge hat, ist eine Überschrift; sie kommen unter einen neuen Eintrag, „MiniTOC“, am Ende der Gliederung.</translation>
+    </message>
+    <message>
+        <source>The PDF.</source>
+        <translation>Die PDF.</translation>
+    </message>
+    <message>
+        <source>The page that has the sample, counted from 1.</source>
+        <translation>Die Seite mit dem Beispiel, ab 1 gezählt.</translation>
+    </message>
+    <message>
+        <source>The sample. Where the page has it more than once, the first counts.</source>
+        <translation>Das Beispiel. Wo die Seite es mehrmals hat, zählt das erste.</translation>
+    </message>
+    <message>
+        <source>-o OUT is missing</source>
+        <translation>-o OUT fehlt</translation>
+    </message>
+    <message>
+        <source>--page N is missing</source>
+        <translation>--page N fehlt</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no page number</source>
+        <translation>„%1“ ist keine Seitennummer</translation>
+    </message>
+    <message>
+        <source>--text SAMPLE is missing</source>
+        <translation>--text SAMPLE fehlt</translation>
+    </message>
+</context>
+<context>
+    <name>MuPDFEngine</name>
+    <message>
+        <source>the file is empty</source>
+        <translation>die Datei ist leer</translation>
+    </message>
+    <message>
+        <source>it holds no pages</source>
+        <translation>sie enthält keine Seiten</translation>
+    </message>
+</context>
+<context>
+    <name>OpenFile</name>
+    <message>
+        <source>%1: this PDF is locked: it can&apos;t be read without its password. Save a copy without a password first.</source>
+        <translation>%1: Diese PDF ist gesperrt und ohne ihr Passwort nicht lesbar. Speichern Sie zuerst eine Kopie ohne Passwort.</translation>
+    </message>
+    <message>
+        <source>%1: there is no such file</source>
+        <translation>%1: Diese Datei gibt es nicht</translation>
+    </message>
+    <message>
+        <source>%1: the file can&apos;t be read: %2</source>
+        <translation>%1: Die Datei ist nicht lesbar: %2</translation>
+    </message>
+    <message>
+        <source>%1: this is not a PDF that can be read, even after repair: %2</source>
+        <translation>%1: Das ist keine lesbare PDF, auch nicht nach einer Reparatur: %2</translation>
+    </message>
+    <message>
+        <source>%1: this PDF is encrypted: its outline can&apos;t be edited. Save a copy without encryption first.</source>
+        <translation>%1: Diese PDF ist verschlüsselt, ihre Gliederung lässt sich nicht bearbeiten. Speichern Sie zuerst eine Kopie ohne Verschlüsselung.</translation>
+    </message>
+</context>
+<context>
+    <name>OutlineCommand</name>
+    <message>
+        <source>Prints the outline, as JSON, plus lines or text.</source>
+        <translation>Gibt die Gliederung aus, als JSON, Plus-Zeilen oder Text.</translation>
+    </message>
+    <message>
+        <source>JSON nodes have title, pageLabel, pageIndex (from 0), point ([x, y] in points from the page&apos;s lower left; [0, 0] is no particular spot) and children. Plus lines have one &quot;+&quot; a level, &quot;@&quot; and the page label, and the title. &quot;apply&quot; reads both.</source>
+        <translation>JSON-Knoten haben title, pageLabel, pageIndex (ab 0), point ([x, y] in Punkt von links unten auf der Seite; [0, 0] ist keine bestimmte Stelle) und children. Plus-Zeilen haben je Ebene ein „+“, „@“ mit der Seitenbezeichnung und den Titel. „apply“ liest beides.</translation>
+    </message>
+    <message>
+        <source>The PDF.</source>
+        <translation>Die PDF.</translation>
+    </message>
+    <message>
+        <source>json (the default), plus or text.</source>
+        <translation>json (wenn nichts angegeben ist), plus oder text.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no format; there are json, plus and text</source>
+        <translation>„%1“ ist kein Format; es gibt json, plus und text</translation>
+    </message>
+</context>
+<context>
+    <name>OutlineTree</name>
+    <message>
+        <source>a node must be an object</source>
+        <translation>ein Knoten muss ein Objekt sein</translation>
+    </message>
+    <message>
+        <source>&quot;title&quot; must be a string</source>
+        <translation>„title“ muss eine Zeichenkette sein</translation>
+    </message>
+    <message>
+        <source>&quot;children&quot; must be an array</source>
+        <translation>„children“ muss ein Feld sein</translation>
+    </message>
+    <message>
+        <source>&quot;pageLabel&quot; must be a string or null</source>
+        <translation>„pageLabel“ muss eine Zeichenkette oder null sein</translation>
+    </message>
+    <message>
+        <source>&quot;pageIndex&quot; must be a page, from 0 to %1</source>
+        <translation>„pageIndex“ muss eine Seite sein, von 0 bis %1</translation>
+    </message>
+    <message>
+        <source>&quot;point&quot; must be two numbers, [x, y], in points</source>
+        <translation>„point“ muss aus zwei Zahlen bestehen, [x, y], in Punkt</translation>
+    </message>
+    <message>
+        <source>line %1</source>
+        <translation>Zeile %1</translation>
+    </message>
+    <message>
+        <source>not of the form &quot;+ @12 Title&quot;</source>
+        <translation>nicht von der Form „+ @12 Titel“</translation>
+    </message>
+    <message>
+        <source>the JSON is nested too deeply; plus lines hold outlines of any depth</source>
+        <translation>das JSON ist zu tief verschachtelt; Plus-Zeilen fassen Gliederungen jeder Tiefe</translation>
+    </message>
+    <message>
+        <source>an outline in JSON is an array of nodes</source>
+        <translation>eine Gliederung in JSON ist ein Feld von Knoten</translation>
+    </message>
+</context>
+<context>
+    <name>PDFDocument</name>
+    <message>
+        <source>%1 could not be written: %2</source>
+        <translation>%1 ließ sich nicht schreiben: %2</translation>
+    </message>
+    <message>
+        <source>it is locked, and its outline unknown</source>
+        <translation>sie ist gesperrt und ihre Gliederung unbekannt</translation>
+    </message>
+</context>
+<context>
+    <name>PrintedPageCommands</name>
+    <message>
+        <source>Printed Page Number</source>
+        <translation>Gedruckte Seitenzahl</translation>
+    </message>
+    <message>
+        <source>Which number is printed on page %1, the one that is shown?</source>
+        <translation>Welche Zahl ist auf Seite %1, der gezeigten, gedruckt?</translation>
+    </message>
+    <message>
+        <source>Printed page number:</source>
+        <translation>Gedruckte Seitenzahl:</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Could not interpret printed page number</source>
+        <translation>Die gedruckte Seitenzahl ist nicht zu deuten</translation>
+    </message>
+    <message>
+        <source>Both the page label and printed page number must be integers.</source>
+        <translation>Die Seitenbezeichnung und die gedruckte Seitenzahl müssen ganze Zahlen sein.</translation>
+    </message>
+</context>
+<context>
+    <name>QObject</name>
+    <message>
+        <source>Saving</source>
+        <translation>Speichern</translation>
+    </message>
+</context>
+<context>
+    <name>RunCommand</name>
+    <message>
+        <source>the script can&apos;t be read: %1</source>
+        <translation>das Skript ist nicht lesbar: %1</translation>
+    </message>
+    <message>
+        <source>the report could not be written: %1</source>
+        <translation>der Bericht ließ sich nicht schreiben: %1</translation>
+    </message>
+    <message>
+        <source>the script closed the document; there is no outline to write</source>
+        <translation>das Skript hat das Dokument geschlossen; es gibt keine Gliederung zu schreiben</translation>
+    </message>
+    <message>
+        <source>Plays a script: whatever can be done in the window.</source>
+        <translation>Spielt ein Skript ab: alles, was im Fenster getan werden kann.</translation>
+    </message>
+    <message>
+        <source>STEPS is a JSON array of commands and gestures, which are played on FILE. FILE changes only where the script saves it. When a step can&apos;t be played, nothing at all is written.</source>
+        <translation>STEPS ist ein JSON-Feld von Befehlen und Gesten, die auf FILE abgespielt werden. FILE ändert sich nur, wo das Skript es speichert. Lässt sich ein Schritt nicht abspielen, so wird gar nichts geschrieben.</translation>
+    </message>
+    <message>
+        <source>The script; &quot;-&quot; is standard input.</source>
+        <translation>Das Skript; „-“ ist die Standardeingabe.</translation>
+    </message>
+    <message>
+        <source>The PDF.</source>
+        <translation>Die PDF.</translation>
+    </message>
+    <message>
+        <source>Tells what came of each step, as JSON; &quot;-&quot; is standard output.</source>
+        <translation>Sagt, was aus jedem Schritt wurde, als JSON; „-“ ist die Standardausgabe.</translation>
+    </message>
+    <message>
+        <source>Lists all commands as JSON instead, without arguments.</source>
+        <translation>Listet stattdessen alle Befehle als JSON auf, ohne Argumente.</translation>
+    </message>
+    <message>
+        <source>scripts need a program with windows</source>
+        <translation>Skripte brauchen ein Programm mit Fenstern</translation>
+    </message>
+</context>
+<context>
+    <name>ScriptFiles</name>
+    <message>
+        <source>%1 could not be written: %2</source>
+        <translation>%1 ließ sich nicht schreiben: %2</translation>
+    </message>
+</context>
+<context>
+    <name>ScriptGestures</name>
+    <message>
+        <source>the path %1 leads nowhere</source>
+        <translation>der Pfad %1 führt nirgendwohin</translation>
+    </message>
+    <message>
+        <source>there is no page %1; there are %2</source>
+        <translation>es gibt keine Seite %1; es sind %2</translation>
+    </message>
+    <message>
+        <source>there is no place %1 among %2 items</source>
+        <translation>es gibt keine Stelle %1 unter %2 Einträgen</translation>
+    </message>
+    <message>
+        <source>no spot has been picked; put a pageDoubleClick before the step</source>
+        <translation>es wurde keine Stelle gewählt; setzen Sie ein pageDoubleClick vor den Schritt</translation>
+    </message>
+    <message>
+        <source>the page&apos;s text has %1 characters only</source>
+        <translation>der Text der Seite hat nur %1 Zeichen</translation>
+    </message>
+    <message>
+        <source>the page does not hold that text</source>
+        <translation>die Seite enthält diesen Text nicht</translation>
+    </message>
+    <message>
+        <source>the point can&apos;t be brought into view</source>
+        <translation>der Punkt lässt sich nicht ins Bild bringen</translation>
+    </message>
+    <message>
+        <source>the heading map has no row %1</source>
+        <translation>die Überschriftentabelle hat keine Zeile %1</translation>
+    </message>
+</context>
+<context>
+    <name>ScriptPlatform</name>
+    <message>
+        <source>there is no folder %1</source>
+        <translation>es gibt keinen Ordner %1</translation>
+    </message>
+    <message>
+        <source>there is no file %1</source>
+        <translation>es gibt keine Datei %1</translation>
+    </message>
+    <message>
+        <source>the panel does not offer %1</source>
+        <translation>das Fenster bietet %1 nicht an</translation>
+    </message>
+    <message>
+        <source>the alert &quot;%1&quot; finds no answer; put one of these before the step: %2</source>
+        <translation>die Meldung „%1“ findet keine Antwort; setzen Sie eine von diesen vor den Schritt: %2</translation>
+    </message>
+    <message>
+        <source>the alert &quot;%1&quot; has no button &quot;%2&quot;, but these: %3</source>
+        <translation>die Meldung „%1“ hat keinen Knopf „%2“, sondern diese: %3</translation>
+    </message>
+    <message>
+        <source>the panel &quot;%1&quot; finds no file; put a chooseFile before the step</source>
+        <translation>das Fenster „%1“ findet keine Datei; setzen Sie ein chooseFile vor den Schritt</translation>
+    </message>
+</context>
+<context>
+    <name>ScriptPlayer</name>
+    <message>
+        <source>it could not be copied</source>
+        <translation>es ließ sich nicht kopieren</translation>
+    </message>
+    <message>
+        <source>the document has been closed</source>
+        <translation>das Dokument wurde geschlossen</translation>
+    </message>
+    <message>
+        <source>a window waits for a person: &quot;%1&quot;</source>
+        <translation>ein Fenster wartet auf einen Menschen: „%1“</translation>
+    </message>
+    <message>
+        <source>no sheet opened to take the fields</source>
+        <translation>es ging kein Fenster auf, das die Felder annimmt</translation>
+    </message>
+</context>
+<context>
+    <name>ScriptSheets</name>
+    <message>
+        <source>it has none</source>
+        <translation>es hat keine</translation>
+    </message>
+    <message>
+        <source>the sheet &quot;%1&quot; has no field &quot;%2&quot;; its fields: %3</source>
+        <translation>das Fenster „%1“ hat kein Feld „%2“; seine Felder: %3</translation>
+    </message>
+    <message>
+        <source>the field &quot;%1&quot; does not take such a value</source>
+        <translation>das Feld „%1“ nimmt einen solchen Wert nicht an</translation>
+    </message>
+    <message>
+        <source>the sheet &quot;%1&quot; has no button with the tag %2</source>
+        <translation>das Fenster „%1“ hat keinen Knopf mit der Marke %2</translation>
+    </message>
+</context>
+<context>
+    <name>ScriptStep</name>
+    <message>
+        <source>a path, such as [0, 2]</source>
+        <translation>ein Pfad wie [0, 2]</translation>
+    </message>
+    <message>
+        <source>an array of paths, such as [[0], [1, 2]]</source>
+        <translation>ein Feld von Pfaden wie [[0], [1, 2]]</translation>
+    </message>
+    <message>
+        <source>an array of rows, counted from 0</source>
+        <translation>ein Feld von Zeilen, ab 0 gezählt</translation>
+    </message>
+    <message>
+        <source>a whole number from 1</source>
+        <translation>eine ganze Zahl ab 1</translation>
+    </message>
+    <message>
+        <source>a whole number</source>
+        <translation>eine ganze Zahl</translation>
+    </message>
+    <message>
+        <source>a number from 0</source>
+        <translation>eine Zahl ab 0</translation>
+    </message>
+    <message>
+        <source>a text</source>
+        <translation>ein Text</translation>
+    </message>
+    <message>
+        <source>a text or null</source>
+        <translation>ein Text oder null</translation>
+    </message>
+    <message>
+        <source>true or false</source>
+        <translation>true oder false</translation>
+    </message>
+    <message>
+        <source>a point, [x, y]</source>
+        <translation>ein Punkt, [x, y]</translation>
+    </message>
+    <message>
+        <source>a range of text, [location, length]</source>
+        <translation>ein Textbereich, [Ort, Länge]</translation>
+    </message>
+    <message>
+        <source>an object of texts, numbers, true or false by name</source>
+        <translation>ein Objekt mit Texten, Zahlen, true oder false nach Namen</translation>
+    </message>
+    <message>
+        <source>a place, {&quot;parent&quot;: a path or null, &quot;index&quot;: a position, or -1 for onto the parent}</source>
+        <translation>ein Ort, {&quot;parent&quot;: ein Pfad oder null, &quot;index&quot;: eine Stelle, oder -1 für auf den Eintrag selbst}</translation>
+    </message>
+    <message>
+        <source>one of &quot;items&quot;, &quot;point&quot; and &quot;text&quot;</source>
+        <translation>„items“, „point“ oder „text“</translation>
+    </message>
+    <message>
+        <source>one of &quot;title&quot; and &quot;page&quot;</source>
+        <translation>„title“ oder „page“</translation>
+    </message>
+    <message>
+        <source>a button&apos;s title, or its number from 0</source>
+        <translation>die Aufschrift eines Knopfs oder seine Nummer ab 0</translation>
+    </message>
+    <message>
+        <source>a text, a number, true, false, or null to remove it</source>
+        <translation>ein Text, eine Zahl, true, false, oder null zum Entfernen</translation>
+    </message>
+    <message>
+        <source>it takes no &quot;%1&quot;</source>
+        <translation>es nimmt kein „%1“</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing</source>
+        <translation>„%1“ fehlt</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be %2</source>
+        <translation>„%1“ muss dies sein: %2</translation>
+    </message>
+    <message>
+        <source>either &quot;text&quot; or &quot;range&quot; must be given</source>
+        <translation>entweder „text“ oder „range“ ist anzugeben</translation>
+    </message>
+    <message>
+        <source>&quot;occurrence&quot; counts occurrences of &quot;text&quot;, which is missing</source>
+        <translation>„occurrence“ zählt Vorkommen von „text“, das fehlt</translation>
+    </message>
+    <message>
+        <source>&quot;text&quot; is empty</source>
+        <translation>„text“ ist leer</translation>
+    </message>
+    <message>
+        <source>&quot;paths&quot; belongs to the kind &quot;items&quot;, and only to that</source>
+        <translation>„paths“ gehört zur Art „items“ und nur zu ihr</translation>
+    </message>
+    <message>
+        <source>there is no such step</source>
+        <translation>einen solchen Schritt gibt es nicht</translation>
+    </message>
+    <message>
+        <source>step %1: %2</source>
+        <translation>Schritt %1: %2</translation>
+    </message>
+    <message>
+        <source>step %1 (%2): %3</source>
+        <translation>Schritt %1 (%2): %3</translation>
+    </message>
+    <message>
+        <source>line %1: %2</source>
+        <translation>Zeile %1: %2</translation>
+    </message>
+    <message>
+        <source>a script is an array of steps</source>
+        <translation>ein Skript ist ein Feld von Schritten</translation>
+    </message>
+    <message>
+        <source>it must be an object with a text &quot;do&quot;</source>
+        <translation>es muss ein Objekt mit einem Text „do“ sein</translation>
+    </message>
+</context>
+<context>
+    <name>SelectionCommands</name>
+    <message>
+        <source>Search and Select</source>
+        <translation>Suchen und auswählen</translation>
+    </message>
+    <message>
+        <source>Titles that contain:</source>
+        <translation>Titel, die enthalten:</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>Auswählen</translation>
+    </message>
+    <message>
+        <source>Selects all items whose titles contain a text. Upper and lower case make a difference.</source>
+        <translation>Wählt alle Einträge aus, deren Titel einen Text enthalten. Groß- und Kleinschreibung zählen.</translation>
+    </message>
+    <message>
+        <source>&amp;Text:</source>
+        <translation>&amp;Text:</translation>
+    </message>
+</context>
+<context>
+    <name>TextCommand</name>
+    <message>
+        <source>Prints the text as runs of one font, a JSON object a line.</source>
+        <translation>Gibt den Text als Läufe je einer Schrift aus, ein JSON-Objekt je Zeile.</translation>
+    </message>
+    <message>
+        <source>Each run has its page (from 1), location and length in the page&apos;s text, font, size in points, bold, italic, bounds ([x, y, width, height] in points from the page&apos;s lower left) and text. Every line of text ends with a line feed that belongs to its last run.</source>
+        <translation>Jeder Lauf hat seine Seite (page, ab 1), Ort und Länge im Text der Seite (location, length), Schrift (font), Größe in Punkt (size), bold, italic, bounds ([x, y, Breite, Höhe] in Punkt von links unten auf der Seite) und text. Jede Textzeile endet mit einem Zeilenvorschub, der zu ihrem letzten Lauf gehört.</translation>
+    </message>
+    <message>
+        <source>The PDF.</source>
+        <translation>Die PDF.</translation>
+    </message>
+    <message>
+        <source>Only this page, counted from 1.</source>
+        <translation>Nur diese Seite, ab 1 gezählt.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no page number</source>
+        <translation>„%1“ ist keine Seitennummer</translation>
+    </message>
+    <message>
+        <source>%1: there is no page %2; the pages are 1 to %3</source>
+        <translation>%1: Es gibt keine Seite %2; die Seiten sind 1 bis %3</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::AboutWindow</name>
+    <message>
+        <source>About Leafwright</source>
+        <translation>Über Leafwright</translation>
+    </message>
+    <message>
+        <source>Version %1</source>
+        <translation>Version %1</translation>
+    </message>
+    <message>
+        <source>Free software under the GNU Affero General Public License, version 3 or later (AGPL-3.0-or-later). You may use, share and change it under its terms. It comes without any warranty.</source>
+        <translation>Freie Software unter der GNU Affero General Public License, Version 3 oder neuer (AGPL-3.0-or-later). Unter deren Bedingungen dürfen Sie sie verwenden, weitergeben und verändern. Sie kommt ohne jede Gewähr.</translation>
+    </message>
+    <message>
+        <source>Built on Qt %1 and %2.</source>
+        <translation>Beruht auf Qt %1 und %2.</translation>
+    </message>
+    <message>
+        <source>Edits the outline (bookmarks) of PDF files.</source>
+        <translation>Bearbeitet die Gliederung (Lesezeichen) von PDF-Dateien.</translation>
+    </message>
+    <message>
+        <source>&amp;Web Site</source>
+        <translation>&amp;Webseite</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::AppDelegate</name>
+    <message>
+        <source>There is no file “%1”</source>
+        <translation>Es gibt keine Datei „%1“</translation>
+    </message>
+    <message>
+        <source>It may have been moved or renamed.</source>
+        <translation>Sie wurde vielleicht verschoben oder umbenannt.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>To follow the TOC link and open the correct page in PDF, hold down CMD while double-clicking.</source>
+        <translation>Um dem Eintrag zu folgen und die richtige Seite der PDF zu öffnen, halten Sie beim Doppelklick Strg gedrückt.</translation>
+    </message>
+    <message>
+        <source>Double-click to follow the TOC link. Hold down CMD while double-clicking TOC item to edit the TOC item.</source>
+        <translation>Ein Doppelklick folgt dem Eintrag. Halten Sie beim Doppelklick auf einen Eintrag Strg gedrückt, um ihn zu bearbeiten.</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::AppSandboxFileAccess</name>
+    <message>
+        <source>Allow Access</source>
+        <translation>Zugriff erlauben</translation>
+    </message>
+    <message>
+        <source>%1 needs to access this path to continue. Click Allow to continue.</source>
+        <translation>%1 braucht Zugriff auf diesen Pfad, um fortzufahren. Klicken Sie dafür auf „Erlauben“.</translation>
+    </message>
+    <message>
+        <source>Allow</source>
+        <translation>Erlauben</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::Document</name>
+    <message>
+        <source>Do you want to save the changes to “%1”?</source>
+        <translation>Möchten Sie die Änderungen an „%1“ speichern?</translation>
+    </message>
+    <message>
+        <source>Your changes to the outline are lost if you don’t save them.</source>
+        <translation>Ihre Änderungen an der Gliederung gehen verloren, wenn Sie sie nicht speichern.</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::DocumentController</name>
+    <message>
+        <source>Open PDF</source>
+        <translation>PDF öffnen</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::DocumentWindow</name>
+    <message>
+        <source>No entries yet.
+
+Contents &gt; AutoTOC… makes an outline from the headings. Or select a heading on the page and drag it here.</source>
+        <translation>Noch keine Einträge.
+
+Inhalt &gt; AutoTOC … macht aus den Überschriften eine Gliederung. Oder wählen Sie eine Überschrift auf der Seite aus und ziehen Sie sie hierher.</translation>
+    </message>
+    <message>
+        <source>Heading map</source>
+        <translation>Überschriftentabelle</translation>
+    </message>
+    <message>
+        <source>Toolbar</source>
+        <translation>Werkzeugleiste</translation>
+    </message>
+    <message>
+        <source>Open Recent</source>
+        <translation>Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>Clear List</source>
+        <translation>Liste leeren</translation>
+    </message>
+    <message>
+        <source>%1[*] — Leafwright</source>
+        <translation>%1[*] — Leafwright</translation>
+    </message>
+    <message>
+        <source>Page %1 (%2 of %3)</source>
+        <translation>Seite %1 (%2 von %3)</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::HeadingMapModel</name>
+    <message>
+        <source>Level</source>
+        <translation>Ebene</translation>
+    </message>
+    <message>
+        <source>Font</source>
+        <translation>Schrift</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::MyDocument</name>
+    <message>
+        <source>Unable to open PDF</source>
+        <translation>PDF lässt sich nicht öffnen</translation>
+    </message>
+    <message>
+        <source>Unfortunately, Leafwright cannot display this PDF.</source>
+        <translation>Leider kann Leafwright diese PDF nicht anzeigen.</translation>
+    </message>
+    <message>
+        <source>Generating Temporary PDF...</source>
+        <translation>Vorläufige PDF wird erzeugt …</translation>
+    </message>
+    <message>
+        <source>Saving PDF...</source>
+        <translation>PDF wird gespeichert …</translation>
+    </message>
+    <message>
+        <source>%1 was not written: its outline is more than %2 levels deep</source>
+        <translation>%1 wurde nicht geschrieben: Die Gliederung ist mehr als %2 Ebenen tief</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>This PDF is locked</source>
+        <translation>Diese PDF ist gesperrt</translation>
+    </message>
+    <message>
+        <source>Unfortunately, Leafwright cannot edit Table of Contents in locked PDFs.</source>
+        <translation>Leider kann Leafwright das Inhaltsverzeichnis gesperrter PDFs nicht bearbeiten.</translation>
+    </message>
+    <message>
+        <source>This PDF is encrypted</source>
+        <translation>Diese PDF ist verschlüsselt</translation>
+    </message>
+    <message>
+        <source>Unfortunately, Leafwright cannot edit Table of Contents in encrypted PDFs.</source>
+        <translation>Leider kann Leafwright das Inhaltsverzeichnis verschlüsselter PDFs nicht bearbeiten.</translation>
+    </message>
+    <message>
+        <source>This PDF (version %1) may not save correctly</source>
+        <translation>Diese PDF (Version %1) wird vielleicht nicht richtig gespeichert</translation>
+    </message>
+    <message>
+        <source>Leafwright works best with PDF versions 1.4 and lower. Use the Preview feature to test the embedded TOC before saving changes back to the original PDF.</source>
+        <translation>Leafwright arbeitet am besten mit PDF bis Version 1.4. Prüfen Sie das eingebettete Inhaltsverzeichnis mit der Vorschau, bevor Sie Änderungen in die ursprüngliche PDF speichern.</translation>
+    </message>
+    <message>
+        <source>New Dragged Target</source>
+        <translation>Neues gezogenes Ziel</translation>
+    </message>
+    <message>
+        <source>Would you like to preview the TOC?</source>
+        <translation>Möchten Sie eine Vorschau des Inhaltsverzeichnisses?</translation>
+    </message>
+    <message>
+        <source>Before saving changes to original PDF, do you want to generate a temporary PDF to review the TOC created by Leafwright?</source>
+        <translation>Möchten Sie vor dem Speichern in die ursprüngliche PDF eine vorläufige erzeugen, um das Inhaltsverzeichnis von Leafwright zu prüfen?</translation>
+    </message>
+    <message>
+        <source>Generate Temporary PDF</source>
+        <translation>Vorläufige PDF erzeugen</translation>
+    </message>
+    <message>
+        <source>Save PDF</source>
+        <translation>PDF speichern</translation>
+    </message>
+    <message>
+        <source>Save PDF As</source>
+        <translation>PDF speichern unter</translation>
+    </message>
+    <message>
+        <source>Untitled</source>
+        <translation>Ohne Titel</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::OutlineView</name>
+    <message>
+        <source>Outline</source>
+        <translation>Gliederung</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::PDFView</name>
+    <message>
+        <source>Page</source>
+        <translation>Seite</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::PreferencesWindow</name>
+    <message>
+        <source>Preferences</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Starting and Opening</source>
+        <translation>Starten und Öffnen</translation>
+    </message>
+    <message>
+        <source>Open the user &amp;guide when Leafwright starts</source>
+        <translation>Beim Start von Leafwright das &amp;Handbuch öffnen</translation>
+    </message>
+    <message>
+        <source>&amp;Warn about PDFs of a version newer than 1.4</source>
+        <translation>Vor PDFs einer Version über 1.4 &amp;warnen</translation>
+    </message>
+    <message>
+        <source>&amp;Read the text of all pages in the background</source>
+        <translation>Den Text aller Seiten im Hintergrund &amp;lesen</translation>
+    </message>
+    <message>
+        <source>Outline</source>
+        <translation>Gliederung</translation>
+    </message>
+    <message>
+        <source>&amp;Double-click edits the item</source>
+        <translation>&amp;Doppelklick bearbeitet den Eintrag</translation>
+    </message>
+    <message>
+        <source>AutoTOC</source>
+        <translation>AutoTOC</translation>
+    </message>
+    <message>
+        <source>&amp;Levels of headings at most:</source>
+        <translation>&amp;Ebenen von Überschriften höchstens:</translation>
+    </message>
+    <message>
+        <source>For Self-Calibrating AutoTOC:</source>
+        <translation>Für das selbstabgleichende AutoTOC:</translation>
+    </message>
+    <message>
+        <source>Leave out the &amp;body text’s font, and smaller ones</source>
+        <translation>Die Schrift des &amp;Fließtexts und kleinere auslassen</translation>
+    </message>
+    <message>
+        <source>Leave out fonts that are rarely &amp;used</source>
+        <translation>&amp;Selten verwendete Schriften auslassen</translation>
+    </message>
+    <message>
+        <source>Lead to the &amp;heading itself, not only to its page</source>
+        <translation>Zur &amp;Überschrift selbst führen, nicht nur zu ihrer Seite</translation>
+    </message>
+    <message>
+        <source>Saving</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Offer a &amp;preview before the PDF is saved</source>
+        <translation>Vor dem Speichern der PDF eine &amp;Vorschau anbieten</translation>
+    </message>
+    <message>
+        <source>Recalculate targets in the &amp;middle of a page’s top edge</source>
+        <translation>Ziele in der &amp;Mitte des oberen Seitenrands neu berechnen</translation>
+    </message>
+    <message>
+        <source>Has no effect in this version: such targets are always kept.</source>
+        <translation>Ohne Wirkung in dieser Version: Solche Ziele bleiben immer erhalten.</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::SplitViewDivider</name>
+    <message>
+        <source>Divider %1</source>
+        <translation>Trennlinie %1</translation>
+    </message>
+    <message>
+        <source>Divider between %1 and %2</source>
+        <translation>Trennlinie zwischen %1 und %2</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::ThumbnailView</name>
+    <message>
+        <source>Pages</source>
+        <translation>Seiten</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::TreeController</name>
+    <message>
+        <source>Title</source>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>Seite</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::UpdateWindow</name>
+    <message>
+        <source>Software Update</source>
+        <translation>Aktualisierung</translation>
+    </message>
+    <message>
+        <source>Checking</source>
+        <translation>Suche</translation>
+    </message>
+    <message>
+        <source>What is new</source>
+        <translation>Was neu ist</translation>
+    </message>
+    <message>
+        <source>&amp;Open Download Page</source>
+        <translation>&amp;Download-Seite öffnen</translation>
+    </message>
+    <message>
+        <source>Checking for updates…</source>
+        <translation>Nach Aktualisierungen wird gesucht …</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Leafwright %1 is available</source>
+        <translation>Leafwright %1 ist erhältlich</translation>
+    </message>
+    <message>
+        <source>You have %1. Your package manager may offer the new version as well.</source>
+        <translation>Sie haben %1. Vielleicht bietet auch Ihre Paketverwaltung die neue Version an.</translation>
+    </message>
+    <message>
+        <source>&amp;Later</source>
+        <translation>&amp;Später</translation>
+    </message>
+    <message>
+        <source>Leafwright is up to date</source>
+        <translation>Leafwright ist auf dem neuesten Stand</translation>
+    </message>
+    <message>
+        <source>There is no version newer than yours, which is %1.</source>
+        <translation>Es gibt keine neuere Version als Ihre, und das ist %1.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Unable to check for updates</source>
+        <translation>Die Suche nach Aktualisierungen ist nicht möglich</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::Updater</name>
+    <message>
+        <source>The server took too long to answer.</source>
+        <translation>Der Server hat zu lange nicht geantwortet.</translation>
+    </message>
+    <message>
+        <source>The server’s answer is too long.</source>
+        <translation>Die Antwort des Servers ist zu lang.</translation>
+    </message>
+    <message>
+        <source>The server could not be reached, or has no list of versions: %1.</source>
+        <translation>Der Server ist nicht erreichbar oder hat keine Liste der Versionen: %1.</translation>
+    </message>
+    <message>
+        <source>The server’s answer could not be understood.</source>
+        <translation>Die Antwort des Servers ist unverständlich.</translation>
+    </message>
+</context>
+</TS>
