@@ -367,10 +367,6 @@
 <context>
     <name>AutoTOCCommand</name>
     <message>
-        <source>%1: its text has fewer than two fonts, from which nothing can be told; nothing was written</source>
-        <translation>%1: Der Text hat weniger als zwei Schriften, woraus sich nichts ersehen lässt; es wurde nichts geschrieben</translation>
-    </message>
-    <message>
         <source>%1: nothing was written</source>
         <translation>%1: Es wurde nichts geschrieben</translation>
     </message>
@@ -523,44 +519,12 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
         <translation>Fortlaufend nummerieren</translation>
     </message>
     <message>
-        <source>Prefix:</source>
-        <translation>Vorsatz:</translation>
-    </message>
-    <message>
-        <source>Between prefix and number:</source>
-        <translation>Zwischen Vorsatz und Nummer:</translation>
-    </message>
-    <message>
-        <source>First number:</source>
-        <translation>Erste Nummer:</translation>
-    </message>
-    <message>
-        <source>Step:</source>
-        <translation>Schritt:</translation>
-    </message>
-    <message>
-        <source>Between number and title:</source>
-        <translation>Zwischen Nummer und Titel:</translation>
-    </message>
-    <message>
         <source>Number</source>
         <translation>Nummerieren</translation>
     </message>
     <message>
         <source>Find and Replace</source>
         <translation>Suchen und ersetzen</translation>
-    </message>
-    <message>
-        <source>Find:</source>
-        <translation>Suchen:</translation>
-    </message>
-    <message>
-        <source>Replace with:</source>
-        <translation>Ersetzen durch:</translation>
-    </message>
-    <message>
-        <source>Ignore case</source>
-        <translation>Groß- und Kleinschreibung ignorieren</translation>
     </message>
     <message>
         <source>Replace</source>
@@ -1249,10 +1213,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <translation>Suchen und auswählen</translation>
     </message>
     <message>
-        <source>Titles that contain:</source>
-        <translation>Titel, die enthalten:</translation>
-    </message>
-    <message>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
@@ -1525,6 +1485,10 @@ Inhalt &gt; AutoTOC … macht aus den Überschriften eine Gliederung. Oder wähl
     <message>
         <source>Outline</source>
         <translation>Gliederung</translation>
+    </message>
+    <message>
+        <source>%1 and %2 more</source>
+        <translation>%1 und %2 weitere</translation>
     </message>
 </context>
 <context>

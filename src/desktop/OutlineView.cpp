@@ -13,7 +13,6 @@ namespace leafwright {
 namespace {
 
 constexpr int defaultIndentation = 17;
-constexpr int unfoldDelay = 700;  // milliseconds
 /// Rows that the width of the page column is found from.
 constexpr int rowsToMeasure = 200;
 /// Qt lays out what is unfolded by a call a level.
@@ -33,7 +32,6 @@ OutlineView::OutlineView(QWidget *parent) : QTreeView(parent) {
     setDragDropMode(DragDrop);
     setDefaultDropAction(Qt::MoveAction);
     setDropIndicatorShown(true);
-    setAutoExpandDelay(unfoldDelay);
     setItemDelegate(new OutlineCellDelegate(this));
     header()->setStretchLastSection(false);
     header()->setSectionsMovable(false);
@@ -58,8 +56,9 @@ void OutlineView::setPlaceholderText(const QString &text) {
 
 void OutlineView::paintEvent(QPaintEvent *event) {
     QTreeView::paintEvent(event);
-    if (!isEnabled() || !controller_ || controller_->rowCount({}) > 0) return;
     QPainter painter(viewport());
+    drawDropPlace(painter);
+    if (!isEnabled() || !controller_ || controller_->rowCount({}) > 0) return;
     painter.setPen(palette().color(QPalette::PlaceholderText));
     const int margin = 2 * fontMetrics().height();
     painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),

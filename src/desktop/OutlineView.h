@@ -3,7 +3,10 @@
 #include "desktop/OutlineViewDelegate.h"
 #include "tree/TreeController.h"
 
+#include <QBasicTimer>
 #include <QTreeView>
+
+#include <optional>
 
 namespace leafwright {
 
@@ -92,7 +95,9 @@ protected:
     void startDrag(Qt::DropActions supportedActions) override;
     void dragEnterEvent(QDragEnterEvent *event) override;
     void dragMoveEvent(QDragMoveEvent *event) override;
+    void dragLeaveEvent(QDragLeaveEvent *event) override;
     void dropEvent(QDropEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
 
 private:
     // They would unfold without telling.
@@ -124,6 +129,10 @@ private:
     bool isBeingEdited(const QModelIndex &index) const;
     void pressedAt(const QPoint &position);
     bool showCellExpansion(const QPoint &position, const QPoint &globalPosition);
+    QPixmap dragPicture(const QModelIndexList &dragged) const;
+    void drawDropPlace(QPainter &painter) const;
+    void unfoldSoon(const QModelIndex &index);
+    void dragIsOver();
     void aboutToDrop(const QDropEvent &event);
     /// What is being dragged, if this is its data; else just the data.
     DraggingInfo infoOf(const QMimeData &pasteboard) const;
@@ -138,7 +147,10 @@ private:
     quint64 unfoldingRevision_ = 1;
     QPersistentModelIndex clickedCell_;
     Qt::KeyboardModifiers clickModifiers_;
-    DraggingInfo dragging_;  ///< Of the event that is being handled.
+    DraggingInfo dragging_;               ///< Of the event that is being handled.
+    std::optional<QPoint> dropPosition_;  ///< Where a drag is that may be let go there.
+    QPersistentModelIndex restingOn_;     ///< The title that a drag is over.
+    QBasicTimer unfoldTimer_;
 };
 
 }  // namespace leafwright

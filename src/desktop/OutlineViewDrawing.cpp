@@ -4,7 +4,8 @@
 #include <QPainter>
 
 // How an OutlineView draws its rows: as QTreeView does, but for how it knows the selected ones. That one goes
-// through all ranges of the selection for each cell, and there may be as many ranges as items.
+// through all ranges of the selection for each cell, and there may be as many ranges as items. And how it
+// draws drags.
 
 namespace leafwright {
 
@@ -99,6 +100,57 @@ void OutlineView::drawBranches(QPainter *painter, const QRect &rect, const QMode
         left += isRightToLeft() ? indentation() : -indentation();
         state = common;
     }
+}
+
+/// Makes Qt's thin mark plain to see, over the whole row, and as deep as what is dropped would stand.
+void OutlineView::drawDropPlace(QPainter &painter) const {
+    const QModelIndex under = dropPosition_ ? indexAt(*dropPosition_) : QModelIndex();
+    if (!under.isValid() || state() != DraggingState) return;
+    constexpr double lineWidth = 2;
+    constexpr double radius = 3;
+    const QRectF row = visualRect(under.siblingAtColumn(TreeController::TitleColumn)) |
+                       visualRect(under.siblingAtColumn(TreeController::PageColumn));
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(palette().color(QPalette::Highlight), lineWidth));
+    if (dropIndicatorPosition() == OnItem) {
+        painter.drawRoundedRect(row.adjusted(1, 1, -1, -1), radius, radius);
+        return;
+    }
+    const bool below = dropIndicatorPosition() == BelowItem;
+    const bool isFirstChild = below && isItemExpanded(controller_->nodeForIndex(under));
+    const double inset = radius + (isFirstChild ? indentation() : 0);
+    const double y = below ? row.bottom() : row.top();
+    const QPointF ring(isRightToLeft() ? row.right() - inset : row.left() + inset, y);
+    painter.drawEllipse(ring, radius, radius);
+    painter.drawLine(ring + QPointF(isRightToLeft() ? -radius : radius, 0),
+                     QPointF(isRightToLeft() ? row.left() : row.right(), y));
+}
+
+/// What follows the pointer: the title that was taken hold of, and how many others come along.
+QPixmap OutlineView::dragPicture(const QModelIndexList &dragged) const {
+    constexpr int widest = 260;
+    constexpr QSize padding(8, 4);
+    constexpr double opacity = 0.9;
+    constexpr double radius = 4;
+    const QModelIndex pressed = QModelIndex(clickedCell_).siblingAtColumn(TreeController::TitleColumn);
+    const QModelIndex held = dragged.contains(pressed) ? pressed : dragged.first();
+    QString text =
+        fontMetrics().elidedText(held.data().toString().left(widest).simplified(), Qt::ElideRight, widest);
+    if (dragged.size() > 1) text = tr("%1 and %2 more").arg(text, QString::number(dragged.size() - 1));
+    const QSize size = fontMetrics().size(Qt::TextSingleLine, text) + 2 * padding;
+    QPixmap picture(size * devicePixelRatioF());
+    picture.setDevicePixelRatio(devicePixelRatioF());
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    painter.setFont(font());
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setOpacity(opacity);
+    painter.setBrush(palette().color(QPalette::Base));
+    painter.setPen(palette().color(QPalette::Highlight));
+    painter.drawRoundedRect(QRectF(QPointF(), size).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+    painter.setPen(palette().color(QPalette::Text));
+    painter.drawText(QRect(QPoint(), size), Qt::AlignCenter | Qt::TextSingleLine, text);
+    return picture;
 }
 
 }  // namespace leafwright

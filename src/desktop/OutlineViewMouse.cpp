@@ -14,6 +14,9 @@ namespace {
 
 /// As much of a text as a tool tip shows.
 constexpr int tooltipLength = 2'000;
+constexpr int unfoldDelay = 700;  // milliseconds
+/// What is dragged does not hide where it would go.
+constexpr QPoint besideThePointer(-12, -10);
 
 QString classNameWithoutNamespace(const QObject &object) {
     const QString name = QString::fromLatin1(object.metaObject()->className());
@@ -68,8 +71,8 @@ void OutlineView::startDrag(Qt::DropActions supportedActions) {
     if (!pasteboard) return;
     QDrag drag(this);
     drag.setMimeData(pasteboard);
-    const QRect pressed = visualRect(clickedCell_.isValid() ? QModelIndex(clickedCell_) : dragged.first());
-    drag.setPixmap(viewport()->grab(pressed));
+    drag.setPixmap(dragPicture(dragged));
+    drag.setHotSpot(besideThePointer);
     drag.exec(supportedActions, Qt::MoveAction);
 }
 
@@ -90,12 +93,44 @@ void OutlineView::dragEnterEvent(QDragEnterEvent *event) {
 void OutlineView::dragMoveEvent(QDragMoveEvent *event) {
     aboutToDrop(*event);
     QTreeView::dragMoveEvent(event);
+    const QPoint position = event->position().toPoint();
+    dropPosition_ = event->isAccepted() ? std::optional(position) : std::nullopt;
+    unfoldSoon(indexAt(position).siblingAtColumn(TreeController::TitleColumn));
+}
+
+/// Unfolds a folded item when a drag has rested on it. Qt would fold an unfolded one as well.
+void OutlineView::unfoldSoon(const QModelIndex &index) {
+    if (index == restingOn_) return;
+    restingOn_ = index;
+    unfoldTimer_.stop();
+    if (index.isValid() && !isExpanded(index)) unfoldTimer_.start(unfoldDelay, this);
+}
+
+void OutlineView::timerEvent(QTimerEvent *event) {
+    if (event->timerId() != unfoldTimer_.timerId()) {
+        QTreeView::timerEvent(event);
+        return;
+    }
+    unfoldTimer_.stop();
+    if (restingOn_.isValid()) expandItem(controller_->nodeForIndex(restingOn_));
+}
+
+void OutlineView::dragIsOver() {
+    dragging_ = {};
+    dropPosition_.reset();
+    restingOn_ = QModelIndex();
+    unfoldTimer_.stop();
+}
+
+void OutlineView::dragLeaveEvent(QDragLeaveEvent *event) {
+    QTreeView::dragLeaveEvent(event);
+    dragIsOver();
 }
 
 void OutlineView::dropEvent(QDropEvent *event) {
     aboutToDrop(*event);
     QTreeView::dropEvent(event);
-    dragging_ = {};
+    dragIsOver();
 }
 
 void OutlineView::registerForDraggedTypes(const QStringList &types) {

@@ -174,5 +174,35 @@ TEST_F(OutlineViewDrag, ATextWithoutRoomIsShownInFull) {
     EXPECT_EQ(tip(outline, outline.index(title)), "");
 }
 
+TEST_F(OutlineViewDrag, RestingOnAFoldedItemUnfoldsItAndFoldsNone) {
+    test::Outline folded("X(Y)");
+    folded.view.setDelegate(this);
+    folded.view.registerForDraggedTypes({"KIND"});
+    folded.show();
+    drag(outline.center("A"), false);
+    // Later on, so that the first has rested longer when this one unfolds.
+    QDragMoveEvent move(folded.center("X"), Qt::MoveAction, &pasteboard, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(folded.view.viewport(), &move);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return folded.view.isItemExpanded(folded.node("X")); }));
+    EXPECT_TRUE(outline.view.isItemExpanded(outline.node("A")));
+}
+
+TEST_F(OutlineViewDrag, WhereItWouldGoIsMarkedWhileItMayGoThere) {
+    QPalette palette;
+    palette.setColor(QPalette::Highlight, Qt::magenta);
+    outline.view.setPalette(palette);
+    const auto marked = [&] {
+        const QImage picture = outline.view.viewport()->grab().toImage();
+        const QRect row = outline.view.visualRect(outline.index("C"));
+        return picture.pixelColor(row.center().x(), row.top()) == QColor(Qt::magenta);
+    };
+    EXPECT_FALSE(marked());
+    drag(top("C"), false);
+    EXPECT_TRUE(marked());
+    operation = DragOperation::None;
+    drag(top("C"), false);
+    EXPECT_FALSE(marked());
+}
+
 }  // namespace
 }  // namespace leafwright

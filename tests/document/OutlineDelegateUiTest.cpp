@@ -183,7 +183,8 @@ TEST_F(DroppingText, ThreeLinesBetweenItemsBecomeOneItem) {
                 test::PdfBuilder::showText("F1", 12, 72, 680, "two") +
                 test::PdfBuilder::showText("F1", 12, 72, 660, "three"));
     open(pdf);
-    test::addItems(document.root(), {{"before"}, {"after"}});
+    document.root().insertObjectInChildrenAtIndex(test::makeItem({"before"}), 0);
+    document.root().insertObjectInChildrenAtIndex(test::makeItem({"after"}), 1);
     const PDFPage &page = *document.pdfDoc()->page(0);
     const QString lines = "one\ntwo\nthree";
     ASSERT_TRUE(page.text()->attributedString.string.startsWith(lines));

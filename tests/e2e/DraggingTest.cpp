@@ -234,7 +234,7 @@ TEST_F(Dragging, AnItemIntoAnotherDocumentIsRefused) {
     other.makeWindowControllers();
     other.finishLoading();
     place(other, 1100);
-    test::addItems(other.root(), {{"theirs"}});
+    other.root().insertObjectInChildrenAtIndex(test::makeItem({"theirs"}), 0);
     OutlineView &theirs = *other.outlineview();
     select({{1}});
     const QPoint from = middle({1});
