@@ -181,6 +181,8 @@ TEST_F(OutlineViewDrag, RestingOnAFoldedItemUnfoldsItAndFoldsNone) {
     folded.show();
     drag(outline.center("A"), false);
     // Later on, so that the first has rested longer when this one unfolds.
+    QDragEnterEvent enter(folded.center("X"), Qt::MoveAction, &pasteboard, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(folded.view.viewport(), &enter);
     QDragMoveEvent move(folded.center("X"), Qt::MoveAction, &pasteboard, Qt::LeftButton, {});
     QCoreApplication::sendEvent(folded.view.viewport(), &move);
     EXPECT_TRUE(QTest::qWaitFor([&] { return folded.view.isItemExpanded(folded.node("X")); }));

@@ -39,6 +39,7 @@ protected:
         view.show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&view));
         view.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&view));
         if (focused) {
             view.setFocus();
         } else {
@@ -64,9 +65,8 @@ TEST_F(OutlineViewDrawing, OfRowsAndBranches) {
 TEST_F(OutlineViewDrawing, OfSelectedRows) {
     outline.controller->setSelectedNodes(
         {&outline.node("B"), &outline.node("D"), &outline.node("G"), &outline.node("I")});
+    outline.controller->selectionModel()->setCurrentIndex(outline.index("B"), QItemSelectionModel::NoUpdate);
     expectTheSame("four selected");
-    EXPECT_NE(pictureOf(outline.view, true), pictureOf(outline.view, false))
-        << "it is seen who has the keyboard";
 }
 
 TEST_F(OutlineViewDrawing, FromRightToLeft) {
