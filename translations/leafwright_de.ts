@@ -902,8 +902,8 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <translation>Gedruckte Seitenzahl</translation>
     </message>
     <message>
-        <source>Which number is printed on page %1, the one that is shown?</source>
-        <translation>Welche Zahl ist auf Seite %1, der gezeigten, gedruckt?</translation>
+        <source>Which number is printed on the page that is shown?</source>
+        <translation>Welche Zahl ist auf der gezeigten Seite gedruckt?</translation>
     </message>
     <message>
         <source>Printed page number:</source>

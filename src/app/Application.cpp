@@ -97,8 +97,9 @@ int applicationMain(int argc, char **argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(&delegate.documentController(), &DocumentController::lastDocumentClosed, &application,
                      &QApplication::quit, Qt::QueuedConnection);
-    if (!start.files.isEmpty()) requests.open(start.files);
+    // The guide comes first, since what was asked for belongs in front of it.
     delegate.applicationDidFinishLaunching();
+    if (!start.files.isEmpty()) requests.open(start.files);
     if (start.choose) requests.open({});
     if (start.service) {
         constexpr int longestWait = 10000;  // milliseconds

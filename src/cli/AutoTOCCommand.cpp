@@ -83,13 +83,13 @@ std::optional<QString> autoTOC(const QString &file, const QString &out, const Re
     auto top = request.calibrate ? headingsByCalibration(file, pdf, census, request.maxDepth, console)
                                  : headingsByMap(pdf, census, request, console);
     if (!top) return translated("%1: nothing was written").arg(file);
+    // Otherwise a document of scanned pages would lose the outline that it has.
+    const bool place = !top->children().empty() || (request.keep && request.wrap);
     if (top->children().empty()) {
-        // Without this, a document of scanned pages would lose the outline that it has.
         console.message(
-            request.wrap ? translated("%1: no headings were found").arg(file)
-                         : translated("%1: no headings were found; the outline stays as it was").arg(file));
+            place ? translated("%1: no headings were found").arg(file)
+                  : translated("%1: no headings were found; the outline stays as it was").arg(file));
     }
-    const bool place = request.wrap || !top->children().empty();
     if (request.keep || !place) document.importOutline();
     if (place) addItems(std::move(top), request.wrap, document.root());
     if (const auto error = document.writeNewPDFOutline(out, MyDocument::saveFinalPDF)) return error->message;

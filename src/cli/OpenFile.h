@@ -13,7 +13,7 @@ namespace leafwright::cli {
 
 /// A platform for running without a display: what would be shown is left unsaid, since commands report
 /// failures in their own words, with the file's name and the reason. Nobody can be asked, so every panel is
-/// cancelled; nothing leaves the program; settings are the registered defaults.
+/// cancelled; nothing leaves the program; settings are none.
 class SilentPlatform final : public Platform {
 public:
     void beep() override {}

@@ -48,6 +48,11 @@ std::optional<QString> runPanel(const FilePanel &panel, QFileDialog::AcceptMode 
     return dialog.chosenPath();
 }
 
+bool hasAllowedType(const QString &path, const FilePanel &panel) {
+    return panel.allowedFileTypes.isEmpty() ||
+           panel.allowedFileTypes.contains(QFileInfo(path).suffix(), Qt::CaseInsensitive);
+}
+
 void openWithDesktop(const QUrl &url) {
     if (!QDesktopServices::openUrl(url))
         qWarning().noquote() << "leafwright: nothing opens" << url.toString();
@@ -104,7 +109,14 @@ std::optional<QString> QtPlatform::runOpenPanel(const FilePanel &panel) {
 }
 
 std::optional<QString> QtPlatform::runSavePanel(const FilePanel &panel) {
-    return runPanel(panel, QFileDialog::AcceptSave);
+    FilePanel proposal = panel;
+    while (true) {
+        const auto path = runPanel(proposal, QFileDialog::AcceptSave);
+        if (!path || hasAllowedType(*path, panel)) return path;
+        // The dialog adds the extension to names that have none. Another one gets it here, and the panel is
+        // shown once more, since the name that comes of it may be that of a file.
+        proposal.path = *path + u'.' + panel.allowedFileTypes.first();
+    }
 }
 
 void QtPlatform::setClipboardText(const QString &text) {

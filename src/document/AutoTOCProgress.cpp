@@ -40,6 +40,7 @@ AutoTOCProgress::AutoTOCProgress(QWidget *window, Platform &platform)
         layout->setContentsMargins({});
         layout->addWidget(steps_[i].text);
         layout->addWidget(steps_[i].indicator);
+        steps_[i].indicator->hide();  // until its step begins
         line->setMinimumWidth(indicatorWidth);
         line->setFixedHeight(steps_[i].indicator->sizeHint().height());  // or the lines move with the steps
         sheet_->addField(titles[i], line, QStringLiteral("guessPDFStep%1").arg(i + 1));

@@ -18,6 +18,7 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSplitter>
@@ -41,6 +42,23 @@ QStringList draggedFiles(const QMimeData &data) {
     for (const QUrl &url : data.urls())
         if (url.isLocalFile()) paths.append(url.toLocalFile());
     return paths;
+}
+
+/// Does in a field that is being typed in what the menu calls the same there and elsewhere. The keys of these
+/// commands come to the field by themselves. @return whether the command was for such a field
+bool performInTextField(QWidget *focus, const QString &selector) {
+    auto *field = qobject_cast<QLineEdit *>(focus);
+    if (!field) return false;
+    if (selector == u"undo:") {
+        field->undo();
+    } else if (selector == u"redo:") {
+        field->redo();
+    } else if (selector == u"copy:") {
+        field->copy();
+    } else {
+        return false;
+    }
+    return true;
 }
 
 }  // namespace
@@ -118,6 +136,7 @@ QAction *DocumentWindow::makeAction(const ActionDescription &description) {
     action->setShortcut(QKeySequence(QString::fromLatin1(description.shortcut)));
     action->setIcon(actionIcon(QString::fromLatin1(description.selector)));
     connect(action, &QAction::triggered, this, [this, selector, action] {
+        if (performInTextField(focusWidget(), selector)) return;
         // What is being typed counts; it would be missing from a saved file, say.
         outlineview_->endEditing();
         document_.actions().perform(selector, action);
@@ -189,6 +208,11 @@ void DocumentWindow::connectViews() {
     const auto scheduleUpdate = [this] { actionsUpdate_.start(); };
     connect(document_.treecontroller().selectionModel(), &QItemSelectionModel::selectionChanged, this,
             scheduleUpdate);
+    // Commands go by the selected rows that can be seen, which folding and moving change as well.
+    connect(outlineview_, &QTreeView::expanded, this, scheduleUpdate);
+    connect(outlineview_, &QTreeView::collapsed, this, scheduleUpdate);
+    connect(&document_.treecontroller(), &QAbstractItemModel::rowsMoved, this, scheduleUpdate);
+    connect(&document_.treecontroller(), &QAbstractItemModel::layoutChanged, this, scheduleUpdate);
     connect(pdfview_, &PDFView::selectionChanged, this, scheduleUpdate);
     connect(pdfview_, &PDFView::pageChanged, this, &DocumentWindow::updatePageStatus);
     connect(pdfview_, &PDFView::scaleChanged, this, &DocumentWindow::updatePageStatus);

@@ -15,13 +15,9 @@ EditMenuCommands::EditMenuCommands(MyDocument &document) : document_(document) {
 }
 
 void EditMenuCommands::copy() {
-    // Text fields handle the key themselves; what comes here is from the pages or from the outline.
     const QWidget *focus = document_.myWindow()->focusWidget();
-    if (focus == document_.pdfview()) {
-        document_.pdfview()->copy();
-    } else {
-        document_.outlineview()->copy(nullptr);
-    }
+    if (focus == document_.pdfview()) document_.pdfview()->copy();
+    if (focus == document_.outlineview()) document_.outlineview()->copy(nullptr);
 }
 
 }  // namespace leafwright

@@ -28,7 +28,7 @@ namespace {
 Q_LOGGING_CATEGORY(log, "leafwright.headingmap", QtInfoMsg)
 
 const QString lastMapKey = QStringLiteral("LastUsedH1H2H3MapString");
-constexpr qint64 longestMapFile = 1 << 20;  // bytes; a map has a line a font
+constexpr qint64 longestMapFile = 1 << 20;  // bytes; a map has a line a font, so more is something else
 
 FilePanel mapPanel(const char *title) {
     return {.title = QCoreApplication::translate("HeadingMapCommands", title),
@@ -68,8 +68,10 @@ void HeadingMapCommands::processSelectedTextForHLevel(int level) {
     if (!font) return;
     document_.finishHeadingMap();
     HeadingLevelMap &map = document_.listH1H2H3Config();
+    const QString fontID = fontIDString(*font);
     const bool isMapped = std::ranges::any_of(map, [&](const LevelRecord &record) {
-        return record.font && isEffectivelyEqual(*record.font, *font);
+        // Calibrated records have no font but its name.
+        return record.font ? isEffectivelyEqual(*record.font, *font) : record.fontTraits == fontID;
     });
     if (isMapped) return;
     map.push_back(levelRecord(level, *font));
@@ -84,7 +86,9 @@ void HeadingMapCommands::buttonClickedSaveH1H2H3Map() {
         mapPanel(QT_TRANSLATE_NOOP("HeadingMapCommands", "Save Heading Map")));
     if (!path) return;
     QSaveFile file(*path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
+    // Flushed first: what the commit can't write on a full disk it passes over.
+    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush() ||
+        !file.commit())
         qCWarning(log).noquote() << *path << "was not written:" << file.errorString();
 }
 
@@ -94,7 +98,8 @@ void HeadingMapCommands::buttonClickedLoadH1H2H3Map() {
     if (!path) return;
     QFile file(*path);
     QString text;
-    if (file.open(QIODevice::ReadOnly)) text = QString::fromUtf8(file.read(longestMapFile));
+    if (file.open(QIODevice::ReadOnly) && file.size() <= longestMapFile)
+        text = QString::fromUtf8(file.readAll());
     if (!loadMapText(text)) return document_.platform().beep();
     document_.platform().userDefaults().setValue(lastMapKey, text);
 }

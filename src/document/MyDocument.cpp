@@ -171,6 +171,8 @@ void MyDocument::setPrintedPageNumbersHandler(std::function<void()> handler) {
 }
 
 std::optional<int> MyDocument::getRealPageArrayIndex(const QString &label) const {
+    if (label.isNull())
+        return std::nullopt;  // The map would take it for the empty label, which pages may have.
     if (isPrintedPageNumber(label) && printedPageOffset_ == 0 && !userHasCheckedPrintedPageNumbers_ &&
         printedPageNumbersHandler_) {
         printedPageNumbersHandler_();

@@ -122,6 +122,9 @@ void MyDocument::setUpSplitView() {
     splitViewDelegate_->setMinimumLength(DocumentWindow::pageMinimum, 1);
     splitViewDelegate_->setMinimumLength(DocumentWindow::outlineMinimum, 2);
     splitViewTopLevel()->setDelegate(splitViewDelegate_.get());
+    // The panes begin equally wide. With more than they need, the thumbnails would keep the other divider
+    // from its place.
+    splitViewTopLevel()->setPositionOfDividerAtIndex(DocumentWindow::thumbnailsMinimum, 0);
 }
 
 void MyDocument::documentDidLoad() {

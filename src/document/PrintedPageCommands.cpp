@@ -42,8 +42,9 @@ void PrintedPageCommands::runPrintedPageSheet() {
     if (document_.openSheet())
         return;  // One question at a time: an outline may hold many printed page numbers.
     auto *sheet = new Sheet(translated("Printed Page Number"));
-    sheet->addText(
-        translated("Which number is printed on page %1, the one that is shown?").arg(currentLabel()));
+    // Names no page: a jump that asks goes on while the sheet is open, and the answer is for the page it ends
+    // on.
+    sheet->addText(translated("Which number is printed on the page that is shown?"));
     auto *field = new QLineEdit(proposedPrintedPage());
     sheet->addField(translated("Printed page number:"), field, QStringLiteral("printedPageTextField"));
     sheet->addButton(translated("Cancel"), 0);

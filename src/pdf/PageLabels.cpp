@@ -39,7 +39,7 @@ QString pageNumberInStyle(int number, PageLabelStyle style) {
     QString numeral;
     switch (style) {
         case PageLabelStyle::None:
-            return {};
+            return QStringLiteral("");  // not absent
         case PageLabelStyle::Decimal:
             break;
         case PageLabelStyle::UpperRoman:

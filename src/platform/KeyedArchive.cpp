@@ -5,6 +5,8 @@
 #include <QLocale>
 #include <QRegularExpression>
 
+#include <algorithm>
+
 namespace leafwright {
 
 std::optional<KeyedArchive> KeyedArchive::unarchive(const QByteArray &data) {
@@ -17,7 +19,7 @@ std::optional<KeyedArchive> KeyedArchive::unarchive(const QByteArray &data) {
         if (!entry.first.isString() || !entry.second.isString()) return std::nullopt;
         const QString text = entry.second.toString();
         // An empty text is not an absent one.
-        archive.strings_[entry.first.toString()] = text.isNull() ? QStringLiteral("") : text;
+        archive.encode(text.isNull() ? QStringLiteral("") : text, entry.first.toString());
     }
     return archive;
 }
@@ -30,7 +32,7 @@ QByteArray KeyedArchive::data() const {
 }
 
 QString KeyedArchive::decode(const QString &key) const {
-    const auto found = strings_.find(key);
+    const auto found = std::ranges::find(strings_, key, &std::pair<QString, QString>::first);
     return found == strings_.end() ? QString() : found->second;
 }
 

@@ -4,24 +4,27 @@
 #include <QPointF>
 #include <QString>
 
-#include <map>
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace leafwright {
 
-/// Strings by key in one block of bytes, for clipboards and drags. The bytes are a CBOR map (RFC 8949).
+/// Strings by key in one block of bytes, for clipboards and drags. The bytes are a CBOR map (RFC 8949) with
+/// its entries in the order in which they were encoded.
 class KeyedArchive {
 public:
     /// Reads an archive; absent if the bytes are not one.
     static std::optional<KeyedArchive> unarchive(const QByteArray &data);
     QByteArray data() const;
 
-    void encode(const QString &value, const QString &key) { strings_[key] = value; }
+    /// @param key must not be there yet
+    void encode(const QString &value, const QString &key) { strings_.emplace_back(key, value); }
     /// Null if there is no such key.
     QString decode(const QString &key) const;
 
 private:
-    std::map<QString, QString> strings_;
+    std::vector<std::pair<QString, QString>> strings_;
 };
 
 /// "{72.5, 700}": shortest decimals that read back as the same numbers.

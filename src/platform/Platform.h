@@ -31,7 +31,7 @@ struct FilePanel {
     QString prompt = {};   ///< The title of the confirming button; empty for the usual one.
     QString path = {};  ///< Where to start: a folder, or a file to propose. Empty for wherever it was last.
     QStringList allowedFileTypes =
-        {};  ///< Extensions without dots; empty for any. The first is added to new names.
+        {};  ///< Extensions without dots; empty for any. The first is added to new names without one of them.
     bool canChooseFiles = true;
     bool canChooseDirectories = false;  ///< Of open panels only.
     bool canCreateDirectories = true;

@@ -18,11 +18,14 @@ QString translated(const char *text) {
     return QCoreApplication::translate("ScriptPlayer", text);
 }
 
-/// The tag of the button that is pressed where a step names none. A command that says by its ellipsis that it
-/// asks something is given for the sake of its sheet; a sheet that comes up in passing is cancelled.
+/// The tag of the button that is pressed where a step names none: a command that has a sheet of its own is
+/// given for the sake of it; a sheet that comes up in passing is cancelled.
 int usualTag(const Step &step) {
-    const ActionDescription *command = actionDescription(step.name);
-    return command && QString::fromUtf8(command->title).endsWith(u'…') ? 1 : 0;
+    static const QStringList withSheets{
+        QStringLiteral("runGuessPDF:"),         QStringLiteral("runSearchSelectSheet:"),
+        QStringLiteral("runPrintedPageSheet:"), QStringLiteral("renameSequentialNumbering:"),
+        QStringLiteral("renameFindReplace:"),   QStringLiteral("renameAddPrefix:")};
+    return withSheets.contains(step.name) ? 1 : 0;
 }
 
 void handleEvents() {

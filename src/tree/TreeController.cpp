@@ -1,6 +1,7 @@
 #include "tree/TreeController.h"
 
 #include <algorithm>
+#include <ranges>
 #include <stdexcept>
 
 namespace leafwright {
@@ -11,25 +12,30 @@ constexpr QLatin1String titleKey("pageTitle");
 constexpr QLatin1String labelKey("pageLabel");
 constexpr QLatin1String childrenKey("children");
 
+/// The least count, up to the limit, for which a condition does not hold that holds for all smaller ones and
+/// for no larger one.
+template <typename Condition>
+size_t countWhile(size_t limit, Condition &&holds) {
+    const auto counts = std::views::iota(size_t{0}, limit);
+    return static_cast<size_t>(std::ranges::partition_point(counts, holds) - counts.begin());
+}
+
+// Every change of an item's children is told by itself, and each is one item that came, one that left, or a
+// whole list in place of another, with none in common since a list owns what is in it. So the two lists
+// differ in one stretch, and its ends are found without looking at each of a hundred thousand siblings.
+
 /// How many elements the two lists have in common at the beginning.
 size_t commonPrefix(const std::vector<TreeNode *> &nodes, const MyOutlineItem::Children &items) {
-    const size_t limit = std::min(nodes.size(), items.size());
-    size_t count = 0;
-    while (count < limit && nodes[count]->representedObject() == items[count].get())
-        ++count;
-    return count;
+    return countWhile(std::min(nodes.size(), items.size()),
+                      [&](size_t i) { return nodes[i]->representedObject() == items[i].get(); });
 }
 
 /// How many they have in common at the end, without those at the beginning.
 size_t commonSuffix(const std::vector<TreeNode *> &nodes, const MyOutlineItem::Children &items,
                     size_t prefix) {
-    const size_t limit = std::min(nodes.size(), items.size()) - prefix;
-    size_t count = 0;
-    while (count < limit &&
-           nodes[nodes.size() - 1 - count]->representedObject() == items[items.size() - 1 - count].get()) {
-        ++count;
-    }
-    return count;
+    return countWhile(std::min(nodes.size(), items.size()) - prefix, [&](size_t i) {
+        return nodes[nodes.size() - 1 - i]->representedObject() == items[items.size() - 1 - i].get();
+    });
 }
 
 }  // namespace

@@ -19,6 +19,7 @@
 #include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenuBar>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -246,6 +247,46 @@ TEST_F(Commands, EveryWindowsMenusHaveTheApplications) {
             EXPECT_TRUE(item->isEnabled()) << each.selector;
         }
     }
+}
+
+TEST_F(Commands, RecentFilesAreInTheFileMenuRightAfterOpen) {
+    const QString second = file("b & c.pdf");
+    delegate.openFiles({second});
+    const auto fileMenu = [&] {
+        auto *menu = qobject_cast<QMenu *>(document(0).myWindow()->menuBar()->actions().first()->menu());
+        Q_EMIT menu->aboutToShow();
+        return menu->actions();
+    };
+    ASSERT_EQ(fileMenu().at(0)->objectName(), "openDocument:");
+    EXPECT_EQ(fileMenu().at(1)->text(), "Open Recent");
+    EXPECT_TRUE(fileMenu().at(2)->isSeparator());
+    EXPECT_EQ(fileMenu().at(3)->objectName(), "performClose:");
+    const auto recent = fileMenu().at(1)->menu()->actions();
+    ASSERT_EQ(recent.size(), 4) << "two files, a line, and the command";
+    EXPECT_EQ(recent[0]->text(), "b && c.pdf") << "no mnemonic";
+    EXPECT_EQ(recent[0]->toolTip(), second);
+    EXPECT_TRUE(recent[2]->isSeparator());
+    EXPECT_EQ(recent[3]->text(), "Clear List");
+
+    document(1).actions().perform("performClose:");
+    ASSERT_EQ(delegate.documentController().documents().size(), 1U);
+    recent[0]->trigger();
+    EXPECT_EQ(document(1).pdfURL(), second);
+    recent[3]->trigger();
+    EXPECT_FALSE(fileMenu().at(1)->menu()->isEnabled());
+}
+
+TEST_F(Commands, QuittingClosesAllDocumentsUnlessOneIsKept) {
+    delegate.openFiles({file("b.pdf")});
+    document(1).updateChangeCount(Document::Change::Done);
+    constexpr int cancel = 2;
+    platform.answers = {cancel};
+    EXPECT_TRUE(perform("terminate:"));
+    EXPECT_FALSE(delegate.documentController().documents().empty());
+    constexpr int discard = 1;
+    platform.answers = {discard};
+    EXPECT_TRUE(perform("terminate:"));
+    EXPECT_TRUE(delegate.documentController().documents().empty());
 }
 
 TEST_F(Commands, TheItemOfTheUpdateCheckIsTheNewestWindows) {

@@ -115,13 +115,22 @@ TEST(AutoTOCCommand, WithoutHeadingsTheOutlineStaysAndIsSaidTo) {
     EXPECT_EQ(outlineOf(path).size(), 2);
 }
 
-TEST(AutoTOCCommand, WithoutHeadingsWrapLeavesItsEntry) {
+TEST(AutoTOCCommand, WithoutHeadingsWrapLeavesTheOldOutlineToo) {
     const TempDir dir;
     const QString path = savePdf(dir, "in.pdf", 1, {"Old"});
     const CliResult result = runCli({"autotoc", path, "-o", dir.path("out.pdf"), "--wrap"});
     EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.err.toStdString(), HasSubstr("the outline stays as it was"));
+    EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), "+ @1 Old\n");
+}
+
+TEST(AutoTOCCommand, WithoutHeadingsKeepAndWrapAddTheTopEntryLikeTheWindow) {
+    const TempDir dir;
+    const QString path = savePdf(dir, "in.pdf", 1, {"Old"});
+    const CliResult result = runCli({"autotoc", path, "-o", dir.path("out.pdf"), "--keep", "--wrap"});
+    EXPECT_EQ(result.exitCode, 0);
     EXPECT_THAT(result.err.toStdString(), HasSubstr("no headings were found"));
-    EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), "+ @1 AutoTOC3\n");
+    EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), "+ @1 Old\n+ @1 AutoTOC3\n");
 }
 
 TEST(AutoTOCCommand, LockedAndEncryptedFilesAreRefusedWithTheReason) {

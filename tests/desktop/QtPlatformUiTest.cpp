@@ -188,6 +188,28 @@ TEST_F(QtPlatformTest, TheSavePanelProposesAFileAndAddsTheExtension) {
               dir.path("new.pdf"));
 }
 
+TEST_F(QtPlatformTest, TheSavePanelAsksAgainWithTheExtensionWhereAnotherIsGiven) {
+    whenShown<FilePanelDialog>([&](FilePanelDialog &dialog) {
+        dialog.selectFile(dir.path("report v1.2"));
+        whenShown<FilePanelDialog>([&](FilePanelDialog &again) {
+            EXPECT_EQ(again.selectedFiles(), QStringList(dir.path("report v1.2.pdf")));
+            again.accept();
+        });
+        dialog.accept();
+    });
+    EXPECT_EQ(platform.runSavePanel({.path = dir.path("old.pdf"), .allowedFileTypes = {"pdf"}}),
+              dir.path("report v1.2.pdf"));
+}
+
+TEST_F(QtPlatformTest, TheSavePanelTakesTheExtensionInCapitals) {
+    whenShown<FilePanelDialog>([&](FilePanelDialog &dialog) {
+        dialog.selectFile(dir.path("OLD.PDF"));
+        dialog.accept();
+    });
+    EXPECT_EQ(platform.runSavePanel({.path = dir.path("old.pdf"), .allowedFileTypes = {"pdf"}}),
+              dir.path("OLD.PDF"));
+}
+
 TEST_F(QtPlatformTest, WhatIsNotEnabledCantBeChosen) {
     const QString allowed = touch("allowed.pdf");
     const QString other = touch("other.pdf");

@@ -3,6 +3,7 @@
 #include <QSet>
 
 #include <gtest/gtest.h>
+#include <map>
 #include <stdexcept>
 
 namespace leafwright {
@@ -85,6 +86,87 @@ TEST(ActionDescriptions, ShortcutsCanBeTyped) {
         EXPECT_EQ(keys.isEmpty(), *each.shortcut == 0) << each.shortcut;
         EXPECT_EQ(keys.toString(QKeySequence::PortableText), each.shortcut);
     }
+}
+
+TEST(ActionDescriptions, AreThoseThatHelpAndPeoplesFingersRelyOn) {
+    const QStringList expected{
+        // clang-format off
+        "File: Open… [Ctrl+O]",
+        "File: Close [Ctrl+W]",
+        "File: Save [Ctrl+S]",
+        "File: Save As… [Ctrl+Shift+S]",
+        "File: Open in Default Application",
+        "File: Revert Outline to Saved",
+        "File: Quit [Ctrl+Q]",
+        "Edit: Undo [Ctrl+Z]",
+        "Edit: Redo [Ctrl+Shift+Z]",
+        "Edit: Copy [Ctrl+C]",
+        "Edit: Select All [Ctrl+A]",
+        "Edit: Select Level 1 [Ctrl+1]",
+        "Edit: Select Level 2 [Ctrl+2]",
+        "Edit: Select Level 3 [Ctrl+3]",
+        "Edit: Search and Select… [Ctrl+F]",
+        "Edit: Preferences… [Ctrl+,]",
+        "Outline: Add Sibling [Ctrl+B]",
+        "Outline: Add Child [Ctrl+Shift+B]",
+        "Outline: Add Selected Text as Sibling [Ctrl+T]",
+        "Outline: Add Selected Text as Child [Ctrl+Shift+T]",
+        "Outline: Remove [Del]",
+        "Outline: Promote Children",
+        "Outline: Move Left [Alt+Left]",
+        "Outline: Move Right [Alt+Right]",
+        "Outline: Move Up [Alt+Up]",
+        "Outline: Move Down [Alt+Down]",
+        "Outline: Expand [Ctrl+Right]",
+        "Outline: Collapse [Ctrl+Left]",
+        "Titles: Number Sequentially…",
+        "Titles: Find and Replace… [Ctrl+H]",
+        "Titles: Add Prefix…",
+        "Titles: Title Case",
+        "Titles: UPPER CASE",
+        "Titles: lower case",
+        "Titles: Title Case Selected Row",
+        "Contents: AutoTOC… [Ctrl+G]",
+        "Contents: AutoTOC with Last Map",
+        "Contents: Self-Calibrating AutoTOC",
+        "Contents: MiniTOC from Selection",
+        "Contents: Use Selection for H1 [Ctrl+Alt+1]",
+        "Contents: Use Selection for H2 [Ctrl+Alt+2]",
+        "Contents: Use Selection for H3 [Ctrl+Alt+3]",
+        "Contents: Use Selection for H4 [Ctrl+Alt+4]",
+        "Contents: Load Heading Map…",
+        "Contents: Save Heading Map…",
+        "Contents: Delete Selected Headings",
+        "Contents: Reset Heading Map",
+        "View: Zoom In [Ctrl++]",
+        "View: Zoom Out [Ctrl+-]",
+        "View: Zoom to Fit [Ctrl+0]",
+        "View: Next Page [Ctrl+PgDown]",
+        "View: Previous Page [Ctrl+PgUp]",
+        "View: Show Target of Selected Item [Ctrl+J]",
+        "View: Next Page Label Corner [Ctrl+L]",
+        "View: Printed Page Number…",
+        "Help: User Guide [F1]",
+        "Help: Tutorials",
+        "Help: Leafwright Online",
+        "Help: Leafwright in the App Store",
+        "Help: Email Customer Support",
+        "Help: Send Feedback",
+        "Help: Check for Updates…",
+        "Help: About",
+        // clang-format on
+    };
+    const std::map<Menu, QString> menus{{Menu::File, "File"},         {Menu::Edit, "Edit"},
+                                        {Menu::Outline, "Outline"},   {Menu::Titles, "Titles"},
+                                        {Menu::Contents, "Contents"}, {Menu::View, "View"},
+                                        {Menu::Help, "Help"}};
+    QStringList actual;
+    for (const ActionDescription &each : actionDescriptions()) {
+        if (each.menu == Menu::None) continue;
+        const QString keys = *each.shortcut ? QString(" [%1]").arg(each.shortcut) : QString();
+        actual.append(menus.at(each.menu) + ": " + QString::fromUtf8(each.title) + keys);
+    }
+    EXPECT_EQ(actual, expected);
 }
 
 }  // namespace

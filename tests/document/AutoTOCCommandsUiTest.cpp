@@ -129,6 +129,49 @@ TEST_F(AutoTOCWindow, TheProgressSheetGoesThroughItsSteps) {
     EXPECT_FALSE(progress.sheet().isVisible());
 }
 
+/// Notes which step's indicator comes up while a command runs.
+class IndicatorsSeen : public QObject {
+public:
+    IndicatorsSeen() { qApp->installEventFilter(this); }
+    QString steps;
+
+protected:
+    bool eventFilter(QObject *object, QEvent *event) override {
+        const QString name = object->objectName();
+        if (event->type() == QEvent::Show && name.startsWith("guessPDFIndicator")) steps += name.back();
+        return false;
+    }
+};
+
+TEST_F(AutoTOCWindow, EveryGeneratorGoesThroughTheThreeSteps) {
+    document.window()->show();
+    const IndicatorsSeen seen;
+    document.autoTOCCommands().runAutoTOCWithFeedback();
+    EXPECT_EQ(seen.steps, "123");
+    perform("testPageStructureKnowledge:");
+    EXPECT_EQ(seen.steps, "123123");
+    perform("resetH1H2H3FontsMap:");
+    document.autoTOCCommands().runAutoTOCWithFeedback();
+    EXPECT_EQ(seen.steps, "123123123") << "with a map to be guessed";
+}
+
+TEST_F(AutoTOCWindow, TheOutlineHasTheFocusAfterwards) {
+    document.window()->show();
+    for (const char *selector : {"testPageStructureKnowledge:", "runAutoTOCWithFeedback"}) {
+        document.pdfview()->setFocus();
+        if (!document.actions().perform(selector)) document.autoTOCCommands().runAutoTOCWithFeedback();
+        EXPECT_EQ(document.window()->focusWidget(), document.outlineview()) << selector;
+    }
+}
+
+TEST_F(AutoTOCWindow, ALastMapWithoutAFontOfTheDocumentLeavesTheOutlineButCounts) {
+    setOutline("a (b) c");
+    platform.userDefaults().setValue(mapKey, "H1/30.0/\"Courier\"\n");
+    perform("buttonClickedBotForAutoTOC:");
+    EXPECT_EQ(outline(), "a (b) c");
+    EXPECT_TRUE(document.isDocumentEdited());
+}
+
 /// A document of one page without text, like a scanned one.
 class AutoTOCWithoutText : public test::HeadingsWindowFixture {
 protected:

@@ -2,6 +2,7 @@
 #include "support/WindowFixture.h"
 
 #include <QAccessible>
+#include <QClipboard>
 #include <QDragEnterEvent>
 #include <QLineEdit>
 #include <QMenuBar>
@@ -28,6 +29,7 @@ protected:
     }
 
     DocumentWindow &window() { return *document.myWindow(); }
+    QAction &action(const char *selector) { return *window().findChild<QAction *>(selector); }
 
     /// Everything below an element that assistive programs see.
     static QList<QAccessibleInterface *> below(QAccessibleInterface *top) {
@@ -182,9 +184,98 @@ TEST_F(Window, ACommandSeesWhatIsBeingTyped) {
     ASSERT_NE(editor, nullptr);
     QTest::keyClicks(editor, "typed");
     select({{0}});
-    window().findChild<QAction *>("changeCaseToUpperCase:")->setEnabled(true);
-    window().findChild<QAction *>("changeCaseToUpperCase:")->trigger();
+    QCoreApplication::processEvents();
+    action("changeCaseToUpperCase:").trigger();
     EXPECT_EQ(node({0})->representedObject()->pageTitle(), "TYPED");
+}
+
+TEST_F(Window, UndoRedoAndCopyOfTheMenuAreForTheFieldThatIsTypedIn) {
+    window().show();
+    document.outlineview()->editColumn(TreeController::TitleColumn, 0);
+    auto *editor = document.outlineview()->findChild<QLineEdit *>();
+    ASSERT_NE(editor, nullptr);
+    editor->setFocus();
+    QTest::keyClicks(editor, "typed");
+    editor->selectAll();
+    action("copy:").trigger();
+    EXPECT_EQ(QApplication::clipboard()->text(), "typed");
+    action("undo:").trigger();
+    EXPECT_EQ(editor->text(), "One");
+    action("redo:").trigger();
+    EXPECT_EQ(editor->text(), "typed");
+    EXPECT_EQ(node({0})->representedObject()->pageTitle(), "One") << "still being typed";
+}
+
+TEST_F(Window, CopyIsForTheOutlineWhenItHasTheFocus) {
+    select({{0}});
+    window().tableViewH1H2H3Config()->setFocus();
+    action("copy:").trigger();
+    EXPECT_TRUE(platform.clipboardTexts.isEmpty());
+    document.outlineview()->setFocus();
+    action("copy:").trigger();
+    EXPECT_EQ(platform.clipboardTexts, QStringList{" One\n"});
+}
+
+/// A window on an outline of an item with a child, "One (Two)".
+class WindowOnATree : public Window {
+protected:
+    void SetUp() override {
+        Window::SetUp();
+        node({0})->representedObject()->insertObjectInChildrenAtIndex(std::make_unique<MyOutlineItem>(), 0);
+        node({0})->representedObject()->children()[0]->setPageTitle("Two");
+    }
+    bool isOn(const char *selector) {
+        QCoreApplication::processEvents();
+        return action(selector).isEnabled();
+    }
+};
+
+TEST_F(WindowOnATree, ItemsOfMenusAndToolBarAreEnabledByTheSelection) {
+    for (const char *selector : {"removeOutlineItems:", "moveLeft:", "renameAddPrefix:", "applyTOCExpand:"}) {
+        select({});
+        EXPECT_FALSE(isOn(selector)) << selector;
+        select({{0}});
+        EXPECT_TRUE(isOn(selector)) << selector;
+    }
+    EXPECT_TRUE(isOn("promoteChildrenOutlineItem:"));
+    EXPECT_TRUE(isOn("addSiblingOutlineItem:"));
+    EXPECT_FALSE(isOn("runMiniTOC:"));
+    document.pdfview()->setCurrentSelection(document.pdfDoc()->page(0)->selectionForRange({0, 4}));
+    EXPECT_TRUE(isOn("runMiniTOC:"));
+    document.pdfview()->clearSelection();
+    EXPECT_FALSE(isOn("runMiniTOC:"));
+}
+
+TEST_F(WindowOnATree, ASelectedRowCountsWhileItCanBeSeen) {
+    document.outlineview()->expandItem(*node({0}), true);
+    select({{0, 0}});
+    EXPECT_TRUE(isOn("moveLeft:"));
+    document.outlineview()->collapse(document.treecontroller().indexForNode(*node({0}), 0));
+    select({{0, 0}});
+    EXPECT_FALSE(isOn("moveLeft:"));
+    document.outlineview()->expand(document.treecontroller().indexForNode(*node({0}), 0));
+    EXPECT_TRUE(isOn("moveLeft:"));
+    document.outlineview()->collapse(document.treecontroller().indexForNode(*node({0}), 0));
+    EXPECT_FALSE(isOn("moveLeft:"));
+}
+
+TEST_F(WindowOnATree, ARowThatMovesOutOfSightCountsNoMore) {
+    document.root().insertObjectInChildrenAtIndex(std::make_unique<MyOutlineItem>(), 1);
+    select({{1}});
+    EXPECT_TRUE(isOn("moveRight:"));
+    action("moveRight:").trigger();
+    ASSERT_EQ(node({0})->childCount(), 2);
+    EXPECT_EQ(isOn("moveRight:"), !document.selectedNodes().empty());
+}
+
+TEST_F(Window, TheToolBarHasWhatIsNeededMost) {
+    QStringList titles;
+    for (const QAction *each : window().findChild<QToolBar *>("toolBar")->actions())
+        titles.append(each->isSeparator() ? "|" : each->objectName());
+    EXPECT_EQ(titles.join(' '),
+              "saveDocument: openPDFInDefaultApp: | addSiblingOutlineItem: addChildOutlineItem: "
+              "removeOutlineItems: moveLeft: moveRight: moveUp: moveDown: | runGuessPDF: | zoomIn: zoomOut: "
+              "zoomToFit:");
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "document/HeadingMapModel.h"
 #include "document/HeadingsWindowFixture.h"
 #include "document/PrintedPageCommands.h"
+#include "support/CliFiles.h"
 #include "support/LogRecorder.h"
 
 #include <QLineEdit>
@@ -185,6 +186,34 @@ TEST_F(HeadingMap, AMapThatCannotBeWrittenIsNotReported) {
     EXPECT_EQ(platform.beeps, 0);
     EXPECT_TRUE(platform.alerts.isEmpty());
     EXPECT_TRUE(log.messages().join(' ').contains("was not written"));
+}
+
+TEST_F(HeadingMap, AFullDiskLeavesTheOldMap) {
+    platform.filesToChoose = {writeMap("H1/30.0/\"Courier\"\n")};
+    {
+        const test::FileSizeLimit limit(10);
+        const test::LogRecorder log;
+        perform("buttonClickedSaveH1H2H3Map:");
+        EXPECT_TRUE(log.messages().join(' ').contains("was not written"));
+    }
+    EXPECT_EQ(test::contentOf(dir.path("map.txt")), "H1/30.0/\"Courier\"\n");
+}
+
+TEST_F(HeadingMap, AFileTooLargeForAMapIsNone) {
+    platform.filesToChoose = {writeMap("H2/24.0/\"Helvetica\" +B\n" + QByteArray(1 << 20, '\n'))};
+    perform("buttonClickedLoadH1H2H3Map:");
+    EXPECT_EQ(platform.beeps, 1);
+    EXPECT_EQ(map(), "H1 24, H2 16");
+    EXPECT_TRUE(platform.userDefaults().stringForKey(mapKey).isEmpty());
+}
+
+TEST_F(HeadingMap, AFontMappedByItsStringKeepsItsLevel) {
+    document.listH1H2H3Config() = {{1, "H1", "24.5 Helvetica Bold", std::nullopt}};
+    document.reloadHeadingMap();
+    selectText("Chapter title");
+    perform("useSelectionforH3:");
+    ASSERT_EQ(document.listH1H2H3Config().size(), 1);
+    EXPECT_EQ(document.listH1H2H3Config()[0].levelNumber, 1);
 }
 
 TEST_F(HeadingMap, ARememberedMapIsLoaded) {

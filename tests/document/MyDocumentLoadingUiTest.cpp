@@ -228,12 +228,26 @@ TEST_F(Loading, ADocumentMayCloseWhileItsOffsetIsEstimated) {
 
 TEST_F(Loading, TheDividersStandWhereTheyShould) {
     open(pages(1));
+    const SplitView &split = *document.splitViewTopLevel();
+    ASSERT_EQ(split.subviewCount(), 3);
+    EXPECT_EQ(split.positionOfDividerAtIndex(0), 200);
+    EXPECT_EQ(split.positionOfDividerAtIndex(1), 600 + split.dividerThickness())
+        << "as near to 600 as the least widths of two panes and the divider between them allow";
+    document.window()->show();
     document.window()->resize(1300, 800);
-    const auto panes = document.splitViewTopLevel()->subviews();
-    ASSERT_EQ(panes.size(), 3);
-    EXPECT_EQ(panes[0]->width(), 200);
-    EXPECT_GE(panes[1]->width(), 400);
-    EXPECT_GE(panes[2]->width(), 300);
+    EXPECT_EQ(split.positionOfDividerAtIndex(0), 200);
+    EXPECT_GT(split.positionOfDividerAtIndex(1), 600 + split.dividerThickness())
+        << "the pages get what is new";
+}
+
+TEST_F(Loading, TheThumbnailsAreAsHighAsTheyShould) {
+    PdfBuilder pdf;
+    pdf.addPage("", "/MediaBox [0 0 300 600]");
+    open(pdf);
+    EXPECT_EQ(document.pdfthumbs()->thumbnailSize(), QSizeF(85, 170));
+    EXPECT_EQ(document.pdfthumbs()->maximumNumberOfColumns(), 0);
+    EXPECT_EQ(document.pdfthumbs()->labelFont().pointSizeF(), 17);
+    EXPECT_EQ(document.pdfthumbs()->pdfView(), document.pdfview());
 }
 
 TEST_F(Loading, TheWindowCanNotBeMadeTooNarrowForItsPanes) {

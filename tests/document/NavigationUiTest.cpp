@@ -82,6 +82,26 @@ TEST_F(Navigation, AnUnknownLabelShowsTheFirstPage) {
     EXPECT_EQ(currentPage(), 0);
 }
 
+/// A document whose last pages have no labels.
+class NavigationWithoutLabels : public Navigation {
+protected:
+    void SetUp() override {
+        PdfBuilder pdf;
+        pdf.addNumberedPages(5);
+        pdf.setCatalogEntry("/PageLabels", "<< /Nums [0 << /S /D >> 3 << >>] >>");
+        open(pdf);
+    }
+};
+
+TEST_F(NavigationWithoutLabels, AnEmptyLabelIsOneAndAnAbsentOneIsNone) {
+    EXPECT_FALSE(document.pdfDoc()->page(4)->label().isNull());
+    EXPECT_EQ(document.getRealPageArrayIndex(QStringLiteral("")), 4);
+    EXPECT_EQ(document.getRealPageArrayIndex({}), std::nullopt);
+    document.pdfview()->goToPage(document.pdfDoc()->page(1));
+    document.actions().perform("moveToPageOfOutlineItem:");
+    EXPECT_EQ(currentPage(), 0) << "nothing is selected";
+}
+
 TEST_F(Navigation, APrintedPageNumberGoesThroughTheOffset) {
     document.setPrintedPageOffset(4);
     document.navigation().moveToPageLabel("P3");

@@ -19,13 +19,21 @@ public:
     QString pageLabel(int index) const override { return QString::number(index + 1); }
     std::shared_ptr<const PageText> pageText(int index) const override {
         ++reads_.at(static_cast<size_t>(index));
+        ++total_;
+        total_.notify_all();
         return std::make_shared<const PageText>();
     }
 
+    /// Waits until pages were read as often as this, in all.
+    void waitForReads(int count) const {
+        for (int seen = total_; seen < count; seen = total_)
+            total_.wait(seen);
+    }
     std::vector<int> reads() const { return {reads_.begin(), reads_.end()}; }
 
 private:
     mutable std::vector<std::atomic<int>> reads_;
+    mutable std::atomic<int> total_ = 0;
 };
 
 TEST(PageWarming, FewPagesAreForOneThread) {
@@ -55,6 +63,17 @@ TEST(PageWarming, StopsWhenAskedTo) {
     stop.request_stop();
     warmPages(pages, {0, 6}, stop.get_token());
     EXPECT_THAT(pages.reads(), Each(0));
+}
+
+TEST(PageWarming, AWarmerReadsItsStretchesAndNoPageTwice) {
+    for (const auto &[count, warmed] : {std::pair(1, 1), std::pair(449, 448)}) {
+        const CountingPages pages(count);
+        const PageWarmer warmer(pages);
+        pages.waitForReads(warmed);
+        std::vector<int> expected(static_cast<size_t>(count), 0);
+        std::fill_n(expected.begin(), warmed, 1);
+        EXPECT_EQ(pages.reads(), expected);
+    }
 }
 
 TEST(PageWarming, AWarmerMayGoAtAnyTime) {

@@ -126,6 +126,19 @@ TEST_F(Saving, AFailedWriteLeavesTheFileAndTheEditedState) {
     EXPECT_EQ(document.saveProgress()->saveWindow(), nullptr) << "the sheet ends all the same";
 }
 
+TEST_F(Saving, APreviewThatCannotBeWrittenIsNeitherShownNorOpened) {
+    previewBeforeSaving();
+    ASSERT_TRUE(QDir().mkpath(preview()));  // a folder is in the way
+    edit("Changed");
+    platform.answers = {GenerateTemporaryPDF};
+    perform("saveDocument:");
+    perform("openPDFInDefaultApp:");
+    EXPECT_THAT(platform.revealedFiles, IsEmpty());
+    EXPECT_THAT(platform.openedFiles, IsEmpty());
+    EXPECT_TRUE(document.isDocumentEdited());
+    EXPECT_TRUE(fileIsUntouched());
+}
+
 TEST_F(Saving, ThereIsNoAutosave) {
     EXPECT_FALSE(MyDocument::autosavesInPlace());
 }

@@ -11,6 +11,9 @@ int main(int argc, char **argv) {
     if (testing::GTEST_FLAG(list_tests)) return RUN_ALL_TESTS();
     const leafwright::test::XServer server;
     qputenv("QT_QPA_PLATFORM", "xcb");
+    // Nothing here needs a session bus: the one of whoever runs the tests is left alone, and none is launched
+    // for the server.
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     const QApplication application(argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -23,6 +23,7 @@ TEST(PageLabels, EveryStyle) {
     EXPECT_EQ(pageNumberInStyle(27, PageLabelStyle::UpperLetters), "AA");
     EXPECT_EQ(pageNumberInStyle(53, PageLabelStyle::LowerLetters), "aaa");
     EXPECT_EQ(pageNumberInStyle(7, PageLabelStyle::None), "");
+    EXPECT_FALSE(pageNumberInStyle(7, PageLabelStyle::None).isNull());
 }
 
 TEST(PageLabels, PrefixAndStart) {

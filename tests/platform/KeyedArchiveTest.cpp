@@ -16,6 +16,15 @@ TEST(KeyedArchive, GivesBackWhatWasPutIn) {
     EXPECT_TRUE(read->decode("other").isNull());
 }
 
+TEST(KeyedArchive, KeepsTheOrderOfWhatWasPutIn) {
+    KeyedArchive archive;
+    archive.encode("1", "z");
+    archive.encode("2", "a");
+    const QByteArray data = archive.data();
+    EXPECT_EQ(data, QByteArray::fromHex("a2617a613161616132"));  // {"z": "1", "a": "2"}
+    EXPECT_EQ(KeyedArchive::unarchive(data)->data(), data);
+}
+
 TEST(KeyedArchive, EmptyTextsAreNotAbsent) {
     KeyedArchive archive;
     archive.encode("", "pageLabel");

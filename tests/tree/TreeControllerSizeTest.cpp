@@ -46,6 +46,17 @@ TEST_F(ManySiblings, ComeGoAndMoveByOne) {
     }
 }
 
+TEST_F(ManySiblings, ComeAndGoOneByOne) {
+    MyOutlineItem::Children items = root.takeChildren();
+    for (size_t i = 0; i < count; ++i)
+        root.insertObjectInChildrenAtIndex(std::move(items[i]), i);
+    EXPECT_EQ(controller.nodeCount(), count);
+    EXPECT_EQ(at(count - 1).representedObject()->pageTitle(), QString::number(count - 1));
+    for (size_t i = count; i > 0; --i)
+        root.removeObjectFromChildrenAtIndex(i - 1);
+    EXPECT_EQ(controller.nodeCount(), 0u);
+}
+
 TEST_F(ManySiblings, MoveTogetherAndBack) {
     TreeNode &target = controller.insertObjectAtArrangedObjectIndexPath(test::newItem("target"), {0});
     const std::vector<TreeNode *> moving(controller.arrangedObjects().childNodes().begin() + 1,
