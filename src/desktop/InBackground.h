@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QEventLoop>
 
 #include <exception>
@@ -23,7 +24,7 @@ auto inBackground(Function &&function) {
             } catch (...) {
                 failure = std::current_exception();
             }
-            QMetaObject::invokeMethod(&loop, &QEventLoop::quit, Qt::QueuedConnection);
+            QCoreApplication::postEvent(&loop, new QEvent(QEvent::Quit));
         });
         loop.exec(QEventLoop::ExcludeUserInputEvents);
     }

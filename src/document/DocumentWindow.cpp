@@ -32,7 +32,7 @@ namespace leafwright {
 namespace {
 
 const QString geometryKey = QStringLiteral("documentWindowGeometry");
-constexpr QSize firstSize{1200, 800};
+constexpr QSize firstSize{1060, 800};
 constexpr std::array menus{Menu::File,     Menu::Edit, Menu::Outline, Menu::Titles,
                            Menu::Contents, Menu::View, Menu::Help};
 

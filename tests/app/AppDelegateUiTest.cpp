@@ -274,6 +274,7 @@ TEST_F(Commands, RecentFilesAreInTheFileMenuRightAfterOpen) {
     EXPECT_EQ(document(1).pdfURL(), second);
     recent[3]->trigger();
     EXPECT_FALSE(fileMenu().at(1)->menu()->isEnabled());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 TEST_F(Commands, QuittingClosesAllDocumentsUnlessOneIsKept) {
@@ -287,6 +288,7 @@ TEST_F(Commands, QuittingClosesAllDocumentsUnlessOneIsKept) {
     platform.answers = {discard};
     EXPECT_TRUE(perform("terminate:"));
     EXPECT_TRUE(delegate.documentController().documents().empty());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 TEST_F(Commands, TheItemOfTheUpdateCheckIsTheNewestWindows) {

@@ -9,6 +9,8 @@
 #include <QFileInfo>
 #include <QThread>
 
+#include <atomic>
+
 namespace leafwright {
 
 /// The desktop's document portal: shows each document as a link below its mount point.
@@ -21,7 +23,7 @@ public:
 
     QStringList documents;  ///< Paths; the index is the document's identifier.
     QList<uint> flags;
-    bool refuses = false;
+    std::atomic<bool> refuses = false;  ///< Read on the thread of the bus.
 
     QString place(int document) const { return mountPoint_ + "/doc" + QString::number(document); }
 
@@ -145,8 +147,8 @@ TEST_F(PortalBookmarksTest, WithdrawnLeaveLeadsNowhere) {
 }
 
 TEST_F(PortalBookmarksTest, APortalThatRefusesGivesNoBookmark) {
-    startPortal();
     portal.refuses = true;
+    startPortal();
     EXPECT_TRUE(PortalBookmarks(asking).bookmarkDataForURL(file("a.pdf")).isNull());
 }
 

@@ -138,7 +138,7 @@ public:
 protected:
     bool eventFilter(QObject *object, QEvent *event) override {
         const QString name = object->objectName();
-        if (event->type() == QEvent::Show && name.startsWith("guessPDFIndicator")) steps += name.back();
+        if (name.startsWith("guessPDFIndicator") && event->type() == QEvent::Show) steps += name.back();
         return false;
     }
 };
