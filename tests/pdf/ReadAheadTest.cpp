@@ -26,13 +26,21 @@ public:
     QString pageLabel(int index) const override { return QString::number(index + 1); }
     std::shared_ptr<const PageText> pageText(int index) const override {
         ++reads_.at(static_cast<size_t>(index));
+        ++total_;
+        total_.notify_all();
         return std::make_shared<const PageText>();
     }
 
+    /// Waits until pages were read as often as this, in all.
+    void waitForReads(int count) const {
+        for (int seen = total_; seen < count; seen = total_)
+            total_.wait(seen);
+    }
     std::vector<int> reads() const { return {reads_.begin(), reads_.end()}; }
 
 private:
     mutable std::vector<std::atomic<int>> reads_;
+    mutable std::atomic<int> total_ = 0;
 };
 
 TEST(WarmingStretches, OneThreadPer150Pages) {
@@ -43,6 +51,7 @@ TEST(WarmingStretches, OneThreadPer150Pages) {
     EXPECT_THAT(warmingStretches(300), ElementsAre(PageStretch{0, 150}, PageStretch{150, 300}));
     EXPECT_THAT(warmingStretches(450),
                 ElementsAre(PageStretch{0, 150}, PageStretch{150, 300}, PageStretch{300, 450}));
+    EXPECT_EQ(warmingStretches(1500).size(), 10U);
 }
 
 TEST(WarmingStretches, RemainderIsNotWarmed) {
@@ -75,7 +84,18 @@ TEST(ReadAllPages, ReadsEachOnce) {
     readAllPages(CountingPages(0));
 }
 
-TEST(PageWarmer, ReadsNothingTwiceAndEndsWithItsThreads) {
+TEST(PageWarmer, ReadsItsStretchesAndNoPageTwice) {
+    for (const auto &[count, warmed] : {std::pair(1, 1), std::pair(449, 448)}) {
+        const CountingPages pages(count);
+        const PageWarmer warmer(pages);
+        pages.waitForReads(warmed);
+        std::vector<int> expected(static_cast<size_t>(count), 0);
+        std::fill_n(expected.begin(), warmed, 1);
+        EXPECT_EQ(pages.reads(), expected);
+    }
+}
+
+TEST(PageWarmer, MayGoAtAnyTime) {
     const CountingPages pages(449);
     { const PageWarmer warmer(pages); }
     EXPECT_THAT(pages.reads(), Each(testing::Le(1)));
