@@ -109,6 +109,7 @@ private:
         QPointF point;
     };
 
+    // NOLINTNEXTLINE(misc-no-recursion): as deep as the guide's headings
     QJsonArray entriesFrom(qsizetype &next, int level) const {
         QJsonArray result;
         while (next < entries_.size() && entries_[next].level >= level) {

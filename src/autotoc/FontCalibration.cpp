@@ -69,7 +69,7 @@ QStringList headingFontStrings(const FontStringCensus &census, const FrequencyFi
     return fonts;
 }
 
-CalibratedLevels::CalibratedLevels(const QStringList &orderedFonts) : orderedFonts_(orderedFonts) {
+CalibratedLevels::CalibratedLevels(QStringList orderedFonts) : orderedFonts_(std::move(orderedFonts)) {
     if (!orderedFonts_.isEmpty()) rerank(orderedFonts_.last(), 1);
 }
 

@@ -42,7 +42,7 @@ QStringList headingFontStrings(const FontStringCensus &census, const FrequencyFi
 class CalibratedLevels {
 public:
     /// @param orderedFonts by ascending size: the first gets the deepest level, the last level 1
-    explicit CalibratedLevels(const QStringList &orderedFonts);
+    explicit CalibratedLevels(QStringList orderedFonts);
 
     /// 1 is the top level; nothing for a font that makes no headings.
     std::optional<int> level(const QString &fontString) const;

@@ -1,7 +1,6 @@
 #include "tree/TreeController.h"
 
 #include <algorithm>
-#include <ranges>
 #include <stdexcept>
 
 namespace leafwright {
@@ -16,8 +15,16 @@ constexpr QLatin1String childrenKey("children");
 /// for no larger one.
 template <typename Condition>
 size_t countWhile(size_t limit, Condition &&holds) {
-    const auto counts = std::views::iota(size_t{0}, limit);
-    return static_cast<size_t>(std::ranges::partition_point(counts, holds) - counts.begin());
+    size_t count = 0;
+    while (count < limit) {
+        const size_t middle = count + (limit - count) / 2;
+        if (holds(middle)) {
+            count = middle + 1;
+        } else {
+            limit = middle;
+        }
+    }
+    return count;
 }
 
 // Every change of an item's children is told by itself, and each is one item that came, one that left, or a

@@ -143,9 +143,9 @@ void TreeController::spliceNodes(const BlockMove &move) {
     splice(move.source.children_, move.first, move.count, move.target.children_, move.gap);
     if (&move.source == &move.target) {
         // Only those between the old place and the new one have other rows.
-        const size_t lowest = std::min(move.first, move.gap);
-        const size_t behind = std::max(move.first + move.count, move.gap);
-        if (move.source.numberedRows_ >= lowest) move.source.numberRows(lowest, behind);
+        const size_t from = std::min(move.first, move.gap);
+        const size_t to = std::max(move.first + move.count, move.gap);
+        if (move.source.numberedRows_ >= from) move.source.numberRows(from, to);
         return;
     }
     move.source.childrenChangedFrom(move.first);
@@ -177,6 +177,8 @@ void TreeController::moveScattered(const std::vector<TreeNode *> &nodes, TreeNod
     ++structureRevision_;
 }
 
+// Not static, because it changes what the controller shows.
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static)
 void TreeController::rearrange(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap) {
     std::vector<TreeNode *> parents{&target};
     for (const TreeNode *node : nodes)

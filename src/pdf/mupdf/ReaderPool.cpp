@@ -9,7 +9,7 @@ ReaderPool::ReaderPool(std::shared_ptr<const FileHandle> file, std::shared_ptr<c
     : ReaderPool(std::move(file), std::move(pages),
                  std::max(1, static_cast<int>(std::thread::hardware_concurrency()))) {
     idle_.push_back(std::move(first));
-    made_ = 1;
+    made_ = 1;  // NOLINT(cppcoreguidelines-prefer-member-initializer): the other constructor made the members
 }
 
 ReaderPool::ReaderPool(std::shared_ptr<const FileHandle> file, std::shared_ptr<const PageTree> pages,
