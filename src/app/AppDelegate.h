@@ -32,7 +32,7 @@ public:
     ~AppDelegate() override;
 
     /// Never: there are no empty documents.
-    bool applicationShouldOpenUntitledFile() const { return false; }
+    static bool applicationShouldOpenUntitledFile() { return false; }
     /// Makes the update checker, opens the user guide if the setting says so, and explains the double click.
     void applicationDidFinishLaunching();
     /// Opens files; those that can't be opened are told of one by one.

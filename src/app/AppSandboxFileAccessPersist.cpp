@@ -33,7 +33,7 @@ QByteArray AppSandboxFileAccessPersist::bookmarkDataForURL(const QUrl &url) {
     return onMainThread([&]() -> QByteArray {
         for (QUrl each = withoutSlashAtEnd(url); each.path().size() >= shortestPath; each = parentOf(each)) {
             for (const QUrl &form : {each, asFolder(each)}) {
-                const QByteArray data = defaults_.dataForKey(keyForBookmarkDataForURL(form));
+                QByteArray data = defaults_.dataForKey(keyForBookmarkDataForURL(form));
                 if (!data.isNull()) return data;
             }
         }

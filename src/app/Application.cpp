@@ -35,8 +35,8 @@ QStringList absolutePaths(const QStringList &arguments) {
 
 struct Start {
     QStringList files;
-    bool choose;   ///< Ask for a file if nothing is to be shown.
-    bool service;  ///< Started by the message bus, which says in a moment what for.
+    bool choose = false;   ///< Ask for a file if nothing is to be shown.
+    bool service = false;  ///< Started by the message bus, which says in a moment what for.
 };
 
 Start parseArguments(const QApplication &application) {

@@ -46,6 +46,7 @@ class DesktopApplicationAdaptor : public QDBusAbstractAdaptor {
 public:
     DesktopApplicationAdaptor(DesktopApplication &application, QDBusConnection bus);
 
+    // NOLINTNEXTLINE(readability-redundant-access-specifiers): moc reads it
 public Q_SLOTS:
     void Activate(const QVariantMap &platformData);
     void Open(const QStringList &uris, const QVariantMap &platformData);

@@ -10,7 +10,7 @@ namespace leafwright {
 
 namespace {
 
-constexpr qsizetype longestNotes = 64 * 1024;  // characters of HTML
+constexpr qsizetype longestNotes = qsizetype{64} * 1024;  // characters of HTML
 
 /// One <item>, as it stands there.
 struct FeedItem {

@@ -17,11 +17,11 @@ bool OutlineView::isUnderPointer(const QModelIndex &index) const {
 
 bool OutlineView::isBeingEdited(const QModelIndex &index) const {
     if (state() != EditingState) return false;
-    for (const int column : {TreeController::TitleColumn, TreeController::PageColumn}) {
+    const auto hasEditor = [&](int column) {
         const QWidget *editor = indexWidget(index.siblingAtColumn(column));
-        if (editor && editor->hasFocus()) return true;
-    }
-    return false;
+        return editor && editor->hasFocus();
+    };
+    return hasEditor(TreeController::TitleColumn) || hasEditor(TreeController::PageColumn);
 }
 
 void OutlineView::drawRow(QPainter *painter, const QStyleOptionViewItem &option,

@@ -218,6 +218,8 @@ void PDFView::restore(const Anchor &anchor) {
 
 // Places
 
+// Not static: which box is displayed is a matter of the view.
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static)
 Rect PDFView::boundsForDisplayBox(const PDFPage *page) const {
     return page ? page->cropBox() : Rect();
 }

@@ -63,7 +63,7 @@ QString relativePlace(const QString &path, const QString &folder) {
 
 }  // namespace
 
-PortalBookmarks::PortalBookmarks(const QDBusConnection &bus) : bus_(bus) {
+PortalBookmarks::PortalBookmarks(QDBusConnection bus) : bus_(std::move(bus)) {
     qDBusRegisterMetaType<QList<QDBusUnixFileDescriptor>>();
 }
 

@@ -13,7 +13,7 @@ namespace leafwright {
 class PortalBookmarks final : public SecurityScopedBookmarks {
 public:
     /// @param bus where the portal is asked
-    explicit PortalBookmarks(const QDBusConnection &bus);
+    explicit PortalBookmarks(QDBusConnection bus);
 
     /// Null also if the portal can't be reached or refuses, which is logged.
     QByteArray bookmarkDataForURL(const QUrl &url) override;

@@ -111,7 +111,7 @@ std::optional<QString> QtPlatform::runOpenPanel(const FilePanel &panel) {
 std::optional<QString> QtPlatform::runSavePanel(const FilePanel &panel) {
     FilePanel proposal = panel;
     while (true) {
-        const auto path = runPanel(proposal, QFileDialog::AcceptSave);
+        auto path = runPanel(proposal, QFileDialog::AcceptSave);
         if (!path || hasAllowedType(*path, panel)) return path;
         // The dialog adds the extension to names that have none. Another one gets it here, and the panel is
         // shown once more, since the name that comes of it may be that of a file.
@@ -139,7 +139,7 @@ void QtPlatform::openURL(const QUrl &url) {
 QString QtPlatform::temporaryDirectory() {
     // The system's folder is open to all, so what stands there under a name that can be guessed may be a
     // trap.
-    const QString path = QStringLiteral("%1/leafwright-%2").arg(QDir::tempPath()).arg(getuid());
+    QString path = QStringLiteral("%1/leafwright-%2").arg(QDir::tempPath()).arg(getuid());
     const QByteArray name = QFile::encodeName(path);
     mkdir(name.constData(), S_IRWXU);
     struct stat status {};

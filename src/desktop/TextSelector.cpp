@@ -29,8 +29,8 @@ bool belongsToWord(QChar character) {
 
 }  // namespace
 
-TextSelector::TextSelector(const QString &text, std::vector<Rect> boxes)
-    : text_(text), boxes_(std::move(boxes)) {
+TextSelector::TextSelector(QString text, std::vector<Rect> boxes)
+    : text_(std::move(text)), boxes_(std::move(boxes)) {
     // Both are read apart; a page whose reading is cut short may give fewer boxes than characters.
     boxes_.resize(static_cast<size_t>(text_.size()));
     int begin = 0;

@@ -11,7 +11,7 @@ public:
     TextSelector() = default;
     /// @param text lines, each ended by a line feed
     /// @param boxes of its UTF-16 units; empty ones belong to what can't be seen
-    TextSelector(const QString &text, std::vector<Rect> boxes);
+    TextSelector(QString text, std::vector<Rect> boxes);
 
     int length() const { return static_cast<int>(text_.size()); }
     /// The caret nearest to a point: before or behind the nearest character of the nearest line. Without

@@ -133,7 +133,7 @@ bool OutlineDelegate::acceptOther(const TreeNode *item, int childIndex) {
     return draggedNewTOCItem_ && insertDraggedItem(path);
 }
 
-IndexPath OutlineDelegate::insertionPath(const TreeNode *item, size_t childIndex) const {
+IndexPath OutlineDelegate::insertionPath(const TreeNode *item, size_t childIndex) {
     return (item ? item->indexPath() : IndexPath()).indexPathByAddingIndex(childIndex);
 }
 

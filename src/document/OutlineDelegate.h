@@ -42,7 +42,7 @@ private:
     DragOperation validateItems(const QObject *source, const TreeNode *proposedItem) const;
     bool acceptPoint(const TreeNode *item, int childIndex);
     bool acceptOther(const TreeNode *item, int childIndex);
-    IndexPath insertionPath(const TreeNode *item, size_t childIndex) const;
+    static IndexPath insertionPath(const TreeNode *item, size_t childIndex);
     bool insertDraggedItem(const IndexPath &path);
     void changed();
 

@@ -78,7 +78,8 @@ constexpr Kind rows{QT_TRANSLATE_NOOP("ScriptStep", "an array of rows, counted f
 constexpr Kind fromOne{QT_TRANSLATE_NOOP("ScriptStep", "a whole number from 1"),
                        [](const QJsonValue &value) { return isWhole(value, 1); }};
 constexpr Kind whole{QT_TRANSLATE_NOOP("ScriptStep", "a whole number"), [](const QJsonValue &value) {
-                         return value.isDouble() && value.toDouble() == value.toInteger();
+                         return value.isDouble() &&
+                                value.toDouble() == static_cast<double>(value.toInteger());
                      }};
 constexpr Kind seconds{QT_TRANSLATE_NOOP("ScriptStep", "a number from 0"),
                        [](const QJsonValue &value) { return value.toDouble(-1) >= 0; }};
@@ -192,7 +193,7 @@ std::optional<QString> problemOf(Step &step) {
     const auto found = std::ranges::find_if(
         gestures(), [&](const Form &form) { return step.name == QLatin1String(form.name); });
     if (found == gestures().end()) return translated("there is no such step");
-    if (const auto problem = problemOfArguments(step, found->arguments)) return problem;
+    if (auto problem = problemOfArguments(step, found->arguments)) return problem;
     return problemOfCombination(step);
 }
 

@@ -112,7 +112,7 @@ TEST_F(Delegate, AfterAFirstLaunchEditingNeedsTheCommandKey) {
 }
 
 TEST_F(Delegate, WithoutTheGuideALaunchShowsNoWindowAtAll) {
-    EXPECT_FALSE(delegate.applicationShouldOpenUntitledFile());
+    EXPECT_FALSE(AppDelegate::applicationShouldOpenUntitledFile());
     platform.userDefaults().setValue("LeafwrightShowHelpOnStart", false);
     delegate.applicationDidFinishLaunching();
     EXPECT_TRUE(delegate.documentController().documents().empty());
