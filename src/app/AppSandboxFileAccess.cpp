@@ -35,7 +35,7 @@ QString nearestExistingPath(QString path) {
 /// Keeps a resource in use.
 class Access {
 public:
-    Access(SecurityScopedBookmarks &bookmarks, const QUrl &url) : bookmarks_(bookmarks), url_(url) {
+    Access(SecurityScopedBookmarks &bookmarks, QUrl url) : bookmarks_(bookmarks), url_(std::move(url)) {
         bookmarks_.startAccessing(url_);
     }
     ~Access() { bookmarks_.stopAccessing(url_); }
@@ -137,7 +137,7 @@ QByteArray AppSandboxFileAccess::persistPermissionPath(const QString &path) {
 
 QByteArray AppSandboxFileAccess::persistPermissionURL(const QUrl &url) {
     assertParameter(!url.isEmpty(), "url");
-    const QByteArray data = bookmarks_->bookmarkDataForURL(url);
+    QByteArray data = bookmarks_->bookmarkDataForURL(url);
     const auto store = bookmarkPersistanceDelegate();
     if (!data.isNull() && store) store->setBookmarkDataForURL(data, url);
     return data;

@@ -9,7 +9,7 @@ namespace leafwright {
 QString resourcePath(const QString &fileName) {
     const QDir programs(QCoreApplication::applicationDirPath());
     for (const char *place : {"../share/leafwright", "../docs"}) {
-        const QString path = QDir::cleanPath(programs.filePath(QString::fromLatin1(place) + u'/' + fileName));
+        QString path = QDir::cleanPath(programs.filePath(QString::fromLatin1(place) + u'/' + fileName));
         if (QFileInfo::exists(path)) return path;
     }
     return {};

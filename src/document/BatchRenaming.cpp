@@ -75,7 +75,7 @@ void BatchRenaming::renameSelected(const Rewrite &rewrite) {
 void BatchRenaming::renameSelectedTOCItemsWithPrefix(const SequentialNumbering &numbering, qint32 firstNumber,
                                                      qint32 stepValue) {
     renameSelected([&numbering, number = firstNumber, stepValue](const QString &title) mutable {
-        const QString result = numberedTitle(title, numbering, number);
+        QString result = numberedTitle(title, numbering, number);
         number = wrappingSum(number, stepValue);
         return result;
     });
