@@ -92,12 +92,12 @@ std::optional<QString> play(const std::vector<script::Step> &steps, const Reques
     {
         script::ScriptPlayer player(files, report.recorder());
         if (const auto error = player.open(request.file)) return openFailure(request.file, *error);
-        if (const auto failure = player.play(steps)) return request.steps + QLatin1String(": ") + *failure;
+        if (auto failure = player.play(steps)) return request.steps + QLatin1String(": ") + *failure;
         if (!request.out.isEmpty())
-            if (const auto failure = writeOutcome(player, request.out, files)) return failure;
+            if (auto failure = writeOutcome(player, request.out, files)) return failure;
     }
-    if (const auto failure = report.finish()) return failure;
-    if (const auto failure = files.publish()) return failure;
+    if (auto failure = report.finish()) return failure;
+    if (auto failure = files.publish()) return failure;
     if (printsReport) report.print(console);
     return std::nullopt;
 }

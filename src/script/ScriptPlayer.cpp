@@ -96,6 +96,8 @@ bool ScriptPlayer::perform(const Step &step, std::vector<ShownSheet> &sheets) {
     return true;
 }
 
+// Not const, because the sheet's end changes the document.
+// NOLINTNEXTLINE(readability-make-member-function-const)
 void ScriptPlayer::answerOpenSheet(const Step &step, std::vector<ShownSheet> &sheets) {
     Sheet *sheet = document() ? document()->openSheet() : nullptr;
     if (!sheet || !sheet->isVisible()) return;
