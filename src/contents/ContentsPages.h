@@ -1,0 +1,93 @@
+#pragma once
+
+#include "pdf/PageTransform.h"
+
+#include <QRgb>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace leafwright {
+
+// What Find Contents reads of a document. All places are on the page as it is shown (see PageTransform): in
+// points, with the origin at the top left of the crop box, x to the right and y down.
+
+/// Characters that follow each other in one font, size and colour on one baseline, as the content has them.
+struct TextSpan {
+    /// In Unicode, in reading order as far as the file tells. Blanks that the content has, or that gaps of at
+    /// least 0.14 of the size stand for, may be in it.
+    QString text;
+    QRectF box;           ///< From the font's ascender to its descender, from the first glyph to the last.
+    double baseline = 0;  ///< y of the first character's origin that is not raised against the others.
+    double size = 0;      ///< The font's size as it is shown.
+    QString fontName;     ///< As in the file; may have a subset's prefix.
+    bool bold = false;    ///< What the font's descriptor says; names are looked at by the stages.
+    bool italic = false;
+    bool mono = false;
+    QPointF direction{1, 0};  ///< Unit vector in which the text runs; (0, -1) is up.
+    QRgb color = 0xff000000;
+    /// The left edge (for vertical text, the beginning) of each UTF-16 unit of the text; empty where unknown.
+    std::vector<float> starts;
+};
+
+/// An area of a page that leads to a place in the document.
+struct ContentsLink {
+    QRectF box;
+    int targetPage = 0;  ///< 0-based, within the document.
+    std::optional<QPointF>
+        targetPoint;  ///< On the target page as it is shown; absent for the page as a whole.
+};
+
+/// What stands on a page, and where.
+struct PageEvidence {
+    Rect visibleBox;   ///< The crop box, in page space.
+    int rotation = 0;  ///< Clockwise, one of 0, 90, 180 and 270 degrees.
+    /// In content order; spans of blanks alone are left out.
+    std::vector<TextSpan> spans;
+    std::vector<ContentsLink> links;  ///< Links within the document, in the order of the file.
+
+    PageTransform transform() const { return {visibleBox, rotation}; }
+};
+
+/// A destination with a name (ISO 32000-1, 12.3.2.3).
+struct NamedPlace {
+    QString name;
+    int pageIndex = 0;
+    std::optional<QPointF> point;  ///< On the page as it is shown; absent for the page as a whole.
+};
+
+/// A heading of the document's structure (ISO 32000-1, 14.8.4.3.2): elements H and H1 to H6, after role
+/// mapping.
+struct StructureHeading {
+    int level = 0;  ///< 1 to 6; 0 for H.
+    int pageIndex = 0;
+    QString text;
+};
+
+/// What is said of the document as a whole.
+struct DocumentEvidence {
+    /// The printed name of each page; empty in a document that has no page labels (ISO 32000-1, 12.4.2).
+    QStringList pageLabels;
+    std::vector<NamedPlace> namedPlaces;
+    std::vector<StructureHeading> headings;  ///< In the order of the structure.
+    QString
+        producer;  ///< The entries Producer and Creator of the document's information, with a blank between.
+};
+
+/// Pages as Find Contents needs them. A PDF document gives them; tests make others.
+class ContentsPages {
+public:
+    virtual ~ContentsPages() = default;
+
+    virtual int pageCount() const = 0;
+    /// What is on a page; never null. Asked for once a page, from several threads at a time.
+    /// @param index 0-based, within range.
+    virtual std::shared_ptr<const PageEvidence> pageEvidence(int index) const = 0;
+    /// What is said of the document; asked for once.
+    virtual DocumentEvidence documentEvidence() const = 0;
+};
+
+}  // namespace leafwright
