@@ -6,7 +6,8 @@ function(leafwright_configure target)
     QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH QT_NO_KEYWORDS
     QT_DISABLE_DEPRECATED_BEFORE=0x060400)
   target_compile_options(${target} PRIVATE
-    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wcast-qual -Woverloaded-virtual)
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Wcast-qual -Woverloaded-virtual
+    -fno-semantic-interposition)
   if(LEAFWRIGHT_WERROR)
     target_compile_options(${target} PRIVATE -Werror)
   endif()
@@ -17,14 +18,41 @@ function(leafwright_configure target)
   endif()
 endfunction()
 
-# leafwright_library(<name> SOURCES ... [DEPENDS ...]): a folder of src/ as a static library.
-# DEPENDS is public: it says which folders this one may include.
+# leafwright_library(<name> SOURCES ... [DEPENDS ...] [PRIVATE_DEPENDS ...] [WIDGETS]): a folder of src/. Its objects
+# go into the library that all programs share; see src/CMakeLists.txt.
+# DEPENDS is public: it says which folders this one may include, and a test holds it to that.
+# WIDGETS: the folder draws on Qt Widgets.
 function(leafwright_library name)
-  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS;PRIVATE_DEPENDS" ${ARGN})
-  add_library(${name} STATIC ${ARG_SOURCES})
+  cmake_parse_arguments(ARG "WIDGETS" "" "SOURCES;DEPENDS;PRIVATE_DEPENDS" ${ARGN})
+  add_library(${name} OBJECT ${ARG_SOURCES})
   leafwright_configure(${name})
   target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
   target_link_libraries(${name} PUBLIC ${ARG_DEPENDS} PRIVATE ${ARG_PRIVATE_DEPENDS})
-  target_precompile_headers(${name} PRIVATE
-    <QByteArray> <QHash> <QPointF> <QString> <algorithm> <memory> <optional> <vector>)
+  if(ARG_WIDGETS)
+    target_precompile_headers(${name} REUSE_FROM leafwright_widget_headers)
+  else()
+    target_precompile_headers(${name} REUSE_FROM leafwright_core_headers)
+  endif()
+  set_property(GLOBAL APPEND PROPERTY LEAFWRIGHT_LIBRARIES ${name})
+endfunction()
+
+# leafwright_program(<name> SOURCES ...): a program on the shared library; found in bin/ of the build.
+function(leafwright_program name)
+  cmake_parse_arguments(ARG "" "" "SOURCES" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  leafwright_configure(${name})
+  target_link_libraries(${name} PRIVATE leafwright_shared)
+  set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+endfunction()
+
+# leafwright_precompiled(<name> DEPENDS ... HEADERS ...): headers of libraries, parsed once for all targets that
+# REUSE_FROM <name>.
+function(leafwright_precompiled name)
+  cmake_parse_arguments(ARG "" "" "DEPENDS;HEADERS" ${ARGN})
+  set(source ${CMAKE_BINARY_DIR}/precompiled/${name}.cpp)
+  file(CONFIGURE OUTPUT ${source} CONTENT "// Nothing but what is precompiled.\n")
+  add_library(${name} OBJECT ${source})
+  leafwright_configure(${name})
+  target_link_libraries(${name} PRIVATE ${ARG_DEPENDS})
+  target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
 endfunction()

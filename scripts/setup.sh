@@ -37,7 +37,11 @@ build() {
   local preset=$1
   shift
   local launcher=()
-  command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+  if command -v ccache >/dev/null; then
+    launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+    # What one checkout has compiled serves the next.
+    export CCACHE_BASEDIR=$PWD CCACHE_NOHASHDIR=1 CCACHE_SLOPPINESS=pch_defines,time_macros
+  fi
   cmake --preset "$preset" "${launcher[@]}" >&2 &&
     cmake --build --preset "$preset" ${1:+--target "$@"} >&2
 }

@@ -1,5 +1,6 @@
 #include "support/CliFiles.h"
 #include "support/CliRun.h"
+#include "support/Paths.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -32,7 +33,7 @@ protected:
 
     /// Begins to save over the file itself.
     void startSaving() {
-        saving.setProgram(QStringLiteral(LEAFWRIGHT_CLI));
+        saving.setProgram(commandLineProgram());
         saving.setArguments({"apply", path, dir.path("tree"), "-o", path});
         saving.start();
         ASSERT_TRUE(saving.waitForStarted());

@@ -5,6 +5,7 @@
 #include "support/CliFiles.h"
 #include "support/CliRun.h"
 #include "support/Corpus.h"
+#include "support/Paths.h"
 #include "support/RecordingPlatform.h"
 
 #include <gmock/gmock.h>
@@ -70,7 +71,7 @@ QString lastEntry(const QString &path) {
 }
 
 TEST_P(CorpusSeries, AMapOfOneManualFindsTheHeadingsOfAnother) {
-    const auto first = open(QStringLiteral(LEAFWRIGHT_CORPUS "/R-intro.pdf"));
+    const auto first = open(corpusPath("R-intro.pdf"));
     platform.filesToChoose = {dir.path("series.txt"), dir.path("series.txt")};
     ASSERT_TRUE(first->actions().perform("buttonClickedSaveH1H2H3Map:"));
 

@@ -2,6 +2,7 @@
 #include "support/CliFiles.h"
 #include "support/CliRun.h"
 #include "support/Corpus.h"
+#include "support/Paths.h"
 
 #include <QDir>
 
@@ -11,7 +12,7 @@ namespace leafwright::test {
 namespace {
 
 /// Finds headings, renames and moves everything, saves under another name, and goes back to that.
-const QString script = QStringLiteral(LEAFWRIGHT_SOURCE_DIR "/bench/script.json");
+const QString script = projectPath("bench/script.json");
 
 /// The titles of JSON nodes in tree order, with their depth. Recursive: the parser of the JSON has a limit.
 QStringList titlesOf(const QJsonArray &nodes, int depth = 0) {

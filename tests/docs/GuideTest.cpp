@@ -5,6 +5,7 @@
 #include "categories/RunWalk.h"
 #include "document/ActionTable.h"
 #include "support/OpenPdf.h"
+#include "support/Paths.h"
 
 #include <QDir>
 #include <QRegularExpression>
@@ -27,7 +28,7 @@ struct Line {
 
 /// The text of all chapters.
 QString chapters() {
-    const QDir folder(QStringLiteral(LEAFWRIGHT_SOURCE_DIR "/docs/guide"));
+    const QDir folder(test::projectPath("docs/guide"));
     QByteArray text;
     for (const QString &name : folder.entryList({"*.md"}, QDir::Files, QDir::Name))
         text += test::contentOf(folder.filePath(name)) + '\n';

@@ -1,6 +1,7 @@
 #include "support/CliFiles.h"
 #include "support/Corpus.h"
 #include "support/OpenPdf.h"
+#include "support/Paths.h"
 #include "support/Unprivileged.h"
 #include "support/WindowFixture.h"
 
@@ -116,7 +117,7 @@ std::vector<std::pair<qsizetype, qsizetype>> signedRanges(const QByteArray &file
 }
 
 TEST_F(SafeSaving, SignedBytesStayWhereTheyAre) {
-    const QString signedFile = QStringLiteral(LEAFWRIGHT_CORPUS "/160F-2019.pdf");
+    const QString signedFile = test::corpusPath("160F-2019.pdf");
     if (!QFile::exists(signedFile)) GTEST_SKIP() << "160F-2019.pdf is not at hand";
     ASSERT_TRUE(QFile::copy(signedFile, dir.path("signed.pdf")));
     const QByteArray before = contentOf(signedFile);

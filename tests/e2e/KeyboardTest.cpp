@@ -1,5 +1,6 @@
 #include "e2e/Hand.h"
 #include "support/OutlineText.h"
+#include "support/Paths.h"
 #include "support/PdfBuilder.h"
 #include "support/TempDir.h"
 
@@ -31,7 +32,7 @@ protected:
             environment.insert(variable, QFileInfo(file).path());
         program.setProcessEnvironment(environment);
         program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        program.start(LEAFWRIGHT_PROGRAM, {file});
+        program.start(test::desktopProgram(), {file});
         ASSERT_TRUE(program.waitForStarted());
     }
     void TearDown() override {

@@ -2,6 +2,7 @@
 #include "support/CliFiles.h"
 #include "support/CliRun.h"
 #include "support/JsonMatch.h"
+#include "support/Paths.h"
 
 #include <QDir>
 
@@ -24,8 +25,7 @@ namespace {
 // Nothing else has to be written for a new case.
 
 QString casePath(const std::string &name, const QString &file = {}) {
-    return QStringLiteral(LEAFWRIGHT_SOURCE_DIR "/tests/scripts/") + QString::fromStdString(name) + '/' +
-           file;
+    return projectPath("tests/scripts/" + QString::fromStdString(name) + '/' + file);
 }
 
 std::vector<std::string> caseNames() {

@@ -1,5 +1,7 @@
 #include "support/Corpus.h"
 
+#include "support/Paths.h"
+
 #include <QDir>
 #include <QFileInfo>
 
@@ -9,16 +11,12 @@ namespace {
 
 const char *const standIn = "NotAtHand";
 
-QString corpusPath(const std::string &name, const char *suffix) {
-    return QStringLiteral(LEAFWRIGHT_CORPUS "/") + QString::fromStdString(name) + suffix;
-}
-
 }  // namespace
 
 std::vector<std::string> corpusNames() {
     std::vector<std::string> names;
     for (const QString &file :
-         QDir(QStringLiteral(LEAFWRIGHT_CORPUS)).entryList({"*.pdf"}, QDir::Files, QDir::Name)) {
+         QDir(corpusPath()).entryList({"*.pdf"}, QDir::Files, QDir::Name)) {
         names.push_back(file.chopped(4).toStdString());
     }
     if (names.empty()) names.emplace_back(standIn);
@@ -40,11 +38,11 @@ void CorpusTest::SetUp() {
 }
 
 QString CorpusTest::pdf() {
-    return corpusPath(GetParam(), ".pdf");
+    return corpusPath(QString::fromStdString(GetParam()) + ".pdf");
 }
 
 QString CorpusTest::expectation() {
-    return corpusPath(GetParam(), ".expected.json");
+    return corpusPath(QString::fromStdString(GetParam()) + ".expected.json");
 }
 
 }  // namespace leafwright::test

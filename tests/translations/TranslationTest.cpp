@@ -1,5 +1,6 @@
 #include "document/ActionTable.h"
 #include "platform/Translation.h"
+#include "support/Paths.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -49,7 +50,7 @@ QStringList matchesOf(const QRegularExpression &pattern, const QString &text) {
 class Translations : public testing::TestWithParam<QString> {
 protected:
     std::vector<Message> messages =
-        messagesOf(QStringLiteral(LEAFWRIGHT_SOURCE_DIR "/translations/") + GetParam());
+        messagesOf(test::projectPath("translations/" + GetParam()));
 };
 
 TEST_P(Translations, HaveNoUnfinishedText) {
@@ -78,7 +79,7 @@ TEST_P(Translations, KeepEllipsesLinesAndKeysOfLetters) {
 INSTANTIATE_TEST_SUITE_P(
     All, Translations,
     testing::ValuesIn(
-        QDir(QStringLiteral(LEAFWRIGHT_SOURCE_DIR "/translations")).entryList({"*.ts"}).toVector()),
+        QDir(test::projectPath("translations")).entryList({"*.ts"}).toVector()),
     [](const auto &file) { return file.param.section('.', 0, 0).remove("leafwright_").toStdString(); });
 
 /// Translators of the application, for the test's time.
