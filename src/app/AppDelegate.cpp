@@ -55,6 +55,8 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::openFiles(const QStringList &paths) {
+    for (Document *document : documentController_.documents())
+        if (document->isBusy()) return document->whenIdle([this, paths] { openFiles(paths); });
     for (const QString &path : paths) {
         if (!QFileInfo::exists(path)) {
             // Reading a missing file fails in silence; who named it wants to know.
@@ -157,7 +159,8 @@ void AppDelegate::registerActions(MyDocument &document) {
     ActionTable &actions = document.actions();
     actions.handle("performClose:",
                    [this, &document](QObject *) { documentController_.closeDocument(document); });
-    actions.handle("openDocument:", [this](QObject *) { documentController_.openDocument(); });
+    actions.handle("openDocument:",
+                   [this, &document](QObject *) { documentController_.openDocument(&document); });
     const auto handle = [&](const char *selector, void (AppDelegate::*command)()) {
         actions.handle(selector, [this, command](QObject *) { (this->*command)(); });
     };

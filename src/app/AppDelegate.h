@@ -35,7 +35,7 @@ public:
     static bool applicationShouldOpenUntitledFile() { return false; }
     /// Makes the update checker, opens the user guide if the setting says so, and explains the double click.
     void applicationDidFinishLaunching();
-    /// Opens files; those that can't be opened are told of one by one.
+    /// Opens files; those that can't be opened are told of one by one. While a document is busy, that waits.
     void openFiles(const QStringList &paths);
     /// Shows the newest window, for a second start without files.
     void comeToFront();

@@ -5,6 +5,9 @@
 #include <QObject>
 #include <QUndoStack>
 
+#include <deque>
+#include <functional>
+
 class QWidget;
 
 namespace leafwright {
@@ -40,14 +43,44 @@ public:
     /// Null before makeWindowControllers().
     virtual QWidget *window() const = 0;
 
-    bool isDocumentEdited() const { return edited_; }
+    bool isDocumentEdited() const { return revision_ != savedRevision_; }
     void updateChangeCount(Change change);
+    /// Another number after every change that was counted.
+    quint64 revision() const { return revision_; }
+    /// Counts as saved what the document was at a revision; what changed since is still to be saved.
+    void setSavedRevision(quint64 revision);
+
+    /// While one lives, its document is left alone. It stands wherever a call handles events before it
+    /// returns: a question, a panel, a pause, work on another thread, progress that is drawn. Commands are
+    /// refused meanwhile; what whenIdle() is given waits, and so does closing.
+    class Busy {
+    public:
+        /// @param document must outlive this
+        explicit Busy(Document &document) : document_(document) { ++document_.busy_; }
+        ~Busy() { document_.endBusy(); }
+        Busy(const Busy &) = delete;
+        Busy &operator=(const Busy &) = delete;
+
+    private:
+        Document &document_;
+    };
+    bool isBusy() const { return busy_ > 0; }
+    /// Calls a function at once, or when the document is busy no more: then once events are handled, and
+    /// in the order of the calls. Dropped with the document.
+    void whenIdle(std::function<void()> function);
+
+    // What the platform asks and tells for the document, which is busy until the answer is there.
+    int runModal(const Alert &alert);
+    std::optional<QString> runOpenPanel(const FilePanel &panel);
+    std::optional<QString> runSavePanel(const FilePanel &panel);
+    /// Calls a function later, and not before the document is idle.
+    void performAfterDelay(int milliseconds, std::function<void()> function);
 
     /// What the platform records by itself, such as typing.
     QUndoStack &undoManager() { return undoManager_; }
 
     /// Asks, if there are unsaved changes, whether to save or discard them or to go on editing; saves if so
-    /// told. The document is not closed by this.
+    /// told. Refused while the document is busy. The document is not closed by this.
     Closing prepareToClose();
 
 Q_SIGNALS:
@@ -62,9 +95,16 @@ protected:
     virtual bool saveBeforeClosing() = 0;
 
 private:
+    void endBusy();
+    void callWaiting();
+    void setRevisions(quint64 revision, quint64 savedRevision);
+
     Platform &platform_;
     QUndoStack undoManager_;
-    bool edited_ = false;
+    quint64 revision_ = 0;
+    quint64 savedRevision_ = 0;
+    int busy_ = 0;  ///< How many keep the document busy, each within another.
+    std::deque<std::function<void()>> waiting_;
 };
 
 }  // namespace leafwright

@@ -56,9 +56,9 @@ std::vector<Document *> DocumentController::documents() const {
     return result;
 }
 
-void DocumentController::openDocument() {
-    const auto path =
-        platform_.runOpenPanel({.title = tr("Open PDF"), .allowedFileTypes = {QStringLiteral("pdf")}});
+void DocumentController::openDocument(Document *asking) {
+    const FilePanel panel{.title = tr("Open PDF"), .allowedFileTypes = {QStringLiteral("pdf")}};
+    const auto path = asking ? asking->runOpenPanel(panel) : platform_.runOpenPanel(panel);
     if (path) openDocumentWithContentsOfURL(*path, true);
 }
 

@@ -26,8 +26,9 @@ public:
     Document *openDocumentWithContentsOfURL(const QString &path, bool display);
     std::vector<Document *> documents() const;
 
-    /// Lets the user choose a file, and opens it.
-    void openDocument();
+    /// Lets the user choose a file, and opens it. @param asking the document from whose window that is asked;
+    /// null if there is none
+    void openDocument(Document *asking = nullptr);
     /// Closes a document unless the user wants to keep it open. @return whether it is closed
     bool closeDocument(Document &document);
     /// Closes all documents, one after the other, until the user keeps one open. @return whether all are

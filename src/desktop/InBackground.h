@@ -1,5 +1,7 @@
 #pragma once
 
+#include "desktop/Document.h"
+
 #include <QCoreApplication>
 #include <QEventLoop>
 
@@ -10,10 +12,11 @@
 namespace leafwright {
 
 /// Runs a function on another thread and returns its result when it is there. Meanwhile windows are drawn,
-/// but what the user types and clicks waits, so that for the caller it is as if the function had been called
-/// here. What the function throws is thrown here.
+/// but what the user types and clicks waits, and the document is busy, so that for the caller it is as if the
+/// function had been called here. What the function throws is thrown here.
 template <typename Function>
-auto inBackground(Function &&function) {
+auto inBackground(Document &document, Function &&function) {
+    const Document::Busy busy(document);
     std::optional<decltype(function())> result;
     std::exception_ptr failure;
     QEventLoop loop;

@@ -30,7 +30,7 @@ bool ActionTable::validateUserInterfaceItem(const QString &selector) const {
 }
 
 bool ActionTable::perform(const QString &selector, QObject *sender) const {
-    if (!validateUserInterfaceItem(selector)) return false;
+    if ((mayPerform_ && !mayPerform_()) || !validateUserInterfaceItem(selector)) return false;
     // A copy: the command may close the document and the table with it.
     const Handler handler = entries_.at(selector).handler;
     handler(sender);

@@ -50,7 +50,9 @@ public:
     bool isHandled(const QString &selector) const;
     /// Whether the command may be chosen now; false for one without a handler.
     bool validateUserInterfaceItem(const QString &selector) const;
-    /// Carries the command out if it is enabled. @return whether it was
+    /// Sets what is asked before any command is carried out: none is while it says no.
+    void setGate(Rule mayPerform) { mayPerform_ = std::move(mayPerform); }
+    /// Carries the command out if it is enabled, and the gate is open. @return whether it was
     bool perform(const QString &selector, QObject *sender = nullptr) const;
     /// The commands with a handler, in the order of actionDescriptions().
     std::vector<const ActionDescription *> handled() const;
@@ -61,6 +63,7 @@ private:
         Rule isEnabled;
     };
     std::map<QString, Entry> entries_;
+    Rule mayPerform_;
 };
 
 }  // namespace leafwright

@@ -56,12 +56,11 @@ void AutoTOCCommands::runGuessPDF() {
 
 void AutoTOCCommands::guessPDFSheetDidEnd(int returnCode) {
     if (returnCode != 1) return;
-    document_.platform().performAfterDelay(delayBeforeStart, &document_,
-                                           [this] { runAutoTOCWithFeedback(); });
+    document_.performAfterDelay(delayBeforeStart, [this] { runAutoTOCWithFeedback(); });
 }
 
 void AutoTOCCommands::runAutoTOCWithFeedback() {
-    AutoTOCProgress progress(document_.myWindow(), document_.platform());
+    AutoTOCProgress progress(document_);
     progress.guessPDFStep1Begins();
     document_.finishHeadingMap();
     HeadingLevelMap &map = document_.listH1H2H3Config();
@@ -81,8 +80,8 @@ void AutoTOCCommands::runAutoTOCWithFeedback() {
 
 void AutoTOCCommands::runAutoTOCwithH1H2H3Map() {
     const PDFDocument &pdf = *document_.pdfDoc();
-    insertTopItem(
-        inBackground([&pdf, map = document_.headingMapCommands().mapWithFonts(), depth = maxDepth()] {
+    insertTopItem(inBackground(
+        document_, [&pdf, map = document_.headingMapCommands().mapWithFonts(), depth = maxDepth()] {
             readAllPages(pdf);
             return leafwright::runAutoTOCwithH1H2H3Map(pdf, map, depth);
         }));
@@ -101,7 +100,7 @@ void AutoTOCCommands::runMiniTOC() {
     if (!document_.hasSelectedText()) return;
     const PDFDocument &pdf = *document_.pdfDoc();
     const QStringList pattern = fontPattern(document_.pdfview()->currentSelection()->attributedString());
-    insertTopItem(inBackground([&pdf, &pattern] {
+    insertTopItem(inBackground(document_, [&pdf, &pattern] {
         readAllPages(pdf);
         return leafwright::runMiniTOC(pdf, pattern);
     }));
@@ -111,7 +110,7 @@ void AutoTOCCommands::testPageStructureKnowledge() {
     if (!document_.allowTOCediting()) return;
     const bool findsPoints = document_.platform().userDefaults().boolForKey(
         QStringLiteral("LeafwrightShouldFindMOIPointInAutoTOC"));
-    AutoTOCProgress progress(document_.myWindow(), document_.platform());
+    AutoTOCProgress progress(document_);
     progress.guessPDFStep1Begins();
     document_.finishHeadingMap();  // or the guess would come later and replace the map made here
     const std::optional<CalibratedLevels> levels = calibrate(progress);
@@ -120,7 +119,7 @@ void AutoTOCCommands::testPageStructureKnowledge() {
     document_.reloadHeadingMap();
     progress.guessPDFStep3Begins();
     const PDFDocument &pdf = *document_.pdfDoc();
-    insertTopItem(inBackground([&pdf, &levels, depth = maxDepth(), findsPoints] {
+    insertTopItem(inBackground(document_, [&pdf, &levels, depth = maxDepth(), findsPoints] {
         return runCalibratingAutoTOC(pdf, *levels, depth, findsPoints);
     }));
     progress.guessPDFStep3Ends();
@@ -135,9 +134,9 @@ std::optional<CalibratedLevels> AutoTOCCommands::calibrate(AutoTOCProgress &prog
     const FontStringCensus counts = fontStringCensus(document_.headingMapCommands().census());
     if (!canCalibrate(counts)) {
         platform.beep();
-        platform.runModal({translated("Unable to run AutoTOC"),
-                           translated("Leafwright was unable to decipher the fonts used in this PDF."),
-                           {translated("OK")}});
+        document_.runModal({translated("Unable to run AutoTOC"),
+                            translated("Leafwright was unable to decipher the fonts used in this PDF."),
+                            {translated("OK")}});
         return std::nullopt;
     }
     progress.guessPDFStep2Begins();

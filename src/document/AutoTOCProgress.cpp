@@ -1,7 +1,8 @@
 #include "document/AutoTOCProgress.h"
 
 #include "desktop/Sheet.h"
-#include "platform/Platform.h"
+#include "document/DocumentWindow.h"
+#include "document/MyDocument.h"
 
 #include <QApplication>
 #include <QFormLayout>
@@ -23,8 +24,10 @@ QString translated(const char *text) {
 
 }  // namespace
 
-AutoTOCProgress::AutoTOCProgress(QWidget *window, Platform &platform)
-    : platform_(platform), sheet_(std::make_unique<Sheet>(translated("AutoTOC"))) {
+AutoTOCProgress::AutoTOCProgress(MyDocument &document)
+    : platform_(document.platform()),
+      busy_(document),
+      sheet_(std::make_unique<Sheet>(translated("AutoTOC"))) {
     sheet_->setCancellable(false);
     const std::array titles{translated("Counting the fonts:"), translated("Choosing heading fonts:"),
                             translated("Building the outline:")};
@@ -45,7 +48,7 @@ AutoTOCProgress::AutoTOCProgress(QWidget *window, Platform &platform)
         line->setFixedHeight(steps_[i].indicator->sizeHint().height());  // or the lines move with the steps
         sheet_->addField(titles[i], line, QStringLiteral("guessPDFStep%1").arg(i + 1));
     }
-    sheet_->begin(window, [](int) {});
+    sheet_->begin(document.myWindow(), [](int) {});
 }
 
 AutoTOCProgress::~AutoTOCProgress() = default;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "desktop/Document.h"
+
 #include <QString>
 
 #include <array>
@@ -7,19 +9,19 @@
 
 class QLabel;
 class QProgressBar;
-class QWidget;
 
 namespace leafwright {
 
-class Platform;
+class MyDocument;
 class Sheet;
 
 /// The sheet that shows how far making an outline is: a line for each of the three steps, with a mark once it
-/// is done and an indicator while it runs. Every call draws at once, for the main thread is busy.
+/// is done and an indicator while it runs. Every call draws at once, for the main thread is busy; and so is
+/// the document as long as this lives.
 class AutoTOCProgress {
 public:
-    /// @param window the sheet's parent @param platform tells how long a second is; both must outlive this
-    AutoTOCProgress(QWidget *window, Platform &platform);
+    /// @param document has a window, and outlives this
+    explicit AutoTOCProgress(MyDocument &document);
     /// Closes the sheet.
     ~AutoTOCProgress();
     AutoTOCProgress(const AutoTOCProgress &) = delete;
@@ -43,6 +45,7 @@ private:
     void drawAtOnce();
 
     Platform &platform_;
+    Document::Busy busy_;
     std::unique_ptr<Sheet> sheet_;
     std::array<Step, 3> steps_{};
 };

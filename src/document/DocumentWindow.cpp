@@ -136,7 +136,7 @@ QAction *DocumentWindow::makeAction(const ActionDescription &description) {
     action->setShortcut(QKeySequence(QString::fromLatin1(description.shortcut)));
     action->setIcon(actionIcon(QString::fromLatin1(description.selector)));
     connect(action, &QAction::triggered, this, [this, selector, action] {
-        if (performInTextField(focusWidget(), selector)) return;
+        if (document_.isBusy() || performInTextField(focusWidget(), selector)) return;
         // What is being typed counts; it would be missing from a saved file, say.
         outlineview_->endEditing();
         document_.actions().perform(selector, action);
@@ -261,6 +261,12 @@ void DocumentWindow::restorePlace() {
 }
 
 void DocumentWindow::closeEvent(QCloseEvent *event) {
+    if (document_.isBusy()) {
+        event->ignore();
+        if (!std::exchange(closesWhenIdle_, true)) document_.whenIdle([this] { closeAfterWaiting(); });
+        return;
+    }
+    outlineview_->endEditing();  // what is being typed is to be saved as well
     if (document_.prepareToClose() == Document::Closing::Refused) {
         event->ignore();
         return;
@@ -268,6 +274,11 @@ void DocumentWindow::closeEvent(QCloseEvent *event) {
     document_.platform().userDefaults().setValue(geometryKey, saveGeometry());
     event->accept();
     Q_EMIT document_.closed();
+}
+
+void DocumentWindow::closeAfterWaiting() {
+    closesWhenIdle_ = false;
+    close();
 }
 
 void DocumentWindow::dragEnterEvent(QDragEnterEvent *event) {

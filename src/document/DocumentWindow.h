@@ -63,6 +63,7 @@ private:
     void updatePageStatus();
     void updateActions();
     void restorePlace();
+    void closeAfterWaiting();
 
     MyDocument &document_;
     ThumbnailView *pdfthumbs_ = nullptr;
@@ -73,7 +74,8 @@ private:
     QLabel *pageStatus_ = nullptr;
     QLabel *zoomStatus_ = nullptr;
     QList<QAction *> tableActions_;  ///< Those whose enabled state the table decides.
-    QTimer actionsUpdate_;           ///< Many changes at once lead to one update.
+    bool closesWhenIdle_ = false;
+    QTimer actionsUpdate_;  ///< Many changes at once lead to one update.
 };
 
 }  // namespace leafwright

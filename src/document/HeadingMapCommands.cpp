@@ -82,8 +82,8 @@ void HeadingMapCommands::processSelectedTextForHLevel(int level) {
 void HeadingMapCommands::buttonClickedSaveH1H2H3Map() {
     document_.finishHeadingMap();
     const QByteArray text = stringToSaveListH1H2H3(mapWithFonts()).toUtf8();
-    const auto path = document_.platform().runSavePanel(
-        mapPanel(QT_TRANSLATE_NOOP("HeadingMapCommands", "Save Heading Map")));
+    const auto path =
+        document_.runSavePanel(mapPanel(QT_TRANSLATE_NOOP("HeadingMapCommands", "Save Heading Map")));
     if (!path) return;
     QSaveFile file(*path);
     // Flushed first: what the commit can't write on a full disk it passes over.
@@ -93,8 +93,8 @@ void HeadingMapCommands::buttonClickedSaveH1H2H3Map() {
 }
 
 void HeadingMapCommands::buttonClickedLoadH1H2H3Map() {
-    const auto path = document_.platform().runOpenPanel(
-        mapPanel(QT_TRANSLATE_NOOP("HeadingMapCommands", "Load Heading Map")));
+    const auto path =
+        document_.runOpenPanel(mapPanel(QT_TRANSLATE_NOOP("HeadingMapCommands", "Load Heading Map")));
     if (!path) return;
     QFile file(*path);
     QString text;
@@ -155,7 +155,7 @@ void HeadingMapCommands::tableViewSelectionDidChange() {
 
 FontCensus HeadingMapCommands::census() const {
     const PDFDocument &pdf = *document_.pdfDoc();
-    return inBackground([&pdf] {
+    return inBackground(document_, [&pdf] {
         readAllPages(pdf);
         return calcFontsInDocument(pdf);
     });

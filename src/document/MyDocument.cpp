@@ -57,6 +57,7 @@ MyDocument::MyDocument(Platform &platform)
       headingMapCommands_(std::make_unique<HeadingMapCommands>(*this)),
       autoTOCCommands_(std::make_unique<AutoTOCCommands>(*this)),
       editMenuCommands_(std::make_unique<EditMenuCommands>(*this)) {
+    actions_.setGate([this] { return !isBusy(); });
     connect(treecontroller_.get(), &TreeController::itemEdited, this,
             [this] { updateChangeCount(Change::Done); });
 }
@@ -188,6 +189,7 @@ void MyDocument::addOutlineChildren(const PDFOutline &entry, MyOutlineItem &item
 }
 
 std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, const QString &type) {
+    const Busy busy(*this);  // the progress is drawn amid the write
     if (saveProgress_) {
         saveProgress_->setText(type == savePreviewPDF ? tr("Generating Temporary PDF...")
                                                       : tr("Saving PDF..."));
@@ -197,23 +199,24 @@ std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, cons
                                      const PDFPage *page = pdfDoc_->page(index);
                                      return page ? std::optional(page->mediaBox()) : std::nullopt;
                                  }});
-    std::optional<PDFError> error;
+    writeError_.reset();
+    const quint64 exported = revision();
     try {
         pdfDoc_->setOutlineRoot(outlineExport.run(*root_));
-        error = pdfDoc_->writeToFile(path, writeObserver_);
+        writeError_ = pdfDoc_->writeToFile(path, writeObserver_);
     } catch (const std::length_error &) {
-        error = PDFError{PDFError::Kind::WriteFailed,
-                         tr("%1 was not written: its outline is more than %2 levels deep")
-                             .arg(path)
-                             .arg(OutlineExport::deepestLevel)};
+        writeError_ = PDFError{PDFError::Kind::WriteFailed,
+                               tr("%1 was not written: its outline is more than %2 levels deep")
+                                   .arg(path)
+                                   .arg(OutlineExport::deepestLevel)};
     }
-    if (error) {
-        qCWarning(log).noquote() << error->message;
-        if (window_) window_->showPassingMessage(error->message);
+    if (writeError_) {
+        qCWarning(log).noquote() << writeError_->message;
+        if (window_) window_->showPassingMessage(writeError_->message);
     }
     lockTOCediting_ = false;
-    if (type == saveFinalPDF && !error) updateChangeCount(Change::Cleared);
-    return error;
+    if (type == saveFinalPDF && !writeError_) setSavedRevision(exported);
+    return writeError_;
 }
 
 }  // namespace leafwright

@@ -117,6 +117,8 @@ public:
     /// Makes the tree the PDF's outline and writes the PDF to a path.
     /// @return why the writing failed; the outline in memory is the new one all the same
     std::optional<PDFError> writeNewPDFOutline(const QString &path, const QString &type);
+    /// Why the last write failed, whichever command asked for it; absent where it did not, and before any.
+    const std::optional<PDFError> &writeError() const { return writeError_; }
     /// Documents are written when the user says so, never by themselves.
     static bool autosavesInPlace() { return false; }
     /// Who is told of every write; the window's progress sheet once there is a window. May be null.
@@ -201,6 +203,7 @@ private:
     std::unique_ptr<PDFDocument> pdfDoc_;
     QString pdfURL_;
     std::optional<PDFError> openError_;
+    std::optional<PDFError> writeError_;
     PageLabelMap pdfMapPageLabelToIndex_;
     bool allowTOCediting_ = true;
     bool lockTOCediting_ = false;

@@ -63,7 +63,7 @@ void MyDocument::windowControllerDidLoadNib(DocumentWindow &window) {
 
 void MyDocument::showAlert(const QString &message, const QString &informativeText) {
     platform().beep();
-    platform().runModal({message, informativeText, {tr("OK")}});
+    runModal({message, informativeText, {tr("OK")}});
 }
 
 void MyDocument::refuseEditingWhereImpossible() {
@@ -131,12 +131,13 @@ void MyDocument::documentDidLoad() {
     splitViewTopLevel()->setPositionOfDividerAtIndex(600, 1);
     splitViewTopLevel()->setPositionOfDividerAtIndex(200, 0);
     pdfview()->setAutoScales(true);
-    QTimer::singleShot(thumbnailDelay, this, &MyDocument::bindThumbnails);
+    QTimer::singleShot(thumbnailDelay, this, [this] { whenIdle([this] { bindThumbnails(); }); });
     if (!pdfDoc_) return;
     // The census reads every page, which takes more than a second for thousands of them. So it is left to
     // other threads, and begins when the first page is on the screen.
     headingMapGuess_ = std::make_unique<HeadingMapGuess>(*pdfDoc_);
-    connect(headingMapGuess_.get(), &HeadingMapGuess::finished, this, &MyDocument::takeGuessedHeadingMap);
+    connect(headingMapGuess_.get(), &HeadingMapGuess::finished, this,
+            [this] { whenIdle([this] { takeGuessedHeadingMap(); }); });
     connect(pdfview(), &PDFView::visiblePagesRendered, headingMapGuess_.get(), &HeadingMapGuess::start);
 }
 
@@ -162,7 +163,7 @@ void MyDocument::takeGuessedHeadingMap() {
 void MyDocument::finishHeadingMap() {
     if (!headingMapGuess_ || headingMapGuess_->isTaken()) return;
     // What takes long is reading the pages; the guess finds them read then.
-    inBackground([this] {
+    inBackground(*this, [this] {
         readAllPages(*pdfDoc_);
         return true;
     });

@@ -63,6 +63,7 @@ bool OutlineDelegate::outlineViewWriteItems(OutlineView & /*view*/, const std::v
 
 DragOperation OutlineDelegate::outlineViewValidateDrop(OutlineView & /*view*/, const DraggingInfo &info,
                                                        TreeNode *proposedItem, int /*proposedChildIndex*/) {
+    if (document_.isBusy()) return DragOperation::None;
     const QMimeData &pasteboard = *info.draggingPasteboard;
     if (pasteboard.hasFormat(NSPOINT_PBOARD_TYPE)) return validatePoint(pasteboard);
     if (info.draggingSourceClassName.startsWith(u"PDFView") && pasteboard.hasText()) return validateText();
@@ -99,6 +100,7 @@ DragOperation OutlineDelegate::validateItems(const QObject *source, const TreeNo
 
 bool OutlineDelegate::outlineViewAcceptDrop(OutlineView & /*view*/, const DraggingInfo &info, TreeNode *item,
                                             int childIndex) {
+    if (document_.isBusy()) return false;
     if (info.draggingPasteboard->hasFormat(NSPOINT_PBOARD_TYPE)) return acceptPoint(item, childIndex);
     return acceptOther(item, childIndex);
 }

@@ -60,10 +60,9 @@ void PrintedPageCommands::takePrintedPage(const QString &text) {
     document_.setPrintedPageOffset(0);
     if (printed < 1 || label < 1) {
         document_.platform().beep();
-        document_.platform().runModal(
-            {translated("Could not interpret printed page number"),
-             translated("Both the page label and printed page number must be integers."),
-             {translated("OK")}});
+        document_.runModal({translated("Could not interpret printed page number"),
+                            translated("Both the page label and printed page number must be integers."),
+                            {translated("OK")}});
         return;
     }
     document_.setPrintedPageOffset(static_cast<quint64>(qint64{label} - printed));

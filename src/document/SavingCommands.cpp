@@ -25,7 +25,7 @@ void SavingCommands::saveDocument() {
         return;
     }
     platform.beep();
-    const int answer = platform.runModal(
+    const int answer = document_.runModal(
         {MyDocument::tr("Would you like to preview the TOC?"),
          MyDocument::tr(
              "Before saving changes to original PDF, do you want to generate a temporary PDF to review "
@@ -41,12 +41,10 @@ void SavingCommands::saveDocument() {
 }
 
 void SavingCommands::saveDocumentAs() {
-    const auto path = document_.platform().runSavePanel({.title = MyDocument::tr("Save PDF As"),
-                                                         .path = document_.pdfURL(),
-                                                         .allowedFileTypes = {QStringLiteral("pdf")}});
-    if (!path) return;
-    document_.setPdfURL(*path);
-    saveFinal();
+    const auto path = document_.runSavePanel({.title = MyDocument::tr("Save PDF As"),
+                                              .path = document_.pdfURL(),
+                                              .allowedFileTypes = {QStringLiteral("pdf")}});
+    if (path && !document_.writeNewPDFOutline(*path, MyDocument::saveFinalPDF)) document_.setPdfURL(*path);
 }
 
 void SavingCommands::openPDFInDefaultApp() {
@@ -67,8 +65,7 @@ void SavingCommands::revertOutlineToSaved() {
 }
 
 bool SavingCommands::saveFinal() {
-    const auto error = document_.writeNewPDFOutline(document_.pdfURL(), MyDocument::saveFinalPDF);
-    return !error;
+    return !document_.writeNewPDFOutline(document_.pdfURL(), MyDocument::saveFinalPDF);
 }
 
 QString SavingCommands::previewPath() const {

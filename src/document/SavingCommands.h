@@ -20,7 +20,7 @@ public:
     /// Writes the document's own file. Where the setting LeafwrightAlwaysPreviewBeforeSave asks for it, and
     /// the last preview is not fresh, offers a preview first.
     void saveDocument();
-    /// Writes to a place the user chooses, which is the document's place from then on.
+    /// Writes to a place the user chooses, which is the document's place from then on if that succeeds.
     void saveDocumentAs();
     /// Shows the PDF in the system's application for PDFs; a preview copy if there are unsaved changes.
     void openPDFInDefaultApp();

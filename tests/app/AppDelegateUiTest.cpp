@@ -200,6 +200,18 @@ TEST_F(Delegate, AMissingFileIsToldOfAndTheOthersAreOpened) {
     EXPECT_EQ(delegate.documentController().documents().size(), 1U);
 }
 
+TEST_F(Delegate, FilesWaitWhileADocumentIsBusy) {
+    delegate.openFiles({file("a.pdf")});
+    {
+        const Document::Busy busy(document(0));
+        delegate.openFiles({file("b.pdf")});
+        EXPECT_EQ(delegate.documentController().documents().size(), 1U);
+    }
+    QCoreApplication::processEvents();
+    ASSERT_EQ(delegate.documentController().documents().size(), 2U);
+    EXPECT_EQ(document(1).displayName(), "b.pdf");
+}
+
 TEST_F(Delegate, FilesDroppedOnAWindowAreOpened) {
     delegate.openFiles({file("a.pdf")});
     Q_EMIT document(0).myWindow()->filesDropped({file("b.pdf")});

@@ -120,6 +120,27 @@ TEST_F(DocumentControllerTest, TellsWhenTheLastDocumentIsClosed) {
     EXPECT_EQ(last.size(), 1);
 }
 
+TEST_F(DocumentControllerTest, ABusyDocumentIsNotClosed) {
+    Document *a = controller.openDocumentWithContentsOfURL(file("a"), true);
+    {
+        const Document::Busy busy(*a);
+        EXPECT_FALSE(controller.closeDocument(*a));
+        EXPECT_FALSE(controller.closeAllDocuments());
+    }
+    EXPECT_TRUE(controller.closeDocument(*a));
+}
+
+TEST_F(DocumentControllerTest, TheDocumentThatAsksForAFileIsBusyMeanwhile) {
+    Document *a = controller.openDocumentWithContentsOfURL(file("a"), true);
+    bool busy = false;
+    platform.whenAsked = [&] { busy = a->isBusy(); };
+    platform.filesToChoose = {file("b")};
+    controller.openDocument(a);
+    EXPECT_TRUE(busy);
+    EXPECT_FALSE(a->isBusy());
+    EXPECT_EQ(controller.documents().size(), 2U);
+}
+
 TEST_F(DocumentControllerTest, TheFilesTheUserChoosesAreOpened) {
     platform.filesToChoose = {file("a")};
     controller.openDocument();

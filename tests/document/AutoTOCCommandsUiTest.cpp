@@ -108,7 +108,7 @@ TEST_F(AutoTOCWindow, ACalibratedMapServesAutoTOC) {
 }
 
 TEST_F(AutoTOCWindow, TheProgressSheetGoesThroughItsSteps) {
-    AutoTOCProgress progress(document.myWindow(), platform);
+    AutoTOCProgress progress(document);
     const auto line = [&](int step) {
         const auto *text = progress.sheet().findChild<QLabel *>(QString("guessPDFText%1").arg(step));
         const auto *indicator =

@@ -111,6 +111,26 @@ TEST_F(Saving, SaveAsWritesToTheChosenPlaceWhichIsTheDocumentsFromThenOn) {
     EXPECT_EQ(contentOf(first), original);
 }
 
+TEST_F(Saving, SaveAsThatFailsLeavesThePlaceAndTellsTheCaller) {
+    const QString first = document.pdfURL();
+    int places = 0;  // each is noted among the files opened lately
+    QObject::connect(&document, &Document::fileURLChanged, &document, [&] { ++places; });
+    edit("Changed");
+    platform.filesToChoose = {dir.path("no folder/other.pdf"), dir.path("other.pdf")};
+    perform("saveDocumentAs:");
+    EXPECT_EQ(document.pdfURL(), first);
+    EXPECT_EQ(places, 0);
+    EXPECT_TRUE(document.isDocumentEdited());
+    ASSERT_TRUE(document.writeError());
+    EXPECT_EQ(document.writeError()->kind, PDFError::Kind::WriteFailed);
+    EXPECT_TRUE(document.writeError()->message.contains("no folder/other.pdf"));
+
+    perform("saveDocumentAs:");
+    EXPECT_EQ(document.pdfURL(), dir.path("other.pdf"));
+    EXPECT_EQ(places, 1);
+    EXPECT_FALSE(document.writeError()) << "of the last write only";
+}
+
 TEST_F(Saving, AfterARevertTheWindowShowsTheDocumentAsEditedThoughNothingDiffers) {
     ASSERT_FALSE(document.window()->isWindowModified());
     perform("revertOutlineToSaved:");

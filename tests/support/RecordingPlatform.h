@@ -15,6 +15,7 @@ public:
     void beep() override { ++beeps; }
     int runModal(const Alert &alert) override {
         alerts.append(alert);
+        if (whenAsked) whenAsked();
         return answers.isEmpty() ? 0 : answers.takeFirst();
     }
     std::optional<QString> runOpenPanel(const FilePanel &panel) override {
@@ -24,6 +25,7 @@ public:
     }
     std::optional<QString> runSavePanel(const FilePanel &panel) override {
         savePanels.append(panel);
+        if (whenAsked) whenAsked();
         return nextFile();
     }
     void setClipboardText(const QString &text) override { clipboardTexts.append(text); }
@@ -52,7 +54,7 @@ public:
 
     QList<int> answers;                           ///< For alerts, in order.
     QList<std::optional<QString>> filesToChoose;  ///< For panels, in order; nothing is a cancelled one.
-    std::function<void()> whenAsked;              ///< Called while an open panel is up.
+    std::function<void()> whenAsked;              ///< Called while an alert or a panel is up.
     qint64 clock = 1'000'000'000'000;             ///< What now() tells, in milliseconds.
     UserDefaults defaults;                        ///< In memory.
     QTemporaryDir temporary;
