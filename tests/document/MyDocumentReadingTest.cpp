@@ -196,12 +196,12 @@ TEST_F(MyDocumentReading, AnEntryThatFitsThePageMakesTheDocumentEdited) {
     EXPECT_TRUE(document.isDocumentEdited());
 }
 
-TEST_F(MyDocumentReading, AnEntryThatLeadsNowhereMakesTheDocumentEdited) {
+TEST_F(MyDocumentReading, AnEntryThatLeadsNowhereLeavesTheDocumentUnedited) {
     PdfBuilder pdf;
     pdf.addNumberedPages(1);
     addOutline(pdf, {{"(Chapter)", ""}});
     load(pdf);
-    EXPECT_TRUE(document.isDocumentEdited());
+    EXPECT_FALSE(document.isDocumentEdited()) << "a save would have no spot to give it";
     EXPECT_EQ(test::treeText(document.root()), "+ - Chapter (0,0)\n");
 }
 

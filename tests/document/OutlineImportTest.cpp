@@ -48,7 +48,7 @@ TEST_F(OutlineImport, CopiesEverythingBelowInOrder) {
 TEST_F(OutlineImport, AnEntryThatLeadsNowhereHasNoLabelAndNoSpot) {
     const auto link = entry("Web", std::nullopt);
     link->setForeignEntry(42);
-    EXPECT_TRUE(addOutlineChildren(*link, item, pages));
+    EXPECT_FALSE(addOutlineChildren(*link, item, pages));
     EXPECT_TRUE(item.pageLabel().isNull());
     EXPECT_EQ(item.pointOnPage(), QPointF(0, 0));
     EXPECT_EQ(item.foreignEntry(), 42);
