@@ -140,7 +140,7 @@ void MyDocument::prepareForEditing() {
     allowTOCediting_ = !pdfDoc_->isLocked() && !pdfDoc_->isEncrypted();
     lockTOCediting_ = false;
     pdfMapPageLabelToIndex_ = pageLabelMap(*pdfDoc_);
-    printedPageOffset_ = 0;
+    forgetPrintedPageOffset();
     userHasCheckedPrintedPageNumbers_ = false;
     listH1H2H3Config_.clear();
 }
@@ -161,10 +161,22 @@ void MyDocument::importOutline() {
         root_->insertObjectInChildrenAtIndex(std::move(items[i]), i);
 }
 
+void MyDocument::forgetPrintedPageOffset() {
+    const std::lock_guard lock(printedPageOffsetMutex_);
+    printedPageOffset_ = 0;
+    printedPageOffsetIsStated_ = false;
+}
+
+void MyDocument::setPrintedPageOffset(quint64 offset) {
+    const std::lock_guard lock(printedPageOffsetMutex_);
+    printedPageOffset_ = offset;
+    printedPageOffsetIsStated_ = true;
+}
+
 void MyDocument::estimatePrintedPageOffset() {
-    if (const auto offset = leafwright::estimatePrintedPageOffset(*pdfDoc_)) {
-        printedPageOffset_ = static_cast<quint64>(qint64{*offset});
-    }
+    const auto offset = leafwright::estimatePrintedPageOffset(*pdfDoc_);
+    const std::lock_guard lock(printedPageOffsetMutex_);
+    if (offset && !printedPageOffsetIsStated_) printedPageOffset_ = static_cast<quint64>(qint64{*offset});
 }
 
 void MyDocument::setPrintedPageNumbersHandler(std::function<void()> handler) {

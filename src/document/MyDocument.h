@@ -13,6 +13,7 @@
 
 #include <atomic>
 #include <functional>
+#include <mutex>
 #include <thread>
 
 namespace leafwright {
@@ -100,10 +101,12 @@ public:
 
     /// Page label number minus printed page number, sign-extended; 0 is unknown, and also no shift.
     quint64 printedPageOffset() const { return printedPageOffset_; }
-    void setPrintedPageOffset(quint64 offset) { printedPageOffset_ = offset; }
+    /// Sets the offset that the user has stated. From then on no estimate changes it.
+    void setPrintedPageOffset(quint64 offset);
     bool userHasCheckedPrintedPageNumbers() const { return userHasCheckedPrintedPageNumbers_; }
     void setUserHasCheckedPrintedPageNumbers(bool checked) { userHasCheckedPrintedPageNumbers_ = checked; }
-    /// Sets the offset if it can be estimated from the pages' text. May run on another thread.
+    /// Sets the offset if it can be estimated from the pages' text, and the user has not stated it meanwhile.
+    /// May run on another thread.
     void estimatePrintedPageOffset();
     /// Called when a printed page number has to be resolved while the offset is unknown.
     void setPrintedPageNumbersHandler(std::function<void()> handler);
@@ -187,6 +190,7 @@ protected:
     bool saveBeforeClosing() override;
 
 private:
+    void forgetPrintedPageOffset();
     // Steps of the load sequence.
     void refuseEditingWhereImpossible();
     void warnAboutVersion();
@@ -209,6 +213,8 @@ private:
     bool lockTOCediting_ = false;
     bool shouldIgnoreKVO_ = false;
     std::atomic<quint64> printedPageOffset_ = 0;
+    std::mutex printedPageOffsetMutex_;  ///< For setting the offset together with the next.
+    bool printedPageOffsetIsStated_ = false;
     bool userHasCheckedPrintedPageNumbers_ = false;
     std::function<void()> printedPageNumbersHandler_;
     PDFWriteObserver *writeObserver_ = nullptr;

@@ -48,7 +48,7 @@ void MyDocument::windowControllerDidLoadNib(DocumentWindow &window) {
         userHasCheckedPrintedPageNumbers_ = false;
         listH1H2H3Config_.clear();
     }
-    printedPageOffset_ = 0;
+    forgetPrintedPageOffset();
     estimatePrintedPageOffsetInBackground();
     if (pdfDoc_ &&
         platform().userDefaults().boolForKey(QStringLiteral("LeafwrightAllowPDFReadingInBackground")))

@@ -43,9 +43,17 @@ TEST_F(PrintedPageNumbers, ANegativeOffsetIsSignExtended) {
 
 TEST_F(PrintedPageNumbers, WithoutAnEstimateTheOffsetStays) {
     loadWithTexts("Some text of a page", "Some text of a page");
-    document.setPrintedPageOffset(3);
     document.estimatePrintedPageOffset();
-    EXPECT_EQ(document.printedPageOffset(), 3U);
+    EXPECT_EQ(document.printedPageOffset(), 0U);
+}
+
+TEST_F(PrintedPageNumbers, AnEstimateThatComesAfterTheUsersAnswerIsNotTaken) {
+    for (const quint64 answer : {3, 0}) {  // 0: printed numbers are the labels; or no numbers were given
+        loadWithTexts("Some text of a page 43", "Some text of a page 45");
+        document.setPrintedPageOffset(answer);
+        document.estimatePrintedPageOffset();
+        EXPECT_EQ(document.printedPageOffset(), answer);
+    }
 }
 
 TEST_F(PrintedPageNumbers, LabelsAreTakenAsTheyAre) {
