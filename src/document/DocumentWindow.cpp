@@ -2,6 +2,7 @@
 
 #include "desktop/ActionIcon.h"
 #include "desktop/DocumentController.h"
+#include "desktop/NoticeBars.h"
 #include "desktop/OKNSOutlineView.h"
 #include "desktop/SplitView.h"
 #include "desktop/ThumbnailView.h"
@@ -92,7 +93,14 @@ void DocumentWindow::makeViews() {
     splitViewTopLevel_->addSubview(makeOutlinePane());
     splitViewTopLevel_->setMinimumWidth(
         qCeil(thumbnailsMinimum + pageMinimum + outlineMinimum + 2 * splitViewTopLevel_->dividerThickness()));
-    setCentralWidget(splitViewTopLevel_);
+    notices_ = new NoticeBars;
+    auto *content = new QWidget;
+    auto *layout = new QVBoxLayout(content);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addWidget(notices_);
+    layout->addWidget(splitViewTopLevel_, 1);
+    setCentralWidget(content);
 }
 
 QWidget *DocumentWindow::makeOutlinePane() {
@@ -248,11 +256,6 @@ void DocumentWindow::updatePageStatus() {
 void DocumentWindow::updateActions() {
     for (QAction *action : tableActions_)
         action->setEnabled(document_.actions().validateUserInterfaceItem(action->objectName()));
-}
-
-void DocumentWindow::showPassingMessage(const QString &message) {
-    constexpr int milliseconds = 10000;
-    statusBar()->showMessage(message, milliseconds);
 }
 
 void DocumentWindow::restorePlace() {

@@ -13,6 +13,7 @@ namespace leafwright {
 class DocumentController;
 class LabelPDFView;
 class MyDocument;
+class NoticeBars;
 class OKNSOutlineView;
 class SplitView;
 class ThumbnailView;
@@ -37,11 +38,11 @@ public:
     OKNSOutlineView *outlineview() const { return outlineview_; }
     QTableView *tableViewH1H2H3Config() const { return tableViewH1H2H3Config_; }
     SplitView *splitViewTopLevel() const { return splitViewTopLevel_; }
+    /// The bars above the pages.
+    NoticeBars *notices() const { return notices_; }
 
     /// Offers the files opened lately in the File menu. @param controller must outlive the window
     void setRecentDocuments(DocumentController &controller);
-    /// Tells something in passing, in the status bar.
-    void showPassingMessage(const QString &message);
 
 Q_SIGNALS:
     /// Files were dropped on the window. Absolute paths.
@@ -71,6 +72,7 @@ private:
     OKNSOutlineView *outlineview_ = nullptr;
     QTableView *tableViewH1H2H3Config_ = nullptr;
     SplitView *splitViewTopLevel_ = nullptr;
+    NoticeBars *notices_ = nullptr;
     QLabel *pageStatus_ = nullptr;
     QLabel *zoomStatus_ = nullptr;
     QList<QAction *> tableActions_;  ///< Those whose enabled state the table decides.

@@ -1,5 +1,6 @@
 #include "document/MyDocument.h"
 
+#include "desktop/NoticeBars.h"
 #include "desktop/OKNSOutlineView.h"
 #include "desktop/OutlineViewExtensions.h"
 #include "desktop/PrioritySplitViewDelegate.h"
@@ -222,13 +223,25 @@ std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, cons
                                    .arg(path)
                                    .arg(OutlineExport::deepestLevel)};
     }
-    if (writeError_) {
-        qCWarning(log).noquote() << writeError_->message;
-        if (window_) window_->showPassingMessage(writeError_->message);
-    }
+    showWriteError(type);
     lockTOCediting_ = false;
     if (type == saveFinalPDF && !writeError_) setSavedRevision(exported);
     return writeError_;
+}
+
+/// Shows in the window why the last write failed, until the next one.
+void MyDocument::showWriteError(const QString &type) {
+    if (writeError_) qCWarning(log).noquote() << writeError_->message;
+    if (!window_) return;
+    const QString name = QStringLiteral("failedWrite");
+    if (!writeError_) return window_->notices()->removeNotice(name);
+    Notice notice{writeError_->message};
+    // No other place would do for what can't be read, nor does a preview have one that the user chose.
+    if (type == saveFinalPDF && writeError_->kind != PDFError::Kind::Locked) {
+        notice.buttons.append({actionTitle(*actionDescription(QStringLiteral("saveDocumentAs:"))),
+                               [this] { actions_.perform(QStringLiteral("saveDocumentAs:")); }});
+    }
+    window_->notices()->setNotice(name, notice);
 }
 
 }  // namespace leafwright

@@ -202,6 +202,7 @@ private:
     void bindThumbnails();
     void takeGuessedHeadingMap();
     void showAlert(const QString &message, const QString &informativeText);
+    void showWriteError(const QString &type);
 
     std::unique_ptr<MyOutlineItem> root_ = std::make_unique<MyOutlineItem>();
     std::unique_ptr<PDFDocument> pdfDoc_;

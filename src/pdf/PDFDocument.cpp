@@ -71,8 +71,14 @@ std::optional<PDFError> PDFDocument::writeAndReplace(const QString &path,
             QCoreApplication::translate("PDFDocument", "%1 could not be written: %2").arg(path, reason)};
     };
     // Nothing of it could be read, so an outline that it has would be lost.
-    if (isLocked())
-        return failure(QCoreApplication::translate("PDFDocument", "it is locked, and its outline unknown"));
+    if (isLocked()) {
+        return PDFError{PDFError::Kind::Locked,
+                        QCoreApplication::translate("PDFDocument",
+                                                    "%1 could not be written: the PDF is locked. Without its "
+                                                    "password nothing of it can be read, nor its outline "
+                                                    "replaced.")
+                            .arg(path)};
+    }
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) return failure(file.errorString());
     if (auto error = engine_->write(outlineRoot(), file, progress)) {

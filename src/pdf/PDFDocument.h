@@ -55,7 +55,8 @@ public:
     void setOutlineRoot(std::unique_ptr<PDFOutline> root);
 
     /// Writes the document with its outline in memory to a path, which may be the file's own: a new file
-    /// is made beside it and takes its place when complete. On failure what was there is unchanged.
+    /// is made beside it and takes its place when complete. On failure what was there is unchanged. A locked
+    /// document is not written.
     std::optional<PDFError> writeToFile(const QString &path, PDFWriteObserver *observer = nullptr) const;
 
     const PDFEngine &engine() const { return *engine_; }

@@ -1,3 +1,4 @@
+#include "desktop/NoticeBars.h"
 #include "document/SaveProgress.h"
 #include "document/SavingCommands.h"
 #include "support/OpenPdf.h"
@@ -6,6 +7,7 @@
 #include <QDialog>
 #include <QLabel>
 #include <QProgressBar>
+#include <QPushButton>
 
 #include <gmock/gmock.h>
 
@@ -35,6 +37,7 @@ protected:
         platform.userDefaults().setValue("LeafwrightAlwaysPreviewBeforeSave", true);
     }
     void perform(const char *selector) { ASSERT_TRUE(document.actions().perform(selector)); }
+    const NoticeBar *failureBar() { return document.myWindow()->notices()->bar("failedWrite"); }
     QString preview() { return document.saving().previewPath(); }
     bool fileIsUntouched() const { return contentOf(document.pdfURL()) == original; }
     bool fileHolds(const QString &path, const QString &title) { return outlineOf(path).contains(title); }
@@ -144,6 +147,62 @@ TEST_F(Saving, AFailedWriteLeavesTheFileAndTheEditedState) {
     EXPECT_THAT(platform.alerts, IsEmpty());
     EXPECT_TRUE(document.isDocumentEdited());
     EXPECT_EQ(document.saveProgress()->saveWindow(), nullptr) << "the sheet ends all the same";
+}
+
+TEST_F(Saving, AFailedSaveIsToldAboveThePagesUntilTheNext) {
+    const QString there = document.pdfURL();
+    document.setPdfURL(dir.path("no folder/a.pdf"));
+    perform("saveDocument:");
+    ASSERT_NE(failureBar(), nullptr);
+    EXPECT_EQ(failureBar()->text(), document.writeError()->message);
+    document.setPdfURL(there);
+    perform("saveDocument:");
+    EXPECT_EQ(failureBar(), nullptr);
+}
+
+TEST_F(Saving, TheBarOfAFailedSaveOffersAnotherPlace) {
+    document.setPdfURL(dir.path("no folder/a.pdf"));
+    edit("Changed");
+    perform("saveDocument:");
+    auto *saveAs = failureBar()->findChild<QPushButton *>();
+    ASSERT_NE(saveAs, nullptr);
+    EXPECT_EQ(saveAs->text(), "Save As…");
+    platform.filesToChoose = {dir.path("other.pdf")};
+    saveAs->click();
+    EXPECT_TRUE(fileHolds(dir.path("other.pdf"), "Changed"));
+    EXPECT_EQ(failureBar(), nullptr);
+}
+
+TEST_F(Saving, ALockedDocumentSaysWhyItIsNotSaved) {
+    PdfBuilder pdf;
+    pdf.addNumberedPages(1);
+    pdf.save(dir.path("locked.pdf"), {.userPassword = "secret"});
+    MyDocument locked(platform);
+    ASSERT_TRUE(locked.readFromURL(dir.path("locked.pdf")));
+    locked.makeWindowControllers();
+    const QByteArray before = contentOf(dir.path("locked.pdf"));
+    ASSERT_TRUE(locked.actions().perform("saveDocument:"));
+    const NoticeBar *bar = locked.myWindow()->notices()->bar("failedWrite");
+    ASSERT_NE(bar, nullptr);
+    EXPECT_TRUE(bar->text().contains("locked")) << bar->text().toStdString();
+    EXPECT_EQ(bar->findChild<QPushButton *>(), nullptr) << "another place is no help";
+    EXPECT_EQ(contentOf(dir.path("locked.pdf")), before);
+}
+
+TEST_F(Saving, ADocumentWithoutPagesIsSavedWithEntriesThatLeadNowhere) {
+    PdfBuilder pdf;
+    addOutline(pdf, {{"(One)", ""}});
+    pdf.save(dir.path("empty.pdf"));
+    MyDocument empty(platform);
+    ASSERT_TRUE(empty.readFromURL(dir.path("empty.pdf")));
+    empty.makeWindowControllers();
+    empty.finishLoading();
+    ASSERT_TRUE(empty.actions().perform("addSiblingOutlineItem:"));
+    ASSERT_TRUE(empty.actions().perform("saveDocument:"));
+    EXPECT_FALSE(empty.writeError());
+    EXPECT_FALSE(empty.isDocumentEdited());
+    EXPECT_EQ(outlineOf(dir.path("empty.pdf")), "+ - One (0,0)\n+ - Untitled (0,0)\n");
+    EXPECT_TRUE(contentOf(dir.path("empty.pdf")).startsWith("%PDF-"));
 }
 
 TEST_F(Saving, APreviewThatCannotBeWrittenIsNeitherShownNorOpened) {
