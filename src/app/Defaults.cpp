@@ -1,5 +1,6 @@
 #include "app/Defaults.h"
 
+#include "document/MyDocument.h"
 #include "platform/UserDefaults.h"
 
 namespace leafwright {
@@ -18,6 +19,11 @@ const std::vector<DefaultSetting> &defaultSettings() {
         {QStringLiteral("autotocIgnoreLowFrequencyFonts"), true},
     };
     return settings;
+}
+
+const QStringList &laterSettings() {
+    static const QStringList keys{MyDocument::keepPagesKey};
+    return keys;
 }
 
 void registerDefaults(UserDefaults &defaults) {

@@ -107,6 +107,8 @@ void PreferencesWindow::addContentsGroup() {
 void PreferencesWindow::addSavingGroup() {
     QVBoxLayout *group = addGroup(tr("Saving"));
     addCheckBox(group, tr("Offer a &preview before the PDF is saved"), "LeafwrightAlwaysPreviewBeforeSave");
+    addCheckBox(group, tr("&Keep the pages of entries where several pages have one label"),
+                "LeafwrightKeepPagesOfEntries");
     addCheckBox(group, tr("Recalculate targets in the &middle of a page’s top edge"),
                 "LeafwrightShouldRedoMOIGenericPoints");
     addExplanation(group, tr("Has no effect in this version: such targets are always kept."));
@@ -125,6 +127,8 @@ void PreferencesWindow::addButtons() {
 void PreferencesWindow::restoreDefaults() {
     for (const DefaultSetting &setting : defaultSettings())
         defaults_.removeValue(setting.key);
+    for (const QString &key : laterSettings())
+        defaults_.removeValue(key);
 }
 
 }  // namespace leafwright

@@ -60,11 +60,12 @@ CommandInfo ApplyCommand::info() const {
         translated("Writes an outline, given as JSON or plus lines, into a PDF."),
         translated(
             "TREE is what \"outline\" prints, edited or not. An entry's page is told by its pageLabel; of "
-            "pages with the same label it is the last. pageIndex counts only without a pageLabel. An entry "
-            "at [0, 0] is given the middle of its page's top edge."),
+            "pages with the same label it is the last. pageIndex counts only without a pageLabel, or with "
+            "--keep-pages where it is a page with that label. An entry at [0, 0] is given the middle of its "
+            "page's top edge."),
         {{QStringLiteral("FILE"), translated("The PDF.")},
          {QStringLiteral("TREE"), translated("The outline, in a file; \"-\" is standard input.")}},
-        {outputOption()}};
+        {outputOption(), keepPagesOption()}};
 }
 
 ExitCode ApplyCommand::run(const QCommandLineParser &arguments, Console &console) const {
@@ -88,6 +89,7 @@ ExitCode ApplyCommand::run(const QCommandLineParser &arguments, Console &console
         console.message(where + QLatin1String(": ") + error->message);
         return Failed;
     }
+    observeKeepPages(document, file, arguments.isSet(keepPagesOption().names().first()), console);
     document.root().setChildren(std::get<std::unique_ptr<MyOutlineItem>>(tree)->takeChildren());
     reportPages(document, document.root(), console);
     if (const auto error = document.writeNewPDFOutline(out, MyDocument::saveFinalPDF)) {

@@ -34,6 +34,7 @@ struct Request {
     bool calibrate = false;
     bool keep = false;
     bool wrap = false;
+    bool keepPages = false;
 };
 
 /// The headings below a new item, by a map of their fonts; null when the given map has none, which is said.
@@ -90,6 +91,7 @@ std::optional<QString> autoTOC(const QString &file, const QString &out, const Re
             place ? translated("%1: no headings were found").arg(file)
                   : translated("%1: no headings were found; the outline stays as it was").arg(file));
     }
+    observeKeepPages(document, file, request.keepPages, console);
     if (request.keep || !place) document.importOutline();
     if (place) addItems(std::move(top), request.wrap, document.root());
     if (const auto error = document.writeNewPDFOutline(out, MyDocument::saveFinalPDF)) return error->message;
@@ -132,6 +134,7 @@ CommandInfo AutoTOCCommand::info() const {
           translated("Tells headings by how often their fonts occur as well, and corrects the levels as they "
                      "appear; in place of a map.")},
          {keepOption, translated("Adds the headings behind the existing outline.")},
+         keepPagesOption(),
          {wrapOption, translated("Puts the headings below one entry, \"AutoTOC\" and the depth.")}}};
 }
 
@@ -139,8 +142,9 @@ ExitCode AutoTOCCommand::run(const QCommandLineParser &arguments, Console &conso
     const QStringList files = arguments.positionalArguments();
     const QString out = arguments.value(outputOption());
     const QString outDir = arguments.value(outDirOption);
-    Request request{arguments.value(mapOption), defaultMaxDepth, arguments.isSet(calibrateOption),
-                    arguments.isSet(keepOption), arguments.isSet(wrapOption)};
+    Request request{arguments.value(mapOption),       defaultMaxDepth,
+                    arguments.isSet(calibrateOption), arguments.isSet(keepOption),
+                    arguments.isSet(wrapOption),      arguments.isSet(keepPagesOption().names().first())};
     bool isNumber = false;
     request.maxDepth = arguments.value(maxDepthOption).toInt(&isNumber);
     if (!isNumber || request.maxDepth < 1) {

@@ -44,7 +44,8 @@ std::optional<QString> samplePattern(const PDFDocument &pdf, int page, const QSt
 }
 
 /// Adds the entry to the file's outline. @return why that failed
-std::optional<QString> miniTOC(const QString &file, int page, const QString &sample, const QString &out) {
+std::optional<QString> miniTOC(const QString &file, int page, const QString &sample, const QString &out,
+                               bool keepPages, Console &console) {
     SilentPlatform platform;
     MyDocument document(platform);
     if (QString failure; !openForEditing(document, file, failure)) return failure;
@@ -52,6 +53,7 @@ std::optional<QString> miniTOC(const QString &file, int page, const QString &sam
     QStringList pattern;
     if (const auto failure = samplePattern(pdf, page - 1, sample, pattern))
         return file + QLatin1String(": ") + *failure;
+    observeKeepPages(document, file, keepPages, console);
     document.importOutline();
     readAllPages(pdf);
     MyOutlineItem &root = document.root();
@@ -74,7 +76,8 @@ CommandInfo MiniTOCCommand::info() const {
         {outputOption(),
          {pageOption, translated("The page that has the sample, counted from 1."), QStringLiteral("N")},
          {textOption, translated("The sample. Where the page has it more than once, the first counts."),
-          QStringLiteral("SAMPLE")}}};
+          QStringLiteral("SAMPLE")},
+         keepPagesOption()}};
 }
 
 ExitCode MiniTOCCommand::run(const QCommandLineParser &arguments, Console &console) const {
@@ -89,7 +92,8 @@ ExitCode MiniTOCCommand::run(const QCommandLineParser &arguments, Console &conso
                           console);
     }
     if (sample.trimmed().isEmpty()) return wrongUsage(*this, translated("--text SAMPLE is missing"), console);
-    if (const auto failure = miniTOC(arguments.positionalArguments().first(), page, sample, out)) {
+    if (const auto failure = miniTOC(arguments.positionalArguments().first(), page, sample, out,
+                                     arguments.isSet(keepPagesOption().names().first()), console)) {
         console.message(*failure);
         return Failed;
     }

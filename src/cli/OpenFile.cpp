@@ -73,4 +73,20 @@ bool openForEditing(MyDocument &document, const QString &path, QString &failure)
     return true;
 }
 
+QCommandLineOption keepPagesOption() {
+    return {QStringLiteral("keep-pages"),
+            translated("Entries whose page label was not edited keep the page that they came with; without "
+                       "this, they lead to the last page that has their label.")};
+}
+
+void observeKeepPages(MyDocument &document, const QString &file, bool keepsPages, Console &console) {
+    document.platform().userDefaults().setValue(MyDocument::keepPagesKey, keepsPages);
+    document.setEntriesElsewhereHandler([file, &console](const EntriesElsewhere &entries) {
+        console.message(
+            translated("%1: %2 entries lead elsewhere now, to the last page with their label: %3; "
+                       "--keep-pages keeps their pages")
+                .arg(file, QString::number(entries.count), entries.list()));
+    });
+}
+
 }  // namespace leafwright::cli

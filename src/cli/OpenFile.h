@@ -4,6 +4,7 @@
 #include "document/MyDocument.h"
 #include "platform/UserDefaults.h"
 
+#include <QCommandLineOption>
 #include <QDateTime>
 #include <QDir>
 
@@ -46,5 +47,11 @@ QString openFailure(const QString &path, const PDFError &error);
 /// `failure` gets the line to say when the result is false: it can't be opened, or it is locked or
 /// encrypted, which refuses editing.
 bool openForEditing(MyDocument &document, const QString &path, QString &failure);
+
+/// The option "--keep-pages", which every command has that may write entries of the file again.
+QCommandLineOption keepPagesOption();
+/// Lets a document keep pages if the option is given, and otherwise say, before it writes, which entries lead
+/// elsewhere then. @param file the document's name in that message
+void observeKeepPages(MyDocument &document, const QString &file, bool keepsPages, Console &console);
 
 }  // namespace leafwright::cli

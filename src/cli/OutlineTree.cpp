@@ -46,6 +46,10 @@ private:
         item.setPageLabel(QString());
         if (label.isString()) {
             item.setPageLabel(label.toString());
+            // An index that belongs to the label is where the entry came from.
+            if (const int page = index.toInt(-1);
+                page >= 0 && page < pages_.pageCount() && pages_.pageLabel(page) == item.pageLabel())
+                item.setImportedPage(page);
             return std::nullopt;
         }
         if (!label.isUndefined() && !label.isNull())
@@ -56,6 +60,7 @@ private:
             return translated("\"pageIndex\" must be a page, from 0 to %1").arg(pages_.pageCount() - 1);
         }
         item.setPageLabel(pages_.pageLabel(page));
+        item.setImportedPage(page);
         return std::nullopt;
     }
 

@@ -27,6 +27,7 @@ struct Request {
     QString file;
     QString out;     ///< Empty for none.
     QString report;  ///< Empty for none; "-" for the results.
+    bool keepPages = false;
 };
 
 /// @return the steps, or what is wrong with them
@@ -91,7 +92,9 @@ std::optional<QString> play(const std::vector<script::Step> &steps, const Reques
                                                  : files.placeFor(request.report));
     {
         script::ScriptPlayer player(files, report.recorder());
+        player.userDefaults().setValue(MyDocument::keepPagesKey, request.keepPages);
         if (const auto error = player.open(request.file)) return openFailure(request.file, *error);
+        observeKeepPages(*player.document(), request.file, request.keepPages, console);
         if (auto failure = player.play(steps)) return request.steps + QLatin1String(": ") + *failure;
         if (!request.out.isEmpty())
             if (auto failure = writeOutcome(player, request.out, files)) return failure;
@@ -115,6 +118,7 @@ CommandInfo RunCommand::info() const {
             {outputOption(),
              {reportOption, translated("Tells what came of each step, as JSON; \"-\" is standard output."),
               QStringLiteral("R")},
+             keepPagesOption(),
              {listOption, translated("Lists all commands as JSON instead, without arguments.")}},
             listOption};
 }
@@ -126,7 +130,8 @@ ExitCode RunCommand::run(const QCommandLineParser &arguments, Console &console) 
         return Done;
     }
     const Request request{arguments.positionalArguments()[0], arguments.positionalArguments()[1],
-                          arguments.value(outputOption()), arguments.value(reportOption)};
+                          arguments.value(outputOption()), arguments.value(reportOption),
+                          arguments.isSet(keepPagesOption().names().first())};
     const auto steps = readSteps(request.steps);
     if (const auto *problem = std::get_if<QString>(&steps)) {
         console.message(request.steps + QLatin1String(": ") + *problem);

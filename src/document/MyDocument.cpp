@@ -1,6 +1,5 @@
 #include "document/MyDocument.h"
 
-#include "desktop/NoticeBars.h"
 #include "desktop/OKNSOutlineView.h"
 #include "desktop/OutlineViewExtensions.h"
 #include "desktop/PrioritySplitViewDelegate.h"
@@ -16,7 +15,6 @@
 #include "document/NavigationCommands.h"
 #include "document/OutlineCopy.h"
 #include "document/OutlineDelegate.h"
-#include "document/OutlineExport.h"
 #include "document/OutlineImport.h"
 #include "document/PrintedPageCommands.h"
 #include "document/PrintedPageOffset.h"
@@ -28,20 +26,7 @@
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 
-#include <QLoggingCategory>
-
-#include <stdexcept>
-
 namespace leafwright {
-
-namespace {
-
-Q_LOGGING_CATEGORY(log, "leafwright.document", QtInfoMsg)
-
-}  // namespace
-
-const QString MyDocument::savePreviewPDF = QStringLiteral("SavePreviewPDF");
-const QString MyDocument::saveFinalPDF = QStringLiteral("SaveFinalPDF");
 
 MyDocument::MyDocument(Platform &platform)
     : Document(platform),
@@ -185,63 +170,33 @@ void MyDocument::setPrintedPageNumbersHandler(std::function<void()> handler) {
 }
 
 std::optional<int> MyDocument::getRealPageArrayIndex(const QString &label) const {
-    if (label.isNull())
-        return std::nullopt;  // The map would take it for the empty label, which pages may have.
     if (isPrintedPageNumber(label) && printedPageOffset_ == 0 && !userHasCheckedPrintedPageNumbers_ &&
         printedPageNumbersHandler_) {
         printedPageNumbersHandler_();
     }
+    return knownPageIndex(label);
+}
+
+std::optional<int> MyDocument::pageIndexOfItem(const MyOutlineItem &item) const {
+    if (keepsPages() && item.importedPage()) return item.importedPage();
+    return getRealPageArrayIndex(item.pageLabel());
+}
+
+std::optional<int> MyDocument::knownPageIndex(const QString &label) const {
+    if (label.isNull())
+        return std::nullopt;  // The map would take it for the empty label, which pages may have.
     const auto offset = static_cast<qint32>(printedPageOffset_.load());
     const auto index = pdfMapPageLabelToIndex_.constFind(pageLabelKey(label, offset));
-    if (index == pdfMapPageLabelToIndex_.constEnd()) return std::nullopt;
-    return *index;
+    return index == pdfMapPageLabelToIndex_.constEnd() ? std::nullopt : std::optional(*index);
+}
+
+std::optional<int> MyDocument::knownPageIndexOfItem(const MyOutlineItem &item) const {
+    if (keepsPages() && item.importedPage()) return item.importedPage();
+    return knownPageIndex(item.pageLabel());
 }
 
 void MyDocument::addOutlineChildren(const PDFOutline &entry, MyOutlineItem &item) {
     if (leafwright::addOutlineChildren(entry, item, *pdfDoc_)) updateChangeCount(Change::Done);
-}
-
-std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, const QString &type) {
-    const Busy busy(*this);  // the progress is drawn amid the write
-    if (saveProgress_) {
-        saveProgress_->setText(type == savePreviewPDF ? tr("Generating Temporary PDF...")
-                                                      : tr("Saving PDF..."));
-    }
-    OutlineExport outlineExport({[this](const QString &label) { return getRealPageArrayIndex(label); },
-                                 [this](int index) -> std::optional<Rect> {
-                                     const PDFPage *page = pdfDoc_->page(index);
-                                     return page ? std::optional(page->mediaBox()) : std::nullopt;
-                                 }});
-    writeError_.reset();
-    const quint64 exported = revision();
-    try {
-        pdfDoc_->setOutlineRoot(outlineExport.run(*root_));
-        writeError_ = pdfDoc_->writeToFile(path, writeObserver_);
-    } catch (const std::length_error &) {
-        writeError_ = PDFError{PDFError::Kind::WriteFailed,
-                               tr("%1 was not written: its outline is more than %2 levels deep")
-                                   .arg(path)
-                                   .arg(OutlineExport::deepestLevel)};
-    }
-    showWriteError(type);
-    lockTOCediting_ = false;
-    if (type == saveFinalPDF && !writeError_) setSavedRevision(exported);
-    return writeError_;
-}
-
-/// Shows in the window why the last write failed, until the next one.
-void MyDocument::showWriteError(const QString &type) {
-    if (writeError_) qCWarning(log).noquote() << writeError_->message;
-    if (!window_) return;
-    const QString name = QStringLiteral("failedWrite");
-    if (!writeError_) return window_->notices()->removeNotice(name);
-    Notice notice{writeError_->message};
-    // No other place would do for what can't be read, nor does a preview have one that the user chose.
-    if (type == saveFinalPDF && writeError_->kind != PDFError::Kind::Locked) {
-        notice.buttons.append({actionTitle(*actionDescription(QStringLiteral("saveDocumentAs:"))),
-                               [this] { actions_.perform(QStringLiteral("saveDocumentAs:")); }});
-    }
-    window_->notices()->setNotice(name, notice);
 }
 
 }  // namespace leafwright

@@ -4,6 +4,7 @@
 #include "desktop/Document.h"
 #include "desktop/Sheet.h"
 #include "document/ActionTable.h"
+#include "document/EntriesElsewhere.h"
 #include "document/PageLabelMap.h"
 #include "document/UndoSupport.h"
 #include "model/MyOutlineItem.h"
@@ -114,6 +115,21 @@ public:
     /// The index of the page with a label, which may be a printed page number such as "p12".
     std::optional<int> getRealPageArrayIndex(const QString &label) const;
 
+    /// The same for the page that an item leads to: the one that it came with if pages are kept.
+    std::optional<int> pageIndexOfItem(const MyOutlineItem &item) const;
+    /// The same as far as it is known; asks nobody where a printed page number is not.
+    std::optional<int> knownPageIndexOfItem(const MyOutlineItem &item) const;
+
+    /// The setting that keeps pages; off until the user turns it on.
+    static const QString keepPagesKey;
+    /// Whether imported entries keep the page that they came with until their label is edited. Otherwise, as
+    /// all entries do, they lead to the last page that has their label.
+    bool keepsPages() const;
+    /// The imported entries that a write leads elsewhere; none if pages are kept.
+    EntriesElsewhere entriesElsewhere() const;
+    /// Called before a final write that leads entries elsewhere, for whoever has no window to see it in.
+    void setEntriesElsewhereHandler(std::function<void(const EntriesElsewhere &)> handler);
+
     /// Adds an entry of a PDF's outline, with all below it, to an item that nobody watches yet.
     void addOutlineChildren(const PDFOutline &entry, MyOutlineItem &item);
 
@@ -203,6 +219,9 @@ private:
     void takeGuessedHeadingMap();
     void showAlert(const QString &message, const QString &informativeText);
     void showWriteError(const QString &type);
+    std::optional<int> knownPageIndex(const QString &label) const;
+    void tellOfEntriesElsewhere(const QString &type) const;
+    void showEntriesElsewhere() const;
 
     std::unique_ptr<MyOutlineItem> root_ = std::make_unique<MyOutlineItem>();
     std::unique_ptr<PDFDocument> pdfDoc_;
@@ -218,6 +237,7 @@ private:
     bool printedPageOffsetIsStated_ = false;
     bool userHasCheckedPrintedPageNumbers_ = false;
     std::function<void()> printedPageNumbersHandler_;
+    std::function<void(const EntriesElsewhere &)> entriesElsewhereHandler_;
     PDFWriteObserver *writeObserver_ = nullptr;
     HeadingLevelMap listH1H2H3Config_;
     RenamingDefaults renamingDefaults_;

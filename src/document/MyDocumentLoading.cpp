@@ -101,6 +101,10 @@ void MyDocument::showPages() {
 
 void MyDocument::showOutline() {
     importOutline();
+    showEntriesElsewhere();
+    connect(&platform().userDefaults(), &UserDefaults::valueChanged, this, [this](const QString &key) {
+        if (key == keepPagesKey) showEntriesElsewhere();
+    });
     outlineview()->registerForDraggedTypes(OutlineDelegate::draggedTypes());
     connect(outlineview(), &OutlineView::doubleAction, this,
             [this](int /*row*/, int /*column*/, Qt::KeyboardModifiers modifiers) {

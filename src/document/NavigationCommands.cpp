@@ -46,10 +46,10 @@ void NavigationCommands::editClickedCell() {
 }
 
 void NavigationCommands::moveToMOI(const MyOutlineItem &item) {
+    const int index = document_.pageIndexOfItem(item).value_or(0);
     if (isZeroPoint(item.pointOnPage())) {
-        moveToPageLabel(item.pageLabel());
+        document_.pdfview()->goToPage(document_.pdfDoc()->page(index));
     } else {
-        const int index = document_.getRealPageArrayIndex(item.pageLabel()).value_or(0);
         document_.pdfview()->goToDestination({index, item.pointOnPage()});
     }
 }

@@ -60,7 +60,8 @@ void OutlineExport::number(MyOutlineItem &item, const QString &levelstr, quint64
 
 std::optional<PDFDestination> OutlineExport::destinationOf(MyOutlineItem &item) const {
     if (item.pageLabel().isNull()) return std::nullopt;
-    const int index = pages_.getRealPageArrayIndex(item.pageLabel()).value_or(0);
+    const auto imported = pages_.keepsImported ? item.importedPage() : std::nullopt;
+    const int index = imported ? *imported : pages_.getRealPageArrayIndex(item.pageLabel()).value_or(0);
     const std::optional<Rect> mediaBox = pages_.mediaBox(index);
     if (isZeroPoint(item.pointOnPage())) item.setPointOnPage(defaultPoint(mediaBox.value_or(Rect())));
     if (!mediaBox) return std::nullopt;

@@ -17,6 +17,9 @@ struct ExportPages {
     std::function<std::optional<int>(const QString &label)> getRealPageArrayIndex;
     /// The media box of the page at a 0-based index; nothing when there is no such page.
     std::function<std::optional<Rect>(int index)> mediaBox;
+    /// Whether imported items whose label nobody has edited lead to the page that they came with, rather than
+    /// to the one that their label stands for.
+    bool keepsImported = false;
 };
 
 /// Turns a tree of items into an outline for a PDF.

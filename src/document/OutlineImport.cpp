@@ -14,6 +14,7 @@ bool addOutlineChildren(const PDFOutline &entry, MyOutlineItem &item, const Text
         pending.pop_back();
         const std::optional<PDFDestination> &destination = from->destination();
         to->setPageLabel(destination ? pages.pageLabel(destination->pageIndex) : QString());
+        to->setImportedPage(destination ? std::optional(destination->pageIndex) : std::nullopt);
         to->setPageTitle(from->label());
         to->setPointOnPage(destination ? destination->point : QPointF());
         to->setForeignEntry(from->foreignEntry());

@@ -72,7 +72,14 @@ void MyOutlineItem::setPageTitle(const QString &title) {
 }
 
 void MyOutlineItem::setPageLabel(const QString &label) {
-    change(QLatin1String("pageLabel"), [&] { pageLabel_ = label; });
+    change(QLatin1String("pageLabel"), [&] {
+        pageLabel_ = label;
+        importedPage_ = noPage;
+    });
+}
+
+std::optional<int> MyOutlineItem::importedPage() const {
+    return importedPage_ == noPage ? std::nullopt : std::optional(importedPage_);
 }
 
 void MyOutlineItem::setChildren(Children children) {

@@ -88,6 +88,12 @@ public:
     int foreignEntry() const { return foreignEntry_; }
     void setForeignEntry(int objectNumber) { foreignEntry_ = objectNumber; }
 
+    /// For an entry of the file that leads to a page: the page's 0-based index there, for as long as nobody
+    /// sets the label, which may stand for another page with the same label. Absent for any other item.
+    std::optional<int> importedPage() const;
+    /// @param index absent for no page; to be set after the label
+    void setImportedPage(std::optional<int> index) { importedPage_ = index.value_or(noPage); }
+
     /// The item's position among its siblings as the last export numbered it; 0 without one.
     qint32 attachPoint() const;
     /// The `levelstr` of the item's parent as the last export numbered it; "Root" for a top-level item.
@@ -121,7 +127,9 @@ private:
     QString pluslevelstr_;
     QPointF pointOnPage_;
     quint64 initiallevel_ = 0;
+    static constexpr int noPage = -1;
     int foreignEntry_ = 0;
+    int importedPage_ = noPage;
     std::vector<OutlineItemObserver *> observers_;
 };
 

@@ -29,6 +29,8 @@ public:
     /// Plays the steps. @return why that ended before the last one, with the step's number and name
     std::optional<QString> play(const std::vector<Step> &steps);
 
+    /// The settings that the script begins with.
+    UserDefaults &userDefaults() { return platform_.userDefaults(); }
     /// Null when it has been closed.
     MyDocument *document() const;
 

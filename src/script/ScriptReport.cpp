@@ -106,20 +106,11 @@ void writeHappenings(const StepRecord &record, JsonWriter &json) {
 
 // How things stand
 
-/// The page that a label leads to as things stand. The document's own look-up asks the user where a printed
-/// page number is not known, which a report must not.
-std::optional<int> pageIndexOf(const QString &label, const MyDocument &document) {
-    if (label.isNull()) return std::nullopt;
-    const PageLabelMap &map = document.pdfMapPageLabelToIndex();
-    const auto found = map.constFind(pageLabelKey(label, static_cast<qint32>(document.printedPageOffset())));
-    return found == map.constEnd() ? std::nullopt : std::optional(*found);
-}
-
 void beginNode(const MyOutlineItem &item, const MyDocument &document, JsonWriter &json) {
     json.beginObject();
     json.member("title", item.pageTitle());
     json.member("pageLabel", item.pageLabel());
-    const auto index = pageIndexOf(item.pageLabel(), document);
+    const auto index = document.knownPageIndexOfItem(item);
     json.key("pageIndex");
     index ? json.value(*index) : json.null();
     json.member("point", item.pointOnPage());

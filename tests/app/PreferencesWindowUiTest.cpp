@@ -92,6 +92,18 @@ TEST_F(Preferences, ShowingASettingDoesNotStoreIt) {
     EXPECT_EQ(file.readAll(), "[General]\nLeafwrightShowHelpOnStart=false\nautotocMaxDepth=0\n");
 }
 
+TEST_F(Preferences, LaterSettingsAreOffUntilTheUserTurnsThemOn) {
+    for (const QString &key : laterSettings()) {
+        ASSERT_NE(checkBox(key), nullptr) << key.toStdString();
+        EXPECT_FALSE(checkBox(key)->isChecked());
+        checkBox(key)->click();
+        EXPECT_TRUE(defaults.boolForKey(key));
+    }
+    window.findChild<QDialogButtonBox *>()->button(QDialogButtonBox::RestoreDefaults)->click();
+    for (const QString &key : laterSettings())
+        EXPECT_FALSE(checkBox(key)->isChecked() || defaults.boolForKey(key)) << key.toStdString();
+}
+
 TEST_F(Preferences, TheDefaultsCanBeRestored) {
     for (const DefaultSetting &setting : defaultSettings())
         if (QCheckBox *box = checkBox(setting.key)) box->click();
@@ -140,7 +152,7 @@ TEST_F(Preferences, TheTabKeyGoesThroughAllControlsFromTopToBottom) {
         if (!first) first = at;
         if (qobject_cast<QCheckBox *>(at) || qobject_cast<QSpinBox *>(at)) reached.append(at->objectName());
     }
-    EXPECT_EQ(reached.size(), 10);
+    EXPECT_EQ(reached.size(), defaultSettings().size() + laterSettings().size());
     int last = -1;
     for (const QString &name : reached) {
         const auto *widget = window.findChild<QWidget *>(name);

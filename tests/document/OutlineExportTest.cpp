@@ -215,5 +215,23 @@ TEST_F(OutlineExportTest, DeeperTreesAreRefused) {
     EXPECT_THROW(exported(root), std::length_error);
 }
 
+TEST_F(OutlineExportTest, ImportedItemsLeadToThePageOfTheirLabelOrKeepTheirs) {
+    addItems(root, {{"Imported", "3", {5, 6}}, {"Edited", "3", {5, 6}}, {"New", "3", {5, 6}}});
+    root.children()[0]->setImportedPage(1);
+    root.children()[1]->setImportedPage(1);
+    root.children()[1]->setPageLabel("4");
+    const auto pagesWith = [&](bool keepsImported) {
+        ExportPages pages = ninePages();
+        pages.keepsImported = keepsImported;
+        const auto outline = OutlineExport(pages).run(root);
+        std::vector<int> indexes;
+        for (int i = 0; i < outline->numberOfChildren(); ++i)
+            indexes.push_back(outline->childAtIndex(i).destination()->pageIndex);
+        return indexes;
+    };
+    EXPECT_THAT(pagesWith(false), ElementsAre(2, 3, 2));
+    EXPECT_THAT(pagesWith(true), ElementsAre(1, 3, 2));
+}
+
 }  // namespace
 }  // namespace leafwright

@@ -54,6 +54,19 @@ TEST_F(OutlineImport, AnEntryThatLeadsNowhereHasNoLabelAndNoSpot) {
     EXPECT_EQ(item.foreignEntry(), 42);
 }
 
+TEST_F(OutlineImport, AnItemRemembersItsPageUntilItGetsAnotherLabel) {
+    const auto top = entry("Part", PDFDestination{1, {1, 2}});
+    add(*top, "Web", std::nullopt);
+    addOutlineChildren(*top, item, pages);
+    EXPECT_EQ(item.importedPage(), 1);
+    EXPECT_EQ(item.children()[0]->importedPage(), std::nullopt);
+    item.setPageTitle("Another");
+    EXPECT_EQ(item.importedPage(), 1);
+    item.setPageLabel(item.pageLabel());
+    EXPECT_EQ(item.importedPage(), std::nullopt)
+        << "a spot dropped on it may be on another page of that label";
+}
+
 TEST_F(OutlineImport, TellsOfEntriesWithoutASpot) {
     EXPECT_TRUE(addOutlineChildren(*entry("Zero", PDFDestination{0, {0, 0}}), item, pages));
 }

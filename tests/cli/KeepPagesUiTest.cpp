@@ -1,0 +1,87 @@
+#include "support/CliFiles.h"
+#include "support/CliRun.h"
+
+#include <gmock/gmock.h>
+
+namespace leafwright::test {
+namespace {
+
+using testing::HasSubstr;
+
+/// Commands that write entries of the file again, on pages labelled 1, 2, 1, 2 with headings, of which the
+/// second has an entry.
+class KeepPages : public testing::Test {
+protected:
+    void SetUp() override {
+        PdfBuilder builder;
+        for (int page = 0; page < 4; ++page) {
+            builder.addPage(
+                PdfBuilder::showText("F2", 18, 72, 700, "Some heading") +
+                PdfBuilder::showText("F1", 10, 72, 660, "Body text that is longer than headings."));
+        }
+        builder.setCatalogEntry("/PageLabels", "<< /Nums [0 << /S /D >> 2 << /S /D >>] >>");
+        addOutline(builder, {{"(Kept)", "[" + builder.pageReference(1) + " /XYZ 72 700 null]"}});
+        builder.save(dir.path("in.pdf"));
+        saveBytes(dir.path("steps.json"), "[]");
+        saveBytes(dir.path("tree.json"), runCli({"outline", dir.path("in.pdf")}).out);
+    }
+
+    /// Runs a command on the file. @return the 0-based page of the first entry in what it writes
+    int pageAfter(QStringList arguments, const QStringList &options = {}) {
+        arguments += QStringList{"-o", dir.path("out.pdf")} + options;
+        result = runCli(arguments);
+        EXPECT_EQ(result.exitCode, 0) << result.err.constData();
+        return outlineOf(dir.path("out.pdf"))[0].toObject()["pageIndex"].toInt(-1);
+    }
+    QList<QStringList> commands() const {
+        return {{"autotoc", dir.path("in.pdf"), "--keep"},
+                {"minitoc", dir.path("in.pdf"), "--page", "1", "--text", "Some heading"},
+                {"apply", dir.path("in.pdf"), dir.path("tree.json")},
+                {"run", dir.path("steps.json"), dir.path("in.pdf")}};
+    }
+
+    TempDir dir;
+    CliResult result;
+};
+
+TEST_F(KeepPages, WithoutTheOptionEntriesThatLeadElsewhereAreTold) {
+    for (const QStringList &command : commands()) {
+        EXPECT_EQ(pageAfter(command), 3) << command[0].toStdString();
+        EXPECT_THAT(
+            result.err.toStdString(),
+            HasSubstr("in.pdf: 1 entries lead elsewhere now, to the last page with their label: “Kept” "
+                      "(page 2, now 4); --keep-pages keeps their pages"))
+            << command[0].toStdString();
+    }
+}
+
+TEST_F(KeepPages, WithTheOptionTheyStay) {
+    for (const QStringList &command : commands()) {
+        EXPECT_EQ(pageAfter(command, {"--keep-pages"}), 1) << command[0].toStdString();
+        EXPECT_EQ(result.err, "") << command[0].toStdString();
+    }
+}
+
+TEST_F(KeepPages, AnIndexWithAnotherLabelIsNoPageToKeep) {
+    saveBytes(dir.path("tree.json"), R"([{"title": "Edited", "pageLabel": "1", "pageIndex": 1}])");
+    EXPECT_EQ(pageAfter({"apply", dir.path("in.pdf"), dir.path("tree.json")}, {"--keep-pages"}), 2);
+    EXPECT_EQ(result.err, "");
+}
+
+TEST_F(KeepPages, AnIndexWithoutALabelIsOne) {
+    saveBytes(dir.path("tree.json"), R"([{"title": "New", "pageIndex": 1}])");
+    EXPECT_EQ(pageAfter({"apply", dir.path("in.pdf"), dir.path("tree.json")}), 3);
+    EXPECT_THAT(result.err.toStdString(), HasSubstr("“New” (page 2, now 4)"));
+    EXPECT_EQ(pageAfter({"apply", dir.path("in.pdf"), dir.path("tree.json")}, {"--keep-pages"}), 1);
+}
+
+TEST_F(KeepPages, AScriptThatSavesTellsAsWell) {
+    saveBytes(dir.path("steps.json"), R"([{"do": "saveDocument:"}])");
+    result = runCli({"run", dir.path("steps.json"), dir.path("in.pdf")});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.err.toStdString(), HasSubstr("“Kept” (page 2, now 4)"));
+    EXPECT_EQ(outlineOf(dir.path("in.pdf"))[0].toObject()["pageIndex"].toInt(), 3);
+}
+
+}  // namespace
+}  // namespace leafwright::test
