@@ -348,10 +348,6 @@
         <translation>Schreibt eine Gliederung, als JSON oder Plus-Zeilen, in eine PDF.</translation>
     </message>
     <message>
-        <source>TREE is what &quot;outline&quot; prints, edited or not. An entry&apos;s page is told by its pageLabel; of pages with the same label it is the last. pageIndex counts only without a pageLabel. An entry at [0, 0] is given the middle of its page&apos;s top edge.</source>
-        <translation>TREE ist, was „outline“ ausgibt, bearbeitet oder nicht. Die Seite eines Eintrags nennt sein pageLabel; von Seiten mit gleicher Bezeichnung gilt die letzte. pageIndex zählt nur ohne pageLabel. Ein Eintrag bei [0, 0] erhält die Mitte des oberen Rands seiner Seite.</translation>
-    </message>
-    <message>
         <source>The PDF.</source>
         <translation>Die PDF.</translation>
     </message>
@@ -362,6 +358,10 @@
     <message>
         <source>-o OUT is missing</source>
         <translation>-o OUT fehlt</translation>
+    </message>
+    <message>
+        <source>TREE is what &quot;outline&quot; prints, edited or not. An entry&apos;s page is told by its pageLabel; of pages with the same label it is the last. pageIndex counts only without a pageLabel, or with --keep-pages where it is a page with that label. An entry at [0, 0] is given the middle of its page&apos;s top edge.</source>
+        <translation>TREE ist, was „outline“ ausgibt, bearbeitet oder nicht. Die Seite eines Eintrags sagt sein pageLabel; von Seiten mit gleicher Bezeichnung gilt die letzte. pageIndex zählt nur ohne pageLabel, oder mit --keep-pages, wenn es eine Seite mit dieser Bezeichnung ist. Ein Eintrag bei [0, 0] bekommt die Mitte der Oberkante seiner Seite.</translation>
     </message>
 </context>
 <context>
@@ -652,6 +652,17 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>EntriesElsewhere</name>
+    <message>
+        <source>“%1” (page %2, now %3)</source>
+        <translation>„%1“ (Seite %2, jetzt %3)</translation>
+    </message>
+    <message>
+        <source>%1 and %2 more</source>
+        <translation>%1 und %2 weitere</translation>
+    </message>
+</context>
+<context>
     <name>FileWriter</name>
     <message>
         <source>the original was cut short by another program</source>
@@ -817,6 +828,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>%1: this PDF is encrypted: its outline can&apos;t be edited. Save a copy without encryption first.</source>
         <translation>%1: Diese PDF ist verschlüsselt, ihre Gliederung lässt sich nicht bearbeiten. Speichern Sie zuerst eine Kopie ohne Verschlüsselung.</translation>
     </message>
+    <message>
+        <source>Entries whose page label was not edited keep the page that they came with; without this, they lead to the last page that has their label.</source>
+        <translation>Einträge, deren Seitenbezeichnung nicht bearbeitet wurde, behalten die Seite, mit der sie kamen; sonst führen sie zur letzten Seite mit ihrer Bezeichnung.</translation>
+    </message>
+    <message>
+        <source>%1: %2 entries lead elsewhere now, to the last page with their label: %3; --keep-pages keeps their pages</source>
+        <translation>%1: %2 Einträge führen jetzt woandershin, zur letzten Seite mit ihrer Bezeichnung: %3; --keep-pages behält ihre Seiten bei</translation>
+    </message>
 </context>
 <context>
     <name>OutlineCommand</name>
@@ -891,8 +910,8 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <translation>%1 ließ sich nicht schreiben: %2</translation>
     </message>
     <message>
-        <source>it is locked, and its outline unknown</source>
-        <translation>sie ist gesperrt und ihre Gliederung unbekannt</translation>
+        <source>%1 could not be written: it is locked, and without its password nothing of it can be read</source>
+        <translation>%1 ließ sich nicht schreiben: Die Datei ist gesperrt, und ohne ihr Kennwort lässt sich nichts daraus lesen</translation>
     </message>
 </context>
 <context>
@@ -1479,6 +1498,21 @@ Inhalt &gt; AutoTOC … macht aus den Überschriften eine Gliederung. Oder wähl
         <source>Untitled</source>
         <translation>Ohne Titel</translation>
     </message>
+    <message>
+        <source>Some pages of this PDF have the same label, and saving leads these entries to the last page with theirs: %1.</source>
+        <translation>Mehrere Seiten dieser PDF haben dieselbe Bezeichnung. Beim Speichern führen diese Einträge dann zur letzten Seite mit ihrer Bezeichnung: %1.</translation>
+    </message>
+    <message>
+        <source>Keep Their Pages</source>
+        <translation>Seiten beibehalten</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::NoticeBar</name>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
 </context>
 <context>
     <name>leafwright::OutlineView</name>
@@ -1567,6 +1601,10 @@ Inhalt &gt; AutoTOC … macht aus den Überschriften eine Gliederung. Oder wähl
     <message>
         <source>Has no effect in this version: such targets are always kept.</source>
         <translation>Ohne Wirkung in dieser Version: Solche Ziele bleiben immer erhalten.</translation>
+    </message>
+    <message>
+        <source>&amp;Keep the pages of entries where page labels repeat</source>
+        <translation>Seiten der Einträge &amp;beibehalten, wo sich Seitenbezeichnungen wiederholen</translation>
     </message>
 </context>
 <context>

@@ -107,7 +107,7 @@ void PreferencesWindow::addContentsGroup() {
 void PreferencesWindow::addSavingGroup() {
     QVBoxLayout *group = addGroup(tr("Saving"));
     addCheckBox(group, tr("Offer a &preview before the PDF is saved"), "LeafwrightAlwaysPreviewBeforeSave");
-    addCheckBox(group, tr("&Keep the pages of entries where several pages have one label"),
+    addCheckBox(group, tr("&Keep the pages of entries where page labels repeat"),
                 "LeafwrightKeepPagesOfEntries");
     addCheckBox(group, tr("Recalculate targets in the &middle of a page’s top edge"),
                 "LeafwrightShouldRedoMOIGenericPoints");

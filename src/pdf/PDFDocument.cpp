@@ -74,9 +74,8 @@ std::optional<PDFError> PDFDocument::writeAndReplace(const QString &path,
     if (isLocked()) {
         return PDFError{PDFError::Kind::Locked,
                         QCoreApplication::translate("PDFDocument",
-                                                    "%1 could not be written: the PDF is locked. Without its "
-                                                    "password nothing of it can be read, nor its outline "
-                                                    "replaced.")
+                                                    "%1 could not be written: it is locked, and without its "
+                                                    "password nothing of it can be read")
                             .arg(path)};
     }
     QSaveFile file(path);

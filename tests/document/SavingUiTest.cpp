@@ -189,22 +189,6 @@ TEST_F(Saving, ALockedDocumentSaysWhyItIsNotSaved) {
     EXPECT_EQ(contentOf(dir.path("locked.pdf")), before);
 }
 
-TEST_F(Saving, ADocumentWithoutPagesIsSavedWithEntriesThatLeadNowhere) {
-    PdfBuilder pdf;
-    addOutline(pdf, {{"(One)", ""}});
-    pdf.save(dir.path("empty.pdf"));
-    MyDocument empty(platform);
-    ASSERT_TRUE(empty.readFromURL(dir.path("empty.pdf")));
-    empty.makeWindowControllers();
-    empty.finishLoading();
-    ASSERT_TRUE(empty.actions().perform("addSiblingOutlineItem:"));
-    ASSERT_TRUE(empty.actions().perform("saveDocument:"));
-    EXPECT_FALSE(empty.writeError());
-    EXPECT_FALSE(empty.isDocumentEdited());
-    EXPECT_EQ(outlineOf(dir.path("empty.pdf")), "+ - One (0,0)\n+ - Untitled (0,0)\n");
-    EXPECT_TRUE(contentOf(dir.path("empty.pdf")).startsWith("%PDF-"));
-}
-
 TEST_F(Saving, APreviewThatCannotBeWrittenIsNeitherShownNorOpened) {
     previewBeforeSaving();
     ASSERT_TRUE(QDir().mkpath(preview()));  // a folder is in the way
