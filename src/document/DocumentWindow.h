@@ -40,6 +40,8 @@ public:
 
     /// Offers the files opened lately in the File menu. @param controller must outlive the window
     void setRecentDocuments(DocumentController &controller);
+    /// Enables the commands that may be chosen now, which otherwise happens a moment later.
+    void updateActions();
     /// Tells something in passing, in the status bar.
     void showPassingMessage(const QString &message);
 
@@ -61,7 +63,6 @@ private:
     void connectViews();
     void updateTitle();
     void updatePageStatus();
-    void updateActions();
     void restorePlace();
 
     MyDocument &document_;
