@@ -299,6 +299,26 @@
         <source>&amp;Help</source>
         <translation>&amp;Hilfe</translation>
     </message>
+    <message>
+        <source>Fit Page</source>
+        <translation>Ganze Seite</translation>
+    </message>
+    <message>
+        <source>Actual Size</source>
+        <translation>Originalgröße</translation>
+    </message>
+    <message>
+        <source>Go to Page…</source>
+        <translation>Gehe zu Seite …</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Forward</source>
+        <translation>Vor</translation>
+    </message>
 </context>
 <context>
     <name>Application</name>
@@ -804,6 +824,33 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>it holds no pages</source>
         <translation>sie enthält keine Seiten</translation>
+    </message>
+</context>
+<context>
+    <name>NavigationCommands</name>
+    <message>
+        <source>Page %1 (%2 of %3)</source>
+        <translation>Seite %1 (%2 von %3)</translation>
+    </message>
+    <message>
+        <source>Go to Page</source>
+        <translation>Gehe zu Seite</translation>
+    </message>
+    <message>
+        <source>&amp;Label or number:</source>
+        <translation>&amp;Bezeichnung oder Nummer:</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Go</source>
+        <translation>Los</translation>
+    </message>
+    <message>
+        <source>There is no such page.</source>
+        <translation>Diese Seite gibt es nicht.</translation>
     </message>
 </context>
 <context>

@@ -17,12 +17,25 @@ namespace leafwright {
 
 namespace {
 
-/// The path without ".", ".." and symbolic links, as far as it exists.
+/// The same with a path that begins at the root, as a file URL has it.
+QUrl absolute(const QUrl &url) {
+    const QString path = url.toLocalFile();
+    if (!url.isLocalFile() || path.startsWith(u'/')) return url;
+    return QUrl::fromLocalFile(QDir::currentPath() + u'/' + path);
+}
+
+/// The path without ".", ".." and symbolic links, as far as it exists. Links come first: the way up from one
+/// begins where it leads.
 QUrl resolved(const QUrl &url) {
-    const QString path = QDir::cleanPath(url.toLocalFile());
+    const QString path = absolute(url).toLocalFile();
+    std::filesystem::path real = QFile::encodeName(path).toStdString();
     std::error_code error;
-    const auto real = std::filesystem::weakly_canonical(QFile::encodeName(path).toStdString(), error);
-    return QUrl::fromLocalFile(error ? path : QFile::decodeName(real.c_str()));
+    // What is behind something that is not there is only tidied up, which may bring links to light.
+    for (std::filesystem::path before; !error && real != before;) {
+        before = real;
+        real = std::filesystem::weakly_canonical(before, error);
+    }
+    return QUrl::fromLocalFile(error ? QDir::cleanPath(path) : QFile::decodeName(real.c_str()));
 }
 
 /// Where a panel that asks for a path starts: at what is there, or at the nearest folder above that exists.
@@ -135,16 +148,18 @@ QByteArray AppSandboxFileAccess::persistPermissionPath(const QString &path) {
     return persistPermissionURL(QUrl::fromLocalFile(path));
 }
 
-QByteArray AppSandboxFileAccess::persistPermissionURL(const QUrl &url) {
-    assertParameter(!url.isEmpty(), "url");
+QByteArray AppSandboxFileAccess::persistPermissionURL(const QUrl &lasting) {
+    assertParameter(!lasting.isEmpty(), "url");
+    const QUrl url = absolute(lasting);
     QByteArray data = bookmarks_->bookmarkDataForURL(url);
     const auto store = bookmarkPersistanceDelegate();
     if (!data.isNull() && store) store->setBookmarkDataForURL(data, url);
     return data;
 }
 
-std::optional<QUrl> AppSandboxFileAccess::askPermissionForURL(const QUrl &url) {
-    assertParameter(!url.isEmpty(), "url");
+std::optional<QUrl> AppSandboxFileAccess::askPermissionForURL(const QUrl &wanted) {
+    assertParameter(!wanted.isEmpty(), "url");
+    const QUrl url = absolute(wanted);
     const AppSandboxFileAccessOpenSavePanelDelegate delegate(url);
     const FilePanel panel{.title = title_,
                           .message = message_,

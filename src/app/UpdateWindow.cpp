@@ -5,9 +5,9 @@
 
 #include <QDialogButtonBox>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QTextBrowser>
 #include <QVBoxLayout>
 
 namespace leafwright {
@@ -17,7 +17,6 @@ namespace {
 constexpr QSize notesSize{460, 220};
 constexpr int margin = 16;
 constexpr int lineSpacing = 10;
-constexpr int listIndent = 24;
 
 QLabel *plainLabel(const QString &name) {
     auto *label = new QLabel;
@@ -42,7 +41,7 @@ UpdateWindow::UpdateWindow(Updater &updater, Platform &platform)
       headline_(plainLabel(QStringLiteral("headline"))),
       text_(plainLabel(QStringLiteral("text"))),
       progress_(new QProgressBar),
-      notes_(new QTextBrowser) {
+      notes_(new QPlainTextEdit) {
     setObjectName(QStringLiteral("updates"));
     setWindowTitle(tr("Software Update"));
     headline_->setFont(headlineFont(font()));
@@ -50,10 +49,9 @@ UpdateWindow::UpdateWindow(Updater &updater, Platform &platform)
     progress_->setAccessibleName(tr("Checking"));
     notes_->setObjectName(QStringLiteral("notes"));
     notes_->setAccessibleName(tr("What is new"));
-    notes_->setOpenLinks(false);
+    notes_->setReadOnly(true);
     notes_->setMinimumSize(notesSize);
     notes_->document()->setDocumentMargin(lineSpacing);
-    notes_->document()->setIndentWidth(listIndent);
     auto *buttons = new QDialogButtonBox;
     download_ = buttons->addButton(tr("&Open Download Page"), QDialogButtonBox::AcceptRole);
     close_ = buttons->addButton(QDialogButtonBox::Cancel);
@@ -95,7 +93,7 @@ void UpdateWindow::showUpdate(const AppcastItem &item) {
                        .arg(updater_.currentVersion()));
     text_->show();
     progress_->hide();
-    notes_->setHtml(item.notes);
+    notes_->setPlainText(item.notes);
     notes_->setVisible(!item.notes.isEmpty());
     download_->show();
     download_->setDefault(true);

@@ -5,9 +5,9 @@
 #include <QDialog>
 
 class QLabel;
+class QPlainTextEdit;
 class QProgressBar;
 class QPushButton;
-class QTextBrowser;
 
 namespace leafwright {
 
@@ -39,7 +39,7 @@ private:
     QLabel *headline_;
     QLabel *text_;
     QProgressBar *progress_;
-    QTextBrowser *notes_;
+    QPlainTextEdit *notes_;
     QPushButton *download_;
     QPushButton *close_;
 };

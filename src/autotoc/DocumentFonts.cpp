@@ -3,6 +3,9 @@
 #include "categories/FontIdentity.h"
 #include "model/FixedDecimals.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace leafwright {
 
 DocumentFonts::DocumentFonts(const FontCensus &census) {
@@ -36,9 +39,31 @@ std::optional<Font> DocumentFonts::find(const FontDescription &description) {
                    fixedDecimals(font.pointSize(), 1) == size;
         };
     };
-    Candidate *found = search(named(&Font::familyName));
-    if (!found) found = search(named(&Font::displayName));
-    return take(found);
+    for (const auto name : {&Font::familyName, &Font::displayName}) {
+        if (Candidate *found = searchAlike(named(name), description)) return take(found);
+    }
+    return std::nullopt;
+}
+
+void DocumentFonts::expect(const FontDescription &description) {
+    ++expected_[{description.family, description.traits, description.size}];
+}
+
+/// The next of fonts that print alike. With a line for each of them, they stand in their order. With fewer,
+/// the very size is the best guess.
+template <typename Fits>
+DocumentFonts::Candidate *DocumentFonts::searchAlike(const Fits &fits, const FontDescription &description) {
+    const auto count = std::ranges::count_if(candidates_, fits, &Candidate::font);
+    const auto expected = expected_.find({description.family, description.traits, description.size});
+    if (expected == expected_.end() || expected->second < count) {
+        // The description's size is in single precision, and the document's are whole hundredths.
+        constexpr double half = 0.005;
+        Candidate *exact = search([&](const Font &font) {
+            return fits(font) && std::abs(font.pointSize() - description.size) < half;
+        });
+        if (exact && !exact->taken) return exact;
+    }
+    return search(fits);
 }
 
 std::optional<Font> DocumentFonts::findPrinted(const FontDescription &description) {

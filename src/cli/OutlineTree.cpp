@@ -122,13 +122,21 @@ bool looksLikeJson(QByteArrayView text) {
     return first != text.end() && (*first == '[' || *first == '{');
 }
 
-Tree treeFromPlusLines(const QString &text) {
+bool anyPageIsLabelled(const TextPages &pages, QStringView label) {
+    for (int i = 0; i < pages.pageCount(); ++i) {
+        if (pages.pageLabel(i) == label) return true;
+    }
+    return false;
+}
+
+Tree treeFromPlusLines(const QString &text, const TextPages &pages) {
     struct Level {
         MyOutlineItem *item;
         qsizetype plusCount;
     };
     auto root = std::make_unique<MyOutlineItem>();
     std::vector<Level> path{{root.get(), -1}};
+    const bool isLabel = anyPageIsLabelled(pages, u"");
     int number = 0;
     for (QString line : text.split(u'\n')) {
         ++number;
@@ -144,8 +152,8 @@ Tree treeFromPlusLines(const QString &text) {
             return TreeError{translated("line %1").arg(number),
                              translated("not of the form \"+ @12 Title\"")};
         }
-        // No label behind the "@" is how an entry that leads to no page is written.
-        if (item->pageLabel().isEmpty()) item->setPageLabel(QString());
+        // No label behind the "@" is the empty one of a page, or how an entry that leads to none is written.
+        if (item->pageLabel().isEmpty() && !isLabel) item->setPageLabel(QString());
         const qsizetype depth = item->pluslevelstr().size();
         while (path.back().plusCount >= depth)
             path.pop_back();
@@ -157,7 +165,7 @@ Tree treeFromPlusLines(const QString &text) {
 }  // namespace
 
 Tree parseOutlineTree(const QByteArray &text, const TextPages &pages) {
-    if (!looksLikeJson(text)) return treeFromPlusLines(QString::fromUtf8(text));
+    if (!looksLikeJson(text)) return treeFromPlusLines(QString::fromUtf8(text), pages);
     QJsonParseError error;
     const QJsonDocument json = QJsonDocument::fromJson(text, &error);
     if (error.error == QJsonParseError::DeepNesting) {

@@ -1,16 +1,20 @@
 #include "desktop/Appcast.h"
 
+#include "desktop/PlainTextOfHtml.h"
+
 #include <QRegularExpression>
+#include <QStringDecoder>
 #include <QXmlStreamReader>
 
 #include <algorithm>
-#include <array>
 
 namespace leafwright {
 
 namespace {
 
-constexpr qsizetype longestNotes = qsizetype{64} * 1024;  // characters of HTML
+constexpr qsizetype deepestLevel = 200;
+/// Two texts of every attribute are compared with each other, so many take long.
+constexpr qsizetype mostAttributes = 2'000;
 
 /// One <item>, as it stands there.
 struct FeedItem {
@@ -35,24 +39,73 @@ void readEnclosure(const QXmlStreamAttributes &attributes, FeedItem &item) {
         item.shortVersion = name;
 }
 
-FeedItem readItem(QXmlStreamReader &xml) {
+/// Reads a feed within its bounds; what is beyond them ends it as an error in the text would.
+class FeedReader {
+public:
+    template <typename Text>
+    FeedReader(const Text &xml, QDeadlineTimer deadline) : xml_(xml), deadline_(deadline) {
+        // Entities declared in the file could stand for texts of any length.
+        xml_.setEntityExpansionLimit(0);
+    }
+
+    QXmlStreamReader &xml() { return xml_; }
+    /// Goes on to the next token. @return false at the end, or at a bound
+    bool next() {
+        if (xml_.atEnd()) return false;
+        const auto token = xml_.readNext();
+        if (token == QXmlStreamReader::StartElement) ++depth_;
+        if (token == QXmlStreamReader::EndElement) --depth_;
+        if (depth_ > deepestLevel || deadline_.hasExpired() || token == QXmlStreamReader::DTD)
+            xml_.raiseError(QStringLiteral("beyond the bounds"));
+        return !xml_.hasError();
+    }
+    /// Goes to the next element below the one of a depth. @return false at the end of that one
+    bool goToChild(qsizetype parentDepth) {
+        while (next()) {
+            if (depth_ < parentDepth) return false;
+            if (xml_.isStartElement() && depth_ == parentDepth + 1) return true;
+        }
+        return false;
+    }
+    bool goToChild(qsizetype parentDepth, QStringView name) {
+        while (goToChild(parentDepth)) {
+            if (xml_.name() == name) return true;
+        }
+        return false;
+    }
+    /// All text of the current element, and goes to its end.
+    QString text() {
+        QString text;
+        for (const qsizetype own = depth_; next() && depth_ >= own;) {
+            if (xml_.isCharacters() || xml_.isEntityReference()) text += xml_.text();
+        }
+        return text.trimmed();
+    }
+
+private:
+    QXmlStreamReader xml_;
+    QDeadlineTimer deadline_;
+    qsizetype depth_ = 0;
+};
+
+constexpr qsizetype rssDepth = 1;
+constexpr qsizetype channelDepth = 2;
+constexpr qsizetype itemDepth = 3;
+
+FeedItem readItem(FeedReader &reader) {
     FeedItem item;
-    const auto text = [&] { return xml.readElementText(QXmlStreamReader::IncludeChildElements).trimmed(); };
-    while (xml.readNextStartElement()) {
-        const QString name = xml.name().toString();
+    while (reader.goToChild(itemDepth)) {
+        const QString name = reader.xml().name().toString();
         if (name == u"enclosure") {
-            readEnclosure(xml.attributes(), item);
-            xml.skipCurrentElement();
+            readEnclosure(reader.xml().attributes(), item);
         } else if (name == u"version") {
-            item.version = text();
+            item.version = reader.text();
         } else if (name == u"shortVersionString") {
-            item.shortVersion = text();
+            item.shortVersion = reader.text();
         } else if (name == u"description") {
-            item.description = text();
+            item.description = reader.text();
         } else if (name == u"link") {
-            item.link = text();
-        } else {
-            xml.skipCurrentElement();
+            item.link = reader.text();
         }
     }
     return item;
@@ -70,31 +123,34 @@ std::optional<AppcastItem> announcement(const FeedItem &item) {
     if (!version) return std::nullopt;
     const QUrl page = webAddress(item.link);
     return AppcastItem{*version, item.shortVersion.isEmpty() ? item.version : item.shortVersion,
-                       harmlessHtml(item.description), page.isEmpty() ? webAddress(item.enclosure) : page};
+                       plainTextOfHtml(item.description), page.isEmpty() ? webAddress(item.enclosure) : page};
 }
 
-/// Goes to the next element of a name among those below the current one.
-bool goToElement(QXmlStreamReader &xml, QStringView name) {
-    while (xml.readNextStartElement()) {
-        if (xml.name() == name) return true;
-        xml.skipCurrentElement();
+/// Whether some tag may have more attributes than are read in no time. No text of one holds a "<".
+template <typename Text>
+bool hasTooManyAttributes(const Text &xml) {
+    qsizetype signs = 0;
+    for (const auto c : xml) {
+        if (c == u'<') signs = 0;
+        if (c == u'=' && ++signs > mostAttributes) return true;
     }
     return false;
 }
 
-/// What an element of the notes becomes: the same without attributes, or nothing.
-QString harmlessTag(QStringView tag) {
-    static constexpr std::array allowed{u"p",  u"br", u"b",  u"strong", u"i",  u"em", u"ul",
-                                        u"ol", u"li", u"h1", u"h2",     u"h3", u"h4"};
-    const bool closes = tag.startsWith(u'/');
-    if (closes) tag = tag.mid(1);
-    qsizetype length = 0;
-    while (length < tag.size() && tag[length].isLetterOrNumber())
-        ++length;
-    const QString name = tag.first(length).toString().toLower();
-    const bool isAllowed = std::ranges::any_of(allowed, [&](const char16_t *each) { return name == each; });
-    return isAllowed ? QStringLiteral("<%1%2>").arg(closes ? QStringLiteral("/") : QString(), name)
-                     : QString();
+template <typename Text>
+std::optional<AppcastItem> newestVersion(const Text &xml, QDeadlineTimer deadline) {
+    if (hasTooManyAttributes(xml)) return std::nullopt;
+    FeedReader reader(xml, deadline);
+    if (!reader.goToChild(0, u"rss") || !reader.goToChild(rssDepth, u"channel")) return std::nullopt;
+    std::optional<AppcastItem> newest;
+    while (reader.goToChild(channelDepth, u"item")) {
+        auto item = announcement(readItem(reader));
+        if (item && (!newest || item->version > newest->version)) newest = std::move(item);
+    }
+    // An end that is missing may have held the newest version.
+    while (reader.next())
+        continue;
+    return reader.xml().hasError() ? std::nullopt : newest;
 }
 
 }  // namespace
@@ -110,37 +166,11 @@ std::optional<QVersionNumber> versionFromString(const QString &text) {
     return version.normalized();
 }
 
-std::optional<AppcastItem> newestVersionInAppcast(const QByteArray &xml) {
-    QXmlStreamReader reader(xml);
-    // Entities declared in the file could stand for texts of any length.
-    reader.setEntityExpansionLimit(0);
-    while (!reader.isStartElement() && !reader.atEnd())
-        if (reader.readNext() == QXmlStreamReader::DTD) return std::nullopt;
-    if (reader.name() != u"rss" || !goToElement(reader, u"channel")) return std::nullopt;
-    std::optional<AppcastItem> newest;
-    while (goToElement(reader, u"item")) {
-        auto item = announcement(readItem(reader));
-        if (item && (!newest || item->version > newest->version)) newest = std::move(item);
-    }
-    // An end that is missing may have held the newest version.
-    while (!reader.atEnd())
-        reader.readNext();
-    return reader.hasError() ? std::nullopt : newest;
-}
-
-QString harmlessHtml(const QString &html) {
-    QString result;
-    const QStringView text = QStringView(html).first(std::min(html.size(), longestNotes));
-    for (qsizetype at = 0; at < text.size();) {
-        const qsizetype tag = text.indexOf(u'<', at);
-        const qsizetype end = tag < 0 ? -1 : text.indexOf(u'>', tag);
-        const qsizetype plainEnd = tag < 0 ? text.size() : tag;
-        result += text.sliced(at, plainEnd - at).toString().replace(u'>', QStringLiteral("&gt;"));
-        if (end < 0) break;
-        result += harmlessTag(text.sliced(tag + 1, end - tag - 1));
-        at = end + 1;
-    }
-    return result;
+std::optional<AppcastItem> newestVersionInAppcast(const QByteArray &xml, QDeadlineTimer deadline) {
+    const auto encoding = QStringConverter::encodingForData(xml, u'<');
+    // Any other is one in which signs stand for themselves.
+    if (!encoding || encoding == QStringConverter::Utf8) return newestVersion(xml, deadline);
+    return newestVersion(QString(QStringDecoder(*encoding)(xml)), deadline);
 }
 
 }  // namespace leafwright

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QDeadlineTimer>
 #include <QString>
 #include <QUrl>
 #include <QVersionNumber>
@@ -13,7 +14,7 @@ namespace leafwright {
 struct AppcastItem {
     QVersionNumber version;  ///< What versions are compared by, without zeros at the end.
     QString displayVersion;  ///< What people call the version.
-    QString notes;           ///< What is new, as harmless HTML (see harmlessHtml()); may be empty.
+    QString notes;           ///< What is new, as plain text (see plainTextOfHtml()); may be empty.
     QUrl downloadPage;       ///< Where it can be had, http or https only; may be empty.
 };
 
@@ -24,11 +25,10 @@ std::optional<QVersionNumber> versionFromString(const QString &text);
 /// The newest version of a feed: RSS 2.0 whose items carry a version, as the attribute `version` of their
 /// enclosure or as an element, and perhaps a `shortVersionString` for people; the prefix does not matter.
 /// Items without a version that can be compared are passed over. Absent if none is left, or if the text is
-/// not a feed; one with a document type is not, for only entities need it.
-std::optional<AppcastItem> newestVersionInAppcast(const QByteArray &xml);
-
-/// The text of some HTML with its paragraphs, lists, headings and emphasis, and nothing else: no attributes,
-/// links, images or tables. What is too long is cut.
-QString harmlessHtml(const QString &html);
+/// not a feed; one with a document type is not, for only entities need it, and neither is one that is nested
+/// more deeply, or has more attributes in a row, than feeds do.
+/// @param deadline when to give up
+std::optional<AppcastItem> newestVersionInAppcast(
+    const QByteArray &xml, QDeadlineTimer deadline = QDeadlineTimer(std::chrono::seconds(5)));
 
 }  // namespace leafwright

@@ -1,5 +1,7 @@
 #include "desktop/FilePanelDialog.h"
 
+#include "desktop/SecurityScopedBookmarks.h"
+
 #include <QApplication>
 #include <QFileInfo>
 #include <QFileSystemModel>
@@ -38,16 +40,18 @@ QString nameFilter(const QStringList &types) {
 }  // namespace
 
 FilePanelDialog::FilePanelDialog(const FilePanel &panel, AcceptMode mode, QWidget *parent)
-    : QFileDialog(parent, panel.title), panel_(panel) {
+    : QFileDialog(parent, panel.title), panel_(panel), isPortals_(isSandboxed()) {
     const bool choosesFolders = panel.canChooseDirectories && mode == AcceptOpen;
-    // No desktop's dialog can do these three.
-    if (panel.shouldEnablePath || !panel.message.isEmpty() || (choosesFolders && panel.canChooseFiles))
+    const bool choosesBoth = choosesFolders && panel.canChooseFiles;
+    // No desktop's dialog can do these three. In a sandbox it has to do without: no other gives leave.
+    if (!isPortals_ && (panel.shouldEnablePath || !panel.message.isEmpty() || choosesBoth))
         setOption(DontUseNativeDialog);
     setAcceptMode(mode);
     if (mode == AcceptSave) {
         setFileMode(AnyFile);
     } else {
-        setFileMode(panel.canChooseFiles ? ExistingFile : Directory);
+        const bool wantsFolder = isPortals_ && choosesBoth && QFileInfo(panel.path).isDir();
+        setFileMode(panel.canChooseFiles && !wantsFolder ? ExistingFile : Directory);
     }
     setOption(ReadOnly, !panel.canCreateDirectories);
     if (!panel.prompt.isEmpty()) setLabelText(Accept, panel.prompt);
@@ -57,11 +61,12 @@ FilePanelDialog::FilePanelDialog(const FilePanel &panel, AcceptMode mode, QWidge
     }
     if (const QFileInfo start(panel.path); start.isDir()) {
         setDirectory(start.absoluteFilePath());
-        if (choosesFolders && panel.canChooseFiles) proposeFolder(start.absoluteFilePath());
+        if (choosesBoth && !isPortals_) proposeFolder(start.absoluteFilePath());
     } else if (!panel.path.isEmpty()) {
         setDirectory(start.absolutePath());
         selectFile(start.fileName());
     }
+    if (isPortals_) return;
     if (panel.shouldEnablePath) restrictToEnabled();
     if (!panel.message.isEmpty()) showMessage();
 }
@@ -92,8 +97,8 @@ QString FilePanelDialog::chosenPath() const {
 
 void FilePanelDialog::accept() {
     const QString path = chosenPath();
-    // A name can be typed even if it can't be clicked.
-    if (panel_.shouldEnablePath && !panel_.shouldEnablePath(path)) {
+    // A name can be typed even if it can't be clicked. In a sandbox, what is chosen has another path inside.
+    if (!isPortals_ && panel_.shouldEnablePath && !panel_.shouldEnablePath(path)) {
         QApplication::beep();
         return;
     }

@@ -15,8 +15,6 @@ namespace {
 constexpr int defaultIndentation = 17;
 /// Rows that the width of the page column is found from.
 constexpr int rowsToMeasure = 200;
-/// Qt lays out what is unfolded by a call a level.
-constexpr size_t deepestUnfolded = 1'000;
 
 }  // namespace
 
@@ -39,6 +37,9 @@ OutlineView::OutlineView(QWidget *parent) : QTreeView(parent) {
     const auto unfoldingChanged = [this] { ++unfoldingRevision_; };
     connect(this, &QTreeView::expanded, this, unfoldingChanged);
     connect(this, &QTreeView::collapsed, this, unfoldingChanged);
+    connect(this, &QTreeView::collapsed, this, [this](const QModelIndex &index) {
+        if (!foldingMany_) foldingHides({&controller_->nodeForIndex(index)});
+    });
     connect(this, &QTreeView::doubleClicked, this, [this](const QModelIndex &index) {
         clickedCell_ = index;
         Q_EMIT doubleAction(clickedRow(), clickedColumn(), clickModifiers_);
@@ -55,7 +56,10 @@ void OutlineView::setPlaceholderText(const QString &text) {
 }
 
 void OutlineView::paintEvent(QPaintEvent *event) {
+    // Qt's mark stays where the drag was allowed last. It also says where drops go, so it is back at once.
+    setDropIndicatorShown(dropPosition_.has_value());
     QTreeView::paintEvent(event);
+    setDropIndicatorShown(true);
     QPainter painter(viewport());
     drawDropPlace(painter);
     if (!isEnabled() || !controller_ || controller_->rowCount({}) > 0) return;
@@ -161,43 +165,6 @@ int OutlineView::clickedColumn() const {
     return clickedCell_.isValid() ? clickedCell_.column() : -1;
 }
 
-void OutlineView::expandItem(const TreeNode &item, bool expandChildren) {
-    if (!expandChildren) {
-        if (item.childCount() > 0) expand(controller_->indexForNode(item));
-        return;
-    }
-    // With a layout to come, Qt notes what is unfolded instead of laying out each.
-    scheduleDelayedItemsLayout();
-    std::vector<std::pair<const TreeNode *, size_t>> pending{{&item, item.depth()}};
-    while (!pending.empty()) {
-        const auto [node, depth] = pending.back();
-        pending.pop_back();
-        if (node->childCount() == 0 || depth > deepestUnfolded) continue;
-        expand(controller_->indexForNode(*node));
-        for (const TreeNode *child : node->childNodes())
-            pending.emplace_back(child, depth + 1);
-    }
-}
-
-void OutlineView::collapseItem(const TreeNode &item, bool collapseChildren) {
-    if (!collapseChildren) {
-        collapse(controller_->indexForNode(item));
-        return;
-    }
-    scheduleDelayedItemsLayout();
-    std::vector<const TreeNode *> pending{&item};
-    while (!pending.empty()) {
-        const TreeNode *node = pending.back();
-        pending.pop_back();
-        collapse(controller_->indexForNode(*node));
-        pending.insert(pending.end(), node->childNodes().begin(), node->childNodes().end());
-    }
-}
-
-bool OutlineView::isItemExpanded(const TreeNode &item) const {
-    return item.childCount() > 0 && isExpanded(controller_->indexForNode(item));
-}
-
 void OutlineView::reloadItem(const TreeNode *item) {
     if (!item || !item->parentNode()) {
         viewport()->update();
@@ -249,9 +216,15 @@ bool OutlineView::mayEdit(const QModelIndex &cell) const {
 }
 
 bool OutlineView::edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) {
-    const QModelIndex cell =
-        trigger == EditKeyPressed ? index.siblingAtColumn(TreeController::TitleColumn) : index;
-    return mayEdit(cell) && QTreeView::edit(cell, trigger, event);
+    if (trigger != EditKeyPressed) return mayEdit(index) && QTreeView::edit(index, trigger, event);
+    const QModelIndex cell = index.siblingAtColumn(TreeController::TitleColumn);
+    if (!mayEdit(cell)) return false;
+    // Nobody types into what can't be seen, and the way on begins at the cell that is edited.
+    TreeNode &node = controller_->nodeForIndex(cell);
+    revealItems({&node});
+    if (rowForItem(node) < 0) return false;
+    selectionModel()->setCurrentIndex(cell, QItemSelectionModel::NoUpdate);
+    return QTreeView::edit(cell, trigger, event);
 }
 
 void OutlineView::editColumn(int column, int row) {

@@ -6,12 +6,14 @@
 #include <QBasicTimer>
 #include <QTreeView>
 
+#include <functional>
 #include <optional>
 
 namespace leafwright {
 
 /// Shows the nodes of a tree controller, whose selection is its own. Rows are 0-based and count what is
-/// shown: nodes inside folded ones have none. Selecting a node that is not shown unfolds nothing.
+/// shown: nodes inside folded ones have none. Selecting a node that is not shown unfolds nothing; when an
+/// item is folded over selected ones, it is selected in their place.
 class OutlineView : public QTreeView, private TreeDragHandler {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(OutlineView)
@@ -54,6 +56,14 @@ public:
     /// Folds an item; with its children, all that is below it, so that it is folded when it shows again.
     void collapseItem(const TreeNode &item, bool collapseChildren = false);
     bool isItemExpanded(const TreeNode &item) const;
+    /// Folds several with all that is below them, quicker than one after the other.
+    void collapseItems(const std::vector<TreeNode *> &items);
+    /// Unfolds all that items are below, down to 1,000 levels from the top, and scrolls to the first of them,
+    /// and to the last if there is room.
+    void revealItems(const std::vector<TreeNode *> &items);
+    /// Changes the tree while the rows that stay in sight stay where they are, whatever happens to the
+    /// current one.
+    void keepingPlace(const std::function<void()> &change);
     /// Draws an item anew; null for all.
     void reloadItem(const TreeNode *item);
     /// What stands in the place of the rows while there are none, in a faint colour.
@@ -127,6 +137,8 @@ private:
     void drawCell(QPainter *painter, QStyleOptionViewItem option, const QModelIndex &cell) const;
     bool isUnderPointer(const QModelIndex &index) const;
     bool isBeingEdited(const QModelIndex &index) const;
+    void collapseWithChildren(std::vector<const TreeNode *> pending);
+    void foldingHides(const std::vector<const TreeNode *> &folded);
     void pressedAt(const QPoint &position);
     bool showCellExpansion(const QPoint &position, const QPoint &globalPosition);
     QPixmap dragPicture(const QModelIndexList &dragged) const;
@@ -134,6 +146,7 @@ private:
     void unfoldSoon(const QModelIndex &index);
     void dragIsOver();
     void aboutToDrop(const QDropEvent &event);
+    void leaveItToTheDelegate(QDropEvent &event);
     /// What is being dragged, if this is its data; else just the data.
     DraggingInfo infoOf(const QMimeData &pasteboard) const;
     /// The line below an unfolded item stands before its first child, not behind its last.
@@ -145,6 +158,7 @@ private:
     QString placeholderText_;
     mutable Rows rows_;
     quint64 unfoldingRevision_ = 1;
+    bool foldingMany_ = false;  ///< While what they hide is looked at once for all.
     QPersistentModelIndex clickedCell_;
     Qt::KeyboardModifiers clickModifiers_;
     DraggingInfo dragging_;               ///< Of the event that is being handled.

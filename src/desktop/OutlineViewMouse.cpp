@@ -35,6 +35,11 @@ void OutlineView::mousePressEvent(QMouseEvent *event) {
 }
 
 void OutlineView::mouseDoubleClickEvent(QMouseEvent *event) {
+    if (event->button() != Qt::LeftButton) {
+        // Qt would tell of a double click whatever button it was.
+        mousePressEvent(event);
+        return;
+    }
     pressedAt(event->position().toPoint());
     clickModifiers_ = event->modifiers();
     QTreeView::mouseDoubleClickEvent(event);
@@ -90,11 +95,20 @@ void OutlineView::dragEnterEvent(QDragEnterEvent *event) {
     QTreeView::dragEnterEvent(event);
 }
 
+/// Qt refuses to move anything to a row that is itself selected, although it may go above or below. It does
+/// not when told that this is no move; what is accepted is the move that was proposed all the same.
+void OutlineView::leaveItToTheDelegate(QDropEvent &event) {
+    if (event.source() == this && event.proposedAction() == Qt::MoveAction)
+        event.setDropAction(Qt::CopyAction);
+}
+
 void OutlineView::dragMoveEvent(QDragMoveEvent *event) {
     aboutToDrop(*event);
+    leaveItToTheDelegate(*event);
     QTreeView::dragMoveEvent(event);
     const QPoint position = event->position().toPoint();
     dropPosition_ = event->isAccepted() ? std::optional(position) : std::nullopt;
+    viewport()->update();
     unfoldSoon(indexAt(position).siblingAtColumn(TreeController::TitleColumn));
 }
 
@@ -129,6 +143,7 @@ void OutlineView::dragLeaveEvent(QDragLeaveEvent *event) {
 
 void OutlineView::dropEvent(QDropEvent *event) {
     aboutToDrop(*event);
+    leaveItToTheDelegate(*event);
     QTreeView::dropEvent(event);
     dragIsOver();
 }

@@ -55,6 +55,7 @@ void PDFView::setDocument(PDFDocument *document) {
     });
     pagesMoved();
     Q_EMIT documentChanged();
+    Q_EMIT historyChanged();
     if (layout_.scale() != scale) Q_EMIT scaleChanged();
     if (hadSelection) Q_EMIT selectionChanged();
 }
@@ -74,90 +75,17 @@ void PDFView::resetPages() {
     pointerPage_.reset();
     autoScrollTimer_.stop();
     pinnedPage_.reset();
+    history_.clear();
     notedPage_ = -2;  // the next one is told of in any case, also if there is none
 }
 
 // Pages
-
-const PDFPage *PDFView::currentPage() const {
-    return isEmpty() ? nullptr : &page(currentPageIndex());
-}
-
-int PDFView::currentPageIndex() const {
-    if (isEmpty()) return -1;
-    const auto [first, last] = visiblePages();
-    if (pinnedPage_ && *pinnedPage_ >= first && *pinnedPage_ <= last) return *pinnedPage_;
-    return layout_.pageNear(verticalScrollBar()->value() + viewport()->height() / 2);
-}
-
-void PDFView::goToPage(const PDFPage *page) {
-    if (page && document_ && document_->page(page->index()) == page) goToDestination({page->index(), {}});
-}
-
-void PDFView::goToDestination(const PDFDestination &destination) {
-    const int index = destination.pageIndex;
-    if (index < 0 || index >= layout_.pageCount()) return;
-    if (isZeroPoint(destination.point)) {
-        scrollTo(index, {0, -PageLayout::gap / layout_.scale()});
-    } else {
-        scrollTo(index, page(index).transform().toShown(destination.point));
-    }
-}
-
-/// Puts a point of a page as shown at the top of the view, and moves sideways only if it were out of sight.
-/// A point off the page, which files may name, counts as the nearest one on it or in the gap above.
-void PDFView::scrollTo(int index, const QPointF &shown) {
-    keepingPage([&] {
-        const QSizeF size = layout_.pageSize(index);
-        const QPointF onPage(std::clamp(shown.x(), 0.0, size.width()),
-                             std::clamp(shown.y(), -PageLayout::gap / layout_.scale(), size.height()));
-        const QPointF target = shownToView(onPage, index);
-        verticalScrollBar()->setValue(verticalScrollBar()->value() + qRound(target.y()));
-        if (target.x() < 0 || target.x() >= viewport()->width())
-            horizontalScrollBar()->setValue(horizontalScrollBar()->value() + qRound(target.x()) -
-                                            PageLayout::gap);
-        pinnedPage_ = index;
-    });
-}
-
-void PDFView::goToNextPage() {
-    if (canGoToNextPage()) goToDestination({currentPageIndex() + 1, {}});
-}
-
-void PDFView::goToPreviousPage() {
-    if (canGoToPreviousPage()) goToDestination({currentPageIndex() - 1, {}});
-}
-
-void PDFView::goToFirstPage() {
-    goToDestination({0, {}});
-}
-
-void PDFView::goToLastPage() {
-    goToDestination({layout_.pageCount() - 1, {}});
-}
-
-bool PDFView::canGoToNextPage() const {
-    return currentPageIndex() + 1 < layout_.pageCount();
-}
-
-bool PDFView::canGoToPreviousPage() const {
-    return currentPageIndex() > 0;
-}
 
 void PDFView::notePageChange() {
     const int current = currentPageIndex();
     if (current == notedPage_) return;
     notedPage_ = current;
     Q_EMIT pageChanged();
-}
-
-/// Does what moves pages without somebody having scrolled: the page gone to stays the current one.
-template <typename Action>
-void PDFView::keepingPage(Action &&action) {
-    const bool within = std::exchange(keepsPage_, true);
-    action();
-    keepsPage_ = within;
-    if (!within) notePageChange();
 }
 
 // Scale
@@ -182,6 +110,19 @@ void PDFView::zoomOut() {
 
 void PDFView::zoomToFit() {
     setAutoScales(true);
+}
+
+void PDFView::zoomToPage() {
+    if (isEmpty()) return;
+    const int index = currentPageIndex();
+    const QSizeF page = layout_.pageSize(index);
+    const QSizeF room = viewport()->size() - QSize(2 * PageLayout::gap, 2 * PageLayout::gap);
+    setScaleFactor(std::min(room.width() / page.width(), room.height() / page.height()));
+    goStraightTo({index, {}});
+}
+
+void PDFView::zoomToActualSize() {
+    setScaleFactor(1);
 }
 
 /// Sets the scale so that what is at a view point stays there.

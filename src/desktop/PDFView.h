@@ -1,5 +1,6 @@
 #pragma once
 
+#include "desktop/PageHistory.h"
 #include "desktop/PageImageCache.h"
 #include "desktop/PageLayout.h"
 #include "desktop/RenderQueue.h"
@@ -50,6 +51,12 @@ public:
     void goToLastPage();
     bool canGoToNextPage() const;
     bool canGoToPreviousPage() const;
+    /// To where the view was before the last jump, that is, before it went to a page or a destination other
+    /// than by a step; and back again. Stays where there is nowhere to go.
+    void goBack();
+    void goForward();
+    bool canGoBack() const { return history_.canGoBack(); }
+    bool canGoForward() const { return history_.canGoForward(); }
 
     /// Pixels per point.
     double scaleFactor() const { return layout_.scale(); }
@@ -63,6 +70,10 @@ public:
     void zoomOut();
     /// The same as setAutoScales(true).
     void zoomToFit();
+    /// Makes the current page as large as can be seen whole, and shows it.
+    void zoomToPage();
+    /// A point of the page becomes one of the screen.
+    void zoomToActualSize();
 
     /// The part of a page that is shown, its crop box, in page space; empty for null.
     Rect boundsForDisplayBox(const PDFPage *page) const;
@@ -98,6 +109,8 @@ Q_SIGNALS:
     void pageChanged();
     void selectionChanged();
     void scaleChanged();
+    /// Whether one can go back or forward may have changed.
+    void historyChanged();
     /// All that can be seen of the pages is drawn at the scale of the view.
     void visiblePagesRendered();
     /// A link to somewhere outside this document was clicked.
@@ -122,9 +135,12 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    /// The second of quick clicks, and of them only; a fourth, say, is a press.
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    /// Claims the keys that lead back and forward, which elsewhere in a window do something else.
+    bool event(QEvent *event) override;
     void timerEvent(QTimerEvent *event) override;
 
 private:
@@ -154,7 +170,9 @@ private:
     void updateScrollBars();
     template <typename Action>
     void keepingPage(Action &&action);
+    void goStraightTo(const PDFDestination &destination);
     void scrollTo(int index, const QPointF &shown);
+    void returnTo(const std::optional<Anchor> &place);
     void notePageChange();
     void resetPages();
 
@@ -197,14 +215,15 @@ private:
     std::optional<TextRange> draggedRange(int pageIndex, const Spot &first, const Spot &last) const;
     void select(const std::optional<PDFSelection> &selection);
     void pointAt(const QPointF &viewPoint);
-    bool isThirdClick(const QMouseEvent &event) const;
+    void countClick(const QMouseEvent &event);
 
     RenderQueue queue_;
     PDFDocument *document_ = nullptr;
     PageLayout layout_;
     PageImageCache images_;
     bool autoScales_ = false;
-    bool keepsPage_ = false;         ///< While the view itself moves the pages.
+    bool keepsPage_ = false;  ///< While the view itself moves the pages.
+    PageHistory<Anchor> history_;
     std::optional<int> pinnedPage_;  ///< The page gone to, current until the view is scrolled.
     int notedPage_ = -1;             ///< The current page of which was told last.
     bool rendered_ = false;
@@ -228,10 +247,21 @@ private:
     std::optional<int> pointerPage_;
     QPoint pointer_;
     QPoint pressedAt_;
-    std::optional<quint64> doubleClickTime_;  ///< In milliseconds of the window system.
-    QPoint doubleClickedAt_;
+    int clickCount_ = 0;  ///< Quick clicks in one place so far, the present one included.
+    Qt::MouseButton clickButton_ = Qt::NoButton;
+    quint64 clickTime_ = 0;  ///< In milliseconds of the window system.
+    QPoint clickedAt_;
     QBasicTimer autoScrollTimer_;
     PDFViewTextDrag *textDrag_;
 };
+
+/// Does what moves pages without somebody having scrolled: the page gone to stays the current one.
+template <typename Action>
+void PDFView::keepingPage(Action &&action) {
+    const bool within = std::exchange(keepsPage_, true);
+    action();
+    keepsPage_ = within;
+    if (!within) notePageChange();
+}
 
 }  // namespace leafwright

@@ -20,6 +20,13 @@ constexpr double degreesOfWheelNotch = 120;  // in eighths
 constexpr int autoScrollMilliseconds = 30;
 constexpr double autoScrollSpeed = 0.5;
 
+/// Whether a key leads to a place that was left: back is -1, forward 1, any other key 0.
+int stepInHistory(const QKeyEvent &event) {
+    const bool alt = event.modifiers().testFlag(Qt::AltModifier);
+    if ((alt && event.key() == Qt::Key_Left) || event.key() == Qt::Key_Back) return -1;
+    return (alt && event.key() == Qt::Key_Right) || event.key() == Qt::Key_Forward ? 1 : 0;
+}
+
 bool isFarApart(const QPoint &a, const QPoint &b) {
     return (a - b).manhattanLength() >= QApplication::startDragDistance();
 }
@@ -27,28 +34,38 @@ bool isFarApart(const QPoint &a, const QPoint &b) {
 }  // namespace
 
 bool PDFView::viewportEvent(QEvent *event) {
-    // Noted here, since subclasses have other uses for double clicks, and a third click is known by them.
-    if (event->type() == QEvent::MouseButtonDblClick) {
-        const auto &click = *static_cast<QMouseEvent *>(event);
-        doubleClickTime_ = click.timestamp();
-        doubleClickedAt_ = click.position().toPoint();
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick) {
+        auto &click = *static_cast<QMouseEvent *>(event);
+        countClick(click);
+        // Qt calls every other one of quick clicks a double click.
+        if (event->type() == QEvent::MouseButtonDblClick && clickCount_ != 2) {
+            mousePressEvent(&click);
+            return true;
+        }
     } else if (event->type() == QEvent::Leave) {
         pointerPage_.reset();
     }
     return QAbstractScrollArea::viewportEvent(event);
 }
 
-bool PDFView::isThirdClick(const QMouseEvent &event) const {
+void PDFView::countClick(const QMouseEvent &event) {
     const auto interval = static_cast<quint64>(QGuiApplication::styleHints()->mouseDoubleClickInterval());
-    return doubleClickTime_ && event.timestamp() - *doubleClickTime_ <= interval &&
-           !isFarApart(event.position().toPoint(), doubleClickedAt_);
+    const QPoint place = event.position().toPoint();
+    const bool addsUp = event.button() == clickButton_ && event.timestamp() - clickTime_ <= interval &&
+                        !isFarApart(place, clickedAt_);
+    const int before = addsUp ? clickCount_ : 0;
+    // Whether two clicks belong together, the window system has decided.
+    clickCount_ = event.type() == QEvent::MouseButtonDblClick ? std::max(before, 1) + 1 : before + 1;
+    clickButton_ = event.button();
+    clickTime_ = event.timestamp();
+    clickedAt_ = place;
 }
 
 void PDFView::mousePressEvent(QMouseEvent *event) {
+    if (event->button() == Qt::BackButton) goBack();
+    if (event->button() == Qt::ForwardButton) goForward();
     if (event->button() != Qt::LeftButton || isEmpty()) return;
-    const bool third = isThirdClick(*event);
-    doubleClickTime_.reset();
-    if (third) {
+    if (clickCount_ > 2) {
         ask(Request::Line, spotNear(event->position()));
     } else {
         press(event->position().toPoint(), event->modifiers().testFlag(Qt::ShiftModifier));
@@ -105,7 +122,11 @@ void PDFView::mouseReleaseEvent(QMouseEvent *event) {
 }
 
 void PDFView::mouseDoubleClickEvent(QMouseEvent *event) {
-    if (event->button() == Qt::LeftButton && !isEmpty()) ask(Request::Word, spotNear(event->position()));
+    if (event->button() != Qt::LeftButton) {
+        mousePressEvent(event);
+    } else if (!isEmpty()) {
+        ask(Request::Word, spotNear(event->position()));
+    }
 }
 
 void PDFView::timerEvent(QTimerEvent *event) {
@@ -187,9 +208,21 @@ void PDFView::wheelEvent(QWheelEvent *event) {
     event->accept();
 }
 
+bool PDFView::event(QEvent *event) {
+    if (event->type() == QEvent::ShortcutOverride && stepInHistory(*static_cast<QKeyEvent *>(event)) != 0) {
+        event->accept();
+        return true;
+    }
+    return QAbstractScrollArea::event(event);
+}
+
 void PDFView::keyPressEvent(QKeyEvent *event) {
     if (event->matches(QKeySequence::Copy)) {
         copy();
+        return;
+    }
+    if (const int step = stepInHistory(*event); step != 0) {
+        step < 0 ? goBack() : goForward();
         return;
     }
     const bool control = event->modifiers().testFlag(Qt::ControlModifier);

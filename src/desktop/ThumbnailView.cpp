@@ -151,6 +151,12 @@ void ThumbnailView::takeDocument() {
     setModel(new PageListModel(document(), this));
     delete oldSelection;
     delete old;
+    tallest_ = 0;
+    for (int i = 0; document() && i < document()->pageCount(); ++i) {
+        const QSizeF page = document()->page(i)->transform().shownSize();
+        tallest_ = std::max(tallest_, page.height() / page.width());
+    }
+    layOut();
     followPage();
     scheduleRequests();
 }
@@ -193,11 +199,15 @@ void ThumbnailView::setLabelFont(const QFont &font) {
     layOut();
 }
 
-/// Gives every page a cell; as many cells beside each other as fit and are allowed share the width.
+/// Gives every page a cell; as many cells beside each other as fit and are allowed share the width. Images
+/// that are wider than the view are made smaller, and cells are no higher than the tallest of them.
 void ThumbnailView::layOut() {
-    const int width = qCeil(thumbnailSize_.width()) + 2 * margin;
-    const int height = qCeil(thumbnailSize_.height()) + QFontMetrics(labelFont_).height() + 3 * margin;
     const int room = viewport()->width() - 1;  // a row that fills the width exactly would be broken
+    const double widest = std::max(1, room - 2 * margin);
+    place_ = {std::min(thumbnailSize_.width(), widest), thumbnailSize_.height()};
+    if (tallest_ > 0) place_.setHeight(std::min(place_.height(), place_.width() * tallest_));
+    const int width = qCeil(place_.width()) + 2 * margin;
+    const int height = qCeil(place_.height()) + QFontMetrics(labelFont_).height() + 3 * margin;
     int columns = std::max(1, room / width);
     if (maximumColumns_ > 0) columns = std::min(columns, maximumColumns_);
     const QSize cell(std::max(width, room / columns), height);
@@ -221,7 +231,7 @@ void ThumbnailView::changeEvent(QEvent *event) {
 
 double ThumbnailView::pageScale(int index) const {
     const QSizeF page = document()->page(index)->transform().shownSize();
-    return std::min(thumbnailSize_.width() / page.width(), thumbnailSize_.height() / page.height());
+    return std::min(place_.width() / page.width(), place_.height() / page.height());
 }
 
 QSize ThumbnailView::paperSize(int index) const {

@@ -24,7 +24,8 @@ public:
     /// How many columns there are at most; 0 stands for as many as fit. One at first.
     int maximumNumberOfColumns() const { return maximumColumns_; }
     void setMaximumNumberOfColumns(int columns);
-    /// The size that images fit in, in points, which are pixels here. 100 by 130 at first.
+    /// The size that images fit in, in points, which are pixels here. 100 by 130 at first. Where the view is
+    /// narrower, they fit in its width.
     QSizeF thumbnailSize() const { return thumbnailSize_; }
     void setThumbnailSize(const QSizeF &size);
     QFont labelFont() const { return labelFont_; }
@@ -64,6 +65,8 @@ private:
     QPointer<PDFView> view_;
     PageImageCache images_;
     QSizeF thumbnailSize_{100, 130};
+    QSizeF place_;        ///< What images fit in, given the width of the view.
+    double tallest_ = 0;  ///< The greatest ratio of height to width among the pages.
     QFont labelFont_;
     int maximumColumns_ = 1;
     bool following_ = false;  ///< While the page view sets the current page.

@@ -152,8 +152,9 @@ int AutoTOCCommands::maxDepth() const {
 
 void AutoTOCCommands::insertTopItem(std::unique_ptr<MyOutlineItem> top) {
     TreeController &tree = document_.treecontroller();
-    tree.insertObjectAtArrangedObjectIndexPath(
+    TreeNode &added = tree.insertObjectAtArrangedObjectIndexPath(
         std::move(top), IndexPath::indexPathWithIndex(tree.arrangedObjects().childCount()));
+    document_.outlineview()->revealItems({&added});
     document_.outlineview()->setFocus();
     document_.updateChangeCount(Document::Change::Done);
 }

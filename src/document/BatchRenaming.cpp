@@ -100,11 +100,11 @@ void BatchRenaming::changeCaseToTitleCase() {
 }
 
 void BatchRenaming::changeCaseToUpperCase() {
-    renameSelected([](const QString &title) { return title.toUpper(); });
+    renameSelected(uppercaseString);
 }
 
 void BatchRenaming::changeCaseToLowerCase() {
-    renameSelected([](const QString &title) { return title.toLower(); });
+    renameSelected(lowercaseString);
 }
 
 void BatchRenaming::beginSheet(Sheet *sheet, const QString &confirm, const std::function<Rewrite()> &rewrite,

@@ -1,11 +1,13 @@
 #include "document/DocumentWindow.h"
 
+#include "desktop/AccessLetters.h"
 #include "desktop/ActionIcon.h"
 #include "desktop/DocumentController.h"
 #include "desktop/NoticeBars.h"
 #include "desktop/OKNSOutlineView.h"
 #include "desktop/SplitView.h"
 #include "desktop/ThumbnailView.h"
+#include "document/ContextMenus.h"
 #include "document/HeadingMapCommands.h"
 #include "document/HeadingMapModel.h"
 #include "document/MyDocument.h"
@@ -45,6 +47,24 @@ QStringList draggedFiles(const QMimeData &data) {
     return paths;
 }
 
+/// The command with its keys, for who looks at its picture.
+QString toolTipOf(const QAction &action) {
+    const QString keys = action.shortcut().toString(QKeySequence::NativeText);
+    return keys.isEmpty() ? action.text() : QStringLiteral("%1 (%2)").arg(action.text(), keys);
+}
+
+/// Lets each command of a menu be chosen by a letter.
+void giveAccessLetters(QMenu &menu) {
+    QList<QAction *> commands = menu.actions();
+    commands.removeIf([](const QAction *action) { return action->isSeparator(); });
+    QStringList titles;
+    for (const QAction *command : commands)
+        titles.append(command->text());
+    titles = withAccessLetters(titles);
+    for (qsizetype i = 0; i < commands.size(); ++i)
+        commands[i]->setText(titles[i]);
+}
+
 /// Does in a field that is being typed in what the menu calls the same there and elsewhere. The keys of these
 /// commands come to the field by themselves. @return whether the command was for such a field
 bool performInTextField(QWidget *focus, const QString &selector) {
@@ -71,6 +91,7 @@ DocumentWindow::DocumentWindow(MyDocument &document) : document_(document) {
     makeMenus();
     makeStatusBar();
     connectViews();
+    addContextMenus(*this);
     updateTitle();
     restorePlace();
     updateActions();
@@ -142,6 +163,7 @@ QAction *DocumentWindow::makeAction(const ActionDescription &description) {
     auto *action = new QAction(actionTitle(description), this);
     action->setObjectName(selector);
     action->setShortcut(QKeySequence(QString::fromLatin1(description.shortcut)));
+    action->setToolTip(toolTipOf(*action));
     action->setIcon(actionIcon(QString::fromLatin1(description.selector)));
     connect(action, &QAction::triggered, this, [this, selector, action] {
         if (document_.isBusy() || performInTextField(focusWidget(), selector)) return;
@@ -173,7 +195,9 @@ void DocumentWindow::makeMenus() {
                 toolBar->addSeparator();
             toolBar->addAction(action);
         }
-        if (menu) connect(menu, &QMenu::aboutToShow, this, &DocumentWindow::updateActions);
+        if (!menu) continue;
+        giveAccessLetters(*menu);
+        connect(menu, &QMenu::aboutToShow, this, &DocumentWindow::updateActions);
     }
 }
 
@@ -222,6 +246,7 @@ void DocumentWindow::connectViews() {
     connect(&document_.treecontroller(), &QAbstractItemModel::rowsMoved, this, scheduleUpdate);
     connect(&document_.treecontroller(), &QAbstractItemModel::layoutChanged, this, scheduleUpdate);
     connect(pdfview_, &PDFView::selectionChanged, this, scheduleUpdate);
+    connect(pdfview_, &PDFView::historyChanged, this, scheduleUpdate);
     connect(pdfview_, &PDFView::pageChanged, this, &DocumentWindow::updatePageStatus);
     connect(pdfview_, &PDFView::scaleChanged, this, &DocumentWindow::updatePageStatus);
     connect(pdfview_, &PDFView::copyRequested, this,

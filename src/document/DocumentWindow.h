@@ -43,6 +43,8 @@ public:
 
     /// Offers the files opened lately in the File menu. @param controller must outlive the window
     void setRecentDocuments(DocumentController &controller);
+    /// Enables the commands that may be chosen now, which otherwise happens a moment later.
+    void updateActions();
 
 Q_SIGNALS:
     /// Files were dropped on the window. Absolute paths.
@@ -62,7 +64,6 @@ private:
     void connectViews();
     void updateTitle();
     void updatePageStatus();
-    void updateActions();
     void restorePlace();
     void closeAfterWaiting();
 

@@ -151,8 +151,10 @@ void MyDocument::bindThumbnails() {
     pdfthumbs()->setMaximumNumberOfColumns(0);
     const PDFPage *first = pdfDoc_ ? pdfDoc_->page(0) : nullptr;
     if (!first) return;
+    // The middle of the top edge as it is shown, wherever that is in page space.
+    const PageTransform transform = first->transform();
+    pdfview()->goToDestination({0, transform.toPage(QPointF(transform.shownSize().width() * 0.5, 0))});
     const Rect crop = first->cropBox();
-    pdfview()->goToDestination({0, {crop.width * 0.5, crop.height}});
     if (crop.height > 0)
         pdfthumbs()->setThumbnailSize({thumbnailHeight * crop.width / crop.height, thumbnailHeight});
 }

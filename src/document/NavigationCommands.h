@@ -6,6 +6,7 @@ namespace leafwright {
 
 class MyDocument;
 class MyOutlineItem;
+class PDFPage;
 
 /// From the outline to the pages, and from page to page.
 class NavigationCommands {
@@ -22,12 +23,16 @@ public:
     void moveToPageOfOutlineItem();
     /// Shows the page with a label, which may be a printed page number; the first page if there is none.
     void moveToPageLabel(const QString &label);
+    /// Asks for a page, by its label or else by its number in the file, counted from 1, and shows it.
+    void goToPageLabel();
     void nextPage();
     void prevPage();
     /// Moves the page labels to the next corner: none, top right, bottom right, bottom left, top left.
     void nextPageLabelLocation();
 
 private:
+    /// The page that people call so; null if there is none.
+    const PDFPage *pageCalled(const QString &text) const;
     void editClickedCell();
 
     MyDocument &document_;

@@ -127,7 +127,9 @@ bool OutlineDelegate::acceptOther(const TreeNode *item, int childIndex) {
         childIndex >= 0 ? childIndex : (item ? 0 : countOfTopLevel(document_.treecontroller()));
     const IndexPath path = insertionPath(item, position);
     if (draggedNodes_) {
-        if (!document_.treecontroller().moveNodes(draggedNodes(), path)) return false;
+        const std::vector<TreeNode *> nodes = draggedNodes();
+        if (!document_.treecontroller().moveNodes(nodes, path)) return false;
+        document_.outlineview()->revealItems(nodes);
         draggedNodes_.reset();
         changed();
         return true;
@@ -140,7 +142,9 @@ IndexPath OutlineDelegate::insertionPath(const TreeNode *item, size_t childIndex
 }
 
 bool OutlineDelegate::insertDraggedItem(const IndexPath &path) {
-    document_.treecontroller().insertObjectAtArrangedObjectIndexPath(std::move(draggedNewTOCItem_), path);
+    TreeNode &added =
+        document_.treecontroller().insertObjectAtArrangedObjectIndexPath(std::move(draggedNewTOCItem_), path);
+    document_.outlineview()->revealItems({&added});
     changed();
     return true;
 }

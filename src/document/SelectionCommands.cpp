@@ -73,8 +73,7 @@ void SelectionCommands::applyTOCExpand() {
 }
 
 void SelectionCommands::applyTOCCollapse() {
-    for (const TreeNode *node : document_.selectedNodes())
-        document_.outlineview()->collapseItem(*node, true);
+    document_.outlineview()->collapseItems(document_.selectedNodes());
 }
 
 void SelectionCommands::runSearchSelectSheet() {

@@ -33,6 +33,7 @@ public:
     }
     ~Moving() {
         manyMoves_.reset();
+        document_.outlineview()->revealItems(nodes_);
         document_.updateChangeCount(Document::Change::Done);
         document_.setShouldIgnoreKVO(false);
     }
@@ -162,8 +163,13 @@ IndexPath StructuralEdits::endOfTopLevel() const {
     return IndexPath::indexPathWithIndex(document_.root().children().size());
 }
 
+void StructuralEdits::showSelected() {
+    document_.outlineview()->revealItems(document_.treecontroller().selectedNodes());
+}
+
 void StructuralEdits::editSelectedTitle() {
     OKNSOutlineView &outline = *document_.outlineview();
+    showSelected();
     outline.editColumn(TreeController::TitleColumn, outline.selectedRow());
 }
 
@@ -202,13 +208,16 @@ void StructuralEdits::removeOutlineItems() {
     std::vector<std::weak_ptr<TreeNode>> nodes;
     for (TreeNode *node : document_.selectedNodes())
         nodes.push_back(node->weak_from_this());
-    for (const auto &weak : nodes) {
-        const auto node = weak.lock();
-        // One that stood below another selected item has gone with it.
-        if (!node || !node->parentNode()) continue;
-        node->parentNode()->representedObject()->removeObjectFromChildrenAtIndex(node->row());
-    }
-    document_.treecontroller().setSelectedNodes({});
+    // What is left of the list stays where it was, although Qt would show the neighbour of what goes.
+    document_.outlineview()->keepingPlace([&] {
+        for (const auto &weak : nodes) {
+            const auto node = weak.lock();
+            // One that stood below another selected item has gone with it.
+            if (!node || !node->parentNode()) continue;
+            node->parentNode()->representedObject()->removeObjectFromChildrenAtIndex(node->row());
+        }
+        document_.treecontroller().setSelectedNodes({});
+    });
     document_.updateChangeCount(Document::Change::Done);
 }
 
@@ -218,6 +227,7 @@ void StructuralEdits::promoteChildrenOutlineItem() {
     if (node) {
         const std::vector<TreeNode *> children = node->childNodes();
         document_.treecontroller().moveNodes(children, *nextsibling(node->indexPath()));
+        document_.outlineview()->revealItems(children);
     }
     document_.updateChangeCount(Document::Change::Done);
     if (node) document_.outlineview()->reloadItem(node->parentNode());
@@ -243,6 +253,7 @@ void StructuralEdits::addSelectedTextAsTOCSibling() {
     const TreeNode *selected = firstSelected();
     const IndexPath path = selected ? *nextsibling(selected->indexPath()) : endOfTopLevel();
     document_.treecontroller().insertObjectAtArrangedObjectIndexPath(std::move(item), path);
+    showSelected();
     document_.updateChangeCount(Document::Change::Done);
 }
 
@@ -253,6 +264,7 @@ void StructuralEdits::addSelectedTextAsTOCChild() {
     const IndexPath path =
         parent ? parent->indexPath().indexPathByAddingIndex(parent->childCount()) : endOfTopLevel();
     document_.treecontroller().insertObjectAtArrangedObjectIndexPath(std::move(item), path);
+    showSelected();
     document_.updateChangeCount(Document::Change::Done);
 }
 

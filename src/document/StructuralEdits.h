@@ -58,6 +58,7 @@ private:
     std::unique_ptr<MyOutlineItem> itemForSelectedText() const;
     TreeNode *firstSelected() const;
     IndexPath endOfTopLevel() const;
+    void showSelected();
     void editSelectedTitle();
 
     MyDocument &document_;

@@ -21,8 +21,13 @@ QString titleWithReplacement(const QString &title, const QString &findTerm,
 /// The prefix, a blank, the title; also when one of them is empty.
 QString prefixedTitle(const QString &title, const QString &prefix);
 
-/// The first letter of every word in upper case, all other letters in lower case. Words are those of
-/// Unicode (UAX 29), so that an apostrophe does not end one.
+/// All letters in upper case or in lower case, as the whole text wants it: "ß" becomes "SS", and a sigma that
+/// ends a word the final one.
+QString uppercaseString(const QString &text);
+QString lowercaseString(const QString &text);
+
+/// The first letter of every word in upper case, all other letters in lower case, likewise. Words are those
+/// of Unicode (UAX 29), so that an apostrophe does not end one.
 QString capitalizedString(const QString &text);
 
 }  // namespace leafwright

@@ -1,6 +1,7 @@
 #include "script/ScriptSheets.h"
 
 #include "desktop/Sheet.h"
+#include "document/PageLabelMap.h"
 #include "script/StepFailure.h"
 
 #include <QCheckBox>
@@ -33,7 +34,9 @@ bool setValue(QWidget &widget, const QJsonValue &value) {
     if (auto *number = qobject_cast<QSpinBox *>(&widget)) {
         const bool isWhole = value.isDouble() && value.toDouble() == value.toInt();
         if (isWhole) number->setValue(value.toInt());
-        return isWhole;
+        // As it would be read from a field that takes any text.
+        if (value.isString()) number->setValue(integerValue(value.toString()));
+        return isWhole || value.isString();
     }
     auto *line = qobject_cast<QLineEdit *>(&widget);
     if (line && value.isString()) line->setText(value.toString());

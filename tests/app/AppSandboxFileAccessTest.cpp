@@ -110,6 +110,35 @@ TEST_F(SandboxAccess, TheURLIsStandardisedAndItsLinksAreFollowedFirst) {
     EXPECT_TRUE(platform.openPanels[0].shouldEnablePath(realPath("real/new/b.pdf")));
 }
 
+TEST_F(SandboxAccess, LinksAreFollowedBeforeTheWayUpIsTaken) {
+    access.persistPermissionURL(file("real/a.pdf"));
+    folder("real/deep");
+    ASSERT_TRUE(QFile::link(realPath("real/deep"), realPath("link")));
+    EXPECT_EQ(request(QUrl::fromLocalFile(realPath("link/../a.pdf")), false), "a.pdf with a.pdf");
+    EXPECT_TRUE(platform.openPanels.isEmpty());
+    // Also behind what is not there.
+    EXPECT_EQ(request(QUrl::fromLocalFile(realPath("none/../link/../a.pdf")), false), "a.pdf with a.pdf");
+    EXPECT_TRUE(platform.openPanels.isEmpty());
+}
+
+TEST_F(SandboxAccess, RelativePathsCountFromTheWorkingFolder) {
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(realPath(""));
+    const QUrl url = file("a.pdf");
+    access.persistPermissionPath("a.pdf");
+    EXPECT_FALSE(kept(url).isNull());
+    QUrl used;
+    EXPECT_TRUE(access.requestAccessPermissionsForFilePath(
+        "a.pdf", false, [&](const QUrl &allowed, const QByteArray & /*data*/) { used = allowed; }));
+    EXPECT_EQ(used, url);
+    EXPECT_TRUE(platform.openPanels.isEmpty());
+    access.askPermissionForURL(QUrl::fromLocalFile("b.pdf"));
+    ASSERT_EQ(platform.openPanels.size(), 1);
+    EXPECT_EQ(platform.openPanels[0].path + '/', realPath(""));
+    EXPECT_TRUE(platform.openPanels[0].shouldEnablePath(realPath("b.pdf")));
+    QDir::setCurrent(before);
+}
+
 TEST_F(SandboxAccess, AStaleBookmarkIsReplacedByAFreshOneEvenIfNothingIsToBeRemembered) {
     const QUrl url = file("a.pdf");
     keep(url, "to " + file("moved.pdf").toEncoded());

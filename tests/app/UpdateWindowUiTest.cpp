@@ -5,11 +5,11 @@
 
 #include <QDialogButtonBox>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
-#include <QTextBrowser>
 
 #include <gtest/gtest.h>
 
@@ -42,7 +42,7 @@ protected:
     }
     QString headline() { return window.findChild<QLabel *>("headline")->text(); }
     QString text() { return window.findChild<QLabel *>("text")->text(); }
-    QTextBrowser *notes() { return window.findChild<QTextBrowser *>("notes"); }
+    QPlainTextEdit *notes() { return window.findChild<QPlainTextEdit *>("notes"); }
 
     test::HttpServer server;
     test::RecordingPlatform platform;

@@ -54,6 +54,16 @@ TEST(DocumentFonts, FamilyComesBeforeDisplayName) {
     EXPECT_EQ(fonts.find({"Times", 0, 14}), byFamily);
 }
 
+TEST(DocumentFonts, TheExactSizeComesBeforeOnesThatPrintTheSame) {
+    const Font larger = makeFont("Times", 12.04);
+    const Font exact = makeFont("Times", 12);
+    const Font uneven = makeFont("Times", 14.3);
+    DocumentFonts fonts = documentWith({body, larger, exact, makeFont("Times", 14.34), uneven});
+    EXPECT_EQ(fonts.find({"Times", 0, 12}), exact);
+    EXPECT_EQ(fonts.find({"Times", 0, 12}), larger) << "asked for once more";
+    EXPECT_EQ(fonts.find({"Times", 0, double{14.3F}}), uneven);
+}
+
 TEST(DocumentFonts, FontsThatFitAlikeAreGivenOneAfterTheOther) {
     const Font roman{FontFace{"Times Roman", "Times", 0}, 14.01};
     const Font caption{FontFace{"Times Caption", "Times", 0}, 13.99};
@@ -68,6 +78,8 @@ TEST(DocumentFonts, FontsLargerThanTheBodyTextAreGivenFirst) {
     const Font larger = makeFont("Times", 10.02);
     const Font smaller = makeFont("Times", 9.98);
     DocumentFonts fonts = documentWith({alike, smaller, larger});
+    for (int i = 0; i < 3; ++i)
+        fonts.expect({"Times", 0, 10});
     EXPECT_EQ(fonts.find({"Times", 0, 10}), larger);
     EXPECT_EQ(fonts.find({"Times", 0, 10}), alike);
     EXPECT_EQ(fonts.find({"Times", 0, 10}), smaller);

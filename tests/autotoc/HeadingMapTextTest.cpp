@@ -88,6 +88,16 @@ TEST(HeadingMapText, NumbersEndWhereTheirDigitsDo) {
     EXPECT_EQ(record->font->symbolicTraits(), BoldTrait);
 }
 
+TEST(HeadingMapText, TheLevelHasNoExponentAndTheSizeMayHaveASign) {
+    const auto record = parse("H1e1/+18.0/\"Times\"");
+    ASSERT_TRUE(record);
+    EXPECT_EQ(record->levelNumber, 1);
+    EXPECT_EQ(record->font->pointSize(), 18);
+    EXPECT_EQ(parse("H+2/1e1/\"Times\"")->levelNumber, 2);
+    EXPECT_EQ(parse("H2.9/1e1/\"Times\"")->levelNumber, 2);
+    EXPECT_FALSE(parse("H1/+-18.0/\"Times\""));
+}
+
 TEST(HeadingMapText, TheLevelStringStaysAsWritten) {
     const auto record = parse("H02/14.0/\"Times\"");
     ASSERT_TRUE(record);
@@ -187,6 +197,16 @@ TEST_F(LoadHeadingMapInADocument, ASavedMapComesBackWhole) {
     const HeadingLevelMap map = headingsfromFonts(census);
     ASSERT_EQ(map.size(), 4U);
     EXPECT_EQ(loadHeadingMap(stringToSaveListH1H2H3(map), DocumentFonts(census)).map, map);
+}
+
+TEST_F(LoadHeadingMapInADocument, OfFontsThatPrintAlikeTheLevelsStay) {
+    const Font larger{FontFace{"Times Display", "Times", 0}, 12.04};
+    const Font smaller{FontFace{"Times Caption", "Times", 0}, 12};
+    const FontCensus census = censusOf({larger, smaller});
+    const HeadingLevelMap both{levelRecord(1, larger), levelRecord(2, smaller)};
+    EXPECT_EQ(loadHeadingMap(stringToSaveListH1H2H3(both), DocumentFonts(census)).map, both);
+    const HeadingLevelMap one{levelRecord(1, smaller)};
+    EXPECT_EQ(loadHeadingMap(stringToSaveListH1H2H3(one), DocumentFonts(census)).map, one);
 }
 
 TEST_F(LoadHeadingMapInADocument, ALineWrittenTwiceMeansTheSameFont) {

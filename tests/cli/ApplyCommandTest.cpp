@@ -93,6 +93,29 @@ TEST(ApplyCommand, NodeWithoutPageStaysWithoutAndIsSaidTo) {
               (QJsonArray{node("A", {}, {}, {0, 0}), node("B", {}, {}, {0, 0})}));
 }
 
+TEST(ApplyCommand, AnAtSignAloneIsTheEmptyLabelWhereAPageHasIt) {
+    const TempDir dir;
+    PdfBuilder pdf;
+    pdf.addNumberedPages(3);
+    pdf.setCatalogEntry("/PageLabels", "<< /Nums [0 << /S /D >> 1 << >> 2 << /P (z) >>] >>");
+    pdf.save(dir.path("in.pdf"));
+    saveBytes(dir.path("tree"), "+ @ Plate\n++ @z Last\n");
+    const CliResult result =
+        runCli({"apply", dir.path("in.pdf"), dir.path("tree"), "-o", dir.path("out.pdf")});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    QJsonObject plate = node("Plate", "", 1, topOfPage);
+    plate["children"] = QJsonArray{node("Last", "z", 2, topOfPage)};
+    EXPECT_EQ(outlineOf(dir.path("out.pdf")), QJsonArray{plate});
+}
+
+TEST(ApplyCommand, AnAtSignAloneIsNoPageWhereNoneHasTheEmptyLabel) {
+    const TempDir dir;
+    const CliResult result = apply(dir, "+ @ Part\n");
+    EXPECT_EQ(result.err, "leafwright-cli: 1 entries have no page; they are written without one\n");
+    EXPECT_EQ(outlineOf(dir.path("out.pdf")), (QJsonArray{node("Part", {}, {}, {0, 0})}));
+}
+
 TEST(ApplyCommand, PageIndexCountsWithoutALabelOnly) {
     const TempDir dir;
     EXPECT_EQ(applied(dir, R"([{"title": "A", "pageIndex": 2, "point": [1, 2]},

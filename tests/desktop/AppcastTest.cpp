@@ -118,30 +118,78 @@ TEST(Appcast, AFeedThatDeclaresEntitiesIsRefused) {
                                "<description>&file;</description></item></channel></rss>"));
 }
 
-TEST(Appcast, DeepNestingDoesNoHarm) {
-    constexpr int levels = 50'000;
-    const QByteArray deep = QByteArray("<a>").repeated(levels) + QByteArray("</a>").repeated(levels);
-    EXPECT_EQ(displayed(item("1.5", deep) + "<x>" + deep + "</x>"), "1.5");
-    EXPECT_EQ(displayed(item("1.5", "<description>" + deep + "</description>")), "1.5");
+TEST(Appcast, NestingHasABound) {
+    const auto nested = [](int levels) {
+        return QByteArray("<a>").repeated(levels) + "deep" + QByteArray("</a>").repeated(levels);
+    };
+    EXPECT_EQ(displayed(item("1.5", nested(50)) + "<x>" + nested(50) + "</x>"), "1.5");
+    EXPECT_EQ(
+        newestVersionInAppcast(feed(item("1.5", "<description>" + nested(50) + "</description>")))->notes,
+        "deep");
+    for (const int levels : {1'000, 140'000}) {
+        EXPECT_EQ(displayed(item("1.5", nested(levels))), "none") << levels;
+        EXPECT_EQ(displayed(item("1.5", "<description>" + nested(levels) + "</description>")), "none")
+            << levels;
+        EXPECT_EQ(displayed(item("1.5") + "<x>" + nested(levels) + "</x>"), "none") << levels;
+    }
 }
 
-TEST(Appcast, TheNotesKeepTheirParagraphsListsAndEmphasis) {
+TEST(Appcast, AttributesHaveABound) {
+    const auto withAttributes = [](int count) {
+        QByteArray tag = "<x";
+        for (int i = 0; i < count; ++i)
+            tag += " a" + QByteArray::number(i) + "=''";
+        return tag + "/>";
+    };
+    EXPECT_EQ(displayed(item("1.5", withAttributes(100))), "1.5");
+    EXPECT_EQ(displayed(item("1.5", withAttributes(90'000))), "none");
+    QString wide = QString::fromUtf8(feed(item("1.5", withAttributes(90'000))));
+    wide.remove(0, wide.indexOf("<rss"));
+    const QByteArray utf16("\xff\xfe" +
+                           QByteArray(reinterpret_cast<const char *>(wide.utf16()), 2 * wide.size()));
+    EXPECT_FALSE(newestVersionInAppcast(utf16));
+}
+
+TEST(Appcast, OtherEncodingsAreRead) {
+    QString text = QString::fromUtf8(feed(item("1.5", "<description>ä</description>")));
+    text.remove(0, text.indexOf("<rss"));
+    const QByteArray utf16("\xff\xfe" +
+                           QByteArray(reinterpret_cast<const char *>(text.utf16()), 2 * text.size()));
+    EXPECT_EQ(newestVersionInAppcast(utf16)->notes, "ä");
+    const QByteArray latin = "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>" + text.toLatin1();
+    EXPECT_EQ(newestVersionInAppcast(latin)->notes, "ä");
+}
+
+/// The notes of an item whose description is some HTML.
+QString notesOf(const QString &html) {
     const auto newest = newestVersionInAppcast(
-        feed(item("1",
-                  "<description><![CDATA[<h2 class=\"x\">New</h2><ul><li>Fast &amp; <B>safe</B></li>"
-                  "</ul>]]></description>")));
-    EXPECT_EQ(newest->notes, "<h2>New</h2><ul><li>Fast &amp; <b>safe</b></li></ul>");
+        feed(item("1", "<description>" + html.toHtmlEscaped().toUtf8() + "</description>")));
+    return newest ? newest->notes : QString();
 }
 
-TEST(Appcast, TheNotesCanNotReachOutsideThemselves) {
-    EXPECT_EQ(harmlessHtml("<p onclick=\"a\">x<img src=\"file:///secret.png\"><a href=\"file:///\">y</a>"),
-              "<p>xy");
-    EXPECT_EQ(harmlessHtml("<table><tr><td>1</td></tr></table><script>run()</script>"), "1run()");
-    EXPECT_EQ(harmlessHtml("1 < 2 and 3 > 2"), "1  2");
-    EXPECT_EQ(harmlessHtml("a > b"), "a &gt; b");
-    EXPECT_EQ(harmlessHtml("end <p"), "end ");
-    EXPECT_EQ(harmlessHtml("<brand>new</brand>"), "new");
-    EXPECT_LE(harmlessHtml(QString(1'000'000, u'x')).size(), 65536);
+TEST(Appcast, TheNotesArePlainTextWithItsParagraphsAndListItems) {
+    EXPECT_EQ(notesOf("<h2 class=\"x\">New</h2>\n<ul>\n<li>Fast &amp; <B>safe</B></li><li>Small</li></ul>"
+                      "<p>One<br>two</p><p>Three\n  four</p>"),
+              "New\n\n• Fast & safe\n• Small\n\nOne\ntwo\n\nThree four");
+    EXPECT_EQ(notesOf("Just\n  text"), "Just text");
+    EXPECT_EQ(notesOf(""), "");
+}
+
+TEST(Appcast, TheNotesNameCharactersAsHtmlDoes) {
+    EXPECT_EQ(
+        notesOf("&lt;p&gt; &quot;&apos;&#39;&#x41; a&nbsp;b &mdash; &unknown; & &#0; &#xD800; &#99999999;"),
+        "<p> \"''A a\u00A0b &mdash; &unknown; & &#0; &#xD800; &#99999999;");
+}
+
+TEST(Appcast, TheNotesHoldNothingButText) {
+    EXPECT_EQ(notesOf("<p onclick=\"a\">x<img src=\"file:///secret.png\"><a href=\"file:///\">y</a>"), "xy");
+    EXPECT_EQ(notesOf("<table><tr><td>1</td></tr></table>"), "1");
+    EXPECT_EQ(notesOf("<script>run()</script><style>p {}</style>a<!-- b -->c"), "ac");
+    EXPECT_EQ(notesOf("a > b"), "a > b");
+    EXPECT_EQ(notesOf("end <p"), "end");
+    EXPECT_EQ(notesOf("<brand>new</brand>"), "new");
+    EXPECT_LE(notesOf(QString(500'000, u'x')).size(), 65536);
+    EXPECT_LE(notesOf(QStringLiteral("<li>").repeated(100'000)).size(), 65536);
 }
 
 }  // namespace

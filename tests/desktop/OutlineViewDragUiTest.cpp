@@ -206,5 +206,35 @@ TEST_F(OutlineViewDrag, WhereItWouldGoIsMarkedWhileItMayGoThere) {
     EXPECT_FALSE(marked());
 }
 
+TEST_F(OutlineViewDrag, TheMarkGoesWhereTheDragIsRefused) {
+    QWidget *viewport = outline.view.viewport();
+    const auto moveTo = [&](const QPoint &position) {
+        QDragMoveEvent move(position, Qt::MoveAction, &pasteboard, Qt::LeftButton, {});
+        QCoreApplication::sendEvent(viewport, &move);
+        return move.isAccepted();
+    };
+    const QImage unmarked = viewport->grab().toImage();
+    for (const QPoint &allowed : {outline.center("D"), top("D")}) {
+        QDragEnterEvent enter(allowed, Qt::MoveAction, &pasteboard, Qt::LeftButton, {});
+        operation = DragOperation::Generic;
+        QCoreApplication::sendEvent(viewport, &enter);
+        ASSERT_TRUE(moveTo(allowed));
+        EXPECT_NE(viewport->grab().toImage(), unmarked);
+        QApplication::processEvents();
+        struct : QObject {
+            bool eventFilter(QObject * /*watched*/, QEvent *event) override {
+                painted = painted || event->type() == QEvent::Paint;
+                return false;
+            }
+            bool painted = false;
+        } watch;
+        viewport->installEventFilter(&watch);
+        operation = DragOperation::None;
+        EXPECT_FALSE(moveTo(outline.center("A")));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return watch.painted; })) << "the mark is drawn over";
+        EXPECT_EQ(viewport->grab().toImage(), unmarked);
+    }
+}
+
 }  // namespace
 }  // namespace leafwright

@@ -71,6 +71,47 @@ TEST_F(OutlineViewEditing, F2EditsTheTitleFromEitherColumn) {
     EXPECT_EQ(outline.text(), "A(B) X");
 }
 
+TEST_F(OutlineViewEditing, F2UnfoldsWhatHidesTheRow) {
+    outline.controller->setSelectedNodes({&outline.node("B")});
+    QTest::keyClick(&outline.view, Qt::Key_F2);
+    EXPECT_EQ(outline.rows(), "A B C");
+    ASSERT_NE(editor(), nullptr);
+    EXPECT_TRUE(outline.view.viewport()->rect().contains(editor()->geometry()));
+    type("X", Qt::Key_Return);
+    EXPECT_EQ(outline.text(), "A(X) C");
+}
+
+TEST_F(OutlineViewEditing, F2ScrollsToTheRow) {
+    for (size_t i = 0; i < 100; ++i)
+        outline.root.insertObjectInChildrenAtIndex(test::newItem(QString::number(i)), i);
+    outline.view.selectRowIndexes({90});
+    outline.view.scrollToTop();
+    QTest::keyClick(&outline.view, Qt::Key_F2);
+    ASSERT_NE(editor(), nullptr);
+    EXPECT_TRUE(outline.view.viewport()->rect().contains(editor()->geometry()));
+    type("X", Qt::Key_Return);
+    EXPECT_EQ(outline.root.children()[90]->pageTitle(), "X");
+}
+
+TEST_F(OutlineViewEditing, TabAfterF2GoesToTheLabelWhereverTheRowWasClicked) {
+    QTest::mouseClick(outline.view.viewport(), Qt::LeftButton, {}, outline.center("A", 1));
+    QTest::keyClick(&outline.view, Qt::Key_F2);
+    type("X", Qt::Key_Tab);
+    type("iv", Qt::Key_Return);
+    EXPECT_EQ(outline.text(), "X(B) C");
+    EXPECT_EQ(outline.item("X").pageLabel(), "iv");
+}
+
+TEST_F(OutlineViewEditing, TabAfterF2GoesToTheLabelAlsoWhenThatWasEditedBefore) {
+    outline.view.editColumn(1, 0);
+    type("iv", Qt::Key_Return);
+    QTest::keyClick(&outline.view, Qt::Key_F2);
+    type("X", Qt::Key_Tab);
+    type("v", Qt::Key_Return);
+    EXPECT_EQ(outline.text(), "X(B) C");
+    EXPECT_EQ(outline.item("X").pageLabel(), "v");
+}
+
 TEST_F(OutlineViewEditing, TabGoesOnToTheLabelAndToTheNextTitle) {
     outline.view.editColumn(0, 0);
     type("X", Qt::Key_Tab);

@@ -260,6 +260,48 @@ TEST(OutlineView, ADoubleClickIsTheDoubleActionAndNothingElse) {
     EXPECT_EQ(outline.view.findChild<QWidget *>("qt_editing_widget"), nullptr);
 }
 
+TEST(OutlineView, AnItemFoldedOverSelectedOnesIsSelectedInTheirPlace) {
+    Outline outline("A(B(C) D) E(F)");
+    const auto select = [&](std::initializer_list<const char *> titles) {
+        for (const char *title : {"A", "B", "E"})
+            outline.view.expandItem(outline.node(title));
+        std::vector<TreeNode *> nodes;
+        for (const char *title : titles)
+            nodes.push_back(&outline.node(title));
+        outline.controller->setSelectedNodes(nodes);
+    };
+    const auto selected = [&] { return test::titles(outline.controller->selectedNodes()); };
+    select({"C", "D", "F"});
+    outline.view.collapseItem(outline.node("A"));
+    EXPECT_EQ(selected(), "A F");
+    EXPECT_TRUE(outline.view.rowForItem(outline.controller->nodeForIndex(outline.view.currentIndex())) >= 0);
+    select({"C", "D", "F"});
+    outline.view.collapseItem(outline.node("B"));
+    EXPECT_EQ(selected(), "B D F");
+    select({"C", "F"});
+    outline.view.collapseItem(outline.node("A"), true);
+    EXPECT_EQ(selected(), "A F");
+    select({"A", "E"});
+    outline.view.collapseItem(outline.node("A"), true);
+    EXPECT_EQ(selected(), "A E");
+    // What was out of sight before stays selected.
+    outline.view.collapseItem(outline.node("A"));
+    outline.controller->setSelectedNodes({&outline.node("C"), &outline.node("F")});
+    outline.view.collapseItem(outline.node("E"));
+    EXPECT_EQ(selected(), "C E");
+}
+
+TEST(OutlineView, OnlyTheMainButtonsDoubleClickIsTheDoubleAction) {
+    Outline outline("A B");
+    outline.show();
+    QSignalSpy action(&outline.view, &OutlineView::doubleAction);
+    for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton, Qt::BackButton}) {
+        QTest::mouseClick(outline.view.viewport(), button, {}, outline.center("B"));
+        QTest::mouseDClick(outline.view.viewport(), button, {}, outline.center("B"));
+    }
+    EXPECT_EQ(action.count(), 0);
+}
+
 TEST(OutlineView, ADoubleClickBesideAllRowsIsNone) {
     Outline outline("A");
     outline.show();

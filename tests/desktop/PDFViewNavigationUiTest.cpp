@@ -46,6 +46,105 @@ TEST_F(PDFViewNavigationTest, PagingReachesEveryPageAlsoWhereManyAreInSight) {
     EXPECT_EQ(visited, (std::vector<int>{1, 2, 3, 4, 5, 4, 3, 2, 1, 0}));
 }
 
+TEST_F(PDFViewNavigationTest, BackLeadsToWhatJumpsLeftAndForwardThereAgain) {
+    show(numberedPages(9));
+    QSignalSpy changes(&view, &PDFView::historyChanged);
+    EXPECT_FALSE(view.canGoBack());
+    view.verticalScrollBar()->setValue(300);
+    view.goToPage(&page(4));
+    const int onFour = scrollPosition();
+    view.goToDestination({7, {72, 400}});
+    EXPECT_EQ(changes.count(), 2);
+    EXPECT_FALSE(view.canGoForward());
+    view.goBack();
+    EXPECT_EQ(scrollPosition(), onFour);
+    EXPECT_EQ(currentIndex(), 4);
+    EXPECT_TRUE(view.canGoForward());
+    view.goBack();
+    EXPECT_EQ(scrollPosition(), 300);
+    EXPECT_FALSE(view.canGoBack());
+    view.goBack();
+    EXPECT_EQ(scrollPosition(), 300);
+    view.goForward();
+    EXPECT_EQ(scrollPosition(), onFour);
+    view.goToPage(&page(1));
+    EXPECT_FALSE(view.canGoForward()) << "another way was taken";
+    view.goBack();
+    EXPECT_EQ(scrollPosition(), onFour);
+}
+
+TEST_F(PDFViewNavigationTest, StepsAndSmallMovesLeaveNoPlaceBehind) {
+    show(numberedPages(9));
+    view.goToNextPage();
+    view.goToNextPage();
+    view.goToPreviousPage();
+    view.goToPage(&page(1));
+    view.goToPage(nullptr);
+    view.goToDestination({99, {}});
+    EXPECT_FALSE(view.canGoBack());
+}
+
+TEST_F(PDFViewNavigationTest, APlaceThatWasLeftIsFoundAtAnotherScale) {
+    show(numberedPages(9));
+    view.goToDestination({3, {72, 500}});
+    view.goToPage(&page(8));
+    view.setScaleFactor(2);
+    view.goBack();
+    EXPECT_NEAR(view.convertPointToPage({0, 0}, page(3)).y(), 500, 1);
+}
+
+TEST_F(PDFViewNavigationTest, AnotherDocumentHasNoPlacesToGoBackTo) {
+    show(numberedPages(9));
+    view.goToLastPage();
+    ASSERT_TRUE(view.canGoBack());
+    show(numberedPages(3));
+    EXPECT_FALSE(view.canGoBack());
+    view.setDocument(nullptr);
+    view.goBack();
+    view.goForward();
+}
+
+TEST_F(PDFViewNavigationTest, OnlySoManyPlacesAreKept) {
+    show(numberedPages(9));
+    for (int i = 0; i < 300; ++i)
+        view.goToPage(&page(i % 2 == 0 ? 8 : 0));
+    int back = 0;
+    for (; view.canGoBack(); ++back)
+        view.goBack();
+    EXPECT_EQ(back, 100);
+}
+
+TEST_F(PDFViewNavigationTest, KeysAndButtonsLeadBackAndForward) {
+    show(numberedPages(9));
+    view.goToLastPage();
+    const int last = scrollPosition();
+    const auto press = [&](QEvent::Type type, Qt::MouseButton button) {
+        QMouseEvent event(type, {100, 100}, view.viewport()->mapToGlobal(QPoint(100, 100)), button, button,
+                          {});
+        QApplication::sendEvent(view.viewport(), &event);
+    };
+    key(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(scrollPosition(), 0);
+    key(Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(scrollPosition(), last);
+    key(Qt::Key_Back);
+    EXPECT_EQ(scrollPosition(), 0);
+    key(Qt::Key_Forward);
+    EXPECT_EQ(scrollPosition(), last);
+    press(QEvent::MouseButtonPress, Qt::BackButton);
+    EXPECT_EQ(scrollPosition(), 0);
+    press(QEvent::MouseButtonDblClick, Qt::ForwardButton);
+    EXPECT_EQ(scrollPosition(), last);
+    QKeyEvent claim(QEvent::ShortcutOverride, Qt::Key_Left, Qt::AltModifier);
+    claim.ignore();
+    QApplication::sendEvent(&view, &claim);
+    EXPECT_TRUE(claim.isAccepted()) << "whatever the key does elsewhere";
+    QKeyEvent other(QEvent::ShortcutOverride, Qt::Key_Up, Qt::AltModifier);
+    other.ignore();
+    QApplication::sendEvent(&view, &other);
+    EXPECT_FALSE(other.isAccepted());
+}
+
 TEST_F(PDFViewNavigationTest, CurrentPageIsInTheMiddleAfterScrolling) {
     show(numberedPages(3));
     QSignalSpy changes(&view, &PDFView::pageChanged);
@@ -233,6 +332,22 @@ TEST_F(PDFViewNavigationTest, ArrowsTurnPagesWhereTheyCannotScroll) {
     key(Qt::Key_Right);
     EXPECT_EQ(currentIndex(), 0);
     EXPECT_GT(view.horizontalScrollBar()->value(), 0);
+}
+
+TEST_F(PDFViewNavigationTest, TheWholePageFits) {
+    show(numberedPages(5));
+    view.setAutoScales(true);
+    view.goToPage(&page(2));
+    view.zoomToPage();
+    EXPECT_FALSE(view.autoScales());
+    EXPECT_NEAR(view.scaleFactor(), (400 - 16) / 792.0, 0.001);
+    EXPECT_EQ(currentIndex(), 2);
+    const QRectF shown = view.convertRectFromPage(page(2).cropBox(), page(2));
+    EXPECT_TRUE(QRectF(view.viewport()->rect()).contains(shown));
+    view.zoomToActualSize();
+    EXPECT_EQ(view.scaleFactor(), 1);
+    view.setDocument(nullptr);
+    view.zoomToPage();
 }
 
 }  // namespace

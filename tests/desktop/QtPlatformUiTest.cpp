@@ -283,6 +283,31 @@ TEST_F(QtPlatformTest, WhatMayNotBeChosenIsGray) {
         {.path = dir.path(""), .shouldEnablePath = [&](const QString &path) { return path == allowed; }});
 }
 
+TEST_F(QtPlatformTest, InASandboxThePanelIsTheDesktopsWhichAloneCanGiveLeave) {
+    const FilePanel panel{.message = "Please choose.",
+                          .prompt = "Allow",
+                          .path = touch("a.pdf"),
+                          .canChooseDirectories = true,
+                          .shouldEnablePath = [](const QString & /*path*/) { return false; }};
+    EXPECT_TRUE(FilePanelDialog(panel, QFileDialog::AcceptOpen, nullptr)
+                    .testOption(QFileDialog::DontUseNativeDialog));
+    qputenv("SNAP", "/snap");
+    {
+        FilePanelDialog dialog(panel, QFileDialog::AcceptOpen, nullptr);
+        EXPECT_FALSE(dialog.testOption(QFileDialog::DontUseNativeDialog));
+        EXPECT_EQ(dialog.fileMode(), QFileDialog::ExistingFile);
+        // What it hands out lies elsewhere, among the documents that may be used.
+        dialog.selectFile(panel.path);
+        dialog.accept();
+        EXPECT_EQ(dialog.result(), QDialog::Accepted);
+        FilePanel folder = panel;
+        folder.path = dir.path("");
+        EXPECT_EQ(FilePanelDialog(folder, QFileDialog::AcceptOpen, nullptr).fileMode(),
+                  QFileDialog::Directory);
+    }
+    qunsetenv("SNAP");
+}
+
 TEST_F(QtPlatformTest, TheClipboardGetsTheText) {
     platform.setClipboardText("a\n\tb");
     EXPECT_EQ(QApplication::clipboard()->text(), "a\n\tb");

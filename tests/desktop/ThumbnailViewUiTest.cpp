@@ -82,6 +82,27 @@ TEST_F(ThumbnailViewTest, ImagesFitTheThumbnailSize) {
     EXPECT_NEAR(thumbs.paperSize(0).width(), 170 * 612 / 792, 1);
 }
 
+TEST_F(ThumbnailViewTest, PagesWiderThanTheViewAreMadeToFit) {
+    PdfBuilder pdf;
+    for (int i = 0; i < 3; ++i)
+        pdf.addPage("1 0 0 rg 0 0 960 540 re f", "/MediaBox [0 0 960 540]");
+    showThumbnails(pdf);
+    thumbs.setMaximumNumberOfColumns(0);
+    thumbs.setThumbnailSize({302, 170});
+    QApplication::processEvents();
+    const int room = thumbs.viewport()->width();
+    EXPECT_EQ(cell(0).top(), 0) << "no empty row above the first page";
+    EXPECT_EQ(cell(0).left(), 0);
+    EXPECT_LT(cell(0).right(), room);
+    EXPECT_LT(thumbs.paperSize(0).width(), room);
+    EXPECT_GT(thumbs.paperSize(0).width(), room * 3 / 4);
+    EXPECT_NEAR(thumbs.paperSize(0).height(), thumbs.paperSize(0).width() * 540 / 960, 1);
+    EXPECT_LT(cell(0).height(), 170) << "as high as the page needs";
+    EXPECT_EQ(cell(1).left(), 0);
+    EXPECT_EQ(cell(1).top(), cell(0).bottom() + 1);
+    EXPECT_EQ(thumbs.thumbnailSize(), QSizeF(302, 170));
+}
+
 TEST_F(ThumbnailViewTest, ClickGoesToThePage) {
     showThumbnails(redPages(9));
     QTest::mouseClick(thumbs.viewport(), Qt::LeftButton, {}, cell(2).center());

@@ -41,6 +41,17 @@ TEST_F(Renaming, TheExampleFollowsTheFields) {
     press(0);
 }
 
+TEST_F(Renaming, LowerCaseKnowsTheFinalSigma) {
+    setOutline("ΛΌΓΟΣ ΣΟΦΊΑΣ Σ Σ'ΑΣ΄ İΣΑ");
+    select({{0}, {1}, {2}, {3}, {4}});
+    perform("changeCaseToLowerCase:");
+    EXPECT_EQ(titles(), (QStringList{"λόγος", "σοφίας", "σ", "σ'ας΄", "i̇σα"}));
+    setOutline("straße ﬁn");
+    select({{0}, {1}});
+    perform("changeCaseToUpperCase:");
+    EXPECT_EQ(titles(), (QStringList{"STRASSE", "FIN"}));
+}
+
 TEST_F(Renaming, ACancelledSheetChangesNothing) {
     setOutline("Intro");
     select({{0}});

@@ -3,8 +3,10 @@
 
 #include <QAccessible>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QDragEnterEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSignalSpy>
@@ -256,17 +258,92 @@ TEST_F(WindowOnATree, ASelectedRowCountsWhileItCanBeSeen) {
     document.outlineview()->expand(document.treecontroller().indexForNode(*node({0}), 0));
     EXPECT_TRUE(isOn("moveLeft:"));
     document.outlineview()->collapse(document.treecontroller().indexForNode(*node({0}), 0));
-    EXPECT_FALSE(isOn("moveLeft:"));
+    EXPECT_TRUE(isOn("moveLeft:"));
+    EXPECT_EQ(document.treecontroller().selectionIndexPaths(), std::vector<IndexPath>{{0}})
+        << "the folded item is selected instead";
 }
 
-TEST_F(WindowOnATree, ARowThatMovesOutOfSightCountsNoMore) {
+TEST_F(WindowOnATree, ARowThatMovesIntoAFoldedOneStaysInSight) {
     document.root().insertObjectInChildrenAtIndex(std::make_unique<MyOutlineItem>(), 1);
     select({{1}});
     EXPECT_TRUE(isOn("moveRight:"));
     action("moveRight:").trigger();
     ASSERT_EQ(node({0})->childCount(), 2);
-    ASSERT_TRUE(document.selectedNodes().empty()) << "what it moved into is folded";
-    EXPECT_FALSE(isOn("moveRight:"));
+    EXPECT_EQ(document.selectedNodes().size(), 1U);
+    EXPECT_TRUE(isOn("moveLeft:"));
+}
+
+/// The commands of the menu that a click with the second button brings up; "|" between groups.
+QString contextMenuOf(QAbstractScrollArea &view, const QPoint &position) {
+    QContextMenuEvent event(QContextMenuEvent::Mouse, position, view.viewport()->mapToGlobal(position));
+    QCoreApplication::sendEvent(view.viewport(), &event);
+    const auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+    if (!menu) return {};
+    QStringList names;
+    for (const QAction *each : menu->actions())
+        names.append(each->isSeparator() ? "|" : each->menu() ? each->menu()->title() : each->objectName());
+    QApplication::activePopupWidget()->close();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return names.join(' ');
+}
+
+TEST_F(WindowOnATree, AClickWithTheSecondButtonOffersWhatCanBeDoneThere) {
+    window().show();
+    OKNSOutlineView &outline = *document.outlineview();
+    const QPoint entry = outline.visualRect(document.treecontroller().indexForNode(*node({0}))).center();
+    EXPECT_EQ(contextMenuOf(outline, entry),
+              "moveToPageOfOutlineItem: | addSiblingOutlineItem: addChildOutlineItem: | copy: "
+              "removeOutlineItems: promoteChildrenOutlineItem: | moveLeft: moveRight: moveUp: moveDown: | "
+              "applyTOCExpand: applyTOCCollapse: &Titles");
+    EXPECT_EQ(contextMenuOf(outline, {20, outline.viewport()->height() - 5}),
+              "addSiblingOutlineItem: | selectTOCAll: runSearchSelectSheet: | runGuessPDF:");
+    const QString onPages = contextMenuOf(*document.pdfview(), {100, 100});
+    EXPECT_TRUE(onPages.startsWith("addSiblingOutlineItem: addChildOutlineItem: | "))
+        << onPages.toStdString();
+    EXPECT_TRUE(onPages.contains("zoomToFit:"));
+    document.pdfview()->setCurrentSelection(document.pdfDoc()->page(0)->selectionForRange({0, 4}));
+    EXPECT_EQ(contextMenuOf(*document.pdfview(), {100, 100}),
+              "copy: | addSelectedTextAsTOCSibling: addSelectedTextAsTOCChild: | useSelectionforH1: "
+              "useSelectionforH2: useSelectionforH3: useSelectionforH4: runMiniTOC: | " +
+                  onPages);
+    EXPECT_TRUE(contextMenuOf(*document.pdfthumbs(), {50, 50}).startsWith("addSiblingOutlineItem: "));
+    EXPECT_TRUE(contextMenuOf(*window().tableViewH1H2H3Config(), {20, 5})
+                    .startsWith("buttonDeleteSelectedH1H2H3RowsClicked: resetH1H2H3FontsMap: | "));
+}
+
+TEST_F(WindowOnATree, AClickWithTheSecondButtonSelectsTheEntryUnlessItIs) {
+    window().show();
+    document.root().insertObjectInChildrenAtIndex(std::make_unique<MyOutlineItem>(), 1);
+    OKNSOutlineView &outline = *document.outlineview();
+    const auto pressOn = [&](const IndexPath &path) {
+        const QRect row = outline.visualRect(document.treecontroller().indexForNode(*node(path)));
+        QTest::mousePress(outline.viewport(), Qt::RightButton, {}, row.center());
+        QTest::mouseRelease(outline.viewport(), Qt::RightButton, {}, row.center());
+    };
+    select({{0}});
+    pressOn({1});
+    EXPECT_EQ(document.treecontroller().selectionIndexPaths(), std::vector<IndexPath>{{1}});
+    select({{0}, {1}});
+    pressOn({1});
+    EXPECT_EQ(document.treecontroller().selectionIndexPaths().size(), 2U);
+}
+
+TEST_F(Window, EveryCommandOfAMenuHasALetterOfItsOwn) {
+    for (const QAction *top : window().menuBar()->actions()) {
+        QString letters;
+        for (const QAction *each : top->menu()->actions()) {
+            if (each->isSeparator() || each->menu()) continue;
+            const QKeySequence key = QKeySequence::mnemonic(each->text());
+            EXPECT_FALSE(key.isEmpty()) << each->text().toStdString();
+            EXPECT_FALSE(letters.contains(key.toString())) << each->text().toStdString();
+            letters += key.toString() + ' ';
+        }
+    }
+}
+
+TEST_F(Window, ToolTipsTellTheKeys) {
+    EXPECT_EQ(action("addSiblingOutlineItem:").toolTip(), "Add Sibling (Ctrl+B)");
+    EXPECT_EQ(action("openPDFInDefaultApp:").toolTip(), "Open in Default Application");
 }
 
 TEST_F(Window, TheToolBarHasWhatIsNeededMost) {

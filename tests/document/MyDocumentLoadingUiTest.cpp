@@ -162,6 +162,26 @@ TEST_F(Loading, ThePagesAreShownFromTheFirstOneOn) {
     EXPECT_EQ(document.outlineview()->indentation(), 17);
 }
 
+TEST_F(Loading, TheFirstPageIsShownFromItsTopHoweverItIsTurnedOrCut) {
+    registerDefaults(platform.userDefaults());
+    for (const char *entries : {"", "/Rotate 90", "/Rotate 180", "/Rotate 270",
+                                "/MediaBox [0 0 1000 1400] /CropBox [300 500 900 1300]",
+                                "/MediaBox [-200 -900 400 -100]", "/CropBox [100 100 500 700] /Rotate 90"}) {
+        PdfBuilder pdf;
+        for (int i = 0; i < 3; ++i)
+            pdf.addPage({}, entries);
+        MyDocument other(platform);
+        ASSERT_TRUE(other.readFromURL(save(pdf)));
+        other.makeWindowControllers();
+        other.finishLoading();
+        const LabelPDFView &view = *other.pdfview();
+        const PDFPage &first = *other.pdfDoc()->page(0);
+        const QRectF shown = view.convertRectFromPage(first.cropBox(), first);
+        EXPECT_NEAR(shown.top(), 0, 1) << entries;
+        EXPECT_NEAR(shown.center().x(), view.viewport()->width() / 2.0, 1) << entries;
+    }
+}
+
 TEST_F(Loading, TheHeadingMapHasTheFontsAboveTheBodyText) {
     open(pagesWithHeadings(2));
     ASSERT_EQ(document.listH1H2H3Config().size(), 1U);

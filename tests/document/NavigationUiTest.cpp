@@ -1,6 +1,8 @@
+#include "desktop/Sheet.h"
 #include "document/NavigationCommands.h"
 #include "support/WindowFixture.h"
 
+#include <QLabel>
 #include <QLineEdit>
 
 #include <gmock/gmock.h>
@@ -79,6 +81,47 @@ TEST_F(Navigation, AnUnknownLabelShowsTheFirstPage) {
     MyOutlineItem item;
     item.setPageLabel("nowhere");
     document.navigation().moveToMOI(item);
+    EXPECT_EQ(currentPage(), 0);
+}
+
+/// A document whose first four pages have roman labels, with the sheet that asks for a page.
+class GoingToAPage : public Navigation {
+protected:
+    void SetUp() override {
+        PdfBuilder pdf;
+        pdf.addNumberedPages(9);
+        test::setRomanThenDecimalLabels(pdf);
+        open(pdf);
+        document.actions().perform("goToPageLabel:");
+    }
+    QLineEdit &field() { return *qobject_cast<QLineEdit *>(document.openSheet()->field("goToPageField")); }
+    QString found() { return qobject_cast<QLabel *>(document.openSheet()->field("goToPageFound"))->text(); }
+};
+
+TEST_F(GoingToAPage, TheLabelCountsAndThenTheNumber) {
+    field().setText("iii");
+    EXPECT_EQ(found(), "Page iii (3 of 9)");
+    field().setText(" 2 ");
+    EXPECT_EQ(found(), "Page 2 (6 of 9)");
+    field().setText("9");
+    EXPECT_EQ(found(), "Page 5 (9 of 9)");
+    EXPECT_TRUE(document.openSheet()->pressButton(1));
+    EXPECT_EQ(currentPage(), 8);
+    EXPECT_TRUE(document.actions().perform("goBack:"));
+    EXPECT_EQ(currentPage(), 0);
+    EXPECT_TRUE(document.actions().perform("goForward:"));
+    EXPECT_EQ(currentPage(), 8);
+    EXPECT_FALSE(document.actions().perform("goForward:"));
+}
+
+TEST_F(GoingToAPage, ThatThereIsNoSuchPageIsSeenBefore) {
+    EXPECT_FALSE(document.openSheet()->pressButton(1)) << "nothing was typed";
+    for (const char *text : {"xx", "10", "0", "-1", "2.5"}) {
+        field().setText(text);
+        EXPECT_EQ(found(), "There is no such page.") << text;
+        EXPECT_FALSE(document.openSheet()->pressButton(1));
+    }
+    EXPECT_TRUE(document.openSheet()->pressButton(0));
     EXPECT_EQ(currentPage(), 0);
 }
 

@@ -12,9 +12,25 @@ namespace {
 using test::PdfBuilder;
 using Edits = test::TreeWindowFixture;
 
-class Moves : public Edits {};
-class Adding : public Edits {};
-class Removing : public Edits {};
+class Moves : public Edits {
+protected:
+    /// Whether the item's whole row is in sight.
+    bool isInSight(const IndexPath &path) {
+        const QRect row =
+            document.outlineview()->visualRect(document.treecontroller().indexForNode(*node(path)));
+        return document.outlineview()->rowForItem(*node(path)) >= 0 &&
+               document.outlineview()->viewport()->rect().contains(row);
+    }
+    /// So many items, more than there is room for.
+    void setLongOutline() {
+        QString text;
+        for (int i = 0; i < 200; ++i)
+            text += QString::number(i) + ' ';
+        setOutline(text);
+    }
+};
+class Adding : public Moves {};
+class Removing : public Moves {};
 
 TEST_F(Moves, TheMovesAskNoLock) {
     setOutline("a b");
@@ -24,6 +40,42 @@ TEST_F(Moves, TheMovesAskNoLock) {
     perform("moveUp:");
     EXPECT_EQ(outline(), "b a");
     EXPECT_FALSE(document.shouldIgnoreKVO());
+}
+
+TEST_F(Moves, WhatMovesIntoAFoldedItemUnfoldsIt) {
+    for (const char *before : {"a b c", "a (x) b c"}) {
+        setOutline(before);
+        document.outlineview()->collapseItem(*node({0}));
+        select({{1}, {2}});
+        perform("moveRight:");
+        EXPECT_EQ(selected(), "b c");
+        EXPECT_TRUE(document.outlineview()->isItemExpanded(*node({0}))) << before;
+        ASSERT_TRUE(isEnabled("moveLeft:"));
+        perform("moveLeft:");
+        EXPECT_EQ(outline(), before) << "it can be taken back";
+    }
+}
+
+TEST_F(Moves, WhatMovesIsScrolledTo) {
+    setLongOutline();
+    select({{100}, {101}});
+    for (const char *selector : {"moveUp:", "moveDown:", "moveRight:", "moveLeft:"}) {
+        document.outlineview()->scrollToTop();
+        perform(selector);
+        for (const IndexPath &path : document.treecontroller().selectionIndexPaths())
+            EXPECT_TRUE(isInSight(path)) << selector;
+    }
+}
+
+TEST_F(Moves, PromotedChildrenAreScrolledTo) {
+    setOutline("a (x y) b");
+    for (size_t i = 0; i < 200; ++i)
+        document.root().insertObjectInChildrenAtIndex(test::makeItem({"before"}), 0);
+    select({{200}});
+    document.outlineview()->scrollToTop();
+    perform("promoteChildrenOutlineItem:");
+    EXPECT_TRUE(isInSight({201}));
+    EXPECT_TRUE(isInSight({202}));
 }
 
 TEST_F(Moves, WhatHasNoPlaceToGoIsSkippedWhileOthersMove) {
@@ -171,6 +223,43 @@ TEST_F(Adding, WithNothingSelectedInTheOutlineSelectedTextIsAppended) {
     select({});
     perform("addSelectedTextAsTOCChild:");
     EXPECT_EQ(outline(), "a (x) Page Page");
+}
+
+TEST_F(Adding, TheNewRowIsShownAndOpenedWhereItWouldBeFoldedAway) {
+    for (const char *selector : {"addSiblingOutlineItem:", "addChildOutlineItem:"}) {
+        setOutline("a (x (y)) b");
+        select({{0, 0}});
+        document.outlineview()->collapseItem(*node({0}), true);
+        perform(selector);
+        EXPECT_EQ(selected(), "Page");
+        const TreeNode &added = *document.treecontroller().selectedNodes().front();
+        EXPECT_GE(document.outlineview()->rowForItem(added), 0) << selector;
+        auto *editor = document.outlineview()->viewport()->findChild<QLineEdit *>();
+        ASSERT_NE(editor, nullptr) << selector;
+        EXPECT_EQ(editor->selectedText(), "Page");
+        EXPECT_TRUE(document.outlineview()->viewport()->rect().contains(editor->geometry())) << selector;
+        document.outlineview()->endEditing();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+TEST_F(Removing, TheListStaysWhereItWas) {
+    setLongOutline();
+    OKNSOutlineView &view = *document.outlineview();
+    const auto onTop = [&] {
+        return document.treecontroller().nodeForIndex(view.indexAt({5, 0})).representedObject()->pageTitle();
+    };
+    select({{3}, {190}, {191}});
+    view.scrollTo(document.treecontroller().indexForNode(*node({80})), QAbstractItemView::PositionAtTop);
+    ASSERT_EQ(onTop(), "80");
+    perform("removeOutlineItems:");
+    EXPECT_EQ(onTop(), "80");
+    select({{79}, {80}});
+    ASSERT_EQ(selected(), "80 81");
+    view.scrollTo(document.treecontroller().indexForNode(*node({79})), QAbstractItemView::PositionAtTop);
+    ASSERT_EQ(onTop(), "80");
+    perform("removeOutlineItems:");
+    EXPECT_EQ(onTop(), "82") << "what stood below moves up";
 }
 
 TEST_F(Removing, SelectedItemsGoWithWhatIsBelowThemAndNothingIsSelected) {

@@ -74,6 +74,18 @@ TEST(CapitalizedString, LettersBeyondTheBasicPlane) {
     EXPECT_EQ(capitalizedString("𐐨𐐀"), "𐐀𐐨");
 }
 
+TEST(CapitalizedString, LettersWhoseCapitalIsSeveral) {
+    EXPECT_EQ(capitalizedString("ßen ﬁnal ﬄ ŉa ǰ և ΐ"), "Ssen Final Ffl ʼNa J\u030C Եւ \u0399\u0308\u0301");
+}
+
+TEST(CapitalizedString, LettersWithoutACapitalAtTheBeginningStay) {
+    EXPECT_EQ(capitalizedString("ქართული ᾳ ᾲ"), "ქართული ᾼ \u1FBA\u0345");
+}
+
+TEST(CapitalizedString, ASigmaAtTheEndOfAWordIsTheFinalOne) {
+    EXPECT_EQ(capitalizedString("ΛΌΓΟΣ ΣΟΦΊΑΣ, ΣΣ"), "Λόγος Σοφίας, Σς");
+}
+
 TEST(CapitalizedString, NothingStaysNothing) {
     EXPECT_EQ(capitalizedString(""), "");
 }

@@ -178,6 +178,25 @@ TEST_F(Dragging, AnItemIntoWhatIsBelowItIsRefused) {
     EXPECT_FALSE(document.isDocumentEdited());
 }
 
+TEST_F(Dragging, SelectedItemsBesideOneOfThem) {
+    select({{0, 1}, {1}});
+    const QPoint from = middle({1});
+    const QPoint target = upperEdge({1});
+    Hand::act([&] {
+        pickUp(view(), from);
+        carryTo(view(), target, view(), true);
+    });
+    EXPECT_EQ(outline(), "a (x (1)) y b c");
+    EXPECT_EQ(selected(), "y b");
+    EXPECT_TRUE(document.isDocumentEdited());
+}
+
+TEST_F(Dragging, AnItemOntoItselfIsRefused) {
+    dragRow({1}, middle({1}), false);
+    EXPECT_EQ(outline(), "a (x (1) y) b c");
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
 TEST_F(Dragging, ASpotOfThePageOntoAnItem) {
     dragSpot(middle({1}));
     EXPECT_EQ(outline(), "a (x (1) y) b c");

@@ -228,6 +228,29 @@ TEST_F(LabelPDFViewTest, ATripleClickSelectsTheLineAsInAPlainView) {
     EXPECT_EQ(view.dragged.size(), 1);
 }
 
+TEST_F(LabelPDFViewTest, TheFourthOfFourQuickClicksIsNoDoubleClick) {
+    waitForText();
+    const QPoint point = at(140, 705);
+    doubleClick(point);
+    click(point, true);
+    mouse(QEvent::MouseButtonDblClick, point, Qt::LeftButton, true);
+    mouse(QEvent::MouseButtonRelease, point, Qt::LeftButton, true);
+    EXPECT_EQ(view.dragged.size(), 1);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return selected().startsWith("Alpha beta gamma"); }, patience));
+    doubleClick(point);
+    EXPECT_EQ(view.dragged.size(), 2) << "the next pair counts anew";
+}
+
+TEST_F(LabelPDFViewTest, AClickOfAnotherButtonIsNoneOfThoseThatAddUp) {
+    const QPoint point = at(100, 600);
+    mouse(QEvent::MouseButtonPress, point, Qt::RightButton);
+    mouse(QEvent::MouseButtonRelease, point, Qt::RightButton, true);
+    mouse(QEvent::MouseButtonPress, point, Qt::LeftButton, true);
+    mouse(QEvent::MouseButtonRelease, point, Qt::LeftButton, true);
+    mouse(QEvent::MouseButtonDblClick, point, Qt::LeftButton, true);
+    EXPECT_EQ(view.dragged.size(), 1);
+}
+
 TEST_F(LabelPDFViewTest, OtherButtonsPickNoSpot) {
     doubleClick(at(100, 600), Qt::RightButton);
     EXPECT_TRUE(view.dragged.isEmpty());
