@@ -68,6 +68,8 @@ FileReplacement::FileReplacement(const QString &path) : path_(path) {}
 
 FileReplacement::~FileReplacement() {
     discard();
+    if (!oldName_.isEmpty()) ::unlinkat(folder_, oldName_.constData(), 0);
+    if (folder_ >= 0) ::close(folder_);
 }
 
 bool FileReplacement::fail(const QString &reason) {
@@ -206,11 +208,25 @@ void FileReplacement::discard() {
     }
     if (!temporaryName_.isEmpty()) ::unlinkat(folder_, temporaryName_.constData(), 0);
     temporaryName_.clear();
-    for (int *descriptor : {&descriptor_, &folder_}) {
-        if (*descriptor >= 0) ::close(*descriptor);
-        *descriptor = -1;
-    }
+    if (descriptor_ >= 0) ::close(descriptor_);
+    descriptor_ = -1;
     prepared_ = false;
+}
+
+void FileReplacement::keepOld() {
+    if (target_.status && !target_.isStream() && oldName_.isEmpty())
+        oldName_ = linkAsUnfinished(folder_, target_.name());
+}
+
+void FileReplacement::undo() {
+    const QByteArray name = target_.name();
+    if (!isInPlace_) return;
+    if (!oldName_.isEmpty()) {
+        if (::renameat(folder_, oldName_.constData(), folder_, name.constData()) == 0) oldName_.clear();
+    } else if (!target_.status) {
+        ::unlinkat(folder_, name.constData(), 0);
+    }
+    isInPlace_ = false;
 }
 
 }  // namespace leafwright

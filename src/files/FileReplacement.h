@@ -54,8 +54,16 @@ public:
     bool prepare();
     /// Prepares the file, if that has not been done, and puts it in its place.
     Outcome commit();
-    /// Removes what has been written. The target stays as it was.
+    /// Removes what has been written, unless it has been committed. The target stays as it was.
     void discard();
+
+    /// To be called before commit() where that of another file may fail, which undoes this one. Nothing can
+    /// be undone of streams, nor where the file system gives no file a second name.
+    void keepOld();
+    /// Puts the old file back in its place, or removes the new one where there was none.
+    void undo();
+    /// Whether the target takes bytes as they come.
+    bool isStream() const { return target_.isStream(); }
 
     /// Why the path has not been written, or not for certain, as a message to the user.
     QString message() const;
@@ -74,7 +82,6 @@ private:
     bool fail(int error);
     bool startBesideTarget();
     bool startApart();
-    bool sync();
     Outcome rename();
     Outcome pourOut();
 
@@ -85,9 +92,10 @@ private:
     bool folderCanSync_ = false;  ///< Not where the folder may be written to but not read.
     int descriptor_ = -1;
     QByteArray temporaryName_;  ///< In the folder; empty for streams, whose file has no name.
+    QByteArray oldName_;        ///< The old file's second name in the folder; empty for none.
     bool failed_ = false;
     bool prepared_ = false;
-    bool isInPlace_ = false;
+    bool isInPlace_ = false;  ///< The new file has the name.
     QStringList notices_;
 };
 

@@ -24,6 +24,7 @@ constexpr std::string_view letters = "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdef
 constexpr qsizetype randomLetters = 2;
 constexpr qsizetype allLetters = 6;
 constexpr std::chrono::minutes oldEnough{10};
+constexpr int attempts = 100;
 
 /// Six letters: the first two as given, the others made of those and of all that stands before.
 QByteArray withCheck(const QByteArray &beginning) {
@@ -50,9 +51,16 @@ QByteArray shortened(const QByteArray &name) {
     return name.left(end);
 }
 
+QByteArray newName(const QByteArray &name) {
+    QByteArray beginning = '.' + shortened(name) + '.';
+    for (qsizetype i = 0; i < randomLetters; ++i)
+        beginning += letters[QRandomGenerator::global()->bounded(static_cast<quint32>(letters.size()))];
+    return withCheck(beginning);
+}
+
 bool isAbandoned(const struct stat &status) {
     const auto age = std::chrono::seconds(std::time(nullptr) - status.st_mtim.tv_sec);
-    return S_ISREG(status.st_mode) && status.st_uid == ::geteuid() && status.st_nlink == 1 && age > oldEnough;
+    return S_ISREG(status.st_mode) && status.st_uid == ::geteuid() && age > oldEnough;
 }
 
 void removeIfAbandoned(int folder, const char *name) {
@@ -80,13 +88,9 @@ bool isDue(const QByteArray &path) {
 }  // namespace
 
 UnfinishedFile makeUnfinishedFile(int folder, const QByteArray &name, unsigned mode) {
-    constexpr int attempts = 100;
     UnfinishedFile file;
     for (int i = 0; i < attempts; ++i) {
-        QByteArray beginning = '.' + shortened(name) + '.';
-        for (qsizetype k = 0; k < randomLetters; ++k)
-            beginning += letters[QRandomGenerator::global()->bounded(static_cast<quint32>(letters.size()))];
-        file.name = withCheck(beginning);
+        file.name = newName(name);
         file.descriptor =
             ::openat(folder, file.name.constData(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
         if (file.descriptor >= 0 || errno != EEXIST) break;
@@ -94,6 +98,15 @@ UnfinishedFile makeUnfinishedFile(int folder, const QByteArray &name, unsigned m
     // Where the file system knows no locks, only its age tells that it is abandoned.
     if (file.descriptor >= 0) ::flock(file.descriptor, LOCK_EX | LOCK_NB);
     return file;
+}
+
+QByteArray linkAsUnfinished(int folder, const QByteArray &name) {
+    for (int i = 0; i < attempts; ++i) {
+        QByteArray second = newName(name);
+        if (::linkat(folder, name.constData(), folder, second.constData(), 0) == 0) return second;
+        if (errno != EEXIST) break;
+    }
+    return {};
 }
 
 bool isNameOfUnfinishedFile(const QByteArray &name) {

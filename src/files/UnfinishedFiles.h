@@ -17,7 +17,11 @@ struct UnfinishedFile {
 /// @param name the one that it is to take. @param mode its permissions, before the system's mask
 UnfinishedFile makeUnfinishedFile(int folder, const QByteArray &name, unsigned mode);
 
-/// Whether a name is one that makeUnfinishedFile() gives. Of the six letters at its end, four depend on what
+/// Gives a file a second name of this kind, by which it can come back. @return the name; null where there is
+/// none
+QByteArray linkAsUnfinished(int folder, const QByteArray &name);
+
+/// Whether a name is one that these give. Of the six letters at its end, four depend on what
 /// stands before them, so that it is not taken for such a name what a person has called "notes.backup".
 bool isNameOfUnfinishedFile(const QByteArray &name);
 

@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -81,6 +82,26 @@ PDFError unreadable(int error) {
 
 QString notWritten(const QString &path, const QString &reason) {
     return QCoreApplication::translate("ScriptFiles", "%1 could not be written: %2").arg(path, reason);
+}
+
+/// Gives all files their names, or none. @return why not, or why it is not for certain
+std::optional<QString> putInPlace(std::vector<std::unique_ptr<FileReplacement>> &files,
+                                  QStringList &notices) {
+    // Nothing brings back what has gone into a pipe, so whatever else can fail comes behind it.
+    std::ranges::stable_partition(files, [](const auto &file) { return file->isStream(); });
+    for (const auto &file : files)
+        file->keepOld();
+    std::optional<QString> notDurable;
+    for (auto file = files.begin(); file != files.end(); ++file) {
+        const FileReplacement::Outcome outcome = (*file)->commit();
+        if (outcome == FileReplacement::Outcome::NotWritten) {
+            std::for_each(files.begin(), file, [](const auto &written) { written->undo(); });
+            return (*file)->message();
+        }
+        if (outcome == FileReplacement::Outcome::NotDurable) notDurable = (*file)->message();
+        notices += (*file)->notices();
+    }
+    return notDurable;
 }
 
 }  // namespace
@@ -156,14 +177,7 @@ std::optional<QString> ScriptFiles::publish(QStringList &notices) const {
         if (const auto reason = copyInto(target, source.number())) return notWritten(staged.path, *reason);
         if (!target.prepare()) return target.message();
     }
-    std::optional<QString> notDurable;
-    for (const auto &file : files) {
-        const FileReplacement::Outcome outcome = file->commit();
-        if (outcome == FileReplacement::Outcome::NotWritten) return file->message();
-        if (outcome == FileReplacement::Outcome::NotDurable) notDurable = file->message();
-        notices += file->notices();
-    }
-    return notDurable;
+    return putInPlace(files, notices);
 }
 
 }  // namespace leafwright::script

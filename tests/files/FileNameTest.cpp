@@ -33,5 +33,20 @@ TEST(FileName, EveryByteHasAnEscape) {
     }
 }
 
+TEST(FileName, AddressesHaveAnyByte) {
+    for (const char *name : {"/tmp/a b%20.pdf", "/tmp/\xC3\xA4.pdf", "/tmp/caf\xE9 100%.pdf"}) {
+        const QUrl url = urlOfFile(fileNameText(name));
+        EXPECT_TRUE(url.isLocalFile()) << name;
+        EXPECT_EQ(fileNameBytes(pathOfFileUrl(url)), QByteArray(name));
+        EXPECT_EQ(fileNameBytes(pathOfFileUrl(QUrl(QString::fromLatin1(url.toEncoded())))), QByteArray(name));
+    }
+    EXPECT_EQ(urlOfFile("/tmp/ä.pdf"), QUrl::fromLocalFile("/tmp/ä.pdf"));
+}
+
+TEST(FileName, ArgumentsHaveAnyByte) {
+    const char *const argv[] = {"program", "-o", "caf\xE9.pdf", nullptr};
+    EXPECT_EQ(argumentTexts(3, argv), (QStringList{"-o", fileNameText("caf\xE9.pdf")}));
+}
+
 }  // namespace
 }  // namespace leafwright
