@@ -36,6 +36,10 @@ struct Request {
     QString report;  ///< Empty for none; "-" for the results.
 };
 
+bool printsReport(const Request &request) {
+    return request.report == QLatin1String("-");
+}
+
 /// @return the steps, or what is wrong with them
 std::variant<std::vector<script::Step>, QString> readSteps(const QString &path) {
     const auto text = path == QLatin1String("-") ? readDescriptor(STDIN_FILENO) : readFile(path);
@@ -93,19 +97,17 @@ std::optional<QString> writeOutcome(const script::ScriptPlayer &player, const QS
     if (!player.document()) return translated("the script closed the document; there is no outline to write");
     const QString place = files.placeFor(out);
     auto error = player.document()->writeNewPDFOutline(place, MyDocument::saveFinalPDF);
-    return error ? std::optional(error->message.replace(place, out)) : std::nullopt;
+    // What stands there is only on its way, and need not outlive anything.
+    if (!error || error->kind == PDFError::Kind::NotDurable) return std::nullopt;
+    return error->message.replace(place, out);
 }
 
-/// @return why the script did not come to its end; then nothing has been written
+/// @return why the script did not come to its end, or can't tell of it
 std::optional<QString> play(const std::vector<script::Step> &steps, const Request &request,
-                            Console &console) {
-    script::ScriptFiles files(absolutePath(QStringLiteral(".")));
-    if (auto problem = files.problem()) return problem;
-    const bool printsReport = request.report == QLatin1String("-");
-    ReportFile report;
+                            script::ScriptFiles &files, ReportFile &report) {
     if (!request.report.isEmpty()) {
-        const QString place = printsReport ? files.temporaryDirectory() + QLatin1String("/.report")
-                                           : files.placeFor(request.report);
+        const QString place = printsReport(request) ? files.temporaryDirectory() + QLatin1String("/.report")
+                                                    : files.placeFor(request.report);
         if (auto problem = report.open(place)) return problem;
     }
     {
@@ -115,12 +117,24 @@ std::optional<QString> play(const std::vector<script::Step> &steps, const Reques
         if (!request.out.isEmpty())
             if (auto failure = writeOutcome(player, request.out, files)) return failure;
     }
-    if (auto failure = report.finish()) return failure;
+    return report.finish();
+}
+
+/// @return why the script was not played, or what it wrote is not all in its place
+std::optional<QString> playAndPublish(const std::vector<script::Step> &steps, const Request &request,
+                                      Console &console) {
+    script::ScriptFiles files(absolutePath(QStringLiteral(".")));
+    if (auto problem = files.problem()) return problem;
+    ReportFile report;
+    auto failure = play(steps, request, files, report);
+    // A folder that is missing is why what was to be written there could not be.
+    if (auto problem = files.problem()) return problem;
+    if (failure) return failure;
     QStringList notices;
-    auto failure = files.publish(notices);
+    failure = files.publish(notices);
     for (const QString &notice : notices)
         console.message(notice);
-    if (!failure && printsReport) report.print(console);
+    if (!failure && printsReport(request)) report.print(console);
     return failure;
 }
 
@@ -158,7 +172,7 @@ ExitCode RunCommand::run(const QCommandLineParser &arguments, Console &console) 
         console.message(translated("scripts need a program with windows"));
         return Failed;
     }
-    if (const auto failure = play(std::get<std::vector<script::Step>>(steps), request, console)) {
+    if (const auto failure = playAndPublish(std::get<std::vector<script::Step>>(steps), request, console)) {
         console.message(*failure);
         return Failed;
     }

@@ -89,8 +89,9 @@ std::optional<QString> putInPlace(std::vector<std::unique_ptr<FileReplacement>> 
                                   QStringList &notices) {
     // Nothing brings back what has gone into a pipe, so whatever else can fail comes behind it.
     std::ranges::stable_partition(files, [](const auto &file) { return file->isStream(); });
-    for (const auto &file : files)
-        file->keepOld();
+    if (files.size() > 1)
+        for (const auto &file : files)
+            file->keepOld();
     std::optional<QString> notDurable;
     for (auto file = files.begin(); file != files.end(); ++file) {
         const FileReplacement::Outcome outcome = (*file)->commit();
@@ -107,11 +108,17 @@ std::optional<QString> putInPlace(std::vector<std::unique_ptr<FileReplacement>> 
 }  // namespace
 
 ScriptFiles::ScriptFiles(QString baseFolder) : base_(std::move(baseFolder)) {
-    if (folder_.isThere()) QDir().mkpath(temporaryDirectory());
+    if (folder_.isThere()) makeOwnFolder(temporaryDirectory());
 }
 
 std::optional<QString> ScriptFiles::problem() const {
-    return folder_.isThere() ? std::nullopt : std::optional(folder_.errorString());
+    return folder_.isThere() ? problem_ : std::optional(folder_.errorString());
+}
+
+void ScriptFiles::makeOwnFolder(const QString &path) {
+    if (const auto reason = makeFolder(path))
+        problem_ = QCoreApplication::translate("ScriptFiles", "the folder %1 could not be made: %2")
+                       .arg(path, *reason);
 }
 
 QString ScriptFiles::absolute(const QString &path) const {
@@ -127,7 +134,7 @@ QString ScriptFiles::placeFor(const QString &path) {
     if (const Staged *staged = stagedFor(path)) return staged->place;
     // A folder each: the documents go by their files' names.
     const QString folder = folder_.filePath(QString::number(staged_.size()));
-    QDir().mkpath(folder);
+    makeOwnFolder(folder);
     const QString wanted = absolute(path);
     staged_.push_back({wanted, QDir(folder).filePath(QFileInfo(wanted).fileName())});
     return staged_.back().place;

@@ -18,7 +18,8 @@ class ScriptFiles {
 public:
     /// @param baseFolder an absolute path
     explicit ScriptFiles(QString baseFolder);
-    /// Why there is no folder to write to, without which there is no run; nothing if there is one.
+    /// Why there is not every folder to write to that was asked for, without which there is no run; nothing
+    /// if all are there.
     std::optional<QString> problem() const;
 
     /// A copy of a file, under its name. @return the copy's path, or why it can't be made
@@ -47,10 +48,12 @@ private:
         QString place;  ///< Where it stands until then.
     };
     const Staged *stagedFor(const QString &path) const;
+    void makeOwnFolder(const QString &path);
 
     QString base_;
     TemporaryFolder folder_;
     std::vector<Staged> staged_;
+    std::optional<QString> problem_;
 };
 
 }  // namespace leafwright::script

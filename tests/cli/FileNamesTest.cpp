@@ -2,6 +2,7 @@
 #include "files/FileReading.h"
 #include "support/CliFiles.h"
 #include "support/CliRun.h"
+#include "support/Paths.h"
 
 #include <gmock/gmock.h>
 #include <unistd.h>
@@ -22,7 +23,7 @@ protected:
     QString path(const QByteArray &name) const { return fileNameText(bytes(name)); }
     bool exists(const QByteArray &name) const { return ::access(bytes(name).constData(), F_OK) == 0; }
     ProgramResult run(const QStringList &arguments) const {
-        ProgramResult result = runProgram(LEAFWRIGHT_CLI, arguments);
+        ProgramResult result = runProgram(commandLineProgram(), arguments);
         EXPECT_EQ(result.exitCode, 0) << result.err.constData();
         return result;
     }
@@ -54,7 +55,7 @@ TEST_F(FileNamesOfBytes, AreOpenedAndSavedByScripts) {
 }
 
 TEST_F(FileNamesOfBytes, AreToldAsTheyAre) {
-    const ProgramResult result = runProgram(LEAFWRIGHT_CLI, {"info", path("gone\xE9.pdf")});
+    const ProgramResult result = runProgram(commandLineProgram(), {"info", path("gone\xE9.pdf")});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_EQ(result.err, "leafwright-cli: " + bytes("gone\xE9.pdf") + ": there is no such file\n");
 }
