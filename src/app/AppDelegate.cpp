@@ -9,11 +9,11 @@
 #include "desktop/Updater.h"
 #include "document/DocumentWindow.h"
 #include "document/MyDocument.h"
+#include "files/FileReading.h"
 #include "platform/UserDefaults.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QLabel>
 
 namespace leafwright {
@@ -58,7 +58,7 @@ void AppDelegate::openFiles(const QStringList &paths) {
     for (Document *document : documentController_.documents())
         if (document->isBusy()) return document->whenIdle([this, paths] { openFiles(paths); });
     for (const QString &path : paths) {
-        if (!QFileInfo::exists(path)) {
+        if (!fileExists(path)) {
             // Reading a missing file fails in silence; who named it wants to know.
             platform_.beep();
             platform_.runModal({tr("There is no file “%1”").arg(path),

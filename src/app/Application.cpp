@@ -5,11 +5,12 @@
 #include "app/Requests.h"
 #include "app/SingleInstance.h"
 #include "desktop/QtPlatform.h"
+#include "files/FileName.h"
+#include "files/FileReading.h"
 #include "platform/Translation.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
-#include <QFileInfo>
 #include <QIcon>
 #include <QLocale>
 #include <QTimer>
@@ -28,7 +29,7 @@ QStringList absolutePaths(const QStringList &arguments) {
     QStringList paths;
     for (const QString &argument : arguments) {
         const QUrl url(argument);
-        paths.append(QFileInfo(url.isLocalFile() ? url.toLocalFile() : argument).absoluteFilePath());
+        paths.append(absolutePath(url.isLocalFile() ? pathOfFileUrl(url) : argument));
     }
     return paths;
 }
@@ -39,7 +40,7 @@ struct Start {
     bool service = false;  ///< Started by the message bus, which says in a moment what for.
 };
 
-Start parseArguments(const QApplication &application) {
+Start parseArguments(const QStringList &arguments) {
     const QCommandLineOption choose(
         QStringLiteral("choose"),
         QCoreApplication::translate("Application", "Asks for a file if there is none to show."));
@@ -55,7 +56,8 @@ Start parseArguments(const QApplication &application) {
     parser.addPositionalArgument(QStringLiteral("PDF"),
                                  QCoreApplication::translate("Application", "The files to open."),
                                  QStringLiteral("[PDF...]"));
-    parser.process(application);
+    // The first is the program's name.
+    parser.process(QStringList{QString()} + arguments);
     return {absolutePaths(parser.positionalArguments()), parser.isSet(choose), parser.isSet(service)};
 }
 
@@ -77,7 +79,7 @@ int applicationMain(int argc, char **argv) {
     QApplication application(argc, argv);
     installTranslators(application, QLocale(), translationsFolder());
     setUp();
-    const Start start = parseArguments(application);
+    const Start start = parseArguments(argumentTexts(argc, argv));
 
     // The message bus settles which of two starts is the first; the socket serves where there is none.
     DesktopApplication desktop(QDBusConnection::sessionBus());

@@ -1,5 +1,7 @@
 #include "app/DesktopApplication.h"
 
+#include "files/FileName.h"
+
 #include <QDBusError>
 #include <QUrl>
 
@@ -29,7 +31,7 @@ void takeToken(const QVariantMap &platformData) {
 QStringList encodedUrls(const QStringList &paths) {
     QStringList urls;
     for (const QString &path : paths)
-        urls.append(QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded()));
+        urls.append(QString::fromLatin1(urlOfFile(path).toEncoded()));
     return urls;
 }
 
@@ -38,7 +40,7 @@ QStringList pathsOfUrls(const QStringList &uris) {
     QStringList paths;
     for (const QString &uri : uris) {
         const QUrl url(uri);
-        paths.append(url.isLocalFile() ? url.toLocalFile() : uri);
+        paths.append(url.isLocalFile() ? pathOfFileUrl(url) : uri);
     }
     return paths;
 }

@@ -1,7 +1,8 @@
 #include "app/SingleInstance.h"
 
+#include "files/FileName.h"
+
 #include <QDir>
-#include <QFile>
 #include <QLocalSocket>
 #include <QStandardPaths>
 
@@ -11,8 +12,9 @@ namespace leafwright {
 
 namespace {
 
-constexpr int patience = 5000;       // milliseconds
-constexpr qint64 longest = 1 << 20;  // bytes of a message
+constexpr int patience = 5000;  // milliseconds
+/// Bytes of a message: more than the longest command line has (6 MB), with each byte percent-encoded.
+constexpr qsizetype longest = 32 << 20;
 
 // A message is a path a line, percent-encoded, and an empty line at the end; the answer is one line.
 const QByteArray taken = QByteArrayLiteral("ok\n");
@@ -35,10 +37,12 @@ bool SingleInstance::handOver(const QStringList &paths) const {
     if (!socket.waitForConnected(patience)) return false;
     QByteArray message;
     for (const QString &path : paths)
-        message += QFile::encodeName(path).toPercentEncoding("/") + '\n';
+        message += fileNameBytes(path).toPercentEncoding("/") + '\n';
     socket.write(message + '\n');
-    return socket.waitForBytesWritten(patience) && socket.waitForReadyRead(patience) &&
-           socket.readAll() == taken;
+    // What goes out at once is a part of it.
+    while (socket.bytesToWrite() > 0)
+        if (!socket.waitForBytesWritten(patience)) return false;
+    return socket.waitForReadyRead(patience) && socket.readAll() == taken;
 }
 
 bool SingleInstance::listen() {
@@ -52,12 +56,14 @@ bool SingleInstance::listen() {
 void SingleInstance::receive() {
     QLocalSocket *socket = server_.nextPendingConnection();
     connect(socket, &QLocalSocket::disconnected, socket, &QObject::deleteLater);
-    connect(socket, &QLocalSocket::readyRead, this, [this, socket] {
-        if (socket->bytesAvailable() > longest) return socket->abort();
-        if (!socket->peek(longest).endsWith("\n\n") && socket->peek(longest) != "\n") return;
+    connect(socket, &QLocalSocket::readyRead, this, [this, socket, message = QByteArray()]() mutable {
+        message += socket->readAll();
+        if (message.size() > longest) return socket->abort();
+        if (!message.endsWith("\n\n") && message != "\n") return;
         QStringList paths;
-        for (const QByteArray &line : socket->readAll().split('\n'))
-            if (!line.isEmpty()) paths.append(QFile::decodeName(QByteArray::fromPercentEncoding(line)));
+        for (const QByteArray &line : message.split('\n'))
+            if (!line.isEmpty()) paths.append(fileNameText(QByteArray::fromPercentEncoding(line)));
+        message.clear();
         socket->write(taken);
         socket->flush();
         Q_EMIT filesReceived(paths);

@@ -2,9 +2,11 @@
 
 #include "cli/OpenFile.h"
 #include "cli/OutlineTree.h"
+#include "files/FileReading.h"
 
 #include <QCoreApplication>
-#include <QFile>
+
+#include <unistd.h>
 
 namespace leafwright::cli {
 
@@ -15,12 +17,18 @@ QString translated(const char *text) {
 }
 
 std::optional<QByteArray> readTree(const QString &path, Console &console) {
-    QFile file;
-    const bool opened = path == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
-                                                   : (file.setFileName(path), file.open(QIODevice::ReadOnly));
-    if (opened) return file.readAll();
-    console.message(translated("%1: the outline can't be read: %2").arg(path, file.errorString()));
-    return std::nullopt;
+    auto text = path == QLatin1String("-") ? readDescriptor(STDIN_FILENO) : readFile(path);
+    if (const auto *reason = std::get_if<QString>(&text)) {
+        console.message(translated("%1: the outline can't be read: %2").arg(path, *reason));
+        return std::nullopt;
+    }
+    // What a program leaves that failed, or a file that was never written, is no wish to have no outline.
+    if (std::get<QByteArray>(text).trimmed().isEmpty()) {
+        console.message(
+            translated("%1: there is nothing in it; [] says that no outline is wanted").arg(path));
+        return std::nullopt;
+    }
+    return std::get<QByteArray>(std::move(text));
 }
 
 /// Says what will not be as the tree has it: labels that no page has, and entries without a page.
@@ -62,7 +70,7 @@ CommandInfo ApplyCommand::info() const {
             "TREE is what \"outline\" prints, edited or not. An entry's page is told by its pageLabel; of "
             "pages with the same label it is the last. pageIndex counts only without a pageLabel, or with "
             "--keep-pages where it is a page with that label. An entry at [0, 0] is given the middle of its "
-            "page's top edge."),
+            "page's top edge. An empty TREE is refused: [] says that no outline is wanted."),
         {{QStringLiteral("FILE"), translated("The PDF.")},
          {QStringLiteral("TREE"), translated("The outline, in a file; \"-\" is standard input.")}},
         {outputOption(), keepPagesOption()}};

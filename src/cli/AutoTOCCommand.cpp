@@ -5,6 +5,7 @@
 #include "cli/Batch.h"
 #include "cli/HeadingMapFile.h"
 #include "cli/OpenFile.h"
+#include "files/FileReading.h"
 #include "pdf/ReadAhead.h"
 
 #include <QCoreApplication>
@@ -163,9 +164,11 @@ ExitCode AutoTOCCommand::run(const QCommandLineParser &arguments, Console &conso
     if (const QString name = sharedFileName(files); !name.isEmpty()) {
         return wrongUsage(*this, translated("two of the files are named \"%1\"").arg(name), console);
     }
-    if (!outDir.isEmpty() && !QDir().mkpath(outDir)) {
-        console.message(translated("%1: the folder could not be made").arg(outDir));
-        return Failed;
+    if (!outDir.isEmpty()) {
+        if (const auto reason = makeFolder(outDir)) {
+            console.message(translated("%1: the folder could not be made: %2").arg(outDir, *reason));
+            return Failed;
+        }
     }
     const bool alone = files.size() == 1;
     const auto job = [&](const QString &file) {

@@ -1,5 +1,7 @@
 #include "cli/Console.h"
 
+#include "files/FileName.h"
+
 #include <unistd.h>
 
 namespace leafwright::cli {
@@ -12,7 +14,7 @@ void Console::message(const QString &text) {
     const std::lock_guard lock(mutex_);
     // A message takes the place of the progress bar, which is drawn again below it.
     const QByteArray line =
-        (barShown_ ? QByteArray("\r\x1b[K") : QByteArray()) + "leafwright-cli: " + text.toUtf8() + '\n';
+        (barShown_ ? QByteArray("\r\x1b[K") : QByteArray()) + "leafwright-cli: " + fileNameBytes(text) + '\n';
     std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), messages_);
     std::fflush(messages_);
 }

@@ -4,10 +4,10 @@
 #include "categories/FontIdentity.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
+#include "files/FileReplacement.h"
 #include "pdf/ReadAhead.h"
 
 #include <QCoreApplication>
-#include <QSaveFile>
 
 namespace leafwright::cli {
 
@@ -56,13 +56,14 @@ void print(const FontCensus &census, const HeadingLevelMap &map, Console &consol
 }
 
 bool saveMap(const HeadingLevelMap &map, const QString &path, Console &console) {
-    QSaveFile file(path);
+    FileReplacement file(path);
     const QByteArray bytes = stringToSaveListH1H2H3(map).toUtf8();
-    // Flushed before the commit, which passes over what is in the buffer and can't be written.
-    const bool written = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
-    if (written && file.commit()) return true;
-    console.message(translated("%1: the map could not be written: %2").arg(path, file.errorString()));
-    return false;
+    const bool written = file.start() && file.write(bytes) == bytes.size() &&
+                         file.commit() == FileReplacement::Outcome::Written;
+    for (const QString &notice : file.notices())
+        console.message(notice);
+    if (!written) console.message(file.message());
+    return written;
 }
 
 }  // namespace

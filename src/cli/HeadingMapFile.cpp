@@ -1,7 +1,8 @@
 #include "cli/HeadingMapFile.h"
 
+#include "files/FileReading.h"
+
 #include <QCoreApplication>
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -32,12 +33,12 @@ HeadingLevelMap mapFromJson(const QJsonArray &rows, DocumentFonts fonts) {
 }  // namespace
 
 HeadingLevelMap readHeadingMap(const QString &path, const FontCensus &census, Console &console) {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        console.message(translated("%1: the map can't be read: %2").arg(path, file.errorString()));
+    const auto content = readFile(path);
+    if (const auto *reason = std::get_if<QString>(&content)) {
+        console.message(translated("%1: the map can't be read: %2").arg(path, *reason));
         return {};
     }
-    const QByteArray bytes = file.readAll();
+    const auto &bytes = std::get<QByteArray>(content);
     DocumentFonts fonts(census);
     HeadingLevelMap map;
     if (const QJsonDocument json = QJsonDocument::fromJson(bytes); !json.isNull()) {

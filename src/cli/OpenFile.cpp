@@ -27,8 +27,10 @@ QString openFailure(const QString &path, const PDFError &error) {
             return translated("%1: the file can't be read: %2").arg(path, error.message);
         case PDFError::Kind::Locked:
             return lockedMessage(path);
-        case PDFError::Kind::NotAPDF:
         case PDFError::Kind::WriteFailed:
+        case PDFError::Kind::NotDurable:
+            return path + QLatin1String(": ") + error.message;
+        case PDFError::Kind::NotAPDF:
             break;
     }
     return translated("%1: this is not a PDF that can be read, even after repair: %2")

@@ -2,14 +2,21 @@
 
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
+#include "files/FileName.h"
+#include "files/FileReading.h"
+#include "files/SystemError.h"
 #include "script/ActionList.h"
 #include "script/ScriptFiles.h"
 #include "script/ScriptPlayer.h"
 
 #include <QApplication>
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace leafwright::cli {
 
@@ -30,22 +37,30 @@ struct Request {
     bool keepPages = false;
 };
 
+bool printsReport(const Request &request) {
+    return request.report == QLatin1String("-");
+}
+
 /// @return the steps, or what is wrong with them
 std::variant<std::vector<script::Step>, QString> readSteps(const QString &path) {
-    QFile file;
-    const bool opened = path == QLatin1String("-") ? file.open(stdin, QIODevice::ReadOnly)
-                                                   : (file.setFileName(path), file.open(QIODevice::ReadOnly));
-    if (!opened) return translated("the script can't be read: %1").arg(file.errorString());
-    return script::parseSteps(file.readAll());
+    const auto text = path == QLatin1String("-") ? readDescriptor(STDIN_FILENO) : readFile(path);
+    if (const auto *reason = std::get_if<QString>(&text))
+        return translated("the script can't be read: %1").arg(*reason);
+    return script::parseSteps(std::get<QByteArray>(text));
 }
 
 /// Writes the records as they come. The report of a long script on a large outline would fill the memory.
 class ReportFile {
 public:
-    explicit ReportFile(const QString &path) : file_(path) {
-        if (path.isEmpty() || !file_.open(QIODevice::ReadWrite)) return;
+    /// Begins the report. @return why there can't be one
+    std::optional<QString> open(const QString &path) {
+        const int file =
+            ::open(fileNameBytes(path).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+        if (file < 0) return problem(reasonOfSystem(errno));
+        file_.open(file, QIODevice::ReadWrite, QFile::AutoCloseHandle);
         json_.emplace([this](const QByteArray &bytes) { file_.write(bytes); });
         json_->beginArray();
+        return std::nullopt;
     }
 
     script::ScriptPlayer::Recorder recorder() {
@@ -60,7 +75,7 @@ public:
         json_->endArray();
         json_.reset();
         if (file_.flush() && file_.error() == QFile::NoError) return std::nullopt;
-        return translated("the report could not be written: %1").arg(file_.errorString());
+        return problem(file_.errorString());
     }
     void print(Console &console) {
         file_.seek(0);
@@ -70,6 +85,10 @@ public:
     }
 
 private:
+    static QString problem(const QString &reason) {
+        return translated("the report could not be written: %1").arg(reason);
+    }
+
     QFile file_;
     std::optional<leafwright::JsonWriter> json_;
 };
@@ -79,17 +98,19 @@ std::optional<QString> writeOutcome(const script::ScriptPlayer &player, const QS
     if (!player.document()) return translated("the script closed the document; there is no outline to write");
     const QString place = files.placeFor(out);
     auto error = player.document()->writeNewPDFOutline(place, MyDocument::saveFinalPDF);
-    return error ? std::optional(error->message.replace(place, out)) : std::nullopt;
+    // What stands there is only on its way, and need not outlive anything.
+    if (!error || error->kind == PDFError::Kind::NotDurable) return std::nullopt;
+    return error->message.replace(place, out);
 }
 
-/// @return why the script did not come to its end; then nothing has been written
+/// @return why the script did not come to its end, or can't tell of it
 std::optional<QString> play(const std::vector<script::Step> &steps, const Request &request,
-                            Console &console) {
-    script::ScriptFiles files(QDir::currentPath());
-    const bool printsReport = request.report == QLatin1String("-");
-    ReportFile report(printsReport               ? files.temporaryDirectory() + QLatin1String("/.report")
-                      : request.report.isEmpty() ? QString()
-                                                 : files.placeFor(request.report));
+                            script::ScriptFiles &files, ReportFile &report) {
+    if (!request.report.isEmpty()) {
+        const QString place = printsReport(request) ? files.temporaryDirectory() + QLatin1String("/.report")
+                                                    : files.placeFor(request.report);
+        if (auto problem = report.open(place)) return problem;
+    }
     {
         script::ScriptPlayer player(files, report.recorder());
         player.userDefaults().setValue(MyDocument::keepPagesKey, request.keepPages);
@@ -99,10 +120,25 @@ std::optional<QString> play(const std::vector<script::Step> &steps, const Reques
         if (!request.out.isEmpty())
             if (auto failure = writeOutcome(player, request.out, files)) return failure;
     }
-    if (auto failure = report.finish()) return failure;
-    if (auto failure = files.publish()) return failure;
-    if (printsReport) report.print(console);
-    return std::nullopt;
+    return report.finish();
+}
+
+/// @return why the script was not played, or what it wrote is not all in its place
+std::optional<QString> playAndPublish(const std::vector<script::Step> &steps, const Request &request,
+                                      Console &console) {
+    script::ScriptFiles files(absolutePath(QStringLiteral(".")));
+    if (auto problem = files.problem()) return problem;
+    ReportFile report;
+    auto failure = play(steps, request, files, report);
+    // A folder that is missing is why what was to be written there could not be.
+    if (auto problem = files.problem()) return problem;
+    if (failure) return failure;
+    QStringList notices;
+    failure = files.publish(notices);
+    for (const QString &notice : notices)
+        console.message(notice);
+    if (!failure && printsReport(request)) report.print(console);
+    return failure;
 }
 
 }  // namespace
@@ -141,7 +177,7 @@ ExitCode RunCommand::run(const QCommandLineParser &arguments, Console &console) 
         console.message(translated("scripts need a program with windows"));
         return Failed;
     }
-    if (const auto failure = play(std::get<std::vector<script::Step>>(steps), request, console)) {
+    if (const auto failure = playAndPublish(std::get<std::vector<script::Step>>(steps), request, console)) {
         console.message(*failure);
         return Failed;
     }

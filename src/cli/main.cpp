@@ -1,4 +1,5 @@
 #include "cli/CommandLine.h"
+#include "files/FileName.h"
 #include "platform/Translation.h"
 
 #include <QApplication>
@@ -30,5 +31,5 @@ int main(int argc, char *argv[]) {
     const auto application = makeApplication(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(LEAFWRIGHT_VERSION));
     leafwright::cli::Console console;
-    return leafwright::cli::runCommandLine(QCoreApplication::arguments().sliced(1), console);
+    return leafwright::cli::runCommandLine(leafwright::argumentTexts(argc, argv), console);
 }

@@ -1,5 +1,6 @@
 #include "desktop/DocumentController.h"
 
+#include "files/FileReading.h"
 #include "platform/UserDefaults.h"
 
 #include <QFileInfo>
@@ -78,7 +79,7 @@ bool DocumentController::closeAllDocuments() {
 QStringList DocumentController::recentDocuments() const {
     QStringList paths =
         platform_.userDefaults().stringForKey(recentDocumentsKey).split(u'\n', Qt::SkipEmptyParts);
-    paths.removeIf([](const QString &path) { return !QFileInfo::exists(path); });
+    paths.removeIf([](const QString &path) { return !fileExists(path); });
     return paths;
 }
 

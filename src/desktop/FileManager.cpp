@@ -1,5 +1,7 @@
 #include "desktop/FileManager.h"
 
+#include "files/FileName.h"
+
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QDBusPendingCallWatcher>
@@ -17,7 +19,7 @@ void showInFileManager(const QString &path, const QDBusConnection &bus,
     QDBusMessage message = QDBusMessage::createMethodCall(
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("/org/freedesktop/FileManager1"),
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
-    const QString address = QString::fromLatin1(QUrl::fromLocalFile(path).toEncoded());
+    const QString address = QString::fromLatin1(urlOfFile(path).toEncoded());
     message << QStringList{address} << QString();  // Addresses; no startup notification.
     auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message));
     QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher, [watcher, otherwise] {

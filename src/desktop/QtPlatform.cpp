@@ -2,6 +2,7 @@
 
 #include "desktop/FileManager.h"
 #include "desktop/FilePanelDialog.h"
+#include "files/FileName.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -125,11 +126,11 @@ void QtPlatform::setClipboardText(const QString &text) {
 
 void QtPlatform::revealFile(const QString &path) {
     showInFileManager(path, QDBusConnection::sessionBus(),
-                      [path] { openWithDesktop(QUrl::fromLocalFile(QFileInfo(path).absolutePath())); });
+                      [path] { openWithDesktop(urlOfFile(QFileInfo(path).absolutePath())); });
 }
 
 void QtPlatform::openFile(const QString &path) {
-    openWithDesktop(QUrl::fromLocalFile(path));
+    openWithDesktop(urlOfFile(path));
 }
 
 void QtPlatform::openURL(const QUrl &url) {
@@ -150,7 +151,9 @@ QString QtPlatform::temporaryDirectory() {
         ownTemporaryDirectory_ = std::make_unique<QTemporaryDir>();
         ownTemporaryDirectory_->setAutoRemove(false);
     }
-    return ownTemporaryDirectory_->path();
+    if (ownTemporaryDirectory_->isValid()) return ownTemporaryDirectory_->path();
+    ownTemporaryDirectory_.reset();
+    return {};
 }
 
 qint64 QtPlatform::now() const {

@@ -12,6 +12,7 @@
 #include "document/HeadingMapModel.h"
 #include "document/MyDocument.h"
 #include "document/OutlineDelegate.h"
+#include "files/FileName.h"
 #include "platform/UserDefaults.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
@@ -43,7 +44,7 @@ constexpr std::array menus{Menu::File,     Menu::Edit, Menu::Outline, Menu::Titl
 QStringList draggedFiles(const QMimeData &data) {
     QStringList paths;
     for (const QUrl &url : data.urls())
-        if (url.isLocalFile()) paths.append(url.toLocalFile());
+        if (url.isLocalFile()) paths.append(pathOfFileUrl(url));
     return paths;
 }
 

@@ -7,6 +7,7 @@
 #include "desktop/InBackground.h"
 #include "document/DocumentWindow.h"
 #include "document/MyDocument.h"
+#include "files/FileReplacement.h"
 #include "pdf/ReadAhead.h"
 #include "platform/KeyedArchive.h"
 #include "platform/UserDefaults.h"
@@ -16,7 +17,6 @@
 #include <QFile>
 #include <QItemSelectionModel>
 #include <QLoggingCategory>
-#include <QSaveFile>
 #include <QTableView>
 
 #include <algorithm>
@@ -85,11 +85,10 @@ void HeadingMapCommands::buttonClickedSaveH1H2H3Map() {
     const auto path =
         document_.runSavePanel(mapPanel(QT_TRANSLATE_NOOP("HeadingMapCommands", "Save Heading Map")));
     if (!path) return;
-    QSaveFile file(*path);
-    // Flushed first: what the commit can't write on a full disk it passes over.
-    if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.flush() ||
-        !file.commit())
-        qCWarning(log).noquote() << *path << "was not written:" << file.errorString();
+    FileReplacement file(*path);
+    const bool written = file.start() && file.write(text) == text.size() &&
+                         file.commit() == FileReplacement::Outcome::Written;
+    if (!written) qCWarning(log).noquote() << file.message();
 }
 
 void HeadingMapCommands::buttonClickedLoadH1H2H3Map() {

@@ -1,10 +1,10 @@
 #include "pdf/PDFDocument.h"
 
+#include "files/FileReplacement.h"
 #include "pdf/mupdf/MuPDFEngine.h"
 
 #include <QCoreApplication>
 #include <QMutexLocker>
-#include <QSaveFile>
 
 namespace leafwright {
 
@@ -55,16 +55,21 @@ void PDFDocument::setOutlineRoot(std::unique_ptr<PDFOutline> root) {
     outlineRoot_ = std::move(root);
 }
 
-std::optional<PDFError> PDFDocument::writeToFile(const QString &path, PDFWriteObserver *observer) const {
-    if (!observer) return writeAndReplace(path, [](int) {});
+std::optional<PDFError> PDFDocument::writeToFile(const QString &path, PDFWriteObserver *observer,
+                                                 QStringList *notices) const {
+    if (!observer)
+        return writeAndReplace(
+            path, [](int) {}, notices);
     observer->documentBeginWrite(pageCount());
-    auto error = writeAndReplace(path, [observer](int page) { observer->documentEndPageWrite(page); });
+    auto error = writeAndReplace(
+        path, [observer](int page) { observer->documentEndPageWrite(page); }, notices);
     observer->documentEndWrite();
     return error;
 }
 
 std::optional<PDFError> PDFDocument::writeAndReplace(const QString &path,
-                                                     const std::function<void(int)> &progress) const {
+                                                     const std::function<void(int)> &progress,
+                                                     QStringList *notices) const {
     const auto failure = [&path](const QString &reason) {
         return PDFError{
             PDFError::Kind::WriteFailed,
@@ -78,21 +83,15 @@ std::optional<PDFError> PDFDocument::writeAndReplace(const QString &path,
                                                     "password nothing of it can be read")
                             .arg(path)};
     }
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) return failure(file.errorString());
-    if (auto error = engine_->write(outlineRoot(), file, progress)) {
-        file.cancelWriting();
-        return failure(error->message);
-    }
-    // The commit passes over what is still in the buffer and can't be written: a full disk would cut the
-    // file short.
-    if (!file.flush()) {
-        const QString reason = file.errorString();
-        file.cancelWriting();
-        return failure(reason);
-    }
-    if (!file.commit()) return failure(file.errorString());
-    return std::nullopt;
+    FileReplacement file(path);
+    if (!file.start()) return PDFError{PDFError::Kind::WriteFailed, file.message()};
+    if (auto error = engine_->write(outlineRoot(), file, progress)) return failure(error->message);
+    const FileReplacement::Outcome outcome = file.commit();
+    if (outcome == FileReplacement::Outcome::NotWritten)
+        return PDFError{PDFError::Kind::WriteFailed, file.message()};
+    if (notices) *notices += file.notices();
+    if (outcome == FileReplacement::Outcome::Written) return std::nullopt;
+    return PDFError{PDFError::Kind::NotDurable, file.message()};
 }
 
 }  // namespace leafwright

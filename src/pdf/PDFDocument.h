@@ -55,16 +55,18 @@ public:
     void setOutlineRoot(std::unique_ptr<PDFOutline> root);
 
     /// Writes the document with its outline in memory to a path, which may be the file's own: a new file
-    /// is made beside it and takes its place when complete. On failure what was there is unchanged. A locked
-    /// document is not written.
-    std::optional<PDFError> writeToFile(const QString &path, PDFWriteObserver *observer = nullptr) const;
+    /// is made beside it and takes its place when complete. On failure what was there is unchanged, unless it
+    /// is said to be written, but not durable. A locked document is not written.
+    /// @param notices gets what the old file had and the new one has not, a message each; may be null
+    std::optional<PDFError> writeToFile(const QString &path, PDFWriteObserver *observer = nullptr,
+                                        QStringList *notices = nullptr) const;
 
     const PDFEngine &engine() const { return *engine_; }
 
 private:
     explicit PDFDocument(std::unique_ptr<PDFEngine> engine);
-    std::optional<PDFError> writeAndReplace(const QString &path,
-                                            const std::function<void(int)> &progress) const;
+    std::optional<PDFError> writeAndReplace(const QString &path, const std::function<void(int)> &progress,
+                                            QStringList *notices) const;
 
     std::unique_ptr<PDFEngine> engine_;
     std::vector<PDFPage> pages_;

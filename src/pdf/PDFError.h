@@ -14,6 +14,7 @@ struct PDFError {
         NotAPDF,         ///< What is in the file can't be read as a PDF, even after repair.
         Locked,          ///< A password is needed.
         WriteFailed,     ///< The new file could not be written; an old one at its place is unchanged.
+        NotDurable,      ///< The new file has been written, but the disk does not confirm that it has it.
     };
     Kind kind;
     QString message;

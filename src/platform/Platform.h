@@ -66,7 +66,8 @@ public:
     /// Opens an address with what the system has for it: the browser, the mail program.
     virtual void openURL(const QUrl &url) = 0;
 
-    /// An existing folder for files that need not last, which nobody else can write to.
+    /// An existing folder for files that need not last, which nobody else can write to; null if none can be
+    /// made.
     virtual QString temporaryDirectory() = 0;
 
     /// Milliseconds since the start of 1970, UTC.

@@ -1,11 +1,16 @@
 #include "platform/UserDefaults.h"
 
+#include "files/FileName.h"
+#include "files/FileReading.h"
+
 #include <QDebug>
 #include <QDir>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QSettings>
 
 #include <cmath>
+#include <sys/stat.h>
 
 namespace leafwright {
 
@@ -101,12 +106,36 @@ void logFailure(const QSettings &settings) {
     qWarning().noquote() << what << settings.fileName();
 }
 
+/// Whether a path leads to nothing yet, or to a file. Reading a named pipe would wait for a writer.
+bool mayBeFile(const QString &path) {
+    struct stat status = {};
+    return ::stat(fileNameBytes(path).constData(), &status) != 0 || S_ISREG(status.st_mode);
+}
+
+/// Whether the settings can be written now. Writing them takes no time, so who has had the lock for a second
+/// has left it behind; QSettings would wait half a minute for that to be true, and forever for what is no
+/// file.
+bool canLock(const QString &filePath) {
+    constexpr int oldEnough = 1000;  // milliseconds
+    constexpr int patience = 2000;   // milliseconds
+    const QString path = filePath + QLatin1String(".lock");
+    if (!mayBeFile(path)) return false;
+    QLockFile lock(path);
+    lock.setStaleLockTime(oldEnough);
+    // Where there is no folder yet, QSettings makes it.
+    return !fileExists(path) || lock.tryLock(patience);
+}
+
 }  // namespace
 
 UserDefaults::UserDefaults() = default;
 
-UserDefaults::UserDefaults(const QString &filePath)
-    : settings_(std::make_unique<QSettings>(filePath, QSettings::IniFormat)) {
+UserDefaults::UserDefaults(const QString &filePath) {
+    if (!mayBeFile(filePath)) {
+        qWarning().noquote() << "leafwright: the settings are no file, and not kept:" << filePath;
+        return;
+    }
+    settings_ = std::make_unique<QSettings>(filePath, QSettings::IniFormat);
     logFailure(*settings_);
 }
 
@@ -117,7 +146,9 @@ void UserDefaults::registerDefaults(const QHash<QString, QVariant> &defaults) {
 }
 
 QVariant UserDefaults::stored(const QString &key) const {
-    return settings_ ? settings_->value(escaped(key)) : values_.value(key);
+    const auto own = values_.constFind(key);
+    if (own != values_.constEnd()) return *own;
+    return settings_ ? settings_->value(escaped(key)) : QVariant();
 }
 
 QVariant UserDefaults::inForce(const QString &key) const {
@@ -162,14 +193,13 @@ void UserDefaults::removeValue(const QString &key) {
 }
 
 void UserDefaults::store(const QString &key, const QVariant &value) {
-    if (!settings_) {
-        if (value.isValid()) {
-            values_.insert(key, value);
-        } else {
-            values_.remove(key);
-        }
+    if (!settings_ || !canLock(settings_->fileName())) {
+        if (settings_)
+            qWarning().noquote() << "leafwright: the settings are locked:" << settings_->fileName();
+        values_.insert(key, value);
         return;
     }
+    values_.remove(key);
     if (value.isValid()) {
         settings_->setValue(escaped(key), value);
     } else {

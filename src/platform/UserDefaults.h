@@ -23,7 +23,7 @@ public:
     /// Settings in memory only.
     UserDefaults();
     /// Settings kept in an INI file, which is made at the first write. What can't be read or written is
-    /// logged.
+    /// logged, and holds as long as this lives.
     explicit UserDefaults(const QString &filePath);
     ~UserDefaults() override;
     UserDefaults(const UserDefaults &) = delete;
@@ -60,7 +60,7 @@ private:
     Value read(const QString &key, std::optional<Value> (*convert)(const QVariant &)) const;
 
     std::unique_ptr<QSettings> settings_;  ///< Null for settings in memory.
-    QHash<QString, QVariant> values_;      ///< Those in memory.
+    QHash<QString, QVariant> values_;      ///< Those in memory, which hold before those of the file.
     QHash<QString, QVariant> registered_;
 };
 

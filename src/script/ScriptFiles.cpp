@@ -1,11 +1,20 @@
 #include "script/ScriptFiles.h"
 
+#include "files/FileName.h"
+#include "files/FileReading.h"
+#include "files/FileReplacement.h"
+#include "files/SystemError.h"
+
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace leafwright::script {
 
@@ -13,33 +22,103 @@ namespace {
 
 constexpr qint64 blockSize = 1 << 20;
 
-bool copyInto(QIODevice &target, QIODevice &source) {
-    while (!source.atEnd()) {
-        const QByteArray block = source.read(blockSize);
-        if (block.isEmpty() || target.write(block) != block.size()) return false;
+/// A descriptor that closes itself.
+class Descriptor {
+public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() {
+        if (number_ >= 0) ::close(number_);
     }
-    return true;
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+    int number() const { return number_; }
+
+private:
+    int number_;
+};
+
+/// Reads a block, as much as there is. @return less than a block at the end; nothing, with errno set, on
+/// failure
+std::optional<QByteArray> readBlock(int file) {
+    QByteArray block(blockSize, Qt::Uninitialized);
+    qsizetype filled = 0;
+    while (filled < block.size()) {
+        const ssize_t count = ::read(file, block.data() + filled, static_cast<size_t>(block.size() - filled));
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return std::nullopt;
+        if (count == 0) break;
+        filled += count;
+    }
+    block.truncate(filled);
+    return block;
 }
 
+/// @return why not all was copied
+std::optional<QString> copyInto(QIODevice &target, int source) {
+    while (true) {
+        const auto block = readBlock(source);
+        if (!block) return reasonOfSystem(errno);
+        if (target.write(*block) != block->size()) return target.errorString();
+        if (block->size() < blockSize) return std::nullopt;
+    }
+}
+
+/// Whether two files can be read and hold the same.
 bool areEqual(const QString &path, const QString &other) {
-    QFile a(path);
-    QFile b(other);
-    if (!a.open(QIODevice::ReadOnly) || !b.open(QIODevice::ReadOnly) || a.size() != b.size()) return false;
-    while (!a.atEnd()) {
-        const QByteArray block = a.read(blockSize);
-        if (block.isEmpty() || block != b.read(blockSize)) return false;
+    const Descriptor a(openRegularFile(path));
+    const Descriptor b(openRegularFile(other));
+    if (a.number() < 0 || b.number() < 0) return false;
+    while (true) {
+        const auto block = readBlock(a.number());
+        if (!block || block != readBlock(b.number())) return false;
+        if (block->size() < blockSize) return true;
     }
-    return true;
 }
 
-QString failure(const QString &path, const QString &reason) {
+PDFError unreadable(int error) {
+    const bool missing = error == ENOENT || error == ENOTDIR;
+    return {missing ? PDFError::Kind::FileMissing : PDFError::Kind::FileUnreadable, reasonOfSystem(error)};
+}
+
+QString notWritten(const QString &path, const QString &reason) {
     return QCoreApplication::translate("ScriptFiles", "%1 could not be written: %2").arg(path, reason);
+}
+
+/// Gives all files their names, or none. @return why not, or why it is not for certain
+std::optional<QString> putInPlace(std::vector<std::unique_ptr<FileReplacement>> &files,
+                                  QStringList &notices) {
+    // Nothing brings back what has gone into a pipe, so whatever else can fail comes behind it.
+    std::ranges::stable_partition(files, [](const auto &file) { return file->isStream(); });
+    if (files.size() > 1)
+        for (const auto &file : files)
+            file->keepOld();
+    std::optional<QString> notDurable;
+    for (auto file = files.begin(); file != files.end(); ++file) {
+        const FileReplacement::Outcome outcome = (*file)->commit();
+        if (outcome == FileReplacement::Outcome::NotWritten) {
+            std::for_each(files.begin(), file, [](const auto &written) { written->undo(); });
+            return (*file)->message();
+        }
+        if (outcome == FileReplacement::Outcome::NotDurable) notDurable = (*file)->message();
+        notices += (*file)->notices();
+    }
+    return notDurable;
 }
 
 }  // namespace
 
 ScriptFiles::ScriptFiles(QString baseFolder) : base_(std::move(baseFolder)) {
-    QDir().mkpath(temporaryDirectory());
+    if (folder_.isThere()) makeOwnFolder(temporaryDirectory());
+}
+
+std::optional<QString> ScriptFiles::problem() const {
+    return folder_.isThere() ? problem_ : std::optional(folder_.errorString());
+}
+
+void ScriptFiles::makeOwnFolder(const QString &path) {
+    if (const auto reason = makeFolder(path))
+        problem_ = QCoreApplication::translate("ScriptFiles", "the folder %1 could not be made: %2")
+                       .arg(path, *reason);
 }
 
 QString ScriptFiles::absolute(const QString &path) const {
@@ -55,24 +134,34 @@ QString ScriptFiles::placeFor(const QString &path) {
     if (const Staged *staged = stagedFor(path)) return staged->place;
     // A folder each: the documents go by their files' names.
     const QString folder = folder_.filePath(QString::number(staged_.size()));
-    QDir().mkpath(folder);
+    makeOwnFolder(folder);
     const QString wanted = absolute(path);
     staged_.push_back({wanted, QDir(folder).filePath(QFileInfo(wanted).fileName())});
     return staged_.back().place;
 }
 
-std::optional<QString> ScriptFiles::copyOf(const QString &path) {
-    QFile source(absolute(path));
-    if (!source.open(QIODevice::ReadOnly)) return std::nullopt;
+Result<QString> ScriptFiles::copyOf(const QString &path) {
+    const Descriptor source(openRegularFile(absolute(path)));
+    if (source.number() < 0) return unreadable(errno);
     const QString place = placeFor(path);
-    QFile copy(place);
-    if (!copy.open(QIODevice::WriteOnly) || !copyInto(copy, source) || !copy.flush()) return std::nullopt;
+    const auto notCopied = [&place](const QString &reason) {
+        return PDFError{PDFError::Kind::WriteFailed,
+                        QCoreApplication::translate("ScriptFiles", "it could not be copied to %1: %2")
+                            .arg(QFileInfo(place).path(), reason)};
+    };
+    // Only ever a new file: a copy must not be written over what somebody has.
+    const int descriptor =
+        ::open(fileNameBytes(place).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (descriptor < 0) return notCopied(reasonOfSystem(errno));
+    QFile copy;
+    copy.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered, QFile::AutoCloseHandle);
+    if (const auto reason = copyInto(copy, source.number())) return notCopied(*reason);
     return place;
 }
 
 QString ScriptFiles::placeToRead(const QString &path) const {
     const Staged *staged = stagedFor(path);
-    return staged && QFileInfo::exists(staged->place) ? staged->place : absolute(path);
+    return staged && fileExists(staged->place) ? staged->place : absolute(path);
 }
 
 QString ScriptFiles::told(const QString &path) const {
@@ -84,19 +173,18 @@ QString ScriptFiles::told(const QString &path) const {
     return belongs.startsWith(inBase) ? belongs.mid(inBase.size()) : belongs;
 }
 
-std::optional<QString> ScriptFiles::publish() const {
-    std::vector<std::unique_ptr<QSaveFile>> files;
+std::optional<QString> ScriptFiles::publish(QStringList &notices) const {
+    std::vector<std::unique_ptr<FileReplacement>> files;
     for (const Staged &staged : staged_) {
-        QFile source(staged.place);
-        if (!source.exists() || areEqual(staged.place, staged.path)) continue;
-        const auto &target = files.emplace_back(std::make_unique<QSaveFile>(staged.path));
-        if (!source.open(QIODevice::ReadOnly)) return failure(staged.path, source.errorString());
-        if (!target->open(QIODevice::WriteOnly) || !copyInto(*target, source) || !target->flush())
-            return failure(staged.path, target->errorString());
+        if (!fileExists(staged.place) || areEqual(staged.place, staged.path)) continue;
+        const Descriptor source(openRegularFile(staged.place));
+        if (source.number() < 0) return notWritten(staged.path, reasonOfSystem(errno));
+        FileReplacement &target = *files.emplace_back(std::make_unique<FileReplacement>(staged.path));
+        if (!target.start()) return target.message();
+        if (const auto reason = copyInto(target, source.number())) return notWritten(staged.path, *reason);
+        if (!target.prepare()) return target.message();
     }
-    for (const auto &file : files)
-        if (!file->commit()) return failure(file->fileName(), file->errorString());
-    return std::nullopt;
+    return putInPlace(files, notices);
 }
 
 }  // namespace leafwright::script

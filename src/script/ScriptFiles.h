@@ -1,13 +1,13 @@
 #pragma once
 
-#include <QString>
-#include <QTemporaryDir>
+#include "files/TemporaryFolder.h"
+#include "pdf/PDFError.h"
 
-#include <memory>
+#include <QString>
+#include <QStringList>
+
 #include <optional>
 #include <vector>
-
-class QSaveFile;
 
 namespace leafwright::script {
 
@@ -18,9 +18,12 @@ class ScriptFiles {
 public:
     /// @param baseFolder an absolute path
     explicit ScriptFiles(QString baseFolder);
+    /// Why there is not every folder to write to that was asked for, without which there is no run; nothing
+    /// if all are there.
+    std::optional<QString> problem() const;
 
-    /// A copy of a file, under its name. @return the copy's path; nothing if it can't be made
-    std::optional<QString> copyOf(const QString &path);
+    /// A copy of a file, under its name. @return the copy's path, or why it can't be made
+    Result<QString> copyOf(const QString &path);
     /// Where to write what is to become a file.
     QString placeFor(const QString &path);
     /// Where a file is to be read: where the script has written it, if it has.
@@ -35,8 +38,9 @@ public:
     QString told(const QString &path) const;
 
     /// Puts all that was written in its place: first everything is copied beside it, then all is renamed.
+    /// @param notices gets what the old files had and the new ones have not
     /// @return why that failed
-    std::optional<QString> publish() const;
+    std::optional<QString> publish(QStringList &notices) const;
 
 private:
     struct Staged {
@@ -44,10 +48,12 @@ private:
         QString place;  ///< Where it stands until then.
     };
     const Staged *stagedFor(const QString &path) const;
+    void makeOwnFolder(const QString &path);
 
     QString base_;
-    QTemporaryDir folder_;
+    TemporaryFolder folder_;
     std::vector<Staged> staged_;
+    std::optional<QString> problem_;
 };
 
 }  // namespace leafwright::script

@@ -1,5 +1,6 @@
 #include "script/ScriptPlatform.h"
 
+#include "files/FileReading.h"
 #include "script/ScriptFiles.h"
 
 #include <QCoreApplication>
@@ -19,8 +20,8 @@ QString translated(const char *text) {
 /// Why a panel would not take a path; null if it would.
 QString problemOfPath(const FilePanel &panel, const QString &path, bool saves) {
     const QFileInfo info(path);
-    if (saves && !info.dir().exists()) return translated("there is no folder %1").arg(info.path());
-    if (!saves && !info.exists()) return translated("there is no file %1").arg(path);
+    if (saves && !fileExists(info.path())) return translated("there is no folder %1").arg(info.path());
+    if (!saves && !fileExists(path)) return translated("there is no file %1").arg(path);
     if (panel.shouldEnablePath && !panel.shouldEnablePath(path))
         return translated("the panel does not offer %1").arg(path);
     return {};

@@ -48,12 +48,14 @@ MyDocument *ScriptPlayer::document() const {
 }
 
 std::optional<PDFError> ScriptPlayer::open(const QString &path) {
-    const QString place = files_.copyOf(path).value_or(files_.absolute(path));
+    const Result<QString> copy = files_.copyOf(path);
+    if (const auto *error = std::get_if<PDFError>(&copy)) return *error;
+    const auto &place = std::get<QString>(copy);
     document_ = application_.documentController().openDocumentWithContentsOfURL(place, true);
     if (!document()) {
-        auto again = PDFDocument::open(files_.absolute(path));
+        auto again = PDFDocument::open(place);
         if (auto *error = std::get_if<PDFError>(&again)) return *error;
-        return PDFError{PDFError::Kind::FileUnreadable, translated("it could not be copied")};
+        return PDFError{PDFError::Kind::FileUnreadable, translated("it can't be shown")};
     }
     document()->finishLoading();
     std::vector<ShownSheet> sheets;

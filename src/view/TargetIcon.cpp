@@ -4,7 +4,8 @@
 
 #include <QDebug>
 #include <QFile>
-#include <QTemporaryFile>
+
+#include <sys/mman.h>
 
 static void makeResourcesKnown() {
     Q_INIT_RESOURCE(view);
@@ -35,10 +36,15 @@ QImage drawIcon(const QString &path) {
 
 QImage loadIcon() {
     makeResourcesKnown();
-    // The PDF layer reads files that have a name of their own in the file system.
+    // The PDF layer reads files that the system knows by a name. One in memory takes no folder, and leaves
+    // nothing.
     QFile resource(QStringLiteral(":/") + iconName);
-    const std::unique_ptr<QTemporaryFile> file(QTemporaryFile::createNativeFile(resource));
-    QImage icon = file ? drawIcon(file->fileName()) : QImage();
+    QFile file;
+    const int memory = ::memfd_create("icon", MFD_CLOEXEC);
+    const bool made = memory >= 0 && resource.open(QIODevice::ReadOnly) &&
+                      file.open(memory, QIODevice::WriteOnly, QFile::AutoCloseHandle) &&
+                      file.write(resource.readAll()) == resource.size() && file.flush();
+    QImage icon = made ? drawIcon(QStringLiteral("/proc/self/fd/%1").arg(memory)) : QImage();
     if (icon.isNull()) qWarning().noquote() << "leafwright: this resource can't be drawn:" << iconName;
     return icon;
 }

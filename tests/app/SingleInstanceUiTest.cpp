@@ -1,4 +1,5 @@
 #include "app/SingleInstance.h"
+#include "files/FileName.h"
 #include "support/TempDir.h"
 
 #include <QSignalSpy>
@@ -42,6 +43,30 @@ TEST(SingleInstance, AStartWithoutFilesIsNoticedToo) {
     EXPECT_TRUE(handOverElsewhere(dir.filePath("socket"), {}));
     ASSERT_EQ(received.size(), 1);
     EXPECT_TRUE(received[0][0].toStringList().isEmpty());
+}
+
+TEST(SingleInstance, AsManyFilesAreHandedOverAsACommandLineHolds) {
+    const QTemporaryDir dir;
+    SingleInstance first(dir.filePath("socket"));
+    ASSERT_TRUE(first.listen());
+    QSignalSpy received(&first, &SingleInstance::filesReceived);
+    QStringList paths;
+    for (int i = 0; i < 20'000; ++i)
+        paths.append(QStringLiteral("/%1/ä%2.pdf").arg(QString(100, u'x')).arg(i));
+    EXPECT_TRUE(handOverElsewhere(dir.filePath("socket"), paths));
+    ASSERT_EQ(received.size(), 1);
+    EXPECT_TRUE(received[0][0].toStringList() == paths);
+}
+
+TEST(SingleInstance, NamesOfAnyBytesAreHandedOver) {
+    const QTemporaryDir dir;
+    SingleInstance first(dir.filePath("socket"));
+    ASSERT_TRUE(first.listen());
+    QSignalSpy received(&first, &SingleInstance::filesReceived);
+    const QStringList paths{fileNameText("/caf\xE9.pdf")};
+    EXPECT_TRUE(handOverElsewhere(dir.filePath("socket"), paths));
+    ASSERT_EQ(received.size(), 1);
+    EXPECT_EQ(fileNameBytes(received[0][0].toStringList()[0]), QByteArray("/caf\xE9.pdf"));
 }
 
 TEST(SingleInstance, APlaceLeftBehindByACrashIsTakenOver) {

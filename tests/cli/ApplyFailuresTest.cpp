@@ -129,6 +129,36 @@ TEST(ApplyCommand, MissingTreeFileIsAFailure) {
     EXPECT_FALSE(QFileInfo::exists(dir.path("out.pdf")));
 }
 
+TEST(ApplyCommand, AnEmptyTreeIsAFailureAndAnEmptyListIsNone) {
+    const TempDir dir;
+    const QString path = savePdf(dir, "in.pdf", 1, {"Old Entry"});
+    const QByteArray before = bytesOf(path);
+    for (const char *nothing : {"", "\n", "  \n\t"}) {
+        saveBytes(dir.path("tree"), nothing);
+        const CliResult result = runCli({"apply", path, dir.path("tree"), "-o", path});
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_EQ(result.err, "leafwright-cli: " + dir.path("tree").toUtf8() +
+                                  ": there is nothing in it; [] says that no outline is wanted\n");
+    }
+    const StandardInput input(dir.path("tree"));
+    EXPECT_EQ(runCli({"apply", path, "-", "-o", path}).exitCode, 1);
+    EXPECT_EQ(bytesOf(path), before);
+    saveBytes(dir.path("tree"), "[]");
+    EXPECT_EQ(runCli({"apply", path, dir.path("tree"), "-o", path}).exitCode, 0);
+    EXPECT_EQ(plusLinesOf(path), "");
+}
+
+TEST(ApplyCommand, ATreeThatCantBeReadToItsEndIsAFailure) {
+    const TempDir dir;
+    const QString path = savePdf(dir, "in.pdf", 1, {"Old Entry"});
+    const QByteArray before = bytesOf(path);
+    // A folder can be opened, but not read.
+    const CliResult result = runCli({"apply", path, dir.path("."), "-o", path});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_THAT(result.err.toStdString(), HasSubstr(": the outline can't be read: Is a directory"));
+    EXPECT_EQ(bytesOf(path), before);
+}
+
 TEST(ApplyCommand, LockedAndEncryptedFilesAreRefusedWithTheReason) {
     const TempDir dir;
     saveLockedPdf(dir, "locked.pdf");

@@ -1,3 +1,4 @@
+#include "files/UnfinishedFiles.h"
 #include "support/CliFiles.h"
 #include "support/CliRun.h"
 #include "support/Paths.h"
@@ -50,10 +51,13 @@ protected:
         saving.kill();
         saving.waitForFinished(-1);
     }
-    /// What a killed program can't tidy away.
+    /// What a killed program can't tidy away, and the next one leaves alone while it is young.
     void removeUnfinishedFiles() {
-        for (const QString &name : QDir(dir.path(".")).entryList({"a.pdf.*"}, QDir::Files))
-            QFile::remove(dir.path(name));
+        const QStringList names = QDir(dir.path(".")).entryList(QDir::Files | QDir::Hidden);
+        int count = 0;
+        for (const QString &name : names)
+            if (isNameOfUnfinishedFile(name.toUtf8())) count += QFile::remove(dir.path(name)) ? 1 : 0;
+        EXPECT_LE(count, 1);
     }
 
     static constexpr unsigned megabytes = 8;

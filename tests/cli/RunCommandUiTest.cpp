@@ -1,5 +1,8 @@
 #include "support/CliFiles.h"
 #include "support/CliRun.h"
+#include "support/EnvironmentVariable.h"
+
+#include <QDir>
 
 #include <gmock/gmock.h>
 
@@ -68,6 +71,50 @@ TEST_F(Running, WhereTheOutcomeCantBeWrittenNothingIs) {
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_THAT(result.err.toStdString(), HasSubstr("out.pdf could not be written: "));
     EXPECT_FALSE(QFile::exists(dir.path("report.json")));
+}
+
+TEST_F(Running, AReportThatNoFileCanHoldIsAFailure) {
+    saveBytes(dir.path("steps.json"), R"([{"do": "saveDocument:"}])");
+    const CliResult device = run({"--report", "/dev/null"});
+    EXPECT_EQ(device.exitCode, 1);
+    EXPECT_THAT(device.err.toStdString(), HasSubstr("/dev/null could not be written: it is a device"));
+    const CliResult document = run({"--report", pdf});
+    EXPECT_EQ(document.exitCode, 1) << "the document's own place is taken";
+    EXPECT_THAT(document.err.toStdString(), HasSubstr("it could not be copied to "));
+    expectNothingWritten();
+}
+
+TEST_F(Running, WithoutAFolderForCopiesNothingIsTouched) {
+    saveBytes(dir.path("steps.json"), R"([{"do": "saveDocument:"}])");
+    ASSERT_TRUE(QDir(dir.path(".")).mkdir("elsewhere"));
+    saveBytes(dir.path("elsewhere/a.pdf"), "somebody's");
+    saveBytes(dir.path("file"), "");
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(dir.path("elsewhere")));
+    for (const QString &place : {dir.path("missing"), dir.path("file"), QStringLiteral("/proc")}) {
+        const EnvironmentVariable temporary("TMPDIR", QFile::encodeName(place));
+        const CliResult result = run({"-o", dir.path("out.pdf")});
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_THAT(result.err.toStdString(),
+                    HasSubstr("no folder for temporary files can be made in " + place.toStdString() + ": "));
+    }
+    QDir::setCurrent(before);
+    expectNothingWritten();
+    EXPECT_EQ(bytesOf(dir.path("elsewhere/a.pdf")), "somebody's");
+    EXPECT_FALSE(QFile::exists(dir.path("out.pdf")));
+}
+
+TEST_F(Running, WhereTheCopyDoesNotFitNothingIsTouched) {
+    saveBytes(dir.path("steps.json"), R"([{"do": "saveDocument:"}])");
+    CliResult result{};
+    {
+        const FileSizeLimit limit(static_cast<unsigned long>(original.size()) - 10);
+        result = run({});
+    }
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_THAT(result.err.toStdString(), HasSubstr("a.pdf: it could not be copied to "));
+    EXPECT_THAT(result.err.toStdString(), HasSubstr(": File too large"));
+    expectNothingWritten();
 }
 
 TEST_F(Running, AClosedDocumentHasNoOutcome) {

@@ -185,7 +185,7 @@ TEST_F(HeadingMap, AMapThatCannotBeWrittenIsNotReported) {
     perform("buttonClickedSaveH1H2H3Map:");
     EXPECT_EQ(platform.beeps, 0);
     EXPECT_TRUE(platform.alerts.isEmpty());
-    EXPECT_TRUE(log.messages().join(' ').contains("was not written"));
+    EXPECT_TRUE(log.messages().join(' ').contains("could not be written"));
 }
 
 TEST_F(HeadingMap, AFullDiskLeavesTheOldMap) {
@@ -194,7 +194,7 @@ TEST_F(HeadingMap, AFullDiskLeavesTheOldMap) {
         const test::FileSizeLimit limit(10);
         const test::LogRecorder log;
         perform("buttonClickedSaveH1H2H3Map:");
-        EXPECT_TRUE(log.messages().join(' ').contains("was not written"));
+        EXPECT_TRUE(log.messages().join(' ').contains("could not be written"));
     }
     EXPECT_EQ(test::contentOf(dir.path("map.txt")), "H1/30.0/\"Courier\"\n");
 }

@@ -1,6 +1,13 @@
 #include "platform/UserDefaults.h"
 #include "support/TempDir.h"
 
+#include <QDir>
+#include <QElapsedTimer>
+
+#include <ctime>
+#include <fcntl.h>
+#include <sys/stat.h>
+
 namespace leafwright {
 namespace {
 
@@ -174,6 +181,44 @@ TEST(UserDefaults, ChangesAreToldAndNothingElse) {
     defaults.removeValue("number");
     defaults.removeValue("absent");
     EXPECT_EQ(changes, QStringList({"number", "text", "number"}));
+}
+
+TEST(UserDefaults, ALockLeftBehindHoldsNobodyUp) {
+    const TempDir dir;
+    const QString path = dir.path("settings.ini");
+    write(path + ".lock", "");
+    const timespec then{std::time(nullptr) - 5, 0};
+    const timespec times[] = {then, then};
+    ASSERT_EQ(::utimensat(AT_FDCWD, QFile::encodeName(path + ".lock"), times, 0), 0);
+    QElapsedTimer clock;
+    clock.start();
+    {
+        UserDefaults defaults(path);
+        defaults.setValue("number", 7);
+    }
+    EXPECT_LT(clock.elapsed(), 10'000);
+    EXPECT_EQ(UserDefaults(path).integerForKey("number"), 7);
+}
+
+TEST(UserDefaults, WhatCantBeLockedIsKeptInMemory) {
+    const TempDir dir;
+    const QString path = dir.path("settings.ini");
+    ASSERT_TRUE(QDir().mkdir(path + ".lock"));
+    UserDefaults defaults(path);
+    defaults.setValue("number", 7);
+    EXPECT_EQ(defaults.integerForKey("number"), 7);
+    EXPECT_FALSE(QFile::exists(path));
+}
+
+TEST(UserDefaults, SettingsThatAreNoFileAreNotWaitedFor) {
+    const TempDir dir;
+    const QString path = dir.path("settings.ini");
+    ASSERT_EQ(::mkfifo(QFile::encodeName(path), 0600), 0);
+    for (const QString &place : {path, QStringLiteral("/dev/zero")}) {
+        UserDefaults defaults(place);
+        defaults.setValue("number", 7);
+        EXPECT_EQ(defaults.integerForKey("number"), 7);
+    }
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <QDir>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace leafwright::script {
 namespace {
@@ -16,23 +17,47 @@ protected:
     test::TempDir dir;
     QString base = QDir::cleanPath(dir.path({}));
     ScriptFiles files{base};
+    QStringList notices;
 };
 
 TEST_F(FilesOfAScript, ACopyStandsInForTheFileUntilItIsPublished) {
     saveBytes(dir.path("a.pdf"), "before");
-    const auto copy = files.copyOf("a.pdf");
+    const auto made = files.copyOf("a.pdf");
+    const auto *copy = std::get_if<QString>(&made);
     ASSERT_TRUE(copy);
     EXPECT_TRUE(copy->endsWith("/a.pdf")) << "documents go by their files' names";
     saveBytes(*copy, "after");
     EXPECT_EQ(bytesOf(dir.path("a.pdf")), "before");
     EXPECT_EQ(files.placeToRead("a.pdf"), *copy);
     EXPECT_EQ(files.placeFor(dir.path("a.pdf")), *copy) << "by whatever name";
-    EXPECT_EQ(files.publish(), std::nullopt);
+    EXPECT_EQ(files.publish(notices), std::nullopt);
     EXPECT_EQ(bytesOf(dir.path("a.pdf")), "after");
 }
 
 TEST_F(FilesOfAScript, AMissingFileHasNoCopy) {
-    EXPECT_EQ(files.copyOf("no.pdf"), std::nullopt);
+    const auto made = files.copyOf("no.pdf");
+    const auto *error = std::get_if<PDFError>(&made);
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->kind, PDFError::Kind::FileMissing);
+}
+
+TEST_F(FilesOfAScript, ACopyIsNeverWrittenOverAnything) {
+    saveBytes(dir.path("a.pdf"), "before");
+    saveBytes(files.placeFor("a.pdf"), "of the script");
+    const auto made = files.copyOf("a.pdf");
+    const auto *error = std::get_if<PDFError>(&made);
+    ASSERT_TRUE(error);
+    EXPECT_TRUE(error->message.endsWith(": File exists")) << qPrintable(error->message);
+    EXPECT_EQ(bytesOf(files.placeFor("a.pdf")), "of the script");
+}
+
+TEST_F(FilesOfAScript, WhatTheOldFileHadAndTheNewOneHasNotIsTold) {
+    saveBytes(dir.path("a.pdf"), "before");
+    ASSERT_EQ(::link(QFile::encodeName(dir.path("a.pdf")), QFile::encodeName(dir.path("b.pdf"))), 0);
+    saveBytes(files.placeFor("a.pdf"), "after");
+    EXPECT_EQ(files.publish(notices), std::nullopt);
+    EXPECT_EQ(notices, QStringList{dir.path("a.pdf") +
+                                   ": it had other names (hard links), which still lead to the old file"});
 }
 
 TEST_F(FilesOfAScript, WhatWasNotChangedIsNotWritten) {
@@ -40,14 +65,14 @@ TEST_F(FilesOfAScript, WhatWasNotChangedIsNotWritten) {
     files.copyOf("a.pdf");
     QFile::setPermissions(dir.path("a.pdf"), QFile::ReadOwner);
     const QDateTime written = QFileInfo(dir.path("a.pdf")).metadataChangeTime();
-    EXPECT_EQ(files.publish(), std::nullopt);
+    EXPECT_EQ(files.publish(notices), std::nullopt);
     EXPECT_EQ(QFileInfo(dir.path("a.pdf")).metadataChangeTime(), written);
 }
 
 TEST_F(FilesOfAScript, WhereOneCantBeWrittenNoneIs) {
     saveBytes(files.placeFor("first.txt"), "first");
     saveBytes(files.placeFor("no/second.txt"), "second");
-    const auto failure = files.publish();
+    const auto failure = files.publish(notices);
     ASSERT_TRUE(failure);
     EXPECT_TRUE(failure->contains("second.txt could not be written: ")) << qPrintable(*failure);
     EXPECT_FALSE(QFile::exists(dir.path("first.txt")));

@@ -1,9 +1,9 @@
 #include "support/CliRun.h"
 
 #include "cli/CommandLine.h"
+#include "files/FileName.h"
 
 #include <QByteArrayList>
-#include <QFile>
 
 #include <cstdio>
 #include <spawn.h>
@@ -45,9 +45,9 @@ CliResult runCli(const QStringList &arguments) {
 ProgramResult runProgram(const QString &program, const QStringList &arguments) {
     // Not by QProcess: the child it starts shares this process's memory, and ThreadSanitizer, which does not
     // see that, takes it for a fork and sees races everywhere from then on.
-    QByteArrayList words{QFile::encodeName(program)};
+    QByteArrayList words{fileNameBytes(program)};
     for (const QString &argument : arguments)
-        words.append(QFile::encodeName(argument));
+        words.append(fileNameBytes(argument));
     std::vector<char *> argv;
     for (QByteArray &word : words)
         argv.push_back(word.data());

@@ -26,4 +26,8 @@ QString desktopProgram() {
     return QStringLiteral(LEAFWRIGHT_PROGRAM);
 }
 
+QString faultLibrary() {
+    return QStringLiteral(LEAFWRIGHT_FAULT_LIBRARY);
+}
+
 }  // namespace leafwright::test

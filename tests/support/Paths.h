@@ -18,4 +18,7 @@ QString commandLineProgram();
 /// The program `leafwright` that was built with the tests.
 QString desktopProgram();
 
+/// The library that lets system calls fail; built with the tests, but not for the sanitizers.
+QString faultLibrary();
+
 }  // namespace leafwright::test

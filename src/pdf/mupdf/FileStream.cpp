@@ -1,10 +1,9 @@
 #include "pdf/mupdf/FileStream.h"
 
-#include <QFile>
+#include "files/FileReading.h"
 
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
 #include <new>
 #include <sys/stat.h>
 #include <system_error>
@@ -12,15 +11,11 @@
 
 namespace leafwright::mupdf {
 
-FileHandle::FileHandle(const QString &path)
-    // Without O_NONBLOCK, opening a named pipe would wait for a writer.
-    : descriptor_(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+FileHandle::FileHandle(const QString &path) : descriptor_(openRegularFile(path)) {
     if (descriptor_ < 0) throw std::system_error(errno, std::generic_category());
     struct stat status = {};
-    int failure = ::fstat(descriptor_, &status) == 0 ? 0 : errno;
-    if (!failure && S_ISDIR(status.st_mode)) failure = EISDIR;
-    if (!failure && !S_ISREG(status.st_mode)) failure = ESPIPE;
-    if (failure) {
+    if (::fstat(descriptor_, &status) != 0) {
+        const int failure = errno;
         ::close(descriptor_);
         throw std::system_error(failure, std::generic_category());
     }

@@ -1,0 +1,72 @@
+#include "files/FileReading.h"
+
+#include "files/FileName.h"
+#include "files/SystemError.h"
+
+#include <QDir>
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace leafwright {
+
+std::variant<QByteArray, QString> readDescriptor(int descriptor) {
+    constexpr qsizetype blockSize = 1 << 16;
+    QByteArray content;
+    while (true) {
+        const qsizetype filled = content.size();
+        content.resize(filled + blockSize);
+        const ssize_t count = ::read(descriptor, content.data() + filled, blockSize);
+        const int error = errno;
+        content.resize(filled + std::max<ssize_t>(0, count));
+        if (count == 0) return content;
+        if (count < 0 && error != EINTR) return reasonOfSystem(error);
+    }
+}
+
+std::variant<QByteArray, QString> readFile(const QString &path) {
+    const int descriptor = ::open(fileNameBytes(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) return reasonOfSystem(errno);
+    auto content = readDescriptor(descriptor);
+    ::close(descriptor);
+    return content;
+}
+
+int openRegularFile(const QString &path) {
+    // Without O_NONBLOCK, opening a named pipe would wait for a writer.
+    const int descriptor = ::open(fileNameBytes(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0) return -1;
+    struct stat status = {};
+    int error = ::fstat(descriptor, &status) == 0 ? 0 : errno;
+    if (!error && S_ISDIR(status.st_mode)) error = EISDIR;
+    if (!error && !S_ISREG(status.st_mode)) error = ESPIPE;
+    if (!error) return descriptor;
+    ::close(descriptor);
+    errno = error;
+    return -1;
+}
+
+std::optional<QString> makeFolder(const QString &path) {
+    std::error_code error;
+    std::filesystem::create_directories(fileNameBytes(path).toStdString(), error);
+    return error ? std::optional(reasonOfSystem(error.value())) : std::nullopt;
+}
+
+bool fileExists(const QString &path) {
+    struct stat status = {};
+    return ::stat(fileNameBytes(path).constData(), &status) == 0;
+}
+
+QString absolutePath(const QString &path) {
+    if (path.startsWith(u'/')) return QDir::cleanPath(path);
+    char *current = ::get_current_dir_name();
+    const QString folder = fileNameText(current);
+    std::free(current);  // NOLINT(cppcoreguidelines-no-malloc): so the call above wants it
+    return QDir::cleanPath(folder + u'/' + path);
+}
+
+}  // namespace leafwright

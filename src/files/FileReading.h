@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+#include <optional>
+#include <variant>
+
+namespace leafwright {
+
+/// The content of a file, or of what else can be read to its end. @return it, or why it can't be read
+std::variant<QByteArray, QString> readFile(const QString &path);
+/// The same of a descriptor, such as standard input, from where it stands.
+std::variant<QByteArray, QString> readDescriptor(int descriptor);
+
+/// Opens a regular file for reading, without waiting for anything.
+/// @return a descriptor; -1 with errno set where there is none
+int openRegularFile(const QString &path);
+
+/// Makes a folder and those above it, where they are not there. @return why that is not possible
+std::optional<QString> makeFolder(const QString &path);
+
+/// Whether there is something at a path.
+bool fileExists(const QString &path);
+
+/// An absolute, clean path; a relative one begins at the current folder.
+QString absolutePath(const QString &path);
+
+}  // namespace leafwright
