@@ -73,18 +73,12 @@ std::optional<PDFError> PDFDocument::writeAndReplace(const QString &path,
     // Nothing of it could be read, so an outline that it has would be lost.
     if (isLocked())
         return failure(QCoreApplication::translate("PDFDocument", "it is locked, and its outline unknown"));
+    if (isEncrypted()) return failure(QCoreApplication::translate("PDFDocument", "it is encrypted"));
     QSaveFile file(path);
     if (!file.open(QIODevice::WriteOnly)) return failure(file.errorString());
-    if (auto error = engine_->write(outlineRoot(), file, progress)) {
+    if (auto error = engine_->write(outlineRoot(), file.handle(), progress)) {
         file.cancelWriting();
         return failure(error->message);
-    }
-    // The commit passes over what is still in the buffer and can't be written: a full disk would cut the
-    // file short.
-    if (!file.flush()) {
-        const QString reason = file.errorString();
-        file.cancelWriting();
-        return failure(reason);
     }
     if (!file.commit()) return failure(file.errorString());
     return std::nullopt;

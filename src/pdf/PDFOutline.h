@@ -37,8 +37,9 @@ public:
     const std::optional<PDFDestination> &destination() const { return destination_; }
     void setDestination(const std::optional<PDFDestination> &destination) { destination_ = destination; }
 
-    /// The object number, in the file, of the entry whose action (a web address, another file, ...)
-    /// this entry stands for; 0 for none. Written only when there is no destination.
+    /// The object number, in the file, of the entry that this one stands for and that leads to no page of the
+    /// document, but elsewhere (a web address, another file, a name that is not known); 0 for none. Written only
+    /// when there is no destination.
     int foreignEntry() const { return foreignEntry_; }
     void setForeignEntry(int objectNumber) { foreignEntry_ = objectNumber; }
 

@@ -184,6 +184,28 @@ TEST_F(OutlineWriterTest, ActionOfAForeignEntrySurvives) {
     EXPECT_GT(openPdf(path)->outlineRoot().childAtIndex(0).foreignEntry(), 0);
 }
 
+TEST_F(OutlineWriterTest, DestinationsThatLeadNowhereAreKept) {
+    const std::vector<std::string> targets{
+        "/Dest /Nowhere", "/Dest (no \\050such) /Next null", "/Dest [99 /XYZ 1.00000000001 2 0]",
+        "/A << /S /GoTo /D (nowhere) >>", "/Dest (nowhere) /A << /S /URI /URI (a) >>"};
+    for (const std::string &target : targets) {
+        const int entry = pdf.addObject("<< /Title (Lost) " + target + " >>");
+        pdf.setCatalogEntry("/Outlines", "<< /First " + PdfBuilder::reference(entry) + " >>");
+        const auto document = openPdf(pdf);
+        auto root = std::make_unique<PDFOutline>();
+        auto renamed = std::make_unique<PDFOutline>("Renamed");
+        EXPECT_FALSE(document->outlineRoot().childAtIndex(0).destination());
+        renamed->setForeignEntry(document->outlineRoot().childAtIndex(0).foreignEntry());
+        root->insertChildAtIndex(std::move(renamed), 0);
+        document->setOutlineRoot(std::move(root));
+        ASSERT_FALSE(document->writeToFile(path));
+        QPDFObjectHandle written = catalog().getKey("/Outlines").getKey("/First");
+        QPDFObjectHandle original = QPDFObjectHandle::parse("<< " + target + " >>");
+        for (const char *key : {"/Dest", "/A"})
+            EXPECT_EQ(written.getKey(key).unparse(), original.getKey(key).unparse()) << target;
+    }
+}
+
 TEST_F(OutlineWriterTest, DestinationWinsOverAForeignEntry) {
     const int entry = pdf.addObject("<< /Title (Web) /A << /S /URI /URI (about:blank) >> >>");
     pdf.setCatalogEntry("/Outlines", "<< /First " + PdfBuilder::reference(entry) + " >>");

@@ -15,6 +15,14 @@ namespace leafwright::mupdf {
 FileHandle::FileHandle(const QString &path)
     // Without O_NONBLOCK, opening a named pipe would wait for a writer.
     : descriptor_(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {
+    adopt();
+}
+
+FileHandle::FileHandle(int descriptor) : descriptor_(::fcntl(descriptor, F_DUPFD_CLOEXEC, 0)) {
+    adopt();
+}
+
+void FileHandle::adopt() {
     if (descriptor_ < 0) throw std::system_error(errno, std::generic_category());
     struct stat status = {};
     int failure = ::fstat(descriptor_, &status) == 0 ? 0 : errno;
@@ -25,6 +33,23 @@ FileHandle::FileHandle(const QString &path)
         throw std::system_error(failure, std::generic_category());
     }
     size_ = status.st_size;
+    if (!findHeader()) {
+        failure = errno;
+        ::close(descriptor_);
+        throw std::system_error(failure, std::generic_category());
+    }
+}
+
+/// Readers look for the header in the first 1024 bytes; so do we. @return whether they could be read
+bool FileHandle::findHeader() {
+    constexpr qsizetype searched = 1024;
+    QByteArray text(searched, Qt::Uninitialized);
+    const qint64 count = readAt(0, text.data(), text.size());
+    if (count < 0) return false;
+    text.truncate(count);
+    start_ = std::max<qint64>(0, text.indexOf("%PDF-"));
+    size_ -= start_;
+    return true;
 }
 
 FileHandle::~FileHandle() {
@@ -34,7 +59,7 @@ FileHandle::~FileHandle() {
 qint64 FileHandle::readAt(qint64 offset, void *data, qint64 length) const {
     ssize_t count = 0;
     do {
-        count = ::pread(descriptor_, data, static_cast<size_t>(length), offset);
+        count = ::pread(descriptor_, data, static_cast<size_t>(length), start_ + offset);
     } while (count < 0 && errno == EINTR);
     return count;
 }

@@ -18,8 +18,8 @@ struct Siblings {
 std::unique_ptr<PDFOutline> readEntry(const Object &entry, DestinationReader &destinations) {
     auto outline = std::make_unique<PDFOutline>(decodeTextString(entry.get(PDF_NAME(Title)).toBytes()));
     outline->setDestination(destinations.of(entry));
-    if (!outline->destination() && entry.get(PDF_NAME(A)).isDict())
-        outline->setForeignEntry(entry.objectNumber());
+    const bool leadsElsewhere = entry.get(PDF_NAME(Dest)) || entry.get(PDF_NAME(A));
+    if (!outline->destination() && leadsElsewhere) outline->setForeignEntry(entry.objectNumber());
     return outline;
 }
 

@@ -1,15 +1,12 @@
 #include "pdf/mupdf/OutlineWriter.h"
 
+#include "pdf/ObjectSyntax.h"
 #include "pdf/TextString.h"
-
-#include <cmath>
 
 namespace leafwright::mupdf {
 
-namespace {
-
 /// An entry with the object numbers that it is linked by; 0 for none.
-struct Numbered {
+struct OutlineWriter::Numbered {
     const PDFOutline *entry;
     int number;
     int parent;
@@ -19,23 +16,30 @@ struct Numbered {
     int last = 0;
 };
 
-/// A coordinate that every reader can read. MuPDF writes a large one without a decimal point, and readers
-/// that take it for an integer lose the whole entry, and with it all behind it, when it is too large for one.
-double writableCoordinate(double value) {
-    constexpr double farthest = 1e9;
-    return std::isnan(value) ? 0 : std::clamp(value, -farthest, farthest);
+OutlineWriter::OutlineWriter(Reader &reader, ObjectSink put)
+    : reader_(reader),
+      source_(reader),
+      put_(std::move(put)),
+      next_(std::max(pdf_xref_len(reader.context(), reader.document()),
+                     reader.trailer().get(PDF_NAME(Size)).toInt())),
+      catalog_(reader.catalog().objectNumber()) {
+    if (!reader.catalog().isDict()) throw Error("the file has no catalog");
+}
+
+void OutlineWriter::writeEntries(const PDFOutline &root) {
+    const std::vector<Numbered> entries = number(root);
+    root_ = entries.front().number;
+    for (size_t i = 0; i < entries.size(); ++i)
+        put_({entries[i].number, 0, spelled(entries[i], i == 0)});
 }
 
 /// Gives every entry below the root an object number: siblings in a row, parents before their children.
-std::vector<Numbered> number(Reader &reader, const PDFOutline &root) {
-    fz_context *ctx = reader.context();
-    pdf_document *doc = reader.document();
-    const auto newNumber = [&] { return guarded(ctx, [&] { return pdf_create_object(ctx, doc); }); };
-    std::vector<Numbered> entries{{&root, newNumber(), 0}};
+std::vector<OutlineWriter::Numbered> OutlineWriter::number(const PDFOutline &root) {
+    std::vector<Numbered> entries{{&root, next_++, 0}};
     for (size_t i = 0; i < entries.size(); ++i) {
         const PDFOutline &parent = *entries[i].entry;
         for (int k = 0; k < parent.numberOfChildren(); ++k) {
-            Numbered child{&parent.childAtIndex(k), newNumber(), entries[i].number};
+            Numbered child{&parent.childAtIndex(k), next_++, entries[i].number};
             if (k == 0) {
                 entries[i].first = child.number;
             } else {
@@ -46,109 +50,70 @@ std::vector<Numbered> number(Reader &reader, const PDFOutline &root) {
             entries.push_back(child);
         }
     }
+    if (next_ > PDF_MAX_OBJECT_NUMBER) throw Error("the file has too many objects");
     return entries;
 }
 
-class Writer {
-public:
-    explicit Writer(Reader &reader) : reader_(reader), ctx_(reader.context()), doc_(reader.document()) {}
-
-    void write(const Numbered &numbered, bool isRoot) const {
-        const PDFOutline &entry = *numbered.entry;
-        const int children = entry.numberOfChildren();
-        const Object dictionary = newDictionary(isRoot ? 4 : 8);
-        if (isRoot) {
-            put([&] { pdf_dict_put(ctx_, dictionary.get(), PDF_NAME(Type), PDF_NAME(Outlines)); });
-        } else {
-            const QByteArray title = encodeTextString(entry.label());
-            put([&] {
-                pdf_dict_put_string(ctx_, dictionary.get(), PDF_NAME(Title), title.constData(),
-                                    static_cast<size_t>(title.size()));
-            });
-            putTarget(dictionary, entry);
-        }
-        putReference(dictionary, PDF_NAME(Parent), numbered.parent);
-        putReference(dictionary, PDF_NAME(Prev), numbered.previous);
-        putReference(dictionary, PDF_NAME(Next), numbered.next);
-        putReference(dictionary, PDF_NAME(First), numbered.first);
-        putReference(dictionary, PDF_NAME(Last), numbered.last);
-        // Negative for a closed entry; the root counts what is visible: its own children.
-        if (isRoot || children > 0) {
-            put([&] {
-                pdf_dict_put_int(ctx_, dictionary.get(), PDF_NAME(Count), isRoot ? children : -children);
-            });
-        }
-        put([&] { pdf_update_object(ctx_, doc_, numbered.number, dictionary.get()); });
+QByteArray OutlineWriter::spelled(const Numbered &numbered, bool isRoot) {
+    const PDFOutline &entry = *numbered.entry;
+    const int children = entry.numberOfChildren();
+    DictionarySyntax dictionary;
+    if (isRoot) {
+        dictionary.set("Type", "/Outlines");
+    } else {
+        dictionary.set("Title", stringSyntax(encodeTextString(entry.label())));
+        setTarget(dictionary, entry);
     }
+    const auto link = [&dictionary](const QByteArray &key, int number) {
+        if (number != 0) dictionary.set(key, referenceSyntax(number, 0));
+    };
+    link("Parent", numbered.parent);
+    link("Prev", numbered.previous);
+    link("Next", numbered.next);
+    link("First", numbered.first);
+    link("Last", numbered.last);
+    // Negative for a closed entry; the root counts what is visible: its own children.
+    if (isRoot || children > 0) dictionary.set("Count", QByteArray::number(isRoot ? children : -children));
+    return dictionary.toBytes();
+}
 
-    void setCatalogOutline(int rootNumber) const {
-        const Object catalog = reader_.catalog();
-        if (!catalog.isDict()) throw Error("the file has no catalog");
-        putReference(catalog, PDF_NAME(Outlines), rootNumber);
+void OutlineWriter::setTarget(DictionarySyntax &dictionary, const PDFOutline &entry) {
+    if (const auto &destination = entry.destination()) {
+        const QByteArray target = spelled(*destination);
+        if (!target.isEmpty()) dictionary.set("Dest", target);
+    } else if (const int foreign = entry.foreignEntry()) {
+        fz_context *ctx = reader_.context();
+        pdf_obj *raw = guarded(ctx, [&] { return pdf_new_indirect(ctx, reader_.document(), foreign, 0); });
+        const Object original(ctx, raw);
+        pdf_drop_obj(ctx, raw);
+        if (!original.isDict()) return;
+        const DictionarySyntax kept = source_.dictionary(original);
+        for (const QByteArray key : {"Dest", "A"})
+            if (kept.contains(key)) dictionary.set(key, kept.value(key));
     }
+}
 
-private:
-    template <typename Body>
-    void put(Body &&body) const {
-        guarded(ctx_, std::forward<Body>(body));
-    }
+QByteArray OutlineWriter::spelled(const PDFDestination &destination) {
+    const PageTree &pages = reader_.pages();
+    if (destination.pageIndex < 0 || destination.pageIndex >= pages.count()) return {};
+    const int number = pages.numberOf(destination.pageIndex);
+    // A page that is no object of its own can only be told by its index.
+    const QByteArray page =
+        number != 0 ? source_.reference(number) : QByteArray::number(destination.pageIndex);
+    return '[' + page + " /XYZ " + numberSyntax(destination.point.x()) + ' ' +
+           numberSyntax(destination.point.y()) + " null]";
+}
 
-    Object newDictionary(int capacity) const {
-        pdf_obj *raw = guarded(ctx_, [&] { return pdf_new_dict(ctx_, doc_, capacity); });
-        Object object(ctx_, raw);
-        pdf_drop_obj(ctx_, raw);
-        return object;
-    }
+void OutlineWriter::writeCatalog(const QByteArray &version) {
+    DictionarySyntax catalog = source_.dictionary(reader_.catalog());
+    catalog.set("Outlines", referenceSyntax(root_, 0));
+    if (!version.isEmpty()) catalog.set("Version", nameSyntax(version));
+    if (catalog_ == 0) catalog_ = next_++;
+    put_({catalog_, source_.generationOf(catalog_), catalog.toBytes()});
+}
 
-    void putReference(const Object &dictionary, pdf_obj *key, int number) const {
-        if (number == 0) return;
-        put([&] { pdf_dict_put_drop(ctx_, dictionary.get(), key, pdf_new_indirect(ctx_, doc_, number, 0)); });
-    }
-
-    void putTarget(const Object &dictionary, const PDFOutline &entry) const {
-        if (const auto &destination = entry.destination()) {
-            putDestination(dictionary, *destination);
-        } else if (const int foreign = entry.foreignEntry()) {
-            pdf_obj *raw = guarded(ctx_, [&] { return pdf_new_indirect(ctx_, doc_, foreign, 0); });
-            const Object action = Object(ctx_, raw).get(PDF_NAME(A));
-            pdf_drop_obj(ctx_, raw);
-            if (action) put([&] { pdf_dict_put(ctx_, dictionary.get(), PDF_NAME(A), action.get()); });
-        }
-    }
-
-    void putDestination(const Object &dictionary, const PDFDestination &destination) const {
-        if (destination.pageIndex < 0 || destination.pageIndex >= reader_.pages().count()) return;
-        const Object page = reader_.page(destination.pageIndex);
-        const double x = writableCoordinate(destination.point.x());
-        const double y = writableCoordinate(destination.point.y());
-        put([&] {
-            pdf_obj *array = pdf_dict_put_array(ctx_, dictionary.get(), PDF_NAME(Dest), 5);
-            // A page that is no object of its own can only be told by its index.
-            if (page.isIndirect()) {
-                pdf_array_push(ctx_, array, page.get());
-            } else {
-                pdf_array_push_int(ctx_, array, destination.pageIndex);
-            }
-            pdf_array_push(ctx_, array, PDF_NAME(XYZ));
-            pdf_array_push_real(ctx_, array, x);
-            pdf_array_push_real(ctx_, array, y);
-            pdf_array_push(ctx_, array, PDF_NULL);
-        });
-    }
-
-    Reader &reader_;
-    fz_context *ctx_;
-    pdf_document *doc_;
-};
-
-}  // namespace
-
-void installOutline(Reader &reader, const PDFOutline &root) {
-    const Writer writer(reader);
-    const std::vector<Numbered> entries = number(reader, root);
-    for (size_t i = 0; i < entries.size(); ++i)
-        writer.write(entries[i], i == 0);
-    writer.setCatalogOutline(entries.front().number);
+QByteArray OutlineWriter::catalogReference() const {
+    return source_.reference(catalog_);
 }
 
 }  // namespace leafwright::mupdf
