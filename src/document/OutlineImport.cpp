@@ -16,7 +16,7 @@ bool addOutlineChildren(const PDFOutline &entry, MyOutlineItem &item, const Text
         to->setPageLabel(destination ? pages.pageLabel(destination->pageIndex) : QString());
         to->setPageTitle(from->label());
         to->setPointOnPage(destination ? destination->point : QPointF());
-        to->setForeignEntry(from->foreignEntry());
+        to->setEntry(from->entry());
         someWithoutSpot = someWithoutSpot || isZeroPoint(to->pointOnPage());
         for (int i = 0; i < from->numberOfChildren(); ++i) {
             pending.push_back({&from->childAtIndex(i), &to->appendChild(std::make_unique<MyOutlineItem>())});

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/OutlineEntry.h"
+
 #include <QPointF>
 #include <QString>
 #include <QStringList>
@@ -83,10 +85,10 @@ public:
     quint64 initiallevel() const { return initiallevel_; }
     void setInitiallevel(quint64 level);
 
-    /// For an entry of the file that leads elsewhere than to a page (a web address, another file): its
-    /// object number there, so that its action survives being written again. 0 for none.
-    int foreignEntry() const { return foreignEntry_; }
-    void setForeignEntry(int objectNumber) { foreignEntry_ = objectNumber; }
+    /// What the item is beside title, page and spot: the entry of the file that it stands for, how it looks,
+    /// where it leads without a page.
+    const OutlineEntry &entry() const { return entry_; }
+    void setEntry(const OutlineEntry &entry) { entry_ = entry; }
 
     /// The item's position among its siblings as the last export numbered it; 0 without one.
     qint32 attachPoint() const;
@@ -121,7 +123,7 @@ private:
     QString pluslevelstr_;
     QPointF pointOnPage_;
     quint64 initiallevel_ = 0;
-    int foreignEntry_ = 0;
+    OutlineEntry entry_;
     std::vector<OutlineItemObserver *> observers_;
 };
 

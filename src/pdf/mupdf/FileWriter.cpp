@@ -2,6 +2,7 @@
 
 #include "pdf/mupdf/OutlineWriter.h"
 #include "pdf/mupdf/OutputFile.h"
+#include "pdf/mupdf/OwnSection.h"
 #include "pdf/mupdf/WholeFileWriter.h"
 #include "pdf/mupdf/WrittenFile.h"
 
@@ -38,9 +39,9 @@ private:
 /// What the new section's trailer takes over from the one before: all but what tells where that has its
 /// objects (ISO 32000-1, 7.5.6 and 7.5.8.2).
 DictionarySyntax trailerToGoOnWith(Reader &reader) {
-    static const QSet<QByteArray> own{"Size",         "Prev",   "XRefStm",     "Type",   "W",
-                                      "Index",        "Length", "DecodeParms", "Filter", "FFilter",
-                                      "FDecodeParms", "F",      "DL",          "DP"};
+    static const QSet<QByteArray> own{"Size",  "Prev",    "XRefStm",      "Type", "W",
+                                      "Index", "Length",  "DecodeParms",  "DP",   "Filter",
+                                      "F",     "FFilter", "FDecodeParms", "DL",   ownSectionKey};
     const ObjectSource source(reader);
     const Object old = reader.trailer();
     DictionarySyntax trailer;
@@ -49,10 +50,10 @@ DictionarySyntax trailerToGoOnWith(Reader &reader) {
     return trailer;
 }
 
-void copyOriginal(const FileHandle &file, OutputFile &out) {
-    out.copyFrom(file, file.start() + file.size());
+/// What has to stand between the original and what is appended to it.
+QByteArray separatorBehind(const FileHandle &file, qint64 end) {
     char last = 0;
-    if (file.readAt(file.size() - 1, &last, 1) != 1 || last != '\n') out.write("\n");
+    return file.readAt(end - 1, &last, 1) == 1 && last == '\n' ? "" : "\n";
 }
 
 /// Xref streams came with this version, and with them room for offsets of any size.
@@ -61,21 +62,30 @@ constexpr int versionOfStreams = 15;
 void append(Reader &reader, const PDFOutline &root, OutputFile &out) {
     using CrossReference = SectionWriter::CrossReference;
     const FileHandle &file = *reader.file();
-    copyOriginal(file, out);
-    SectionWriter section(out, file.start());
-    OutlineWriter writer(reader, [&section](const NewObject &object) { section.add(object); });
+    const OwnSection original = findOwnSection(reader).value_or(
+        OwnSection{file.size(), sizeOf(reader), reader.document()->startxref});
+    out.copyFrom(file, file.start() + original.begin);
+    SectionWriter section(out, file.start(), separatorBehind(file, original.begin));
+    OutlineWriter writer(
+        reader, [&section](const NewObject &object) { section.add(object); }, original);
     writer.writeEntries(root);
     // A file may have sections of both kinds (ISO 32000-1, 7.5.8.4): we go on with the kind of the newest.
     const bool newestIsStream = reader.trailer().get(PDF_NAME(Type)).toName() == "XRef";
     const bool asStream = newestIsStream || !section.tableIsWideEnough();
     fz_context *ctx = reader.context();
     const int version = guarded(ctx, [&] { return pdf_version(ctx, reader.document()); });
-    const bool raisesVersion = asStream && version < versionOfStreams;
+    const bool raisesVersion =
+        writer.hasChanges() && asStream && !newestIsStream && version < versionOfStreams;
     writer.writeCatalog(raisesVersion ? "1.5" : QByteArray());
+    if (!writer.hasChanges()) {
+        out.restart();
+        out.copyFrom(file, file.start() + file.size());
+        return;
+    }
     DictionarySyntax trailer = trailerToGoOnWith(reader);
     trailer.set("Root", writer.catalogReference());
     section.end(asStream ? CrossReference::Stream : CrossReference::Table, std::move(trailer),
-                reader.document()->startxref, writer.size());
+                original.previous, original.size, writer.size());
 }
 
 }  // namespace
@@ -84,7 +94,11 @@ void writeWithOutline(Reader &reader, const PDFOutline &root, int descriptor,
                       const std::function<void(int)> &progress) {
     PageProgress pages(reader.pages().count(), reader.file()->size(), progress);
     OutputFile out(descriptor, [&pages](qint64 bytes) { pages.reached(bytes); });
-    if (!reader.wasRepaired()) append(reader, root, out);
+    try {
+        if (!reader.wasRepaired()) append(reader, root, out);
+    } catch (const Error &) {
+        if (!reader.wasRepaired()) throw;
+    }
     // Asked again: the reading that it took may have brought damage to light.
     if (reader.wasRepaired()) {
         out.restart();

@@ -41,6 +41,11 @@ int ObjectSource::generationOf(int objectNumber) const {
     return entry && entry->type == 'n' ? entry->gen : 0;  // in a stream, it is the place
 }
 
+qint64 ObjectSource::offsetOf(int objectNumber) const {
+    const pdf_xref_entry *entry = entryOf(objectNumber);
+    return entry && entry->type == 'n' ? entry->ofs : -1;
+}
+
 QByteArray ObjectSource::reference(int objectNumber) const {
     return referenceSyntax(objectNumber, generationOf(objectNumber));
 }
@@ -55,7 +60,12 @@ DictionarySyntax ObjectSource::dictionary(const Object &reference) {
         if (type == 'n') found = inFile(number, place);
         if (type == 'o') found = inStream(number, static_cast<int>(place));
     }
-    if (!found) found = DictionarySyntax::parse(spelled(reference));
+    if (!found) {
+        fz_context *ctx = reader_.context();
+        const Object resolved(ctx,
+                              guarded(ctx, [&] { return pdf_resolve_indirect_chain(ctx, reference.get()); }));
+        found = DictionarySyntax::parse(spelled(resolved));
+    }
     if (!found) throw Error("a dictionary can't be spelled");
     return *std::move(found);
 }
@@ -63,10 +73,7 @@ DictionarySyntax ObjectSource::dictionary(const Object &reference) {
 QByteArray ObjectSource::spelled(const Object &value) const {
     fz_context *ctx = reader_.context();
     size_t length = 0;
-    char *text = guarded(ctx, [&] {
-        pdf_obj *object = value.isDict() ? pdf_resolve_indirect_chain(ctx, value.get()) : value.get();
-        return pdf_sprint_obj(ctx, nullptr, 0, &length, object, 1, 1);
-    });
+    char *text = guarded(ctx, [&] { return pdf_sprint_obj(ctx, nullptr, 0, &length, value.get(), 1, 1); });
     QByteArray bytes(text, static_cast<qsizetype>(length));
     fz_free(ctx, text);
     return bytes;

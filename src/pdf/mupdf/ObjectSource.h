@@ -18,6 +18,8 @@ public:
     QByteArray spelled(const Object &value) const;
     /// A reference to an object of the file, with its generation: "12 0 R".
     QByteArray reference(int objectNumber) const;
+    /// Where an object stands by itself in the file; -1 for one in an object stream and for none.
+    qint64 offsetOf(int objectNumber) const;
     /// The generation of an object of the file.
     int generationOf(int objectNumber) const;
 

@@ -1,5 +1,8 @@
 #include "pdf/mupdf/SectionWriter.h"
 
+#include "pdf/ObjectSyntax.h"
+#include "pdf/mupdf/OwnSection.h"
+
 #include <algorithm>
 
 namespace leafwright::mupdf {
@@ -40,13 +43,19 @@ void forEachRun(const Entries &entries, Use &&use) {
 }  // namespace
 
 void SectionWriter::add(const NewObject &object) {
+    if (entries_.empty()) writeHashed(separator_);
     entries_.push_back({object.number, object.generation, offset()});
-    out_.write(QByteArray::number(object.number) + ' ' + QByteArray::number(object.generation) + " obj\n");
-    out_.write(object.syntax);
-    out_.write("\nendobj\n");
+    writeHashed(QByteArray::number(object.number) + ' ' + QByteArray::number(object.generation) + " obj\n" +
+                object.syntax + "\nendobj\n");
 }
 
-void SectionWriter::end(CrossReference kind, DictionarySyntax trailer, qint64 previous, int size) {
+void SectionWriter::writeHashed(const QByteArray &bytes) {
+    hash_.addData(bytes);
+    out_.write(bytes);
+}
+
+void SectionWriter::end(CrossReference kind, DictionarySyntax trailer, qint64 previous, int sizeBefore,
+                        int size) {
     const qint64 place = offset();
     const bool asStream = kind == CrossReference::Stream;
     if (asStream) entries_.push_back({size, 0, place});
@@ -54,6 +63,8 @@ void SectionWriter::end(CrossReference kind, DictionarySyntax trailer, qint64 pr
               [](const Entry &a, const Entry &b) { return a.number < b.number; });
     trailer.set("Size", QByteArray::number(asStream ? size + 1 : size));
     trailer.set("Prev", QByteArray::number(previous));
+    trailer.set(ownSectionKey, '[' + QByteArray::number(begin_) + ' ' + QByteArray::number(sizeBefore) + ' ' +
+                                   stringSyntax(hash_.result()) + ']');
     if (asStream) {
         writeStream(size, std::move(trailer));
     } else {

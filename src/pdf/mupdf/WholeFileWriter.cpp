@@ -99,7 +99,9 @@ void writeDocument(Reader &reader, Sink &sink) {
 
 void writeWhole(Reader &reader, const PDFOutline &root, OutputFile &out) {
     if (reader.file()->size() > largestFile) throwTooLarge();
-    OutlineWriter writer(reader, [&reader](const NewObject &object) { install(reader, object); });
+    const OwnSection all{reader.file()->size(), sizeOf(reader), 0};
+    OutlineWriter writer(
+        reader, [&reader](const NewObject &object) { install(reader, object); }, all);
     writer.writeEntries(root);
     writer.writeCatalog({});
     Sink sink{out, nullptr};

@@ -36,11 +36,27 @@ bool isTarget(const std::optional<PDFDestination> &read, const std::optional<PDF
            isCoordinate(read->point.y(), wanted->point.y());
 }
 
+bool isColor(const std::optional<OutlineEntry::Color> &read,
+             const std::optional<OutlineEntry::Color> &wanted) {
+    if (!read || !wanted) return !read && !wanted;
+    return isCoordinate((*read)[0], (*wanted)[0]) && isCoordinate((*read)[1], (*wanted)[1]) &&
+           isCoordinate((*read)[2], (*wanted)[2]);
+}
+
+bool isWhatElse(const OutlineEntry &read, const PDFOutline &outline) {
+    const OutlineEntry &wanted = outline.entry();
+    // Without children there is nothing to be open, and only some actions can be made anew.
+    const bool opens = outline.numberOfChildren() > 0;
+    const bool acts = !outline.destination() && (wanted.action.type == QLatin1String("URI") ||
+                                                 wanted.action.type == QLatin1String("GoToR"));
+    return read.bold == wanted.bold && read.italic == wanted.italic && isColor(read.color, wanted.color) &&
+           (!opens || read.open == wanted.open) && (!acts || read.action == wanted.action);
+}
+
 bool isEntry(const PDFOutline &read, const PDFOutline &wanted, int pageCount) {
     return read.numberOfChildren() == wanted.numberOfChildren() &&
            read.label() == decodeTextString(encodeTextString(wanted.label())) &&
-           isTarget(read.destination(), wanted.destination(), pageCount) &&
-           (wanted.destination() || wanted.foreignEntry() == 0 || read.foreignEntry() != 0);
+           isTarget(read.destination(), wanted.destination(), pageCount) && isWhatElse(read.entry(), wanted);
 }
 
 bool isOutline(const PDFOutline &read, const PDFOutline &wanted, int pageCount) {
