@@ -949,6 +949,26 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>an outline in JSON is an array of nodes</source>
         <translation>eine Gliederung in JSON ist ein Feld von Knoten</translation>
     </message>
+    <message>
+        <source>&quot;entry&quot; must be an object number or null</source>
+        <translation>&quot;entry&quot; muss eine Objektnummer oder null sein</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be true or false</source>
+        <translation>&quot;%1&quot; muss true oder false sein</translation>
+    </message>
+    <message>
+        <source>&quot;color&quot; must be null or three numbers from 0 to 1, [red, green, blue]</source>
+        <translation>&quot;color&quot; muss null oder drei Zahlen von 0 bis 1 sein, [Rot, Grün, Blau]</translation>
+    </message>
+    <message>
+        <source>&quot;action&quot; must be null or an object with a &quot;type&quot;</source>
+        <translation>&quot;action&quot; muss null oder ein Objekt mit einem &quot;type&quot; sein</translation>
+    </message>
+    <message>
+        <source>an &quot;action&quot; of type %1 must have a &quot;%2&quot;</source>
+        <translation>eine &quot;action&quot; vom Typ %1 braucht ein &quot;%2&quot;</translation>
+    </message>
 </context>
 <context>
     <name>PDFDocument</name>
@@ -959,6 +979,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1 could not be written: it is locked, and without its password nothing of it can be read</source>
         <translation>%1 ließ sich nicht schreiben: Die Datei ist gesperrt, und ohne ihr Kennwort lässt sich nichts daraus lesen</translation>
+    </message>
+    <message>
+        <source>it is encrypted</source>
+        <translation>sie ist verschlüsselt</translation>
     </message>
 </context>
 <context>
@@ -1320,6 +1344,36 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1: there is no page %2; the pages are 1 to %3</source>
         <translation>%1: Es gibt keine Seite %2; die Seiten sind 1 bis %3</translation>
+    </message>
+</context>
+<context>
+    <name>WholeFileWriter</name>
+    <message>
+        <source>it is damaged, and too large (over 2 GiB) to be written new</source>
+        <translation>sie ist beschädigt und zu groß (über 2 GiB), um neu geschrieben zu werden</translation>
+    </message>
+</context>
+<context>
+    <name>WrittenFile</name>
+    <message>
+        <source>what was written does not read back as it should: %1</source>
+        <translation>was geschrieben wurde, liest sich nicht wie es soll: %1</translation>
+    </message>
+    <message>
+        <source>it is locked</source>
+        <translation>es ist gesperrt</translation>
+    </message>
+    <message>
+        <source>its pages are others</source>
+        <translation>seine Seiten sind andere</translation>
+    </message>
+    <message>
+        <source>its outline is another</source>
+        <translation>seine Gliederung ist eine andere</translation>
+    </message>
+    <message>
+        <source>it needs repair</source>
+        <translation>es muss repariert werden</translation>
     </message>
 </context>
 <context>

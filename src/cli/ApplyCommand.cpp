@@ -45,7 +45,7 @@ void reportPages(const MyDocument &document, const MyOutlineItem &root, Console 
         }
         if (item == &root) continue;
         if (item->pageLabel().isNull()) {
-            ++without;
+            if (item->entry().number == 0 && item->entry().action.type.isNull()) ++without;
         } else if (!document.getRealPageArrayIndex(item->pageLabel()) && ++unknown <= mostNamed) {
             console.message(
                 translated("\"%1\": no page is labelled \"%2\"; the entry leads to the first page")
@@ -90,7 +90,8 @@ ExitCode ApplyCommand::run(const QCommandLineParser &arguments, Console &console
     }
     const std::optional<QByteArray> text = readTree(treeFile, console);
     if (!text) return Failed;
-    auto tree = parseOutlineTree(*text, *document.pdfDoc());
+    auto tree =
+        parseOutlineTree(*text, *document.pdfDoc(), entriesByNumber(document.pdfDoc()->outlineRoot()));
     if (const auto *error = std::get_if<TreeError>(&tree)) {
         const QString where =
             error->where.isEmpty() ? treeFile : treeFile + QLatin1String(": ") + error->where;

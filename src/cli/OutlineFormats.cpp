@@ -30,6 +30,37 @@ void walkOutline(const PDFOutline &root, Enter &&enter, Leave &&leave) {
     }
 }
 
+void printAction(const OutlineEntry::Action &action, JsonWriter &json) {
+    if (action.type.isNull()) {
+        json.null();
+        return;
+    }
+    json.beginObject(JsonWriter::Layout::Compact);
+    json.member("type", action.type);
+    if (action.type == QLatin1String("URI")) json.member("uri", action.target);
+    if (action.type == QLatin1String("GoToR")) json.member("file", action.target);
+    json.endObject();
+}
+
+void printWhatElse(const OutlineEntry &entry, JsonWriter &json) {
+    json.member("bold", entry.bold);
+    json.member("italic", entry.italic);
+    json.key("color");
+    if (entry.color) {
+        json.beginArray(JsonWriter::Layout::Compact);
+        for (const double part : *entry.color)
+            json.value(part);
+        json.endArray();
+    } else {
+        json.null();
+    }
+    json.member("open", entry.open);
+    json.key("action");
+    printAction(entry.action, json);
+    json.key("entry");
+    entry.number != 0 ? json.value(entry.number) : json.null();
+}
+
 }  // namespace
 
 void printOutlineAsJson(const PDFDocument &document, Console &console) {
@@ -45,6 +76,7 @@ void printOutlineAsJson(const PDFDocument &document, Console &console) {
             json.key("pageIndex");
             destination ? json.value(destination->pageIndex) : json.null();
             json.member("point", destination ? destination->point : QPointF());
+            printWhatElse(entry.entry(), json);
             json.key("children");
             json.beginArray();
         },

@@ -7,8 +7,9 @@ namespace leafwright::cli {
 
 // The forms in which an outline is printed. All take the document's outline in memory.
 
-/// JSON: an array of nodes {"title", "pageLabel", "pageIndex", "point", "children"}; the label and the
-/// 0-based index are null for an entry that leads to no page.
+/// JSON: an array of nodes {"title", "pageLabel", "pageIndex", "point", "bold", "italic", "color", "open",
+/// "action", "entry", "children"}; the label and the 0-based index are null for an entry that leads to no
+/// page, "entry" is the object number in the file.
 void printOutlineAsJson(const PDFDocument &document, Console &console);
 
 /// Plus lines: "+ @5 Chapter One" and "++ @7 First Section".

@@ -22,7 +22,7 @@ QString translated(const char *text) {
 /// Reads one JSON node's own members into an item; its children are left to the caller.
 class NodeReader {
 public:
-    explicit NodeReader(const TextPages &pages) : pages_(pages) {}
+    NodeReader(const TextPages &pages, const OutlineEntries &inFile) : pages_(pages), inFile_(inFile) {}
 
     /// @return what is wrong with the node; absent when all is well
     std::optional<QString> read(const QJsonValue &node, MyOutlineItem &item) const {
@@ -32,6 +32,7 @@ public:
         item.setPageTitle(title.toString());
         if (auto problem = readPage(node, item)) return problem;
         if (auto problem = readPoint(node[QLatin1String("point")], item)) return problem;
+        if (auto problem = readWhatElse(node, item)) return problem;
         const QJsonValue children = node[QLatin1String("children")];
         if (!children.isUndefined() && !children.isNull() && !children.isArray()) {
             return translated("\"children\" must be an array");
@@ -79,17 +80,72 @@ private:
         return std::nullopt;
     }
 
+    /// What a node does not say, the entry of the file says that it stands for.
+    std::optional<QString> readWhatElse(const QJsonValue &node, MyOutlineItem &item) const {
+        const QJsonValue number = node[QLatin1String("entry")];
+        if (!isAbsent(number) && number.toInt(0) <= 0)
+            return translated("\"entry\" must be an object number or null");
+        OutlineEntry entry = inFile_.value(number.toInt(0));
+        for (const auto &[key, truth] : {std::pair{"bold", &entry.bold}, std::pair{"italic", &entry.italic},
+                                         std::pair{"open", &entry.open}}) {
+            const QJsonValue value = node[QLatin1String(key)];
+            if (!isAbsent(value) && !value.isBool())
+                return translated("\"%1\" must be true or false").arg(QLatin1String(key));
+            *truth = value.toBool(*truth);
+        }
+        if (auto problem = readColor(node[QLatin1String("color")], entry)) return problem;
+        if (auto problem = readAction(node[QLatin1String("action")], entry)) return problem;
+        item.setEntry(entry);
+        return std::nullopt;
+    }
+
+    static bool isAbsent(const QJsonValue &value) { return value.isUndefined() || value.isNull(); }
+
+    static std::optional<QString> readColor(const QJsonValue &value, OutlineEntry &entry) {
+        if (value.isUndefined()) return std::nullopt;
+        entry.color.reset();
+        if (value.isNull()) return std::nullopt;
+        const QJsonArray parts = value.toArray();
+        const auto isPart = [](const QJsonValue &v) {
+            return v.isDouble() && v.toDouble() >= 0 && v.toDouble() <= 1;
+        };
+        if (parts.size() != 3 || !std::all_of(parts.begin(), parts.end(), isPart))
+            return translated("\"color\" must be null or three numbers from 0 to 1, [red, green, blue]");
+        entry.color = {parts[0].toDouble(), parts[1].toDouble(), parts[2].toDouble()};
+        return std::nullopt;
+    }
+
+    static std::optional<QString> readAction(const QJsonValue &value, OutlineEntry &entry) {
+        if (value.isUndefined()) return std::nullopt;
+        entry.action = {};
+        if (value.isNull()) return std::nullopt;
+        const QJsonValue type = value[QLatin1String("type")];
+        if (!type.isString()) return translated("\"action\" must be null or an object with a \"type\"");
+        entry.action.type = type.toString();
+        const QString &kind = entry.action.type;
+        const char *key = kind == QLatin1String("URI")     ? "uri"
+                          : kind == QLatin1String("GoToR") ? "file"
+                                                           : nullptr;
+        if (!key) return std::nullopt;
+        const QJsonValue target = value[QLatin1String(key)];
+        if (!target.isString())
+            return translated("an \"action\" of type %1 must have a \"%2\"").arg(kind, QLatin1String(key));
+        entry.action.target = target.toString();
+        return std::nullopt;
+    }
+
     const TextPages &pages_;
+    const OutlineEntries &inFile_;
 };
 
-Tree treeFromJson(const QJsonArray &nodes, const TextPages &pages) {
+Tree treeFromJson(const QJsonArray &nodes, const TextPages &pages, const OutlineEntries &inFile) {
     struct Siblings {
         QJsonArray nodes;
         MyOutlineItem *parent;
         qsizetype next = 0;
     };
     auto root = std::make_unique<MyOutlineItem>();
-    const NodeReader reader(pages);
+    const NodeReader reader(pages, inFile);
     std::vector<Siblings> open;
     open.push_back({nodes, root.get()});
     const auto where = [&open] {
@@ -164,7 +220,22 @@ Tree treeFromPlusLines(const QString &text, const TextPages &pages) {
 
 }  // namespace
 
-Tree parseOutlineTree(const QByteArray &text, const TextPages &pages) {
+OutlineEntries entriesByNumber(const PDFOutline &root) {
+    OutlineEntries entries;
+    std::vector<const PDFOutline *> pending{&root};
+    while (!pending.empty()) {
+        const PDFOutline &parent = *pending.back();
+        pending.pop_back();
+        for (int i = 0; i < parent.numberOfChildren(); ++i) {
+            const PDFOutline &child = parent.childAtIndex(i);
+            if (child.entry().number != 0) entries.insert(child.entry().number, child.entry());
+            pending.push_back(&child);
+        }
+    }
+    return entries;
+}
+
+Tree parseOutlineTree(const QByteArray &text, const TextPages &pages, const OutlineEntries &inFile) {
     if (!looksLikeJson(text)) return treeFromPlusLines(QString::fromUtf8(text), pages);
     QJsonParseError error;
     const QJsonDocument json = QJsonDocument::fromJson(text, &error);
@@ -177,7 +248,7 @@ Tree parseOutlineTree(const QByteArray &text, const TextPages &pages) {
         return TreeError{translated("line %1").arg(line), error.errorString()};
     }
     if (!json.isArray()) return TreeError{{}, translated("an outline in JSON is an array of nodes")};
-    return treeFromJson(json.array(), pages);
+    return treeFromJson(json.array(), pages, inFile);
 }
 
 }  // namespace leafwright::cli

@@ -53,7 +53,7 @@ void OutlineExport::number(MyOutlineItem &item, const QString &levelstr, quint64
     item.setLevelstr(levelstr);
     auto entry = std::make_unique<PDFOutline>(item.pageTitle());
     entry->setDestination(destinationOf(item));
-    entry->setForeignEntry(item.foreignEntry());
+    entry->setEntry(item.entry());
     finalOutlineDict_.insert(levelstr, entry.get());
     finalOutlineArray_.push_back({&item, std::move(entry)});
 }

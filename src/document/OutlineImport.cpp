@@ -17,7 +17,7 @@ bool addOutlineChildren(const PDFOutline &entry, MyOutlineItem &item, const Text
         to->setImportedPage(destination ? std::optional(destination->pageIndex) : std::nullopt);
         to->setPageTitle(from->label());
         to->setPointOnPage(destination ? destination->point : QPointF());
-        to->setForeignEntry(from->foreignEntry());
+        to->setEntry(from->entry());
         someWithoutSpot = someWithoutSpot || (destination && isZeroPoint(destination->point));
         for (int i = 0; i < from->numberOfChildren(); ++i) {
             pending.push_back({&from->childAtIndex(i), &to->appendChild(std::make_unique<MyOutlineItem>())});

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "model/OutlineEntry.h"
+
 #include <QPointF>
 #include <QString>
 #include <QStringList>
@@ -83,10 +85,10 @@ public:
     quint64 initiallevel() const { return initiallevel_; }
     void setInitiallevel(quint64 level);
 
-    /// For an entry of the file that leads elsewhere than to a page (a web address, another file): its
-    /// object number there, so that its action survives being written again. 0 for none.
-    int foreignEntry() const { return foreignEntry_; }
-    void setForeignEntry(int objectNumber) { foreignEntry_ = objectNumber; }
+    /// What the item is beside title, page and spot: the entry of the file that it stands for, how it looks,
+    /// where it leads without a page.
+    const OutlineEntry &entry() const { return entry_; }
+    void setEntry(const OutlineEntry &entry) { entry_ = entry; }
 
     /// For an entry of the file that leads to a page: the page's 0-based index there, for as long as nobody
     /// sets the label, which may stand for another page with the same label. Absent for any other item.
@@ -128,8 +130,8 @@ private:
     QPointF pointOnPage_;
     quint64 initiallevel_ = 0;
     static constexpr int noPage = -1;
-    int foreignEntry_ = 0;
     int importedPage_ = noPage;
+    OutlineEntry entry_;
     std::vector<OutlineItemObserver *> observers_;
 };
 

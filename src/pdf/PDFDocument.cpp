@@ -83,9 +83,10 @@ std::optional<PDFError> PDFDocument::writeAndReplace(const QString &path,
                                                     "password nothing of it can be read")
                             .arg(path)};
     }
+    if (isEncrypted()) return failure(QCoreApplication::translate("PDFDocument", "it is encrypted"));
     FileReplacement file(path);
     if (!file.start()) return PDFError{PDFError::Kind::WriteFailed, file.message()};
-    if (auto error = engine_->write(outlineRoot(), file, progress)) return failure(error->message);
+    if (auto error = engine_->write(outlineRoot(), file.descriptor(), progress)) return failure(error->message);
     const FileReplacement::Outcome outcome = file.commit();
     if (outcome == FileReplacement::Outcome::NotWritten)
         return PDFError{PDFError::Kind::WriteFailed, file.message()};

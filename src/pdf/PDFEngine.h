@@ -6,7 +6,6 @@
 #include "pdf/PageText.h"
 #include "pdf/RenderRequest.h"
 
-#include <QIODevice>
 #include <QImage>
 
 #include <functional>
@@ -55,8 +54,10 @@ public:
     virtual std::unique_ptr<PDFOutline> readOutline() const = 0;
     /// Writes the file with the outline in place of its own: the original bytes and one appended section,
     /// or, for a repaired file, the whole file new. `progress` gets the index of each page written.
-    /// @param out open for writing, empty. Returns the reason when it fails; `out` is then of no use.
-    virtual std::optional<PDFError> write(const PDFOutline &root, QIODevice &out,
+    /// The new file is read back before this returns; that it is not what it was to be, is a failure too.
+    /// @param descriptor of an empty regular file, open for reading and writing; it stays the caller's
+    /// @return the reason when it fails; what has been written is then of no use
+    virtual std::optional<PDFError> write(const PDFOutline &root, int descriptor,
                                           const std::function<void(int)> &progress) const = 0;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/OutlineEntry.h"
 #include "pdf/Geometry.h"
 
 #include <QString>
@@ -37,10 +38,9 @@ public:
     const std::optional<PDFDestination> &destination() const { return destination_; }
     void setDestination(const std::optional<PDFDestination> &destination) { destination_ = destination; }
 
-    /// The object number, in the file, of the entry whose action (a web address, another file, ...)
-    /// this entry stands for; 0 for none. Written only when there is no destination.
-    int foreignEntry() const { return foreignEntry_; }
-    void setForeignEntry(int objectNumber) { foreignEntry_ = objectNumber; }
+    /// What else the entry is. Of the root only the number says something: that of the file's outline.
+    const OutlineEntry &entry() const { return entry_; }
+    void setEntry(const OutlineEntry &entry) { entry_ = entry; }
 
     int numberOfChildren() const { return static_cast<int>(children_.size()); }
     const PDFOutline &childAtIndex(int index) const { return *children_.at(index); }
@@ -54,7 +54,7 @@ public:
 private:
     QString label_;
     std::optional<PDFDestination> destination_;
-    int foreignEntry_ = 0;
+    OutlineEntry entry_;
     std::vector<std::unique_ptr<PDFOutline>> children_;
 };
 

@@ -204,6 +204,29 @@ TEST(ApplyCommand, LoneSurrogatesSurvive) {
     EXPECT_THAT(result.out.toStdString(), HasSubstr(R"("title": "A\ud83dB")"));
 }
 
+TEST(ApplyCommand, StylesAndActionsAreWritten) {
+    const TempDir dir;
+    ASSERT_EQ(apply(dir, R"([{"title": "A", "pageLabel": "2", "bold": true, "italic": true, "open": true,
+                              "color": [1, 0.5, 0], "children": [{"title": "B", "pageLabel": "1"}]},
+                             {"title": "C", "action": {"type": "URI", "uri": "about:blank"}},
+                             {"title": "D", "action": {"type": "GoToR", "file": "other.pdf"}},
+                             {"title": "E", "pageLabel": "3", "action": {"type": "URI", "uri": "about:blank"}},
+                             {"title": "F", "action": {"type": "Launch"}, "entry": 99999}])")
+                  .exitCode,
+              0);
+    const QJsonArray nodes = parsedJson(runCli({"outline", dir.path("out.pdf")}).out).array();
+    EXPECT_EQ(nodes[0]["bold"], true);
+    EXPECT_EQ(nodes[0]["italic"], true);
+    EXPECT_EQ(nodes[0]["open"], true);
+    EXPECT_EQ(nodes[0]["color"], (QJsonArray{1, 0.5, 0}));
+    EXPECT_EQ(nodes[0]["children"][0]["bold"], false);
+    EXPECT_EQ(nodes[1]["action"], (QJsonObject{{"type", "URI"}, {"uri", "about:blank"}}));
+    EXPECT_EQ(nodes[2]["action"], (QJsonObject{{"type", "GoToR"}, {"file", "other.pdf"}}));
+    EXPECT_EQ(nodes[3]["action"], QJsonValue()) << "a page wins";
+    EXPECT_EQ(nodes[3]["pageLabel"], "3");
+    EXPECT_EQ(nodes[4]["action"], QJsonValue()) << "only with the entry that has it";
+}
+
 TEST(ApplyCommand, ByteOrderMarkIsNoPartOfTheTree) {
     const TempDir dir;
     EXPECT_EQ(apply(dir, "\xEF\xBB\xBF[{\"title\": \"A\", \"pageLabel\": \"2\"}]").exitCode, 0);

@@ -40,6 +40,8 @@ TEST_P(ApplyBadTree, IsRefusedWithPlaceAndReason) {
 
 const char *const pointMessage = "\"point\" must be two numbers, [x, y], in points\n";
 const char *const indexMessage = "\"pageIndex\" must be a page, from 0 to 2\n";
+const char *const colorMessage = "\"color\" must be null or three numbers from 0 to 1, [red, green, blue]\n";
+const char *const entryMessage = "\"entry\" must be an object number or null\n";
 const char *const titleMessage = "\"title\" must be a string\n";
 const char *const lineMessage = "not of the form \"+ @12 Title\"\n";
 
@@ -63,6 +65,17 @@ INSTANTIATE_TEST_SUITE_P(
         BadTree{"PointLong", R"([{"title": "A", "point": [1, 2, 3]}])", "[0]", pointMessage},
         BadTree{"PointText", R"([{"title": "A", "point": [1, "2"]}])", "[0]", pointMessage},
         BadTree{"PointFarOff", R"([{"title": "A", "point": [1e8, 2]}])", "[0]", pointMessage},
+        BadTree{"BoldText", R"([{"title": "A", "bold": "yes"}])", "[0]", "\"bold\" must be true or false\n"},
+        BadTree{"OpenNumber", R"([{"title": "A", "open": 1}])", "[0]", "\"open\" must be true or false\n"},
+        BadTree{"ColorShort", R"([{"title": "A", "color": [1, 0]}])", "[0]", colorMessage},
+        BadTree{"ColorTooLarge", R"([{"title": "A", "color": [1, 0, 255]}])", "[0]", colorMessage},
+        BadTree{"ColorName", R"([{"title": "A", "color": "red"}])", "[0]", colorMessage},
+        BadTree{"ActionText", R"([{"title": "A", "action": "URI"}])", "[0]",
+                "\"action\" must be null or an object with a \"type\"\n"},
+        BadTree{"ActionWithoutAddress", R"([{"title": "A", "action": {"type": "URI"}}])", "[0]",
+                "an \"action\" of type URI must have a \"uri\"\n"},
+        BadTree{"EntryNegative", R"([{"title": "A", "entry": -1}])", "[0]", entryMessage},
+        BadTree{"EntryText", R"([{"title": "A", "entry": "12"}])", "[0]", entryMessage},
         BadTree{"ChildrenObject", R"([{"title": "A", "children": {}}])", "[0]",
                 "\"children\" must be an array\n"},
         BadTree{"Nested",

@@ -150,10 +150,10 @@ TEST_F(OutlineExportTest, ThePointThatIsAlreadyTheDefaultStays) {
 
 TEST_F(OutlineExportTest, AnAbsentLabelLeadsNowhereBeforeAndAfter) {
     addItems(root, {{"A", QString(), {}, {{"B", "2", {1, 2}}}}});
-    root.children()[0]->setForeignEntry(42);
+    root.children()[0]->setEntry({.number = 42, .italic = true});
     const auto outline = exported(root);
     EXPECT_FALSE(outline->childAtIndex(0).destination());
-    EXPECT_EQ(outline->childAtIndex(0).foreignEntry(), 42);
+    EXPECT_EQ(outline->childAtIndex(0).entry(), (OutlineEntry{.number = 42, .italic = true}));
     EXPECT_TRUE(outline->childAtIndex(0).childAtIndex(0).destination());
     EXPECT_EQ(test::treeText(root), "+ - A (0,0)\n++ [2] B (1,2)\n");
 }

@@ -47,11 +47,11 @@ TEST_F(OutlineImport, CopiesEverythingBelowInOrder) {
 
 TEST_F(OutlineImport, AnEntryThatLeadsNowhereHasNoLabelAndNoSpot) {
     const auto link = entry("Web", std::nullopt);
-    link->setForeignEntry(42);
+    link->setEntry({.number = 42, .open = true});
     EXPECT_FALSE(addOutlineChildren(*link, item, pages));
     EXPECT_TRUE(item.pageLabel().isNull());
     EXPECT_EQ(item.pointOnPage(), QPointF(0, 0));
-    EXPECT_EQ(item.foreignEntry(), 42);
+    EXPECT_EQ(item.entry(), (OutlineEntry{.number = 42, .open = true}));
 }
 
 TEST_F(OutlineImport, AnItemRemembersItsPageUntilItGetsAnotherLabel) {

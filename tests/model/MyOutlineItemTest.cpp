@@ -45,7 +45,7 @@ TEST(MyOutlineItem, NewItemHasItsDefaults) {
     EXPECT_TRUE(item.pluslevelstr().isNull());
     EXPECT_EQ(item.pointOnPage(), QPointF(0, 0));
     EXPECT_EQ(item.initiallevel(), 0U);
-    EXPECT_EQ(item.foreignEntry(), 0);
+    EXPECT_EQ(item.entry(), OutlineEntry());
 }
 
 TEST(MyOutlineItem, TitleAndLabelAreMeantForUndo) {
@@ -61,7 +61,7 @@ TEST(MyOutlineItem, KeepsWhatIsSet) {
     item.setPluslevelstr("+++");
     item.setPointOnPage({72.5, 700.25});
     item.setInitiallevel(UINT64_MAX);
-    item.setForeignEntry(17);
+    item.setEntry({.number = 17, .bold = true});
     EXPECT_EQ(item.pageTitle(), "Introduction");
     EXPECT_EQ(item.pageLabel(), "iv");
     EXPECT_EQ(item.levelstr(), "0.1.4");
@@ -69,7 +69,7 @@ TEST(MyOutlineItem, KeepsWhatIsSet) {
     EXPECT_EQ(item.pluslevelstr(), "+++");
     EXPECT_EQ(item.pointOnPage(), QPointF(72.5, 700.25));
     EXPECT_EQ(item.initiallevel(), UINT64_MAX);
-    EXPECT_EQ(item.foreignEntry(), 17);
+    EXPECT_EQ(item.entry(), (OutlineEntry{.number = 17, .bold = true}));
 }
 
 TEST(MyOutlineItem, AbsentLabelIsNotAnEmptyOne) {

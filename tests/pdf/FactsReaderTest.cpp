@@ -1,4 +1,5 @@
 #include "support/OpenPdf.h"
+#include "support/TempDir.h"
 
 #include <gmock/gmock.h>
 
@@ -23,6 +24,17 @@ TEST(Version, FromTheHeader) {
     EXPECT_EQ(versionOf(onePage(), "1.3"), std::pair(1, 3));
     EXPECT_EQ(versionOf(onePage(), "1.7"), std::pair(1, 7));
     EXPECT_EQ(versionOf(onePage(), "2.0"), std::pair(2, 0));
+}
+
+TEST(Version, FromAHeaderWithBytesInFrontOfIt) {
+    const test::TempDir dir;
+    onePage().save(dir.path("a.pdf"), {.version = "1.3"});
+    for (const QByteArray &front : {QByteArray("x"), QByteArray("\r\n%PD\n"), QByteArray(1000, '%')}) {
+        const auto document = test::openBytes(front + test::contentOf(dir.path("a.pdf")));
+        EXPECT_EQ(document->version().minor, 3);
+        EXPECT_FALSE(document->wasRepaired()) << "its offsets count from the header";
+        EXPECT_EQ(document->pageCount(), 1);
+    }
 }
 
 TEST(Version, LaterOneOfTheCatalogWins) {

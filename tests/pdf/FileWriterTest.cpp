@@ -4,9 +4,13 @@
 #include "support/RawPdf.h"
 #include "support/TempDir.h"
 
+#include <qpdf/QPDF.hh>
+
 #include <QDir>
 
+#include <csignal>
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 
 namespace leafwright {
 namespace {
@@ -111,14 +115,80 @@ TEST(Appending, ToAFileWithoutALineBreakAtItsEnd) {
     expectAppended(TempDir(), test::rawPdfOfOnePage().endWithTable().bytes().trimmed());
 }
 
-TEST(Appending, EncryptedFileStaysReadable) {
+TEST(Appending, ToAFileWithBytesInFrontOfItsHeader) {
+    const RawPdf pdf = test::rawPdfOfOnePage().endWithTable();
+    expectAppended(TempDir(), "From: me\r\n\r\n" + pdf.bytes());
+    expectAppended(TempDir(), QByteArray(1000, ' ') + pdf.bytes());
+    RawPdf streams = test::rawPdfOfOnePage();
+    streams.endWithStream(4);
+    expectAppended(TempDir(), "\n" + streams.bytes());
+}
+
+TEST(Appending, CarriesOnWhatTheTrailerSays) {
+    const TempDir dir;
+    RawPdf pdf = test::rawPdfOfOnePage();
+    pdf.trailerEntry("/Info 4 0 R /ID [<00ff28> (b)] /Private << /Of (us) >>")
+        .object(4, "<< /Author (me) >>");
+    for (const bool asStream : {false, true}) {
+        RawPdf original = pdf;
+        test::writeFile(dir.path("in.pdf"),
+                        (asStream ? original.endWithStream(5) : original.endWithTable()).bytes());
+        const auto document = openPdf(dir.path("in.pdf"));
+        document->setOutlineRoot(newOutline());
+        ASSERT_FALSE(document->writeToFile(dir.path("out.pdf")));
+        QPDF written;
+        written.processFile(QFile::encodeName(dir.path("out.pdf")).constData());
+        QPDFObjectHandle trailer = written.getTrailer();
+        EXPECT_EQ(trailer.getKey("/Info").getKey("/Author").getStringValue(), "me");
+        EXPECT_EQ(trailer.getKey("/ID").getArrayItem(0).getStringValue(), std::string("\0\xff(", 3));
+        EXPECT_EQ(trailer.getKey("/Private").getKey("/Of").getStringValue(), "us");
+        EXPECT_EQ(trailer.getKey("/Prev").getIntValue(), original.crossReference());
+        EXPECT_EQ(trailer.getKey("/Size").getIntValue(), asStream ? 10 : 8);
+    }
+}
+
+TEST(Appending, ACatalogKeepsItsBytes) {
+    const TempDir dir;
+    for (const bool inStream : {false, true}) {
+        PdfBuilder pdf = threePages();
+        pdf.setCatalogEntry("/Private", "[0.123456789012 /A#20B (\\000\\377) << >> null true]");
+        pdf.save(dir.path("in.pdf"), {.version = "1.5", .objectStreams = inStream});
+        const auto document = openPdf(dir.path("in.pdf"));
+        document->setOutlineRoot(newOutline());
+        ASSERT_FALSE(document->writeToFile(dir.path("out.pdf")));
+        QPDF written;
+        written.processFile(QFile::encodeName(dir.path("out.pdf")).constData());
+        EXPECT_EQ(written.getRoot().getKey("/Private").unparse(),
+                  "[ 0.123456789012 /A#20B <00ff> << >> null true ]");
+    }
+}
+
+TEST(Appending, ObjectsKeepTheirGenerations) {
+    const TempDir dir;
+    const QByteArray page = "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 9 9] >>\nendobj\n";
+    QByteArray pdf = "%PDF-1.4\n";
+    const QByteArray objects[] = {"1 7 obj\n<< /Type /Catalog /Pages 2 0 R >>\nendobj\n",
+                                  "2 0 obj\n<< /Type /Pages /Kids [3 5 R] /Count 1 >>\nendobj\n",
+                                  "3 5 obj\n" + page};
+    QByteArray table = "xref\n0 4\n0000000000 65535 f \n";
+    const char *const generations[] = {"00007", "00000", "00005"};
+    for (int i = 0; i < 3; ++i) {
+        table += QByteArray::number(pdf.size()).rightJustified(10, '0') + ' ' + generations[i] + " n \n";
+        pdf += objects[i];
+    }
+    const QByteArray start = QByteArray::number(pdf.size());
+    pdf += table + "trailer\n<< /Root 1 7 R /Size 4 >>\nstartxref\n" + start + "\n%%EOF\n";
+    expectAppended(dir, pdf);
+}
+
+TEST(Appending, EncryptedFilesAreNotWritten) {
     const TempDir dir;
     threePages().save(dir.path("in.pdf"), {.ownerPassword = "secret"});
     const auto document = openPdf(dir.path("in.pdf"));
-    document->setOutlineRoot(makeOutline({{"Größe", PDFDestination{1, {72, 700}}}}));
-    ASSERT_FALSE(document->writeToFile(dir.path("out.pdf")));
-    EXPECT_TRUE(contentOf(dir.path("out.pdf")).startsWith(contentOf(dir.path("in.pdf"))));
-    EXPECT_THAT(linesByQpdf(dir.path("out.pdf")), ElementsAre("Größe -> 1 (72, 700)"));
+    const auto error = document->writeToFile(dir.path("out.pdf"));
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->kind, PDFError::Kind::WriteFailed);
+    EXPECT_FALSE(QFile::exists(dir.path("out.pdf")));
 }
 
 TEST(Writing, RepairedFileIsWrittenWhole) {
@@ -227,6 +297,103 @@ TEST(Writing, OriginalCutShortLeavesTheOldFile) {
     ASSERT_TRUE(error);
     EXPECT_EQ(error->kind, PDFError::Kind::WriteFailed);
     EXPECT_EQ(contentOf(dir.path("out.pdf")), "old");
+}
+
+/// Has something happen to the new file while it is written: when all pages have been.
+class Meddler : public PDFWriteObserver {
+public:
+    Meddler(QString folder, std::function<void(QFile &file)> meddle)
+        : folder_(std::move(folder)), meddle_(std::move(meddle)) {}
+    void documentBeginWrite(int pageCount) override { lastPage_ = pageCount - 1; }
+    void documentEndPageWrite(int pageIndex) override {
+        if (pageIndex != lastPage_) return;
+        const QDir folder(folder_);
+        const QStringList names = folder.entryList({"out.pdf.*", ".out.pdf.*"}, QDir::Files | QDir::Hidden);
+        ASSERT_EQ(names.size(), 1);
+        QFile file(folder.filePath(names.first()));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        meddle_(file);
+    }
+    void documentEndWrite() override {}
+
+private:
+    QString folder_;
+    std::function<void(QFile &)> meddle_;
+    int lastPage_ = 0;
+};
+
+/// A write to a file that is there already, in which something goes wrong.
+class FailingWrite : public testing::Test {
+protected:
+    FailingWrite() {
+        threePages().save(in);
+        test::writeFile(out, "old");
+    }
+    void expectFailure(const std::function<void(QFile &file)> &meddle, const std::string &reason) {
+        const auto document = openPdf(in);
+        document->setOutlineRoot(newOutline());
+        Meddler meddler(dir.path(""), meddle);
+        const auto error = document->writeToFile(out, &meddler);
+        ASSERT_TRUE(error);
+        EXPECT_EQ(error->kind, PDFError::Kind::WriteFailed);
+        EXPECT_THAT(error->message.toStdString(), testing::HasSubstr(reason));
+        EXPECT_EQ(contentOf(out), "old");
+        EXPECT_THAT(QDir(dir.path("")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+                    ElementsAre("in.pdf", "out.pdf"));
+    }
+    /// Writes over bytes of the new file.
+    static std::function<void(QFile &)> change(const QByteArray &from, const QByteArray &to) {
+        return [from, to](QFile &file) {
+            const qint64 place = file.readAll().indexOf(from);
+            ASSERT_GE(place, 0);
+            ASSERT_TRUE(file.seek(place));
+            ASSERT_EQ(file.write(to), to.size());
+        };
+    }
+
+    const TempDir dir;
+    const QString in = dir.path("in.pdf");
+    const QString out = dir.path("out.pdf");
+};
+
+TEST_F(FailingWrite, PagesThatAreGone) {
+    expectFailure(change("/Kids", "/Kids [] %"), "does not read back as it should: its pages are others");
+}
+
+TEST_F(FailingWrite, ACrossReferenceThatLeadsNowhere) {
+    expectFailure(change("xref\n0", "xxxx\n0"), "does not read back as it should: it needs repair");
+}
+
+TEST_F(FailingWrite, AFileThatIsNoneAnyMore) {
+    expectFailure([](QFile &file) { ASSERT_TRUE(file.resize(0)); }, "");
+}
+
+/// Lets no file grow over a size, as a full disk does.
+class SizeLimit {
+public:
+    explicit SizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+        ::getrlimit(RLIMIT_FSIZE, &old_);
+        const rlimit limit{bytes, old_.rlim_max};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~SizeLimit() {
+        ::setrlimit(RLIMIT_FSIZE, &old_);
+        std::signal(SIGXFSZ, handler_);
+    }
+    SizeLimit(const SizeLimit &) = delete;
+    SizeLimit &operator=(const SizeLimit &) = delete;
+
+private:
+    rlimit old_ = {};
+    sighandler_t handler_;
+};
+
+TEST_F(FailingWrite, ADiskThatIsFull) {
+    const auto size = static_cast<rlim_t>(contentOf(in).size());
+    for (const rlim_t limit : {size / 2, size + 10}) {
+        const SizeLimit full(limit);
+        expectFailure([](QFile & /*file*/) {}, "File too large");
+    }
 }
 
 }  // namespace

@@ -53,7 +53,7 @@ TEST(OutlineReader, RootHasNoLabel) {
 TEST(OutlineReader, EntryWithoutADestination) {
     const auto document = openWith({{"(A)", ""}});
     EXPECT_FALSE(document->outlineRoot().childAtIndex(0).destination());
-    EXPECT_EQ(document->outlineRoot().childAtIndex(0).foreignEntry(), 0);
+    EXPECT_TRUE(document->outlineRoot().childAtIndex(0).entry().action.type.isNull());
 }
 
 TEST(OutlineReader, TitlesInEveryEncoding) {
@@ -85,7 +85,7 @@ TEST(OutlineReader, TitleOfAMillionCharacters) {
     EXPECT_EQ(titleWith("(" + std::string(1'000'000, 'x') + ")").size(), 1'000'000);
 }
 
-TEST(OutlineReader, OtherActionsAreKeptAsForeignEntries) {
+TEST(OutlineReader, OtherActionsAreRead) {
     PdfBuilder pdf;
     pdf.addNumberedPages(1);
     const int entry = pdf.addObject("<< /Title (Web) /A << /S /URI /URI (about:blank) >> >>");
@@ -94,7 +94,7 @@ TEST(OutlineReader, OtherActionsAreKeptAsForeignEntries) {
     const PDFOutline &web = document->outlineRoot().childAtIndex(0);
     EXPECT_EQ(web.label(), "Web");
     EXPECT_FALSE(web.destination());
-    EXPECT_GT(web.foreignEntry(), 0);
+    EXPECT_EQ(web.entry().action, (OutlineEntry::Action{"URI", "about:blank"}));
 }
 
 TEST(OutlineReader, EntriesThatAreNoObjectsOfTheirOwn) {

@@ -167,13 +167,13 @@ TEST_F(OutlineWriterTest, PageThatIsNoObjectOfItsOwnIsToldByItsIndex) {
     EXPECT_THAT(lines(), ElementsAre("A -> 1 (1, 2)"));
 }
 
-TEST_F(OutlineWriterTest, ActionOfAForeignEntrySurvives) {
+TEST_F(OutlineWriterTest, AnActionSurvives) {
     const int entry = pdf.addObject("<< /Title (Web) /A << /S /URI /URI (about:blank) >> >>");
     pdf.setCatalogEntry("/Outlines", "<< /First " + PdfBuilder::reference(entry) + " >>");
     const auto document = openPdf(pdf);
     auto root = std::make_unique<PDFOutline>();
     auto renamed = std::make_unique<PDFOutline>("Renamed");
-    renamed->setForeignEntry(document->outlineRoot().childAtIndex(0).foreignEntry());
+    renamed->setEntry(document->outlineRoot().childAtIndex(0).entry());
     root->insertChildAtIndex(std::move(renamed), 0);
     document->setOutlineRoot(std::move(root));
     ASSERT_FALSE(document->writeToFile(path));
@@ -181,15 +181,37 @@ TEST_F(OutlineWriterTest, ActionOfAForeignEntrySurvives) {
     EXPECT_EQ(written.getKey("/Title").getUTF8Value(), "Renamed");
     EXPECT_EQ(written.getKey("/A").getKey("/URI").getStringValue(), "about:blank");
     EXPECT_FALSE(written.hasKey("/Dest"));
-    EXPECT_GT(openPdf(path)->outlineRoot().childAtIndex(0).foreignEntry(), 0);
+    EXPECT_EQ(openPdf(path)->outlineRoot().childAtIndex(0).entry().action.type, "URI");
 }
 
-TEST_F(OutlineWriterTest, DestinationWinsOverAForeignEntry) {
+TEST_F(OutlineWriterTest, DestinationsThatLeadNowhereAreKept) {
+    const std::vector<std::string> targets{
+        "/Dest /Nowhere", "/Dest (no \\050such) /Next null", "/Dest [99 /XYZ 1.00000000001 2 0]",
+        "/A << /S /GoTo /D (nowhere) >>", "/Dest (nowhere) /A << /S /URI /URI (a) >>"};
+    for (const std::string &target : targets) {
+        const int entry = pdf.addObject("<< /Title (Lost) " + target + " >>");
+        pdf.setCatalogEntry("/Outlines", "<< /First " + PdfBuilder::reference(entry) + " >>");
+        const auto document = openPdf(pdf);
+        auto root = std::make_unique<PDFOutline>();
+        auto renamed = std::make_unique<PDFOutline>("Renamed");
+        EXPECT_FALSE(document->outlineRoot().childAtIndex(0).destination());
+        renamed->setEntry(document->outlineRoot().childAtIndex(0).entry());
+        root->insertChildAtIndex(std::move(renamed), 0);
+        document->setOutlineRoot(std::move(root));
+        ASSERT_FALSE(document->writeToFile(path));
+        QPDFObjectHandle written = catalog().getKey("/Outlines").getKey("/First");
+        QPDFObjectHandle original = QPDFObjectHandle::parse("<< " + target + " >>");
+        for (const char *key : {"/Dest", "/A"})
+            EXPECT_EQ(written.getKey(key).unparse(), original.getKey(key).unparse()) << target;
+    }
+}
+
+TEST_F(OutlineWriterTest, ADestinationWinsOverAnAction) {
     const int entry = pdf.addObject("<< /Title (Web) /A << /S /URI /URI (about:blank) >> >>");
     pdf.setCatalogEntry("/Outlines", "<< /First " + PdfBuilder::reference(entry) + " >>");
     const auto document = openPdf(pdf);
     auto root = makeOutline({{"Here", at(1, 1, 2)}});
-    root->childAtIndex(0).setForeignEntry(document->outlineRoot().childAtIndex(0).foreignEntry());
+    root->childAtIndex(0).setEntry(document->outlineRoot().childAtIndex(0).entry());
     document->setOutlineRoot(std::move(root));
     ASSERT_FALSE(document->writeToFile(path));
     EXPECT_THAT(lines(), ElementsAre("Here -> 1 (1, 2)"));

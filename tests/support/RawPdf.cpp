@@ -1,23 +1,62 @@
 #include "support/RawPdf.h"
 
+#include <QFile>
+
 namespace leafwright::test {
 
 RawPdf &RawPdf::object(int number, const QByteArray &body) {
-    offsets_[number] = bytes_.size();
+    offsets_[number] = size();
     size_ = std::max(size_, number + 1);
     bytes_ += QByteArray::number(number) + " 0 obj\n" + body + "\nendobj\n";
     return *this;
 }
 
+RawPdf &RawPdf::trailerEntry(const QByteArray &entries) {
+    trailerEntries_ += ' ' + entries;
+    return *this;
+}
+
+RawPdf &RawPdf::goOnAt(qint64 offset) {
+    holes_.push_back({bytes_.size(), offset - size()});
+    skipped_ = offset - bytes_.size();
+    return *this;
+}
+
+template <typename Use>
+bool RawPdf::forEachPiece(Use &&use) const {
+    qint64 skipped = 0;
+    qsizetype begin = 0;
+    for (const Hole &hole : holes_) {
+        if (!use(begin + skipped, bytes_.sliced(begin, hole.position - begin))) return false;
+        skipped += hole.size;
+        begin = hole.position;
+    }
+    return use(begin + skipped, bytes_.sliced(begin));
+}
+
+bool RawPdf::save(const QString &path) const {
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && forEachPiece([&file](qint64 offset, const QByteArray &piece) {
+               return file.seek(offset) && file.write(piece) == piece.size();
+           });
+}
+
+bool RawPdf::isStartOf(const QString &path) const {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && forEachPiece([&file](qint64 offset, const QByteArray &piece) {
+               return file.seek(offset) && file.read(piece.size()) == piece;
+           });
+}
+
 RawPdf &RawPdf::endWithTable() {
-    const qint64 start = bytes_.size();
+    const qint64 start = size();
     table(offsets_, {});
     end(start);
     return *this;
 }
 
 RawPdf &RawPdf::endWithStream(int number) {
-    const qint64 start = bytes_.size();
+    const qint64 start = size();
     std::map<int, qint64> entries = offsets_;
     entries[number] = start;
     crossReferenceStream(number, entries);
@@ -30,9 +69,9 @@ RawPdf &RawPdf::endHybrid(int number, const QList<int> &hidden) {
     std::map<int, qint64> unseen;
     for (const int object : hidden)
         unseen.insert(seen.extract(object));
-    const qint64 stream = bytes_.size();
+    const qint64 stream = size();
     crossReferenceStream(number, unseen);
-    const qint64 start = bytes_.size();
+    const qint64 start = size();
     table(seen, "/XRefStm " + QByteArray::number(stream));
     end(start);
     return *this;
@@ -45,11 +84,11 @@ void RawPdf::crossReferenceStream(int number, const std::map<int, qint64> &entri
     for (const auto &[object, offset] : entries) {
         index += QByteArray::number(object) + " 1 ";
         data += '\1';
-        for (int shift = 24; shift >= 0; shift -= 8)
+        for (int shift = 56; shift >= 0; shift -= 8)
             data += static_cast<char>(offset >> shift);
         data += '\0';
     }
-    bytes_ += QByteArray::number(number) + " 0 obj\n<< /Type /XRef /W [1 4 1] /Index [" + index +
+    bytes_ += QByteArray::number(number) + " 0 obj\n<< /Type /XRef /W [1 8 1] /Index [" + index +
               "] /Length " + QByteArray::number(data.size()) + trailerEntries() + " >>\nstream\n" + data +
               "\nendstream\nendobj\n";
 }
@@ -71,7 +110,7 @@ void RawPdf::table(const std::map<int, qint64> &entries, const QByteArray &furth
 QByteArray RawPdf::trailerEntries() const {
     QByteArray entries = " /Root 1 0 R /Size " + QByteArray::number(size_);
     if (previous_) entries += " /Prev " + QByteArray::number(previous_);
-    return entries + ' ';
+    return entries + trailerEntries_ + ' ';
 }
 
 void RawPdf::end(qint64 crossReference) {

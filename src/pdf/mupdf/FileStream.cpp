@@ -2,8 +2,12 @@
 
 #include "files/FileReading.h"
 
+#include <QByteArray>
+
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <fcntl.h>
 #include <new>
 #include <sys/stat.h>
 #include <system_error>
@@ -12,14 +16,37 @@
 namespace leafwright::mupdf {
 
 FileHandle::FileHandle(const QString &path) : descriptor_(openRegularFile(path)) {
+    adopt();
+}
+
+FileHandle::FileHandle(int descriptor) : descriptor_(::fcntl(descriptor, F_DUPFD_CLOEXEC, 0)) {
+    adopt();
+}
+
+void FileHandle::adopt() {
     if (descriptor_ < 0) throw std::system_error(errno, std::generic_category());
     struct stat status = {};
-    if (::fstat(descriptor_, &status) != 0) {
-        const int failure = errno;
-        ::close(descriptor_);
-        throw std::system_error(failure, std::generic_category());
+    bool readable = ::fstat(descriptor_, &status) == 0;
+    if (readable) {
+        size_ = status.st_size;
+        readable = findHeader();
     }
-    size_ = status.st_size;
+    if (readable) return;
+    const int failure = errno;
+    ::close(descriptor_);
+    throw std::system_error(failure, std::generic_category());
+}
+
+/// Readers look for the header in the first 1024 bytes; so do we. @return whether they could be read
+bool FileHandle::findHeader() {
+    constexpr qsizetype searched = 1024;
+    QByteArray text(searched, Qt::Uninitialized);
+    const qint64 count = readAt(0, text.data(), text.size());
+    if (count < 0) return false;
+    text.truncate(count);
+    start_ = std::max<qint64>(0, text.indexOf("%PDF-"));
+    size_ -= start_;
+    return true;
 }
 
 FileHandle::~FileHandle() {
@@ -29,7 +56,7 @@ FileHandle::~FileHandle() {
 qint64 FileHandle::readAt(qint64 offset, void *data, qint64 length) const {
     ssize_t count = 0;
     do {
-        count = ::pread(descriptor_, data, static_cast<size_t>(length), offset);
+        count = ::pread(descriptor_, data, static_cast<size_t>(length), start_ + offset);
     } while (count < 0 && errno == EINTR);
     return count;
 }

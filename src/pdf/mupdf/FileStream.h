@@ -10,22 +10,36 @@ namespace leafwright::mupdf {
 
 /// A file that is kept open, and read at explicit offsets so that any number of streams share it.
 /// Never mapped into memory: another program may truncate it.
+///
+/// What stands in front of the header ("%PDF-") is passed over: all offsets count from there, as the offsets
+/// in the file do (ISO 32000-1, 7.5.2 and annex H.3.4.1).
 class FileHandle {
 public:
     /// Opens a regular file for reading. Throws std::system_error when the system refuses.
     explicit FileHandle(const QString &path);
+    /// A regular file that is open for reading already; the caller keeps its descriptor.
+    explicit FileHandle(int descriptor);
     ~FileHandle();
     FileHandle(const FileHandle &) = delete;
     FileHandle &operator=(const FileHandle &) = delete;
 
     /// The size in bytes when it was opened.
     qint64 size() const { return size_; }
+    /// How many bytes stand in front of the header; `size()` is without them.
+    qint64 start() const { return start_; }
+    /// For the system's own means of copying, by the offsets of the system.
+    int descriptor() const { return descriptor_; }
     /// Reads up to `length` bytes. Returns how many, 0 at the end, -1 with errno set on failure.
     qint64 readAt(qint64 offset, void *data, qint64 length) const;
 
 private:
+    /// Takes the descriptor over.
+    void adopt();
+    bool findHeader();
+
     int descriptor_;
     qint64 size_ = 0;
+    qint64 start_ = 0;
 };
 
 /// A MuPDF stream over the file, with a position and buffer of its own. Owned by the caller.

@@ -1,11 +1,12 @@
 #include "pdf/mupdf/FileWriter.h"
 
 #include "pdf/mupdf/OutlineWriter.h"
+#include "pdf/mupdf/OutputFile.h"
+#include "pdf/mupdf/OwnSection.h"
+#include "pdf/mupdf/WholeFileWriter.h"
+#include "pdf/mupdf/WrittenFile.h"
 
-#include <QCoreApplication>
-
-#include <cerrno>
-#include <system_error>
+#include <QSet>
 
 namespace leafwright::mupdf {
 
@@ -35,115 +36,77 @@ private:
     int reported_ = 0;
 };
 
-/// Where MuPDF writes to: the output file, which may already hold the original bytes.
-struct Sink {
-    QIODevice &out;
-    qint64 position;
-    PageProgress &progress;
-    std::shared_ptr<const FileHandle> original;
-    bool failed = false;
-};
-
-void writeToSink(fz_context *ctx, void *state, const void *data, size_t length) {
-    auto *sink = static_cast<Sink *>(state);
-    const auto size = static_cast<qint64>(length);
-    sink->failed = sink->failed || sink->out.write(static_cast<const char *>(data), size) != size;
-    if (sink->failed) fz_throw(ctx, FZ_ERROR_GENERIC, "write error");
-    sink->position += size;
-    sink->progress.reached(sink->position);
+/// What the new section's trailer takes over from the one before: all but what tells where that has its
+/// objects (ISO 32000-1, 7.5.6 and 7.5.8.2).
+DictionarySyntax trailerToGoOnWith(Reader &reader) {
+    static const QSet<QByteArray> own{"Size",  "Prev",    "XRefStm",      "Type", "W",
+                                      "Index", "Length",  "DecodeParms",  "DP",   "Filter",
+                                      "F",     "FFilter", "FDecodeParms", "DL",   ownSectionKey};
+    const ObjectSource source(reader);
+    const Object old = reader.trailer();
+    DictionarySyntax trailer;
+    for (int i = 0; i < old.size(); ++i)
+        if (!own.contains(old.keyAt(i))) trailer.set(old.keyAt(i), source.spelled(old.valueAt(i)));
+    return trailer;
 }
 
-int64_t positionInSink(fz_context * /*ctx*/, void *state) {
-    return static_cast<Sink *>(state)->position;
+/// What has to stand between the original and what is appended to it.
+QByteArray separatorBehind(const FileHandle &file, qint64 end) {
+    char last = 0;
+    return file.readAt(end - 1, &last, 1) == 1 && last == '\n' ? "" : "\n";
 }
 
-/// MuPDF only ever asks to go on where the original ends, which is where an appending sink stands.
-void seekInSink(fz_context *ctx, void *state, int64_t offset, int whence) {
-    const bool stays = whence == SEEK_END ? offset == 0 : offset == static_cast<Sink *>(state)->position;
-    if (!stays) fz_throw(ctx, FZ_ERROR_GENERIC, "the output can only grow");
-}
+/// Xref streams came with this version, and with them room for offsets of any size.
+constexpr int versionOfStreams = 15;
 
-void truncateSink(fz_context * /*ctx*/, void * /*state*/) {
-    // There is never anything behind the position.
-}
-
-/// MuPDF compares what is in the output with the original before it appends, and copies it there if it
-/// differs. What is in the output is the original, just copied; so the original is shown to it.
-fz_stream *contentOfSink(fz_context *ctx, void *state) {
-    return openFileStream(ctx, static_cast<Sink *>(state)->original);
-}
-
-/// MuPDF does not append to a file that has cross-reference sections of both kinds, because it would not
-/// know which to write. Either will do (ISO 32000-1, 7.5.8.4): we go on with the kind of the newest.
-void settleOnOneKindOfXref(Reader &reader) {
+void append(Reader &reader, const PDFOutline &root, OutputFile &out) {
+    using CrossReference = SectionWriter::CrossReference;
+    const FileHandle &file = *reader.file();
+    const OwnSection original = findOwnSection(reader).value_or(
+        OwnSection{file.size(), sizeOf(reader), reader.document()->startxref});
+    out.copyFrom(file, file.start() + original.begin);
+    SectionWriter section(out, file.start(), separatorBehind(file, original.begin));
+    OutlineWriter writer(
+        reader, [&section](const NewObject &object) { section.add(object); }, original);
+    writer.writeEntries(root);
+    // A file may have sections of both kinds (ISO 32000-1, 7.5.8.4): we go on with the kind of the newest.
     const bool newestIsStream = reader.trailer().get(PDF_NAME(Type)).toName() == "XRef";
-    reader.document()->has_xref_streams = newestIsStream ? 1 : 0;
-    reader.document()->has_old_style_xrefs = newestIsStream ? 0 : 1;
-}
-
-void writeChanges(Reader &reader, Sink &sink, bool append) {
+    const bool asStream = newestIsStream || !section.tableIsWideEnough();
     fz_context *ctx = reader.context();
-    if (append) settleOnOneKindOfXref(reader);
-    pdf_write_options options = pdf_default_write_options;
-    options.do_incremental = append ? 1 : 0;
-    options.dont_regenerate_id = 1;
-    fz_output *output =
-        guarded(ctx, [&] { return fz_new_output(ctx, 1 << 16, &sink, writeToSink, nullptr, nullptr); });
-    output->tell = positionInSink;
-    output->seek = seekInSink;
-    output->truncate = truncateSink;
-    output->as_stream = contentOfSink;
-    try {
-        guarded(ctx, [&] {
-            pdf_write_document(ctx, reader.document(), output, &options);
-            fz_close_output(ctx, output);
-        });
-    } catch (const Error &) {
-        fz_drop_output(ctx, output);
-        throw;
+    const int version = guarded(ctx, [&] { return pdf_version(ctx, reader.document()); });
+    const bool raisesVersion =
+        writer.hasChanges() && asStream && !newestIsStream && version < versionOfStreams;
+    writer.writeCatalog(raisesVersion ? "1.5" : QByteArray());
+    if (!writer.hasChanges()) {
+        out.restart();
+        out.copyFrom(file, file.start() + file.size());
+        return;
     }
-    fz_drop_output(ctx, output);
-}
-
-std::optional<QString> copyOriginal(const FileHandle &file, QIODevice &out, PageProgress &progress) {
-    std::vector<char> buffer(1 << 16);
-    for (qint64 offset = 0; offset < file.size();) {
-        const qint64 count =
-            file.readAt(offset, buffer.data(), std::min<qint64>(file.size() - offset, std::ssize(buffer)));
-        if (count < 0) return QString::fromLocal8Bit(std::generic_category().message(errno).c_str());
-        if (count == 0) {
-            return QCoreApplication::translate("FileWriter", "the original was cut short by another program");
-        }
-        if (out.write(buffer.data(), count) != count) return out.errorString();
-        offset += count;
-        progress.reached(offset);
-    }
-    return std::nullopt;
+    DictionarySyntax trailer = trailerToGoOnWith(reader);
+    trailer.set("Root", writer.catalogReference());
+    section.end(asStream ? CrossReference::Stream : CrossReference::Table, std::move(trailer),
+                original.previous, original.size, writer.size());
 }
 
 }  // namespace
 
-std::optional<PDFError> writeWithOutline(Reader &reader, const PDFOutline &root, QIODevice &out,
-                                         const std::function<void(int)> &progress) {
-    const auto failure = [](const QString &reason) { return PDFError{PDFError::Kind::WriteFailed, reason}; };
-    const FileHandle &file = *reader.file();
-    PageProgress pages(reader.pages().count(), file.size(), progress);
-    installOutline(reader, root);
-    // Asked after the outline is in: the reading it took may have brought damage to light.
-    const bool append = !reader.wasRepaired();
-    Sink sink{out, 0, pages, reader.file()};
-    if (append) {
-        if (const auto reason = copyOriginal(file, out, pages)) return failure(*reason);
-        sink.position = file.size();
-    }
+void writeWithOutline(Reader &reader, const PDFOutline &root, int descriptor,
+                      const std::function<void(int)> &progress) {
+    PageProgress pages(reader.pages().count(), reader.file()->size(), progress);
+    OutputFile out(descriptor, [&pages](qint64 bytes) { pages.reached(bytes); });
     try {
-        writeChanges(reader, sink, append);
+        if (!reader.wasRepaired()) append(reader, root, out);
     } catch (const Error &) {
-        if (sink.failed) return failure(out.errorString());
-        throw;
+        if (!reader.wasRepaired()) throw;
     }
+    // Asked again: the reading that it took may have brought damage to light.
+    if (reader.wasRepaired()) {
+        out.restart();
+        writeWhole(reader, root, out);
+    }
+    out.flush();
+    expectAsWritten(descriptor, reader.pages(), root);
     pages.finish();
-    return std::nullopt;
 }
 
 }  // namespace leafwright::mupdf

@@ -74,13 +74,17 @@ public:
         return mupdf::readOutline(*reader);
     }
 
-    std::optional<PDFError> write(const PDFOutline &root, QIODevice &out,
+    std::optional<PDFError> write(const PDFOutline &root, int descriptor,
                                   const std::function<void(int)> &progress) const override {
         try {
             // A reader of its own, gone after the write: the next write starts from the original again.
             Reader reader(file_);
             reader.setPages(pages_);
-            return writeWithOutline(reader, root, out, progress);
+            writeWithOutline(reader, root, descriptor, progress);
+            return std::nullopt;
+        } catch (const std::system_error &error) {
+            return PDFError{PDFError::Kind::WriteFailed,
+                            QString::fromLocal8Bit(error.code().message().c_str())};
         } catch (const Error &error) {
             return PDFError{PDFError::Kind::WriteFailed, QString::fromUtf8(error.what())};
         }

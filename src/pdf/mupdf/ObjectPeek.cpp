@@ -1,34 +1,14 @@
 #include "pdf/mupdf/ObjectPeek.h"
 
-#include <charconv>
-
 namespace leafwright::mupdf {
-
-namespace {
-
-/// Reads the next integer behind white space. @return whether there is one
-bool readInteger(const char *&position, const char *end, int &value) {
-    while (position < end &&
-           (*position == '\0' || *position == ' ' || (*position >= '\t' && *position <= '\r')))
-        ++position;
-    const auto [next, error] = std::from_chars(position, end, value);
-    position = next;
-    return error == std::errc() && value >= 0;
-}
-
-}  // namespace
-
-ObjectPeek::~ObjectPeek() {
-    close();
-}
 
 Object ObjectPeek::object(const Object &reference) {
     const int number = reference.objectNumber();
     const int stream = number != 0 ? streamOf(number) : 0;
     if (stream == 0 || (stream != openStream_ && !open(stream))) return reference;
-    const auto offset = offsets_.constFind(number);
-    if (offset == offsets_.constEnd()) return reference;
-    Object object = parse(*offset);
+    const QByteArrayView text = stream_->textFrom(number);
+    if (text.isEmpty()) return reference;
+    Object object = parse(text);
     return object ? object : reference;
 }
 
@@ -42,58 +22,29 @@ int ObjectPeek::streamOf(int objectNumber) const {
 }
 
 bool ObjectPeek::open(int streamNumber) {
-    close();
+    stream_.reset();
+    openStream_ = 0;
     if (seenStreams_.contains(streamNumber)) return false;
     seenStreams_.insert(streamNumber);
-    fz_context *ctx = reader_.context();
-    pdf_document *doc = reader_.document();
-    int count = 0;
-    int first = 0;
     try {
-        content_ = guarded(ctx, [&] {
-            pdf_obj *dictionary = pdf_load_object(ctx, doc, streamNumber);
-            count = pdf_dict_get_int(ctx, dictionary, PDF_NAME(N));
-            first = pdf_dict_get_int(ctx, dictionary, PDF_NAME(First));
-            pdf_drop_obj(ctx, dictionary);
-            return pdf_load_stream_number(ctx, doc, streamNumber);
-        });
+        stream_ = std::make_unique<ObjectStream>(reader_, streamNumber);
     } catch (const Error &) {
         return false;  // MuPDF will find out what is wrong with it
     }
     openStream_ = streamNumber;
-    unsigned char *data = nullptr;
-    const size_t size = fz_buffer_storage(ctx, content_, &data);
-    const QByteArrayView text(data, static_cast<qsizetype>(size));
-    const char *position = text.begin();
-    const char *const end = text.end();
-    int number = 0;
-    int offset = 0;
-    for (int i = 0; i < count && readInteger(position, end, number) && readInteger(position, end, offset);
-         ++i) {
-        const qsizetype at = qsizetype{first} + offset;
-        if (at >= 0 && at < static_cast<qsizetype>(size)) offsets_.insert(number, at);
-    }
     return true;
 }
 
-void ObjectPeek::close() {
-    fz_drop_buffer(reader_.context(), content_);
-    content_ = nullptr;
-    openStream_ = 0;
-    offsets_.clear();
-}
-
-Object ObjectPeek::parse(qsizetype offset) {
+Object ObjectPeek::parse(QByteArrayView text) {
     fz_context *ctx = reader_.context();
-    unsigned char *data = nullptr;
-    const size_t size = fz_buffer_storage(ctx, content_, &data);
+    const auto *data = reinterpret_cast<const unsigned char *>(text.data());
     pdf_lexbuf lexbuf;
     pdf_lexbuf_init(ctx, &lexbuf, PDF_LEXBUF_SMALL);
     fz_stream *stream = nullptr;
     pdf_obj *raw = nullptr;
     try {
         raw = guarded(ctx, [&] {
-            stream = fz_open_memory(ctx, data + offset, size - static_cast<size_t>(offset));
+            stream = fz_open_memory(ctx, data, static_cast<size_t>(text.size()));
             return pdf_parse_stm_obj(ctx, reader_.document(), stream, &lexbuf);
         });
     } catch (const Error &) {

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "pdf/mupdf/Reader.h"
+#include "pdf/mupdf/ObjectStream.h"
 
-#include <QHash>
 #include <QSet>
 
 namespace leafwright::mupdf {
@@ -14,9 +13,6 @@ namespace leafwright::mupdf {
 class ObjectPeek {
 public:
     explicit ObjectPeek(Reader &reader) : reader_(reader) {}
-    ~ObjectPeek();
-    ObjectPeek(const ObjectPeek &) = delete;
-    ObjectPeek &operator=(const ObjectPeek &) = delete;
 
     /// What a reference leads to. Anything but an object of an intact object stream is read by MuPDF, and
     /// so is an object of a stream that we have left behind: no stream is unpacked twice.
@@ -26,13 +22,11 @@ private:
     /// The number of the object stream that holds an object; 0 for one that stands by itself or is loaded.
     int streamOf(int objectNumber) const;
     bool open(int streamNumber);
-    void close();
-    Object parse(qsizetype offset);
+    Object parse(QByteArrayView text);
 
     Reader &reader_;
-    fz_buffer *content_ = nullptr;  ///< The open stream's, unpacked.
+    std::unique_ptr<ObjectStream> stream_;  ///< The open one.
     int openStream_ = 0;
-    QHash<int, qsizetype> offsets_;  ///< By object number, in the open stream.
     QSet<int> seenStreams_;
 };
 

@@ -15,11 +15,42 @@ struct Siblings {
     Object next;
 };
 
+OutlineEntry::Action readAction(const Object &action) {
+    const QByteArray type = action.get(PDF_NAME(S)).toName();
+    if (type.isEmpty()) return {};
+    OutlineEntry::Action read{QString::fromUtf8(type), QString()};
+    if (type == "URI") read.target = QString::fromUtf8(action.get(PDF_NAME(URI)).toBytes());
+    if (type == "GoToR") {
+        // A file is told by its name or by a dictionary (ISO 32000-1, 7.11).
+        const Object file = action.get(PDF_NAME(F));
+        const Object unicodeName = file.get(PDF_NAME(UF));
+        const Object name = !file.isDict() ? file : unicodeName ? unicodeName : file.get(PDF_NAME(F));
+        read.target = decodeTextString(name.toBytes());
+    }
+    return read;
+}
+
+std::optional<OutlineEntry::Color> readColor(const Object &color) {
+    if (!color.isArray() || color.size() != 3) return std::nullopt;
+    return OutlineEntry::Color{color.at(0).toNumber(), color.at(1).toNumber(), color.at(2).toNumber()};
+}
+
+OutlineEntry readWhatElse(const Object &entry) {
+    constexpr int italicFlag = 1;
+    constexpr int boldFlag = 2;
+    const int flags = entry.get(PDF_NAME(F)).toInt();
+    return {.number = entry.objectNumber(),
+            .bold = (flags & boldFlag) != 0,
+            .italic = (flags & italicFlag) != 0,
+            .open = entry.get(PDF_NAME(Count)).toInt() > 0,
+            .color = readColor(entry.get(PDF_NAME(C))),
+            .action = readAction(entry.get(PDF_NAME(A)))};
+}
+
 std::unique_ptr<PDFOutline> readEntry(const Object &entry, DestinationReader &destinations) {
     auto outline = std::make_unique<PDFOutline>(decodeTextString(entry.get(PDF_NAME(Title)).toBytes()));
     outline->setDestination(destinations.of(entry));
-    if (!outline->destination() && entry.get(PDF_NAME(A)).isDict())
-        outline->setForeignEntry(entry.objectNumber());
+    outline->setEntry(readWhatElse(entry));
     return outline;
 }
 
@@ -27,9 +58,11 @@ std::unique_ptr<PDFOutline> readEntry(const Object &entry, DestinationReader &de
 
 std::unique_ptr<PDFOutline> readOutline(Reader &reader) {
     auto root = std::make_unique<PDFOutline>();
+    const Object outlines = reader.catalog().get(PDF_NAME(Outlines));
+    if (outlines.isDict()) root->setEntry({.number = outlines.objectNumber()});
     DestinationReader destinations(reader);
     QSet<int> visited;
-    std::vector<Siblings> open{{root.get(), reader.catalog().get(PDF_NAME(Outlines)).get(PDF_NAME(First))}};
+    std::vector<Siblings> open{{root.get(), outlines.get(PDF_NAME(First))}};
     while (!open.empty()) {
         const Object entry = open.back().next;
         const int number = entry.objectNumber();

@@ -1,154 +1,240 @@
 #include "pdf/mupdf/OutlineWriter.h"
 
+#include "pdf/ObjectSyntax.h"
 #include "pdf/TextString.h"
-
-#include <cmath>
+#include "pdf/mupdf/OutlineReader.h"
 
 namespace leafwright::mupdf {
 
 namespace {
 
-/// An entry with the object numbers that it is linked by; 0 for none.
-struct Numbered {
-    const PDFOutline *entry;
-    int number;
-    int parent;
-    int previous = 0;
-    int next = 0;
-    int first = 0;
-    int last = 0;
-};
+// The bits of an entry's /F (ISO 32000-1, table 154).
+constexpr int italicFlag = 1;
+constexpr int boldFlag = 2;
 
-/// A coordinate that every reader can read. MuPDF writes a large one without a decimal point, and readers
-/// that take it for an integer lose the whole entry, and with it all behind it, when it is too large for one.
-double writableCoordinate(double value) {
-    constexpr double farthest = 1e9;
-    return std::isnan(value) ? 0 : std::clamp(value, -farthest, farthest);
+/// Gives a key a value, unless it has that already, however it is spelled.
+void setValue(DictionarySyntax &dictionary, const QByteArray &key, const QByteArray &value) {
+    if (dictionary.value(key).simplified() != value) dictionary.set(key, value);
 }
 
-/// Gives every entry below the root an object number: siblings in a row, parents before their children.
-std::vector<Numbered> number(Reader &reader, const PDFOutline &root) {
-    fz_context *ctx = reader.context();
-    pdf_document *doc = reader.document();
-    const auto newNumber = [&] { return guarded(ctx, [&] { return pdf_create_object(ctx, doc); }); };
-    std::vector<Numbered> entries{{&root, newNumber(), 0}};
-    for (size_t i = 0; i < entries.size(); ++i) {
-        const PDFOutline &parent = *entries[i].entry;
-        for (int k = 0; k < parent.numberOfChildren(); ++k) {
-            Numbered child{&parent.childAtIndex(k), newNumber(), entries[i].number};
-            if (k == 0) {
-                entries[i].first = child.number;
-            } else {
-                child.previous = entries.back().number;
-                entries.back().next = child.number;
-            }
-            entries[i].last = child.number;
-            entries.push_back(child);
-        }
-    }
-    return entries;
+QByteArray colorSyntax(const OutlineEntry::Color &color) {
+    return '[' + numberSyntax(color[0]) + ' ' + numberSyntax(color[1]) + ' ' + numberSyntax(color[2]) + ']';
 }
 
-class Writer {
-public:
-    explicit Writer(Reader &reader) : reader_(reader), ctx_(reader.context()), doc_(reader.document()) {}
-
-    void write(const Numbered &numbered, bool isRoot) const {
-        const PDFOutline &entry = *numbered.entry;
-        const int children = entry.numberOfChildren();
-        const Object dictionary = newDictionary(isRoot ? 4 : 8);
-        if (isRoot) {
-            put([&] { pdf_dict_put(ctx_, dictionary.get(), PDF_NAME(Type), PDF_NAME(Outlines)); });
-        } else {
-            const QByteArray title = encodeTextString(entry.label());
-            put([&] {
-                pdf_dict_put_string(ctx_, dictionary.get(), PDF_NAME(Title), title.constData(),
-                                    static_cast<size_t>(title.size()));
-            });
-            putTarget(dictionary, entry);
-        }
-        putReference(dictionary, PDF_NAME(Parent), numbered.parent);
-        putReference(dictionary, PDF_NAME(Prev), numbered.previous);
-        putReference(dictionary, PDF_NAME(Next), numbered.next);
-        putReference(dictionary, PDF_NAME(First), numbered.first);
-        putReference(dictionary, PDF_NAME(Last), numbered.last);
-        // Negative for a closed entry; the root counts what is visible: its own children.
-        if (isRoot || children > 0) {
-            put([&] {
-                pdf_dict_put_int(ctx_, dictionary.get(), PDF_NAME(Count), isRoot ? children : -children);
-            });
-        }
-        put([&] { pdf_update_object(ctx_, doc_, numbered.number, dictionary.get()); });
-    }
-
-    void setCatalogOutline(int rootNumber) const {
-        const Object catalog = reader_.catalog();
-        if (!catalog.isDict()) throw Error("the file has no catalog");
-        putReference(catalog, PDF_NAME(Outlines), rootNumber);
-    }
-
-private:
-    template <typename Body>
-    void put(Body &&body) const {
-        guarded(ctx_, std::forward<Body>(body));
-    }
-
-    Object newDictionary(int capacity) const {
-        pdf_obj *raw = guarded(ctx_, [&] { return pdf_new_dict(ctx_, doc_, capacity); });
-        Object object(ctx_, raw);
-        pdf_drop_obj(ctx_, raw);
-        return object;
-    }
-
-    void putReference(const Object &dictionary, pdf_obj *key, int number) const {
-        if (number == 0) return;
-        put([&] { pdf_dict_put_drop(ctx_, dictionary.get(), key, pdf_new_indirect(ctx_, doc_, number, 0)); });
-    }
-
-    void putTarget(const Object &dictionary, const PDFOutline &entry) const {
-        if (const auto &destination = entry.destination()) {
-            putDestination(dictionary, *destination);
-        } else if (const int foreign = entry.foreignEntry()) {
-            pdf_obj *raw = guarded(ctx_, [&] { return pdf_new_indirect(ctx_, doc_, foreign, 0); });
-            const Object action = Object(ctx_, raw).get(PDF_NAME(A));
-            pdf_drop_obj(ctx_, raw);
-            if (action) put([&] { pdf_dict_put(ctx_, dictionary.get(), PDF_NAME(A), action.get()); });
-        }
-    }
-
-    void putDestination(const Object &dictionary, const PDFDestination &destination) const {
-        if (destination.pageIndex < 0 || destination.pageIndex >= reader_.pages().count()) return;
-        const Object page = reader_.page(destination.pageIndex);
-        const double x = writableCoordinate(destination.point.x());
-        const double y = writableCoordinate(destination.point.y());
-        put([&] {
-            pdf_obj *array = pdf_dict_put_array(ctx_, dictionary.get(), PDF_NAME(Dest), 5);
-            // A page that is no object of its own can only be told by its index.
-            if (page.isIndirect()) {
-                pdf_array_push(ctx_, array, page.get());
-            } else {
-                pdf_array_push_int(ctx_, array, destination.pageIndex);
-            }
-            pdf_array_push(ctx_, array, PDF_NAME(XYZ));
-            pdf_array_push_real(ctx_, array, x);
-            pdf_array_push_real(ctx_, array, y);
-            pdf_array_push(ctx_, array, PDF_NULL);
-        });
-    }
-
-    Reader &reader_;
-    fz_context *ctx_;
-    pdf_document *doc_;
-};
+/// The action, where it is of a kind that can be made anew; else nothing.
+QByteArray actionSyntax(const OutlineEntry::Action &action) {
+    if (action.type == QLatin1String("URI"))
+        return "<</S /URI /URI " + stringSyntax(action.target.toUtf8()) + ">>";
+    if (action.type == QLatin1String("GoToR"))
+        return "<</S /GoToR /F " + stringSyntax(encodeTextString(action.target)) + " /D [0 /Fit]>>";
+    return {};
+}
 
 }  // namespace
 
-void installOutline(Reader &reader, const PDFOutline &root) {
-    const Writer writer(reader);
-    const std::vector<Numbered> entries = number(reader, root);
-    for (size_t i = 0; i < entries.size(); ++i)
-        writer.write(entries[i], i == 0);
-    writer.setCatalogOutline(entries.front().number);
+OutlineWriter::OutlineWriter(Reader &reader, ObjectSink put, const OwnSection &original)
+    : reader_(reader),
+      source_(reader),
+      put_(std::move(put)),
+      end_(original.begin),
+      next_(original.size),
+      size_(original.size),
+      catalog_(reader.catalog().objectNumber()) {
+    if (!reader.catalog().isDict()) throw Error("the file has no catalog");
+    inFile_ = readOutline(reader);
+    originals_ = listedEntries(*inFile_);
+    linkEntries(originals_);
+    for (qsizetype i = 0; i < std::ssize(originals_); ++i) {
+        const int number = originals_[static_cast<size_t>(i)].number;
+        if (number != 0 && !originalIndex_.contains(number)) originalIndex_.insert(number, i);
+    }
+}
+
+void OutlineWriter::writeEntries(const PDFOutline &root) {
+    std::vector<LinkedEntry> entries = listedEntries(root);
+    const std::vector<int> sources = sourcesOf(entries);
+    number(entries, sources);
+    linkEntries(entries);
+    root_ = entries.front().number;
+    for (size_t i = 0; i < entries.size(); ++i) {
+        const LinkedEntry &entry = entries[i];
+        const bool stays = entry.number == sources[i];
+        const qsizetype original = stays ? originalIndex_.value(sources[i], -1) : -1;
+        if (original >= 0 && isAsInFile(entry, originals_[static_cast<size_t>(original)])) {
+            putAgain(entry.number);
+        } else {
+            put(entry.number, spelled(entry, sources[i]));
+        }
+    }
+}
+
+/// The object numbers of the entries that the entries stand for; 0 for new ones. The root stands for the
+/// file's.
+std::vector<int> OutlineWriter::sourcesOf(const std::vector<LinkedEntry> &entries) const {
+    std::vector<int> sources;
+    sources.reserve(entries.size());
+    const int root = originals_.front().number;
+    for (const LinkedEntry &entry : entries) {
+        const bool isRoot = entry.parentIndex < 0;
+        const bool isKnown = entry.number != root && originalIndex_.contains(entry.number);
+        sources.push_back(isRoot ? root : isKnown ? entry.number : 0);
+    }
+    return sources;
+}
+
+/// Lets each entry have the number of the one that it stands for, where nobody has it before; all others get
+/// new ones.
+void OutlineWriter::number(std::vector<LinkedEntry> &entries, const std::vector<int> &sources) {
+    QSet<int> taken;
+    if (catalog_ != 0) taken.insert(catalog_);
+    for (size_t i = 0; i < entries.size(); ++i) {
+        const int source = sources[i];
+        const bool keeps = source != 0 && !taken.contains(source) && mayKeep(source);
+        entries[i].number = keeps ? source : 0;
+        if (keeps) taken.insert(source);
+    }
+    for (LinkedEntry &entry : entries) {
+        while (entry.number == 0 && taken.contains(next_))
+            ++next_;
+        if (entry.number == 0) entry.number = next_++;
+        size_ = std::max(size_, entry.number + 1);
+    }
+    size_ = std::max(size_, catalog_ + 1);
+    if (size_ > PDF_MAX_OBJECT_NUMBER) throw Error("the file has too many objects");
+}
+
+/// Whether an object is nothing but an entry, so that writing it changes nothing else in the file.
+bool OutlineWriter::mayKeep(int number) const {
+    fz_context *ctx = reader_.context();
+    const bool isStream =
+        guarded(ctx, [&] { return pdf_obj_num_is_stream(ctx, reader_.document(), number); }) != 0;
+    return !isStream && number != catalog_ && reader_.pages().indexOf(number) < 0;
+}
+
+Object OutlineWriter::objectOf(int number) const {
+    fz_context *ctx = reader_.context();
+    pdf_obj *raw = guarded(ctx, [&] { return pdf_new_indirect(ctx, reader_.document(), number, 0); });
+    const Object object(ctx, raw);
+    pdf_drop_obj(ctx, raw);
+    return object;
+}
+
+bool OutlineWriter::isAsInFile(const LinkedEntry &entry, const LinkedEntry &original) const {
+    const PDFOutline &now = *entry.entry;
+    const PDFOutline &before = *original.entry;
+    if (entry.links != original.links || entry.count() != original.count()) return false;
+    if (entry.parentIndex >= 0 &&
+        (now.label() != before.label() || now.destination() != before.destination() ||
+         now.entry() != before.entry()))
+        return false;
+    // Links that lead back, or to what is no entry, were passed over in reading.
+    const Object object = objectOf(entry.number);
+    return object.get(PDF_NAME(First)).objectNumber() == entry.links.first &&
+           object.get(PDF_NAME(Next)).objectNumber() == entry.links.next;
+}
+
+DictionarySyntax OutlineWriter::spelled(const LinkedEntry &entry, int source) {
+    const qsizetype index = source != 0 ? originalIndex_.value(source, -1) : -1;
+    const LinkedEntry *original = index >= 0 ? &originals_[static_cast<size_t>(index)] : nullptr;
+    const PDFOutline none;
+    const PDFOutline &before = original ? *original->entry : none;
+    const PDFOutline &now = *entry.entry;
+    DictionarySyntax dictionary;
+    if (original) dictionary = source_.dictionary(objectOf(source));
+    if (entry.parentIndex < 0) {
+        setValue(dictionary, "Type", "/Outlines");
+    } else {
+        if (!original || now.label() != before.label())
+            dictionary.set("Title", stringSyntax(encodeTextString(now.label())));
+        const bool leadsThere = now.destination() == before.destination() &&
+                                (now.destination() || now.entry().action == before.entry().action);
+        if (!leadsThere) setTarget(dictionary, now);
+        setStyle(dictionary, now.entry(), before.entry());
+    }
+    setLinks(dictionary, entry, original);
+    return dictionary;
+}
+
+void OutlineWriter::setTarget(DictionarySyntax &dictionary, const PDFOutline &entry) {
+    dictionary.remove("Dest");
+    dictionary.remove("A");
+    const auto &destination = entry.destination();
+    const QByteArray target = destination ? spelled(*destination) : actionSyntax(entry.entry().action);
+    if (!target.isEmpty()) dictionary.set(destination ? "Dest" : "A", target);
+}
+
+QByteArray OutlineWriter::spelled(const PDFDestination &destination) {
+    const PageTree &pages = reader_.pages();
+    if (destination.pageIndex < 0 || destination.pageIndex >= pages.count()) return {};
+    const int number = pages.numberOf(destination.pageIndex);
+    // A page that is no object of its own can only be told by its index.
+    const QByteArray page =
+        number != 0 ? source_.reference(number) : QByteArray::number(destination.pageIndex);
+    return '[' + page + " /XYZ " + numberSyntax(destination.point.x()) + ' ' +
+           numberSyntax(destination.point.y()) + " null]";
+}
+
+void OutlineWriter::setStyle(DictionarySyntax &dictionary, const OutlineEntry &entry,
+                             const OutlineEntry &original) {
+    if (entry.bold != original.bold || entry.italic != original.italic) {
+        const int others = dictionary.value("F").toInt() & ~(italicFlag | boldFlag);
+        const int flags = others | (entry.italic ? italicFlag : 0) | (entry.bold ? boldFlag : 0);
+        dictionary.set("F", QByteArray::number(flags));
+    }
+    if (entry.color == original.color) return;
+    dictionary.remove("C");
+    if (entry.color) dictionary.set("C", colorSyntax(*entry.color));
+}
+
+void OutlineWriter::setLinks(DictionarySyntax &dictionary, const LinkedEntry &entry,
+                             const LinkedEntry *original) {
+    const auto link = [this, &dictionary](const QByteArray &key, int number) {
+        if (number == 0) {
+            dictionary.remove(key);
+        } else {
+            setValue(dictionary, key, source_.reference(number));
+        }
+    };
+    link("Parent", entry.links.parent);
+    link("Prev", entry.links.previous);
+    link("Next", entry.links.next);
+    link("First", entry.links.first);
+    link("Last", entry.links.last);
+    const bool isRoot = entry.parentIndex < 0;
+    if (original && original->count() == entry.count()) return;
+    if (isRoot || entry.visible > 0) {
+        dictionary.set("Count", QByteArray::number(entry.count()));
+    } else {
+        dictionary.remove("Count");
+    }
+}
+
+void OutlineWriter::put(int number, const DictionarySyntax &dictionary) {
+    hasChanges_ = true;
+    put_({number, source_.generationOf(number), dictionary.toBytes()});
+}
+
+/// Writes an object in which nothing has changed, if it is not in what is kept of the file.
+void OutlineWriter::putAgain(int number) {
+    if (source_.offsetOf(number) < end_) return;
+    put_({number, source_.generationOf(number), source_.dictionary(objectOf(number)).toBytes()});
+}
+
+void OutlineWriter::writeCatalog(const QByteArray &version) {
+    const bool leadsToRoot = reader_.catalog().get(PDF_NAME(Outlines)).objectNumber() == root_;
+    if (leadsToRoot && version.isEmpty() && catalog_ != 0) {
+        putAgain(catalog_);
+        return;
+    }
+    DictionarySyntax catalog = source_.dictionary(reader_.catalog());
+    if (!leadsToRoot) catalog.set("Outlines", source_.reference(root_));
+    if (!version.isEmpty()) catalog.set("Version", nameSyntax(version));
+    if (catalog_ == 0) catalog_ = size_++;
+    put(catalog_, catalog);
+}
+
+QByteArray OutlineWriter::catalogReference() const {
+    return source_.reference(catalog_);
 }
 
 }  // namespace leafwright::mupdf

@@ -1,0 +1,111 @@
+#include "pdf/mupdf/WholeFileWriter.h"
+
+#include "pdf/mupdf/OutlineWriter.h"
+
+#include <QCoreApplication>
+
+#include <exception>
+#include <limits>
+
+namespace leafwright::mupdf {
+
+namespace {
+
+/// MuPDF writes offsets modulo 2^32, half of them negative.
+constexpr qint64 largestFile = std::numeric_limits<qint32>::max();
+
+[[noreturn]] void throwTooLarge() {
+    throw Error(QCoreApplication::translate("WholeFileWriter",
+                                            "it is damaged, and too large (over 2 GiB) to be written new")
+                    .toStdString());
+}
+
+/// Where MuPDF writes to. C++ exceptions must not pass through MuPDF; they wait here.
+struct Sink {
+    OutputFile &out;
+    std::exception_ptr failure;
+};
+
+/// @return whether that went well
+bool writeTo(Sink &sink, QByteArrayView bytes) {
+    try {
+        sink.out.write(bytes);
+        if (sink.out.position() > largestFile) throwTooLarge();
+    } catch (...) {
+        sink.failure = std::current_exception();
+    }
+    return !sink.failure;
+}
+
+void writeToSink(fz_context *ctx, void *state, const void *data, size_t length) {
+    auto &sink = *static_cast<Sink *>(state);
+    if (!writeTo(sink, {static_cast<const char *>(data), static_cast<qsizetype>(length)}))
+        fz_throw(ctx, FZ_ERROR_GENERIC, "write error");
+}
+
+int64_t positionInSink(fz_context * /*ctx*/, void *state) {
+    return static_cast<Sink *>(state)->out.position();
+}
+
+/// Has MuPDF's copy of the document hold an object.
+void install(Reader &reader, const NewObject &object) {
+    fz_context *ctx = reader.context();
+    pdf_document *doc = reader.document();
+    const auto *bytes = reinterpret_cast<const unsigned char *>(object.syntax.constData());
+    const auto size = static_cast<size_t>(object.syntax.size());
+    fz_stream *stream = guarded(ctx, [&] { return fz_open_memory(ctx, bytes, size); });
+    pdf_lexbuf lexbuf;
+    pdf_lexbuf_init(ctx, &lexbuf, PDF_LEXBUF_SMALL);
+    const auto clean = [&] {
+        pdf_lexbuf_fin(ctx, &lexbuf);
+        fz_drop_stream(ctx, stream);
+    };
+    try {
+        guarded(ctx, [&] {
+            while (pdf_xref_len(ctx, doc) <= object.number)
+                pdf_create_object(ctx, doc);
+            pdf_obj *parsed = pdf_parse_stm_obj(ctx, doc, stream, &lexbuf);
+            pdf_update_object(ctx, doc, object.number, parsed);
+            pdf_drop_obj(ctx, parsed);
+        });
+    } catch (const Error &) {
+        clean();
+        throw;
+    }
+    clean();
+}
+
+void writeDocument(Reader &reader, Sink &sink) {
+    fz_context *ctx = reader.context();
+    pdf_write_options options = pdf_default_write_options;
+    options.dont_regenerate_id = 1;
+    fz_output *output =
+        guarded(ctx, [&] { return fz_new_output(ctx, 1 << 16, &sink, writeToSink, nullptr, nullptr); });
+    output->tell = positionInSink;
+    try {
+        guarded(ctx, [&] {
+            pdf_write_document(ctx, reader.document(), output, &options);
+            fz_close_output(ctx, output);
+        });
+    } catch (const Error &) {
+        fz_drop_output(ctx, output);
+        if (sink.failure) std::rethrow_exception(sink.failure);
+        throw;
+    }
+    fz_drop_output(ctx, output);
+}
+
+}  // namespace
+
+void writeWhole(Reader &reader, const PDFOutline &root, OutputFile &out) {
+    if (reader.file()->size() > largestFile) throwTooLarge();
+    const OwnSection all{reader.file()->size(), sizeOf(reader), 0};
+    OutlineWriter writer(
+        reader, [&reader](const NewObject &object) { install(reader, object); }, all);
+    writer.writeEntries(root);
+    writer.writeCatalog({});
+    Sink sink{out, nullptr};
+    writeDocument(reader, sink);
+}
+
+}  // namespace leafwright::mupdf

@@ -1,0 +1,279 @@
+#include "support/CliRun.h"
+#include "support/ObjectDiff.h"
+#include "support/OpenPdf.h"
+#include "support/OutlineText.h"
+#include "support/TempDir.h"
+
+#include <gmock/gmock.h>
+
+namespace leafwright {
+namespace {
+
+using test::changedKeys;
+using test::changedObjects;
+using test::contentOf;
+using test::objectsOf;
+using test::openPdf;
+using test::PdfBuilder;
+using test::runCli;
+using test::TempDir;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+std::unique_ptr<PDFOutline> copyOf(const PDFOutline &outline) {
+    auto copy = std::make_unique<PDFOutline>(outline.label());
+    copy->setDestination(outline.destination());
+    copy->setEntry(outline.entry());
+    for (int i = 0; i < outline.numberOfChildren(); ++i)
+        copy->insertChildAtIndex(copyOf(outline.childAtIndex(i)), i);
+    return copy;
+}
+
+/// An outline with all that an entry can have (ISO 32000-2, table 151 and 12.6.4), and what nobody knows.
+class KeptEntries : public testing::Test {
+protected:
+    KeptEntries() {
+        pdf.addNumberedPages(3);
+        const std::string page = pdf.pageReference(1);
+        const std::string structure = PdfBuilder::reference(pdf.addObject("<< /Type /StructElem /S /H1 >>"));
+        const std::vector<std::string> keys{
+            "/Dest [" + page + " /XYZ 72.00000001 700 1.5] /C [1 0.50000001 0] /F 3 /Private (mine)",
+            "/Dest (named) /SE " + structure,
+            "/A << /S /GoTo /D [" + page + " /FitH 500] /Next << /S /Named /N /NextPage >> >> /F 1",
+            "/A << /S /GoTo /D (named) /SD [" + structure + " /Fit] >>",
+            "/A << /S /GoToR /F (other.pdf) /D [3 /Fit] /NewWindow true >>",
+            "/A << /S /GoToE /D (there) /T << /R /C /N (file) >> >>",
+            "/A << /S /GoToDp /Dp << /Type /DPart >> >>",
+            "/A << /S /Launch /F (program) >>",
+            "/A << /S /Thread /D 0 >>",
+            "/A << /S /URI /URI (about:blank) /IsMap false /Next [<< /S /URI /URI (b) >>] >> /C [0 0 1]",
+            "/A << /S /Sound /Volume 0.50000000001 >>",
+            "/A << /S /Movie /T (film) >>",
+            "/A << /S /Hide /T (field) /H false >>",
+            "/A << /S /Named /N /LastPage >> /F 2",
+            "/A << /S /SubmitForm /F (about:blank) /Flags 4 >>",
+            "/A << /S /ResetForm >>",
+            "/A << /S /ImportData /F (data.fdf) >>",
+            "/A << /S /SetOCGState /State [/ON] >>",
+            "/A << /S /Rendition /OP 0 >>",
+            "/A << /S /Trans /Trans << /S /Wipe >> >>",
+            "/A << /S /GoTo3DView /V /F >>",
+            "/A << /S /JavaScript /JS (app.beep\\(\\)) >>",
+            "/A << /S /RichMediaExecute /CMD << /C (play) >> >>",
+            "/Private << /Nested [ null 1.10 (x) ] >> /PieceInfo << >>"};
+        pdf.setCatalogEntry("/Dests", "<< /Unused [" + page + " /Fit] >>");
+        pdf.setCatalogEntry("/Names", "<< /Dests << /Names [(named) [" + page + " /XYZ 10 20 null]] >> >>");
+        addEntries(keys);
+        pdf.save(in);
+    }
+
+    /// Entries "0", "1", ... in a row, of which the last has two more below it and is open.
+    void addEntries(const std::vector<std::string> &keys) {
+        const auto count = static_cast<int>(keys.size());
+        const int root = pdf.addObject("null");
+        std::vector<int> entries;
+        for (int i = 0; i < count + 2; ++i)
+            entries.push_back(pdf.addObject("null"));
+        const auto link = [&](const char *key, int number) {
+            return std::string(key) + ' ' + PdfBuilder::reference(number) + ' ';
+        };
+        for (int i = 0; i < count; ++i) {
+            const auto at = static_cast<size_t>(i);
+            std::string links = link("/Parent", root);
+            if (i > 0) links += link("/Prev", entries[at - 1]);
+            if (i + 1 < count) links += link("/Next", entries[at + 1]);
+            if (i + 1 == count)
+                links += link("/First", entries[at + 1]) + link("/Last", entries[at + 2]) + "/Count 2";
+            pdf.replaceObject(entries[at],
+                              "<< /Title <FEFF" +
+                                  QByteArray::number(0x30 + i, 16).rightJustified(4, '0').toStdString() +
+                                  "> " + links + ' ' + keys[at] + " >>");
+        }
+        const auto last = static_cast<size_t>(count - 1);
+        pdf.replaceObject(entries[last + 1], "<< /Title (a) " + link("/Parent", entries[last]) +
+                                                 link("/Next", entries[last + 2]) + " >>");
+        pdf.replaceObject(entries[last + 2], "<< /Title (b) " + link("/Parent", entries[last]) +
+                                                 link("/Prev", entries[last + 1]) + " >>");
+        pdf.replaceObject(root, "<< /Type /Outlines " + link("/First", entries[0]) +
+                                    link("/Last", entries[last]) + "/Private true /Count " +
+                                    std::to_string(count + 2) + " >>");
+        pdf.setCatalogEntry("/Outlines", PdfBuilder::reference(root));
+    }
+
+    void write(std::unique_ptr<PDFOutline> outline) {
+        const auto document = openPdf(in);
+        document->setOutlineRoot(std::move(outline));
+        const auto error = document->writeToFile(out);
+        ASSERT_FALSE(error) << error->message.toStdString();
+        EXPECT_EQ(test::runProgram("qpdf", {"--check", out}).exitCode, 0);
+    }
+    std::unique_ptr<PDFOutline> outlineInFile() const { return copyOf(openPdf(in)->outlineRoot()); }
+
+    PdfBuilder pdf;
+    const TempDir dir;
+    const QString in = dir.path("in.pdf");
+    const QString out = dir.path("out.pdf");
+};
+
+TEST_F(KeptEntries, AreReadWithAllThatCanBeSeen) {
+    const auto root = outlineInFile();
+    EXPECT_GT(root->entry().number, 0);
+    const OutlineEntry first = root->childAtIndex(0).entry();
+    EXPECT_TRUE(first.bold && first.italic);
+    EXPECT_FALSE(first.open);
+    ASSERT_TRUE(first.color);
+    EXPECT_EQ(*first.color, (OutlineEntry::Color{1, 0.5, 0}));
+    EXPECT_TRUE(first.action.type.isNull());
+    EXPECT_EQ(root->childAtIndex(4).entry().action, (OutlineEntry::Action{"GoToR", "other.pdf"}));
+    EXPECT_EQ(root->childAtIndex(9).entry().action, (OutlineEntry::Action{"URI", "about:blank"}));
+    EXPECT_EQ(root->childAtIndex(7).entry().action.type, "Launch");
+    EXPECT_TRUE(root->childAtIndex(23).entry().open);
+}
+
+TEST_F(KeptEntries, AnOutlineThatHasNotChangedChangesNothing) {
+    write(outlineInFile());
+    EXPECT_EQ(contentOf(out), contentOf(in));
+}
+
+TEST_F(KeptEntries, ARenamedEntryChangesItsTitleOnly) {
+    for (int i = 0; i < 24; ++i) {
+        auto root = outlineInFile();
+        const int number = root->childAtIndex(i).entry().number;
+        root->childAtIndex(i).setLabel("Renamed");
+        write(std::move(root));
+        EXPECT_THAT(changedObjects(in, out), ElementsAre(number));
+        EXPECT_THAT(changedKeys(in, out, number), ElementsAre("/Title"));
+        EXPECT_TRUE(contentOf(out).startsWith(contentOf(in)));
+    }
+}
+
+TEST_F(KeptEntries, AMovedEntryChangesLinksOnly) {
+    const auto root = outlineInFile();
+    auto moved = std::make_unique<PDFOutline>();
+    for (const int i : {0, 2, 3, 1})
+        moved->insertChildAtIndex(copyOf(root->childAtIndex(i)), moved->numberOfChildren());
+    for (int i = 4; i < 24; ++i)
+        moved->insertChildAtIndex(copyOf(root->childAtIndex(i)), i);
+    write(std::move(moved));
+    std::vector<int> numbers;
+    for (int i = 0; i < 5; ++i)
+        numbers.push_back(root->childAtIndex(i).entry().number);
+    EXPECT_THAT(changedObjects(in, out), testing::UnorderedElementsAreArray(numbers));
+    for (const int number : numbers)
+        for (const std::string &key : changedKeys(in, out, number))
+            EXPECT_TRUE(key == "/Prev" || key == "/Next") << key;
+    EXPECT_THAT(changedKeys(in, out, numbers[0]), ElementsAre("/Next"));
+    EXPECT_THAT(changedKeys(in, out, numbers[4]), ElementsAre("/Prev"));
+}
+
+TEST_F(KeptEntries, ANewTargetTakesThePlaceOfTheOldOne) {
+    auto root = outlineInFile();
+    const int number = root->childAtIndex(9).entry().number;
+    root->childAtIndex(9).setDestination(PDFDestination{2, {1, 2}});
+    write(std::move(root));
+    EXPECT_THAT(changedObjects(in, out), ElementsAre(number));
+    EXPECT_THAT(changedKeys(in, out, number), ElementsAre("/A", "/Dest"));
+    EXPECT_EQ(openPdf(out)->outlineRoot().childAtIndex(9).entry().color, (OutlineEntry::Color{0, 0, 1}));
+}
+
+TEST_F(KeptEntries, ASecondOneIsACopy) {
+    auto root = outlineInFile();
+    root->insertChildAtIndex(copyOf(root->childAtIndex(0)), 24);
+    write(std::move(root));
+    const auto written = openPdf(out);
+    const PDFOutline &copy = written->outlineRoot().childAtIndex(24);
+    EXPECT_NE(copy.entry().number, written->outlineRoot().childAtIndex(0).entry().number);
+    EXPECT_THAT(objectsOf(out).at(copy.entry().number),
+                testing::AllOf(HasSubstr("/Private (mine)"), HasSubstr("/XYZ 72.00000001 700 1.5"),
+                               HasSubstr("/C [ 1 0.50000001 0 ]")));
+}
+
+TEST_F(KeptEntries, StylesThatChangeAreWritten) {
+    auto root = outlineInFile();
+    OutlineEntry plain = root->childAtIndex(0).entry();
+    const int number = plain.number;
+    plain.bold = false;
+    plain.color.reset();
+    root->childAtIndex(0).setEntry(plain);
+    write(std::move(root));
+    EXPECT_THAT(changedKeys(in, out, number), ElementsAre("/C", "/F"));
+    EXPECT_EQ(openPdf(out)->outlineRoot().childAtIndex(0).entry(), plain);
+}
+
+TEST_F(KeptEntries, NewEntriesMayHaveAStyle) {
+    auto root = std::make_unique<PDFOutline>();
+    PDFOutline &entry = root->insertChildAtIndex(std::make_unique<PDFOutline>("New"), 0);
+    entry.setEntry({.bold = true, .open = true, .color = OutlineEntry::Color{0.25, 0.5, 1}});
+    entry.insertChildAtIndex(std::make_unique<PDFOutline>("Below"), 0)
+        .setEntry({.action = {"GoToR", "größe.pdf"}});
+    root->insertChildAtIndex(std::make_unique<PDFOutline>("Web"), 1)
+        .setEntry({.action = {"URI", "about:blank"}});
+    write(std::move(root));
+    const auto written = openPdf(out);
+    const PDFOutline &read = written->outlineRoot().childAtIndex(0);
+    EXPECT_TRUE(read.entry().bold && read.entry().open);
+    EXPECT_FALSE(read.entry().italic);
+    EXPECT_EQ(read.entry().color, (OutlineEntry::Color{0.25, 0.5, 1}));
+    EXPECT_EQ(read.childAtIndex(0).entry().action, (OutlineEntry::Action{"GoToR", "größe.pdf"}));
+    EXPECT_EQ(written->outlineRoot().childAtIndex(1).entry().action,
+              (OutlineEntry::Action{"URI", "about:blank"}));
+}
+
+TEST_F(KeptEntries, OpenOnesCountWhatIsSeen) {
+    auto root = outlineInFile();
+    PDFOutline &parent = root->childAtIndex(23);
+    parent.childAtIndex(0).insertChildAtIndex(std::make_unique<PDFOutline>("Closed away"), 0);
+    parent.insertChildAtIndex(std::make_unique<PDFOutline>("Seen"), 2);
+    const int parentNumber = parent.entry().number;
+    const int childNumber = parent.childAtIndex(0).entry().number;
+    const int rootNumber = root->entry().number;
+    write(std::move(root));
+    const auto objects = objectsOf(out);
+    EXPECT_THAT(objects.at(parentNumber), HasSubstr("/Count 3"));
+    EXPECT_THAT(objects.at(childNumber), HasSubstr("/Count -1"));
+    EXPECT_THAT(objects.at(rootNumber), HasSubstr("/Count 27"));
+    EXPECT_THAT(objects.at(rootNumber), HasSubstr("/Private true"));
+}
+
+TEST_F(KeptEntries, AnEntryThatIsAlsoAPageIsCopied) {
+    pdf.setCatalogEntry("/Outlines", "<< /First " + pdf.pageReference(0) + " >>");
+    pdf.save(in);
+    auto root = outlineInFile();
+    ASSERT_EQ(root->numberOfChildren(), 1);
+    const int page = root->childAtIndex(0).entry().number;
+    root->childAtIndex(0).setLabel("Renamed");
+    write(std::move(root));
+    EXPECT_EQ(objectsOf(out).at(page), objectsOf(in).at(page));
+    EXPECT_EQ(openPdf(out)->pageCount(), 3);
+    EXPECT_THAT(test::linesOf(openPdf(out)->outlineRoot()), ElementsAre("Renamed"));
+}
+
+TEST_F(KeptEntries, ThroughOutlineAndApplyNothingChanges) {
+    const auto printed = runCli({"outline", in});
+    ASSERT_EQ(printed.exitCode, 0);
+    test::writeFile(dir.path("tree.json"), printed.out);
+    const auto applied = runCli({"apply", in, dir.path("tree.json"), "-o", out});
+    EXPECT_EQ(applied.exitCode, 0) << applied.err.toStdString();
+    EXPECT_EQ(applied.err, "");
+    EXPECT_EQ(contentOf(out), contentOf(in));
+}
+
+TEST_F(KeptEntries, ThroughApplyOnlyWhatWasEditedChanges) {
+    QByteArray tree = runCli({"outline", in}).out;
+    tree.replace("\"title\": \"4\"", "\"title\": \"Renamed\"");
+    test::writeFile(dir.path("tree.json"), tree);
+    ASSERT_EQ(runCli({"apply", in, dir.path("tree.json"), "-o", out}).exitCode, 0);
+    const int number = openPdf(in)->outlineRoot().childAtIndex(4).entry().number;
+    EXPECT_THAT(changedObjects(in, out), ElementsAre(number));
+    EXPECT_THAT(changedKeys(in, out, number), ElementsAre("/Title"));
+}
+
+TEST_F(KeptEntries, ANullOutlineEntryLeavesNoOthersBehind) {
+    write(std::make_unique<PDFOutline>());
+    EXPECT_FALSE(openPdf(out)->hasOutline());
+    EXPECT_THAT(test::linesOf(openPdf(out)->outlineRoot()), IsEmpty());
+}
+
+}  // namespace
+}  // namespace leafwright

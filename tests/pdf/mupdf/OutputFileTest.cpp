@@ -1,0 +1,118 @@
+#include "pdf/mupdf/Context.h"
+#include "pdf/mupdf/OutputFile.h"
+#include "support/OpenPdf.h"
+#include "support/TempDir.h"
+
+#include <QFile>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace leafwright::mupdf {
+namespace {
+
+using test::contentOf;
+using test::TempDir;
+
+class OutputFileTest : public testing::Test {
+protected:
+    ~OutputFileTest() override { ::close(descriptor); }
+    OutputFile makeOutput() {
+        return {descriptor, [this](qint64 bytes) { reported.push_back(bytes); }};
+    }
+    qint64 blocksOf(const QString &path) const {
+        struct stat status = {};
+        EXPECT_EQ(::stat(QFile::encodeName(path).constData(), &status), 0);
+        return status.st_blocks;
+    }
+
+    const TempDir dir;
+    const QString in = dir.path("in");
+    const QString out = dir.path("out");
+    const int descriptor =
+        ::open(QFile::encodeName(out).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    std::vector<qint64> reported;
+};
+
+TEST_F(OutputFileTest, WritesWhatItIsGiven) {
+    OutputFile file = makeOutput();
+    const QByteArray piece(100'000, 'x');
+    file.write("start");
+    EXPECT_EQ(file.position(), 5);
+    file.write(piece);
+    file.write("end");
+    EXPECT_EQ(file.position(), 100'008);
+    file.flush();
+    EXPECT_EQ(contentOf(out), "start" + piece + "end");
+    ASSERT_FALSE(reported.empty());
+    EXPECT_EQ(reported.back(), 100'008);
+}
+
+TEST_F(OutputFileTest, GoesOnBehindACopy) {
+    test::writeFile(in, QByteArray("front%PDF-1.4\n") + QByteArray(200'000, 'x'));
+    OutputFile file = makeOutput();
+    file.copyFrom(FileHandle(in), 200'014);
+    file.write("more");
+    file.flush();
+    EXPECT_EQ(contentOf(out), contentOf(in) + "more");
+}
+
+TEST_F(OutputFileTest, CopiesABeginning) {
+    test::writeFile(in, "0123456789");
+    OutputFile file = makeOutput();
+    file.copyFrom(FileHandle(in), 4);
+    file.write("x");
+    file.flush();
+    EXPECT_EQ(contentOf(out), "0123x");
+}
+
+TEST_F(OutputFileTest, HolesStayHoles) {
+    QFile sparse(in);
+    ASSERT_TRUE(sparse.open(QIODevice::WriteOnly) && sparse.write("begin") == 5 && sparse.seek(50'000'000) &&
+                sparse.write("middle") == 6 && sparse.resize(100'000'000));
+    sparse.close();
+    if (blocksOf(in) > 1000) GTEST_SKIP() << "the disk knows no sparse files";
+    OutputFile file = makeOutput();
+    file.copyFrom(FileHandle(in), 100'000'000);
+    file.write("end");
+    file.flush();
+    EXPECT_EQ(contentOf(out), contentOf(in) + "end");
+    EXPECT_LT(blocksOf(out), 1000);
+}
+
+TEST_F(OutputFileTest, MayBeginAgain) {
+    OutputFile file = makeOutput();
+    file.write(QByteArray(100'000, 'x'));
+    file.write("y");
+    file.restart();
+    EXPECT_EQ(file.position(), 0);
+    file.write("z");
+    file.flush();
+    EXPECT_EQ(contentOf(out), "z");
+}
+
+TEST_F(OutputFileTest, AnOriginalThatWasCutShortIsAnError) {
+    test::writeFile(in, QByteArray(200'000, 'x'));
+    const FileHandle handle(in);
+    ASSERT_TRUE(QFile::resize(in, 100'000));
+    OutputFile file = makeOutput();
+    EXPECT_THROW(file.copyFrom(handle, 200'000), Error);
+}
+
+TEST_F(OutputFileTest, WhatTheSystemRefusesIsAnError) {
+    test::writeFile(in, "content");
+    const int readOnly = ::open(QFile::encodeName(out).constData(), O_RDONLY | O_CLOEXEC);
+    OutputFile file(readOnly, [](qint64) {});
+    file.write("x");
+    EXPECT_THROW(file.flush(), std::system_error);
+    OutputFile copy(readOnly, [](qint64) {});
+    EXPECT_THROW(copy.copyFrom(FileHandle(in), 7), std::system_error);
+    EXPECT_THROW(copy.restart(), std::system_error);
+    ::close(readOnly);
+}
+
+}  // namespace
+}  // namespace leafwright::mupdf
