@@ -5,20 +5,16 @@
 #include "cli/Batch.h"
 #include "cli/HeadingMapFile.h"
 #include "cli/OpenFile.h"
-#include "files/FileReading.h"
+#include "cli/OutlineOutput.h"
 #include "pdf/ReadAhead.h"
 
 #include <QCoreApplication>
-#include <QDir>
-#include <QFileInfo>
-#include <QSet>
 
 namespace leafwright::cli {
 
 namespace {
 
 constexpr int defaultMaxDepth = 3;
-const QString outDirOption = QStringLiteral("out-dir");
 const QString maxDepthOption = QStringLiteral("max-depth");
 const QString mapOption = QStringLiteral("map");
 const QString calibrateOption = QStringLiteral("calibrate");
@@ -61,18 +57,6 @@ std::unique_ptr<MyOutlineItem> headingsByCalibration(const QString &file, const 
     return nullptr;
 }
 
-/// Adds the generated items at the end of the document's tree.
-void addItems(std::unique_ptr<MyOutlineItem> top, bool wrap, MyOutlineItem &root) {
-    MyOutlineItem::Children items;
-    if (wrap) {
-        items.push_back(std::move(top));
-    } else {
-        items = top->takeChildren();
-    }
-    for (auto &item : items)
-        root.insertObjectInChildrenAtIndex(std::move(item), root.children().size());
-}
-
 /// Makes one file's headings its outline. @return why that failed
 std::optional<QString> autoTOC(const QString &file, const QString &out, const Request &request, bool alone,
                                Console &console) {
@@ -85,38 +69,25 @@ std::optional<QString> autoTOC(const QString &file, const QString &out, const Re
     auto top = request.calibrate ? headingsByCalibration(file, pdf, census, request.maxDepth, console)
                                  : headingsByMap(pdf, census, request, console);
     if (!top) return translated("%1: nothing was written").arg(file);
-    // Otherwise a document of scanned pages would lose the outline that it has.
-    const bool place = !top->children().empty() || (request.keep && request.wrap);
-    if (top->children().empty()) {
-        console.message(
-            place ? translated("%1: no headings were found").arg(file)
-                  : translated("%1: no headings were found; the outline stays as it was").arg(file));
+    const bool found = !top->children().empty();
+    MyOutlineItem::Children items;
+    if (!request.wrap) {
+        items = top->takeChildren();
+    } else if (found || request.keep) {
+        items.push_back(std::move(top));
     }
     observeKeepPages(document, file, request.keepPages, console);
-    if (request.keep || !place) document.importOutline();
-    if (place) addItems(std::move(top), request.wrap, document.root());
-    if (const auto error = document.writeNewPDFOutline(out, MyDocument::saveFinalPDF)) return error->message;
-    return std::nullopt;
-}
-
-/// A file name that two inputs share, which would make one output overwrite the other.
-QString sharedFileName(const QStringList &files) {
-    QSet<QString> names;
-    for (const QString &file : files) {
-        QString name = QFileInfo(file).fileName();
-        if (names.contains(name)) return name;
-        names.insert(name);
+    if (!found) {
+        console.message(items.empty()
+                            ? translated("%1: no headings were found; the outline stays as it was").arg(file)
+                            : translated("%1: no headings were found").arg(file));
     }
-    return {};
+    return writeEntries(document, std::move(items), request.keep, out);
 }
 
 }  // namespace
 
 CommandInfo AutoTOCCommand::info() const {
-    const QCommandLineOption outDir(outDirOption,
-                                    translated("Where the PDFs go that are made of several files, under "
-                                               "their own names; made if it is not there."),
-                                    QStringLiteral("DIR"));
     return {
         QStringLiteral("autotoc"),
         translated("Makes the headings of a PDF, found by their fonts, its outline."),
@@ -126,23 +97,22 @@ CommandInfo AutoTOCCommand::info() const {
             "take the place of the outline, unless "
             "--keep is given. With --out-dir, several files are done at once, on all cores."),
         {{QStringLiteral("FILE..."), translated("The PDF, or several with --out-dir.")}},
-        {outputOption(),
-         outDir,
-         {maxDepthOption, translated("The deepest level of headings (3)."), QStringLiteral("N"),
-          QString::number(defaultMaxDepth)},
-         {mapOption, translated("A heading map to use in place of the guessed one."), QStringLiteral("MAP")},
-         {calibrateOption,
-          translated("Tells headings by how often their fonts occur as well, and corrects the levels as they "
+        OutlineOutput::options() +
+            QList<QCommandLineOption>{
+                {maxDepthOption, translated("The deepest level of headings (3)."), QStringLiteral("N"),
+                 QString::number(defaultMaxDepth)},
+                {mapOption, translated("A heading map to use in place of the guessed one."),
+                 QStringLiteral("MAP")},
+                {calibrateOption,
+                 translated(
+                     "Tells headings by how often their fonts occur as well, and corrects the levels as they "
                      "appear; in place of a map.")},
-         {keepOption, translated("Adds the headings behind the existing outline.")},
-         keepPagesOption(),
-         {wrapOption, translated("Puts the headings below one entry, \"AutoTOC\" and the depth.")}}};
+                {keepOption, translated("Adds the headings behind the existing outline.")},
+                {wrapOption, translated("Puts the headings below one entry, \"AutoTOC\" and the depth.")}}};
 }
 
 ExitCode AutoTOCCommand::run(const QCommandLineParser &arguments, Console &console) const {
-    const QStringList files = arguments.positionalArguments();
-    const QString out = arguments.value(outputOption());
-    const QString outDir = arguments.value(outDirOption);
+    const OutlineOutput output(arguments);
     Request request{arguments.value(mapOption),       defaultMaxDepth,
                     arguments.isSet(calibrateOption), arguments.isSet(keepOption),
                     arguments.isSet(wrapOption),      arguments.isSet(keepPagesOption().names().first())};
@@ -155,27 +125,12 @@ ExitCode AutoTOCCommand::run(const QCommandLineParser &arguments, Console &conso
         return wrongUsage(
             *this, translated("--calibrate makes a map of its own; --map can't be given with it"), console);
     }
-    if (out.isEmpty() == outDir.isEmpty()) {
-        return wrongUsage(*this, translated("either -o OUT or --out-dir DIR must be given"), console);
-    }
-    if (outDir.isEmpty() && files.size() > 1) {
-        return wrongUsage(*this, translated("several files need --out-dir DIR"), console);
-    }
-    if (const QString name = sharedFileName(files); !name.isEmpty()) {
-        return wrongUsage(*this, translated("two of the files are named \"%1\"").arg(name), console);
-    }
-    if (!outDir.isEmpty()) {
-        if (const auto reason = makeFolder(outDir)) {
-            console.message(translated("%1: the folder could not be made: %2").arg(outDir, *reason));
-            return Failed;
-        }
-    }
-    const bool alone = files.size() == 1;
+    if (const auto problem = output.problem()) return wrongUsage(*this, *problem, console);
+    if (!output.makeFolder(console)) return Failed;
     const auto job = [&](const QString &file) {
-        const QString target = outDir.isEmpty() ? out : QDir(outDir).filePath(QFileInfo(file).fileName());
-        return autoTOC(file, target, request, alone, console);
+        return autoTOC(file, output.targetOf(file), request, output.isAlone(), console);
     };
-    return runBatch(files, job, console) ? Done : Failed;
+    return runBatch(output.files(), job, console) ? Done : Failed;
 }
 
 }  // namespace leafwright::cli

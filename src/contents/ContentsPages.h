@@ -1,8 +1,8 @@
 #pragma once
 
 #include "pdf/PageTransform.h"
+#include "pdf/TextSpan.h"
 
-#include <QRgb>
 #include <QString>
 #include <QStringList>
 
@@ -14,24 +14,6 @@ namespace leafwright {
 
 // What Find Contents reads of a document. All places are on the page as it is shown (see PageTransform): in
 // points, with the origin at the top left of the crop box, x to the right and y down.
-
-/// Characters that follow each other in one font, size and colour on one baseline, as the content has them.
-struct TextSpan {
-    /// In Unicode, in reading order as far as the file tells. Blanks that the content has, or that gaps of at
-    /// least 0.14 of the size stand for, may be in it.
-    QString text;
-    QRectF box;           ///< From the font's ascender to its descender, from the first glyph to the last.
-    double baseline = 0;  ///< y of the first character's origin that is not raised against the others.
-    double size = 0;      ///< The font's size as it is shown.
-    QString fontName;     ///< As in the file; may have a subset's prefix.
-    bool bold = false;    ///< What the font's descriptor says; names are looked at by the stages.
-    bool italic = false;
-    bool mono = false;
-    QPointF direction{1, 0};  ///< Unit vector in which the text runs; (0, -1) is up.
-    QRgb color = 0xff000000;
-    /// The left edge (for vertical text, the beginning) of each UTF-16 unit of the text; empty where unknown.
-    std::vector<float> starts;
-};
 
 /// An area of a page that leads to a place in the document.
 struct ContentsLink {

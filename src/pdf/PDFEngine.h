@@ -1,10 +1,12 @@
 #pragma once
 
+#include "pdf/DocumentMarks.h"
 #include "pdf/PDFError.h"
 #include "pdf/PDFLink.h"
 #include "pdf/PDFOutline.h"
 #include "pdf/PageText.h"
 #include "pdf/RenderRequest.h"
+#include "pdf/TextSpan.h"
 
 #include <QImage>
 
@@ -44,6 +46,14 @@ public:
     virtual std::shared_ptr<const PageText> pageText(int index) const = 0;
     /// The box in page space of every UTF-16 unit of the page's text, parallel to its string.
     virtual std::vector<Rect> characterBoxes(int index) const = 0;
+    /// The text of a page as spans of characters of one look, in content order. @param index 0-based, within
+    /// range.
+    virtual std::vector<TextSpan> textSpans(int index) const = 0;
+    /// What the file says of itself; read anew each time.
+    virtual DocumentMarks marks() const = 0;
+    /// The text of marked content of a page, parallel to the identifiers; null where there is none.
+    /// @param index 0-based, within range. @param identifiers each once
+    virtual std::vector<QString> markedText(int index, const std::vector<int> &identifiers) const = 0;
     /// Draws part of a page on white; a page that can't be read is blank. Gives up on what takes seconds.
     /// @param stop ends the drawing early, with a null image
     /// @return an opaque image of the size of the clip; a null one when that is empty or too large

@@ -20,18 +20,23 @@ void warmPages(const TextPages &pages, const PageStretch &stretch, const std::st
         pages.pageText(i);
 }
 
-void readAllPages(const TextPages &pages, const std::stop_token &stop) {
-    // Pages are handed out one by one: their cost differs too much for fixed shares.
+void onAllCores(int count, const std::function<void(int)> &job, const std::stop_token &stop) {
+    // They are handed out one by one: the cost of pages differs too much for fixed shares.
     std::atomic<int> next = 0;
-    const auto read = [&pages, &next, &stop] {
-        for (int i = next++; i < pages.pageCount() && !stop.stop_requested(); i = next++)
-            pages.pageText(i);
+    const auto work = [&] {
+        for (int i = next++; i < count && !stop.stop_requested(); i = next++)
+            job(i);
     };
     std::vector<std::jthread> helpers;
     const int cores = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
-    for (int k = 1; k < std::min(cores, pages.pageCount()); ++k)
-        helpers.emplace_back(read);
-    read();
+    for (int k = 1; k < std::min(cores, count); ++k)
+        helpers.emplace_back(work);
+    work();
+}
+
+void readAllPages(const TextPages &pages, const std::stop_token &stop) {
+    onAllCores(
+        pages.pageCount(), [&pages](int index) { pages.pageText(index); }, stop);
 }
 
 PageWarmer::PageWarmer(const TextPages &pages) {

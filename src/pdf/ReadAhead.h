@@ -2,6 +2,7 @@
 
 #include "pdf/TextPages.h"
 
+#include <functional>
 #include <stop_token>
 #include <thread>
 #include <vector>
@@ -22,6 +23,10 @@ std::vector<PageStretch> warmingStretches(int pageCount);
 
 /// Reads the text of a stretch of pages, so that it is there when asked for; stops early on request.
 void warmPages(const TextPages &pages, const PageStretch &stretch, const std::stop_token &stop);
+
+/// Calls `job` with each number from 0 up to but excluding `count`, on as many threads as there are cores,
+/// and returns when all is done, or soon after a request to stop.
+void onAllCores(int count, const std::function<void(int)> &job, const std::stop_token &stop = {});
 
 /// Reads the text of every page on as many threads as there are cores, and returns when all is read, or
 /// soon after a request to stop.

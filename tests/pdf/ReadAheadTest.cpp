@@ -77,6 +77,29 @@ TEST(WarmPages, StopsWhenAsked) {
     EXPECT_THAT(pages.reads(), Each(0));
 }
 
+TEST(OnAllCores, DoesEachOnce) {
+    std::vector<std::atomic<int>> times(1'000);
+    onAllCores(1'000, [&times](int number) { ++times[static_cast<size_t>(number)]; });
+    EXPECT_THAT(std::vector<int>(times.begin(), times.end()), Each(1));
+}
+
+TEST(OnAllCores, NothingToDo) {
+    onAllCores(0, [](int number) { ADD_FAILURE() << number; });
+}
+
+TEST(OnAllCores, StopsWhenAsked) {
+    std::stop_source source;
+    std::atomic<int> done = 0;
+    onAllCores(
+        1'000'000,
+        [&](int /*number*/) {
+            ++done;
+            source.request_stop();
+        },
+        source.get_token());
+    EXPECT_LT(done, 1'000'000);
+}
+
 TEST(ReadAllPages, ReadsEachOnce) {
     const CountingPages pages(1000);
     readAllPages(pages);

@@ -47,6 +47,22 @@ inline const QString outlineOfHeadings = QStringLiteral(
     "+ @2 Chapter Two\n"
     "++ @2 Section Beta\n");
 
+/// Saves a book of ten pages with a printed contents on the first, chapters and sections in bold type on the
+/// others, and page numbers at their feet; its outline is one entry, "Old Entry".
+/// @param pageLabels the catalog's entry; empty for none. @return its path
+QString savePdfWithContents(const TempDir &dir, const QString &name, const std::string &pageLabels = {});
+/// The outline that its author would have made, as plus lines.
+inline const QString outlineOfContents = QStringLiteral(
+    "+ @2 1 Soil\n"
+    "++ @3 1.1 What is in the Ground\n"
+    "++ @4 1.2 Compost\n"
+    "+ @5 2 Water\n"
+    "++ @6 2.1 Rain\n"
+    "++ @7 2.2 Wells\n"
+    "+ @8 3 Light\n"
+    "++ @9 3.1 Shade\n"
+    "++ @10 3.2 Glass\n");
+
 /// Makes standard input read a file, for as long as it lives.
 class StandardInput {
 public:

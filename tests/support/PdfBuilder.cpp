@@ -77,6 +77,13 @@ void PdfBuilder::setCatalogEntry(const std::string &key, const std::string &obje
     pdf_->getRoot().replaceKey(key, parse(*pdf_, object));
 }
 
+void PdfBuilder::setInformation(const std::string &key, const std::string &object) {
+    QPDFObjectHandle trailer = pdf_->getTrailer();
+    if (!trailer.hasKey("/Info"))
+        trailer.replaceKey("/Info", pdf_->makeIndirectObject(QPDFObjectHandle::newDictionary()));
+    trailer.getKey("/Info").replaceKey(key, parse(*pdf_, object));
+}
+
 std::string PdfBuilder::pageReference(int index) const {
     return reference(pages_.at(static_cast<size_t>(index)).getObjectID());
 }

@@ -35,6 +35,9 @@ public:
     /// Sets an entry of the catalog. @param key with its slash
     void setCatalogEntry(const std::string &key, const std::string &object);
 
+    /// Sets an entry of the document information. @param key with its slash
+    void setInformation(const std::string &key, const std::string &object);
+
     /// The page's reference in PDF syntax: "3 0 R".
     std::string pageReference(int index) const;
     static std::string reference(int number) { return std::to_string(number) + " 0 R"; }

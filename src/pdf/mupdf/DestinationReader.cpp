@@ -12,7 +12,11 @@ std::optional<PDFDestination> DestinationReader::of(const Object &entry) {
         const Object action = entry.get(PDF_NAME(A));
         if (action.get(PDF_NAME(S)).toName() == "GoTo") destination = action.get(PDF_NAME(D));
     }
-    destination = resolveNames(destination);
+    return placeOf(destination);
+}
+
+std::optional<PDFDestination> DestinationReader::placeOf(const Object &named) {
+    const Object destination = resolveNames(named);
     if (!destination.isArray()) return std::nullopt;
 
     const PageTree &pages = reader_.pages();
@@ -25,6 +29,11 @@ std::optional<PDFDestination> DestinationReader::of(const Object &entry) {
     }
     if (index < 0 || index >= pages.count()) return std::nullopt;
     return PDFDestination{index, pointOf(destination, reader_.page(index))};
+}
+
+const QHash<QByteArray, Object> &DestinationReader::names() {
+    if (!namesCollected_) collectNames();
+    return names_;
 }
 
 Object DestinationReader::resolveNames(Object destination) {

@@ -16,6 +16,10 @@ public:
     /// The destination of an outline entry or a link: its /Dest, else the /D of its GoTo action. Absent
     /// when it has none or when that leads to no page of this document.
     std::optional<PDFDestination> of(const Object &entry);
+    /// What a destination leads to: an array, a dictionary around one, or a name of either. Absent likewise.
+    std::optional<PDFDestination> placeOf(const Object &named);
+    /// All named destinations of the document: the names' bytes with what they stand for.
+    const QHash<QByteArray, Object> &names();
 
 private:
     Object resolveNames(Object destination);

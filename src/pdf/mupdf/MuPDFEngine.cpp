@@ -4,9 +4,11 @@
 #include "pdf/mupdf/FileOpener.h"
 #include "pdf/mupdf/FileWriter.h"
 #include "pdf/mupdf/LinkReader.h"
+#include "pdf/mupdf/MarksReader.h"
 #include "pdf/mupdf/OutlineReader.h"
 #include "pdf/mupdf/PageRenderer.h"
 #include "pdf/mupdf/ReaderPool.h"
+#include "pdf/mupdf/SpanReader.h"
 #include "pdf/mupdf/TextExtractor.h"
 
 #include <QCoreApplication>
@@ -46,6 +48,37 @@ public:
         std::vector<Rect> boxes;
         read(index, &boxes);
         return boxes;
+    }
+
+    std::vector<TextSpan> textSpans(int index) const override {
+        try {
+            const ReaderPool::Lease reader = pool_.acquire();
+            return readSpans(*reader, index);
+        } catch (const Error &error) {
+            qCWarning(log, "the text of page %d can't be read: %s", index + 1, error.what());
+            return {};
+        }
+    }
+
+    DocumentMarks marks() const override {
+        if (facts_.locked) return {};
+        try {
+            const ReaderPool::Lease reader = pool_.acquire();
+            return readMarks(*reader);
+        } catch (const Error &error) {
+            qCWarning(log, "what the file says of itself can't be read: %s", error.what());
+            return {};
+        }
+    }
+
+    std::vector<QString> markedText(int index, const std::vector<int> &identifiers) const override {
+        try {
+            const ReaderPool::Lease reader = pool_.acquire();
+            return readMarkedText(*reader, index, identifiers);
+        } catch (const Error &error) {
+            qCWarning(log, "the marked content of page %d can't be read: %s", index + 1, error.what());
+            return std::vector<QString>(identifiers.size());
+        }
     }
 
     QImage renderPage(const RenderRequest &request, const std::stop_token &stop) const override {

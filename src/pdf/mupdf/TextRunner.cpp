@@ -108,6 +108,102 @@ private:
 
 thread_local FontListener *FontListener::current = nullptr;
 
+/// Gives the characters of marked content a colour that says which it is. It takes the place of the colours
+/// that the content sets, so those operators must be taken out.
+class MarkColours {
+public:
+    /// @param marks must outlive this
+    MarkColours(pdf_processor *processor, const std::vector<int> &marks)
+        : marks_(marks),
+          setColour_(processor->op_rg),
+          begin_(processor->op_BMC),
+          beginWithProperties_(processor->op_BDC),
+          end_(processor->op_EMC),
+          restore_(processor->op_Q),
+          outer_(current) {
+        processor->op_BMC = onBegin;
+        processor->op_BDC = onBeginWithProperties;
+        processor->op_EMC = onEnd;
+        processor->op_Q = onRestore;
+        current = this;
+    }
+    ~MarkColours() { current = outer_; }
+    MarkColours(const MarkColours &) = delete;
+    MarkColours &operator=(const MarkColours &) = delete;
+
+private:
+    /// Content that is nested deeper counts as part of what is around it.
+    static constexpr int deepest = 256;
+
+    static void onBegin(fz_context *ctx, pdf_processor *processor, const char *tag) {
+        current->enter(current->colour());
+        if (current->begin_) current->begin_(ctx, processor, tag);
+    }
+
+    static void onBeginWithProperties(fz_context *ctx, pdf_processor *processor, const char *tag,
+                                      pdf_obj *raw, pdf_obj *properties) {
+        pdf_obj *const identifier = pdf_dict_gets(ctx, properties, "MCID");
+        current->enter(pdf_is_int(ctx, identifier) ? current->colourOf(pdf_to_int(ctx, identifier))
+                                                   : current->colour());
+        if (current->beginWithProperties_)
+            current->beginWithProperties_(ctx, processor, tag, raw, properties);
+        current->apply(ctx, processor);
+    }
+
+    static void onEnd(fz_context *ctx, pdf_processor *processor) {
+        if (current->depth_ > 0) --current->depth_;
+        if (current->end_) current->end_(ctx, processor);
+        current->apply(ctx, processor);
+    }
+
+    static void onRestore(fz_context *ctx, pdf_processor *processor) {
+        current->restore_(ctx, processor);
+        current->apply(ctx, processor);
+    }
+
+    int colour() const { return depth_ > 0 ? colours_[std::min(depth_, deepest) - 1] : 0; }
+
+    int colourOf(int identifier) const {
+        const auto found = std::find(marks_.begin(), marks_.end(), identifier);
+        return found == marks_.end() ? 0 : static_cast<int>(found - marks_.begin()) + 1;
+    }
+
+    void enter(int colour) {
+        if (depth_ < deepest) colours_[depth_] = colour;
+        ++depth_;
+    }
+
+    void apply(fz_context *ctx, pdf_processor *processor) const {
+        // A quarter more than the whole number comes back as that number, rounded or cut off.
+        const auto part = [](int value) { return (static_cast<float>(value) + 0.25F) / 255; };
+        const int number = colour();
+        setColour_(ctx, processor, 0, part(number >> 8), part(number & 0xff));
+    }
+
+    static thread_local MarkColours *current;
+
+    const std::vector<int> &marks_;
+    decltype(pdf_processor::op_rg) setColour_;
+    decltype(pdf_processor::op_BMC) begin_;
+    decltype(pdf_processor::op_BDC) beginWithProperties_;
+    decltype(pdf_processor::op_EMC) end_;
+    decltype(pdf_processor::op_Q) restore_;
+    int colours_[deepest] = {};  // of the marked content that is open
+    int depth_ = 0;
+    MarkColours *outer_;
+};
+
+thread_local MarkColours *MarkColours::current = nullptr;
+
+/// Only the colours that fill count: text is filled.
+void dropColours(pdf_processor *p) {
+    p->op_cs = nullptr;
+    p->op_sc_color = nullptr;
+    p->op_g = nullptr;
+    p->op_rg = nullptr;
+    p->op_k = nullptr;
+}
+
 /// An operator without a handler is passed over by the interpreter, its operands unread.
 void keepOnlyText(pdf_processor *p) {
     p->op_gs_BM = nullptr;
@@ -122,13 +218,13 @@ void keepOnlyText(pdf_processor *p) {
     p->op_S = p->op_s = p->op_F = p->op_f = p->op_fstar = nullptr;
     p->op_B = p->op_Bstar = p->op_b = p->op_bstar = p->op_n = nullptr;
     p->op_W = p->op_Wstar = nullptr;
-    p->op_CS = p->op_cs = nullptr;
+    p->op_CS = nullptr;
     p->op_SC_pattern = p->op_sc_pattern = nullptr;
     p->op_SC_shade = p->op_sc_shade = nullptr;
-    p->op_SC_color = p->op_sc_color = nullptr;
-    p->op_G = p->op_g = nullptr;
-    p->op_RG = p->op_rg = nullptr;
-    p->op_K = p->op_k = nullptr;
+    p->op_SC_color = nullptr;
+    p->op_G = nullptr;
+    p->op_RG = nullptr;
+    p->op_K = nullptr;
     p->op_BI = nullptr;
     p->op_sh = nullptr;
     p->op_Do_image = nullptr;
@@ -136,7 +232,8 @@ void keepOnlyText(pdf_processor *p) {
 
 }  // namespace
 
-StructuredText::StructuredText(Reader &reader, const Object &page) : ctx_(reader.context()) {
+StructuredText::StructuredText(Reader &reader, const Object &page, const TextRunOptions &options)
+    : ctx_(reader.context()) {
     fz_matrix toDevice = fz_identity;
     page_ = guarded(ctx_, [&] {
         fz_rect visible = fz_empty_rect;
@@ -144,15 +241,16 @@ StructuredText::StructuredText(Reader &reader, const Object &page) : ctx_(reader
         return fz_new_stext_page(ctx_, fz_transform_rect(visible, toDevice));
     });
     toPageSpace_ = fz_invert_matrix(toDevice);
-    run(reader, page, toDevice);
+    run(reader, page, toDevice, options);
 }
 
-void StructuredText::run(Reader &reader, const Object &page, fz_matrix toDevice) {
+void StructuredText::run(Reader &reader, const Object &page, fz_matrix toDevice,
+                         const TextRunOptions &options) {
     const Object resources = page.inherited(PDF_NAME(Resources));
     const Object contents = page.get(PDF_NAME(Contents));
-    fz_stext_options options{};
-    options.flags = FZ_STEXT_MEDIABOX_CLIP;
-    fz_device *device = guarded(ctx_, [&] { return fz_new_stext_device(ctx_, page_, &options); });
+    fz_stext_options clipped{};
+    clipped.flags = FZ_STEXT_MEDIABOX_CLIP;
+    fz_device *device = guarded(ctx_, [&] { return fz_new_stext_device(ctx_, page_, &clipped); });
     fz_cookie cookie{};
     const TimeLimit limit(cookie, longestRun);
     pdf_processor *processor = nullptr;
@@ -161,7 +259,10 @@ void StructuredText::run(Reader &reader, const Object &page, fz_matrix toDevice)
             return pdf_new_run_processor(ctx_, device, toDevice, "View", nullptr, nullptr, &cookie);
         });
         FontListener listener(processor, resources.get());
+        std::optional<MarkColours> marks;
+        if (!options.marks.empty()) marks.emplace(processor, options.marks);
         keepOnlyText(processor);
+        if (!options.colours) dropColours(processor);
         try {
             guarded(ctx_, [&] {
                 pdf_process_contents(ctx_, processor, reader.document(), resources.get(), contents.get(),

@@ -13,13 +13,21 @@ struct SeenFont {
     float italicAngle;
 };
 
+/// What is wanted of a page's text beside characters, fonts and places.
+struct TextRunOptions {
+    bool colours = false;  ///< The colours of characters; without, all are black.
+    /// Identifiers of marked content (ISO 32000-1, 14.6), in place of colours: the characters of the first
+    /// one have colour 1, those of the second 2, all others 0. At most 65,535.
+    std::vector<int> marks = {};
+};
+
 /// The text that a page's content shows, in MuPDF's own form.
 class StructuredText {
 public:
-    /// Runs the page's content for its text alone: no paths, images, colours or annotations are
-    /// looked at, which is faster and leaves hostile images undecoded. Characters outside the visible
-    /// box are left out. What is broken in the content ends it; the text before that is kept.
-    StructuredText(Reader &reader, const Object &page);
+    /// Runs the page's content for its text alone: no paths, images or annotations are looked at, which
+    /// is faster and leaves hostile images undecoded. Characters outside the visible box are left out.
+    /// What is broken in the content ends it; the text before that is kept.
+    StructuredText(Reader &reader, const Object &page, const TextRunOptions &options = {});
     ~StructuredText();
     StructuredText(const StructuredText &) = delete;
     StructuredText &operator=(const StructuredText &) = delete;
@@ -31,7 +39,7 @@ public:
     const std::vector<SeenFont> &fonts() const { return fonts_; }
 
 private:
-    void run(Reader &reader, const Object &page, fz_matrix toDevice);
+    void run(Reader &reader, const Object &page, fz_matrix toDevice, const TextRunOptions &options);
 
     fz_context *ctx_;
     fz_stext_page *page_ = nullptr;

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "cli/Command.h"
+#include "document/MyDocument.h"
+
+namespace leafwright::cli {
+
+/// Where a command puts the PDFs that it makes of one file (-o OUT) or of several (--out-dir DIR).
+class OutlineOutput {
+public:
+    /// The options -o and --out-dir.
+    static QList<QCommandLineOption> options();
+
+    explicit OutlineOutput(const QCommandLineParser &arguments);
+
+    /// What is wrong with the usage; absent when all is well.
+    std::optional<QString> problem() const;
+    /// Makes the folder that is needed. @return whether it is there now; if not, that is said
+    bool makeFolder(Console &console) const;
+
+    const QStringList &files() const { return files_; }
+    /// Whether there is one file only, which has all cores to itself.
+    bool isAlone() const { return files_.size() == 1; }
+    bool isFolder() const { return !folder_.isEmpty(); }
+    /// The PDF to write for a file.
+    QString targetOf(const QString &file) const;
+
+private:
+    QStringList files_;
+    QString out_;
+    QString folder_;
+};
+
+/// Writes a document with new entries in place of its outline or, if it is kept, behind it. Without entries
+/// the outline stays as it was. @return why that failed
+std::optional<QString> writeEntries(MyDocument &document, MyOutlineItem::Children entries, bool keep,
+                                    const QString &out);
+
+}  // namespace leafwright::cli
