@@ -20,11 +20,13 @@ struct TextSpan {
     /// In Unicode, in reading order as far as the file tells. Blanks that the content has, or that gaps of at
     /// least 0.14 of the size stand for, may be in it.
     QString text;
-    QRectF box;           ///< From the font's ascender to its descender, from the first glyph to the last.
-    double baseline = 0;  ///< y of the first character's origin that is not raised against the others.
-    double size = 0;      ///< The font's size as it is shown.
-    QString fontName;     ///< As in the file; may have a subset's prefix.
-    bool bold = false;    ///< What the font's descriptor says; names are looked at by the stages.
+    QRectF box;  ///< From the font's ascender to its descender, from the first glyph to the last.
+    /// y of the first origin of a character that is not raised against the others; x, where the text runs up
+    /// or down.
+    double baseline = 0;
+    double size = 0;    ///< The font's size as it is shown.
+    QString fontName;   ///< As in the file; may have a subset's prefix.
+    bool bold = false;  ///< What the font's descriptor says; names are looked at by the stages.
     bool italic = false;
     bool mono = false;
     QPointF direction{1, 0};  ///< Unit vector in which the text runs; (0, -1) is up.
