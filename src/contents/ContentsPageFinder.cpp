@@ -1,0 +1,120 @@
+#include "contents/ContentsPageFinder.h"
+
+#include "contents/ContentsWords.h"
+#include "contents/TextFolding.h"
+
+#include <QRegularExpression>
+#include <QSet>
+
+namespace leafwright {
+
+namespace {
+
+/// What the rows of a page say for and against its being one of a contents.
+struct PageCounts {
+    double rows = 0;
+    double entries = 0;
+    double linked = 0;         ///< Rows whose links have one target.
+    double targets = 0;        ///< Different pages that the rows' first links lead to.
+    double rising = 1;         ///< Share of the numbers that are not below the one before.
+    double risingLinks = 1;    ///< The same of the links' target pages.
+    double manyNumbers = 0;    ///< Entries such as "..., 12, 15", which are of an index.
+    bool isTitled = false;     ///< Has a heading such as "Contents".
+    bool isOtherList = false;  ///< Begins as a list of figures or the like.
+};
+
+double risingShare(const std::vector<int> &values) {
+    if (values.size() < 2) return 1;
+    double rising = 0;
+    for (size_t i = 1; i < values.size(); ++i)
+        rising += values[i] >= values[i - 1] ? 1 : 0;
+    return rising / static_cast<double>(values.size() - 1);
+}
+
+PageCounts countRows(const std::vector<ContentsRow> &rows) {
+    constexpr size_t firstRows = 3;
+    static const QRegularExpression numberBefore(QStringLiteral("\\d,\\s*$"),
+                                                 QRegularExpression::UseUnicodePropertiesOption);
+    PageCounts counts;
+    std::vector<int> numbers;
+    std::vector<int> targets;
+    for (size_t i = 0; i < rows.size(); ++i) {
+        const ContentsRow &row = rows[i];
+        ++counts.rows;
+        counts.isTitled = counts.isTitled || isContentsTitle(row.line.text);
+        counts.isOtherList = counts.isOtherList || (i < firstRows && isListTitle(row.line.text));
+        counts.linked += row.hasOneTarget() ? 1 : 0;
+        if (!row.links.empty()) targets.push_back(row.links.front().targetPage);
+        if (const RowEnd *end = row.entryEnd()) {
+            ++counts.entries;
+            counts.manyNumbers += numberBefore.match(end->title).hasMatch() ? 1 : 0;
+            if (isDecimalNumber(end->number)) numbers.push_back(decimalValue(end->number));
+        }
+    }
+    counts.rising = risingShare(numbers);
+    counts.risingLinks = risingShare(targets);
+    counts.targets = static_cast<double>(QSet<int>(targets.begin(), targets.end()).size());
+    counts.isOtherList = counts.isOtherList && !counts.isTitled;
+    return counts;
+}
+
+/// @param continues whether the page before is one of a contents
+bool isContentsPage(const PageCounts &page, bool continues) {
+    constexpr double indexShare = 0.2;
+    const bool expected = page.isTitled || continues;
+    const double fewest = expected ? 3 : 6;
+    if (page.isOtherList && !continues) return false;
+    if (page.manyNumbers > indexShare * std::max(1.0, page.entries)) return false;
+    const double share = page.entries / std::max(1.0, page.rows);
+    if (page.entries >= fewest && share >= (expected ? 0.3 : 0.5) &&
+        page.rising >= (page.entries > 4 ? 0.75 : 0.6))
+        return true;
+    // The last few rows of a contents may stand on a page of their own.
+    if (continues && page.entries >= 1 && page.rows <= 12 && share >= 0.5 && page.rising >= 0.75) return true;
+    return page.linked >= fewest && page.linked >= (expected ? 0.45 : 0.75) * page.rows &&
+           page.risingLinks >= 0.85 && page.targets >= std::min(4.0, page.linked * 0.3);
+}
+
+}  // namespace
+
+int endOfFrontPages(int pageCount) {
+    constexpr int frontPages = 60;
+    constexpr double frontShare = 0.4;
+    return std::min(pageCount, std::max(frontPages, static_cast<int>(frontShare * pageCount)) + 1);
+}
+
+ContentsPageFindings findContentsPages(const std::vector<PageLines> &pages, bool withLinks) {
+    ContentsPageFindings findings;
+    std::map<int, PageCounts> counts;
+    for (int i = 0; i < endOfFrontPages(static_cast<int>(pages.size())); ++i) {
+        const PageLines &page = pages[static_cast<size_t>(i)];
+        if (page.lines.empty()) continue;
+        findings.rows[i] = contentsRows(page, i, withLinks);
+        counts[i] = countRows(findings.rows[i]);
+        if (!withLinks) counts[i].linked = 0;
+    }
+    const auto isOne = [&counts](int page, bool continues) {
+        const auto found = counts.find(page);
+        return found != counts.end() && isContentsPage(found->second, continues);
+    };
+    for (const auto &[first, count] : counts) {
+        if (!findings.regions.empty() && first <= findings.regions.back().lastPage) continue;
+        if (!isOne(first, false)) continue;
+        int last = first;
+        while (true) {
+            // One page without text may lie between.
+            const bool emptyBetween = !counts.contains(last + 1);
+            if (isOne(last + 1, true)) {
+                ++last;
+            } else if (emptyBetween && isOne(last + 2, true)) {
+                last += 2;
+            } else {
+                break;
+            }
+        }
+        findings.regions.push_back({first, last});
+    }
+    return findings;
+}
+
+}  // namespace leafwright

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "contents/FindContents.h"
+#include "contents/HeadingModel.h"
+#include "contents/NamedHeadings.h"
+#include "contents/PrintedContents.h"
+
+namespace leafwright {
+
+/// A heading of the document's structure that was found on its page.
+struct LocatedStructureHeading {
+    QString title;
+    int page = 0;
+    LineRef line;  ///< Null where the title was not found.
+    int level = 1;
+};
+
+/// The headings of a tagged file with levels, if most of them are found where they should be; else nothing.
+std::vector<LocatedStructureHeading> findStructureHeadings(const std::vector<StructureHeading> &headings,
+                                                           const std::vector<PageLines> &pages,
+                                                           const BodyStyle &body);
+
+/// What each stage has found.
+struct ContentsAnalysis::Stages {
+    std::vector<PageLines> pages;
+    bool hasText = true;
+    /// Made by TeX, whose contents are as deep as its outlines; others often print fewer levels.
+    bool isFromTeX = false;
+    BodyStyle body;
+    PrintedContents printed;
+    HeadingCandidates headings;
+    QHash<int, NamedHeading> named;
+    std::vector<LocatedStructureHeading> structure;
+};
+
+/// An entry that the stages propose together.
+struct ProposedEntry {
+    QString title;
+    int page = 0;
+    int column = 0;
+    std::optional<double> y;  ///< In the reading frame.
+    std::vector<int> lines;   ///< Of the heading; empty where it was not found.
+    int level = 1;
+    ContentsSources sources = 0;
+    double confidence = 0;
+    int candidate = -1;  ///< Index of the heading candidate, if it is one.
+    int style = -1;
+    int id = 0;
+};
+
+/// Proposes an outline: of the structure, the printed contents, names and styles, whichever is to be trusted,
+/// and of others what that lacks. Levels may still jump.
+std::vector<ProposedEntry> combineStages(const ContentsAnalysis::Stages &stages, ContentsDepth depth);
+
+/// A candidate as an entry.
+ProposedEntry proposedHeading(const ContentsAnalysis::Stages &stages, size_t candidate, int level);
+
+/// What the stages have found, in words.
+QString explainStages(const ContentsAnalysis::Stages &stages);
+
+}  // namespace leafwright

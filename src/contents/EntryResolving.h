@@ -1,0 +1,20 @@
+#pragma once
+
+#include "contents/ContentsEntries.h"
+#include "contents/PrintedNumbers.h"
+#include "contents/TitleSearch.h"
+
+namespace leafwright {
+
+/// Finds the page and the heading of each entry: by its link, by its page number, by its title. Entries whose
+/// page can't be told are taken out.
+void resolveEntries(std::vector<PrintedEntry> &entries, const std::vector<PageLines> &pages,
+                    const PrintedNumbers &numbers, TitleSearch &search);
+
+/// Whether resolved entries are those of a contents: they rise, and enough of their headings were found.
+bool areContents(const std::vector<PrintedEntry> &entries);
+
+/// How many entries have their heading.
+int countLocated(const std::vector<PrintedEntry> &entries);
+
+}  // namespace leafwright

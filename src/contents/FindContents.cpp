@@ -1,0 +1,220 @@
+#include "contents/FindContents.h"
+
+#include "contents/ContentsStages.h"
+#include "contents/RunningHeads.h"
+#include "contents/TextFolding.h"
+
+#include <QRegularExpression>
+#include <QSet>
+
+namespace leafwright {
+
+namespace {
+
+using Stages = ContentsAnalysis::Stages;
+
+bool isFromTeX(const QString &producer) {
+    static const QRegularExpression tex(QStringLiteral("tex|dvips|dvipdf"),
+                                        QRegularExpression::CaseInsensitiveOption);
+    return tex.match(producer).hasMatch();
+}
+
+bool hasEnoughText(const std::vector<PageLines> &pages) {
+    constexpr double fewestLetters = 50;  // a page
+    double letters = 0;
+    for (const PageLines &page : pages) {
+        for (const TextLine &line : page.lines)
+            letters += countLetters(line.text);
+    }
+    return letters > 0 && letters >= fewestLetters * static_cast<double>(pages.size());
+}
+
+/// Spans are needed for the pages alone that may be contents.
+void dropSpans(std::vector<PageLines> &pages, int firstPage) {
+    for (size_t i = static_cast<size_t>(firstPage); i < pages.size(); ++i) {
+        for (TextLine &line : pages[i].lines)
+            std::vector<LineSpan>().swap(line.spans);
+        pages[i].evidence.reset();
+    }
+}
+
+/// Applies what the user says to styles and entries.
+std::vector<ProposedEntry> withChoices(const Stages &stages, std::vector<ProposedEntry> entries,
+                                       const ContentsChoices &choices) {
+    QSet<int> present;
+    for (const ProposedEntry &entry : entries) {
+        if (entry.candidate >= 0) present.insert(entry.candidate);
+    }
+    std::vector<size_t> added;
+    for (size_t i = 0; i < stages.headings.candidates.size(); ++i) {
+        const int style = stages.headings.candidates[i].style;
+        const bool wanted = choices.styles.value(style).accepted.value_or(false) ||
+                            choices.entries.value(proposedHeading(stages, i, 1).id, false);
+        if (wanted && !present.contains(static_cast<int>(i))) added.push_back(i);
+    }
+    int deepest = 0;
+    QHash<int, int> levelOfStyle;
+    for (const ProposedEntry &entry : entries) {
+        deepest = std::max(deepest, entry.level);
+        if (!levelOfStyle.contains(entry.style)) levelOfStyle.insert(entry.style, entry.level);
+    }
+    for (const size_t i : added) {
+        const int style = stages.headings.candidates[i].style;
+        entries.push_back(proposedHeading(stages, i, levelOfStyle.value(style, deepest + 1)));
+    }
+    std::erase_if(entries, [&choices](const ProposedEntry &entry) {
+        const bool accepted = choices.styles.value(entry.style).accepted.value_or(true);
+        return !choices.entries.value(entry.id, accepted);
+    });
+    for (ProposedEntry &entry : entries)
+        entry.level = choices.styles.value(entry.style).level.value_or(entry.level);
+    if (!added.empty()) {
+        std::stable_sort(entries.begin(), entries.end(), [](const ProposedEntry &a, const ProposedEntry &b) {
+            return std::make_tuple(a.page, a.column, a.y.value_or(-1)) <
+                   std::make_tuple(b.page, b.column, b.y.value_or(-1));
+        });
+    }
+    return entries;
+}
+
+/// An entry as it is given: in page space.
+ContentsEntry finished(const Stages &stages, const ProposedEntry &proposed) {
+    const PageLines &page = stages.pages[static_cast<size_t>(proposed.page)];
+    ContentsEntry entry;
+    entry.id = proposed.id;
+    entry.title = proposed.title;
+    entry.pageIndex = proposed.page;
+    entry.level = proposed.level;
+    entry.sources = proposed.sources;
+    entry.confidence = std::clamp(proposed.confidence, 0.0, 1.0);
+    entry.style = proposed.style;
+    QRectF box;
+    for (const int index : proposed.lines) {
+        const TextLine &line = page.line(index);
+        box |= QRectF(line.left, line.top, line.width(), line.bottom - line.top);
+    }
+    if (!box.isNull()) entry.box = page.frame.toShown(box);
+    if (proposed.y) entry.point = page.frame.toPage(QPointF(box.left(), *proposed.y));
+    return entry;
+}
+
+/// The entries without doubles, with levels that never go down by more than one, and no deeper than wanted.
+std::vector<ContentsEntry> finishedEntries(const Stages &stages, const std::vector<ProposedEntry> &proposed,
+                                           int maxDepth) {
+    std::vector<ContentsEntry> entries;
+    QSet<std::pair<int, QString>> seen;
+    int previous = 0;
+    for (const ProposedEntry &proposal : proposed) {
+        const std::pair key(proposal.page, foldedTitle(proposal.title));
+        if (seen.contains(key)) continue;
+        seen.insert(key);
+        ContentsEntry entry = finished(stages, proposal);
+        entry.level = std::clamp(entry.level, 1, previous + 1);
+        previous = entry.level;
+        if (maxDepth == 0 || entry.level <= maxDepth) entries.push_back(std::move(entry));
+    }
+    return entries;
+}
+
+std::vector<HeadingStyle> stylesOf(const Stages &stages, const std::vector<ContentsEntry> &entries) {
+    const HeadingCandidates &headings = stages.headings;
+    std::vector<Tally<int>> levels(headings.styles.size());
+    for (const ContentsEntry &entry : entries) {
+        if (entry.style >= 0) levels[static_cast<size_t>(entry.style)].add(entry.level);
+    }
+    const std::vector<std::vector<size_t>> members = headings.byStyle();
+    std::vector<HeadingStyle> styles;
+    for (size_t i = 0; i < members.size(); ++i) {
+        const StyleKey &key = headings.styles[i];
+        HeadingStyle style;
+        style.id = static_cast<int>(i);
+        style.sample = headings.candidates[members[i].front()].block.text;
+        style.family = key.family;
+        style.size = key.size;
+        style.bold = key.bold;
+        style.italic = key.italic;
+        style.capitals = key.capitals;
+        style.count = static_cast<int>(members[i].size());
+        style.accepted = !levels[i].isEmpty();
+        style.level = style.accepted ? levels[i].heaviest().first : 0;
+        styles.push_back(std::move(style));
+    }
+    std::stable_sort(styles.begin(), styles.end(), [](const HeadingStyle &a, const HeadingStyle &b) {
+        return std::pair(-a.size, !a.bold) < std::pair(-b.size, !b.bold);
+    });
+    return styles;
+}
+
+/// Concludes from the lines what there is.
+void analyseLines(Stages &stages, const DocumentEvidence &document, bool textOnly,
+                  const std::function<void(double)> &progress) {
+    stages.isFromTeX = isFromTeX(document.producer);
+    stages.body = findBodyStyle(stages.pages);
+    markRunningHeads(stages.pages);
+    const PrintedNumbers numbers(stages.pages, textOnly ? QStringList() : document.pageLabels);
+    progress(0.2);
+    stages.printed =
+        findPrintedContents(stages.pages, findContentsPages(stages.pages, !textOnly), numbers, stages.body);
+    dropSpans(stages.pages, 0);
+    progress(0.6);
+    stages.headings = findHeadingCandidates(makeBlocks(stages.pages, stages.body), stages.pages, stages.body);
+    scoreHeadings(stages.headings);
+    progress(0.9);
+    if (textOnly) return;
+    stages.named = findNamedHeadings(document.namedPlaces, stages.pages, stages.headings, stages.body);
+    stages.structure = findStructureHeadings(document.headings, stages.pages, stages.body);
+}
+
+}  // namespace
+
+ContentsAnalysis::ContentsAnalysis() : stages_(std::make_unique<Stages>()) {}
+
+ContentsAnalysis::~ContentsAnalysis() = default;
+
+FoundContents ContentsAnalysis::choose(const ContentsOptions &options, const ContentsChoices &choices) const {
+    FoundContents found;
+    found.hasText = stages_->hasText;
+    if (!found.hasText) return found;
+    const std::vector<ProposedEntry> proposed =
+        withChoices(*stages_, combineStages(*stages_, options.depth), choices);
+    found.entries = finishedEntries(*stages_, proposed, options.maxDepth);
+    found.styles = stylesOf(*stages_, found.entries);
+    return found;
+}
+
+QString ContentsAnalysis::explanation() const {
+    return explainStages(*stages_);
+}
+
+std::unique_ptr<ContentsAnalysis> analyseContents(const ContentsPages &pages, bool textOnly,
+                                                  const std::stop_token &stop,
+                                                  const ContentsProgress &progress) {
+    constexpr double readingShare = 0.8;  // of the time
+    const auto tell = [&progress](double done) {
+        if (progress) progress(done);
+    };
+    auto analysis = std::make_unique<ContentsAnalysis>();
+    Stages &stages = analysis->stages();
+    const int count = pages.pageCount();
+    stages.pages = readAllLines(pages, stop, [&](int done) { tell(readingShare * done / count); });
+    if (stop.stop_requested()) return nullptr;
+    stages.hasText = hasEnoughText(stages.pages);
+    if (!stages.hasText) return analysis;
+    dropSpans(stages.pages, endOfFrontPages(count));
+    analyseLines(stages, pages.documentEvidence(), textOnly,
+                 [&](double done) { tell(readingShare + (1 - readingShare) * done); });
+    tell(1);
+    return analysis;
+}
+
+FoundContents findContents(const ContentsPages &pages, const ContentsOptions &options,
+                           const std::stop_token &stop, const ContentsProgress &progress) {
+    const std::unique_ptr<ContentsAnalysis> analysis =
+        analyseContents(pages, options.textOnly, stop, progress);
+    if (analysis) return analysis->choose(options);
+    FoundContents cancelled;
+    cancelled.cancelled = true;
+    return cancelled;
+}
+
+}  // namespace leafwright

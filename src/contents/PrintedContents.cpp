@@ -1,0 +1,55 @@
+#include "contents/PrintedContents.h"
+
+#include "contents/ContentsLevels.h"
+
+#include <cmath>
+
+namespace leafwright {
+
+namespace {
+
+/// Marks the lines that entries are printed in, so that no title is found there.
+void markContents(std::vector<PageLines> &pages, const std::vector<PrintedEntry> &entries) {
+    for (const PrintedEntry &entry : entries) {
+        PageLines &page = pages[static_cast<size_t>(entry.contentsPage)];
+        for (const TextLine &row : entry.rows) {
+            for (TextLine &line : page.lines) {
+                if (std::abs(line.baseline - row.baseline) < 1 && line.left < row.right + 1 &&
+                    row.left < line.right + 1)
+                    line.inContents = true;
+            }
+        }
+    }
+}
+
+}  // namespace
+
+double PrintedContents::locatedShare() const {
+    return static_cast<double>(countLocated(entries)) / std::max(1, rawEntries);
+}
+
+PrintedContents findPrintedContents(std::vector<PageLines> &pages, const ContentsPageFindings &findings,
+                                    const PrintedNumbers &numbers, const BodyStyle &body) {
+    constexpr size_t fewest = 3;
+    std::vector<PrintedContents> found;
+    for (const ContentsRegion &region : findings.regions) {
+        std::vector<PrintedEntry> entries = entriesOfRegion(findings, region, body);
+        if (entries.size() < fewest) continue;
+        markContents(pages, entries);
+        const auto count = static_cast<int>(entries.size());
+        found.push_back({std::move(entries), region, count});
+    }
+    TitleSearch search(pages, body);
+    PrintedContents best;
+    int mostLocated = -1;
+    for (PrintedContents &contents : found) {
+        resolveEntries(contents.entries, pages, numbers, search);
+        if (!areContents(contents.entries) || countLocated(contents.entries) <= mostLocated) continue;
+        mostLocated = countLocated(contents.entries);
+        best = std::move(contents);
+    }
+    assignPrintedLevels(best.entries, body);
+    return best;
+}
+
+}  // namespace leafwright

@@ -1,0 +1,208 @@
+#include "contents/TextFolding.h"
+
+#include <QRegularExpression>
+
+namespace leafwright {
+
+namespace {
+
+constexpr auto regexOptions =
+    QRegularExpression::UseUnicodePropertiesOption | QRegularExpression::CaseInsensitiveOption;
+
+/// Accents as characters of their own, which some files set beside the letter.
+bool isLooseAccent(char16_t c) {
+    static constexpr QStringView accents =
+        u"\u00ad\u00b4\u00a8\u00b8\u02c7\u02d8\u02d9\u02da\u02dd\u02db\u02c6\u02dc";
+    return accents.contains(QChar(c));
+}
+
+bool isQuote(char16_t c) {
+    static constexpr QStringView quotes =
+        u"\\\"'`"
+        u"\u00b4\u2018\u2019\u201a\u201b\u201c\u201d\u201e\u201f\u00ab\u00bb\u2039\u203a\u2032\u2033\uff02"
+        u"\uff07";
+    return quotes.contains(QChar(c));
+}
+
+bool isDash(char16_t c) {
+    return c == u'-' || (c >= 0x2010 && c <= 0x2015) || c == 0x2212 || c == 0xfe63 || c == 0xff0d;
+}
+
+bool isInvisible(QChar c) {
+    const char16_t u = c.unicode();
+    return c.isSpace() || u < 0x20 || (u >= 0x200b && u <= 0x200f) || u == 0xfeff || u == 0xfffd;
+}
+
+bool isAscii(QStringView text) {
+    return std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
+}
+
+/// The title in compatibility forms and without accents.
+QString withoutAccents(const QString &title) {
+    QString text;
+    text.reserve(title.size());
+    for (const QChar c : title) {
+        if (isLooseAccent(c.unicode())) continue;
+        text += c == QChar(0x0131) ? QChar(u'i') : c;  // the dotless i of accented letters
+    }
+    text = text.normalized(QString::NormalizationForm_KD);
+    text.removeIf([](QChar c) { return c.unicode() >= 0x0300 && c.unicode() <= 0x036f; });
+    return text.normalized(QString::NormalizationForm_KC).toCaseFolded();
+}
+
+/// What a number before a title looks like. Each takes the blanks behind the number, too.
+const std::vector<QRegularExpression> &leadingNumbers() {
+    static const std::vector<QRegularExpression> patterns = [] {
+        const QString words = QStringLiteral(
+            "chapter|chap\\.|appendix|part|section|sect\\.|annex|kapitel|anhang|teil|abschnitt|chapitre|"
+            "annexe|"
+            "partie|cap[ií]tulo|ap[eé]ndice|parte|capitolo|appendice|hoofdstuk|bijlage|глава|приложение|"
+            "часть|"
+            "rozdział|dodatek|kapitola|příloha|část|część|sección");
+        const QString spelled = QStringLiteral(
+            "one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|thirteen|fourteen|fifteen");
+        const auto cased = QRegularExpression::UseUnicodePropertiesOption;
+        return std::vector<QRegularExpression>{
+            // Chapter 3. | Appendix A: | Part One
+            QRegularExpression(QStringLiteral("^(?:%1)\\s*(?:\\d+|%2|[ivxlcdm]{1,7}|[a-z])(?:\\.\\d+)*\\s*"
+                                              "[.:)\\-–—]?\\s+(?=\\S)")
+                                   .arg(words, spelled),
+                               regexOptions),
+            // 1.2 | § 3) | A.1 | IV.
+            QRegularExpression(QStringLiteral("^(?:§\\s*)?(?:\\d+|[A-Z](?=\\.\\d)|[IVXLC]+(?=[.:)]))"
+                                              "(?:[.\\-]\\d+|\\.[A-Za-z](?=[\\s.]))*[.:)]?\\s+(?=\\S)"),
+                               cased),
+            // 1.2Title
+            QRegularExpression(QStringLiteral("^(?:\\d+|[A-Z])(?:\\.\\d+)+\\.?\\s*(?=[^\\W\\d])"), cased),
+            // A. | b) | II
+            QRegularExpression(QStringLiteral("^(?:[A-Z]|[IVX]+|[a-z](?=\\)))[.:)]?\\s+(?=\\S)"), cased),
+            QRegularExpression(
+                QStringLiteral("^(?:第\\s*[0-9一二三四五六七八九十百]+\\s*[章節节部编編])\\s*(?=\\S)"),
+                cased),
+            // 1.2 before a title in an ideographic script
+            QRegularExpression(QStringLiteral("^(?:付録|附录|附錄)?\\s*(?:\\d+|[A-Z])(?:\\.\\d+)*[.:)]?\\s*"
+                                              "(?=[^\\x{0000}-\\x{2fff}])"),
+                               cased),
+        };
+    }();
+    return patterns;
+}
+
+/// A number before a title begins with one of these.
+bool mayStartWithNumber(QStringView title) {
+    return !title.isEmpty() && (title[0].isDigit() || title[0].isLetter() || title[0] == QChar(0xa7));
+}
+
+}  // namespace
+
+QString foldedTitle(const QString &title) {
+    const QString text = isAscii(title) ? title.toLower() : withoutAccents(title);
+    QString folded;
+    folded.reserve(text.size());
+    for (const QChar c : text) {
+        const char16_t u = c.unicode();
+        if (u == u'_' || isInvisible(c) || isQuote(u)) continue;
+        if (!isDash(u)) {
+            folded += c;
+        } else if (!folded.endsWith(u'-')) {
+            folded += u'-';
+        }
+    }
+    const auto goes = [](QChar c) { return c == u'.' || c == u':'; };
+    qsizetype end = folded.size();
+    while (end > 0 && goes(folded[end - 1]))
+        --end;
+    qsizetype begin = 0;
+    while (begin < end && goes(folded[begin]))
+        ++begin;
+    return folded.mid(begin, end - begin);
+}
+
+QStringList titleForms(const QString &title) {
+    const QString text =
+        withSingleBlanks(isAscii(title) ? title : title.normalized(QString::NormalizationForm_KC));
+    QStringList forms;
+    const auto add = [&forms](const QString &form) {
+        if (!form.isEmpty() && !forms.contains(form)) forms += form;
+    };
+    add(foldedTitle(text));
+    if (!mayStartWithNumber(text)) return forms;
+    for (const QRegularExpression &pattern : leadingNumbers()) {
+        const QRegularExpressionMatch match = pattern.match(text);
+        if (match.hasMatch()) add(foldedTitle(text.mid(match.capturedEnd())));
+    }
+    return forms;
+}
+
+QStringList searchForms(const QString &title) {
+    const QStringList all = titleForms(title);
+    QStringList forms;
+    for (const QString &form : all) {
+        if (form.size() >= 2) forms += form;
+    }
+    return forms.isEmpty() ? all : forms;
+}
+
+bool shareForm(const QStringList &a, const QStringList &b) {
+    return std::any_of(a.begin(), a.end(), [&b](const QString &form) { return b.contains(form); });
+}
+
+QString withSingleBlanks(const QString &text) {
+    QString result;
+    result.reserve(text.size());
+    bool blank = false;
+    for (const QChar c : text) {
+        const char16_t u = c.unicode();
+        if (c.isSpace() || u < 0x20 || u == 0x200b || u == 0xfeff) {
+            blank = !result.isEmpty();
+            continue;
+        }
+        if (blank) result += u' ';
+        blank = false;
+        result += c;
+    }
+    return result;
+}
+
+bool isIdeographic(QChar character) {
+    const char16_t u = character.unicode();
+    return (u >= 0x2e80 && u <= 0x9fff) || (u >= 0xac00 && u <= 0xd7af) || (u >= 0xf900 && u <= 0xfaff);
+}
+
+bool hasIdeographs(QStringView text) {
+    return std::any_of(text.begin(), text.end(), isIdeographic);
+}
+
+bool meetWithoutBlank(QStringView before, QStringView after) {
+    return !before.isEmpty() && !after.isEmpty() &&
+           (isIdeographic(before.back()) || isIdeographic(after.front()));
+}
+
+int countLettersAndDigits(QStringView text) {
+    return static_cast<int>(
+        std::count_if(text.begin(), text.end(), [](QChar c) { return c.isLetterOrNumber(); }));
+}
+
+int countLetters(QStringView text) {
+    return static_cast<int>(std::count_if(text.begin(), text.end(), [](QChar c) { return c.isLetter(); }));
+}
+
+bool isDecimalNumber(QStringView text) {
+    return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) { return c.isDigit(); });
+}
+
+int decimalValue(QStringView text) {
+    constexpr qsizetype mostDigits = 9;
+    int value = 0;
+    for (const QChar c : text.left(mostDigits)) {
+        if (!c.isDigit()) break;
+        value = 10 * value + c.digitValue();
+    }
+    return value;
+}
+
+bool startsLowercase(QStringView text) {
+    return !text.isEmpty() && text.front().isLower();
+}
+
+}  // namespace leafwright

@@ -1,0 +1,183 @@
+#include "contents/FindContents.h"
+#include "support/MadePages.h"
+
+#include <gtest/gtest.h>
+#include <stop_token>
+
+namespace leafwright {
+namespace {
+
+using test::boldLook;
+using test::MadePages;
+
+/// "level title @page", a line an entry; pages from 1.
+QStringList outlineOf(const FoundContents &found) {
+    QStringList lines;
+    for (const ContentsEntry &entry : found.entries)
+        lines += QStringLiteral("%1 %2 @%3").arg(entry.level).arg(entry.title).arg(entry.pageIndex + 1);
+    return lines;
+}
+
+QStringList outlineOf(const ContentsPages &pages, const ContentsOptions &options = {}) {
+    return outlineOf(findContents(pages, options));
+}
+
+/// Chapters with two sections each: a page a chapter, numbered headings, page numbers at the bottom.
+void addChapters(MadePages &pages, int count) {
+    for (int i = 1; i <= count; ++i) {
+        pages.page().text(60, 100, QString("%1 Chapter of kind %2").arg(i).arg(QChar(u'a' + i)),
+                          boldLook(18));
+        pages.paragraph(130, 12);
+        pages.text(60, 300, QString("%1.1 First part of %2").arg(i).arg(QChar(u'a' + i)), boldLook(13));
+        pages.paragraph(324, 12);
+        pages.text(60, 500, QString("%1.2 Second part of %2").arg(i).arg(QChar(u'a' + i)), boldLook(13));
+        pages.paragraph(524, 12);
+        pages.text(300, 770, QString::number(i));
+    }
+}
+
+QStringList chaptersOutline(int count, int pagesBefore) {
+    QStringList lines;
+    for (int i = 1; i <= count; ++i) {
+        const QString at = QString(" @%1").arg(i + pagesBefore);
+        const QChar letter(u'a' + i);
+        lines += QString("1 %1 Chapter of kind %2").arg(i).arg(letter) + at;
+        lines += QString("2 %1.1 First part of %2").arg(i).arg(letter) + at;
+        lines += QString("2 %1.2 Second part of %2").arg(i).arg(letter) + at;
+    }
+    return lines;
+}
+
+/// A page of contents for addChapters(), with dots or aligned numbers.
+void addContents(MadePages &pages, int count, bool dots) {
+    pages.page().text(60, 80, "Contents", boldLook(18));
+    double y = 110;
+    for (int i = 1; i <= count; ++i) {
+        const QChar letter(u'a' + i);
+        const QString number = QString::number(i);
+        pages.contentsRow(60, y, QString("%1 Chapter of kind %2").arg(i).arg(letter), number, dots);
+        pages.contentsRow(75, y + 14, QString("%1.1 First part of %2").arg(i).arg(letter), number, dots);
+        pages.contentsRow(75, y + 28, QString("%1.2 Second part of %2").arg(i).arg(letter), number, dots);
+        y += 42;
+    }
+}
+
+TEST(FindContents, HeadingsByTheirStyle) {
+    MadePages pages;
+    addChapters(pages, 6);
+    EXPECT_EQ(outlineOf(pages), chaptersOutline(6, 0));
+}
+
+TEST(FindContents, PrintedContentsWithDots) {
+    MadePages pages;
+    addContents(pages, 6, true);
+    addChapters(pages, 6);
+    EXPECT_EQ(outlineOf(pages), chaptersOutline(6, 1));
+}
+
+TEST(FindContents, PrintedContentsWithoutDots) {
+    MadePages pages;
+    addContents(pages, 6, false);
+    addChapters(pages, 6);
+    EXPECT_EQ(outlineOf(pages), chaptersOutline(6, 1));
+}
+
+TEST(FindContents, EntriesTellWhatSpeaksForThem) {
+    MadePages pages;
+    addContents(pages, 6, true);
+    addChapters(pages, 6);
+    const ContentsEntry entry = findContents(pages, {}).entries.at(1);
+    EXPECT_EQ(entry.sources, PrintedSource | StyleSource);
+    EXPECT_GT(entry.confidence, 0.9);
+    EXPECT_EQ(entry.box.toAlignedRect(), QRectF(60, 300 - 0.8 * 13, 0.5 * 13 * 19, 13).toAlignedRect());
+    EXPECT_EQ(entry.point.x(), 60);
+    EXPECT_NEAR(entry.point.y(), 800 - (300 - 0.8 * 13), 1e-6);
+}
+
+TEST(FindContents, NothingInPlainText) {
+    MadePages pages;
+    for (int i = 0; i < 5; ++i)
+        pages.page().paragraph(80, 50);
+    const FoundContents found = findContents(pages, {});
+    EXPECT_TRUE(found.hasText);
+    EXPECT_TRUE(found.entries.empty());
+}
+
+TEST(FindContents, PagesWithoutTextSaySo) {
+    MadePages pages;
+    for (int i = 0; i < 5; ++i)
+        pages.page().text(60, 100, "Scanned by a machine");
+    EXPECT_FALSE(findContents(pages, {}).hasText);
+    EXPECT_FALSE(findContents(MadePages(), {}).hasText);
+}
+
+TEST(FindContents, DepthIsLimited) {
+    MadePages pages;
+    addChapters(pages, 6);
+    ContentsOptions options;
+    options.maxDepth = 1;
+    QStringList expected = chaptersOutline(6, 0);
+    expected.removeIf([](const QString &line) { return line.startsWith(u'2'); });
+    EXPECT_EQ(outlineOf(pages, options), expected);
+}
+
+TEST(FindContents, StopsWhenAsked) {
+    MadePages pages;
+    addChapters(pages, 3);
+    std::stop_source stop;
+    stop.request_stop();
+    EXPECT_TRUE(findContents(pages, {}, stop.get_token()).cancelled);
+}
+
+TEST(FindContents, ProgressRisesToOne) {
+    MadePages pages;
+    addChapters(pages, 6);
+    std::vector<double> told;
+    findContents(pages, {}, {}, [&told](double done) { told.push_back(done); });
+    ASSERT_FALSE(told.empty());
+    EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
+    EXPECT_EQ(told.back(), 1);
+}
+
+TEST(FindContents, StylesAreTurnedOffAndMoved) {
+    MadePages pages;
+    addChapters(pages, 6);
+    const auto analysis = analyseContents(pages);
+    const FoundContents all = analysis->choose({});
+    ASSERT_EQ(all.styles.size(), 2U);
+    EXPECT_EQ(all.styles[1].count, 12);
+    EXPECT_EQ(all.styles[1].level, 2);
+    EXPECT_EQ(all.styles[1].sample, "1.1 First part of b");
+
+    ContentsChoices choices;
+    choices.styles[all.styles[1].id].accepted = false;
+    const FoundContents chapters = analysis->choose({}, choices);
+    EXPECT_EQ(chapters.entries.size(), 6U);
+    EXPECT_FALSE(chapters.styles[1].accepted);
+
+    choices.styles[all.styles[1].id] = {std::nullopt, 1};
+    EXPECT_EQ(analysis->choose({}, choices).entries.at(1).level, 1);
+}
+
+TEST(FindContents, EntriesAreRejected) {
+    MadePages pages;
+    addChapters(pages, 6);
+    const auto analysis = analyseContents(pages);
+    ContentsChoices choices;
+    choices.entries[analysis->choose({}).entries.at(1).id] = false;
+    QStringList expected = chaptersOutline(6, 0);
+    expected.removeAt(1);
+    EXPECT_EQ(outlineOf(analysis->choose({}, choices)), expected);
+}
+
+TEST(FindContents, ExplanationNamesTheStages) {
+    MadePages pages;
+    addContents(pages, 6, true);
+    addChapters(pages, 6);
+    const QString text = analyseContents(pages)->explanation();
+    EXPECT_TRUE(text.contains("Body text: 10.0 times, leading 12.0"));
+    EXPECT_TRUE(text.contains("Printed contents: pages 1 to 1, 18 entries, 100 % found on their pages"));
+}
+
+}  // namespace
+}  // namespace leafwright
