@@ -108,6 +108,7 @@ CommandInfo AutoTOCCommand::info() const {
                      "Tells headings by how often their fonts occur as well, and corrects the levels as they "
                      "appear; in place of a map.")},
                 {keepOption, translated("Adds the headings behind the existing outline.")},
+                keepPagesOption(),
                 {wrapOption, translated("Puts the headings below one entry, \"AutoTOC\" and the depth.")}}};
 }
 

@@ -105,7 +105,7 @@ std::optional<QString> writeOutcome(const script::ScriptPlayer &player, const QS
 
 /// @return why the script did not come to its end, or can't tell of it
 std::optional<QString> play(const std::vector<script::Step> &steps, const Request &request,
-                            script::ScriptFiles &files, ReportFile &report) {
+                            script::ScriptFiles &files, ReportFile &report, Console &console) {
     if (!request.report.isEmpty()) {
         const QString place = printsReport(request) ? files.temporaryDirectory() + QLatin1String("/.report")
                                                     : files.placeFor(request.report);
@@ -129,7 +129,7 @@ std::optional<QString> playAndPublish(const std::vector<script::Step> &steps, co
     script::ScriptFiles files(absolutePath(QStringLiteral(".")));
     if (auto problem = files.problem()) return problem;
     ReportFile report;
-    auto failure = play(steps, request, files, report);
+    auto failure = play(steps, request, files, report, console);
     // A folder that is missing is why what was to be written there could not be.
     if (auto problem = files.problem()) return problem;
     if (failure) return failure;

@@ -47,10 +47,10 @@ NavigationCommands::NavigationCommands(MyDocument &document) : document_(documen
     actions.handle("goToPageLabel:", [this](QObject *) { goToPageLabel(); });
     actions.handle(
         "goBack:", [this](QObject *) { document_.pdfview()->goBack(); },
-        [this] { return document_.pdfview()->canGoBack(); });
+        [this] { return document_.pdfview() && document_.pdfview()->canGoBack(); });
     actions.handle(
         "goForward:", [this](QObject *) { document_.pdfview()->goForward(); },
-        [this] { return document_.pdfview()->canGoForward(); });
+        [this] { return document_.pdfview() && document_.pdfview()->canGoForward(); });
 }
 
 void NavigationCommands::doubleClickAction(Qt::KeyboardModifiers modifiers) {

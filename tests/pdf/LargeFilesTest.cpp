@@ -108,7 +108,7 @@ TEST_P(LargeFilesOf, Hybrids) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Sizes, LargeFilesOf, testing::Values(2'150'000'000, 3 * GB, 5 * GB, 11 * GB),
-                         [](const auto &info) { return std::to_string(info.param / 1'000'000) + "MB"; });
+                         [](const auto &test) { return std::to_string(test.param / 1'000'000) + "MB"; });
 
 TEST_F(LargeFiles, AnOffsetThatNoTableHoldsTakesAStream) {
     const RawPdf pdf = twoPages(GB, 11 * GB).endWithTable();

@@ -94,7 +94,7 @@ TEST(OutlineReader, OtherActionsAreRead) {
     const PDFOutline &web = document->outlineRoot().childAtIndex(0);
     EXPECT_EQ(web.label(), "Web");
     EXPECT_FALSE(web.destination());
-    EXPECT_EQ(web.entry().action, (OutlineEntry::Action{"URI", "about:blank"}));
+    EXPECT_EQ(web.entry().action, (leafwright::OutlineEntry::Action{"URI", "about:blank"}));
 }
 
 TEST(OutlineReader, EntriesThatAreNoObjectsOfTheirOwn) {

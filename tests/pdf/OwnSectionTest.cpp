@@ -65,7 +65,7 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(Of, OwnSections, testing::Bool(),
-                         [](const auto &info) { return info.param ? "Streams" : "Tables"; });
+                         [](const auto &test) { return test.param ? "Streams" : "Tables"; });
 
 TEST_P(OwnSections, ALaterSessionTakesThePlaceOfAnEarlierOne) {
     session([](PDFOutline &root) { rename(root, 0, "Renamed"); });
@@ -132,7 +132,7 @@ TEST_P(OwnSections, WhatIsAppendedBehindIsLeft) {
     bytes += "xref\n900 1\n" + object.rightJustified(10, '0') + " 00000 n \ntrailer\n<< /Size 901 " + root +
              " /Prev " + previous + ' ' + key + " >>\nstartxref\n" + start + "\n%%EOF\n";
     test::writeFile(path, bytes);
-    session([](PDFOutline &root) { rename(root, 1, "Again"); });
+    session([](PDFOutline &outline) { rename(outline, 1, "Again"); });
     EXPECT_TRUE(contentOf(path).startsWith(bytes));
     EXPECT_THAT(linesByQpdf(path), ElementsAre("Renamed -> 0 (1, 2)", "Again -> 1 (3, 4)"));
     expectSound();
