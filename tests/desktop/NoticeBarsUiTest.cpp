@@ -92,11 +92,10 @@ TEST_F(Notices, CanBeReadOnLightAndOnDarkWindows) {
         palette.setColor(QPalette::Window, dark ? QColor(32, 32, 32) : QColor(239, 239, 239));
         palette.setColor(QPalette::WindowText, dark ? Qt::white : Qt::black);
         palette.setColor(QPalette::Highlight, dark ? QColor(42, 130, 218) : QColor(48, 140, 198));
-        window.setPalette(palette);
-        bars->setNotice("save", {QString()});
-        bars->setGeometry(0, 0, 600, 60);
-        window.show();
-        const QImage image = bars->bar("save")->grab().toImage();
+        NoticeBar bar({"Failed"});
+        bar.setPalette(palette);
+        bar.resize(600, 40);
+        const QImage image = bar.grab().toImage();
         const QColor background = image.pixelColor(3, image.height() / 2);
         EXPECT_GT(contrast(background, palette.color(QPalette::WindowText)), 7) << dark;
         EXPECT_NE(background, palette.color(QPalette::Window)) << "a bar is to be seen";
