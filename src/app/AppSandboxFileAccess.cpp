@@ -27,15 +27,19 @@ QUrl absolute(const QUrl &url) {
 /// The path without ".", ".." and symbolic links, as far as it exists. Links come first: the way up from one
 /// begins where it leads.
 QUrl resolved(const QUrl &url) {
-    const QString path = absolute(url).toLocalFile();
-    std::filesystem::path real = QFile::encodeName(path).toStdString();
-    std::error_code error;
-    // What is behind something that is not there is only tidied up, which may bring links to light.
-    for (std::filesystem::path before; !error && real != before;) {
-        before = real;
-        real = std::filesystem::weakly_canonical(before, error);
+    const std::filesystem::path path = QFile::encodeName(absolute(url).toLocalFile()).toStdString();
+    std::filesystem::path result = "/";
+    for (const std::filesystem::path &name : path.relative_path()) {
+        if (name.empty() || name == ".") continue;
+        if (name == "..") {
+            result = result.parent_path();
+            continue;
+        }
+        std::error_code error;
+        const auto real = std::filesystem::canonical(result / name, error);
+        result = error ? result / name : real;
     }
-    return QUrl::fromLocalFile(error ? QDir::cleanPath(path) : QFile::decodeName(real.c_str()));
+    return QUrl::fromLocalFile(QFile::decodeName(result.c_str()));
 }
 
 /// Where a panel that asks for a path starts: at what is there, or at the nearest folder above that exists.

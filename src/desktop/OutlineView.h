@@ -61,8 +61,8 @@ public:
     /// Unfolds all that items are below, down to 1,000 levels from the top, and scrolls to the first of them,
     /// and to the last if there is room.
     void revealItems(const std::vector<TreeNode *> &items);
-    /// Changes the tree while the rows that stay in sight stay where they are, whatever happens to the
-    /// current one.
+    /// Changes the tree while the first row in sight that stays is the first, whatever happens to the current
+    /// one.
     void keepingPlace(const std::function<void()> &change);
     /// Draws an item anew; null for all.
     void reloadItem(const TreeNode *item);

@@ -100,22 +100,22 @@ void OutlineView::revealItems(const std::vector<TreeNode *> &items) {
 
 void OutlineView::keepingPlace(const std::function<void()> &change) {
     executeDelayedItemsLayout();
-    std::vector<std::pair<std::weak_ptr<TreeNode>, int>> inSight;  // with the upper edge of its row
+    const int offset = visualRect(indexAt({0, 0})).top();
+    std::vector<std::weak_ptr<TreeNode>> inSight;
     for (QModelIndex index = indexAt({0, 0});
          index.isValid() && visualRect(index).top() < viewport()->height(); index = indexBelow(index))
-        inSight.emplace_back(controller_->nodeForIndex(index).weak_from_this(), visualRect(index).top());
+        inSight.push_back(controller_->nodeForIndex(index).weak_from_this());
     QScrollBar &bar = *verticalScrollBar();
     const int before = bar.value();
     change();
     executeDelayedItemsLayout();
     bar.setValue(before);
-    for (size_t i = 0; i < inSight.size(); ++i) {
-        const auto node = inSight[i].first.lock();
+    for (const auto &weak : inSight) {
+        const auto node = weak.lock();
         const int row = node ? rowForItem(*node) : -1;
         if (row < 0) continue;
         const int top = visualRect(controller_->indexForNode(*node)).top();
-        bar.setValue(verticalScrollMode() == ScrollPerItem ? row - static_cast<int>(i)
-                                                           : bar.value() + top - inSight[i].second);
+        bar.setValue(verticalScrollMode() == ScrollPerItem ? row : bar.value() + top - offset);
         return;
     }
 }
