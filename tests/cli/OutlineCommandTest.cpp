@@ -65,7 +65,7 @@ TEST(OutlineCommand, JsonNodesHaveTheirFixedShape) {
     "bold": false,
     "italic": false,
     "color": null,
-    "open": false,
+    "open": true,
     "action": null,
     "entry": NUMBER,
     "children": [

@@ -259,7 +259,7 @@ TEST(Writing, ALockedFileIsNotWritten) {
     const auto document = openPdf(threePages(), {.userPassword = "secret"});
     const auto error = document->writeToFile(dir.path("out.pdf"));
     ASSERT_TRUE(error);
-    EXPECT_EQ(error->kind, PDFError::Kind::WriteFailed);
+    EXPECT_EQ(error->kind, PDFError::Kind::Locked);
     EXPECT_FALSE(QFile::exists(dir.path("out.pdf"))) << "its outline would be lost";
 }
 

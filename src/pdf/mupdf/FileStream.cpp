@@ -58,6 +58,7 @@ qint64 FileHandle::readAt(qint64 offset, void *data, qint64 length) const {
     do {
         count = ::pread(descriptor_, data, static_cast<size_t>(length), start_ + offset);
     } while (count < 0 && errno == EINTR);
+    if (count < 0) readFailure_ = errno;
     return count;
 }
 

@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include <atomic>
 #include <memory>
 
 namespace leafwright::mupdf {
@@ -31,6 +32,9 @@ public:
     int descriptor() const { return descriptor_; }
     /// Reads up to `length` bytes. Returns how many, 0 at the end, -1 with errno set on failure.
     qint64 readAt(qint64 offset, void *data, qint64 length) const;
+    /// The number of the system's last error in reading; 0 while all went well. Who reads a file through
+    /// MuPDF learns of damage only, and asks this whether there is any.
+    int readFailure() const { return readFailure_; }
 
 private:
     /// Takes the descriptor over.
@@ -40,6 +44,7 @@ private:
     int descriptor_;
     qint64 size_ = 0;
     qint64 start_ = 0;
+    mutable std::atomic<int> readFailure_ = 0;
 };
 
 /// A MuPDF stream over the file, with a position and buffer of its own. Owned by the caller.

@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 
 #include <cmath>
+#include <system_error>
 
 namespace leafwright::mupdf {
 
@@ -85,10 +86,10 @@ bool arePages(const PageTree &read, const PageTree &wanted) {
     return true;
 }
 
-}  // namespace
-
-void expectAsWritten(int descriptor, const PageTree &pages, const PDFOutline &outline) {
-    Reader reader(std::make_shared<const FileHandle>(descriptor));
+/// Throws Error where the file shows anything but what it was to be.
+void compare(const std::shared_ptr<const FileHandle> &file, const PageTree &pages,
+             const PDFOutline &outline) {
+    Reader reader(file);
     if (reader.isLocked()) fail(translated("it is locked"));
     const Object tree = reader.catalog().get(PDF_NAME(Pages));
     auto read = std::make_shared<const PageTree>(tree, PageTree::Kids::Presumed);
@@ -98,6 +99,23 @@ void expectAsWritten(int descriptor, const PageTree &pages, const PDFOutline &ou
     if (!isOutline(*readOutline(reader), outline, pages.count())) fail(translated("its outline is another"));
     // Last: reading may bring damage to light.
     if (reader.wasRepaired()) fail(translated("it needs repair"));
+}
+
+}  // namespace
+
+void expectAsWritten(int descriptor, const PageTree &pages, const PDFOutline &outline) {
+    const auto file = std::make_shared<const FileHandle>(descriptor);
+    const auto expectThatItCouldBeRead = [&file] {
+        if (const int failure = file->readFailure())
+            throw std::system_error(failure, std::generic_category());
+    };
+    try {
+        compare(file, pages, outline);
+    } catch (const Error &) {
+        expectThatItCouldBeRead();
+        throw;
+    }
+    expectThatItCouldBeRead();
 }
 
 }  // namespace leafwright::mupdf

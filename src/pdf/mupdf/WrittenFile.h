@@ -5,9 +5,10 @@
 
 namespace leafwright::mupdf {
 
-/// Reads a file that has just been written as if it were any other, and throws Error where that shows
-/// anything but what it was to be: it opens without repair, has the same pages, and the outline that was
-/// written. Reads no more than cross-reference, page tree and outline.
+/// Reads a file that has just been written as if it were any other, and throws Error where that shows anything
+/// but what it was to be: it opens without repair, has the same pages, and the outline that was written.
+/// Throws std::system_error when the file can't be read. Reads no more than cross-reference, page tree and
+/// outline.
 /// @param descriptor of the file, open for reading; it stays the caller's
 void expectAsWritten(int descriptor, const PageTree &pages, const PDFOutline &outline);
 
