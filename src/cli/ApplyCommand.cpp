@@ -101,6 +101,11 @@ ExitCode ApplyCommand::run(const QCommandLineParser &arguments, Console &console
     observeKeepPages(document, file, arguments.isSet(keepPagesOption().names().first()), console);
     document.root().setChildren(std::get<std::unique_ptr<MyOutlineItem>>(tree)->takeChildren());
     reportPages(document, document.root(), console);
+    // Printed page numbers may have been looked up on the pages.
+    if (const auto failure = readFailure(file, *document.pdfDoc())) {
+        console.message(*failure);
+        return Failed;
+    }
     if (const auto error = document.writeNewPDFOutline(out, MyDocument::saveFinalPDF)) {
         console.message(error->message);
         return Failed;

@@ -2,7 +2,6 @@
 
 #include "autotoc/AutoTOC.h"
 #include "autotoc/CalibratingAutoTOC.h"
-#include "cli/Batch.h"
 #include "cli/HeadingMapFile.h"
 #include "cli/OpenFile.h"
 #include "cli/OutlineOutput.h"
@@ -66,6 +65,7 @@ std::optional<QString> autoTOC(const QString &file, const QString &out, const Re
     const PDFDocument &pdf = *document.pdfDoc();
     if (alone) readAllPages(pdf);  // of many files, each has a core to itself
     const FontCensus census = calcFontsInDocument(pdf);
+    if (auto failure = readFailure(file, pdf)) return failure;
     auto top = request.calibrate ? headingsByCalibration(file, pdf, census, request.maxDepth, console)
                                  : headingsByMap(pdf, census, request, console);
     if (!top) return translated("%1: nothing was written").arg(file);
@@ -95,7 +95,9 @@ CommandInfo AutoTOCCommand::info() const {
             "Text in a font larger than the body text's is a heading; its level goes by the font's size, or "
             "by a map (see \"fonts --save-map\"), or by how often fonts occur (--calibrate). The headings "
             "take the place of the outline, unless "
-            "--keep is given. With --out-dir, several files are done at once, on all cores."),
+            "--keep is given. With --out-dir, several files are done at once, on all cores, each in a "
+            "process "
+            "of its own; one that takes more than 60 seconds, or --timeout, is given up."),
         {{QStringLiteral("FILE..."), translated("The PDF, or several with --out-dir.")}},
         OutlineOutput::options() +
             QList<QCommandLineOption>{
@@ -110,6 +112,10 @@ CommandInfo AutoTOCCommand::info() const {
                 {keepOption, translated("Adds the headings behind the existing outline.")},
                 keepPagesOption(),
                 {wrapOption, translated("Puts the headings below one entry, \"AutoTOC\" and the depth.")}}};
+}
+
+bool AutoTOCCommand::limitsTime(const QCommandLineParser &arguments) const {
+    return OutlineOutput(arguments).isFolder();
 }
 
 ExitCode AutoTOCCommand::run(const QCommandLineParser &arguments, Console &console) const {
@@ -131,7 +137,7 @@ ExitCode AutoTOCCommand::run(const QCommandLineParser &arguments, Console &conso
     const auto job = [&](const QString &file) {
         return autoTOC(file, output.targetOf(file), request, output.isAlone(), console);
     };
-    return runBatch(output.files(), job, console) ? Done : Failed;
+    return output.run(info(), arguments, job, console) ? Done : Failed;
 }
 
 }  // namespace leafwright::cli

@@ -9,6 +9,7 @@ class AutoTOCCommand final : public Command {
 public:
     CommandInfo info() const override;
     ExitCode run(const QCommandLineParser &arguments, Console &console) const override;
+    bool limitsTime(const QCommandLineParser &arguments) const override;
 };
 
 }  // namespace leafwright::cli

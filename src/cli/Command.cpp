@@ -1,6 +1,11 @@
 #include "cli/Command.h"
 
+#include "cli/WorkerProcess.h"
+
 #include <QCoreApplication>
+
+#include <new>
+#include <system_error>
 
 namespace leafwright::cli {
 
@@ -21,6 +26,44 @@ QString helpText(const CommandInfo &info, const QCommandLineParser &parser) {
            text.mid(text.indexOf(u'\n'));
 }
 
+bool hasReadableTimeLimit(const QCommandLineParser &parser) {
+    if (!parser.isSet(timeoutOption())) return true;
+    constexpr int aYear = 366 * 24 * 60 * 60;
+    bool isNumber = false;
+    const int seconds = parser.value(timeoutOption()).toInt(&isNumber);
+    return isNumber && seconds >= 0 && seconds <= aYear;
+}
+
+/// Runs the command in a process that is ended when its time is over.
+ExitCode runWithin(std::chrono::seconds limit, const CommandInfo &info, const QStringList &arguments,
+                   const QCommandLineParser &parser, Console &console) {
+    console.flush();
+    const WorkerProcess worker(QStringList{info.name} + arguments, WorkerOf::Command);
+    const WorkerEnd end = worker.run(limit, console.resultsDescriptor(),
+                                     [&console](const QByteArray &text) { console.relay(text); });
+    const auto reason = end.reason(limit);
+    if (!reason) return static_cast<ExitCode>(end.code);
+    console.message(parser.positionalArguments().join(u' ') + QLatin1String(": ") + *reason);
+    return Failed;
+}
+
+ExitCode runParsed(const Command &command, const CommandInfo &info, const QStringList &arguments,
+                   const QCommandLineParser &parser, Console &console) {
+    const auto limit = timeLimit(parser).value_or(std::chrono::seconds(0));
+    if (limit.count() > 0 && workerOf() == WorkerOf::None && !command.limitsTime(parser))
+        return runWithin(limit, info, arguments, parser, console);
+    try {
+        return command.run(parser, console);
+    } catch (const std::bad_alloc &) {
+        console.message(info.name + QLatin1String(": ") +
+                        QCoreApplication::translate("Command", "there is not enough memory"));
+    } catch (const std::system_error &error) {
+        // A thread, say, that could not be started.
+        console.message(info.name + QLatin1String(": ") + QString::fromLocal8Bit(error.what()));
+    }
+    return Failed;
+}
+
 }  // namespace
 
 ExitCode parseAndRun(const Command &command, const QStringList &arguments, Console &console) {
@@ -34,13 +77,18 @@ ExitCode parseAndRun(const Command &command, const QStringList &arguments, Conso
     parser.addOptions(info.options);
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QCoreApplication::translate("Command", "Shows this help."));
-    parser.addOption(help);
+    parser.addOptions({timeoutOption(), help});
 
     if (!parser.parse(QStringList{info.name} + arguments))
         return wrongUsage(command, parser.errorText(), console);
     if (parser.isSet(help)) {
         console.write(helpText(info, parser));
         return Done;
+    }
+    if (!hasReadableTimeLimit(parser)) {
+        return wrongUsage(command,
+                          QCoreApplication::translate("Command", "--timeout wants a number of seconds, or 0"),
+                          console);
     }
     if (!info.aloneOption.isEmpty() && parser.isSet(info.aloneOption)) return command.run(parser, console);
     const qsizetype given = parser.positionalArguments().size();
@@ -55,7 +103,7 @@ ExitCode parseAndRun(const Command &command, const QStringList &arguments, Conso
                       .arg(parser.positionalArguments()[wanted]),
             console);
     }
-    return command.run(parser, console);
+    return runParsed(command, info, arguments, parser, console);
 }
 
 ExitCode wrongUsage(const Command &command, const QString &problem, Console &console) {
@@ -63,6 +111,19 @@ ExitCode wrongUsage(const Command &command, const QString &problem, Console &con
     console.message(info.name + QLatin1String(": ") + problem);
     console.message(QCoreApplication::translate("Command", "usage: %1").arg(usageLine(info)));
     return WrongUsage;
+}
+
+QCommandLineOption timeoutOption() {
+    return {QStringLiteral("timeout"),
+            QCoreApplication::translate("Command",
+                                        "Gives a file up that takes longer than this; 0 lets it take as long "
+                                        "as it likes."),
+            QStringLiteral("SECONDS")};
+}
+
+std::optional<std::chrono::seconds> timeLimit(const QCommandLineParser &arguments) {
+    if (!arguments.isSet(timeoutOption())) return std::nullopt;
+    return std::chrono::seconds(arguments.value(timeoutOption()).toInt());
 }
 
 QCommandLineOption outputOption() {

@@ -4,6 +4,9 @@
 
 #include <QCommandLineParser>
 
+#include <chrono>
+#include <optional>
+
 namespace leafwright::cli {
 
 /// How a command ends.
@@ -38,6 +41,8 @@ public:
     /// Runs with arguments that have been parsed and counted: there are as many as info() lists, or more
     /// where the last one's name ends in "...".
     virtual ExitCode run(const QCommandLineParser &arguments, Console &console) const = 0;
+    /// Whether run() sees to it itself that no file takes longer than timeLimit().
+    virtual bool limitsTime(const QCommandLineParser & /*arguments*/) const { return false; }
 };
 
 /// Parses the arguments behind the command's name and runs it; --help and wrong usage end here.
@@ -45,6 +50,11 @@ ExitCode parseAndRun(const Command &command, const QStringList &arguments, Conso
 
 /// For run(): says what is wrong with the usage.
 ExitCode wrongUsage(const Command &command, const QString &problem, Console &console);
+
+/// The option "--timeout SECONDS", which every command has.
+QCommandLineOption timeoutOption();
+/// How long a file may take, as the option says; absent without it, 0 for as long as it likes.
+std::optional<std::chrono::seconds> timeLimit(const QCommandLineParser &arguments);
 
 /// The option "-o OUT", which every command that writes a PDF has.
 QCommandLineOption outputOption();

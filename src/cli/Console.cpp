@@ -6,6 +6,13 @@
 
 namespace leafwright::cli {
 
+namespace {
+
+constexpr char prefix[] = "leafwright-cli: ";
+constexpr char clearedLine[] = "\r\x1b[K";
+
+}  // namespace
+
 void Console::write(const QByteArray &bytes) {
     std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), results_);
 }
@@ -14,8 +21,21 @@ void Console::message(const QString &text) {
     const std::lock_guard lock(mutex_);
     // A message takes the place of the progress bar, which is drawn again below it.
     const QByteArray line =
-        (barShown_ ? QByteArray("\r\x1b[K") : QByteArray()) + "leafwright-cli: " + fileNameBytes(text) + '\n';
+        (barShown_ ? QByteArray(clearedLine) : QByteArray()) + prefix + fileNameBytes(text) + '\n';
     std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), messages_);
+    std::fflush(messages_);
+}
+
+QString Console::messageText(const QByteArray &said) {
+    QByteArray text = said.trimmed();
+    if (text.startsWith(prefix)) text = text.sliced(qsizetype{sizeof prefix} - 1);
+    return fileNameText(text);
+}
+
+void Console::relay(const QByteArray &said) {
+    const std::lock_guard lock(mutex_);
+    if (barShown_) std::fputs(clearedLine, messages_);
+    std::fwrite(said.constData(), 1, static_cast<size_t>(said.size()), messages_);
     std::fflush(messages_);
 }
 

@@ -20,8 +20,14 @@ public:
     void write(const QString &text) { write(text.toUtf8()); }
     /// Writes one line of message: "leafwright-cli: " and the text.
     void message(const QString &text);
+    /// What another process of this program has said, without what message() puts around it.
+    static QString messageText(const QByteArray &said);
+    /// Writes what another process of this program has said to the messages.
+    void relay(const QByteArray &said);
     /// Writes to the messages as they are; for the progress bar.
     void writeRaw(const QByteArray &bytes);
+    /// Where the results go, for another process to write to. Flush before.
+    int resultsDescriptor() const { return ::fileno(results_); }
     /// Whether messages are shown on a terminal.
     bool isTerminal() const;
     /// Whether all results reached their destination; a full disk or closed pipe shows here.

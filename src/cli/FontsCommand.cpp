@@ -82,9 +82,14 @@ CommandInfo FontsCommand::info() const {
 }
 
 ExitCode FontsCommand::run(const QCommandLineParser &arguments, Console &console) const {
-    const auto document = openForReading(arguments.positionalArguments().first(), console);
+    const QString path = arguments.positionalArguments().first();
+    const auto document = openForReading(path, console);
     if (!document) return Failed;
     readAllPages(*document);
+    if (const auto failure = readFailure(path, *document)) {
+        console.message(*failure);
+        return Failed;
+    }
     const FontCensus census = calcFontsInDocument(*document);
     const HeadingLevelMap map = headingsfromFonts(census);
     print(census, map, console);

@@ -27,6 +27,10 @@ ExitCode InfoCommand::run(const QCommandLineParser &arguments, Console &console)
         return Failed;
     }
     const PDFDocument &document = *std::get<std::unique_ptr<PDFDocument>>(opened);
+    if (const auto failure = readFailure(path, document)) {
+        console.message(*failure);
+        return Failed;
+    }
     const PDFVersion version = document.version();
     JsonWriter json(console);
     json.beginObject();

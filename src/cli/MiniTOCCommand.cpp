@@ -51,11 +51,13 @@ std::optional<QString> miniTOC(const QString &file, int page, const QString &sam
     if (QString failure; !openForEditing(document, file, failure)) return failure;
     const PDFDocument &pdf = *document.pdfDoc();
     QStringList pattern;
-    if (const auto failure = samplePattern(pdf, page - 1, sample, pattern))
-        return file + QLatin1String(": ") + *failure;
+    const auto noSample = samplePattern(pdf, page - 1, sample, pattern);
+    if (auto failure = readFailure(file, pdf)) return failure;
+    if (noSample) return file + QLatin1String(": ") + *noSample;
     observeKeepPages(document, file, keepPages, console);
     document.importOutline();
     readAllPages(pdf);
+    if (auto failure = readFailure(file, pdf)) return failure;
     MyOutlineItem &root = document.root();
     root.insertObjectInChildrenAtIndex(runMiniTOC(pdf, pattern), root.children().size());
     if (const auto error = document.writeNewPDFOutline(out, MyDocument::saveFinalPDF)) return error->message;

@@ -24,6 +24,7 @@ QString openFailure(const QString &path, const PDFError &error) {
         case PDFError::Kind::FileMissing:
             return translated("%1: there is no such file").arg(path);
         case PDFError::Kind::FileUnreadable:
+        case PDFError::Kind::OutOfMemory:
             return translated("%1: the file can't be read: %2").arg(path, error.message);
         case PDFError::Kind::Locked:
             return lockedMessage(path);
@@ -37,6 +38,11 @@ QString openFailure(const QString &path, const PDFError &error) {
         .arg(path, error.message);
 }
 
+std::optional<QString> readFailure(const QString &path, const PDFDocument &document) {
+    const auto problem = document.readProblem();
+    return problem ? std::optional(openFailure(path, *problem)) : std::nullopt;
+}
+
 std::unique_ptr<PDFDocument> openForReading(const QString &path, Console &console) {
     auto opened = PDFDocument::open(path);
     if (const auto *error = std::get_if<PDFError>(&opened)) {
@@ -44,6 +50,10 @@ std::unique_ptr<PDFDocument> openForReading(const QString &path, Console &consol
         return nullptr;
     }
     auto document = std::get<std::unique_ptr<PDFDocument>>(std::move(opened));
+    if (const auto failed = readFailure(path, *document)) {
+        console.message(*failed);
+        return nullptr;
+    }
     if (document->isLocked()) {
         console.message(lockedMessage(path));
         return nullptr;
@@ -54,6 +64,10 @@ std::unique_ptr<PDFDocument> openForReading(const QString &path, Console &consol
 bool openForEditing(MyDocument &document, const QString &path, QString &failure) {
     if (!document.readFromURL(path)) {
         failure = openFailure(path, *document.openError());
+        return false;
+    }
+    if (const auto failed = readFailure(path, *document.pdfDoc())) {
+        failure = *failed;
         return false;
     }
     if (document.pdfDoc()->isLocked()) {

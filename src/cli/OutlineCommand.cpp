@@ -39,8 +39,14 @@ ExitCode OutlineCommand::run(const QCommandLineParser &arguments, Console &conso
         return wrongUsage(*this, translated("\"%1\" is no format; there are json, plus and text").arg(format),
                           console);
     }
-    const auto document = openForReading(arguments.positionalArguments().first(), console);
+    const QString path = arguments.positionalArguments().first();
+    const auto document = openForReading(path, console);
     if (!document) return Failed;
+    document->outlineRoot();
+    if (const auto failure = readFailure(path, *document)) {
+        console.message(*failure);
+        return Failed;
+    }
     print(*document, console);
     return Done;
 }

@@ -1,5 +1,7 @@
 #include "cli/OutlineOutput.h"
 
+#include "cli/Batch.h"
+#include "cli/WorkerProcess.h"
 #include "files/FileReading.h"
 
 #include <QCoreApplication>
@@ -12,6 +14,7 @@ namespace leafwright::cli {
 namespace {
 
 const QString outDirOption = QStringLiteral("out-dir");
+constexpr std::chrono::seconds batchTimeLimit(60);
 
 QString translated(const char *text) {
     return QCoreApplication::translate("OutlineOutput", text);
@@ -26,6 +29,34 @@ QString sharedFileName(const QStringList &files) {
         names.insert(name);
     }
     return {};
+}
+
+/// The arguments that have a command do one file of several as it would do all of them.
+QStringList argumentsFor(const QString &file, const QString &out, const CommandInfo &command,
+                         const QCommandLineParser &given) {
+    QStringList arguments{command.name, QLatin1String("--output=") + out};
+    for (const QCommandLineOption &option : command.options) {
+        const QString name = option.names().last();
+        if (!given.isSet(option) || name == outDirOption || outputOption().names().contains(name)) continue;
+        for (const QString &value :
+             option.valueName().isEmpty() ? QStringList{QString()} : given.values(option))
+            arguments += QLatin1String("--") + name + (value.isNull() ? QString() : u'=' + value);
+    }
+    return arguments + QStringList{QStringLiteral("--"), file};
+}
+
+/// Does one file in a process of its own. @return why that failed
+std::optional<QString> doInWorker(const QString &file, const QStringList &arguments,
+                                  std::chrono::seconds limit, Console &console) {
+    QByteArray said;
+    const WorkerEnd end =
+        WorkerProcess(arguments, WorkerOf::Batch).run(limit, -1, [&said](const QByteArray &text) {
+            said += text;
+        });
+    if (const auto reason = end.reason(limit)) return file + QLatin1String(": ") + *reason;
+    if (end.code != Done) return Console::messageText(said);
+    if (!said.isEmpty()) console.relay(said);
+    return std::nullopt;
 }
 
 }  // namespace
@@ -57,6 +88,23 @@ bool OutlineOutput::makeFolder(Console &console) const {
     const auto reason = leafwright::makeFolder(folder_);
     if (reason) console.message(translated("%1: the folder could not be made: %2").arg(folder_, *reason));
     return !reason;
+}
+
+bool OutlineOutput::isAlone() const {
+    return files_.size() == 1 && workerOf() != WorkerOf::Batch;
+}
+
+bool OutlineOutput::run(const CommandInfo &command, const QCommandLineParser &arguments,
+                        const std::function<std::optional<QString>(const QString &file)> &job,
+                        Console &console) const {
+    if (!isFolder()) return runBatch(files_, job, console);
+    const std::chrono::seconds limit = timeLimit(arguments).value_or(batchTimeLimit);
+    return runBatch(
+        files_,
+        [&](const QString &file) {
+            return doInWorker(file, argumentsFor(file, targetOf(file), command, arguments), limit, console);
+        },
+        console);
 }
 
 QString OutlineOutput::targetOf(const QString &file) const {

@@ -20,10 +20,17 @@ public:
 
     const QStringList &files() const { return files_; }
     /// Whether there is one file only, which has all cores to itself.
-    bool isAlone() const { return files_.size() == 1; }
+    bool isAlone() const;
     bool isFolder() const { return !folder_.isEmpty(); }
     /// The PDF to write for a file.
     QString targetOf(const QString &file) const;
+
+    /// Does a command's job for its file or, with a folder, for all of them: each in a process of its own,
+    /// which runs the command with the same options, and is ended when it takes longer than timeLimit(), or
+    /// 60 seconds. Failures are told at the end. @param job returns why it failed @return whether all went
+    /// well
+    bool run(const CommandInfo &command, const QCommandLineParser &arguments,
+             const std::function<std::optional<QString>(const QString &file)> &job, Console &console) const;
 
 private:
     QStringList files_;

@@ -117,6 +117,9 @@ std::optional<QString> play(const std::vector<script::Step> &steps, const Reques
         if (const auto error = player.open(request.file)) return openFailure(request.file, *error);
         observeKeepPages(*player.document(), request.file, request.keepPages, console);
         if (auto failure = player.play(steps)) return request.steps + QLatin1String(": ") + *failure;
+        const MyDocument *document = player.document();
+        if (document && document->pdfDoc())
+            if (auto failure = readFailure(request.file, *document->pdfDoc())) return failure;
         if (!request.out.isEmpty())
             if (auto failure = writeOutcome(player, request.out, files)) return failure;
     }

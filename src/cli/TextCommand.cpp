@@ -64,17 +64,22 @@ ExitCode TextCommand::run(const QCommandLineParser &arguments, Console &console)
     }
     const auto document = openForReading(path, console);
     if (!document) return Failed;
-    if (!arguments.isSet(pageOption)) {
-        for (int i = 0; i < document->pageCount(); ++i)
-            printRuns(*document, i, console);
-        return Done;
-    }
-    if (page < 1 || page > document->pageCount()) {
+    const bool allPages = !arguments.isSet(pageOption);
+    if (!allPages && (page < 1 || page > document->pageCount())) {
         console.message(translated("%1: there is no page %2; the pages are 1 to %3")
                             .arg(path, arguments.value(pageOption), QString::number(document->pageCount())));
         return Failed;
     }
-    printRuns(*document, page - 1, console);
+    const int first = allPages ? 0 : page - 1;
+    const int end = allPages ? document->pageCount() : page;
+    for (int i = first; i < end; ++i) {
+        document->pageText(i);
+        if (const auto failure = readFailure(path, *document)) {
+            console.message(*failure);
+            return Failed;
+        }
+        printRuns(*document, i, console);
+    }
     return Done;
 }
 

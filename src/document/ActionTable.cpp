@@ -1,6 +1,7 @@
 #include "document/ActionTable.h"
 
 #include <algorithm>
+#include <new>
 #include <stdexcept>
 #include <string>
 
@@ -31,9 +32,15 @@ bool ActionTable::validateUserInterfaceItem(const QString &selector) const {
 
 bool ActionTable::perform(const QString &selector, QObject *sender) const {
     if ((mayPerform_ && !mayPerform_()) || !validateUserInterfaceItem(selector)) return false;
-    // A copy: the command may close the document and the table with it.
+    // Copies: the command may close the document and the table with it.
     const Handler handler = entries_.at(selector).handler;
-    handler(sender);
+    const auto whenOutOfMemory = whenOutOfMemory_;
+    try {
+        handler(sender);
+    } catch (const std::bad_alloc &) {
+        if (!whenOutOfMemory) throw;
+        whenOutOfMemory();
+    }
     return true;
 }
 

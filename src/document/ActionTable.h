@@ -52,8 +52,11 @@ public:
     bool validateUserInterfaceItem(const QString &selector) const;
     /// Sets what is asked before any command is carried out: none is while it says no.
     void setGate(Rule mayPerform) { mayPerform_ = std::move(mayPerform); }
-    /// Carries the command out if it is enabled, and the gate is open. @return whether it was
+    /// Carries the command out if it is enabled, and the gate is open. @return whether it was. One that runs
+    /// out of memory ends there.
     bool perform(const QString &selector, QObject *sender = nullptr) const;
+    /// Says who is told that a command ended for want of memory.
+    void setWhenOutOfMemory(std::function<void()> tell) { whenOutOfMemory_ = std::move(tell); }
     /// The commands with a handler, in the order of actionDescriptions().
     std::vector<const ActionDescription *> handled() const;
 
@@ -64,6 +67,7 @@ private:
     };
     std::map<QString, Entry> entries_;
     Rule mayPerform_;
+    std::function<void()> whenOutOfMemory_;
 };
 
 }  // namespace leafwright

@@ -157,6 +157,7 @@ void AutoTOCCommands::insertTopItem(std::unique_ptr<MyOutlineItem> top) {
     document_.outlineview()->revealItems({&added});
     document_.outlineview()->setFocus();
     document_.updateChangeCount(Document::Change::Done);
+    document_.tellReadProblem();
 }
 
 }  // namespace leafwright

@@ -3,7 +3,17 @@
 #include "autotoc/FontCensus.h"
 #include "pdf/ReadAhead.h"
 
+#include <QLoggingCategory>
+
+#include <new>
+
 namespace leafwright {
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "leafwright.headingmap", QtWarningMsg)
+
+}  // namespace
 
 void HeadingMapGuess::start() {
     if (started_) return;
@@ -19,9 +29,13 @@ std::optional<HeadingLevelMap> HeadingMapGuess::take() {
 }
 
 void HeadingMapGuess::run(const std::stop_token &stop) {
-    readAllPages(pages_, stop);
-    if (stop.stop_requested()) return;
-    map_ = headingsfromFonts(calcFontsInDocument(pages_));
+    try {
+        readAllPages(pages_, stop);
+        if (stop.stop_requested()) return;
+        map_ = headingsfromFonts(calcFontsInDocument(pages_));
+    } catch (const std::bad_alloc &) {
+        qCWarning(log, "there is not enough memory to guess the heading map");
+    }
     // Receivers live on the main thread, so this comes to them by its queue of events.
     Q_EMIT finished();
 }

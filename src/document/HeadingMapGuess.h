@@ -22,7 +22,8 @@ public:
 
     /// Begins, unless it has begun before.
     void start();
-    /// The map. Begins if need be, and waits for the end. It is handed out once; absent after that.
+    /// The map. Begins if need be, and waits for the end. It is handed out once; absent after that, and where
+    /// there was not enough memory for the pages.
     std::optional<HeadingLevelMap> take();
     bool isTaken() const { return taken_; }
 

@@ -1,5 +1,6 @@
 #include "document/MyDocument.h"
 
+#include "desktop/NoticeBars.h"
 #include "desktop/OKNSOutlineView.h"
 #include "desktop/OutlineViewExtensions.h"
 #include "desktop/PrioritySplitViewDelegate.h"
@@ -26,6 +27,8 @@
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 
+#include <new>
+
 namespace leafwright {
 
 MyDocument::MyDocument(Platform &platform)
@@ -46,6 +49,9 @@ MyDocument::MyDocument(Platform &platform)
     actions_.setGate([this] { return !isBusy(); });
     connect(treecontroller_.get(), &TreeController::itemEdited, this,
             [this] { updateChangeCount(Change::Done); });
+    actions_.setWhenOutOfMemory([self = QPointer(this)] {
+        if (self && self->window_) self->window_->showPassingMessage(tr("There is not enough memory."));
+    });
 }
 
 MyDocument::~MyDocument() {
@@ -160,9 +166,13 @@ void MyDocument::setPrintedPageOffset(quint64 offset) {
 }
 
 void MyDocument::estimatePrintedPageOffset() {
-    const auto offset = leafwright::estimatePrintedPageOffset(*pdfDoc_);
-    const std::lock_guard lock(printedPageOffsetMutex_);
-    if (offset && !printedPageOffsetIsStated_) printedPageOffset_ = static_cast<quint64>(qint64{*offset});
+    try {
+        const auto offset = leafwright::estimatePrintedPageOffset(*pdfDoc_);
+        const std::lock_guard lock(printedPageOffsetMutex_);
+        if (offset && !printedPageOffsetIsStated_) printedPageOffset_ = static_cast<quint64>(qint64{*offset});
+    } catch (const std::bad_alloc &) {
+        qWarning("leafwright: there is not enough memory to estimate the printed page numbers");
+    }
 }
 
 void MyDocument::setPrintedPageNumbersHandler(std::function<void()> handler) {
@@ -197,6 +207,15 @@ std::optional<int> MyDocument::knownPageIndexOfItem(const MyOutlineItem &item) c
 
 void MyDocument::addOutlineChildren(const PDFOutline &entry, MyOutlineItem &item) {
     if (leafwright::addOutlineChildren(entry, item, *pdfDoc_)) updateChangeCount(Change::Done);
+}
+
+void MyDocument::tellReadProblem() {
+    const auto problem = pdfDoc_ ? pdfDoc_->readProblem() : std::nullopt;
+    if (!problem || !window_) return;
+    window_->notices()->setNotice(
+        QStringLiteral("readProblem"),
+        {tr("Not all of this PDF could be read: %1. It can't be saved, for what is missing would be lost.")
+             .arg(problem->message)});
 }
 
 }  // namespace leafwright

@@ -138,6 +138,9 @@ public:
     std::optional<PDFError> writeNewPDFOutline(const QString &path, const QString &type);
     /// Why the last write failed, whichever command asked for it; absent where it did not, and before any.
     const std::optional<PDFError> &writeError() const { return writeError_; }
+    /// Tells the user, in the window, that not all of the PDF could be read, if that is so. It is not saved
+    /// then.
+    void tellReadProblem();
     /// Documents are written when the user says so, never by themselves.
     static bool autosavesInPlace() { return false; }
     /// Who is told of every write; the window's progress sheet once there is a window. May be null.

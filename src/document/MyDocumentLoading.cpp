@@ -59,6 +59,7 @@ void MyDocument::windowControllerDidLoadNib(DocumentWindow &window) {
     renamingDefaults_ = {QStringLiteral("Ch"), 1, 1, QStringLiteral("Ch")};
     setUpSplitView();
     documentDidLoad();
+    tellReadProblem();
 }
 
 void MyDocument::showAlert(const QString &message, const QString &informativeText) {

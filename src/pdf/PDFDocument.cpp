@@ -47,7 +47,11 @@ std::shared_ptr<const PageText> PDFDocument::pageText(int index) const {
 }
 
 const PDFOutline &PDFDocument::outlineRoot() const {
-    if (!outlineRoot_) outlineRoot_ = engine_->readOutline();
+    if (!outlineRoot_) {
+        auto outline = engine_->readOutline();
+        auto *const root = std::get_if<std::unique_ptr<PDFOutline>>(&outline);
+        outlineRoot_ = root ? std::move(*root) : std::make_unique<PDFOutline>();
+    }
     return *outlineRoot_;
 }
 
@@ -86,7 +90,8 @@ std::optional<PDFError> PDFDocument::writeAndReplace(const QString &path,
     if (isEncrypted()) return failure(QCoreApplication::translate("PDFDocument", "it is encrypted"));
     FileReplacement file(path);
     if (!file.start()) return PDFError{PDFError::Kind::WriteFailed, file.message()};
-    if (auto error = engine_->write(outlineRoot(), file.descriptor(), progress)) return failure(error->message);
+    if (auto error = engine_->write(outlineRoot(), file.descriptor(), progress))
+        return failure(error->message);
     const FileReplacement::Outcome outcome = file.commit();
     if (outcome == FileReplacement::Outcome::NotWritten)
         return PDFError{PDFError::Kind::WriteFailed, file.message()};

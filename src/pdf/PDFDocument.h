@@ -49,8 +49,12 @@ public:
     bool isSigned() const { return engine_->facts().isSigned; }
     bool hasOutline() const { return engine_->facts().hasOutline; }
     PDFVersion version() const { return engine_->facts().version; }
+    /// Why some of the file could not be read that is there: what has been asked for may not be all. The
+    /// document is not written then. Absent as long as all is well. May be asked from any thread.
+    std::optional<PDFError> readProblem() const { return engine_->readProblem(); }
 
-    /// The outline in memory: the file's own until another is set. Its root has no label.
+    /// The outline in memory: the file's own until another is set. Its root has no label. Empty where the
+    /// file's can't be read, see readProblem().
     const PDFOutline &outlineRoot() const;
     void setOutlineRoot(std::unique_ptr<PDFOutline> root);
 

@@ -11,6 +11,7 @@ struct PDFError {
     enum class Kind {
         FileMissing,     ///< No file at that path.
         FileUnreadable,  ///< The file is there, but the system does not let us read it.
+        OutOfMemory,     ///< Reading it takes more memory than there is, or than one file may take.
         NotAPDF,         ///< What is in the file can't be read as a PDF, even after repair.
         Locked,          ///< A password is needed.
         WriteFailed,     ///< The new file could not be written; an old one at its place is unchanged.

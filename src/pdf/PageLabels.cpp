@@ -56,7 +56,8 @@ QString pageNumberInStyle(int number, PageLabelStyle style) {
     return upper ? numeral.toUpper() : numeral;
 }
 
-std::vector<QString> pageLabels(std::vector<PageLabelRange> ranges, int pageCount) {
+std::vector<QString> pageLabels(std::vector<PageLabelRange> ranges, int pageCount,
+                                const std::function<void(const QString &)> &made) {
     std::stable_sort(ranges.begin(), ranges.end(), [](const PageLabelRange &a, const PageLabelRange &b) {
         return a.firstPage < b.firstPage;
     });
@@ -75,6 +76,7 @@ std::vector<QString> pageLabels(std::vector<PageLabelRange> ranges, int pageCoun
         labels.push_back(
             current->prefix +
             pageNumberInStyle(static_cast<int>(std::min<qint64>(number, INT_MAX)), current->style));
+        made(labels.back());
     }
     return labels;
 }

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <vector>
 
 namespace leafwright {
@@ -19,7 +20,10 @@ struct PageLabelRange {
 
 /// The labels of all pages. A page before the first range has its 1-based number.
 /// @param ranges in any order; of two at one page the last counts.
-std::vector<QString> pageLabels(std::vector<PageLabelRange> ranges, int pageCount);
+/// @param made is told each label when it is made, and may throw to end it
+std::vector<QString> pageLabels(
+    std::vector<PageLabelRange> ranges, int pageCount,
+    const std::function<void(const QString &label)> &made = [](const QString &) {});
 
 /// A number in a style. Roman and letter forms grow with the number without bound, so one that would
 /// take more than 1,000 letters is written in decimal digits; so is one below 1.

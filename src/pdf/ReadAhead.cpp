@@ -1,8 +1,28 @@
 #include "pdf/ReadAhead.h"
 
 #include <atomic>
+#include <exception>
+#include <mutex>
+#include <new>
+#include <system_error>
 
 namespace leafwright {
+
+namespace {
+
+/// Starts threads, as many as the system lets us. @param makeBody gets the thread's number, returns what it
+/// does
+template <typename MakeBody>
+void startThreads(std::vector<std::jthread> &threads, int count, MakeBody &&makeBody) {
+    try {
+        for (int k = 0; k < count; ++k)
+            threads.emplace_back(makeBody(k));
+    } catch (const std::system_error &) {
+        return;
+    }
+}
+
+}  // namespace
 
 std::vector<PageStretch> warmingStretches(int pageCount) {
     constexpr double pagesPerThread = 150;
@@ -23,15 +43,25 @@ void warmPages(const TextPages &pages, const PageStretch &stretch, const std::st
 void onAllCores(int count, const std::function<void(int)> &job, const std::stop_token &stop) {
     // They are handed out one by one: the cost of pages differs too much for fixed shares.
     std::atomic<int> next = 0;
+    std::mutex failureMutex;
+    std::exception_ptr failure;
     const auto work = [&] {
-        for (int i = next++; i < count && !stop.stop_requested(); i = next++)
-            job(i);
+        try {
+            for (int i = next++; i < count && !stop.stop_requested(); i = next++)
+                job(i);
+        } catch (...) {
+            const std::lock_guard lock(failureMutex);
+            failure = std::current_exception();
+            next = count;  // the others are not needed any more
+        }
     };
-    std::vector<std::jthread> helpers;
-    const int cores = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
-    for (int k = 1; k < std::min(cores, count); ++k)
-        helpers.emplace_back(work);
-    work();
+    {
+        const int cores = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
+        std::vector<std::jthread> helpers;
+        startThreads(helpers, std::min(cores, count) - 1, [&work](int) { return work; });
+        work();
+    }
+    if (failure) std::rethrow_exception(failure);
 }
 
 void readAllPages(const TextPages &pages, const std::stop_token &stop) {
@@ -40,10 +70,16 @@ void readAllPages(const TextPages &pages, const std::stop_token &stop) {
 }
 
 PageWarmer::PageWarmer(const TextPages &pages) {
-    for (const PageStretch &stretch : warmingStretches(pages.pageCount())) {
-        threads_.emplace_back(
-            [&pages, stretch](const std::stop_token &stop) { warmPages(pages, stretch, stop); });
-    }
+    const std::vector<PageStretch> stretches = warmingStretches(pages.pageCount());
+    startThreads(threads_, static_cast<int>(stretches.size()), [&](int k) {
+        return [&pages, stretch = stretches[static_cast<size_t>(k)]](const std::stop_token &stop) {
+            try {
+                warmPages(pages, stretch, stop);
+            } catch (const std::bad_alloc &) {
+                return;
+            }
+        };
+    });
 }
 
 }  // namespace leafwright

@@ -24,15 +24,16 @@ std::vector<PageStretch> warmingStretches(int pageCount);
 /// Reads the text of a stretch of pages, so that it is there when asked for; stops early on request.
 void warmPages(const TextPages &pages, const PageStretch &stretch, const std::stop_token &stop);
 
-/// Calls `job` with each number from 0 up to but excluding `count`, on as many threads as there are cores,
-/// and returns when all is done, or soon after a request to stop.
+/// Calls `job` with each number from 0 up to but excluding `count`, on as many threads as there are cores, or
+/// can be started, and returns when all is done, or soon after a request to stop. Throws what a job throws,
+/// std::bad_alloc for one, whichever thread that was on.
 void onAllCores(int count, const std::function<void(int)> &job, const std::stop_token &stop = {});
 
-/// Reads the text of every page on as many threads as there are cores, and returns when all is read, or
-/// soon after a request to stop.
+/// Reads the text of every page in this way.
 void readAllPages(const TextPages &pages, const std::stop_token &stop = {});
 
-/// Threads that warm a document's pages in the background; stopped and joined when this goes.
+/// Threads that warm a document's pages in the background; stopped and joined when this goes. They end early
+/// where memory runs out: whoever needs a page will ask for it.
 class PageWarmer {
 public:
     /// @param pages must outlive the warmer.

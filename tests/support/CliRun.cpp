@@ -1,7 +1,9 @@
 #include "support/CliRun.h"
 
 #include "cli/CommandLine.h"
+#include "cli/WorkerProcess.h"
 #include "files/FileName.h"
+#include "support/Paths.h"
 
 #include <QByteArrayList>
 
@@ -31,6 +33,7 @@ CliResult runCli(const QStringList &arguments) {
     std::FILE *out = std::tmpfile();
     std::FILE *err = std::tmpfile();
     CliResult result{};
+    cli::WorkerProcess::setProgram(commandLineProgram());  // this one is the tests'
     {
         cli::Console console(out, err);
         result.exitCode = cli::runCommandLine(arguments, console);

@@ -1,7 +1,12 @@
 #pragma once
 
+#include "pdf/MemoryBudget.h"
+#include "pdf/PDFError.h"
+
 #include <mupdf/fitz.h>
 
+#include <memory>
+#include <optional>
 #include <stdexcept>
 #include <type_traits>
 
@@ -13,7 +18,20 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// Throws the error that MuPDF is catching as an Error.
+/// What went wrong is not the file's fault: the system would not read it, or memory ran out. What has been
+/// read is then part of what there is; to go on as if the rest were broken or absent would lose it.
+class ReadProblem : public Error {
+public:
+    explicit ReadProblem(const PDFError &problem)
+        : Error(problem.message.toStdString()), kind_(problem.kind) {}
+
+    PDFError problem() const { return {kind_, QString::fromUtf8(what())}; }
+
+private:
+    PDFError::Kind kind_;
+};
+
+/// Throws the error that MuPDF is catching as a ReadProblem if it is one, else as an Error.
 [[noreturn]] void throwCaught(fz_context *ctx);
 
 /// Runs `body` so that an error that MuPDF throws in it (by longjmp) comes out as an Error.
@@ -65,7 +83,8 @@ void runThenAlways(fz_context *ctx, Body &&body, Cleanup &&cleanup) {
 /// slower than one; contexts of their own share nothing but what MuPDF keeps in static variables.
 class Context {
 public:
-    Context();
+    /// @param budget what the context's memory counts on, beside its own limit
+    explicit Context(std::shared_ptr<MemoryBudget> budget = std::make_shared<MemoryBudget>());
     ~Context();
     Context(const Context &) = delete;
     Context &operator=(const Context &) = delete;
@@ -73,9 +92,60 @@ public:
     // NOLINTNEXTLINE(google-explicit-constructor): stands in for the pointer in MuPDF's functions
     operator fz_context *() const { return ctx_; }
 
+    /// The context that MuPDF's pointer stands for.
+    static Context &of(fz_context *ctx) { return *static_cast<Context *>(fz_user_context(ctx)); }
+
+    /// Remembers that the system would not read the file. Trivial, for use among MuPDF's calls.
+    /// @param reason the number of the system's error, or `cutShort`
+    void noteReadFailure(int reason) { readFailure_ = reason; }
+    /// The same of memory of our own that ran out.
+    void noteOutOfMemory() { outOfMemory_ = true; }
+    /// Why something could not be read in this context that is there; MuPDF may have passed over it. A
+    /// context that has met such a problem may hold what is not in the file, and is not to be used much
+    /// longer.
+    std::optional<PDFError> problem() const;
+    /// Throws the problem if there is one.
+    void throwProblem() const;
+
 private:
-    size_t bytesInUse_ = 0;
+    /// The context's allocator; it has no other heap.
+    class Heap {
+    public:
+        explicit Heap(std::shared_ptr<MemoryBudget> budget) : budget_(std::move(budget)) {}
+        ~Heap() { budget_->giveBack(reserved_); }
+        Heap(const Heap &) = delete;
+        Heap &operator=(const Heap &) = delete;
+
+        static void *allocate(void *heap, size_t size);
+        static void *reallocate(void *heap, void *block, size_t size);
+        static void release(void *heap, void *block);
+        /// Whether MuPDF asked for memory in vain.
+        bool isExhausted() const { return exhausted_ || refused_ != 0; }
+
+    private:
+        bool reserve(size_t more);
+        void *refuse(size_t size);
+        void grant(size_t size);
+
+        std::shared_ptr<MemoryBudget> budget_;
+        size_t inUse_ = 0;
+        size_t reserved_ = 0;  ///< Taken from the budget.
+        size_t refused_ = 0;   ///< The size last asked for in vain, until it is known whether that mattered.
+        bool exhausted_ = false;
+    };
+
+    Heap heap_;
+    int readFailure_ = 0;
+    bool outOfMemory_ = false;
     fz_context *ctx_;
 };
+
+/// The reason for a read that found less than the file had when it was opened.
+constexpr int cutShort = -1;
+
+/// The error of a file that the system would not read. @param reason its error number, or `cutShort`
+PDFError readFailureError(int reason);
+/// The error of a file that takes too much memory.
+PDFError outOfMemoryError();
 
 }  // namespace leafwright::mupdf

@@ -1,8 +1,7 @@
 #include "pdf/mupdf/DestinationReader.h"
 
 #include "pdf/mupdf/FactsReader.h"
-
-#include <QSet>
+#include "pdf/mupdf/Walk.h"
 
 namespace leafwright::mupdf {
 
@@ -54,25 +53,29 @@ Object DestinationReader::resolveNames(Object destination) {
 
 void DestinationReader::collectNames() {
     namesCollected_ = true;
+    Walk walk;
+    const auto insert = [&](const QByteArray &name, const Object &destination) {
+        walk.keep(name.size());
+        names_.insert(name, destination);
+    };
     const Object oldStyle = reader_.catalog().get(PDF_NAME(Dests));
-    for (int i = 0; oldStyle.isDict() && i < oldStyle.size(); ++i) {
-        names_.insert(oldStyle.keyAt(i), oldStyle.valueAt(i));
-    }
-    QSet<int> visited;
+    for (int i = 0; oldStyle.isDict() && i < oldStyle.size(); ++i)
+        insert(oldStyle.keyAt(i), oldStyle.valueAt(i));
     std::vector<Object> pending{reader_.catalog().get(PDF_NAME(Names)).get(PDF_NAME(Dests))};
     while (!pending.empty()) {
         const Object node = std::move(pending.back());
         pending.pop_back();
-        if (const int number = node.objectNumber()) {
-            if (visited.contains(number)) continue;
-            visited.insert(number);
-        }
+        if (!walk.enter(node)) continue;
         const Object kids = node.get(PDF_NAME(Kids));
-        for (int i = 0; kids.isArray() && i < kids.size(); ++i)
-            pending.push_back(kids.at(i));
+        if (kids.isArray() && walk.enter(kids)) {
+            for (int i = 0; i < kids.size(); ++i)
+                pending.push_back(kids.at(i));
+        }
         const Object names = node.get(PDF_NAME(Names));
-        for (int i = 0; names.isArray() && i + 1 < names.size(); i += 2) {
-            names_.insert(names.at(i).toBytes(), names.at(i + 1));
+        if (!names.isArray() || !walk.enter(names)) continue;
+        for (int i = 0; i + 1 < names.size(); i += 2) {
+            walk.step();
+            insert(names.at(i).toBytes(), names.at(i + 1));
         }
     }
 }

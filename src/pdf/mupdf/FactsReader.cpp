@@ -3,8 +3,7 @@
 #include "pdf/PageLabels.h"
 #include "pdf/TextString.h"
 #include "pdf/mupdf/ObjectPeek.h"
-
-#include <QSet>
+#include "pdf/mupdf/Walk.h"
 
 namespace leafwright::mupdf {
 
@@ -14,6 +13,10 @@ Rect intersection(const Rect &a, const Rect &b) {
     const double left = std::max(a.x, b.x);
     const double bottom = std::max(a.y, b.y);
     return {left, bottom, std::min(a.right(), b.right()) - left, std::min(a.top(), b.top()) - bottom};
+}
+
+qsizetype bytesOf(const QString &text) {
+    return text.size() * qsizetype{sizeof(QChar)};
 }
 
 PageLabelStyle styleNamed(const QByteArray &name) {
@@ -35,26 +38,26 @@ PageLabelRange labelRange(int firstPage, const Object &label) {
 }
 
 /// The labelling ranges from the catalog's number tree (ISO 32000-1, 7.9.7 and 12.4.2).
-std::vector<PageLabelRange> readLabelRanges(const Object &catalog) {
+std::vector<PageLabelRange> readLabelRanges(const Object &catalog, Walk &walk) {
     std::vector<PageLabelRange> ranges;
-    QSet<int> visited;
     std::vector<Object> pending{catalog.get("PageLabels")};
     while (!pending.empty()) {
         const Object node = std::move(pending.back());
         pending.pop_back();
-        if (const int number = node.objectNumber()) {
-            if (visited.contains(number)) continue;
-            visited.insert(number);
-        }
+        if (!walk.enter(node)) continue;
         const Object kids = node.get(PDF_NAME(Kids));
-        for (int i = 0; kids.isArray() && i < kids.size(); ++i)
-            pending.push_back(kids.at(i));
+        if (kids.isArray() && walk.enter(kids)) {
+            for (int i = 0; i < kids.size(); ++i)
+                pending.push_back(kids.at(i));
+        }
         const Object numbers = node.get(PDF_NAME(Nums));
-        for (int i = 0; numbers.isArray() && i + 1 < numbers.size(); i += 2) {
+        if (!numbers.isArray() || !walk.enter(numbers)) continue;
+        for (int i = 0; i + 1 < numbers.size(); i += 2) {
+            walk.step();
             const Object label = numbers.at(i + 1);
-            if (numbers.at(i).isInt() && label.isDict()) {
-                ranges.push_back(labelRange(numbers.at(i).toInt(), label));
-            }
+            if (!numbers.at(i).isInt() || !label.isDict()) continue;
+            ranges.push_back(labelRange(numbers.at(i).toInt(), label));
+            walk.keep(bytesOf(ranges.back().prefix));
         }
     }
     return ranges;
@@ -64,17 +67,15 @@ std::vector<PageLabelRange> readLabelRanges(const Object &catalog) {
 bool holdsSignature(const Object &catalog) {
     if (catalog.get(PDF_NAME(Perms)).get(PDF_NAME(DocMDP)) || catalog.get(PDF_NAME(Perms)).get("UR3"))
         return true;
-    QSet<int> visited;
+    Walk walk;
     std::vector<Object> pending{catalog.get(PDF_NAME(AcroForm)).get(PDF_NAME(Fields))};
     while (!pending.empty()) {
         const Object fields = std::move(pending.back());
         pending.pop_back();
-        for (int i = 0; fields.isArray() && i < fields.size(); ++i) {
+        if (!fields.isArray() || !walk.enter(fields)) continue;
+        for (int i = 0; i < fields.size(); ++i) {
             const Object field = fields.at(i);
-            if (const int number = field.objectNumber()) {
-                if (visited.contains(number)) continue;
-                visited.insert(number);
-            }
+            if (!walk.enter(field)) continue;
             if (field.inherited(PDF_NAME(FT)).toName() == "Sig" && field.get(PDF_NAME(V)).isDict())
                 return true;
             if (const Object kids = field.get(PDF_NAME(Kids))) pending.push_back(kids);
@@ -118,11 +119,15 @@ PDFFacts readFacts(Reader &reader) {
     facts.version = readVersion(reader, catalog);
     facts.locked = reader.isLocked();
     facts.encrypted = reader.isEncrypted();
-    if (!facts.locked) {
-        facts.isSigned = holdsSignature(catalog);
-        facts.hasOutline = catalog.get(PDF_NAME(Outlines)).get(PDF_NAME(First)).isDict();
-    }
     return facts;
+}
+
+bool isSigned(Reader &reader) {
+    return holdsSignature(reader.catalog());
+}
+
+bool hasOutline(Reader &reader) {
+    return reader.catalog().get(PDF_NAME(Outlines)).get(PDF_NAME(First)).isDict();
 }
 
 std::optional<std::vector<PageGeometry>> readGeometry(Reader &reader) {
@@ -131,15 +136,21 @@ std::optional<std::vector<PageGeometry>> readGeometry(Reader &reader) {
     geometry.reserve(count);
     ObjectPeek peek(reader);
     for (int i = 0; i < count; ++i) {
-        const Object page = peek.object(reader.page(i));
-        if (!isPage(page)) return std::nullopt;
-        geometry.push_back(geometryOf(page));
+        try {
+            const Object page = peek.object(reader.page(i));
+            if (!isPage(page)) return std::nullopt;
+            geometry.push_back(geometryOf(page));
+        } catch (const ReadProblem &) {
+            geometry.push_back(geometryOf(Object()));
+        }
     }
     return geometry;
 }
 
 std::vector<QString> readLabels(Reader &reader) {
-    return pageLabels(readLabelRanges(reader.catalog()), reader.pages().count());
+    Walk walk;
+    return pageLabels(readLabelRanges(reader.catalog(), walk), reader.pages().count(),
+                      [&walk](const QString &label) { walk.keep(bytesOf(label)); });
 }
 
 }  // namespace leafwright::mupdf

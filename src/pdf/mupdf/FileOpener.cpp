@@ -1,5 +1,6 @@
 #include "pdf/mupdf/FileOpener.h"
 
+#include "pdf/PageLabels.h"
 #include "pdf/mupdf/FactsReader.h"
 
 namespace leafwright::mupdf {
@@ -12,6 +13,30 @@ std::shared_ptr<const PageTree> findPages(Reader &reader, PageTree::Kids kids) {
     return pages;
 }
 
+/// Lets `read` find out about a file that is open. What can't be read is left as it is, and is a problem.
+template <typename Read>
+void attempt(OpenedFile &opened, Read &&read) {
+    try {
+        read();
+    } catch (const ReadProblem &problem) {
+        if (!opened.problem) opened.problem = problem.problem();
+    }
+}
+
+void readPages(OpenedFile &opened) {
+    Reader &reader = *opened.reader;
+    opened.pages = findPages(reader, PageTree::Kids::Presumed);
+    std::optional<std::vector<PageGeometry>> geometry = readGeometry(reader);
+    if (!geometry) {
+        opened.pages = findPages(reader, PageTree::Kids::LookedAt);
+        geometry = readGeometry(reader);
+    }
+    opened.facts.pages = std::move(geometry).value_or(std::vector<PageGeometry>());
+    // Until they are read.
+    opened.facts.labels = pageLabels({}, static_cast<int>(opened.facts.pages.size()));
+    if (!opened.problem) opened.problem = opened.pages->problem();
+}
+
 }  // namespace
 
 OpenedFile openFile(const std::shared_ptr<const FileHandle> &file) {
@@ -21,16 +46,14 @@ OpenedFile openFile(const std::shared_ptr<const FileHandle> &file) {
     facts = readFacts(reader);
     if (facts.locked) return opened;
 
-    opened.pages = findPages(reader, PageTree::Kids::Presumed);
-    std::optional<std::vector<PageGeometry>> geometry = readGeometry(reader);
-    if (!geometry) {
-        opened.pages = findPages(reader, PageTree::Kids::LookedAt);
-        geometry = readGeometry(reader);
-    }
-    facts.pages = std::move(geometry).value_or(std::vector<PageGeometry>());
-    facts.labels = readLabels(reader);
+    attempt(opened, [&] { facts.isSigned = isSigned(reader); });
+    attempt(opened, [&] { facts.hasOutline = hasOutline(reader); });
+    attempt(opened, [&] { readPages(opened); });
+    attempt(opened, [&] { facts.labels = readLabels(reader); });
+    // One that MuPDF passed over.
+    if (!opened.problem) opened.problem = reader.problem();
     // A wrong key can pass for a right one; then nothing in the file makes sense.
-    facts.locked = facts.encrypted && facts.pages.empty();
+    facts.locked = facts.encrypted && facts.pages.empty() && !opened.problem;
     // Last, since reading may have brought damage to light.
     facts.repaired = reader.wasRepaired();
     return opened;

@@ -10,9 +10,10 @@ struct OpenedFile {
     PDFFacts facts;
     std::shared_ptr<const PageTree> pages;
     std::unique_ptr<Reader> reader;
+    std::optional<PDFError> problem = {};  ///< Why the facts or the pages may lack something.
 };
 
-/// Opens a PDF. Throws Error when the file is not a PDF beyond repair.
+/// Opens a PDF. Throws Error when the file is not a PDF beyond repair, ReadProblem when that can't be told.
 OpenedFile openFile(const std::shared_ptr<const FileHandle> &file);
 
 }  // namespace leafwright::mupdf

@@ -1,12 +1,12 @@
 #include "pdf/mupdf/FileStream.h"
 
 #include "files/FileReading.h"
+#include "pdf/mupdf/Context.h"
 
 #include <QByteArray>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <new>
 #include <sys/stat.h>
@@ -54,6 +54,12 @@ FileHandle::~FileHandle() {
 }
 
 qint64 FileHandle::readAt(qint64 offset, void *data, qint64 length) const {
+    if (const FailingReads *failing = FailingReads::current) {
+        if (const int error = failing->errorAt_(offset, length)) {
+            errno = error;
+            return -1;
+        }
+    }
     ssize_t count = 0;
     do {
         count = ::pread(descriptor_, data, static_cast<size_t>(length), start_ + offset);
@@ -62,10 +68,21 @@ qint64 FileHandle::readAt(qint64 offset, void *data, qint64 length) const {
     return count;
 }
 
+std::atomic<const FailingReads *> FailingReads::current = nullptr;
+
+FailingReads::FailingReads(std::function<int(qint64, qint64)> errorAt) : errorAt_(std::move(errorAt)) {
+    current = this;
+}
+
+FailingReads::~FailingReads() {
+    current = nullptr;
+}
+
 namespace {
 
 struct StreamState {
     std::shared_ptr<const FileHandle> file;
+    qint64 hidden;
     unsigned char buffer[16384];
 };
 
@@ -74,10 +91,14 @@ struct StreamState {
 int nextBytes(fz_context *ctx, fz_stream *stream, size_t /*max*/) {
     auto *state = static_cast<StreamState *>(stream->state);
     const qint64 count = state->file->readAt(stream->pos, state->buffer, sizeof state->buffer);
-    if (count < 0) {
-        char reason[128];
-        fz_throw(ctx, FZ_ERROR_GENERIC, "read error: %s", ::strerror_r(errno, reason, sizeof reason));
+    const bool isCutShort = count == 0 && stream->pos < state->file->size();
+    if (count < 0 || isCutShort) {
+        Context::of(ctx).noteReadFailure(isCutShort ? cutShort : errno);
+        // The one error that MuPDF never takes for the end of the file or for damage, which it would repair.
+        fz_throw(ctx, FZ_ERROR_TRYLATER, "read error");
     }
+    if (state->hidden >= stream->pos && state->hidden < stream->pos + count)
+        state->buffer[state->hidden - stream->pos] = '#';
     stream->rp = state->buffer;
     stream->wp = state->buffer + count;
     stream->pos += count;
@@ -102,8 +123,8 @@ void dropState(fz_context * /*ctx*/, void *state) {
 
 }  // namespace
 
-fz_stream *openFileStream(fz_context *ctx, const std::shared_ptr<const FileHandle> &file) {
-    auto *state = new StreamState{file, {}};
+fz_stream *openFileStream(fz_context *ctx, const std::shared_ptr<const FileHandle> &file, qint64 hidden) {
+    auto *state = new StreamState{file, hidden, {}};
     // On failure MuPDF hands the state to dropState before it throws.
     fz_stream *stream = fz_new_stream(ctx, state, nextBytes, dropState);
     stream->seek = seekTo;

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "pdf/MemoryBudget.h"
+
 #include <mupdf/fitz.h>
 
 #include <QString>
 
 #include <atomic>
+#include <functional>
 #include <memory>
 
 namespace leafwright::mupdf {
@@ -35,6 +38,8 @@ public:
     /// The number of the system's last error in reading; 0 while all went well. Who reads a file through
     /// MuPDF learns of damage only, and asks this whether there is any.
     int readFailure() const { return readFailure_; }
+    /// What everyone who reads this file may take.
+    const std::shared_ptr<MemoryBudget> &memory() const { return memory_; }
 
 private:
     /// Takes the descriptor over.
@@ -45,10 +50,29 @@ private:
     qint64 size_ = 0;
     qint64 start_ = 0;
     mutable std::atomic<int> readFailure_ = 0;
+    std::shared_ptr<MemoryBudget> memory_ = std::make_shared<MemoryBudget>();
+};
+
+/// Lets reads fail, for tests, as those of a failing disk do. One at a time; files are read by no other
+/// thread while it comes and goes.
+class FailingReads {
+public:
+    /// @param errorAt asked before every read of any file, from any thread: the error's number, 0 for none
+    explicit FailingReads(std::function<int(qint64 offset, qint64 length)> errorAt);
+    ~FailingReads();
+    FailingReads(const FailingReads &) = delete;
+    FailingReads &operator=(const FailingReads &) = delete;
+
+private:
+    friend class FileHandle;
+    static std::atomic<const FailingReads *> current;
+    std::function<int(qint64, qint64)> errorAt_;
 };
 
 /// A MuPDF stream over the file, with a position and buffer of its own. Owned by the caller.
 /// Must be called within guarded().
-fz_stream *openFileStream(fz_context *ctx, const std::shared_ptr<const FileHandle> &file);
+/// @param hidden the offset of a byte that reads as "#", so that the name it is part of is another; -1 for
+/// none
+fz_stream *openFileStream(fz_context *ctx, const std::shared_ptr<const FileHandle> &file, qint64 hidden = -1);
 
 }  // namespace leafwright::mupdf

@@ -29,19 +29,52 @@ QString translated(const char *text) {
     return QCoreApplication::translate("MuPDFEngine", text);
 }
 
+size_t sizeOf(const PageText &text) {
+    return static_cast<size_t>(text.attributedString.string.size()) * sizeof(QChar) +
+           text.attributedString.runs.size() * (sizeof(FontRun) + sizeof(Rect));
+}
+
+/// How many readers of one kind there may be: one a core, as long as those of both kinds fit into the memory
+/// of the file once they have read all of it.
+int mostReaders(const Reader &reader) {
+    constexpr size_t bytesAnObject = 400;
+    fz_context *ctx = reader.context();
+    const int objects = guarded(ctx, [&] { return pdf_xref_len(ctx, reader.document()); });
+    const size_t size = bytesAnObject * static_cast<size_t>(std::max(objects, 1));
+    const size_t fitting = std::max<size_t>(1, MemoryBudget::most / 2 / size);
+    return static_cast<int>(std::clamp<size_t>(std::thread::hardware_concurrency(), 1, fitting));
+}
+
 class MuPDFEngine final : public PDFEngine {
 public:
     MuPDFEngine(const std::shared_ptr<const FileHandle> &file, OpenedFile opened)
         : file_(file),
           facts_(std::move(opened.facts)),
           pages_(opened.pages),
-          drawers_(file, opened.pages, std::max(1, static_cast<int>(std::thread::hardware_concurrency()))),
-          pool_(file, std::move(opened.pages), std::move(opened.reader)) {}
+          drawers_(file, opened.pages, mostReaders(*opened.reader)),
+          pool_(file, opened.pages, drawers_.most(), std::move(opened.reader)),
+          problem_(opened.problem),
+          problemForWriting_(std::move(opened.problem)) {}
 
     const PDFFacts &facts() const override { return facts_; }
 
+    std::optional<PDFError> readProblem() const override {
+        const std::lock_guard lock(problemMutex_);
+        return problem_;
+    }
+
     std::shared_ptr<const PageText> pageText(int index) const override {
-        return std::make_shared<const PageText>(read(index, nullptr));
+        auto text = std::make_unique<const PageText>(read(index, nullptr));
+        const size_t bytes = sizeOf(*text);
+        const std::shared_ptr<MemoryBudget> &memory = file_->memory();
+        if (!memory->take(bytes)) {
+            noted(outOfMemoryError(), Shortage::EndsReading);
+            return std::make_shared<const PageText>();
+        }
+        return {text.release(), [memory, bytes](const PageText *read) {
+                    delete read;
+                    memory->giveBack(bytes);
+                }};
     }
 
     std::vector<Rect> characterBoxes(int index) const override {
@@ -51,87 +84,120 @@ public:
     }
 
     std::vector<TextSpan> textSpans(int index) const override {
-        try {
-            const ReaderPool::Lease reader = pool_.acquire();
-            return readSpans(*reader, index);
-        } catch (const Error &error) {
-            qCWarning(log, "the text of page %d can't be read: %s", index + 1, error.what());
-            return {};
-        }
+        return attempt(pool_, Shortage::EndsReading, std::vector<TextSpan>(),
+                       [&](Reader &reader) { return readSpans(reader, index); });
     }
 
     DocumentMarks marks() const override {
         if (facts_.locked) return {};
-        try {
-            const ReaderPool::Lease reader = pool_.acquire();
-            return readMarks(*reader);
-        } catch (const Error &error) {
-            qCWarning(log, "what the file says of itself can't be read: %s", error.what());
-            return {};
-        }
+        return attempt(pool_, Shortage::EndsReading, DocumentMarks(),
+                       [](Reader &reader) { return readMarks(reader); });
     }
 
     std::vector<QString> markedText(int index, const std::vector<int> &identifiers) const override {
-        try {
-            const ReaderPool::Lease reader = pool_.acquire();
-            return readMarkedText(*reader, index, identifiers);
-        } catch (const Error &error) {
-            qCWarning(log, "the marked content of page %d can't be read: %s", index + 1, error.what());
-            return std::vector<QString>(identifiers.size());
-        }
+        return attempt(pool_, Shortage::EndsReading, std::vector<QString>(identifiers.size()),
+                       [&](Reader &reader) { return readMarkedText(reader, index, identifiers); });
     }
 
     QImage renderPage(const RenderRequest &request, const std::stop_token &stop) const override {
-        try {
-            const ReaderPool::Lease reader = drawers_.acquire();
-            return mupdf::renderPage(*reader, request, stop);
-        } catch (const Error &error) {
-            qCWarning(log, "page %d can't be drawn: %s", request.pageIndex + 1, error.what());
-            return blankImage(request.clip);
-        }
+        return attempt(drawers_, Shortage::IsPassedOver, blankImage(request.clip),
+                       [&](Reader &reader) { return mupdf::renderPage(reader, request, stop); });
     }
 
     std::vector<PDFLink> links(int index) const override {
-        try {
-            const ReaderPool::Lease reader = pool_.acquire();
-            return readLinks(*reader, index);
-        } catch (const Error &error) {
-            qCWarning(log, "the links of page %d can't be read: %s", index + 1, error.what());
-            return {};
-        }
+        return attempt(pool_, Shortage::IsPassedOver, std::vector<PDFLink>(),
+                       [&](Reader &reader) { return readLinks(reader, index); });
     }
 
-    std::unique_ptr<PDFOutline> readOutline() const override {
+    Result<std::unique_ptr<PDFOutline>> readOutline() const override {
         if (facts_.locked) return std::make_unique<PDFOutline>();
-        const ReaderPool::Lease reader = pool_.acquire();
-        return mupdf::readOutline(*reader);
+        try {
+            const ReaderPool::Lease reader = pool_.acquire();
+            return mupdf::readOutline(*reader);
+        } catch (const ReadProblem &problem) {
+            return noted(problem.problem(), Shortage::EndsWriting);
+        } catch (const std::bad_alloc &) {
+            return noted(outOfMemoryError(), Shortage::EndsWriting);
+        } catch (const Error &error) {
+            return noted({PDFError::Kind::NotAPDF, QString::fromUtf8(error.what())}, Shortage::EndsWriting);
+        }
     }
 
     std::optional<PDFError> write(const PDFOutline &root, int descriptor,
                                   const std::function<void(int)> &progress) const override {
+        if (const auto problem = problemForWriting()) return refusal(*problem);
         try {
             // A reader of its own, gone after the write: the next write starts from the original again.
             Reader reader(file_);
             reader.setPages(pages_);
             writeWithOutline(reader, root, descriptor, progress);
+            if (const auto problem = reader.problem()) return refusal(*problem);
             return std::nullopt;
         } catch (const std::system_error &error) {
             return PDFError{PDFError::Kind::WriteFailed,
                             QString::fromLocal8Bit(error.code().message().c_str())};
+        } catch (const ReadProblem &problem) {
+            return refusal(problem.problem());
+        } catch (const std::bad_alloc &) {
+            return refusal(outOfMemoryError());
         } catch (const Error &error) {
             return PDFError{PDFError::Kind::WriteFailed, QString::fromUtf8(error.what())};
         }
     }
 
 private:
-    PageText read(int index, std::vector<Rect> *boxes) const {
+    /// What it means that memory ran out. That the file can't be read always means that nothing is written.
+    enum class Shortage {
+        EndsWriting,  ///< What was asked for is part of what is written.
+        EndsReading,  ///< It is not, but whoever asked has to know that it is not all.
+        IsPassedOver
+    };
+
+    /// Remembers the first problem of those that matter. @return the problem
+    PDFError noted(PDFError problem, Shortage shortage) const {
+        const bool isShortage = problem.kind == PDFError::Kind::OutOfMemory;
+        if (isShortage && shortage == Shortage::IsPassedOver) return problem;
+        const std::lock_guard lock(problemMutex_);
+        if (!problem_) problem_ = problem;
+        if (!problemForWriting_ && !(isShortage && shortage == Shortage::EndsReading))
+            problemForWriting_ = problem;
+        return problem;
+    }
+
+    std::optional<PDFError> problemForWriting() const {
+        const std::lock_guard lock(problemMutex_);
+        return problemForWriting_;
+    }
+
+    static PDFError refusal(const PDFError &problem) {
+        return {PDFError::Kind::WriteFailed,
+                translated("the file could not be read whole, and nothing is to be lost: %1")
+                    .arg(problem.message)};
+    }
+
+    /// Lets a reader read. @param otherwise what to return when nothing can be
+    template <typename Value, typename Read>
+    Value attempt(ReaderPool &pool, Shortage shortage, Value otherwise, Read &&read) const {
         try {
-            const ReaderPool::Lease reader = pool_.acquire();
-            return extractText(*reader, faces_, index, boxes);
+            const ReaderPool::Lease reader = pool.acquire();
+            Value value = read(*reader);
+            if (const auto problem = reader->problem()) noted(*problem, shortage);
+            return value;
+        } catch (const ReadProblem &problem) {
+            noted(problem.problem(), shortage);
+        } catch (const std::system_error &) {
+            noted(outOfMemoryError(), shortage);  // a thread could not be started
+        } catch (const std::bad_alloc &) {
+            noted(outOfMemoryError(), shortage);
         } catch (const Error &error) {
-            qCWarning(log, "the text of page %d can't be read: %s", index + 1, error.what());
-            return {};
+            qCWarning(log, "something can't be read: %s", error.what());
         }
+        return otherwise;
+    }
+
+    PageText read(int index, std::vector<Rect> *boxes) const {
+        return attempt(pool_, Shortage::EndsReading, PageText(),
+                       [&](Reader &reader) { return extractText(reader, faces_, index, boxes); });
     }
 
     std::shared_ptr<const FileHandle> file_;
@@ -142,6 +208,9 @@ private:
     mutable ReaderPool drawers_;
     mutable ReaderPool pool_;
     mutable FaceTable faces_;
+    mutable std::mutex problemMutex_;
+    mutable std::optional<PDFError> problem_;
+    mutable std::optional<PDFError> problemForWriting_;
 };
 
 PDFError unreadable(const std::system_error &error) {
@@ -163,11 +232,16 @@ Result<std::unique_ptr<PDFEngine>> openWithMuPDF(const QString &path) {
         if (file->size() == 0) return PDFError{PDFError::Kind::NotAPDF, translated("the file is empty")};
         auto engine = std::make_unique<MuPDFEngine>(file, openFile(file));
         if (engine->facts().pages.empty() && !engine->facts().locked) {
+            if (const auto problem = engine->readProblem()) return *problem;
             return PDFError{PDFError::Kind::NotAPDF, translated("it holds no pages")};
         }
         return std::unique_ptr<PDFEngine>(std::move(engine));
     } catch (const std::system_error &error) {
         return unreadable(error);
+    } catch (const ReadProblem &problem) {
+        return problem.problem();
+    } catch (const std::bad_alloc &) {
+        return outOfMemoryError();
     } catch (const Error &error) {
         return PDFError{PDFError::Kind::NotAPDF, QString::fromUtf8(error.what())};
     }

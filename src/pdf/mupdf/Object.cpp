@@ -9,12 +9,14 @@ namespace leafwright::mupdf {
 
 namespace {
 
-/// Reads from an object; what can't be read (a broken object stream, say) counts as absent.
+/// Reads from an object; what is broken (an object stream, say) counts as absent.
 template <typename Read>
 auto readOr(fz_context *ctx, const pdf_obj *object, std::invoke_result_t<Read> absent, Read &&read) {
     if (!object) return absent;
     try {
         return guarded(ctx, std::forward<Read>(read));
+    } catch (const ReadProblem &) {
+        throw;
     } catch (const Error &) {
         return absent;
     }
@@ -79,7 +81,7 @@ Object Object::get(const char *key) const {
 
 Object Object::inherited(pdf_obj *key) const {
     // The walk is ours because MuPDF's throws on a loop of parents.
-    constexpr int deepestTree = 1000;
+    constexpr int deepestTree = 100;
     Object node = *this;
     for (int depth = 0; depth < deepestTree && node.isDict(); ++depth) {
         if (Object value = node.get(key)) return value;

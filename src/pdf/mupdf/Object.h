@@ -9,6 +9,7 @@ namespace leafwright::mupdf {
 /// A PDF object, kept alive while this lives; null for what is absent. Reads never throw on what a file
 /// holds: an object of another type than asked for counts as absent or zero, as ISO 32000-1, 7.3.9
 /// wants for references that lead nowhere. References are followed where a value is asked for.
+/// What is there but can't be read, because the system or the memory fails, is a ReadProblem that all throw.
 class Object {  // NOLINT(cppcoreguidelines-special-member-functions): one operator= copies and moves
 public:
     Object() = default;

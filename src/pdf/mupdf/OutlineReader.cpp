@@ -2,8 +2,7 @@
 
 #include "pdf/TextString.h"
 #include "pdf/mupdf/DestinationReader.h"
-
-#include <QSet>
+#include "pdf/mupdf/Walk.h"
 
 namespace leafwright::mupdf {
 
@@ -61,23 +60,23 @@ std::unique_ptr<PDFOutline> readOutline(Reader &reader) {
     const Object outlines = reader.catalog().get(PDF_NAME(Outlines));
     if (outlines.isDict()) root->setEntry({.number = outlines.objectNumber()});
     DestinationReader destinations(reader);
-    QSet<int> visited;
+    Walk walk;
     std::vector<Siblings> open{{root.get(), outlines.get(PDF_NAME(First))}};
     while (!open.empty()) {
         const Object entry = open.back().next;
-        const int number = entry.objectNumber();
-        if (!entry.isDict() || (number != 0 && visited.contains(number))) {
+        if (!entry.isDict() || !walk.enter(entry)) {
             open.pop_back();
             continue;
         }
-        if (number != 0) visited.insert(number);
         PDFOutline &parent = *open.back().parent;
         PDFOutline &outline =
             parent.insertChildAtIndex(readEntry(entry, destinations), parent.numberOfChildren());
+        walk.keep(outline.label().size() * qsizetype{sizeof(QChar)});
         open.back().next = entry.get(PDF_NAME(Next));
         if (Object first = entry.get(PDF_NAME(First)); first.isDict())
             open.push_back({&outline, std::move(first)});
     }
+    reader.throwProblem();  // one that MuPDF passed over
     return root;
 }
 

@@ -4,9 +4,9 @@
 #include "pdf/PageTransform.h"
 #include "pdf/mupdf/FactsReader.h"
 #include "pdf/mupdf/TimeLimit.h"
+#include "pdf/mupdf/Walk.h"
 
 #include <QLoggingCategory>
-#include <QSet>
 
 #include <atomic>
 #include <cmath>
@@ -44,21 +44,22 @@ fz_matrix deviceMatrix(const PageGeometry &geometry, double scale) {
 bool blends(const Object &page) {
     constexpr int mostForms = 1000;
     if (page.get(PDF_NAME(Group)).isDict()) return true;
-    QSet<int> visited;
+    Walk walk;
     std::vector<Object> pending{page.inherited(PDF_NAME(Resources))};
     for (int looked = 0; !pending.empty() && looked < mostForms; ++looked) {
         const Object resources = std::move(pending.back());
         pending.pop_back();
         const Object states = resources.get(PDF_NAME(ExtGState));
-        for (int i = 0; states.isDict() && i < states.size(); ++i) {
+        const bool areNew = states.isDict() && walk.enter(states);
+        for (int i = 0; areNew && i < states.size(); ++i) {
             const Object mode = states.valueAt(i).get(PDF_NAME(BM));
             if (mode && mode.toName() != "Normal" && mode.toName() != "Compatible") return true;
         }
         const Object forms = resources.get(PDF_NAME(XObject));
-        for (int i = 0; forms.isDict() && i < forms.size(); ++i) {
+        if (!forms.isDict() || !walk.enter(forms)) continue;
+        for (int i = 0; i < forms.size(); ++i) {
             const Object form = forms.valueAt(i);
-            if (visited.contains(form.objectNumber())) continue;
-            visited.insert(form.objectNumber());
+            if (!walk.enter(form)) continue;
             if (Object inner = form.get(PDF_NAME(Resources)); inner.isDict())
                 pending.push_back(std::move(inner));
         }

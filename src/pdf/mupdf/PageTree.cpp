@@ -1,44 +1,60 @@
 #include "pdf/mupdf/PageTree.h"
 
-#include <QSet>
+#include "pdf/mupdf/Context.h"
+#include "pdf/mupdf/Walk.h"
 
 namespace leafwright::mupdf {
 
 namespace {
 
-/// Calls `visit(page)` for every page in order, until it returns false.
-template <typename Visit>
-void walkPages(const Object &root, PageTree::Kids trust, Visit &&visit) {
+/// Walks over all pages in order.
+class PageWalk {
+public:
+    PageWalk(const Object &root, PageTree::Kids trust) : trust_(trust) { pending_.push_back({root}); }
+
+    /// Calls `visit(page)` for every page. What can't be read is passed over, and remembered.
+    template <typename Visit>
+    void run(Visit &&visit) {
+        while (!pending_.empty()) {
+            const Pending next = std::move(pending_.back());
+            pending_.pop_back();
+            try {
+                if (next.presumedPage || isPage(next.object)) {
+                    visit(next.object);
+                } else {
+                    enter(next.object);
+                }
+            } catch (const ReadProblem &problem) {
+                if (!problem_) problem_ = problem.problem();
+            }
+        }
+    }
+    const std::optional<PDFError> &problem() const { return problem_; }
+
+private:
     struct Pending {
         Object object;
         bool presumedPage = false;
     };
-    QSet<int> visitedNodes;
-    std::vector<Pending> pending{{root}};
-    while (!pending.empty()) {
-        const Object object = std::move(pending.back().object);
-        const bool presumedPage = pending.back().presumedPage;
-        pending.pop_back();
-        if (presumedPage || isPage(object)) {
-            if (!visit(object)) return;
-            continue;
-        }
-        const Object kids = object.get(PDF_NAME(Kids));
-        if (!kids.isArray()) continue;
-        if (const int number = object.objectNumber()) {
-            if (visitedNodes.contains(number)) continue;
-            visitedNodes.insert(number);
-        }
+
+    void enter(const Object &node) {
+        const Object kids = node.get(PDF_NAME(Kids));
+        if (!kids.isArray() || !walk_.enter(node) || !walk_.enter(kids)) return;
         const int size = kids.size();
-        const bool allPages =
-            trust == PageTree::Kids::Presumed && object.get(PDF_NAME(Count)).toInt() == size;
+        const bool allPages = trust_ == PageTree::Kids::Presumed && node.get(PDF_NAME(Count)).toInt() == size;
         for (int i = size - 1; i >= 0; --i) {
+            walk_.step();
             Object kid = kids.at(i);
             const bool presumed = allPages && kid.isIndirect();
-            pending.push_back({std::move(kid), presumed});
+            pending_.push_back({std::move(kid), presumed});
         }
     }
-}
+
+    PageTree::Kids trust_;
+    std::vector<Pending> pending_;
+    Walk walk_;
+    std::optional<PDFError> problem_;
+};
 
 }  // namespace
 
@@ -48,22 +64,21 @@ bool isPage(const Object &object) {
 }
 
 PageTree::PageTree(const Object &root, Kids kids) {
-    walkPages(root, kids, [this](const Object &page) {
+    PageWalk walk(root, kids);
+    walk.run([this](const Object &page) {
         const int number = page.objectNumber();
         if (number != 0 && !indexByNumber_.contains(number)) indexByNumber_.insert(number, count());
         numbers_.push_back(number);
-        return true;
     });
+    problem_ = walk.problem();
 }
 
-Object pageWithoutNumber(const Object &root, int index) {
-    Object found;
-    walkPages(root, PageTree::Kids::LookedAt, [&found, &index](const Object &page) {
-        if (index-- > 0) return true;
-        found = page;
-        return false;
-    });
-    return found;
+std::vector<Object> pagesWithoutNumber(const Object &root) {
+    std::vector<Object> pages;
+    PageWalk walk(root, PageTree::Kids::LookedAt);
+    walk.run([&pages](const Object &page) { pages.push_back(page.isIndirect() ? Object() : page); });
+    if (walk.problem()) throw ReadProblem(*walk.problem());
+    return pages;
 }
 
 }  // namespace leafwright::mupdf

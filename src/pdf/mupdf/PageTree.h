@@ -1,9 +1,11 @@
 #pragma once
 
+#include "pdf/PDFError.h"
 #include "pdf/mupdf/Object.h"
 
 #include <QHash>
 
+#include <optional>
 #include <vector>
 
 namespace leafwright::mupdf {
@@ -19,7 +21,8 @@ public:
     };
 
     PageTree() = default;
-    /// Walks the tree, without recursion, and stopping at loops. @param root the catalog's /Pages
+    /// Walks the tree, without recursion, and stopping at loops. Throws Error when it has no end.
+    /// @param root the catalog's /Pages
     PageTree(const Object &root, Kids kids);
 
     int count() const { return static_cast<int>(numbers_.size()); }
@@ -27,16 +30,20 @@ public:
     int numberOf(int index) const { return numbers_.at(index); }
     /// The 0-based index of the page with this object number, -1 if there is none.
     int indexOf(int objectNumber) const { return indexByNumber_.value(objectNumber, -1); }
+    /// Why pages may be missing: a part of the tree could not be read.
+    const std::optional<PDFError> &problem() const { return problem_; }
 
 private:
     std::vector<int> numbers_;
     QHash<int, int> indexByNumber_;
+    std::optional<PDFError> problem_;
 };
 
 /// Whether an object is a page rather than a node of the tree or something else.
 bool isPage(const Object &object);
 
-/// Finds a page that is no object of its own, by walking to it.
-Object pageWithoutNumber(const Object &root, int index);
+/// Finds the pages that are no objects of their own, by walking to them. @return by index; null for all
+/// others
+std::vector<Object> pagesWithoutNumber(const Object &root);
 
 }  // namespace leafwright::mupdf

@@ -1,11 +1,14 @@
 #include "pdf/mupdf/Reader.h"
 
 #include "pdf/mupdf/DestinationReader.h"
+#include "pdf/mupdf/XrefGuard.h"
 
 namespace leafwright::mupdf {
 
-Reader::Reader(std::shared_ptr<const FileHandle> file) : file_(std::move(file)) {
-    fz_stream *stream = guarded(context_, [this] { return openFileStream(context_, file_); });
+Reader::Reader(std::shared_ptr<const FileHandle> file) : context_(file->memory()), file_(std::move(file)) {
+    // MuPDF then finds out at once that the section is damaged, and rebuilds the table.
+    const qint64 hidden = absurdFieldWidths(*file_).value_or(-1);
+    fz_stream *stream = guarded(context_, [&] { return openFileStream(context_, file_, hidden); });
     try {
         document_ = guarded(context_, [&] { return pdf_open_document_with_stream(context_, stream); });
     } catch (const Error &) {
@@ -17,7 +20,9 @@ Reader::Reader(std::shared_ptr<const FileHandle> file) : file_(std::move(file)) 
 }
 
 Reader::~Reader() {
-    destinations_.reset();  // holds objects of the document
+    // They hold objects of the document.
+    destinations_.reset();
+    directPages_.clear();
     pdf_drop_document(context_, document_);
 }
 
@@ -33,9 +38,13 @@ Object Reader::trailer() const {
     return {context_, guarded(context_, [this] { return pdf_trailer(context_, document_); })};
 }
 
-Object Reader::page(int index) const {
+Object Reader::page(int index) {
     const int number = pages_->numberOf(index);
-    if (number == 0) return pageWithoutNumber(catalog().get(PDF_NAME(Pages)), index);
+    if (number == 0) {
+        // One walk finds all of them.
+        if (directPages_.empty()) directPages_ = pagesWithoutNumber(catalog().get(PDF_NAME(Pages)));
+        return index < std::ssize(directPages_) ? directPages_[static_cast<size_t>(index)] : Object();
+    }
     pdf_obj *raw = guarded(context_, [&] { return pdf_new_indirect(context_, document_, number, 0); });
     Object page(context_, raw);
     pdf_drop_obj(context_, raw);

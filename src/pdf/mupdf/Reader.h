@@ -11,7 +11,8 @@ class DestinationReader;
 /// A context with the document open in it: everything one thread needs to read the file.
 class Reader {
 public:
-    /// Opens the document on the shared file. Throws Error when it is not a PDF beyond repair.
+    /// Opens the document on the shared file. Throws Error when it is not a PDF beyond repair, ReadProblem
+    /// when that can't be told.
     explicit Reader(std::shared_ptr<const FileHandle> file);
     ~Reader();
     Reader(const Reader &) = delete;
@@ -26,6 +27,10 @@ public:
     bool isEncrypted() const;
     /// Whether the cross-reference had to be rebuilt; damage may also come to light while reading.
     bool wasRepaired() const;
+    /// Why this reader could not read all that it was asked for, although it is there.
+    std::optional<PDFError> problem() const { return context_.problem(); }
+    /// Throws the problem if there is one.
+    void throwProblem() const { context_.throwProblem(); }
 
     Object trailer() const;
     Object catalog() const { return trailer().get(PDF_NAME(Root)); }
@@ -33,7 +38,7 @@ public:
     void setPages(std::shared_ptr<const PageTree> pages) { pages_ = std::move(pages); }
     const PageTree &pages() const { return *pages_; }
     /// The page at a 0-based index within range.
-    Object page(int index) const;
+    Object page(int index);
     /// Keeps the names of destinations it has met, for links on many pages.
     DestinationReader &destinations();
 
@@ -43,6 +48,7 @@ private:
     pdf_document *document_ = nullptr;
     bool locked_ = false;
     std::shared_ptr<const PageTree> pages_ = std::make_shared<const PageTree>();
+    std::vector<Object> directPages_;  ///< By index, the pages that are no objects of their own; once needed.
     std::unique_ptr<DestinationReader> destinations_;
 };
 

@@ -5,22 +5,22 @@
 namespace leafwright::mupdf {
 
 ReaderPool::ReaderPool(std::shared_ptr<const FileHandle> file, std::shared_ptr<const PageTree> pages,
-                       std::unique_ptr<Reader> first)
-    : ReaderPool(std::move(file), std::move(pages),
-                 std::max(1, static_cast<int>(std::thread::hardware_concurrency()))) {
+                       int most, std::unique_ptr<Reader> first)
+    : file_(std::move(file)), pages_(std::move(pages)), most_(most) {
+    idle_.reserve(static_cast<size_t>(most));  // so that giving back can't fail
+    if (!first || first->problem()) return;
     idle_.push_back(std::move(first));
-    made_ = 1;  // NOLINT(cppcoreguidelines-prefer-member-initializer): the other constructor made the members
+    made_ = 1;
 }
-
-ReaderPool::ReaderPool(std::shared_ptr<const FileHandle> file, std::shared_ptr<const PageTree> pages,
-                       int most)
-    : file_(std::move(file)), pages_(std::move(pages)), most_(most) {}
 
 ReaderPool::~ReaderPool() {
     // Freeing the objects of a large file takes a while; the readers do it side by side.
     std::vector<std::jthread> helpers;
-    for (size_t i = 1; i < idle_.size(); ++i) {
-        helpers.emplace_back([reader = std::move(idle_[i])]() mutable { reader.reset(); });
+    try {
+        for (size_t i = 1; i < idle_.size(); ++i)
+            helpers.emplace_back([reader = std::move(idle_[i])]() mutable { reader.reset(); });
+    } catch (const std::exception &) {
+        // Then this thread does it, when it comes to free the list.
     }
     if (!idle_.empty()) idle_.front().reset();
 }
@@ -49,9 +49,11 @@ ReaderPool::Lease ReaderPool::acquire() {
 }
 
 void ReaderPool::giveBack(std::unique_ptr<Reader> reader) {
+    const bool isOfUse = !reader->problem();
+    if (!isOfUse) reader.reset();
     {
         const std::lock_guard lock(mutex_);
-        idle_.push_back(std::move(reader));
+        isOfUse ? idle_.push_back(std::move(reader)) : static_cast<void>(--made_);
     }
     returned_.notify_one();
 }

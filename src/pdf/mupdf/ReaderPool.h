@@ -7,15 +7,14 @@
 
 namespace leafwright::mupdf {
 
-/// Readers of one file, handed out to threads; made when needed, at most one per core.
+/// Readers of one file, handed out to threads; made when needed.
 class ReaderPool {
 public:
-    /// @param first a reader of the file to begin with
     /// @param pages the file's pages, for readers made later
-    ReaderPool(std::shared_ptr<const FileHandle> file, std::shared_ptr<const PageTree> pages,
-               std::unique_ptr<Reader> first);
-    /// A pool that has no reader to begin with. @param most how many readers it may make
-    ReaderPool(std::shared_ptr<const FileHandle> file, std::shared_ptr<const PageTree> pages, int most);
+    /// @param most how many readers there may be at a time
+    /// @param first a reader of the file to begin with; may be null
+    ReaderPool(std::shared_ptr<const FileHandle> file, std::shared_ptr<const PageTree> pages, int most,
+               std::unique_ptr<Reader> first = nullptr);
     ~ReaderPool();
     ReaderPool(const ReaderPool &) = delete;
     ReaderPool &operator=(const ReaderPool &) = delete;
@@ -35,7 +34,9 @@ public:
         std::unique_ptr<Reader> reader_;
     };
 
-    /// Waits while all readers are out. Throws Error when another reader can't be opened.
+    int most() const { return most_; }
+    /// Waits while all readers are out. Throws Error when another reader can't be opened. A reader that comes
+    /// back with a problem is not handed out again.
     Lease acquire();
 
 private:

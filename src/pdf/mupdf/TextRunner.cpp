@@ -91,7 +91,22 @@ private:
                               font->flags,
                               font->italic_angle};
         if (name) std::strncpy(recorded.resourceName, name, sizeof recorded.resourceName - 1);
-        fonts_.push_back(recorded);
+        if (!add(recorded)) {
+            fz_drop_font(ctx, recorded.font);
+            pdf_drop_obj(ctx, recorded.dictionary);
+            Context::of(ctx).noteOutOfMemory();
+            fz_throw(ctx, FZ_ERROR_MEMORY, "no memory for a font");
+        }
+    }
+
+    /// Whether there was memory for it: nothing may be thrown through MuPDF.
+    bool add(const RecordedFont &font) noexcept {
+        try {
+            fonts_.push_back(font);
+            return true;
+        } catch (const std::bad_alloc &) {
+            return false;
+        }
     }
 
     static thread_local FontListener *current;
@@ -265,8 +280,9 @@ void StructuredText::run(Reader &reader, const Object &page, fz_matrix toDevice,
         if (!options.colours) dropColours(processor);
         try {
             guarded(ctx_, [&] {
+                // With the cookie, the time is looked at between all operators: each may load a font.
                 pdf_process_contents(ctx_, processor, reader.document(), resources.get(), contents.get(),
-                                     nullptr);
+                                     &cookie);
                 pdf_close_processor(ctx_, processor);
                 fz_close_device(ctx_, device);
             });

@@ -31,6 +31,53 @@ TEST(Context, MemoryIsLimited) {
     fz_free(context, block);
 }
 
+TEST(Context, MemoryThatRunsOutIsAProblemAndNoDamage) {
+    const Context context;
+    void *block = guarded(context, [&] { return fz_malloc(context, 600U << 20); });
+    EXPECT_FALSE(context.problem());
+    EXPECT_THROW(guarded(context, [&] { return fz_malloc(context, 600U << 20); }), ReadProblem);
+    fz_free(context, block);
+    ASSERT_TRUE(context.problem());
+    EXPECT_EQ(context.problem()->kind, PDFError::Kind::OutOfMemory);
+}
+
+TEST(Context, AskingForTooMuchAtOnceIsDamageAndNoProblem) {
+    const Context context;
+    try {
+        guarded(context, [&] { return fz_malloc(context, size_t{2} << 30); });
+        FAIL();
+    } catch (const ReadProblem &) {
+        FAIL() << "one broken number is not a lack of memory";
+    } catch (const Error &) {
+    }
+    EXPECT_FALSE(context.problem());
+}
+
+TEST(Context, ContextsOfAFileShareItsBudget) {
+    const auto budget = std::make_shared<MemoryBudget>();
+    const Context one(budget);
+    const Context other(budget);
+    const Context third(budget);
+    constexpr size_t large = 900U << 20;
+    void *const first = guarded(one, [&] { return fz_malloc(one, large); });
+    void *const second = guarded(other, [&] { return fz_malloc(other, large); });
+    EXPECT_THROW(guarded(third, [&] { return fz_malloc(third, large); }), ReadProblem);
+    fz_free(one, first);
+    EXPECT_FALSE(one.problem());
+    fz_free(other, second);
+    EXPECT_LT(budget->taken(), 64U << 20) << "what was freed counts no more";
+}
+
+TEST(Context, ThreadMayTakeTheLockOfTheLibrariesTwice) {
+    const Context context;
+    // As happens when FreeType wants memory and a font is dropped to find some.
+    fz_context *const ctx = context;
+    for (int i = 0; i < 2; ++i)
+        ctx->locks.lock(ctx->locks.user, FZ_LOCK_FREETYPE);
+    for (int i = 0; i < 2; ++i)
+        ctx->locks.unlock(ctx->locks.user, FZ_LOCK_FREETYPE);
+}
+
 /// The flag is set from another thread.
 bool isAbortedSoon(fz_cookie &cookie) {
     const std::atomic_ref aborted(cookie.abort);

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QByteArray>
+#include <QStringList>
+
+#include <chrono>
+#include <functional>
+#include <optional>
+
+namespace leafwright::cli {
+
+/// Who waits for a worker.
+enum class WorkerOf {
+    None,     ///< This process is none.
+    Command,  ///< A command that does nothing else meanwhile.
+    Batch     ///< A batch, which has a worker on every core.
+};
+
+/// Whose worker this process is.
+WorkerOf workerOf();
+
+/// How a worker ended.
+struct WorkerEnd {
+    enum class How {
+        Exited,
+        Signalled,  ///< The system ended it: it crashed, or there was no memory left for it.
+        TimedOut,   ///< It took too long and was ended.
+        NotStarted
+    };
+    How how = How::NotStarted;
+    int code = 0;  ///< The exit code, the signal, or the number of the error that kept it from starting.
+
+    /// What to say to people when it is neither "done" nor a failure that the worker has told itself.
+    std::optional<QString> reason(std::chrono::seconds limit) const;
+};
+
+/// Runs a command of this program in a process of its own. A file that takes too long or too much memory, or
+/// that brings a library down, then ends alone; nothing within a process can stop a library that does not
+/// listen.
+class WorkerProcess {
+public:
+    /// @param arguments of the command line, the command first
+    explicit WorkerProcess(QStringList arguments, WorkerOf waiting)
+        : arguments_(std::move(arguments)), waiting_(waiting) {}
+
+    /// Starts the worker and waits for its end. May be called from any thread.
+    /// @param limit when to end it; 0 is never
+    /// @param results the descriptor of its standard output; -1 is none, and nor is there standard input then
+    /// @param messages gets what it writes to standard error, in pieces as they come
+    WorkerEnd run(std::chrono::seconds limit, int results,
+                  const std::function<void(const QByteArray &)> &messages) const;
+
+    /// The program whose commands run, where that is another than the one that runs this: tests have their
+    /// own.
+    static void setProgram(const QString &path);
+
+private:
+    QStringList arguments_;
+    WorkerOf waiting_;
+};
+
+}  // namespace leafwright::cli

@@ -1,0 +1,85 @@
+#include "desktop/NoticeBars.h"
+#include "support/OpenPdf.h"
+#include "support/RawPdf.h"
+#include "support/WindowFixture.h"
+
+#include <gmock/gmock.h>
+
+namespace leafwright {
+namespace {
+
+using test::contentOf;
+using test::PdfBuilder;
+using testing::HasSubstr;
+
+/// What the window does with a file that it could not read whole.
+class ReadProblem : public test::WindowFixture {
+protected:
+    /// What the bar of a name says; empty without one.
+    std::string textOf(const QString &name) const {
+        const NoticeBar *bar = document.myWindow()->notices()->bar(name);
+        return bar ? bar->text().toStdString() : std::string();
+    }
+};
+
+TEST_F(ReadProblem, FileIsNotSavedOver) {
+    PdfBuilder pdf;
+    for (int i = 0; i < 4; ++i) {
+        pdf.addPage(PdfBuilder::showText("F1", 12, 72, 700, "Page " + std::to_string(i)));
+        pdf.addStream(std::string(100'000, 'x'));
+    }
+    addOutline(pdf, {{"(One)", "[" + pdf.pageReference(0) + " /XYZ 72 700 null]"}});
+    open(pdf);
+    EXPECT_EQ(textOf("readProblem"), "");
+
+    // Another program cuts the file short.
+    const QString path = document.pdfURL();
+    ASSERT_TRUE(QFile::resize(path, 1000));
+    for (int i = 0; i < 4; ++i)
+        document.pdfDoc()->page(i)->characterBoxes();
+    ASSERT_TRUE(document.pdfDoc()->readProblem());
+    const QByteArray rest = contentOf(path);
+
+    document.root().children()[0]->setPageTitle("New");
+    document.updateChangeCount(Document::Change::Done);
+    ASSERT_TRUE(document.actions().perform("saveDocument:"));
+    EXPECT_EQ(contentOf(path), rest);
+    EXPECT_TRUE(document.isDocumentEdited());
+    EXPECT_THAT(textOf("failedWrite"), HasSubstr("it was cut short by another program"));
+    EXPECT_EQ(platform.alerts.size(), 0);
+}
+
+TEST_F(ReadProblem, FileThatTakesTooMuchMemoryOpensAndSaysSo) {
+    constexpr int pages = 3000;
+    QByteArray kids;
+    for (int i = 0; i < pages; ++i)
+        kids += "3 0 R ";
+    test::RawPdf pdf;
+    pdf.object(1, "<< /Type /Catalog /Pages 2 0 R /PageLabels << /Nums [0 << /S /D /P 5 0 R >>] >> >>")
+        .object(2, "<< /Type /Pages /Count " + QByteArray::number(pages) + " /Kids [" + kids + "] >>")
+        .object(3, "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] /Resources << >> >>")
+        .object(5, '(' + QByteArray(60'000, 'x') + ')');
+    test::writeFile(dir.path("a.pdf"), pdf.endWithTable().bytes());
+    registerDefaults(platform.userDefaults());
+    ASSERT_TRUE(document.readFromURL(dir.path("a.pdf")));
+    document.makeWindowControllers();
+    EXPECT_EQ(document.pdfDoc()->pageCount(), pages);
+    EXPECT_THAT(textOf("readProblem"), HasSubstr("Not all of this PDF could be read: it takes more memory"));
+    document.finishLoading();
+}
+
+TEST_F(ReadProblem, CommandThatRunsOutOfMemoryEndsAlone) {
+    PdfBuilder pdf;
+    pdf.addNumberedPages(1);
+    open(pdf);
+    ActionTable table;
+    table.handle("undo:", [](QObject *) { throw std::bad_alloc(); });
+    EXPECT_THROW(table.perform("undo:"), std::bad_alloc);
+    bool told = false;
+    table.setWhenOutOfMemory([&told] { told = true; });
+    EXPECT_TRUE(table.perform("undo:"));
+    EXPECT_TRUE(told);
+}
+
+}  // namespace
+}  // namespace leafwright
