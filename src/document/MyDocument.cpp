@@ -55,7 +55,7 @@ MyDocument::MyDocument(Platform &platform)
 }
 
 MyDocument::~MyDocument() {
-    undoSupport_.stopObservingOutlineItemsForUndoSupport();
+    undoSupport_->stopObservingOutlineItemsForUndoSupport();
 }
 
 bool MyDocument::readFromURL(const QString &path) {
