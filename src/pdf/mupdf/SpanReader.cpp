@@ -126,7 +126,7 @@ private:
         span_.direction = direction_;
         span_.color = static_cast<QRgb>(color_) | 0xff000000U;
         const fz_point origin = fz_transform_point(character.origin, toShown_);
-        span_.baseline = double{origin.y};
+        span_.baseline = double{vertical_ ? origin.x : origin.y};
         box_ = fz_empty_rect;
     }
 
@@ -143,13 +143,14 @@ private:
 
     void endSpan() {
         if (!span_.text.isEmpty()) {
-            // What most characters stand on, since the first may be raised. Where text does not run level,
-            // the first one's is as good as any.
-            constexpr double level = 0.999;
-            if (!heights_.empty() && direction_.x() > level) {
+            // What most characters stand on, since the first may be raised.
+            if (!heights_.empty()) {
                 const auto middle = heights_.begin() + static_cast<std::ptrdiff_t>(heights_.size() / 2);
                 std::nth_element(heights_.begin(), middle, heights_.end());
-                span_.baseline = *middle;
+                const double component = vertical_ ? -direction_.y() : direction_.x();
+                // Where text runs aslant, the first one's is as good as any.
+                constexpr double straight = 0.999;
+                if (std::abs(component) > straight) span_.baseline = component > 0 ? *middle : -*middle;
             }
             span_.box = {double{box_.x0}, double{box_.y0}, double{box_.x1} - double{box_.x0},
                          double{box_.y1} - double{box_.y0}};

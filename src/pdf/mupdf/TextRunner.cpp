@@ -210,13 +210,37 @@ private:
 
 thread_local MarkColours *MarkColours::current = nullptr;
 
-/// Only the colours that fill count: text is filled.
+/// Passes over patterns as colours: text that is painted with one keeps the colour from before.
+class PatternFilter {
+public:
+    explicit PatternFilter(pdf_processor *processor) : setColourSpace_(processor->op_cs), outer_(current) {
+        processor->op_cs = onSetColourSpace;
+        current = this;
+    }
+    ~PatternFilter() { current = outer_; }
+    PatternFilter(const PatternFilter &) = delete;
+    PatternFilter &operator=(const PatternFilter &) = delete;
+
+private:
+    static void onSetColourSpace(fz_context *ctx, pdf_processor *processor, const char *name,
+                                 fz_colorspace *space) {
+        if (space) current->setColourSpace_(ctx, processor, name, space);
+    }
+
+    static thread_local PatternFilter *current;
+
+    decltype(pdf_processor::op_cs) setColourSpace_;
+    PatternFilter *outer_;
+};
+
+thread_local PatternFilter *PatternFilter::current = nullptr;
+
 void dropColours(pdf_processor *p) {
-    p->op_cs = nullptr;
-    p->op_sc_color = nullptr;
-    p->op_g = nullptr;
-    p->op_rg = nullptr;
-    p->op_k = nullptr;
+    p->op_CS = p->op_cs = nullptr;
+    p->op_SC_color = p->op_sc_color = nullptr;
+    p->op_G = p->op_g = nullptr;
+    p->op_RG = p->op_rg = nullptr;
+    p->op_K = p->op_k = nullptr;
 }
 
 /// An operator without a handler is passed over by the interpreter, its operands unread.
@@ -233,13 +257,8 @@ void keepOnlyText(pdf_processor *p) {
     p->op_S = p->op_s = p->op_F = p->op_f = p->op_fstar = nullptr;
     p->op_B = p->op_Bstar = p->op_b = p->op_bstar = p->op_n = nullptr;
     p->op_W = p->op_Wstar = nullptr;
-    p->op_CS = nullptr;
     p->op_SC_pattern = p->op_sc_pattern = nullptr;
     p->op_SC_shade = p->op_sc_shade = nullptr;
-    p->op_SC_color = nullptr;
-    p->op_G = nullptr;
-    p->op_RG = nullptr;
-    p->op_K = nullptr;
     p->op_BI = nullptr;
     p->op_sh = nullptr;
     p->op_Do_image = nullptr;
@@ -277,7 +296,12 @@ void StructuredText::run(Reader &reader, const Object &page, fz_matrix toDevice,
         std::optional<MarkColours> marks;
         if (!options.marks.empty()) marks.emplace(processor, options.marks);
         keepOnlyText(processor);
-        if (!options.colours) dropColours(processor);
+        std::optional<PatternFilter> patterns;
+        if (options.colours) {
+            patterns.emplace(processor);
+        } else {
+            dropColours(processor);
+        }
         try {
             guarded(ctx_, [&] {
                 // With the cookie, the time is looked at between all operators: each may load a font.
