@@ -50,7 +50,8 @@ MyDocument::MyDocument(Platform &platform)
     connect(treecontroller_.get(), &TreeController::itemEdited, this,
             [this] { updateChangeCount(Change::Done); });
     actions_.setWhenOutOfMemory([self = QPointer(this)] {
-        if (self && self->window_) self->window_->showPassingMessage(tr("There is not enough memory."));
+        if (self && self->window_)
+            self->window_->notices()->setNotice(QStringLiteral("memory"), {tr("There is not enough memory.")});
     });
 }
 
