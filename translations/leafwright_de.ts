@@ -380,8 +380,12 @@
         <translation>-o OUT fehlt</translation>
     </message>
     <message>
-        <source>TREE is what &quot;outline&quot; prints, edited or not. An entry&apos;s page is told by its pageLabel; of pages with the same label it is the last. pageIndex counts only without a pageLabel, or with --keep-pages where it is a page with that label. An entry at [0, 0] is given the middle of its page&apos;s top edge.</source>
-        <translation>TREE ist, was „outline“ ausgibt, bearbeitet oder nicht. Die Seite eines Eintrags sagt sein pageLabel; von Seiten mit gleicher Bezeichnung gilt die letzte. pageIndex zählt nur ohne pageLabel, oder mit --keep-pages, wenn es eine Seite mit dieser Bezeichnung ist. Ein Eintrag bei [0, 0] bekommt die Mitte der Oberkante seiner Seite.</translation>
+        <source>%1: there is nothing in it; [] says that no outline is wanted</source>
+        <translation>%1: darin steht nichts; [] besagt, dass keine Gliederung gewünscht ist</translation>
+    </message>
+    <message>
+        <source>TREE is what &quot;outline&quot; prints, edited or not. An entry&apos;s page is told by its pageLabel; of pages with the same label it is the last. pageIndex counts only without a pageLabel, or with --keep-pages where it is a page with that label. An entry at [0, 0] is given the middle of its page&apos;s top edge. An empty TREE is refused: [] says that no outline is wanted.</source>
+        <translation>TREE ist, was „outline“ ausgibt, bearbeitet oder nicht. Die Seite eines Eintrags nennt sein pageLabel; von Seiten mit gleicher Bezeichnung gilt die letzte. pageIndex zählt nur ohne pageLabel, oder mit --keep-pages, wo es eine Seite mit dieser Bezeichnung ist. Ein Eintrag bei [0, 0] erhält die Mitte des oberen Rands seiner Seite. Ein leeres TREE wird abgelehnt: [] besagt, dass keine Gliederung gewünscht ist.</translation>
     </message>
 </context>
 <context>
@@ -397,10 +401,6 @@
     <message>
         <source>%1: no headings were found; the outline stays as it was</source>
         <translation>%1: Es wurden keine Überschriften gefunden; die Gliederung bleibt, wie sie war</translation>
-    </message>
-    <message>
-        <source>Where the PDFs go that are made of several files, under their own names; made if it is not there.</source>
-        <translation>Wohin die aus mehreren Dateien entstehenden PDFs kommen, unter ihren eigenen Namen; wird angelegt, wenn nicht vorhanden.</translation>
     </message>
     <message>
         <source>Makes the headings of a PDF, found by their fonts, its outline.</source>
@@ -441,22 +441,6 @@
     <message>
         <source>--calibrate makes a map of its own; --map can&apos;t be given with it</source>
         <translation>--calibrate macht sich eine eigene Tabelle; --map geht nicht zugleich</translation>
-    </message>
-    <message>
-        <source>either -o OUT or --out-dir DIR must be given</source>
-        <translation>Entweder -o OUT oder --out-dir DIR ist anzugeben</translation>
-    </message>
-    <message>
-        <source>several files need --out-dir DIR</source>
-        <translation>Mehrere Dateien brauchen --out-dir DIR</translation>
-    </message>
-    <message>
-        <source>two of the files are named &quot;%1&quot;</source>
-        <translation>Zwei der Dateien heißen „%1“</translation>
-    </message>
-    <message>
-        <source>%1: the folder could not be made</source>
-        <translation>%1: Der Ordner ließ sich nicht anlegen</translation>
     </message>
     <message>
         <source>%1: its text has fewer than two fonts, from which nothing can be told</source>
@@ -683,6 +667,67 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>FileAttributes</name>
+    <message>
+        <source>its extended attributes could not be kept</source>
+        <translation>ihre erweiterten Attribute ließen sich nicht erhalten</translation>
+    </message>
+    <message>
+        <source>its access list could not be kept</source>
+        <translation>ihre Zugriffsliste ließ sich nicht erhalten</translation>
+    </message>
+    <message>
+        <source>its extended attribute &quot;%1&quot; could not be kept</source>
+        <translation>ihr erweitertes Attribut „%1“ ließ sich nicht erhalten</translation>
+    </message>
+    <message>
+        <source>it belonged to another user, and belongs to you now</source>
+        <translation>sie gehörte jemand anderem und gehört jetzt Ihnen</translation>
+    </message>
+    <message>
+        <source>its group could not be kept</source>
+        <translation>ihre Gruppe ließ sich nicht erhalten</translation>
+    </message>
+    <message>
+        <source>its permissions could not be kept</source>
+        <translation>ihre Zugriffsrechte ließen sich nicht erhalten</translation>
+    </message>
+</context>
+<context>
+    <name>FileReplacement</name>
+    <message>
+        <source>it had other names (hard links), which still lead to the old file</source>
+        <translation>sie hatte weitere Namen (harte Links), die noch zur alten Datei führen</translation>
+    </message>
+    <message>
+        <source>nobody reads from this pipe</source>
+        <translation>niemand liest aus dieser Pipe</translation>
+    </message>
+    <message>
+        <source>%1 was written, but may not outlive a power failure: %2</source>
+        <translation>%1 wurde geschrieben, übersteht aber womöglich keinen Stromausfall: %2</translation>
+    </message>
+    <message>
+        <source>%1 could not be written: %2</source>
+        <translation>%1 ließ sich nicht schreiben: %2</translation>
+    </message>
+</context>
+<context>
+    <name>FileTarget</name>
+    <message>
+        <source>it is a folder</source>
+        <translation>das ist ein Ordner</translation>
+    </message>
+    <message>
+        <source>it is a socket; only a file can be replaced</source>
+        <translation>das ist ein Socket; nur eine Datei lässt sich ersetzen</translation>
+    </message>
+    <message>
+        <source>it is a device; only a file can be replaced</source>
+        <translation>das ist ein Gerät; nur eine Datei lässt sich ersetzen</translation>
+    </message>
+</context>
+<context>
     <name>FileWriter</name>
     <message>
         <source>the original was cut short by another program</source>
@@ -691,10 +736,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
 </context>
 <context>
     <name>FontsCommand</name>
-    <message>
-        <source>%1: the map could not be written: %2</source>
-        <translation>%1: Die Tabelle ließ sich nicht schreiben: %2</translation>
-    </message>
     <message>
         <source>Counts the fonts and guesses which are headings, as JSON.</source>
         <translation>Zählt die Schriften und vermutet, welche Überschriften sind, als JSON.</translation>
@@ -908,6 +949,29 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>OutlineOutput</name>
+    <message>
+        <source>Where the PDFs go that are made of several files, under their own names; made if it is not there.</source>
+        <translation>Wohin die aus mehreren Dateien entstehenden PDFs kommen, unter ihren eigenen Namen; wird angelegt, wenn nicht vorhanden.</translation>
+    </message>
+    <message>
+        <source>either -o OUT or --out-dir DIR must be given</source>
+        <translation>Entweder -o OUT oder --out-dir DIR ist anzugeben</translation>
+    </message>
+    <message>
+        <source>several files need --out-dir DIR</source>
+        <translation>Mehrere Dateien brauchen --out-dir DIR</translation>
+    </message>
+    <message>
+        <source>two of the files are named &quot;%1&quot;</source>
+        <translation>Zwei der Dateien heißen „%1“</translation>
+    </message>
+    <message>
+        <source>%1: the folder could not be made: %2</source>
+        <translation>%1: der Ordner ließ sich nicht anlegen: %2</translation>
+    </message>
+</context>
+<context>
     <name>OutlineTree</name>
     <message>
         <source>a node must be an object</source>
@@ -1072,6 +1136,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>%1 could not be written: %2</source>
         <translation>%1 ließ sich nicht schreiben: %2</translation>
     </message>
+    <message>
+        <source>the folder %1 could not be made: %2</source>
+        <translation>der Ordner %1 ließ sich nicht anlegen: %2</translation>
+    </message>
+    <message>
+        <source>it could not be copied to %1: %2</source>
+        <translation>sie ließ sich nicht nach %1 kopieren: %2</translation>
+    </message>
 </context>
 <context>
     <name>ScriptGestures</name>
@@ -1138,10 +1210,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
 <context>
     <name>ScriptPlayer</name>
     <message>
-        <source>it could not be copied</source>
-        <translation>es ließ sich nicht kopieren</translation>
-    </message>
-    <message>
         <source>the document has been closed</source>
         <translation>das Dokument wurde geschlossen</translation>
     </message>
@@ -1152,6 +1220,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>no sheet opened to take the fields</source>
         <translation>es ging kein Fenster auf, das die Felder annimmt</translation>
+    </message>
+    <message>
+        <source>it can&apos;t be shown</source>
+        <translation>sie lässt sich nicht anzeigen</translation>
     </message>
 </context>
 <context>
@@ -1320,6 +1392,13 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>TemporaryFolder</name>
+    <message>
+        <source>no folder for temporary files can be made in %1: %2</source>
+        <translation>in %1 lässt sich kein Ordner für temporäre Dateien anlegen: %2</translation>
+    </message>
+</context>
+<context>
     <name>TextCommand</name>
     <message>
         <source>Prints the text as runs of one font, a JSON object a line.</source>
@@ -1344,6 +1423,21 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1: there is no page %2; the pages are 1 to %3</source>
         <translation>%1: Es gibt keine Seite %2; die Seiten sind 1 bis %3</translation>
+    </message>
+</context>
+<context>
+    <name>TextRecognition</name>
+    <message>
+        <source>text could not be recognised: %1</source>
+        <translation>Text ließ sich nicht erkennen: %1</translation>
+    </message>
+    <message>
+        <source>the program %1 is not there; install the package of that name</source>
+        <translation>das Programm %1 ist nicht da; installieren Sie das Paket dieses Namens</translation>
+    </message>
+    <message>
+        <source>%1 wrote nothing</source>
+        <translation>%1 hat nichts geschrieben</translation>
     </message>
 </context>
 <context>
@@ -1606,6 +1700,14 @@ Inhalt &gt; AutoTOC … macht aus den Überschriften eine Gliederung. Oder wähl
     <message>
         <source>Keep Their Pages</source>
         <translation>Seiten beibehalten</translation>
+    </message>
+    <message>
+        <source>The preview could not be made</source>
+        <translation>Die Vorschau ließ sich nicht anlegen</translation>
+    </message>
+    <message>
+        <source>No folder for temporary files can be made.</source>
+        <translation>Es lässt sich kein Ordner für temporäre Dateien anlegen.</translation>
     </message>
 </context>
 <context>

@@ -53,7 +53,7 @@ std::optional<QString> miniTOC(const QString &file, int page, const QString &sam
     QStringList pattern;
     if (const auto failure = samplePattern(pdf, page - 1, sample, pattern))
         return file + QLatin1String(": ") + *failure;
-    observeKeepPages(document, file, keepPages, console);
+    observeWriting(document, file, keepPages, console);
     document.importOutline();
     readAllPages(pdf);
     MyOutlineItem &root = document.root();
