@@ -1701,6 +1701,14 @@ Inhalt &gt; AutoTOC … macht aus den Überschriften eine Gliederung. Oder wähl
         <source>Keep Their Pages</source>
         <translation>Seiten beibehalten</translation>
     </message>
+    <message>
+        <source>The preview could not be made</source>
+        <translation>Die Vorschau ließ sich nicht anlegen</translation>
+    </message>
+    <message>
+        <source>No folder for temporary files can be made.</source>
+        <translation>Es lässt sich kein Ordner für temporäre Dateien anlegen.</translation>
+    </message>
 </context>
 <context>
     <name>leafwright::NoticeBar</name>

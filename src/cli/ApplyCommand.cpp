@@ -98,7 +98,7 @@ ExitCode ApplyCommand::run(const QCommandLineParser &arguments, Console &console
         console.message(where + QLatin1String(": ") + error->message);
         return Failed;
     }
-    observeKeepPages(document, file, arguments.isSet(keepPagesOption().names().first()), console);
+    observeWriting(document, file, arguments.isSet(keepPagesOption().names().first()), console);
     document.root().setChildren(std::get<std::unique_ptr<MyOutlineItem>>(tree)->takeChildren());
     reportPages(document, document.root(), console);
     // Printed page numbers may have been looked up on the pages.

@@ -76,7 +76,7 @@ std::optional<QString> autoTOC(const QString &file, const QString &out, const Re
     } else if (found || request.keep) {
         items.push_back(std::move(top));
     }
-    observeKeepPages(document, file, request.keepPages, console);
+    observeWriting(document, file, request.keepPages, console);
     if (!found) {
         console.message(items.empty()
                             ? translated("%1: no headings were found; the outline stays as it was").arg(file)

@@ -54,7 +54,7 @@ std::optional<QString> miniTOC(const QString &file, int page, const QString &sam
     const auto noSample = samplePattern(pdf, page - 1, sample, pattern);
     if (auto failure = readFailure(file, pdf)) return failure;
     if (noSample) return file + QLatin1String(": ") + *noSample;
-    observeKeepPages(document, file, keepPages, console);
+    observeWriting(document, file, keepPages, console);
     document.importOutline();
     readAllPages(pdf);
     if (auto failure = readFailure(file, pdf)) return failure;

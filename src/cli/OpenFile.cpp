@@ -95,7 +95,11 @@ QCommandLineOption keepPagesOption() {
                        "this, they lead to the last page that has their label.")};
 }
 
-void observeKeepPages(MyDocument &document, const QString &file, bool keepsPages, Console &console) {
+void observeWriting(MyDocument &document, const QString &file, bool keepsPages, Console &console) {
+    document.setLossesHandler([&console](const QStringList &losses) {
+        for (const QString &loss : losses)
+            console.message(loss);
+    });
     document.platform().userDefaults().setValue(MyDocument::keepPagesKey, keepsPages);
     document.setEntriesElsewhereHandler([file, &console](const EntriesElsewhere &entries) {
         console.message(

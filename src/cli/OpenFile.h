@@ -55,8 +55,9 @@ bool openForEditing(MyDocument &document, const QString &path, QString &failure)
 
 /// The option "--keep-pages", which every command has that may write entries of the file again.
 QCommandLineOption keepPagesOption();
-/// Lets a document keep pages if the option is given, and otherwise say, before it writes, which entries lead
-/// elsewhere then. @param file the document's name in that message
-void observeKeepPages(MyDocument &document, const QString &file, bool keepsPages, Console &console);
+/// Lets a document say what it could not keep of a file that it replaced, and keep pages if the option is
+/// given, or else say, before it writes, which entries lead elsewhere then. @param file the document's name
+/// in that message
+void observeWriting(MyDocument &document, const QString &file, bool keepsPages, Console &console);
 
 }  // namespace leafwright::cli

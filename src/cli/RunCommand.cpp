@@ -115,7 +115,7 @@ std::optional<QString> play(const std::vector<script::Step> &steps, const Reques
         script::ScriptPlayer player(files, report.recorder());
         player.userDefaults().setValue(MyDocument::keepPagesKey, request.keepPages);
         if (const auto error = player.open(request.file)) return openFailure(request.file, *error);
-        observeKeepPages(*player.document(), request.file, request.keepPages, console);
+        observeWriting(*player.document(), request.file, request.keepPages, console);
         if (auto failure = player.play(steps)) return request.steps + QLatin1String(": ") + *failure;
         const MyDocument *document = player.document();
         if (document && document->pdfDoc())

@@ -5,6 +5,7 @@
 #include "categories/PageFonts.h"
 #include "categories/SelectionFont.h"
 #include "desktop/InBackground.h"
+#include "desktop/NoticeBars.h"
 #include "document/DocumentWindow.h"
 #include "document/MyDocument.h"
 #include "files/FileReplacement.h"
@@ -86,9 +87,12 @@ void HeadingMapCommands::buttonClickedSaveH1H2H3Map() {
         document_.runSavePanel(mapPanel(QT_TRANSLATE_NOOP("HeadingMapCommands", "Save Heading Map")));
     if (!path) return;
     FileReplacement file(*path);
-    const bool written = file.start() && file.write(text) == text.size() &&
-                         file.commit() == FileReplacement::Outcome::Written;
-    if (!written) qCWarning(log).noquote() << file.message();
+    const bool written =
+        file.start() && file.write(text) == text.size() && file.commit() == FileReplacement::Outcome::Written;
+    if (written) return;
+    qCWarning(log).noquote() << file.message();
+    if (DocumentWindow *window = document_.myWindow())
+        window->notices()->setNotice(QStringLiteral("failedMap"), {file.message()});
 }
 
 void HeadingMapCommands::buttonClickedLoadH1H2H3Map() {

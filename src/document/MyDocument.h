@@ -141,6 +141,8 @@ public:
     /// Tells the user, in the window, that not all of the PDF could be read, if that is so. It is not saved
     /// then.
     void tellReadProblem();
+    /// Called after a final write with what the old file had and the new one has not, a message each.
+    void setLossesHandler(std::function<void(const QStringList &)> handler);
     /// Documents are written when the user says so, never by themselves.
     static bool autosavesInPlace() { return false; }
     /// Who is told of every write; the window's progress sheet once there is a window. May be null.
@@ -224,6 +226,7 @@ private:
     void takeGuessedHeadingMap();
     void showAlert(const QString &message, const QString &informativeText);
     void showWriteError(const QString &type);
+    void tellOfLosses(const QString &type, const QStringList &losses) const;
     std::optional<int> knownPageIndex(const QString &label) const;
     void tellOfEntriesElsewhere(const QString &type) const;
     void showEntriesElsewhere() const;
@@ -233,6 +236,7 @@ private:
     QString pdfURL_;
     std::optional<PDFError> openError_;
     std::optional<PDFError> writeError_;
+    std::function<void(const QStringList &)> lossesHandler_;
     PageLabelMap pdfMapPageLabelToIndex_;
     bool allowTOCediting_ = true;
     bool lockTOCediting_ = false;

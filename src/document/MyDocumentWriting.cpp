@@ -17,6 +17,7 @@ Q_LOGGING_CATEGORY(log, "leafwright.document", QtInfoMsg)
 
 // The names of notices in the window.
 const QString failedWriteNotice = QStringLiteral("failedWrite");
+const QString lossesNotice = QStringLiteral("losses");
 const QString entriesElsewhereNotice = QStringLiteral("entriesElsewhere");
 
 }  // namespace
@@ -72,11 +73,12 @@ std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, cons
                                  },
                                  keepsPages()});
     writeError_.reset();
+    QStringList losses;
     const quint64 exported = revision();
     try {
         pdfDoc_->setOutlineRoot(outlineExport.run(*root_));
         tellOfEntriesElsewhere(type);
-        writeError_ = pdfDoc_->writeToFile(path, writeObserver_);
+        writeError_ = pdfDoc_->writeToFile(path, writeObserver_, &losses);
     } catch (const std::length_error &) {
         writeError_ = PDFError{PDFError::Kind::WriteFailed,
                                tr("%1 was not written: its outline is more than %2 levels deep")
@@ -84,9 +86,23 @@ std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, cons
                                    .arg(OutlineExport::deepestLevel)};
     }
     showWriteError(type);
+    tellOfLosses(type, losses);
     lockTOCediting_ = false;
     if (type == saveFinalPDF && !writeError_) setSavedRevision(exported);
     return writeError_;
+}
+
+void MyDocument::setLossesHandler(std::function<void(const QStringList &)> handler) {
+    lossesHandler_ = std::move(handler);
+}
+
+/// Shows them in the window until the next final write. A preview is nobody's old file.
+void MyDocument::tellOfLosses(const QString &type, const QStringList &losses) const {
+    if (type != saveFinalPDF) return;
+    if (lossesHandler_ && !losses.isEmpty()) lossesHandler_(losses);
+    if (!window_) return;
+    if (losses.isEmpty()) return window_->notices()->removeNotice(lossesNotice);
+    window_->notices()->setNotice(lossesNotice, {losses.join(u'\n')});
 }
 
 /// Shows in the window why the last write failed, until the next one.

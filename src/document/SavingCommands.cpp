@@ -80,6 +80,13 @@ bool SavingCommands::isPreviewDue() const {
 }
 
 bool SavingCommands::generatePreview() {
+    // Without a folder the preview's path would be that of a file of the user's.
+    if (document_.platform().temporaryDirectory().isNull()) {
+        document_.runModal({MyDocument::tr("The preview could not be made"),
+                            MyDocument::tr("No folder for temporary files can be made."),
+                            {MyDocument::tr("OK")}});
+        return false;
+    }
     if (document_.writeNewPDFOutline(previewPath(), MyDocument::savePreviewPDF)) return false;
     lastTimeTemporaryPDFGenerated_ = document_.platform().now();
     return true;

@@ -2,6 +2,7 @@
 
 #include "files/FileAttributes.h"
 #include "files/FileName.h"
+#include "files/FileWriting.h"
 #include "files/SystemError.h"
 #include "files/TemporaryFolder.h"
 #include "files/UnfinishedFiles.h"
@@ -19,18 +20,6 @@ namespace {
 
 QString translated(const char *text) {
     return QCoreApplication::translate("FileReplacement", text);
-}
-
-/// Writes all of it. @return 0, or the error
-int writeWhole(int descriptor, const char *data, qint64 size) {
-    while (size > 0) {
-        const ssize_t count = ::write(descriptor, data, static_cast<size_t>(size));
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) return count < 0 ? errno : EIO;
-        data += count;
-        size -= count;
-    }
-    return 0;
 }
 
 /// Some file systems have no such operation, and nothing to wait for.

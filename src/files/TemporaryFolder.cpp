@@ -28,9 +28,17 @@ QByteArray lockOf(const QByteArray &folder) {
     return folder + "/lock";
 }
 
+/// The lock goes last: as long as there is something else, the next program finds whom it belonged to.
 void removeWhole(const QByteArray &folder) {
+    namespace fs = std::filesystem;
     std::error_code ignored;
-    std::filesystem::remove_all(folder.toStdString(), ignored);
+    std::vector<fs::path> content;
+    for (const fs::directory_entry &entry : fs::directory_iterator(folder.toStdString(), ignored))
+        if (entry.path() != lockOf(folder).toStdString()) content.push_back(entry.path());
+    for (const fs::path &path : content)
+        fs::remove_all(path, ignored);
+    ::unlink(lockOf(folder).constData());
+    ::rmdir(folder.constData());
 }
 
 bool isOwnFolder(const QByteArray &path) {

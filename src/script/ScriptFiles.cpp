@@ -3,11 +3,11 @@
 #include "files/FileName.h"
 #include "files/FileReading.h"
 #include "files/FileReplacement.h"
+#include "files/FileWriting.h"
 #include "files/SystemError.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -54,11 +54,12 @@ std::optional<QByteArray> readBlock(int file) {
 }
 
 /// @return why not all was copied
-std::optional<QString> copyInto(QIODevice &target, int source) {
+std::optional<QString> copyInto(int target, int source) {
     while (true) {
         const auto block = readBlock(source);
         if (!block) return reasonOfSystem(errno);
-        if (target.write(*block) != block->size()) return target.errorString();
+        if (const int error = writeWhole(target, block->constData(), block->size()))
+            return reasonOfSystem(error);
         if (block->size() < blockSize) return std::nullopt;
     }
 }
@@ -150,12 +151,10 @@ Result<QString> ScriptFiles::copyOf(const QString &path) {
                             .arg(QFileInfo(place).path(), reason)};
     };
     // Only ever a new file: a copy must not be written over what somebody has.
-    const int descriptor =
-        ::open(fileNameBytes(place).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    if (descriptor < 0) return notCopied(reasonOfSystem(errno));
-    QFile copy;
-    copy.open(descriptor, QIODevice::WriteOnly | QIODevice::Unbuffered, QFile::AutoCloseHandle);
-    if (const auto reason = copyInto(copy, source.number())) return notCopied(*reason);
+    const Descriptor copy(
+        ::open(fileNameBytes(place).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
+    if (copy.number() < 0) return notCopied(reasonOfSystem(errno));
+    if (const auto reason = copyInto(copy.number(), source.number())) return notCopied(*reason);
     return place;
 }
 
@@ -173,6 +172,12 @@ QString ScriptFiles::told(const QString &path) const {
     return belongs.startsWith(inBase) ? belongs.mid(inBase.size()) : belongs;
 }
 
+QString ScriptFiles::toldIn(QString message) const {
+    for (const Staged &staged : staged_)
+        message.replace(staged.place, told(staged.place));
+    return message.replace(temporaryDirectory(), QLatin1String("<temporary>"));
+}
+
 std::optional<QString> ScriptFiles::publish(QStringList &notices) const {
     std::vector<std::unique_ptr<FileReplacement>> files;
     for (const Staged &staged : staged_) {
@@ -181,7 +186,8 @@ std::optional<QString> ScriptFiles::publish(QStringList &notices) const {
         if (source.number() < 0) return notWritten(staged.path, reasonOfSystem(errno));
         FileReplacement &target = *files.emplace_back(std::make_unique<FileReplacement>(staged.path));
         if (!target.start()) return target.message();
-        if (const auto reason = copyInto(target, source.number())) return notWritten(staged.path, *reason);
+        if (const auto reason = copyInto(target.descriptor(), source.number()))
+            return notWritten(staged.path, *reason);
         if (!target.prepare()) return target.message();
     }
     return putInPlace(files, notices);

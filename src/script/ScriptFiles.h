@@ -37,6 +37,9 @@ public:
     /// relative to the base folder if it is in there; "<temporary>/" and the name in the temporary folder.
     QString told(const QString &path) const;
 
+    /// A message with the paths in it told that way.
+    QString toldIn(QString message) const;
+
     /// Puts all that was written in its place: first everything is copied beside it, then all is renamed.
     /// @param notices gets what the old files had and the new ones have not
     /// @return why that failed

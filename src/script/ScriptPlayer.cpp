@@ -86,8 +86,17 @@ void ScriptPlayer::playStep(const Step &step) {
     if (!guard.closed().isNull())
         throw StepFailure(translated("a window waits for a person: \"%1\"").arg(guard.closed()));
     if (!platform_.unanswered().isNull()) throw StepFailure(platform_.unanswered());
+    throwForFailedWrite();
     record.happenings = platform_.takeHappenings();
     if (record_) record_(record, document());
+}
+
+/// What was to be saved, and was not, would be missing from what the run puts in place.
+void ScriptPlayer::throwForFailedWrite() const {
+    const std::optional<PDFError> error = document() ? document()->writeError() : std::nullopt;
+    // What stands in the run's own folder is only on its way, and need not outlive anything.
+    if (!error || error->kind == PDFError::Kind::NotDurable) return;
+    throw StepFailure(files_.toldIn(error->message));
 }
 
 bool ScriptPlayer::perform(const Step &step, std::vector<ShownSheet> &sheets) {

@@ -39,6 +39,7 @@ private:
     void settle(const Step &step, std::vector<ShownSheet> &sheets);
     void answerOpenSheet(const Step &step, std::vector<ShownSheet> &sheets);
     void playStep(const Step &step);
+    void throwForFailedWrite() const;
 
     ScriptFiles &files_;
     Recorder record_;

@@ -72,10 +72,9 @@ TEST(ApplyCommand, TreeMayComeFromStandardInput) {
     EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), "+ @2 From Standard Input\n");
 }
 
-TEST(ApplyCommand, EmptyTreeRemovesTheOutline) {
+TEST(ApplyCommand, EmptyArrayRemovesTheOutline) {
     const TempDir dir;
     EXPECT_THAT(applied(dir, "[]"), IsEmpty());
-    EXPECT_THAT(applied(dir, ""), IsEmpty());
 }
 
 TEST(ApplyCommand, OnlyTheTitleIsNeeded) {

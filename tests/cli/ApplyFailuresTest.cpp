@@ -5,6 +5,7 @@
 #include <QFileInfo>
 
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 namespace leafwright::test {
 namespace {
@@ -195,6 +196,17 @@ TEST(ApplyCommand, FolderThatIsNotThereIsAFailure) {
     const CliResult result = runCli({"apply", savePdf(dir, "in.pdf", 1), dir.path("tree"), "-o", out});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_THAT(result.err.toStdString(), HasSubstr(out.toStdString() + " could not be written: "));
+}
+
+TEST(ApplyCommand, HardLinksThatAreLostAreTold) {
+    const TempDir dir;
+    const QString path = savePdf(dir, "in.pdf", 1);
+    ASSERT_EQ(::link(QFile::encodeName(path), QFile::encodeName(dir.path("other.pdf"))), 0);
+    saveBytes(dir.path("tree"), "+ @1 A\n");
+    const CliResult result = runCli({"apply", path, dir.path("tree"), "-o", path});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "leafwright-cli: " + path.toUtf8() +
+                              ": it had other names (hard links), which still lead to the old file\n");
 }
 
 TEST(ApplyCommand, FullDiskLeavesTheOldFileWhole) {

@@ -19,7 +19,7 @@ protected:
         savePdfWithHeadings(dir, "plain.pdf");
         ASSERT_EQ(::rename(bytes("plain.pdf").constData(), bytes("caf\xE9.pdf").constData()), 0);
     }
-    QByteArray bytes(const QByteArray &name) const { return fileNameBytes(dir.path("")) + name; }
+    QByteArray bytes(const QByteArray &name) const { return fileNameBytes(dir.path(".")) + '/' + name; }
     QString path(const QByteArray &name) const { return fileNameText(bytes(name)); }
     bool exists(const QByteArray &name) const { return ::access(bytes(name).constData(), F_OK) == 0; }
     ProgramResult run(const QStringList &arguments) const {

@@ -117,6 +117,21 @@ TEST_F(Running, WhereTheCopyDoesNotFitNothingIsTouched) {
     expectNothingWritten();
 }
 
+TEST_F(Running, ASaveThatFailsEndsTheScript) {
+    saveBytes(dir.path("steps.json"),
+              R"([{"do": "setTitle", "path": [0], "title": "New"}, {"do": "saveDocument:"}])");
+    CliResult result{};
+    {
+        const FileSizeLimit limit(static_cast<unsigned long>(original.size()) + 10);
+        result = run({});
+    }
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_THAT(result.err.toStdString(), HasSubstr("steps.json: step 2 (saveDocument:): "));
+    EXPECT_THAT(result.err.toStdString(), HasSubstr("a.pdf could not be written: File too large"));
+    EXPECT_THAT(result.err.toStdString(), testing::Not(HasSubstr("leafwright-run-")));
+    expectNothingWritten();
+}
+
 TEST_F(Running, AClosedDocumentHasNoOutcome) {
     saveBytes(dir.path("steps.json"), R"([{"do": "performClose:"}])");
     EXPECT_EQ(run({}).exitCode, 0);

@@ -5,11 +5,13 @@
 #include "support/WindowFixture.h"
 
 #include <QDialog>
+#include <QDir>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
 
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 namespace leafwright {
 namespace {
@@ -84,6 +86,34 @@ TEST_F(Saving, ALaterPreviewOverwritesTheEarlierOne) {
     perform("openPDFInDefaultApp:");
     EXPECT_TRUE(fileHolds(preview(), "Second"));
     EXPECT_FALSE(fileHolds(preview(), "First"));
+}
+
+TEST_F(Saving, WithoutATemporaryDirectoryNoPreviewIsWrittenAnywhere) {
+    ASSERT_TRUE(QDir(dir.path(".")).mkdir("elsewhere"));
+    test::writeFile(dir.path("elsewhere/a.pdf"), "somebody's");
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir::setCurrent(dir.path("elsewhere")));
+    platform.hasTemporaryDirectory = false;
+    edit("Changed");
+    perform("openPDFInDefaultApp:");
+    QDir::setCurrent(before);
+    EXPECT_EQ(contentOf(dir.path("elsewhere/a.pdf")), "somebody's");
+    EXPECT_THAT(platform.openedFiles, IsEmpty());
+    ASSERT_EQ(platform.alerts.size(), 1);
+    EXPECT_EQ(platform.alerts[0].message, "The preview could not be made");
+}
+
+TEST_F(Saving, HardLinksThatAreLostAreTold) {
+    ASSERT_EQ(::link(QFile::encodeName(document.pdfURL()), QFile::encodeName(dir.path("other.pdf"))), 0);
+    edit("Changed");
+    perform("saveDocument:");
+    const NoticeBar *bar = document.myWindow()->notices()->bar("losses");
+    ASSERT_TRUE(bar);
+    EXPECT_EQ(bar->text(),
+              document.pdfURL() + ": it had other names (hard links), which still lead to the old file");
+    edit("Again");
+    perform("saveDocument:");
+    EXPECT_FALSE(document.myWindow()->notices()->bar("losses")) << "the new file has one name";
 }
 
 TEST_F(Saving, OfAChangedDocumentAFreshPreviewIsOpened) {

@@ -81,6 +81,7 @@ protected:
     ProgramResult runWithFault(qsizetype call, const Fault &fault) const {
         const EnvironmentVariable library("LD_PRELOAD", faultLibrary().toUtf8());
         const EnvironmentVariable folder("LEAFWRIGHT_FAULT_ROOT", root.toUtf8());
+        const EnvironmentVariable log("LEAFWRIGHT_FAULT_LOG", dir.path("log").toUtf8());
         const EnvironmentVariable at("LEAFWRIGHT_FAULT_AT", QByteArray::number(call));
         const EnvironmentVariable error("LEAFWRIGHT_FAULT_ERROR", QByteArray::number(fault.error));
         return run();
@@ -94,7 +95,7 @@ protected:
         EXPECT_EQ(result.exitCode, 0) << result.err.constData();
         for (const QString &name : GetParam().written) {
             after[name] = bytesOf(work(name));
-            EXPECT_NE(after[name], before[name]);
+            EXPECT_NE(after[name], before.value(name));
             EXPECT_EQ(runProgram("qpdf", {"--check", work(name)}).exitCode, 0);
         }
         return bytesOf(dir.path("log")).trimmed().split('\n');
@@ -160,6 +161,8 @@ void Faults::expectNextRunTidiesUp() {
         }
     }
     // Where several are put in place together, the old files have second names meanwhile.
+    for (auto file = before.cbegin(); file != before.cend(); ++file)
+        saveBytes(work(file.key()), file.value());
     EXPECT_LE(unfinished, several ? 2 * GetParam().written.size() : 1);
     const ProgramResult again = run();
     EXPECT_EQ(again.exitCode, 0) << again.err.constData();
@@ -168,10 +171,15 @@ void Faults::expectNextRunTidiesUp() {
     EXPECT_THAT(namesIn(root + "/tmp"), IsEmpty());
 }
 
+/// Whether a call reads a PDF. What of it can't be read, the tests of reading are about.
+bool readsPdf(const QByteArray &call) {
+    return call == "pread" || call == "pread64";
+}
+
 /// Which faults a call may meet: reading needs no space.
 std::vector<Fault> faultsOf(const QByteArray &call) {
-    static const std::set<QByteArray> readers{"open",  "read",   "pread",    "pread64",
-                                              "flock", "unlink", "unlinkat", "rmdir"};
+    if (readsPdf(call)) return {death};
+    static const std::set<QByteArray> readers{"open", "read", "flock", "unlink", "unlinkat", "rmdir"};
     if (readers.contains(call)) return {diskError, death};
     return {diskError, fullDisk, spentQuota, death};
 }
@@ -190,14 +198,17 @@ TEST_P(Faults, LeaveTheOldFileOrTheNewOneAndAreToldAsTheyAre) {
     std::printf("%zu calls, %zu faults, of which %zu are tried\n", size_t(calls.size()), cases.size(), count);
     for (size_t i = 0; i < count; ++i) {
         const auto &[call, fault] = cases[i * cases.size() / count];
-        SCOPED_TRACE(fault.name + (" at call " + std::to_string(call) + ", ") + calls[call].toStdString());
         restore();
+        QFile::remove(dir.path("log"));
         const ProgramResult result = runWithFault(call, fault);
+        // Threads make their calls in another order each time.
+        const QByteArray failed = bytesOf(dir.path("log")).split('\n').value(call);
+        SCOPED_TRACE(fault.name + (" at call " + std::to_string(call) + ", ") + failed.toStdString());
         SCOPED_TRACE("exit status " + std::to_string(result.exitCode) + ": " + result.err.toStdString());
         if (fault.error == 0) {
             expectNextRunTidiesUp();
-        } else {
-            expectTruth(result, calls[call]);
+        } else if (!readsPdf(failed)) {
+            expectTruth(result, failed);
         }
     }
 }

@@ -315,9 +315,9 @@ TEST_F(Replacing, AFolderThatCantBeReadMayBeWrittenTo) {
 }
 
 TEST_F(Replacing, NamesOfAnyBytesAndAnyLengthWillDo) {
-    const QString bytes = fileNameText(name(dir.path("")) + "caf\xE9.pdf");
+    const QString bytes = fileNameText(name(dir.path(".")) + "/caf\xE9.pdf");
     EXPECT_EQ(replace(bytes), Outcome::Written) << reason;
-    EXPECT_EQ(::access((name(dir.path("")) + "caf\xE9.pdf").constData(), F_OK), 0);
+    EXPECT_EQ(::access((name(dir.path(".")) + "/caf\xE9.pdf").constData(), F_OK), 0);
     const QString longest = dir.path(QString(84, QChar(0x20AC)) + "abc");
     EXPECT_EQ(replace(longest), Outcome::Written) << reason;
     EXPECT_EQ(replace(longest + "d"), Outcome::NotWritten);

@@ -39,7 +39,7 @@ public:
     void revealFile(const QString &path) override { revealedFiles.append(path); }
     void openFile(const QString &path) override { openedFiles.append(path); }
     void openURL(const QUrl &url) override { openedURLs.append(url); }
-    QString temporaryDirectory() override { return temporary.path(); }
+    QString temporaryDirectory() override { return hasTemporaryDirectory ? temporary.path() : QString(); }
     qint64 now() const override { return clock; }
     void pause(int milliseconds) override {
         if (whenPaused) whenPaused();
@@ -70,6 +70,7 @@ public:
     qint64 clock = 1'000'000'000'000;             ///< What now() tells, in milliseconds.
     UserDefaults defaults;                        ///< In memory.
     QTemporaryDir temporary;
+    bool hasTemporaryDirectory = true;
 
 private:
     std::optional<QString> nextFile(const FilePanel &panel) {

@@ -1,0 +1,19 @@
+#include "files/FileWriting.h"
+
+#include <cerrno>
+#include <unistd.h>
+
+namespace leafwright {
+
+int writeWhole(int descriptor, const char *data, qint64 size) {
+    while (size > 0) {
+        const ssize_t count = ::write(descriptor, data, static_cast<size_t>(size));
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return count < 0 ? errno : EIO;
+        data += count;
+        size -= count;
+    }
+    return 0;
+}
+
+}  // namespace leafwright
