@@ -67,6 +67,8 @@ protected:
     }
     /// The user will allow this at the next panel.
     void allow(const QUrl &url) { platform.filesToChoose.append(url.toLocalFile()); }
+    /// The user will refuse what the next panel asks for.
+    void refuse() { platform.filesToChoose.append(std::nullopt); }
     /// What is kept for a URL itself.
     QByteArray kept(const QUrl &url) {
         return platform.defaults.dataForKey(AppSandboxFileAccessPersist::keyForBookmarkDataForURL(url));
