@@ -15,12 +15,12 @@ namespace {
 // other "files" stand beside it: PDFs that are described likewise, and texts. Its steps.json is the script.
 // Its expected.json tells
 //
+//     "why"        what the case is about, in a sentence or two
 //     "arguments"  of the command, beside the script and "document.pdf"
 //     "records"    what the report holds, by the number of the step, 0 for the loading; see JsonMatch.h
 //     "error"      the message, where the script is to stop
 //     "files"      what is there at the end: the text of a file, or of a PDF {"outline": ...}; null where
-//     there
-//                  is to be none, "as before" for the document as it was
+//                  there is to be none, "as before" for the document as it was
 //
 // Nothing else has to be written for a new case.
 
@@ -39,6 +39,10 @@ QJsonDocument readJson(const QString &path) {
     return parsedJson(bytesOf(path));
 }
 
+std::string textOf(const QJsonValue &step) {
+    return QJsonDocument(step.toObject()).toJson(QJsonDocument::Compact).toStdString();
+}
+
 QStringList textsOf(const QJsonValue &array) {
     return array.toVariant().toStringList();
 }
@@ -55,6 +59,11 @@ protected:
     void SetUp() override {
         description = readJson(casePath(GetParam(), "document.json")).object();
         expected = readJson(casePath(GetParam(), "expected.json")).object();
+        const QStringList known{"why", "arguments", "records", "error", "files"};
+        for (const QString &member : expected.keys())
+            EXPECT_TRUE(known.contains(member))
+                << "expected.json has an unknown member \"" << qPrintable(member) << '"';
+        EXPECT_FALSE(expected["why"].toString().trimmed().isEmpty()) << "expected.json does not say why";
     }
     void TearDown() override { QDir::setCurrent(folderBefore); }
 
@@ -88,6 +97,7 @@ protected:
             ASSERT_LT(number, records.size());
             const QString where = "record " + record.key();
             EXPECT_EQ(mismatch(record.value(), records[number], where), "")
+                << "after " << (number == 0 ? "loading" : textOf(steps[number - 1])) << ":\n"
                 << QJsonDocument(records[number].toObject()).toJson().toStdString();
         }
     }
