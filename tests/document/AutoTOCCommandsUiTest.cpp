@@ -12,7 +12,35 @@ namespace {
 
 using test::PdfBuilder;
 
-class AutoTOCWindow : public test::HeadingsWindowFixture {};
+class AutoTOCWindow : public test::HeadingsWindowFixture {
+protected:
+    /// What the three lines of the progress sheet show while a command runs, whenever there is a pause to
+    /// look at them: their marks, and "*" for an indicator.
+    QStringList looksAtProgress(const std::function<void()> &command) {
+        QStringList looks;
+        platform.whenPaused = [&] {
+            QStringList lines;
+            for (const int step : {1, 2, 3}) {
+                const auto *text = shown<QLabel>(QString("guessPDFText%1").arg(step));
+                lines.append((text ? text->text() : QString()) +
+                             (shown<QProgressBar>(QString("guessPDFIndicator%1").arg(step)) ? "*" : ""));
+            }
+            looks.append(lines.join(' '));
+        };
+        command();
+        platform.whenPaused = nullptr;
+        return looks;
+    }
+
+private:
+    /// A widget of that name that is visible; null if there is none.
+    template <typename Widget>
+    const Widget *shown(const QString &name) {
+        for (const Widget *each : document.window()->findChildren<Widget *>(name))
+            if (each->isVisible()) return each;
+        return nullptr;
+    }
+};
 
 TEST_F(AutoTOCWindow, AutoTOCPutsTheHeadingsUnderANewItemAndSelectsIt) {
     document.autoTOCCommands().runAutoTOCwithH1H2H3Map();
@@ -129,6 +157,12 @@ TEST_F(AutoTOCWindow, TheProgressSheetGoesThroughItsSteps) {
     EXPECT_FALSE(progress.sheet().isVisible());
 }
 
+TEST_F(AutoTOCWindow, EveryGeneratorEndsWithAMarkForEachStep) {
+    const QStringList success{"✔ ✔ ✔"};
+    EXPECT_EQ(looksAtProgress([&] { document.autoTOCCommands().runAutoTOCWithFeedback(); }), success);
+    EXPECT_EQ(looksAtProgress([&] { perform("testPageStructureKnowledge:"); }), success);
+}
+
 /// Notes which step's indicator comes up while a command runs.
 class IndicatorsSeen : public QObject {
 public:
@@ -173,8 +207,29 @@ TEST_F(AutoTOCWindow, ALastMapWithoutAFontOfTheDocumentLeavesTheOutlineButCounts
     EXPECT_TRUE(document.isDocumentEdited());
 }
 
+/// A window whose heading map has not been guessed yet.
+class AutoTOCBeforeTheGuess : public AutoTOCWindow {
+protected:
+    void SetUp() override { openWithoutWaiting(chapters()); }
+};
+
+TEST_F(AutoTOCBeforeTheGuess, TheMapOfTheHeadingsIsTheUsersFromThenOn) {
+    document.autoTOCCommands().runAutoTOCWithFeedback();
+    EXPECT_EQ(map(), "H1 24, H2 16");
+    table().selectRow(0);
+    perform("buttonDeleteSelectedH1H2H3RowsClicked:");
+    document.finishLoading();
+    EXPECT_EQ(map(), "H2 16") << "no guess comes later";
+}
+
+TEST_F(AutoTOCBeforeTheGuess, ACalibratedMapStays) {
+    perform("testPageStructureKnowledge:");
+    document.finishLoading();
+    EXPECT_EQ(map(), "H1 0, H2 0") << "no guess comes later";
+}
+
 /// A document of one page without text, like a scanned one.
-class AutoTOCWithoutText : public test::HeadingsWindowFixture {
+class AutoTOCWithoutText : public AutoTOCWindow {
 protected:
     void SetUp() override {
         PdfBuilder pdf;
@@ -185,15 +240,17 @@ protected:
 
 TEST_F(AutoTOCWithoutText, LooksForASecondLikeAFailureAndMakesTheTopItemOnly) {
     const qint64 before = platform.clock;
-    document.autoTOCCommands().runAutoTOCWithFeedback();
+    EXPECT_EQ(looksAtProgress([&] { document.autoTOCCommands().runAutoTOCWithFeedback(); }),
+              QStringList("✘ ✘ ✘"))
+        << "the failure is shown, and no success after it";
     EXPECT_EQ(outline(), "AutoTOC3");
-    EXPECT_EQ(platform.clock - before, 1000) << "the failure is shown, and no success after it";
+    EXPECT_EQ(platform.clock - before, 1000);
     EXPECT_EQ(map(), "");
 }
 
 TEST_F(AutoTOCWithoutText, CalibratingTellsSoAndMakesNothing) {
     const qint64 before = platform.clock;
-    perform("testPageStructureKnowledge:");
+    EXPECT_EQ(looksAtProgress([&] { perform("testPageStructureKnowledge:"); }), QStringList("✘ ✘ ✘"));
     EXPECT_EQ(platform.beeps, 1);
     ASSERT_EQ(platform.alerts.size(), 1);
     EXPECT_EQ(platform.alerts[0].message, "Unable to run AutoTOC");

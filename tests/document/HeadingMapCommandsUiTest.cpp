@@ -260,6 +260,42 @@ TEST_F(HeadingMap, CountingTheFontsSaysAndChangesNothing) {
     EXPECT_FALSE(document.isDocumentEdited());
 }
 
+/// A window whose heading map has not been guessed yet. A guess that a command does not wait for comes later,
+/// and replaces what the command has made of the map.
+class HeadingMapToBeGuessed : public HeadingMap {
+protected:
+    void SetUp() override { openWithoutWaiting(chapters()); }
+    QString mapInTheEnd() {
+        document.finishLoading();
+        return map();
+    }
+};
+
+TEST_F(HeadingMapToBeGuessed, IsSavedAsItIsGuessed) {
+    platform.filesToChoose = {dir.path("saved.txt")};
+    perform("buttonClickedSaveH1H2H3Map:");
+    EXPECT_EQ(test::contentOf(dir.path("saved.txt")), "H1/24.0/\"Helvetica\" +B\nH2/16.0/\"Helvetica\" +B\n");
+    EXPECT_EQ(mapInTheEnd(), "H1 24, H2 16");
+}
+
+TEST_F(HeadingMapToBeGuessed, StaysEmptyOnceItIsReset) {
+    perform("resetH1H2H3FontsMap:");
+    EXPECT_EQ(mapInTheEnd(), "");
+}
+
+TEST_F(HeadingMapToBeGuessed, IsReplacedByALoadedOneForGood) {
+    platform.filesToChoose = {writeMap("H3/16.0/\"Helvetica\" +B\n")};
+    perform("buttonClickedLoadH1H2H3Map:");
+    EXPECT_EQ(mapInTheEnd(), "H3 16");
+}
+
+TEST_F(HeadingMapToBeGuessed, GetsTheSelectedTextBesideWhatIsGuessed) {
+    selectText("Body text");
+    perform("useSelectionforH3:");
+    EXPECT_EQ(map(), "H1 24, H2 16, H3 10");
+    EXPECT_EQ(mapInTheEnd(), "H1 24, H2 16, H3 10");
+}
+
 class HeadingMapWithoutText : public test::TreeWindowFixture {
 protected:
     void SetUp() override {

@@ -10,11 +10,13 @@ namespace leafwright::test {
 /// 10 points below.
 class HeadingsWindowFixture : public TreeWindowFixture {
 protected:
-    void SetUp() override {
+    void SetUp() override { open(chapters()); }
+
+    static PdfBuilder chapters() {
         PdfBuilder pdf;
         for (int chapter = 0; chapter < 2; ++chapter)
             pdf.addPage(chapterPage());
-        open(pdf);
+        return pdf;
     }
 
     static std::string chapterPage() {

@@ -21,13 +21,17 @@ class WindowFixture : public DocumentFixture {
 protected:
     /// Opens a PDF in the window, and waits for all that loading leaves to later.
     void open(const PdfBuilder &pdf, const PdfBuilder::Options &options = {}) {
+        openWithoutWaiting(pdf, options);
+        document.finishLoading();
+    }
+    /// Opens a PDF in the window; the heading map is still to be guessed then.
+    void openWithoutWaiting(const PdfBuilder &pdf, const PdfBuilder::Options &options = {}) {
         registerDefaults(platform.userDefaults());
         ASSERT_TRUE(document.readFromURL(save(pdf, options)));
         document.makeWindowControllers();
         constexpr auto mode = QAbstractItemModelTester::FailureReportingMode::Fatal;
         treeTester = std::make_unique<QAbstractItemModelTester>(&document.treecontroller(), mode);
         mapTester = std::make_unique<QAbstractItemModelTester>(&document.headingMapModel(), mode);
-        document.finishLoading();
     }
 
     TreeNode *node(const IndexPath &path) {
