@@ -49,7 +49,7 @@ MyDocument::MyDocument(Platform &platform)
 }
 
 MyDocument::~MyDocument() {
-    undoSupport_.stopObservingOutlineItemsForUndoSupport();
+    undoSupport_->stopObservingOutlineItemsForUndoSupport();
 }
 
 bool MyDocument::readFromURL(const QString &path) {

@@ -162,7 +162,9 @@ public:
     /// Every command of the document.
     ActionTable &actions() { return actions_; }
     const ActionTable &actions() const { return actions_; }
-    UndoSupport &undoSupport() { return undoSupport_; }
+    UndoSupport &undoSupport() { return *undoSupport_; }
+    /// Has other hooks called from now on.
+    void setUndoSupport(std::unique_ptr<UndoSupport> support) { undoSupport_ = std::move(support); }
     SavingCommands &saving() { return *saving_; }
     BatchRenaming &batchRenaming() { return *batchRenaming_; }
     SelectionCommands &selectionCommands() { return *selectionCommands_; }
@@ -241,7 +243,7 @@ private:
     PDFWriteObserver *writeObserver_ = nullptr;
     HeadingLevelMap listH1H2H3Config_;
     RenamingDefaults renamingDefaults_;
-    UndoSupport undoSupport_{*root_};
+    std::unique_ptr<UndoSupport> undoSupport_ = std::make_unique<UndoSupport>(*root_);
 
     ActionTable actions_;
     std::unique_ptr<TreeController> treecontroller_;

@@ -54,7 +54,7 @@ void MyDocument::windowControllerDidLoadNib(DocumentWindow &window) {
         platform().userDefaults().boolForKey(QStringLiteral("LeafwrightAllowPDFReadingInBackground")))
         warmer_ = std::make_unique<PageWarmer>(*pdfDoc_);
     outlineview()->setIndentationPerLevel(indentationPerLevel);
-    undoSupport_.startObservingOutlineItemsForUndoSupport();
+    undoSupport_->startObservingOutlineItemsForUndoSupport();
     window.show();
     renamingDefaults_ = {QStringLiteral("Ch"), 1, 1, QStringLiteral("Ch")};
     setUpSplitView();

@@ -46,6 +46,11 @@ std::shared_ptr<const PageText> PDFDocument::pageText(int index) const {
     return texts_[index];
 }
 
+bool PDFDocument::hasReadPageText(int index) const {
+    const QMutexLocker lock(&textMutex_);
+    return texts_.at(index) != nullptr;
+}
+
 const PDFOutline &PDFDocument::outlineRoot() const {
     if (!outlineRoot_) outlineRoot_ = engine_->readOutline();
     return *outlineRoot_;

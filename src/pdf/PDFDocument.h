@@ -37,6 +37,8 @@ public:
     QString pageLabel(int index) const override;
     /// Read at the first call and kept from then on.
     std::shared_ptr<const PageText> pageText(int index) const override;
+    /// Whether a page's text has been read by now. @param index 0-based, of a page that is there
+    bool hasReadPageText(int index) const;
 
     /// Draws part of a page, see PDFEngine::renderPage(); takes a while, so not on the main thread.
     QImage renderPage(const RenderRequest &request, const std::stop_token &stop) const {

@@ -81,6 +81,26 @@ TEST_F(Window, UndoDoesNotReverseARenaming) {
     EXPECT_EQ(document.root().children()[0]->pageTitle(), "New");
 }
 
+/// Notes in a list when it is done, undone, and done again.
+class NotedCommand : public QUndoCommand {
+public:
+    explicit NotedCommand(QStringList &notes) : notes_(notes) {}
+    void undo() override { notes_.append("undone"); }
+    void redo() override { notes_.append("done"); }
+
+private:
+    QStringList &notes_;
+};
+
+TEST_F(Window, UndoAndRedoReachTheUndoManager) {
+    QStringList notes;
+    document.undoManager().push(new NotedCommand(notes));
+    EXPECT_TRUE(document.actions().perform("undo:"));
+    EXPECT_EQ(notes, (QStringList{"done", "undone"}));
+    EXPECT_TRUE(document.actions().perform("redo:"));
+    EXPECT_EQ(notes, (QStringList{"done", "undone", "done"}));
+}
+
 TEST_F(Window, ClosingWithoutChangesAsksNothing) {
     QSignalSpy closed(&document, &Document::closed);
     EXPECT_TRUE(window().close());

@@ -2,6 +2,7 @@
 #include "support/WindowFixture.h"
 
 #include <QSignalSpy>
+#include <QThread>
 
 #include <gmock/gmock.h>
 
@@ -12,11 +13,44 @@ using test::PdfBuilder;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
+/// Hooks that tell a test of their calls.
+class ToldHooks final : public UndoSupport {
+public:
+    using Told = std::function<void(const QString &hook, const MyOutlineItem &item)>;
+    ToldHooks(MyOutlineItem &root, Told told) : UndoSupport(root), told_(std::move(told)) {}
+    void registerObserversForOutlineItem(MyOutlineItem &item) override { told_("on", item); }
+    void unregisterObserversForOutlineItem(MyOutlineItem &item) override { told_("off", item); }
+
+private:
+    Told told_;
+};
+
+/// Calls a function when a widget is shown.
+class WhenShown final : public QObject {
+public:
+    explicit WhenShown(std::function<void()> shown) : shown_(std::move(shown)) {}
+
+protected:
+    bool eventFilter(QObject * /*watched*/, QEvent *event) override {
+        if (event->type() == QEvent::Show) shown_();
+        return false;
+    }
+
+private:
+    std::function<void()> shown_;
+};
+
 class Loading : public test::WindowFixture {
 protected:
     static PdfBuilder pages(int count) {
         PdfBuilder pdf;
         pdf.addNumberedPages(count);
+        return pdf;
+    }
+
+    static PdfBuilder pagesWithAnEntry() {
+        PdfBuilder pdf = pages(2);
+        addOutline(pdf, {{"(One)", "[" + pdf.pageReference(0) + " /XYZ 72 700 null]"}});
         return pdf;
     }
 
@@ -82,6 +116,76 @@ TEST_F(Loading, AllThreeAlertsComeInTheirOrder) {
     ASSERT_EQ(platform.alerts.size(), 3);
     EXPECT_EQ(messages().first(2), (QStringList{"This PDF is locked", "This PDF is encrypted"}));
     EXPECT_TRUE(messages()[2].startsWith("This PDF (version "));
+}
+
+/// The load sequence, watched from wherever it can be seen.
+class LoadSequence : public Loading {
+protected:
+    void SetUp() override {
+        registerDefaults(platform.userDefaults());
+        warnAboutVersions();
+        ASSERT_TRUE(
+            document.readFromURL(save(pagesWithAnEntry(), {.version = "1.6", .ownerPassword = "owner"})));
+        platform.whenAsked = [this] { note(platform.alerts.last().message.section(' ', 0, 3)); };
+        document.setUndoSupport(std::make_unique<ToldHooks>(
+            document.root(), [this](const QString &hook, const MyOutlineItem &item) {
+                note("hook " + hook + ' ' + item.pageTitle());
+            }));
+        QObject::connect(&document.treecontroller(), &QAbstractItemModel::rowsInserted, &watch,
+                         [this] { note("entry"); });
+        QObject::connect(&document, &MyDocument::windowMade, &watch, [this] {
+            document.window()->installEventFilter(&watch);
+            QObject::connect(document.pdfview(), &PDFView::documentChanged, &watch,
+                             [this] { note("pages"); });
+        });
+    }
+
+    /// Notes a step, and all that is there by then.
+    void note(const QString &step) {
+        QStringList there;
+        if (document.pdfview()->document()) there.append("pages");
+        if (!document.pdfMapPageLabelToIndex().isEmpty()) there.append("labels");
+        if (!document.root().children().empty()) there.append("outline");
+        if (!document.outlineview()->isEnabled()) there.append("disabled");
+        if (document.outlineview()->indentation() == 17) there.append("indentation");
+        if (document.window()->isVisible()) there.append("window");
+        if (!document.renamingDefaults().addPrefixPrefixTerm.isEmpty()) there.append("renaming");
+        if (document.splitViewDelegate()) there.append("priorities");
+        if (!document.listH1H2H3Config().empty()) there.append("map");
+        steps.append(step + ": " + there.join(' '));
+    }
+
+    QStringList steps;
+    WhenShown watch{[this] { note("window"); }};
+};
+
+TEST_F(LoadSequence, IsFixed) {
+    document.makeWindowControllers();
+    EXPECT_THAT(steps, ElementsAre("This PDF is encrypted: ", "This PDF (version 1.6): ", "pages: pages",
+                                   "entry: pages labels outline",
+                                   "hook on Untitled: pages labels outline disabled indentation",
+                                   "hook on One: pages labels outline disabled indentation",
+                                   "window: pages labels outline disabled indentation window"));
+    steps.clear();
+    note("in the end");
+    EXPECT_THAT(steps, ElementsAre("in the end: pages labels outline disabled indentation window renaming "
+                                   "priorities"))
+        << "the map comes later";
+}
+
+TEST_F(Loading, ADocumentThatGoesTakesItsHooksOffEveryItem) {
+    QStringList off;
+    {
+        MyDocument other(platform);
+        ASSERT_TRUE(other.readFromURL(save(pagesWithAnEntry())));
+        other.makeWindowControllers();
+        other.setUndoSupport(
+            std::make_unique<ToldHooks>(other.root(), [&off](const QString &hook, const MyOutlineItem &item) {
+                off.append(hook + ' ' + item.pageTitle());
+            }));
+        EXPECT_THAT(off, IsEmpty());
+    }
+    EXPECT_THAT(off, ElementsAre("off Untitled", "off One"));
 }
 
 TEST_F(Loading, VersionFourGivesNoWarning) {
@@ -236,6 +340,27 @@ TEST_F(Loading, PagesMayBeReadInTheBackgroundWhileTheDocumentCloses) {
     }
 }
 
+TEST_F(Loading, PagesAreReadInTheBackgroundIfTheSettingSaysSo) {
+    // No event is handled here, so that the heading map is not guessed: nobody else reads all pages.
+    const auto read = [](const MyDocument &each) {
+        int count = 0;
+        for (int i = 0; i < each.pdfDoc()->pageCount(); ++i)
+            count += each.pdfDoc()->hasReadPageText(i);
+        return count;
+    };
+    save(pages(60));
+    MyDocument without(platform);
+    MyDocument with(platform);
+    for (MyDocument *each : {&without, &with}) {
+        platform.userDefaults().setValue("LeafwrightAllowPDFReadingInBackground", each == &with);
+        ASSERT_TRUE(each->readFromURL(dir.path("a.pdf")));
+        each->makeWindowControllers();
+    }
+    while (read(with) < 60)
+        QThread::msleep(1);
+    EXPECT_LE(read(without), 2) << "those that tell the offset of the printed page numbers";
+}
+
 TEST_F(Loading, ADocumentMayCloseWhileItsOffsetIsEstimated) {
     save(pages(40));
     for (int i = 0; i < 10; ++i) {
@@ -258,6 +383,27 @@ TEST_F(Loading, TheDividersStandWhereTheyShould) {
     EXPECT_EQ(split.positionOfDividerAtIndex(0), 200);
     EXPECT_GT(split.positionOfDividerAtIndex(1), 600 + split.dividerThickness())
         << "the pages get what is new";
+}
+
+TEST_F(Loading, APaneGivesUpItsRoomToANarrowerWindowInTheOrderOfPriorities) {
+    open(pages(1));
+    SplitView &split = *document.splitViewTopLevel();
+    const auto narrowBy = [&](int points) {
+        document.window()->resize(document.window()->width() - points, 800);
+        return std::vector{split.lengthOfSubview(0), split.lengthOfSubview(1), split.lengthOfSubview(2)};
+    };
+    document.window()->show();
+    document.window()->resize(1500, 800);
+    split.setPositionOfDividerAtIndex(250, 0);
+    split.setPositionOfDividerAtIndex(split.width() - 400, 1);
+    const std::vector<double> before = narrowBy(0);
+    ASSERT_GT(before[1], 500);
+    const double pages = before[1] - 400;
+    EXPECT_THAT(narrowBy(100), ElementsAre(before[0], before[1] - 100, before[2])) << "the pages first";
+    EXPECT_THAT(narrowBy(static_cast<int>(pages) - 100 + 30), ElementsAre(before[0], 400, before[2] - 30))
+        << "then the outline";
+    EXPECT_THAT(narrowBy(static_cast<int>(before[2]) - 300 - 30 + 20), ElementsAre(before[0] - 20, 400, 300))
+        << "the thumbnails last";
 }
 
 TEST_F(Loading, TheThumbnailsAreAsHighAsTheyShould) {

@@ -140,6 +140,24 @@ TEST_F(Adding, ASiblingComesRightAfterTheSelectionAndIsEdited) {
     EXPECT_TRUE(document.isDocumentEdited());
 }
 
+TEST_F(Adding, ASiblingGetsTheHooksOfUndoAndAChildDoesNot) {
+    struct Hooks final : UndoSupport {
+        Hooks(MyOutlineItem &root, QStringList &told) : UndoSupport(root), titles(told) {}
+        void registerObserversForOutlineItem(MyOutlineItem &item) override {
+            titles.append(item.pageTitle());
+        }
+        QStringList &titles;
+    };
+    setOutline("a");
+    QStringList titles;
+    document.setUndoSupport(std::make_unique<Hooks>(document.root(), titles));
+    select({{0}});
+    perform("addSiblingOutlineItem:");
+    EXPECT_EQ(titles, QStringList("Page"));
+    perform("addChildOutlineItem:");
+    EXPECT_EQ(titles, QStringList("Page"));
+}
+
 TEST_F(Adding, AChildComesLastAndItsParentIsUnfolded) {
     setOutline("a (x) b");
     document.outlineview()->collapseItem(*node({0}));
