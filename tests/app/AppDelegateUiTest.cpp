@@ -112,12 +112,15 @@ TEST_F(Delegate, AfterAFirstLaunchEditingNeedsTheCommandKey) {
 }
 
 TEST_F(Delegate, WithoutTheGuideALaunchShowsNoWindowAtAll) {
-    EXPECT_FALSE(AppDelegate::applicationShouldOpenUntitledFile());
     platform.userDefaults().setValue("LeafwrightShowHelpOnStart", false);
     delegate.applicationDidFinishLaunching();
     EXPECT_TRUE(delegate.documentController().documents().empty());
     for (const QWidget *window : QApplication::topLevelWidgets())
         EXPECT_FALSE(window->isVisible()) << window->objectName().toStdString();
+}
+
+TEST_F(Delegate, NoDocumentIsWithoutAFile) {
+    EXPECT_FALSE(AppDelegate::applicationShouldOpenUntitledFile());
 }
 
 TEST_F(Delegate, ALaunchMakesTheUpdateCheckerButAsksNobody) {

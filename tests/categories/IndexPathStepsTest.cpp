@@ -44,12 +44,5 @@ TEST(IndexPathSteps, ANegativeLevelHasNoNext) {
     EXPECT_EQ(nextOfLevel({}, -1), std::nullopt);
 }
 
-TEST(IndexPathSteps, ThePathItselfStays) {
-    const IndexPath path{1, 2};
-    nextsibling(path);
-    nextOfLevel(path, 1);
-    EXPECT_EQ(path, (IndexPath{1, 2}));
-}
-
 }  // namespace
 }  // namespace leafwright

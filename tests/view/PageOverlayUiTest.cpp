@@ -140,6 +140,29 @@ TEST_P(PageOverlayTest, TheBadgeStandsUprightInItsCorner) {
     EXPECT_EQ(image.pixelColor(corner + QPoint(78, 10)), ground);
 }
 
+TEST_P(PageOverlayTest, AStrokeOfOnePointGoesAroundTheBadge) {
+    const bool right = location() == "Q1" || location() == "Q4";
+    const bool top = location() == "Q1" || location() == "Q2";
+    const QImage image = shown(overlay(0));
+    // Half of it lies outside of the badge, half inside: at its left edge, and at its upper one.
+    const QPoint corner(margin + (right ? 225 : 0), margin + (top ? 0 : 380));
+    const auto mixed = [](const QColor &a, const QColor &b) {
+        return QColor((a.red() + b.red()) / 2, (a.green() + b.green()) / 2, (a.blue() + b.blue()) / 2);
+    };
+    const QColor stroke(255, 59, 48);
+    for (const QPoint along : {QPoint(0, 3), QPoint(3, 0)}) {
+        const QPoint across(along.y() / 3, along.x() / 3);
+        const QColor outside = image.pixelColor(corner + along - across);
+        const QColor inside = image.pixelColor(corner + along);
+        for (const auto &[pixel, beside] :
+             {std::pair(outside, ground), std::pair(inside, QColor(255, 0, 0))}) {
+            EXPECT_NEAR(pixel.red(), mixed(stroke, beside).red(), 3);
+            EXPECT_NEAR(pixel.green(), mixed(stroke, beside).green(), 3);
+            EXPECT_NEAR(pixel.blue(), mixed(stroke, beside).blue(), 3);
+        }
+    }
+}
+
 TEST_P(PageOverlayTest, OnAPageOnItsSideTheBadgeTurnsWithThePage) {
     const QImage upright = shown(overlay(0));
     for (const int rotation : {90, 270})
@@ -228,14 +251,33 @@ TEST(PageOverlay, LabelsMayBeEmptyOrLong) {
     EXPECT_EQ(large, empty);
 }
 
-TEST(PageOverlay, PagesMayBeTinyOrHuge) {
-    for (const double size : {0.0, 1e-3, 1.0, 1e7}) {
-        QImage image(50, 50, QImage::Format_RGB32);
-        image.fill(ground);
-        QPainter painter(&image);
-        drawPageOverlay(painter,
-                        {{0, 0, size, size}, 0, "1", "Q3", archivedSpot({{1e300, -1e300}, "1"}), quarters()});
+/// What a page of that size, from the upper left corner on, makes of 50 pixels by 50; its spot is far
+/// outside.
+QImage squarePage(double size) {
+    QImage image(50, 50, QImage::Format_RGB32);
+    image.fill(ground);
+    QPainter painter(&image);
+    drawPageOverlay(painter,
+                    {{0, 0, size, size}, 0, "1", "Q3", archivedSpot({{1e300, -1e300}, "1"}), quarters()});
+    EXPECT_TRUE(painter.transform().isIdentity());
+    EXPECT_EQ(painter.opacity(), 1);
+    return image;
+}
+
+TEST(PageOverlay, ATinyPageShowsItsBadgesStrokeAtMost) {
+    for (const double size : {0.0, 1e-3, 1.0}) {
+        QImage image = squarePage(size);
+        QPainter(&image).fillRect(0, 0, 2, 2, ground);
+        QImage untouched(50, 50, QImage::Format_RGB32);
+        untouched.fill(ground);
+        EXPECT_EQ(image, untouched) << size;
     }
+}
+
+TEST(PageOverlay, AHugePageShowsItsBadge) {
+    const QImage image = squarePage(1e7);
+    for (const QPoint pixel : {QPoint(5, 5), QPoint(25, 25), QPoint(49, 49)})
+        EXPECT_EQ(image.pixelColor(pixel), QColor(255, 0, 0));
 }
 
 TEST(TargetIcon, ComesFromTheResources) {
