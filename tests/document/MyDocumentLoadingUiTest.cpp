@@ -126,7 +126,7 @@ protected:
         warnAboutVersions();
         ASSERT_TRUE(
             document.readFromURL(save(pagesWithAnEntry(), {.version = "1.6", .ownerPassword = "owner"})));
-        platform.whenTold = [this](const Alert &alert) { note(alert.message.section(' ', 0, 3)); };
+        platform.whenAsked = [this] { note(platform.alerts.last().message.section(' ', 0, 3)); };
         document.setUndoSupport(std::make_unique<ToldHooks>(
             document.root(), [this](const QString &hook, const MyOutlineItem &item) {
                 note("hook " + hook + ' ' + item.pageTitle());
