@@ -380,8 +380,12 @@
         <translation>-o OUT fehlt</translation>
     </message>
     <message>
-        <source>TREE is what &quot;outline&quot; prints, edited or not. An entry&apos;s page is told by its pageLabel; of pages with the same label it is the last. pageIndex counts only without a pageLabel, or with --keep-pages where it is a page with that label. An entry at [0, 0] is given the middle of its page&apos;s top edge.</source>
-        <translation>TREE ist, was „outline“ ausgibt, bearbeitet oder nicht. Die Seite eines Eintrags sagt sein pageLabel; von Seiten mit gleicher Bezeichnung gilt die letzte. pageIndex zählt nur ohne pageLabel, oder mit --keep-pages, wenn es eine Seite mit dieser Bezeichnung ist. Ein Eintrag bei [0, 0] bekommt die Mitte der Oberkante seiner Seite.</translation>
+        <source>%1: there is nothing in it; [] says that no outline is wanted</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>TREE is what &quot;outline&quot; prints, edited or not. An entry&apos;s page is told by its pageLabel; of pages with the same label it is the last. pageIndex counts only without a pageLabel, or with --keep-pages where it is a page with that label. An entry at [0, 0] is given the middle of its page&apos;s top edge. An empty TREE is refused: [] says that no outline is wanted.</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -397,10 +401,6 @@
     <message>
         <source>%1: no headings were found; the outline stays as it was</source>
         <translation>%1: Es wurden keine Überschriften gefunden; die Gliederung bleibt, wie sie war</translation>
-    </message>
-    <message>
-        <source>Where the PDFs go that are made of several files, under their own names; made if it is not there.</source>
-        <translation>Wohin die aus mehreren Dateien entstehenden PDFs kommen, unter ihren eigenen Namen; wird angelegt, wenn nicht vorhanden.</translation>
     </message>
     <message>
         <source>Makes the headings of a PDF, found by their fonts, its outline.</source>
@@ -441,22 +441,6 @@
     <message>
         <source>--calibrate makes a map of its own; --map can&apos;t be given with it</source>
         <translation>--calibrate macht sich eine eigene Tabelle; --map geht nicht zugleich</translation>
-    </message>
-    <message>
-        <source>either -o OUT or --out-dir DIR must be given</source>
-        <translation>Entweder -o OUT oder --out-dir DIR ist anzugeben</translation>
-    </message>
-    <message>
-        <source>several files need --out-dir DIR</source>
-        <translation>Mehrere Dateien brauchen --out-dir DIR</translation>
-    </message>
-    <message>
-        <source>two of the files are named &quot;%1&quot;</source>
-        <translation>Zwei der Dateien heißen „%1“</translation>
-    </message>
-    <message>
-        <source>%1: the folder could not be made</source>
-        <translation>%1: Der Ordner ließ sich nicht anlegen</translation>
     </message>
     <message>
         <source>%1: its text has fewer than two fonts, from which nothing can be told</source>
@@ -672,6 +656,101 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>ContentsCommand</name>
+    <message>
+        <source>%1: cancelled; nothing was written</source>
+        <translation>%1: abgebrochen; es wurde nichts geschrieben</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1: the copy with recognised text can&apos;t be read: %2</source>
+        <translation>%1: Die Kopie mit erkanntem Text ist nicht lesbar: %2</translation>
+    </message>
+    <message>
+        <source>%1: the copy with recognised text has other pages</source>
+        <translation>%1: Die Kopie mit erkanntem Text hat andere Seiten</translation>
+    </message>
+    <message>
+        <source>%1: page images without text; run text recognition first</source>
+        <translation>%1: Bilder von Seiten ohne Text; zuerst muss der Text erkannt werden</translation>
+    </message>
+    <message>
+        <source>%1: no headings were found; the outline stays as it was</source>
+        <translation>%1: Es wurden keine Überschriften gefunden; die Gliederung bleibt, wie sie war</translation>
+    </message>
+    <message>
+        <source>--max-depth wants a number from 1</source>
+        <translation>--max-depth braucht eine Zahl ab 1</translation>
+    </message>
+    <message>
+        <source>--deeper and --as-printed exclude each other</source>
+        <translation>--deeper und --as-printed schließen einander aus</translation>
+    </message>
+    <message>
+        <source>what is printed is of one file; with several, neither --explain nor --report -</source>
+        <translation>ausgegeben wird etwas nur zu einer Datei; bei mehreren weder --explain noch --report -</translation>
+    </message>
+    <message>
+        <source>--explain and --report - would be printed into each other</source>
+        <translation>--explain und --report - gerieten durcheinander</translation>
+    </message>
+    <message>
+        <source>The deepest level of entries (any).</source>
+        <translation>Die tiefste Ebene der Einträge (jede).</translation>
+    </message>
+    <message>
+        <source>Goes deeper than the printed contents, to every heading found.</source>
+        <translation>Geht tiefer als das gedruckte Inhaltsverzeichnis, bis zu jeder gefundenen Überschrift.</translation>
+    </message>
+    <message>
+        <source>Goes no deeper than the printed contents, where there are any.</source>
+        <translation>Geht nicht tiefer als das gedruckte Inhaltsverzeichnis, wo es eines gibt.</translation>
+    </message>
+    <message>
+        <source>Ignores links, named destinations, page labels and the structure of a tagged PDF.</source>
+        <translation>Übergeht Verknüpfungen, benannte Ziele, Seitenbezeichnungen und die Struktur einer PDF mit Tags.</translation>
+    </message>
+    <message>
+        <source>Recognises the text of page images first, in a copy, by the program ocrmypdf.</source>
+        <translation>Erkennt zuerst den Text von Seitenbildern, in einer Kopie, mit dem Programm ocrmypdf.</translation>
+    </message>
+    <message>
+        <source>The languages to recognise, such as deu+eng; implies --ocr.</source>
+        <translation>Die zu erkennenden Sprachen, etwa deu+eng; schließt --ocr ein.</translation>
+    </message>
+    <message>
+        <source>Adds the entries behind the existing outline.</source>
+        <translation>Fügt die Einträge hinter der vorhandenen Gliederung an.</translation>
+    </message>
+    <message>
+        <source>Tells of each entry where it comes from and how sure it is, as JSON; &quot;-&quot; is standard output. With --out-dir, R is a folder, with a report a file.</source>
+        <translation>Sagt zu jedem Eintrag, woher er kommt und wie sicher er ist, als JSON; „-“ ist die Standardausgabe. Mit --out-dir ist R ein Ordner, mit einem Bericht je Datei.</translation>
+    </message>
+    <message>
+        <source>Prints what was found at each stage.</source>
+        <translation>Gibt aus, was auf jeder Stufe gefunden wurde.</translation>
+    </message>
+    <message>
+        <source>Reads a PDF as a reader does, and makes what it finds the outline.</source>
+        <translation>Liest eine PDF wie ein Leser und macht, was es findet, zur Gliederung.</translation>
+    </message>
+    <message>
+        <source>What the author printed as contents is the outline, as far as there is any; else it is made of the headings, told by their look, numbers, links and names. It takes the place of the outline, unless --keep is given. With --out-dir, several files are done at once, on all cores.</source>
+        <translation>Was der Autor als Inhaltsverzeichnis gedruckt hat, ist die Gliederung, soweit es eines gibt; sonst besteht sie aus den Überschriften, die an Aussehen, Nummern, Verknüpfungen und Namen erkannt werden. Sie ersetzt die vorhandene, außer mit --keep. Mit --out-dir werden mehrere Dateien zugleich bearbeitet, auf allen Kernen.</translation>
+    </message>
+    <message>
+        <source>The PDF, or several with --out-dir.</source>
+        <translation>Die PDF oder, mit --out-dir, mehrere.</translation>
+    </message>
+    <message>
+        <source>--ocr needs the program ocrmypdf; install the package of that name</source>
+        <translation>--ocr braucht das Programm ocrmypdf; installieren Sie das Paket dieses Namens</translation>
+    </message>
+</context>
+<context>
     <name>EntriesElsewhere</name>
     <message>
         <source>“%1” (page %2, now %3)</source>
@@ -683,6 +762,67 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>FileAttributes</name>
+    <message>
+        <source>its extended attributes could not be kept</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>its access list could not be kept</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>its extended attribute &quot;%1&quot; could not be kept</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it belonged to another user, and belongs to you now</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>its group could not be kept</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>its permissions could not be kept</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>FileReplacement</name>
+    <message>
+        <source>it had other names (hard links), which still lead to the old file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>nobody reads from this pipe</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 was written, but may not outlive a power failure: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 could not be written: %2</source>
+        <translation type="unfinished">%1 ließ sich nicht schreiben: %2</translation>
+    </message>
+</context>
+<context>
+    <name>FileTarget</name>
+    <message>
+        <source>it is a folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is a socket; only a file can be replaced</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it is a device; only a file can be replaced</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>FileWriter</name>
     <message>
         <source>the original was cut short by another program</source>
@@ -691,10 +831,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
 </context>
 <context>
     <name>FontsCommand</name>
-    <message>
-        <source>%1: the map could not be written: %2</source>
-        <translation>%1: Die Tabelle ließ sich nicht schreiben: %2</translation>
-    </message>
     <message>
         <source>Counts the fonts and guesses which are headings, as JSON.</source>
         <translation>Zählt die Schriften und vermutet, welche Überschriften sind, als JSON.</translation>
@@ -908,6 +1044,29 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>OutlineOutput</name>
+    <message>
+        <source>Where the PDFs go that are made of several files, under their own names; made if it is not there.</source>
+        <translation>Wohin die PDFs kommen, die aus mehreren Dateien entstehen, unter deren Namen; wird angelegt, falls nicht vorhanden.</translation>
+    </message>
+    <message>
+        <source>either -o OUT or --out-dir DIR must be given</source>
+        <translation>entweder -o OUT oder --out-dir DIR ist anzugeben</translation>
+    </message>
+    <message>
+        <source>several files need --out-dir DIR</source>
+        <translation>mehrere Dateien brauchen --out-dir DIR</translation>
+    </message>
+    <message>
+        <source>two of the files are named &quot;%1&quot;</source>
+        <translation>zwei der Dateien heißen „%1“</translation>
+    </message>
+    <message>
+        <source>%1: the folder could not be made: %2</source>
+        <translation>%1: Der Ordner ließ sich nicht anlegen: %2</translation>
+    </message>
+</context>
+<context>
     <name>OutlineTree</name>
     <message>
         <source>a node must be an object</source>
@@ -1072,6 +1231,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>%1 could not be written: %2</source>
         <translation>%1 ließ sich nicht schreiben: %2</translation>
     </message>
+    <message>
+        <source>the folder %1 could not be made: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>it could not be copied to %1: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 <context>
     <name>ScriptGestures</name>
@@ -1138,10 +1305,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
 <context>
     <name>ScriptPlayer</name>
     <message>
-        <source>it could not be copied</source>
-        <translation>es ließ sich nicht kopieren</translation>
-    </message>
-    <message>
         <source>the document has been closed</source>
         <translation>das Dokument wurde geschlossen</translation>
     </message>
@@ -1152,6 +1315,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>no sheet opened to take the fields</source>
         <translation>es ging kein Fenster auf, das die Felder annimmt</translation>
+    </message>
+    <message>
+        <source>it can&apos;t be shown</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -1320,6 +1487,13 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>TemporaryFolder</name>
+    <message>
+        <source>no folder for temporary files can be made in %1: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TextCommand</name>
     <message>
         <source>Prints the text as runs of one font, a JSON object a line.</source>
@@ -1344,6 +1518,25 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1: there is no page %2; the pages are 1 to %3</source>
         <translation>%1: Es gibt keine Seite %2; die Seiten sind 1 bis %3</translation>
+    </message>
+</context>
+<context>
+    <name>TextRecognition</name>
+    <message>
+        <source>text could not be recognised: %1</source>
+        <translation>Text ließ sich nicht erkennen: %1</translation>
+    </message>
+    <message>
+        <source>the program %1 is not there; install the package of that name</source>
+        <translation>das Programm %1 ist nicht da; installieren Sie das Paket dieses Namens</translation>
+    </message>
+    <message>
+        <source>the temporary folder can&apos;t be written to</source>
+        <translation>in den temporären Ordner lässt sich nicht schreiben</translation>
+    </message>
+    <message>
+        <source>%1 wrote nothing</source>
+        <translation>%1 hat nichts geschrieben</translation>
     </message>
 </context>
 <context>
