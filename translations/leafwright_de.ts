@@ -656,6 +656,101 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>ContentsCommand</name>
+    <message>
+        <source>%1: cancelled; nothing was written</source>
+        <translation>%1: abgebrochen; es wurde nichts geschrieben</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1: the copy with recognised text can&apos;t be read: %2</source>
+        <translation>%1: Die Kopie mit erkanntem Text ist nicht lesbar: %2</translation>
+    </message>
+    <message>
+        <source>%1: the copy with recognised text has other pages</source>
+        <translation>%1: Die Kopie mit erkanntem Text hat andere Seiten</translation>
+    </message>
+    <message>
+        <source>%1: page images without text; run text recognition first</source>
+        <translation>%1: Bilder von Seiten ohne Text; zuerst muss der Text erkannt werden</translation>
+    </message>
+    <message>
+        <source>%1: no headings were found; the outline stays as it was</source>
+        <translation>%1: Es wurden keine Überschriften gefunden; die Gliederung bleibt, wie sie war</translation>
+    </message>
+    <message>
+        <source>--max-depth wants a number from 1</source>
+        <translation>--max-depth braucht eine Zahl ab 1</translation>
+    </message>
+    <message>
+        <source>--deeper and --as-printed exclude each other</source>
+        <translation>--deeper und --as-printed schließen einander aus</translation>
+    </message>
+    <message>
+        <source>what is printed is of one file; with several, neither --explain nor --report -</source>
+        <translation>ausgegeben wird etwas nur zu einer Datei; bei mehreren weder --explain noch --report -</translation>
+    </message>
+    <message>
+        <source>--explain and --report - would be printed into each other</source>
+        <translation>--explain und --report - gerieten durcheinander</translation>
+    </message>
+    <message>
+        <source>The deepest level of entries (any).</source>
+        <translation>Die tiefste Ebene der Einträge (jede).</translation>
+    </message>
+    <message>
+        <source>Goes deeper than the printed contents, to every heading found.</source>
+        <translation>Geht tiefer als das gedruckte Inhaltsverzeichnis, bis zu jeder gefundenen Überschrift.</translation>
+    </message>
+    <message>
+        <source>Goes no deeper than the printed contents, where there are any.</source>
+        <translation>Geht nicht tiefer als das gedruckte Inhaltsverzeichnis, wo es eines gibt.</translation>
+    </message>
+    <message>
+        <source>Ignores links, named destinations, page labels and the structure of a tagged PDF.</source>
+        <translation>Übergeht Verknüpfungen, benannte Ziele, Seitenbezeichnungen und die Struktur einer PDF mit Tags.</translation>
+    </message>
+    <message>
+        <source>Recognises the text of page images first, in a copy, by the program ocrmypdf.</source>
+        <translation>Erkennt zuerst den Text von Seitenbildern, in einer Kopie, mit dem Programm ocrmypdf.</translation>
+    </message>
+    <message>
+        <source>The languages to recognise, such as deu+eng; implies --ocr.</source>
+        <translation>Die zu erkennenden Sprachen, etwa deu+eng; schließt --ocr ein.</translation>
+    </message>
+    <message>
+        <source>Adds the entries behind the existing outline.</source>
+        <translation>Fügt die Einträge hinter der vorhandenen Gliederung an.</translation>
+    </message>
+    <message>
+        <source>Tells of each entry where it comes from and how sure it is, as JSON; &quot;-&quot; is standard output. With --out-dir, R is a folder, with a report a file.</source>
+        <translation>Sagt zu jedem Eintrag, woher er kommt und wie sicher er ist, als JSON; „-“ ist die Standardausgabe. Mit --out-dir ist R ein Ordner, mit einem Bericht je Datei.</translation>
+    </message>
+    <message>
+        <source>Prints what was found at each stage.</source>
+        <translation>Gibt aus, was auf jeder Stufe gefunden wurde.</translation>
+    </message>
+    <message>
+        <source>Reads a PDF as a reader does, and makes what it finds the outline.</source>
+        <translation>Liest eine PDF wie ein Leser und macht, was es findet, zur Gliederung.</translation>
+    </message>
+    <message>
+        <source>What the author printed as contents is the outline, as far as there is any; else it is made of the headings, told by their look, numbers, links and names. It takes the place of the outline, unless --keep is given. With --out-dir, several files are done at once, on all cores.</source>
+        <translation>Was der Autor als Inhaltsverzeichnis gedruckt hat, ist die Gliederung, soweit es eines gibt; sonst besteht sie aus den Überschriften, die an Aussehen, Nummern, Verknüpfungen und Namen erkannt werden. Sie ersetzt die vorhandene, außer mit --keep. Mit --out-dir werden mehrere Dateien zugleich bearbeitet, auf allen Kernen.</translation>
+    </message>
+    <message>
+        <source>The PDF, or several with --out-dir.</source>
+        <translation>Die PDF oder, mit --out-dir, mehrere.</translation>
+    </message>
+    <message>
+        <source>--ocr needs the program ocrmypdf; install the package of that name</source>
+        <translation>--ocr braucht das Programm ocrmypdf; installieren Sie das Paket dieses Namens</translation>
+    </message>
+</context>
+<context>
     <name>EntriesElsewhere</name>
     <message>
         <source>“%1” (page %2, now %3)</source>

@@ -36,7 +36,7 @@ _leafwright_cli() {
     case ${COMP_WORDS[COMP_CWORD - 1]} in
         --format) _leafwright_cli_offer -W "json plus text" ;;
         --out-dir) compopt -o filenames 2>/dev/null; _leafwright_cli_offer -d ;;
-        --max-depth | --page | --text | --timeout) COMPREPLY=() ;;
+        --max-depth | --ocr-language | --page | --text | --timeout) COMPREPLY=() ;;
         --map | --save-map | --report) _leafwright_cli_files ;;
         -o | --output) _leafwright_cli_pdfs ;;
         *)

@@ -2,6 +2,7 @@
 
 #include "cli/ApplyCommand.h"
 #include "cli/AutoTOCCommand.h"
+#include "cli/ContentsCommand.h"
 #include "cli/FontsCommand.h"
 #include "cli/InfoCommand.h"
 #include "cli/LabelsCommand.h"
@@ -66,6 +67,7 @@ const std::vector<std::unique_ptr<Command>> &commands() {
         list.push_back(std::make_unique<OutlineCommand>());
         list.push_back(std::make_unique<TextCommand>());
         list.push_back(std::make_unique<FontsCommand>());
+        list.push_back(std::make_unique<ContentsCommand>());
         list.push_back(std::make_unique<AutoTOCCommand>());
         list.push_back(std::make_unique<MiniTOCCommand>());
         list.push_back(std::make_unique<ApplyCommand>());

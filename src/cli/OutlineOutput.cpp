@@ -84,10 +84,7 @@ std::optional<QString> OutlineOutput::problem() const {
 }
 
 bool OutlineOutput::makeFolder(Console &console) const {
-    if (folder_.isEmpty()) return true;
-    const auto reason = leafwright::makeFolder(folder_);
-    if (reason) console.message(translated("%1: the folder could not be made: %2").arg(folder_, *reason));
-    return !reason;
+    return folder_.isEmpty() || cli::makeFolder(folder_, console);
 }
 
 bool OutlineOutput::isAlone() const {
@@ -109,6 +106,12 @@ bool OutlineOutput::run(const CommandInfo &command, const QCommandLineParser &ar
 
 QString OutlineOutput::targetOf(const QString &file) const {
     return folder_.isEmpty() ? out_ : QDir(folder_).filePath(QFileInfo(file).fileName());
+}
+
+bool makeFolder(const QString &path, Console &console) {
+    const auto reason = leafwright::makeFolder(path);
+    if (reason) console.message(translated("%1: the folder could not be made: %2").arg(path, *reason));
+    return !reason;
 }
 
 std::optional<QString> writeEntries(MyDocument &document, MyOutlineItem::Children entries, bool keep,

@@ -38,6 +38,9 @@ private:
     QString folder_;
 };
 
+/// Makes a folder with all above it. @return whether it is there now; if not, that is said
+bool makeFolder(const QString &path, Console &console);
+
 /// Writes a document with new entries in place of its outline or, if it is kept, behind it. Without entries
 /// the outline stays as it was. @return why that failed
 std::optional<QString> writeEntries(MyDocument &document, MyOutlineItem::Children entries, bool keep,

@@ -13,6 +13,7 @@ MyOutlineItem::Children itemsOfContents(const FoundContents &found, const TextPa
         auto item = std::make_unique<MyOutlineItem>();
         item->setPageTitle(entry.title);
         item->setPageLabel(pages.pageLabel(entry.pageIndex));
+        item->setImportedPage(entry.pageIndex);
         item->setPointOnPage(entry.point);
         while (above.size() > 1 && above.back().level >= entry.level)
             above.pop_back();

@@ -1,5 +1,7 @@
 #include "document/TextRecognition.h"
 
+#include "files/FileName.h"
+
 #include <QCoreApplication>
 #include <QFileInfo>
 #include <QProcess>
@@ -56,6 +58,11 @@ private:
     QStringList lastLines_;
 };
 
+/// The file to be read, by a name that no program can take for anything else.
+QString originalIn(const QTemporaryDir &folder) {
+    return folder.filePath(QStringLiteral("original.pdf"));
+}
+
 /// Ends the program with all that it has started.
 void stop(QProcess &process) {
     constexpr int patience = 3'000;  // milliseconds
@@ -65,7 +72,7 @@ void stop(QProcess &process) {
     process.waitForFinished(-1);
 }
 
-void start(QProcess &process, const QString &path, const QString &languages, const QTemporaryDir &folder) {
+void start(QProcess &process, const QString &languages, const QTemporaryDir &folder) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("TMPDIR"), folder.path());  // so that nothing is left, whatever happens
     process.setProcessEnvironment(environment);
@@ -84,7 +91,7 @@ void start(QProcess &process, const QString &path, const QString &languages, con
                           QStringLiteral("--verbose"),
                           QStringLiteral("1")};
     if (!languages.isEmpty()) arguments << QStringLiteral("--language") << languages;
-    arguments << QStringLiteral("--") << QFileInfo(path).absoluteFilePath() << RecognisedCopy::pathIn(folder);
+    arguments << QStringLiteral("--") << originalIn(folder) << RecognisedCopy::pathIn(folder);
     process.start(QStandardPaths::findExecutable(program), arguments);
 }
 
@@ -107,7 +114,10 @@ std::variant<std::unique_ptr<RecognisedCopy>, RecognitionFailure> recogniseText(
     auto folder = std::make_unique<QTemporaryDir>();
     if (!folder->isValid()) return failure(folder->errorString());
     QProcess process;
-    start(process, path, languages, *folder);
+    const QByteArray original = fileNameBytes(QFileInfo(path).absoluteFilePath());
+    if (::symlink(original.constData(), originalIn(*folder).toUtf8().constData()) != 0)
+        return failure(translated("the temporary folder can't be written to"));
+    start(process, languages, *folder);
     if (!process.waitForStarted(-1)) return failure(process.errorString());
     Messages messages;
     constexpr int interval = 100;  // milliseconds

@@ -47,9 +47,7 @@ inline const QString outlineOfHeadings = QStringLiteral(
     "+ @2 Chapter Two\n"
     "++ @2 Section Beta\n");
 
-/// Saves a book of ten pages with a printed contents on the first, chapters and sections in bold type on the
-/// others, and page numbers at their feet; its outline is one entry, "Old Entry".
-/// @param pageLabels the catalog's entry; empty for none. @return its path
+/// Saves the book of makeBook(). @param pageLabels the catalog's entry; empty for none. @return its path
 QString savePdfWithContents(const TempDir &dir, const QString &name, const std::string &pageLabels = {});
 /// The outline that its author would have made, as plus lines.
 inline const QString outlineOfContents = QStringLiteral(

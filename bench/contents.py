@@ -1,0 +1,339 @@
+#!/usr/bin/env python3
+"""Measures how well leafwright-cli finds the outlines of documents whose authors made one.
+
+Each document loses its outline first; then every generator makes one, and what it makes is compared with
+the author's. An entry is right when it is on the same page and has the same title, after folding what
+authors and typesetters write differently: case, blanks, quotes, accents, dashes, a final stop, and the
+number in front ("1.2", "Chapter 3"). The level of a right entry is right when the nearest right entry
+above it is the author's. Precision, recall and F1 are those of each document; the means are over documents.
+
+Nothing is fetched: the documents lie below FOLDER, as listed in a file. Exit status: 0 done, 2 not run.
+"""
+
+import argparse
+import json
+import re
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+import unicodedata
+from collections import defaultdict
+from concurrent.futures import ThreadPoolExecutor
+from pathlib import Path
+from typing import Iterable, Iterator, NamedTuple
+
+MARKERS = ("<!-- table of contents.py -->\n", "<!-- end of the table of contents.py -->\n")
+
+WORDS = (
+    "chapter chap\\. appendix part section sect\\. annex kapitel anhang teil abschnitt chapitre annexe partie "
+    "cap[ií]tulo ap[eé]ndice parte capitolo appendice hoofdstuk bijlage глава приложение часть rozdział dodatek "
+    "kapitola příloha část część sección"
+).replace(" ", "|")
+NUMBER_WORDS = "one|two|three|four|five|six|seven|eight|nine|ten|eleven|twelve|thirteen|fourteen|fifteen"
+# What may stand in front of a title: each of these forms is one that authors leave out.
+IN_FRONT = [
+    re.compile(
+        rf"(?:{WORDS})\s*(?:\d+|{NUMBER_WORDS}|[ivxlcdm]{{1,7}}|[a-z])(?:\.\d+)*\s*[.:)\-–—]?\s+(?=\S)", re.I
+    ),
+    re.compile(
+        r"(?:§\s*)?(?:\d+|[A-Z](?=\.\d)|[IVXLC]+(?=[.:)]))(?:[.\-]\d+|\.[A-Za-z](?=[\s.]))*[.:)]?\s+(?=\S)"
+    ),
+    re.compile(r"(?:\d+|[A-Z])(?:\.\d+)+\.?\s*(?=[^\W\d])"),
+    re.compile(r"(?:[A-Z]|[IVX]+|[a-z](?=\)))[.:)]?\s+(?=\S)"),
+    re.compile(r"第\s*[0-9一二三四五六七八九十百]+\s*[章節节部编編]\s*(?=\S)"),
+    re.compile(r"(?:付録|附录|附錄)?\s*(?:\d+|[A-Z])(?:\.\d+)*[.:)]?\s*(?=[^\x00-\u2fff])"),
+]
+ACCENTS = "\u00ad\u00b4\u00a8\u00b8ˇ˘˙˚˝˛ˆ˜"  # drawn as characters of their own
+QUOTES = "\\\"'`‘’‚‛“”„‟«»‹›′″＂＇"
+DASHES = "‐‑‒–—―−﹣－"
+FOLDING = {ord(c): None for c in QUOTES} | {ord(c): "-" for c in DASHES} | {ord("_"): " "}
+SPLITTING = {ord(c): None for c in ACCENTS} | {ord("ı"): "i"}
+
+Titles = frozenset[str]  # the forms of one title, folded
+
+
+class Entry(NamedTuple):
+    level: int
+    titles: Titles
+    page: int
+
+
+class Score(NamedTuple):
+    precision: float
+    recall: float
+    f1: float
+    f1_with_level: float
+
+
+class CannotRun(Exception):
+    """Why there is nothing to measure, in words for people."""
+
+
+def folded(title: str) -> str:
+    text = unicodedata.normalize("NFKD", title.translate(SPLITTING))
+    text = unicodedata.normalize("NFKC", "".join(c for c in text if not "\u0300" <= c <= "\u036f"))
+    text = re.sub(r"-+", "-", text.translate(FOLDING).casefold())
+    return re.sub(r"[\s\u200b-\u200f\ufeff\x00-\x1f\ufffd]+", "", text).strip(".:")
+
+
+def forms(title: str) -> Titles:
+    text = unicodedata.normalize("NFKC", re.sub(r"[\s\x00-\x1f\u200b]+", " ", title)).strip()
+    found = {folded(text)}
+    for number in IN_FRONT:
+        if match := number.match(text):
+            found.add(folded(text[match.end() :]))
+    return frozenset(found - {""})
+
+
+def entries(nodes: Iterable[dict], level: int = 1) -> Iterator[Entry]:
+    """Those of an outline's JSON that have a title and lead to a page."""
+    for node in nodes:
+        titles = forms(node["title"])
+        if titles and node["pageIndex"] is not None:
+            yield Entry(level, titles, node["pageIndex"])
+        yield from entries(node["children"], level + 1)
+
+
+def matches(wanted: list[Entry], found: list[Entry]) -> dict[int, int]:
+    """Which of the found entries stands for which of those wanted, one for one."""
+    places: dict[tuple[str, int], list[int]] = defaultdict(list)
+    for index, entry in enumerate(found):
+        for title in entry.titles:
+            places[title, entry.page].append(index)
+    used: set[int] = set()
+    result: dict[int, int] = {}
+    for index, entry in enumerate(wanted):
+        fitting = {k for title in entry.titles for k in places[title, entry.page]} - used
+        if fitting:
+            result[index] = min(fitting)
+            used.add(result[index])
+    return result
+
+
+def ancestors(outline: list[Entry]) -> list[list[int]]:
+    """For each entry those above it, from the top."""
+    above: list[int] = []
+    result = []
+    for index, entry in enumerate(outline):
+        while above and outline[above[-1]].level >= entry.level:
+            above.pop()
+        result.append(list(above))
+        above.append(index)
+    return result
+
+
+def measures(right: int, wanted: int, found: int) -> tuple[float, float, float]:
+    precision = right / found if found else 0.0
+    recall = right / wanted if wanted else 0.0
+    return precision, recall, 2 * precision * recall / (precision + recall) if right else 0.0
+
+
+def score(wanted: list[Entry], found: list[Entry]) -> Score:
+    pairs = matches(wanted, found)
+    back = {theirs: ours for ours, theirs in pairs.items()}
+    above_wanted, above_found = ancestors(wanted), ancestors(found)
+    in_place = 0
+    for ours, theirs in pairs.items():
+        expected = next((k for k in reversed(above_wanted[ours]) if k in pairs), None)
+        given = next((back[k] for k in reversed(above_found[theirs]) if k in back), None)
+        in_place += expected == given
+    precision, recall, f1 = measures(len(pairs), len(wanted), len(found))
+    return Score(precision, recall, f1, measures(in_place, len(wanted), len(found))[2])
+
+
+class Cli:
+    def __init__(self, program: str) -> None:
+        self.program = program
+
+    def run(self, *arguments: str) -> bytes:
+        done = subprocess.run([self.program, *arguments], capture_output=True)
+        if done.returncode != 0:
+            raise CannotRun(done.stderr.decode(errors="replace").strip())
+        return done.stdout
+
+    def outline(self, pdf: Path) -> list[dict]:
+        return json.loads(self.run("outline", str(pdf)))
+
+    def without_outline(self, pdf: Path, out: Path) -> None:
+        empty = out.with_suffix(".json")
+        empty.write_text("[]", encoding="utf-8")
+        self.run("apply", str(pdf), str(empty), "-o", str(out))
+
+    def autotoc(self, pdf: Path, out: Path, *options: str) -> list[dict]:
+        self.run("autotoc", str(pdf), "-o", str(out), *options)
+        return self.outline(out)
+
+    def contents(self, pdf: Path, out: Path, *options: str) -> list[dict]:
+        report = out.with_suffix(".json")
+        self.run("contents", str(pdf), "-o", str(out), "--report", str(report), *options)
+        return json.loads(report.read_text(encoding="utf-8"))
+
+
+class Generator(NamedTuple):
+    name: str
+    command: str
+    options: tuple[str, ...] = ()
+
+
+AUTOTOC = [
+    Generator("AutoTOC", "autotoc"),
+    Generator("AutoTOC, depth 6", "autotoc", ("--max-depth", "6")),
+    Generator("self-calibrating", "autotoc", ("--calibrate",)),
+]
+CONTENTS = [
+    Generator("Find Contents, text only", "contents", ("--text-only",)),
+    Generator("Find Contents", "contents"),
+]
+
+
+class Measured(NamedTuple):
+    document: str
+    wanted: int
+    scores: dict[str, Score]
+    seconds: dict[str, float]
+
+
+def measure(cli: Cli, folder: Path, path: str, generators: list[Generator]) -> Measured:
+    """What the generators make of one document; one that fails has found nothing, and says why."""
+    with tempfile.TemporaryDirectory(prefix="leafwright-contents-") as scratch:
+        bare, out = Path(scratch) / "bare.pdf", Path(scratch) / "out.pdf"
+        wanted = list(entries(cli.outline(folder / path)))
+        if not wanted:
+            raise CannotRun(f"{path} has no outline to compare with")
+        cli.without_outline(folder / path, bare)
+        scores, seconds = {}, {}
+        for generator in generators:
+            make = cli.contents if generator.command == "contents" else cli.autotoc
+            start = time.monotonic()
+            try:
+                found = list(entries(make(bare, out, *generator.options)))
+            except CannotRun as reason:
+                print(f"{path}: {generator.name}: {reason}", file=sys.stderr)
+                found = []
+            seconds[generator.name] = time.monotonic() - start
+            scores[generator.name] = score(wanted, found)
+    print(f"{path}: {scores[generators[-1].name].f1:.3f}", file=sys.stderr)
+    return Measured(path, len(wanted), scores, seconds)
+
+
+def compared(cli: Cli, folder: Path, measured: list[Measured], name: str, results: Path) -> None:
+    """Adds what another program made: {PATH: [[LEVEL, TITLE, PAGE FROM 1], ...], ...}."""
+    outlines = json.loads(results.read_text(encoding="utf-8"))
+    for document in measured:
+        found = [
+            Entry(level, titles, page - 1)
+            for level, title, page in outlines.get(document.document, [])
+            if page >= 1 and (titles := forms(title))
+        ]
+        wanted = list(entries(cli.outline(folder / document.document)))
+        document.scores[name] = score(wanted, found)
+
+
+def mean(values: Iterable[float]) -> float:
+    listed = list(values)
+    return sum(listed) / len(listed)
+
+
+def tables(measured: list[Measured], names: list[str]) -> str:
+    """The means of all generators, then F1 of each document."""
+    text = "| generator | precision | recall | F1 | F1 with level | seconds |\n|---|" + "---:|" * 5 + "\n"
+    for name in names:
+        scores = [document.scores[name] for document in measured]
+        cells = [f"{mean(column):.3f}" for column in zip(*scores)]
+        seconds = [document.seconds[name] for document in measured if name in document.seconds]
+        text += f"| {name} | {' | '.join(cells)} | {f'{sum(seconds):.0f}' if seconds else ''} |\n"
+    last = names[-1]
+    heads = names + [f"{last}: with level", "precision", "recall"]
+    text += f"\n| F1 of the document | author's | {' | '.join(heads)} |\n|---|" + "---:|" * (len(heads) + 1) + "\n"
+    for document in measured:
+        best = document.scores[last]
+        cells = [f"{document.scores[name].f1:.2f}" for name in names]
+        cells += [f"{value:.2f}" for value in (best.f1_with_level, best.precision, best.recall)]
+        text += f"| {short_name(document.document)} | {document.wanted} | {' | '.join(cells)} |\n"
+    return text
+
+
+def short_name(path: str) -> str:
+    """The file's name, with its folder's where the name says little."""
+    file = Path(path)
+    return file.stem if len(file.stem) > 8 else f"{file.parent.name}/{file.stem}"
+
+
+def listed_documents(file: Path) -> list[str]:
+    lines = file.read_text(encoding="utf-8").splitlines()
+    return [line for line in lines if line and not line.startswith("#")]
+
+
+def replace_table(file: Path, text: str) -> None:
+    begin, end = MARKERS
+    whole = file.read_text(encoding="utf-8")
+    if begin not in whole or end not in whole:
+        raise CannotRun(f"{file} has no place for the table, from {begin.strip()} to {end.strip()}")
+    before, rest = whole.split(begin, 1)
+    file.write_text(before + begin + text + end + rest.split(end, 1)[1], encoding="utf-8")
+
+
+def parsed_arguments() -> argparse.Namespace:
+    parser = argparse.ArgumentParser(
+        description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter
+    )
+    parser.add_argument("folder", metavar="FOLDER", type=Path, help="where the documents are")
+    parser.add_argument("--cli", default="leafwright-cli", metavar="PATH", help="the program to measure")
+    parser.add_argument(
+        "--list", type=Path, metavar="FILE", default=Path(__file__).with_suffix(".txt"),
+        help="their paths below the folder, one a line (contents.txt beside this script)",
+    )
+    parser.add_argument("--only", metavar="TEXT", help="only documents whose path contains this")
+    parser.add_argument("--quick", action="store_true", help="Find Contents alone, with all evidence")
+    parser.add_argument("--jobs", type=int, default=1, metavar="N", help="documents at a time (1)")
+    parser.add_argument(
+        "--compare", action="append", default=[], metavar="NAME=FILE",
+        help="another program's outlines as JSON: {PATH: [[LEVEL, TITLE, PAGE FROM 1], ...], ...}",
+    )
+    parser.add_argument("--into", type=Path, metavar="FILE", help="a Markdown file that has the tables")
+    parser.add_argument("--json", type=Path, metavar="FILE", help="where all figures go as JSON")
+    return parser.parse_args()
+
+
+def run(options: argparse.Namespace) -> None:
+    program = shutil.which(options.cli)
+    if not program:
+        raise CannotRun(f"{options.cli} is no program; build leafwright-cli and name it with --cli")
+    cli = Cli(program)
+    documents = [path for path in listed_documents(options.list) if not options.only or options.only in path]
+    if not documents:
+        raise CannotRun("no document is listed")
+    generators = [CONTENTS[-1]] if options.quick else AUTOTOC + CONTENTS
+    with ThreadPoolExecutor(options.jobs) as pool:
+        measured = list(pool.map(lambda path: measure(cli, options.folder, path, generators), documents))
+    names = [generator.name for generator in generators]
+    for comparison in options.compare:
+        name, _, results = comparison.partition("=")
+        compared(cli, options.folder, measured, name, Path(results))
+        names.insert(-1, name)
+    text = tables(measured, names)
+    if options.into:
+        replace_table(options.into, text)
+    else:
+        print(text, end="")
+    if options.json:
+        figures = [
+            document._asdict() | {"scores": {n: s._asdict() for n, s in document.scores.items()}}
+            for document in measured
+        ]
+        options.json.write_text(json.dumps(figures, indent=1), encoding="utf-8")
+
+
+def main() -> int:
+    try:
+        run(parsed_arguments())
+    except (CannotRun, OSError) as reason:
+        print(f"contents.py: {reason}", file=sys.stderr)
+        return 2
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
