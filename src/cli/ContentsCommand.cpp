@@ -131,7 +131,7 @@ std::optional<QString> contents(const QString &file, const Request &request, con
     const auto &found = std::get<FoundContents>(result);
     // What was found on a page leads there. Only entries that were there before go by their labels.
     const bool onlyFound = !request.keep && !found.entries.empty();
-    observeKeepPages(document, file, request.keepPages || onlyFound, console);
+    observeWriting(document, file, request.keepPages || onlyFound, console);
     if (found.entries.empty())
         console.message(translated("%1: no headings were found; the outline stays as it was").arg(file));
     if (auto failure =
