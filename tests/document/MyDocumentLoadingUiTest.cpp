@@ -125,7 +125,7 @@ protected:
         registerDefaults(platform.userDefaults());
         warnAboutVersions();
         ASSERT_TRUE(
-            document.readFromURL(save(pagesWithAnEntry(), {.version = "1.6", .ownerPassword = "owner"})));
+            document.readFromURL(save(pagesWithAnEntry(), {.version = "1.7", .ownerPassword = "owner"})));
         platform.whenAsked = [this] { note(platform.alerts.last().message.section(' ', 0, 3)); };
         document.setUndoSupport(std::make_unique<ToldHooks>(
             document.root(), [this](const QString &hook, const MyOutlineItem &item) {
@@ -135,10 +135,14 @@ protected:
                          [this] { note("entry"); });
         QObject::connect(&document, &MyDocument::windowMade, &watch, [this] {
             document.window()->installEventFilter(&watch);
+            document.outlineview()->setIndentationPerLevel(1);  // so that it is seen when it is set
             QObject::connect(document.pdfview(), &PDFView::documentChanged, &watch,
                              [this] { note("pages"); });
         });
     }
+
+    // The document outlives the notes, and takes its hooks off when it goes.
+    void TearDown() override { document.setUndoSupport(std::make_unique<UndoSupport>(document.root())); }
 
     /// Notes a step, and all that is there by then.
     void note(const QString &step) {
@@ -161,7 +165,7 @@ protected:
 
 TEST_F(LoadSequence, IsFixed) {
     document.makeWindowControllers();
-    EXPECT_THAT(steps, ElementsAre("This PDF is encrypted: ", "This PDF (version 1.6): ", "pages: pages",
+    EXPECT_THAT(steps, ElementsAre("This PDF is encrypted: ", "This PDF (version 1.7): ", "pages: pages",
                                    "entry: pages labels outline",
                                    "hook on Untitled: pages labels outline disabled indentation",
                                    "hook on One: pages labels outline disabled indentation",
