@@ -80,6 +80,7 @@ TEST_F(DocumentState, WhatWaitsForAnIdleDocumentIsCalledInOrderOnceTheLastIsDone
 TEST_F(DocumentState, IsBusyWhileTheUserIsAsked) {
     int timesBusy = 0;
     platform.whenAsked = [&] { timesBusy += document.isBusy() ? 1 : 0; };
+    platform.filesToChoose = {std::nullopt, std::nullopt};
     document.runModal({"Really?", {}, {"OK"}});
     EXPECT_FALSE(document.runOpenPanel({}));
     EXPECT_FALSE(document.runSavePanel({}));

@@ -19,7 +19,6 @@ public:
     int runModal(const Alert &alert) override {
         alerts.append(alert);
         if (whenAsked) whenAsked();
-        if (whenTold) whenTold(alert);
         if (alert.buttons.size() <= 1) return 0;
         if (!answers.isEmpty()) return answers.takeFirst();
         ADD_FAILURE() << "the alert \"" << alert.message.toStdString() << "\" finds no answer";
@@ -66,7 +65,6 @@ public:
     QList<std::optional<QString>> filesToChoose;  ///< For panels, in order; nothing is a cancelled one.
     std::function<void()> whenAsked;              ///< Called while an alert or a panel is up.
     std::function<void()> whenPaused;             ///< Called when a pause begins.
-    std::function<void(const Alert &)> whenTold;  ///< Called while an alert is up.
     qint64 clock = 1'000'000'000'000;             ///< What now() tells, in milliseconds.
     UserDefaults defaults;                        ///< In memory.
     QTemporaryDir temporary;
