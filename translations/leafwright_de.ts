@@ -407,10 +407,6 @@
         <translation>Macht die Überschriften einer PDF, an ihren Schriften erkannt, zu ihrer Gliederung.</translation>
     </message>
     <message>
-        <source>Text in a font larger than the body text&apos;s is a heading; its level goes by the font&apos;s size, or by a map (see &quot;fonts --save-map&quot;), or by how often fonts occur (--calibrate). The headings take the place of the outline, unless --keep is given. With --out-dir, several files are done at once, on all cores.</source>
-        <translation>Text in einer größeren Schrift als der des Fließtexts ist eine Überschrift; ihre Ebene richtet sich nach der Größe der Schrift, nach einer Tabelle (siehe „fonts --save-map“) oder nach der Häufigkeit der Schriften (--calibrate). Die Überschriften ersetzen die Gliederung, außer mit --keep. Mit --out-dir werden mehrere Dateien zugleich bearbeitet, auf allen Kernen.</translation>
-    </message>
-    <message>
         <source>The PDF, or several with --out-dir.</source>
         <translation>Die PDF oder, mit --out-dir, mehrere.</translation>
     </message>
@@ -445,6 +441,10 @@
     <message>
         <source>%1: its text has fewer than two fonts, from which nothing can be told</source>
         <translation>%1: Der Text hat weniger als zwei Schriften, woraus sich nichts ersehen lässt</translation>
+    </message>
+    <message>
+        <source>Text in a font larger than the body text&apos;s is a heading; its level goes by the font&apos;s size, or by a map (see &quot;fonts --save-map&quot;), or by how often fonts occur (--calibrate). The headings take the place of the outline, unless --keep is given. With --out-dir, several files are done at once, on all cores, each in a process of its own; one that takes more than 60 seconds, or --timeout, is given up.</source>
+        <translation>Text in einer größeren Schrift als der des Fließtexts ist eine Überschrift; ihre Ebene richtet sich nach der Größe der Schrift, nach einer Tabelle (siehe „fonts --save-map“) oder nach der Häufigkeit der Schriften (--calibrate). Die Überschriften ersetzen die Gliederung, außer mit --keep. Mit --out-dir werden mehrere Dateien zugleich bearbeitet, auf allen Kernen. Jede läuft in einem eigenen Prozess; eine, die länger als 60 Sekunden oder --timeout dauert, wird aufgegeben.</translation>
     </message>
 </context>
 <context>
@@ -616,6 +616,18 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
     <message>
         <source>The PDF to write. It may be the input, which is then replaced when the new file is complete.</source>
         <translation>Die zu schreibende PDF. Es darf die Eingabe sein; sie wird dann ersetzt, sobald die neue Datei vollständig ist.</translation>
+    </message>
+    <message>
+        <source>there is not enough memory</source>
+        <translation>der Speicher reicht nicht</translation>
+    </message>
+    <message>
+        <source>--timeout wants a number of seconds, or 0</source>
+        <translation>--timeout verlangt eine Anzahl von Sekunden oder 0</translation>
+    </message>
+    <message>
+        <source>Gives a file up that takes longer than this; 0 lets it take as long as it likes.</source>
+        <translation>Gibt eine Datei auf, die länger dauert; bei 0 darf sie dauern, so lange sie will.</translation>
     </message>
 </context>
 <context>
@@ -952,6 +964,17 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>MuPDFContext</name>
+    <message>
+        <source>it was cut short by another program</source>
+        <translation>sie wurde von einem anderen Programm gekürzt</translation>
+    </message>
+    <message>
+        <source>it takes more memory than a file may have</source>
+        <translation>sie braucht mehr Speicher, als eine Datei haben darf</translation>
+    </message>
+</context>
+<context>
     <name>MuPDFEngine</name>
     <message>
         <source>the file is empty</source>
@@ -960,6 +983,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>it holds no pages</source>
         <translation>sie enthält keine Seiten</translation>
+    </message>
+    <message>
+        <source>the file could not be read whole, and nothing is to be lost: %1</source>
+        <translation>die Datei ließ sich nicht ganz lesen, und nichts soll verloren gehen: %1</translation>
     </message>
 </context>
 <context>
@@ -1534,12 +1561,31 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>%1 wrote nothing</source>
         <translation>%1 hat nichts geschrieben</translation>
     </message>
+    <message>
+        <source>the temporary folder can&apos;t be written to</source>
+        <translation>in den temporären Ordner lässt sich nicht schreiben</translation>
+    </message>
 </context>
 <context>
     <name>WholeFileWriter</name>
     <message>
         <source>it is damaged, and too large (over 2 GiB) to be written new</source>
         <translation>sie ist beschädigt und zu groß (über 2 GiB), um neu geschrieben zu werden</translation>
+    </message>
+</context>
+<context>
+    <name>WorkerProcess</name>
+    <message>
+        <source>the program ended unexpectedly: %1</source>
+        <translation>das Programm endete unerwartet: %1</translation>
+    </message>
+    <message>
+        <source>given up after %1 s</source>
+        <translation>aufgegeben nach %1 s</translation>
+    </message>
+    <message>
+        <source>no process could be started: %1</source>
+        <translation>es ließ sich kein Prozess starten: %1</translation>
     </message>
 </context>
 <context>
@@ -1803,6 +1849,14 @@ Inhalt &gt; AutoTOC … macht aus den Überschriften eine Gliederung. Oder wähl
     <message>
         <source>No folder for temporary files can be made.</source>
         <translation>Es lässt sich kein Ordner für temporäre Dateien anlegen.</translation>
+    </message>
+    <message>
+        <source>There is not enough memory.</source>
+        <translation>Der Speicher reicht nicht.</translation>
+    </message>
+    <message>
+        <source>Not all of this PDF could be read: %1. It can&apos;t be saved, for what is missing would be lost.</source>
+        <translation>Nicht alles in dieser PDF war lesbar: %1. Sie lässt sich nicht speichern, denn was fehlt, ginge verloren.</translation>
     </message>
 </context>
 <context>
