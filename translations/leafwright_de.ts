@@ -1561,6 +1561,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>%1 wrote nothing</source>
         <translation>%1 hat nichts geschrieben</translation>
     </message>
+    <message>
+        <source>the temporary folder can&apos;t be written to</source>
+        <translation>in den temporären Ordner lässt sich nicht schreiben</translation>
+    </message>
 </context>
 <context>
     <name>WholeFileWriter</name>
