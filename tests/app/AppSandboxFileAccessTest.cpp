@@ -137,6 +137,7 @@ TEST_F(SandboxAccess, RelativePathsCountFromTheWorkingFolder) {
         "a.pdf", false, [&](const QUrl &allowed, const QByteArray & /*data*/) { used = allowed; }));
     EXPECT_EQ(used, url);
     EXPECT_TRUE(platform.openPanels.isEmpty());
+    refuse();
     access.askPermissionForURL(QUrl::fromLocalFile("b.pdf"));
     ASSERT_EQ(platform.openPanels.size(), 1);
     EXPECT_EQ(platform.openPanels[0].path + '/', realPath(""));

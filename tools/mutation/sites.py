@@ -99,6 +99,21 @@ class Source:
                 return i
         return 0
 
+    def returns_reference(self, position: int) -> bool:
+        """Whether the function around a place returns a reference, as far as its head tells."""
+        depth = 0
+        for i in range(position - 1, -1, -1):
+            depth += (self.mask[i] == "}") - (self.mask[i] == "{")
+            if depth >= 0:
+                continue
+            depth = 0
+            boundary = max(self.mask.rfind(char, 0, i) for char in ";{}")
+            head = self.mask[boundary + 1 : i].strip()
+            if "(" not in head or re.match(r"(?:if|for|while|else|switch|do|try|case)\b", head):
+                continue
+            return re.search(r"&(?:[\w:]+|operator\S*)$", head.partition("(")[0]) is not None
+        return False
+
     def expression_around(self, start: int, end: int) -> tuple[int, int]:
         """The smallest whole expression that an operator belongs to, between brackets, commas and the like."""
         left, depth = start, 0
@@ -224,6 +239,8 @@ class Source:
                 continue
             if match[1] in ("true", "false", "{}", "nullptr", "std::nullopt"):
                 continue
+            if self.returns_reference(match.start()):
+                continue  # nothing that lasts could take its place
             guarded = f"{{ if ({SWITCH}) return {{}}; {self.code[match.start():end]} }}"
             yield self.site("return", match.start(), end, "return {};", guarded)
 
@@ -265,11 +282,11 @@ class Source:
         yield from self.statements()
 
     def falsified(self, chosen: list[tuple[int, Site]]) -> str:
-        """The text with all of these sites guarded; the compiler is told of lines by their numbers in the file."""
+        """The text with all of these sites guarded. To the compiler it is a system header, which it has no warnings
+        for; it is told of lines by their names and numbers in the source."""
         text = self.text
-        if not chosen:
-            return text
         for number, site in sorted(chosen, key=lambda each: each[1].start, reverse=True):
             guarded = site.guarded.replace("{number}", str(number))
             text = text[: site.start] + guarded + text[site.end :]
-        return '#include "Mutant.h"\n#line 1\n' + text
+        once = "#pragma once\n" if self.path.endswith(".h") else ""
+        return f'{once}#pragma GCC system_header\n#include "Mutant.h"\n#line 1 "{self.path}"\n{text}'
