@@ -43,8 +43,8 @@ TEST(CommandLine, HelpListsEveryCommand) {
 }
 
 TEST(CommandLine, CommandsAreTheseInThisOrder) {
-    EXPECT_THAT(commandNames(), ElementsAre("info", "labels", "outline", "text", "fonts", "autotoc",
-                                            "minitoc", "apply", "run"));
+    EXPECT_THAT(commandNames(), ElementsAre("info", "labels", "outline", "text", "fonts", "contents",
+                                            "autotoc", "minitoc", "apply", "run"));
 }
 
 TEST(CommandLine, EveryCommandExplainsItself) {
