@@ -20,10 +20,7 @@ protected:
     void SetUp() override {
         PdfBuilder pdf;
         pdf.addNumberedPages(200);
-        std::string noise(megabytes << 20U, '\0');
-        for (char &c : noise)
-            c = static_cast<char>(random.generate());
-        pdf.addStream(noise);
+        pdf.addNoise(megabytes << 20U);
         pdf.save(path);
         QByteArray tree;
         for (int i = 0; i < entries; ++i)

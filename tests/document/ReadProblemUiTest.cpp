@@ -26,7 +26,7 @@ TEST_F(ReadProblem, FileIsNotSavedOver) {
     PdfBuilder pdf;
     for (int i = 0; i < 4; ++i) {
         pdf.addPage(PdfBuilder::showText("F1", 12, 72, 700, "Page " + std::to_string(i)));
-        pdf.addStream(std::string(100'000, 'x'));
+        pdf.addNoise(100'000);
     }
     addOutline(pdf, {{"(One)", "[" + pdf.pageReference(0) + " /XYZ 72 700 null]"}});
     open(pdf);

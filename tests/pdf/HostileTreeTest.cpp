@@ -92,7 +92,7 @@ TEST(HostileTree, CrossReferenceEntriesOfGigabytes) {
     QByteArray bytes = pdf.endWithStream(9).bytes();
     for (const char *widths :
          {"/W [1 2147483647 1]", "/W [1 2147483647 2147483647]", "/W [2147483647 4 1]"}) {
-        const auto document = openBytes(QByteArray(bytes).replace("/W [1 4 1]", widths));
+        const auto document = openBytes(QByteArray(bytes).replace("/W [1 8 1]", widths));
         EXPECT_EQ(document->pageCount(), 1);
         EXPECT_TRUE(document->wasRepaired());
     }

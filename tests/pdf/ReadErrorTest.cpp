@@ -5,6 +5,7 @@
 #include "support/OutlineText.h"
 
 #include <cerrno>
+
 #include <gmock/gmock.h>
 
 namespace leafwright {
@@ -32,7 +33,7 @@ protected:
             pdf.addPage(PdfBuilder::showText("F2", 18, 72, 700, "Heading " + number) +
                         PdfBuilder::showText("F1", 10, 72, 600, "Text that is set in a smaller font"));
             // What lies between keeps one read from having several of them.
-            pdf.addStream(std::string(20'000, 'x'));
+            pdf.addNoise(20'000);
             entries.push_back({"(Entry " + number + ")", "[" + pdf.pageReference(i) + " /Fit]"});
         }
         test::addOutline(pdf, entries);

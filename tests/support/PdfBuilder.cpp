@@ -5,6 +5,7 @@
 #include <qpdf/QPDFWriter.hh>
 
 #include <QFile>
+#include <QRandomGenerator>
 
 #include <sstream>
 
@@ -67,6 +68,14 @@ int PdfBuilder::addStream(const std::string &data, const std::string &entries) {
     for (const std::string &key : further.getKeys())
         stream.getDict().replaceKey(key, further.getKey(key));
     return stream.getObjectID();
+}
+
+int PdfBuilder::addNoise(size_t size) {
+    QRandomGenerator random(1);
+    std::string bytes(size, '\0');
+    for (char &byte : bytes)
+        byte = static_cast<char>(random.generate());
+    return addStream(bytes);
 }
 
 void PdfBuilder::replaceObject(int number, const std::string &object) {
