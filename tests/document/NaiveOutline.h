@@ -119,12 +119,15 @@ public:
             select(found);
         }
     }
-    /// Unfolds or folds the selected items that are shown, with everything below them.
+    /// Unfolds or folds the selected items that are shown, with everything below them. What is folded away is
+    /// not selected any more, since what it is in is.
     void setUnfolded(bool unfolded) {
         for (const int id : selectedRows()) {
             const Path top = pathOf(id);
             walk([&](Item &item, const Path &path) {
-                if (startsWith(path, top) && !item.children.empty()) item.unfolded = unfolded;
+                if (!startsWith(path, top)) return;
+                if (!item.children.empty()) item.unfolded = unfolded;
+                if (!unfolded && path != top) item.selected = false;
             });
         }
     }
@@ -142,6 +145,7 @@ public:
             parent.pop_back();
             move({id}, parent, position);
         }
+        reveal(selected());
         edited = true;
     }
     void moveRight() {
@@ -151,6 +155,7 @@ public:
             --sibling.back();
             move({id}, sibling, at(sibling).children.size());
         }
+        reveal(selected());
         edited = true;
     }
     void moveUp() {
@@ -160,6 +165,7 @@ public:
             parent.pop_back();
             if (position > 0) move({id}, parent, position - 1);
         }
+        reveal(selected());
         edited = true;
     }
     void moveDown() {
@@ -189,6 +195,7 @@ public:
             parent.pop_back();
             if (++after.back() < at(parent).children.size()) move({at(after).id}, parent, position);
         }
+        reveal(selected());
         edited = true;
     }
 
@@ -251,6 +258,7 @@ public:
             const size_t position = parent.back() + 1;
             parent.pop_back();
             move(children, parent, position);
+            reveal(children);
         }
         edited = true;
     }
@@ -376,6 +384,16 @@ private:
         return false;
     }
 
+    /// Unfolds what items are in.
+    void reveal(const std::vector<int> &ids) {
+        for (const int id : ids) {
+            for (Path above = pathOf(id); above.size() > 1;) {
+                above.pop_back();
+                at(above).unfolded = true;
+                at(above).hadChildren = true;
+            }
+        }
+    }
     void insert(Item item, Path path) {
         select({});
         item.selected = true;
@@ -383,6 +401,7 @@ private:
         path.pop_back();
         std::vector<Item> &siblings = at(path).children;
         siblings.insert(siblings.begin() + position, std::move(item));
+        reveal(selected());
         edited = true;
     }
 
@@ -432,6 +451,7 @@ private:
             if (isBelowDragged(parent)) return false;
             std::erase_if(*dragged_, [this](int id) { return !has(id); });
             move(*dragged_, parent, position);
+            reveal(*dragged_);
             dragged_.reset();
             edited = true;
             return true;

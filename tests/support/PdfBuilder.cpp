@@ -75,7 +75,10 @@ int PdfBuilder::addNoise(size_t size) {
     std::string bytes(size, '\0');
     for (char &byte : bytes)
         byte = static_cast<char>(random.generate());
-    return addStream(bytes);
+    const int number = addStream(bytes);
+    // Of what nothing leads to, QPDF writes nothing.
+    pages_.back().replaceKey("/Noise", parse(*pdf_, reference(number)));
+    return number;
 }
 
 void PdfBuilder::replaceObject(int number, const std::string &object) {

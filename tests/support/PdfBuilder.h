@@ -31,7 +31,8 @@ public:
     int addObject(const std::string &object);
     /// Adds a stream. @param entries of its dictionary, such as "/Type /XObject"
     int addStream(const std::string &data, const std::string &entries = {});
-    /// A stream of so many bytes that no compression makes fewer, the same in each run.
+    /// A stream that belongs to the last page, of so many bytes that no compression makes fewer, the same in
+    /// each run. It stands in the file near what leads to the page.
     int addNoise(size_t size);
     void replaceObject(int number, const std::string &object);
     /// Sets an entry of the catalog. @param key with its slash
