@@ -180,10 +180,12 @@ TEST_F(ReadError, CommandsFailWithTheReason) {
 }
 
 TEST_F(ReadError, CommandsThatNeedTheTextFailWithTheReason) {
-    // The content of a page in the middle.
-    const qint64 page = content.indexOf("stream\nBT", content.size() / 2);
-    ASSERT_GT(page, 0);
-    const FailingReads failing(failingAt(page));
+    // The content of the last page.
+    const QByteArray key = "/Contents ";
+    const qint64 number = content.lastIndexOf(key) + key.size();
+    ASSERT_GE(number, key.size());
+    const QByteArray object = '\n' + content.mid(number, content.indexOf(' ', number) - number) + " 0 obj\n";
+    const FailingReads failing(failingAt(offsetOf(object)));
     for (const QStringList &command :
          {QStringList{"text", path}, QStringList{"fonts", path}, QStringList{"autotoc", path, "-o", out},
           QStringList{"minitoc", path, "--page", "1", "--text", "Heading", "-o", out}}) {
