@@ -146,7 +146,7 @@ private:
     void unfoldSoon(const QModelIndex &index);
     void dragIsOver();
     void aboutToDrop(const QDropEvent &event);
-    void leaveItToTheDelegate(QDropEvent &event);
+    bool isMoveWithin(const QDropEvent &event) const;
     /// What is being dragged, if this is its data; else just the data.
     DraggingInfo infoOf(const QMimeData &pasteboard) const;
     /// The line below an unfolded item stands before its first child, not behind its last.

@@ -96,17 +96,23 @@ void OutlineView::dragEnterEvent(QDragEnterEvent *event) {
 }
 
 /// Qt refuses to move anything to a row that is itself selected, although it may go above or below. It does
-/// not when told that this is no move; what is accepted is the move that was proposed all the same.
-void OutlineView::leaveItToTheDelegate(QDropEvent &event) {
-    if (event.source() == this && event.proposedAction() == Qt::MoveAction)
-        event.setDropAction(Qt::CopyAction);
+/// not when told that this is a copy, whether or not the drag offers one; so that is what it sees.
+bool OutlineView::isMoveWithin(const QDropEvent &event) const {
+    return event.source() == this && event.proposedAction() == Qt::MoveAction;
 }
 
 void OutlineView::dragMoveEvent(QDragMoveEvent *event) {
     aboutToDrop(*event);
-    leaveItToTheDelegate(*event);
-    QTreeView::dragMoveEvent(event);
     const QPoint position = event->position().toPoint();
+    if (isMoveWithin(*event)) {
+        QDragMoveEvent copy(position, event->possibleActions() | Qt::CopyAction, event->mimeData(),
+                            event->buttons(), event->modifiers());
+        copy.setDropAction(Qt::CopyAction);
+        QTreeView::dragMoveEvent(&copy);
+        event->setAccepted(copy.isAccepted());
+    } else {
+        QTreeView::dragMoveEvent(event);
+    }
     dropPosition_ = event->isAccepted() ? std::optional(position) : std::nullopt;
     viewport()->update();
     unfoldSoon(indexAt(position).siblingAtColumn(TreeController::TitleColumn));
@@ -143,8 +149,15 @@ void OutlineView::dragLeaveEvent(QDragLeaveEvent *event) {
 
 void OutlineView::dropEvent(QDropEvent *event) {
     aboutToDrop(*event);
-    leaveItToTheDelegate(*event);
-    QTreeView::dropEvent(event);
+    if (isMoveWithin(*event)) {
+        QDropEvent copy(event->position(), event->possibleActions() | Qt::CopyAction, event->mimeData(),
+                        event->buttons(), event->modifiers());
+        copy.setDropAction(Qt::CopyAction);
+        QTreeView::dropEvent(&copy);
+        event->setAccepted(copy.isAccepted());
+    } else {
+        QTreeView::dropEvent(event);
+    }
     dragIsOver();
 }
 

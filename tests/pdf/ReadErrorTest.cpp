@@ -185,7 +185,7 @@ TEST_F(ReadError, CommandsThatNeedTheTextFailWithTheReason) {
     const qint64 number = content.lastIndexOf(key) + key.size();
     ASSERT_GE(number, key.size());
     const QByteArray object = '\n' + content.mid(number, content.indexOf(' ', number) - number) + " 0 obj\n";
-    const FailingReads failing(failingAt(offsetOf(object)));
+    const FailingReads failing(failingAt(offsetOf(object) + object.size()));
     for (const QStringList &command :
          {QStringList{"text", path}, QStringList{"fonts", path}, QStringList{"autotoc", path, "-o", out},
           QStringList{"minitoc", path, "--page", "1", "--text", "Heading", "-o", out}}) {

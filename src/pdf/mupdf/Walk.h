@@ -15,7 +15,7 @@ public:
     /// No file has more pages, names or fields than this in good faith.
     static constexpr int mostSteps = 10'000'000;
     /// Nor more bytes of labels, titles and names.
-    static constexpr qsizetype mostKeptBytes = qsizetype{256} << 20;
+    static constexpr qsizetype mostKeptBytes = qsizetype{128} << 20;
 
     /// Takes a step to an object. @return whether it is new: a direct one always is
     /// Throws Error when the walk has become too long.
