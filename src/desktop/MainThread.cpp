@@ -15,7 +15,7 @@ std::deque<std::function<void()>> tasks;
 /// Runs one of the tasks for each event that it gets.
 class TaskRunner : public QObject {
 public:
-    TaskRunner() { moveToThread(qApp->thread()); }
+    TaskRunner() { moveToThread(QCoreApplication::instance()->thread()); }
 
 protected:
     void customEvent(QEvent * /*event*/) override {

@@ -19,7 +19,7 @@ template <typename Function>
 auto onMainThread(Function &&function) {
     using Result = std::invoke_result_t<Function>;
     static_assert(!std::is_reference_v<Result>, "what it refers to belongs to the main thread");
-    if (QThread::currentThread() == qApp->thread()) return function();
+    if (QThread::currentThread() == QCoreApplication::instance()->thread()) return function();
     std::packaged_task<Result()> task(std::ref(function));
     std::future<Result> result = task.get_future();
     postToMainThread([&task] { task(); });
