@@ -1,13 +1,14 @@
 // Lets one system call of the program that it is preloaded into fail, or kills the program there.
 //
 //   LEAFWRIGHT_FAULT_ROOT   the folder whose files count; calls that concern others pass unseen
-//   LEAFWRIGHT_FAULT_LOG    a file that gets a line for each call that counts, such as "fsync"
+//   LEAFWRIGHT_FAULT_LOG    a file that gets a line for each call that counts, such as "fsync", and numbers
+//   the
+//                           calls of all processes of the run
 //   LEAFWRIGHT_FAULT_AT     the number, from 0, of the call that fails
 //   LEAFWRIGHT_FAULT_ERROR  the errno that it fails with; 0 kills the program instead
 //
 // The functions of the system's library are defined here once more, and so come before it.
 
-#include <atomic>
 #include <cerrno>
 #include <climits>
 #include <csignal>
@@ -58,19 +59,26 @@ std::string pathAt(int folder, const char *path) {
                                                             : std::string(current) + '/' + path;
 }
 
-void note(const char *call) {
-    const std::string line = std::string(call) + '\n';
+/// Notes a call. Lines are of one length, so that the place of a line is its number, whoever else writes
+/// there.
+/// @return its number, from 0
+long note(const char *call) {
+    constexpr size_t length = 24;
+    std::string line = call;
+    line.resize(length - 1, ' ');
+    line += '\n';
     const long log = syscall(SYS_openat, AT_FDCWD, plan().log.c_str(), O_WRONLY | O_APPEND | O_CREAT, 0600);
     syscall(SYS_write, log, line.c_str(), line.size());
+    const long end = syscall(SYS_lseek, log, 0, SEEK_CUR);
     syscall(SYS_close, log);
+    return end / static_cast<long>(length) - 1;
 }
 
 /// Counts a call. @return whether it is to fail, with errno set
 bool fails(const char *call, const std::string &path) {
-    static std::atomic<long> calls = 0;
-    if (plan().root.empty() || path.compare(0, plan().root.size(), plan().root) != 0) return false;
-    if (!plan().log.empty()) note(call);
-    if (calls++ != plan().at) return false;
+    if (plan().root.empty() || plan().log.empty()) return false;
+    if (path.compare(0, plan().root.size(), plan().root) != 0) return false;
+    if (note(call) != plan().at) return false;
     if (plan().error == 0) syscall(SYS_kill, syscall(SYS_getpid), SIGKILL);
     errno = plan().error;
     return true;

@@ -98,7 +98,13 @@ protected:
             EXPECT_NE(after[name], before.value(name));
             EXPECT_EQ(runProgram("qpdf", {"--check", work(name)}).exitCode, 0);
         }
-        return bytesOf(dir.path("log")).trimmed().split('\n');
+        return loggedCalls();
+    }
+    QByteArrayList loggedCalls() const {
+        QByteArrayList calls = bytesOf(dir.path("log")).trimmed().split('\n');
+        for (QByteArray &call : calls)
+            call = call.trimmed();
+        return calls;
     }
 
     /// Old or new, and whole. @return whether it is the new one
@@ -202,7 +208,7 @@ TEST_P(Faults, LeaveTheOldFileOrTheNewOneAndAreToldAsTheyAre) {
         QFile::remove(dir.path("log"));
         const ProgramResult result = runWithFault(call, fault);
         // Threads make their calls in another order each time.
-        const QByteArray failed = bytesOf(dir.path("log")).split('\n').value(call);
+        const QByteArray failed = loggedCalls().value(call);
         SCOPED_TRACE(fault.name + (" at call " + std::to_string(call) + ", ") + failed.toStdString());
         SCOPED_TRACE("exit status " + std::to_string(result.exitCode) + ": " + result.err.toStdString());
         if (fault.error == 0) {
