@@ -31,6 +31,12 @@ TEST(InfoCommand, PlainFile) {
     EXPECT_EQ(infoOf(savePdf(dir, "a.pdf", 3)), expectedInfo(3, "1.4"));
 }
 
+TEST(InfoCommand, FileWithoutPages) {
+    const TempDir dir;
+    PdfBuilder().save(dir.path("a.pdf"));
+    EXPECT_EQ(infoOf(dir.path("a.pdf")), expectedInfo(0, "1.4"));
+}
+
 TEST(InfoCommand, FileWithOutline) {
     const TempDir dir;
     EXPECT_EQ(infoOf(savePdf(dir, "a.pdf", 2, {"Intro"})), with(expectedInfo(2, "1.4"), "hasOutline"));

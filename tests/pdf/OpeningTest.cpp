@@ -75,10 +75,28 @@ TEST(Opening, GarbageIsNoPdf) {
     EXPECT_EQ(refusal(dir.path("garbage.pdf")), Kind::NotAPDF);
 }
 
-TEST(Opening, FileWithoutPagesIsNoPdf) {
+TEST(Opening, FileMayHaveNoPages) {
+    PdfBuilder pdf;
+    test::addOutline(pdf, {{"(Start)", "null"}});
+    const auto document = openPdf(pdf);
+    EXPECT_EQ(document->pageCount(), 0);
+    EXPECT_FALSE(document->isLocked());
+    EXPECT_EQ(document->readProblem(), std::nullopt);
+    ASSERT_EQ(document->outlineRoot().numberOfChildren(), 1);
+    EXPECT_EQ(document->outlineRoot().childAtIndex(0).label(), "Start");
+}
+
+TEST(Opening, FileWhosePagesAreLostIsNoPdf) {
     const TempDir dir;
-    PdfBuilder().save(dir.path("pageless.pdf"));
-    EXPECT_EQ(refusal(dir.path("pageless.pdf")), Kind::NotAPDF);
+    threePages().save(dir.path("whole.pdf"));
+    const QByteArray whole = test::contentOf(dir.path("whole.pdf"));
+    for (const char *count : {"/Count 3", "/Count 0"}) {
+        QByteArray bytes = whole;
+        ASSERT_TRUE(bytes.contains("/Kids") && bytes.contains("/Count 3"));
+        bytes.replace("/Kids", "/Kid_").replace("/Count 3", count);
+        writeFile(dir.path("pageless.pdf"), bytes);
+        EXPECT_EQ(refusal(dir.path("pageless.pdf")), Kind::NotAPDF) << count;
+    }
 }
 
 TEST(Opening, BytesBeforeTheHeaderDoNotMatter) {

@@ -23,6 +23,14 @@ void attempt(OpenedFile &opened, Read &&read) {
     }
 }
 
+/// Whether a page tree that no page was found in is sound: what is damaged would list pages, and lose them.
+bool saysThatItIsEmpty(const Object &tree) {
+    const Object kids = tree.get(PDF_NAME(Kids));
+    const Object count = tree.get(PDF_NAME(Count));
+    return tree.get(PDF_NAME(Type)).toName() == "Pages" && kids.isArray() && kids.size() == 0 &&
+           count.isInt() && count.toInt() == 0;
+}
+
 void readPages(OpenedFile &opened) {
     Reader &reader = *opened.reader;
     opened.pages = findPages(reader, PageTree::Kids::Presumed);
@@ -56,6 +64,8 @@ OpenedFile openFile(const std::shared_ptr<const FileHandle> &file) {
     facts.locked = facts.encrypted && facts.pages.empty() && !opened.problem;
     // Last, since reading may have brought damage to light.
     facts.repaired = reader.wasRepaired();
+    opened.isMeantEmpty =
+        !facts.repaired && !opened.problem && saysThatItIsEmpty(reader.catalog().get(PDF_NAME(Pages)));
     return opened;
 }
 

@@ -11,6 +11,7 @@ struct OpenedFile {
     std::shared_ptr<const PageTree> pages;
     std::unique_ptr<Reader> reader;
     std::optional<PDFError> problem = {};  ///< Why the facts or the pages may lack something.
+    bool isMeantEmpty = false;             ///< It has no pages, and its page tree says so.
 };
 
 /// Opens a PDF. Throws Error when the file is not a PDF beyond repair, ReadProblem when that can't be told.

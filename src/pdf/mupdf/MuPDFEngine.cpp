@@ -230,8 +230,10 @@ Result<std::unique_ptr<PDFEngine>> openWithMuPDF(const QString &path) {
     try {
         const auto file = std::make_shared<const FileHandle>(path);
         if (file->size() == 0) return PDFError{PDFError::Kind::NotAPDF, translated("the file is empty")};
-        auto engine = std::make_unique<MuPDFEngine>(file, openFile(file));
-        if (engine->facts().pages.empty() && !engine->facts().locked) {
+        OpenedFile opened = openFile(file);
+        const bool mayLackPages = opened.facts.locked || opened.isMeantEmpty;
+        auto engine = std::make_unique<MuPDFEngine>(file, std::move(opened));
+        if (engine->facts().pages.empty() && !mayLackPages) {
             if (const auto problem = engine->readProblem()) return *problem;
             return PDFError{PDFError::Kind::NotAPDF, translated("it holds no pages")};
         }
