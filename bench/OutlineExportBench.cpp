@@ -1,4 +1,4 @@
-#include "document/OutlineExport.h"
+#include "document/outline/OutlineExport.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,5 +1,5 @@
 #include "bench/BenchPdf.h"
-#include "document/OutlineImport.h"
+#include "document/outline/OutlineImport.h"
 
 #include <benchmark/benchmark.h>
 

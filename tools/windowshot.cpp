@@ -12,9 +12,9 @@
 #include "app/Defaults.h"
 #include "desktop/OKNSOutlineView.h"
 #include "desktop/QtPlatform.h"
-#include "document/AutoTOCCommands.h"
-#include "document/DocumentWindow.h"
 #include "document/MyDocument.h"
+#include "document/commands/AutoTOCCommands.h"
+#include "document/window/DocumentWindow.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 

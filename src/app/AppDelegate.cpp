@@ -7,8 +7,8 @@
 #include "app/Resources.h"
 #include "app/UpdateWindow.h"
 #include "desktop/Updater.h"
-#include "document/DocumentWindow.h"
 #include "document/MyDocument.h"
+#include "document/window/DocumentWindow.h"
 #include "files/FileReading.h"
 #include "platform/UserDefaults.h"
 

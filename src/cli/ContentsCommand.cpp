@@ -9,8 +9,8 @@
 #include "cli/ProgressBar.h"
 #include "contents/FindContents.h"
 #include "contents/PDFContentsPages.h"
-#include "document/ContentsItems.h"
-#include "document/TextRecognition.h"
+#include "document/outline/ContentsItems.h"
+#include "document/outline/TextRecognition.h"
 #include "files/FileReplacement.h"
 
 #include <QCoreApplication>

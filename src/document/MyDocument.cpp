@@ -6,23 +6,23 @@
 #include "desktop/PrioritySplitViewDelegate.h"
 #include "desktop/SplitView.h"
 #include "desktop/ThumbnailView.h"
-#include "document/AutoTOCCommands.h"
-#include "document/BatchRenaming.h"
-#include "document/DocumentWindow.h"
-#include "document/EditMenuCommands.h"
-#include "document/HeadingMapCommands.h"
 #include "document/HeadingMapGuess.h"
-#include "document/HeadingMapModel.h"
-#include "document/NavigationCommands.h"
-#include "document/OutlineCopy.h"
-#include "document/OutlineDelegate.h"
-#include "document/OutlineImport.h"
-#include "document/PrintedPageCommands.h"
-#include "document/PrintedPageOffset.h"
-#include "document/SaveProgress.h"
-#include "document/SavingCommands.h"
-#include "document/SelectionCommands.h"
-#include "document/StructuralEdits.h"
+#include "document/commands/AutoTOCCommands.h"
+#include "document/commands/BatchRenaming.h"
+#include "document/commands/EditMenuCommands.h"
+#include "document/commands/HeadingMapCommands.h"
+#include "document/commands/NavigationCommands.h"
+#include "document/commands/OutlineCopy.h"
+#include "document/commands/PrintedPageCommands.h"
+#include "document/commands/SavingCommands.h"
+#include "document/commands/SelectionCommands.h"
+#include "document/commands/StructuralEdits.h"
+#include "document/outline/OutlineImport.h"
+#include "document/outline/PrintedPageOffset.h"
+#include "document/window/DocumentWindow.h"
+#include "document/window/HeadingMapModel.h"
+#include "document/window/OutlineDelegate.h"
+#include "document/window/SaveProgress.h"
 #include "pdf/ReadAhead.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
@@ -51,7 +51,8 @@ MyDocument::MyDocument(Platform &platform)
             [this] { updateChangeCount(Change::Done); });
     actions_.setWhenOutOfMemory([self = QPointer(this)] {
         if (self && self->window_)
-            self->window_->notices()->setNotice(QStringLiteral("memory"), {tr("There is not enough memory.")});
+            self->window_->notices()->setNotice(QStringLiteral("memory"),
+                                                {tr("There is not enough memory.")});
     });
 }
 

@@ -1,8 +1,8 @@
 #include "desktop/NoticeBars.h"
-#include "document/DocumentWindow.h"
 #include "document/MyDocument.h"
-#include "document/OutlineExport.h"
-#include "document/SaveProgress.h"
+#include "document/outline/OutlineExport.h"
+#include "document/window/DocumentWindow.h"
+#include "document/window/SaveProgress.h"
 #include "platform/UserDefaults.h"
 
 #include <QLoggingCategory>

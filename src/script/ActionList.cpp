@@ -1,6 +1,6 @@
 #include "script/ActionList.h"
 
-#include "document/ActionTable.h"
+#include "document/commands/ActionTable.h"
 #include "platform/JsonWriter.h"
 
 namespace leafwright::script {

@@ -2,9 +2,9 @@
 
 #include "desktop/OKNSOutlineView.h"
 #include "desktop/PDFViewTextDrag.h"
-#include "document/DocumentWindow.h"
 #include "document/MyDocument.h"
-#include "document/OutlineDelegate.h"
+#include "document/window/DocumentWindow.h"
+#include "document/window/OutlineDelegate.h"
 #include "script/ScriptPlatform.h"
 #include "script/StepFailure.h"
 #include "tree/TreeController.h"

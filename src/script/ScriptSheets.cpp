@@ -1,7 +1,7 @@
 #include "script/ScriptSheets.h"
 
 #include "desktop/Sheet.h"
-#include "document/PageLabelMap.h"
+#include "document/outline/PageLabelMap.h"
 #include "script/StepFailure.h"
 
 #include <QCheckBox>

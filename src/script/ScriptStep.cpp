@@ -1,6 +1,6 @@
 #include "script/ScriptStep.h"
 
-#include "document/ActionTable.h"
+#include "document/commands/ActionTable.h"
 
 #include <QCoreApplication>
 #include <QJsonArray>

@@ -1,4 +1,4 @@
-#include "document/ActionTable.h"
+#include "document/commands/ActionTable.h"
 #include "script/ScriptStep.h"
 #include "support/CliFiles.h"
 #include "support/CliRun.h"

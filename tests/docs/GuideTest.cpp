@@ -3,7 +3,7 @@
 #include "autotoc/FontCensus.h"
 #include "autotoc/HeadingLevelMap.h"
 #include "categories/RunWalk.h"
-#include "document/ActionTable.h"
+#include "document/commands/ActionTable.h"
 #include "support/OpenPdf.h"
 #include "support/Paths.h"
 

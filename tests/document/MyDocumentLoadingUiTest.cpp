@@ -1,4 +1,4 @@
-#include "document/HeadingMapModel.h"
+#include "document/window/HeadingMapModel.h"
 #include "support/WindowFixture.h"
 
 #include <QSignalSpy>

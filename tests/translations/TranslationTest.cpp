@@ -1,4 +1,4 @@
-#include "document/ActionTable.h"
+#include "document/commands/ActionTable.h"
 #include "platform/Translation.h"
 #include "support/Paths.h"
 
@@ -49,8 +49,7 @@ QStringList matchesOf(const QRegularExpression &pattern, const QString &text) {
 
 class Translations : public testing::TestWithParam<QString> {
 protected:
-    std::vector<Message> messages =
-        messagesOf(test::projectPath("translations/" + GetParam()));
+    std::vector<Message> messages = messagesOf(test::projectPath("translations/" + GetParam()));
 };
 
 TEST_P(Translations, HaveNoUnfinishedText) {
@@ -78,8 +77,7 @@ TEST_P(Translations, KeepEllipsesLinesAndKeysOfLetters) {
 
 INSTANTIATE_TEST_SUITE_P(
     All, Translations,
-    testing::ValuesIn(
-        QDir(test::projectPath("translations")).entryList({"*.ts"}).toVector()),
+    testing::ValuesIn(QDir(test::projectPath("translations")).entryList({"*.ts"}).toVector()),
     [](const auto &file) { return file.param.section('.', 0, 0).remove("leafwright_").toStdString(); });
 
 /// Translators of the application, for the test's time.

@@ -1,0 +1,54 @@
+#include "document/commands/ActionTable.h"
+
+#include <algorithm>
+#include <new>
+#include <stdexcept>
+#include <string>
+
+namespace leafwright {
+
+const ActionDescription *actionDescription(const QString &selector) {
+    const auto all = actionDescriptions();
+    const auto found = std::ranges::find_if(
+        all, [&](const ActionDescription &each) { return selector == QLatin1String(each.selector); });
+    return found == all.end() ? nullptr : &*found;
+}
+
+void ActionTable::handle(const char *selector, Handler handler, Rule isEnabled) {
+    const QString key = QString::fromLatin1(selector);
+    if (!actionDescription(key)) throw std::logic_error(std::string("no such command: ") + selector);
+    if (!entries_.try_emplace(key, Entry{std::move(handler), std::move(isEnabled)}).second)
+        throw std::logic_error(std::string("handled twice: ") + selector);
+}
+
+bool ActionTable::isHandled(const QString &selector) const {
+    return entries_.contains(selector);
+}
+
+bool ActionTable::validateUserInterfaceItem(const QString &selector) const {
+    const auto found = entries_.find(selector);
+    return found != entries_.end() && (!found->second.isEnabled || found->second.isEnabled());
+}
+
+bool ActionTable::perform(const QString &selector, QObject *sender) const {
+    if ((mayPerform_ && !mayPerform_()) || !validateUserInterfaceItem(selector)) return false;
+    // Copies: the command may close the document and the table with it.
+    const Handler handler = entries_.at(selector).handler;
+    const auto whenOutOfMemory = whenOutOfMemory_;
+    try {
+        handler(sender);
+    } catch (const std::bad_alloc &) {
+        if (!whenOutOfMemory) throw;
+        whenOutOfMemory();
+    }
+    return true;
+}
+
+std::vector<const ActionDescription *> ActionTable::handled() const {
+    std::vector<const ActionDescription *> result;
+    for (const ActionDescription &description : actionDescriptions())
+        if (isHandled(QString::fromLatin1(description.selector))) result.push_back(&description);
+    return result;
+}
+
+}  // namespace leafwright

@@ -1,0 +1,198 @@
+#include "document/commands/BatchRenaming.h"
+
+#include "desktop/ElidedLabel.h"
+#include "desktop/Sheet.h"
+#include "document/MyDocument.h"
+#include "document/window/DocumentWindow.h"
+#include "tree/TreeController.h"
+
+#include <QCheckBox>
+#include <QCoreApplication>
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QSpinBox>
+
+#include <limits>
+
+namespace leafwright {
+
+namespace {
+
+constexpr int exampleMargin = 3;  // pixels
+
+QString translated(const char *text) {
+    return QCoreApplication::translate("BatchRenaming", text);
+}
+
+QLineEdit *addTextField(Sheet &sheet, const QString &label, const char *name, const QString &text) {
+    auto *field = new QLineEdit(text);
+    sheet.addField(label, field, QString::fromLatin1(name));
+    return field;
+}
+
+QSpinBox *addNumberField(Sheet &sheet, const QString &label, const char *name, qint32 value) {
+    auto *field = new QSpinBox;
+    field->setRange(std::numeric_limits<qint32>::min(), std::numeric_limits<qint32>::max());
+    field->setValue(value);
+    sheet.addField(label, field, QString::fromLatin1(name));
+    return field;
+}
+
+/// Sums wrap around as they do in two's complement.
+qint32 wrappingSum(qint32 a, qint32 b) {
+    return static_cast<qint32>(static_cast<quint32>(a) + static_cast<quint32>(b));
+}
+
+}  // namespace
+
+BatchRenaming::BatchRenaming(MyDocument &document) : document_(document) {
+    ActionTable &actions = document.actions();
+    const auto anySelected = [this] { return document_.hasSelectedItems(); };
+    actions.handle(
+        "renameSequentialNumbering:", [this](QObject *) { renameSequentialNumbering(); }, anySelected);
+    actions.handle(
+        "renameFindReplace:", [this](QObject *) { renameFindReplace(); }, anySelected);
+    actions.handle(
+        "renameAddPrefix:", [this](QObject *) { renameAddPrefix(); }, anySelected);
+    actions.handle(
+        "changeCaseToTitleCase:", [this](QObject *) { changeCaseToTitleCase(); }, anySelected);
+    actions.handle(
+        "changeCaseToUpperCase:", [this](QObject *) { changeCaseToUpperCase(); }, anySelected);
+    actions.handle(
+        "changeCaseToLowerCase:", [this](QObject *) { changeCaseToLowerCase(); }, anySelected);
+}
+
+void BatchRenaming::renameSelected(const Rewrite &rewrite) {
+    const auto nodes = document_.treecontroller().selectedNodes();
+    if (nodes.empty()) return document_.platform().beep();
+    for (const TreeNode *node : nodes) {
+        MyOutlineItem &item = *node->representedObject();
+        item.setPageTitle(rewrite(item.pageTitle()));
+    }
+    document_.updateChangeCount(Document::Change::Done);
+}
+
+void BatchRenaming::renameSelectedTOCItemsWithPrefix(const SequentialNumbering &numbering, qint32 firstNumber,
+                                                     qint32 stepValue) {
+    renameSelected([&numbering, number = firstNumber, stepValue](const QString &title) mutable {
+        QString result = numberedTitle(title, numbering, number);
+        number = wrappingSum(number, stepValue);
+        return result;
+    });
+}
+
+void BatchRenaming::renameSelectedTOCItemsWithFindTerm(const QString &findTerm, bool ignoreCase,
+                                                       const QString &replaceTerm) {
+    if (findTerm.isEmpty() || replaceTerm.isNull()) return document_.platform().beep();
+    const auto caseSensitivity = ignoreCase ? Qt::CaseInsensitive : Qt::CaseSensitive;
+    renameSelected([&](const QString &title) {
+        return titleWithReplacement(title, findTerm, caseSensitivity, replaceTerm);
+    });
+}
+
+void BatchRenaming::renameSelectedTOCItemsWithPrefix(const QString &prefix) {
+    if (prefix.isNull()) return document_.platform().beep();
+    renameSelected([&](const QString &title) { return prefixedTitle(title, prefix); });
+}
+
+void BatchRenaming::changeCaseToTitleCase() {
+    renameSelected(capitalizedString);
+}
+
+void BatchRenaming::changeCaseToUpperCase() {
+    renameSelected(uppercaseString);
+}
+
+void BatchRenaming::changeCaseToLowerCase() {
+    renameSelected(lowercaseString);
+}
+
+void BatchRenaming::beginSheet(Sheet *sheet, const QString &confirm, const std::function<Rewrite()> &rewrite,
+                               const std::function<void()> &apply) {
+    const auto nodes = document_.treecontroller().selectedNodes();
+    const QString title = nodes.empty() ? QString() : nodes.front()->representedObject()->pageTitle();
+    auto *example = new ElidedLabel;
+    example->setAccessibleName(translated("Example"));
+    // A frame, so that blanks at the beginning are seen.
+    example->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
+    example->setMargin(exampleMargin);
+    const auto update = [example, title, rewrite] { example->setText(rewrite()(title)); };
+    for (auto *field : sheet->findChildren<QLineEdit *>())
+        QObject::connect(field, &QLineEdit::textChanged, example, update);
+    for (auto *field : sheet->findChildren<QSpinBox *>())
+        QObject::connect(field, &QSpinBox::valueChanged, example, update);
+    for (auto *field : sheet->findChildren<QCheckBox *>())
+        QObject::connect(field, &QCheckBox::toggled, example, update);
+    update();
+    sheet->addField(translated("Example:"), example, QStringLiteral("exampleText"));
+    sheet->addButton(translated("Cancel"), 0);
+    sheet->addButton(confirm, 1);
+    document_.beginSheet(sheet, [apply](int returnCode) {
+        if (returnCode != 0) apply();
+    });
+}
+
+void BatchRenaming::renameSequentialNumbering() {
+    const auto &defaults = document_.renamingDefaults();
+    auto *sheet = new Sheet(translated("Number Sequentially"));
+    sheet->addText(translated("Puts the prefix and a number in front of each selected title."));
+    const auto *prefix = addTextField(*sheet, translated("&Prefix:"), "sequentialNumberingPrefixField",
+                                      defaults.sequentialNumberingPrefix);
+    const auto *first = addTextField(*sheet, translated("&Between prefix and number:"),
+                                     "sequentialNumberingSeparatorFirstField", QStringLiteral(" "));
+    const auto *number =
+        addNumberField(*sheet, translated("&First number:"), "sequentialNumberingFirstNumberField",
+                       defaults.sequentialNumberingFirstNumber);
+    const auto *step = addNumberField(*sheet, translated("&Step:"), "sequentialNumberingStepValueField",
+                                      defaults.sequentialNumberingStepValue);
+    const auto *second = addTextField(*sheet, translated("Between number and &title:"),
+                                      "sequentialNumberingSeparatorSecondField", QStringLiteral(". "));
+    const auto numbering = [=] { return SequentialNumbering{prefix->text(), first->text(), second->text()}; };
+    beginSheet(
+        sheet, translated("Number"),
+        [=]() -> Rewrite {
+            return [=](const QString &title) { return numberedTitle(title, numbering(), number->value()); };
+        },
+        [=, this] { renameSelectedTOCItemsWithPrefix(numbering(), number->value(), step->value()); });
+}
+
+void BatchRenaming::renameFindReplace() {
+    auto *sheet = new Sheet(translated("Find and Replace"));
+    sheet->addText(translated("Replaces a text wherever it occurs in the selected titles."));
+    const auto *find =
+        addTextField(*sheet, translated("&Find:"), "findReplaceFindTermText", QStringLiteral(""));
+    const auto *replace =
+        addTextField(*sheet, translated("Replace &with:"), "findReplaceReplaceTermText", QStringLiteral(""));
+    auto *ignoreCase = new QCheckBox(translated("&Ignore case"));
+    sheet->addField({}, ignoreCase, QStringLiteral("findReplaceIgnoreCaseCheck"));
+    const auto caseSensitivity = [=] {
+        return ignoreCase->isChecked() ? Qt::CaseInsensitive : Qt::CaseSensitive;
+    };
+    beginSheet(
+        sheet, translated("Replace"),
+        [=]() -> Rewrite {
+            return [=](const QString &title) {
+                return find->text().isEmpty()
+                           ? title
+                           : titleWithReplacement(title, find->text(), caseSensitivity(), replace->text());
+            };
+        },
+        [=, this] {
+            renameSelectedTOCItemsWithFindTerm(find->text(), ignoreCase->isChecked(), replace->text());
+        });
+}
+
+void BatchRenaming::renameAddPrefix() {
+    auto *sheet = new Sheet(translated("Add Prefix"));
+    sheet->addText(translated("Puts the prefix and a blank in front of each selected title."));
+    const auto *prefix = addTextField(*sheet, translated("&Prefix:"), "addPrefixPrefixTermField",
+                                      document_.renamingDefaults().addPrefixPrefixTerm);
+    beginSheet(
+        sheet, translated("Add"),
+        [=]() -> Rewrite {
+            return [=](const QString &title) { return prefixedTitle(title, prefix->text()); };
+        },
+        [=, this] { renameSelectedTOCItemsWithPrefix(prefix->text()); });
+}
+
+}  // namespace leafwright

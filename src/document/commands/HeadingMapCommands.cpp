@@ -1,0 +1,193 @@
+#include "document/commands/HeadingMapCommands.h"
+
+#include "autotoc/HeadingMapText.h"
+#include "categories/FontIdentity.h"
+#include "categories/PageFonts.h"
+#include "categories/SelectionFont.h"
+#include "desktop/InBackground.h"
+#include "desktop/NoticeBars.h"
+#include "document/MyDocument.h"
+#include "document/window/DocumentWindow.h"
+#include "files/FileReplacement.h"
+#include "pdf/ReadAhead.h"
+#include "platform/KeyedArchive.h"
+#include "platform/UserDefaults.h"
+#include "view/LabelPDFView.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QItemSelectionModel>
+#include <QLoggingCategory>
+#include <QTableView>
+
+#include <algorithm>
+
+namespace leafwright {
+
+namespace {
+
+Q_LOGGING_CATEGORY(log, "leafwright.headingmap", QtInfoMsg)
+
+const QString lastMapKey = QStringLiteral("LastUsedH1H2H3MapString");
+constexpr qint64 longestMapFile = 1 << 20;  // bytes; a map has a line a font, so more is something else
+
+FilePanel mapPanel(const char *title) {
+    return {.title = QCoreApplication::translate("HeadingMapCommands", title),
+            .allowedFileTypes = {QStringLiteral("txt")}};
+}
+
+}  // namespace
+
+HeadingMapCommands::HeadingMapCommands(MyDocument &document) : document_(document) {
+    ActionTable &actions = document.actions();
+    const auto textSelected = [this] { return document_.hasSelectedText(); };
+    const auto use = [this](int level) {
+        return [this, level](QObject *) { processSelectedTextForHLevel(level); };
+    };
+    actions.handle("useSelectionforH1:", use(1), textSelected);
+    actions.handle("useSelectionforH2:", use(2), textSelected);
+    actions.handle("useSelectionforH3:", use(3), textSelected);
+    actions.handle("useSelectionforH4:", use(4), textSelected);
+    actions.handle("buttonClickedSaveH1H2H3Map:", [this](QObject *) { buttonClickedSaveH1H2H3Map(); });
+    actions.handle("buttonClickedLoadH1H2H3Map:", [this](QObject *) { buttonClickedLoadH1H2H3Map(); });
+    actions.handle("resetH1H2H3FontsMap:", [this](QObject *) { resetH1H2H3FontsMap(); });
+    actions.handle("buttonDeleteSelectedH1H2H3RowsClicked:",
+                   [this](QObject *) { buttonDeleteSelectedH1H2H3RowsClicked(); });
+    actions.handle("dumpFontsOnCurrentPage:", [this](QObject *) { dumpFontsOnCurrentPage(); });
+    actions.handle("debugPrintFontsInDocument:", [this](QObject *) { debugPrintFontsInDocument(); });
+    actions.handle("debugSelectedText:", [this](QObject *) { debugSelectedText(); });
+}
+
+void HeadingMapCommands::mapChanged() {
+    if (DocumentWindow *window = document_.myWindow()) window->tableViewH1H2H3Config()->clearSelection();
+    document_.reloadHeadingMap();
+}
+
+void HeadingMapCommands::processSelectedTextForHLevel(int level) {
+    const auto &selection = document_.pdfview()->currentSelection();
+    const auto font = selection ? dominantFontInSelection(*selection) : std::nullopt;
+    if (!font) return;
+    document_.finishHeadingMap();
+    HeadingLevelMap &map = document_.listH1H2H3Config();
+    const QString fontID = fontIDString(*font);
+    const bool isMapped = std::ranges::any_of(map, [&](const LevelRecord &record) {
+        // Calibrated records have no font but its name.
+        return record.font ? isEffectivelyEqual(*record.font, *font) : record.fontTraits == fontID;
+    });
+    if (isMapped) return;
+    map.push_back(levelRecord(level, *font));
+    sortByLevel(map);
+    mapChanged();
+}
+
+void HeadingMapCommands::buttonClickedSaveH1H2H3Map() {
+    document_.finishHeadingMap();
+    const QByteArray text = stringToSaveListH1H2H3(mapWithFonts()).toUtf8();
+    const auto path =
+        document_.runSavePanel(mapPanel(QT_TRANSLATE_NOOP("HeadingMapCommands", "Save Heading Map")));
+    if (!path) return;
+    FileReplacement file(*path);
+    const bool written =
+        file.start() && file.write(text) == text.size() && file.commit() == FileReplacement::Outcome::Written;
+    if (written) return;
+    qCWarning(log).noquote() << file.message();
+    if (DocumentWindow *window = document_.myWindow())
+        window->notices()->setNotice(QStringLiteral("failedMap"), {file.message()});
+}
+
+void HeadingMapCommands::buttonClickedLoadH1H2H3Map() {
+    const auto path =
+        document_.runOpenPanel(mapPanel(QT_TRANSLATE_NOOP("HeadingMapCommands", "Load Heading Map")));
+    if (!path) return;
+    QFile file(*path);
+    QString text;
+    if (file.open(QIODevice::ReadOnly) && file.size() <= longestMapFile)
+        text = QString::fromUtf8(file.readAll());
+    if (!loadMapText(text)) return document_.platform().beep();
+    document_.platform().userDefaults().setValue(lastMapKey, text);
+}
+
+bool HeadingMapCommands::loadH1H2H3MapSavedInUserDefaults() {
+    return loadMapText(document_.platform().userDefaults().stringForKey(lastMapKey));
+}
+
+bool HeadingMapCommands::loadMapText(const QString &text) {
+    if (text.isEmpty()) return false;
+    document_.finishHeadingMap();
+    LoadedMap loaded = loadHeadingMap(text, DocumentFonts(census()));
+    if (loaded.map.empty()) return false;
+    document_.listH1H2H3Config() = std::move(loaded.map);
+    mapChanged();
+    return true;
+}
+
+void HeadingMapCommands::resetH1H2H3FontsMap() {
+    document_.finishHeadingMap();
+    document_.listH1H2H3Config().clear();
+    document_.reloadHeadingMap();
+}
+
+void HeadingMapCommands::buttonDeleteSelectedH1H2H3RowsClicked() {
+    std::vector<int> rows;
+    for (const QModelIndex &index :
+         document_.myWindow()->tableViewH1H2H3Config()->selectionModel()->selectedRows())
+        rows.push_back(index.row());
+    std::ranges::sort(rows, std::greater());
+    HeadingLevelMap &map = document_.listH1H2H3Config();
+    for (const int row : rows)
+        map.erase(map.begin() + row);
+    document_.reloadHeadingMap();
+}
+
+void HeadingMapCommands::tableViewSelectionDidChange() {
+    LabelPDFView &view = *document_.pdfview();
+    view.clearSelection();
+    const auto rows = document_.myWindow()->tableViewH1H2H3Config()->selectionModel()->selectedRows();
+    if (rows.isEmpty()) return;
+    const LevelRecord &record = document_.listH1H2H3Config().at(static_cast<size_t>(rows.first().row()));
+    const QString font = record.font ? fontIDString(*record.font) : record.fontTraits;
+    PDFSelection selection;
+    const auto [first, last] = view.visiblePages();
+    for (int i = first; i <= last; ++i) {
+        const PDFPage &page = *document_.pdfDoc()->page(i);
+        for (const TextRange &range : rangesOfFontID(page, font))
+            selection.add(page, range);
+    }
+    view.setCurrentSelection(selection);
+}
+
+FontCensus HeadingMapCommands::census() const {
+    const PDFDocument &pdf = *document_.pdfDoc();
+    return inBackground(document_, [&pdf] {
+        readAllPages(pdf);
+        return calcFontsInDocument(pdf);
+    });
+}
+
+HeadingLevelMap HeadingMapCommands::mapWithFonts() const {
+    const HeadingLevelMap &map = document_.listH1H2H3Config();
+    const auto hasFont = [](const LevelRecord &record) { return record.font.has_value(); };
+    return std::ranges::all_of(map, hasFont) ? map : withFontsOf(census(), map);
+}
+
+void HeadingMapCommands::dumpFontsOnCurrentPage() const {
+    const PDFPage *page = document_.pdfview()->currentPage();
+    if (!page) return;
+    const auto text = page->text();
+    for (const FontRun &run : text->attributedString.runs) {
+        qCInfo(log).noquote() << QStringLiteral("\n\n[Font **%1**] - %2")
+                                     .arg(fontIDString(run.font),
+                                          text->attributedString.substring(run.range));
+    }
+}
+
+void HeadingMapCommands::debugPrintFontsInDocument() const {
+    census();
+}
+
+void HeadingMapCommands::debugSelectedText() const {
+    if (const auto &selection = document_.pdfview()->currentSelection())
+        stringFromPoint(topLeftPoint(*selection));
+}
+
+}  // namespace leafwright

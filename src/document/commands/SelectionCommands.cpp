@@ -1,0 +1,103 @@
+#include "document/commands/SelectionCommands.h"
+
+#include "desktop/OKNSOutlineView.h"
+#include "desktop/Sheet.h"
+#include "document/MyDocument.h"
+#include "tree/TreeController.h"
+
+#include <QCoreApplication>
+#include <QLineEdit>
+
+#include <ranges>
+
+namespace leafwright {
+
+namespace {
+
+QString translated(const char *text) {
+    return QCoreApplication::translate("SelectionCommands", text);
+}
+
+}  // namespace
+
+std::vector<IndexPath> recursiveMatchIndexPathsInSubTree(TreeNode &node, const QString &term) {
+    std::vector<IndexPath> matches;
+    std::vector<TreeNode *> ahead{&node};  // No recursion: trees may be deep.
+    while (!ahead.empty()) {
+        TreeNode *next = ahead.back();
+        ahead.pop_back();
+        if (next->representedObject()->hasText(term)) matches.push_back(next->indexPath());
+        for (TreeNode *child : std::views::reverse(next->childNodes()))
+            ahead.push_back(child);
+    }
+    return matches;
+}
+
+SelectionCommands::SelectionCommands(MyDocument &document) : document_(document) {
+    ActionTable &actions = document.actions();
+    const auto anySelected = [this] { return document_.hasSelectedItems(); };
+    actions.handle("selectTOCAll:", [this](QObject *) { selectTOCAll(); });
+    actions.handle("selectTOCOnlyLevel1:", [this](QObject *) { selectTOCOnlyLevel(1); });
+    actions.handle("selectTOCOnlyLevel2:", [this](QObject *) { selectTOCOnlyLevel(2); });
+    actions.handle("selectTOCOnlyLevel3:", [this](QObject *) { selectTOCOnlyLevel(3); });
+    actions.handle(
+        "applyTOCExpand:", [this](QObject *) { applyTOCExpand(); }, anySelected);
+    actions.handle(
+        "applyTOCCollapse:", [this](QObject *) { applyTOCCollapse(); }, anySelected);
+    actions.handle("runSearchSelectSheet:", [this](QObject *) { runSearchSelectSheet(); });
+}
+
+void SelectionCommands::selectTOCAll() {
+    const OKNSOutlineView &outline = *document_.outlineview();
+    std::vector<TreeNode *> nodes;
+    for (int row = 0; row < outline.numberOfRows(); ++row)
+        nodes.push_back(outline.itemAtRow(row));
+    document_.treecontroller().setSelectedNodes(nodes);
+}
+
+void SelectionCommands::selectTOCOnlyLevel(int level) {
+    std::vector<TreeNode *> nodes = document_.treecontroller().arrangedObjects().childNodes();
+    for (int depth = 1; depth < level; ++depth) {
+        std::vector<TreeNode *> below;
+        for (const TreeNode *node : nodes)
+            below.insert(below.end(), node->childNodes().begin(), node->childNodes().end());
+        nodes = std::move(below);
+    }
+    document_.treecontroller().setSelectedNodes(nodes);
+}
+
+void SelectionCommands::applyTOCExpand() {
+    // Collected first: unfolding changes the rows.
+    for (const TreeNode *node : document_.selectedNodes())
+        document_.outlineview()->expandItem(*node, true);
+}
+
+void SelectionCommands::applyTOCCollapse() {
+    document_.outlineview()->collapseItems(document_.selectedNodes());
+}
+
+void SelectionCommands::runSearchSelectSheet() {
+    auto *sheet = new Sheet(translated("Search and Select"));
+    sheet->addText(
+        translated("Selects all items whose titles contain a text. Upper and lower case make a difference."));
+    auto *field = new QLineEdit;
+    sheet->addField(translated("&Text:"), field, QStringLiteral("searchSelectField"));
+    sheet->addButton(translated("Cancel"), 0);
+    sheet->addButton(translated("Select"), 1);
+    document_.beginSheet(sheet, [this, field](int returnCode) {
+        if (returnCode == 1) searchAndSelect(field->text());
+    });
+}
+
+void SelectionCommands::searchAndSelect(const QString &term) {
+    TreeController &tree = document_.treecontroller();
+    std::vector<IndexPath> matches;
+    for (TreeNode *node : tree.arrangedObjects().childNodes())
+        for (IndexPath &path : recursiveMatchIndexPathsInSubTree(*node, term))
+            matches.push_back(std::move(path));
+    if (matches.empty()) return document_.platform().beep();
+    tree.setSelectionIndexPaths(matches);
+    document_.outlineview()->setFocus();
+}
+
+}  // namespace leafwright

@@ -1,0 +1,297 @@
+#include "document/commands/StructuralEdits.h"
+
+#include "categories/CharacterSet.h"
+#include "categories/IndexPathSteps.h"
+#include "categories/RunWalk.h"
+#include "categories/SelectionFont.h"
+#include "categories/TextCleaning.h"
+#include "desktop/OKNSOutlineView.h"
+#include "desktop/OutlineViewExtensions.h"
+#include "document/MyDocument.h"
+#include "document/outline/TitleRewriting.h"
+#include "tree/TreeController.h"
+#include "view/LabelPDFView.h"
+
+#include <algorithm>
+#include <ranges>
+
+namespace leafwright {
+
+namespace {
+
+/// More selected nodes than this move together, as far as views can tell.
+constexpr size_t nodesWorthMovingSingly = 32;
+
+/// Marks a document as moving its selected items, and counts the change at the end, whatever was moved.
+class Moving {
+public:
+    explicit Moving(MyDocument &document) : document_(document) {
+        document_.setShouldIgnoreKVO(true);
+        TreeController &tree = document_.treecontroller();
+        nodes_ = tree.selectedNodes();
+        if (nodes_.size() > nodesWorthMovingSingly) manyMoves_.emplace(tree);
+    }
+    ~Moving() {
+        manyMoves_.reset();
+        document_.outlineview()->revealItems(nodes_);
+        document_.updateChangeCount(Document::Change::Done);
+        document_.setShouldIgnoreKVO(false);
+    }
+    Moving(const Moving &) = delete;
+    Moving &operator=(const Moving &) = delete;
+
+    /// Those selected at the start, in tree order.
+    const std::vector<TreeNode *> &nodes() const { return nodes_; }
+
+private:
+    MyDocument &document_;
+    std::vector<TreeNode *> nodes_;
+    std::optional<TreeController::ManyMoves> manyMoves_;
+};
+
+IndexPath siblingPath(const IndexPath &path, size_t position) {
+    return path.indexPathByRemovingLastIndex().indexPathByAddingIndex(position);
+}
+
+QString trimmedToLetters(const QString &text) {
+    const CharacterSet &letters = CharacterSet::letters();
+    const auto isLetter = [&](QChar unit) { return letters.contains(unit); };
+    const auto first = std::ranges::find_if(text, isLetter);
+    const auto last = std::find_if(text.rbegin(), std::make_reverse_iterator(first), isLetter).base();
+    return QString(first, last - first);
+}
+
+}  // namespace
+
+bool checkLegitimateTitle(const QString &title) {
+    const CharacterSet &letters = CharacterSet::letters();
+    return !title.isEmpty() && std::ranges::all_of(title, [&](QChar unit) { return letters.contains(unit); });
+}
+
+StructuralEdits::StructuralEdits(MyDocument &document) : document_(document) {
+    ActionTable &actions = document.actions();
+    const auto anySelected = [this] { return document_.hasSelectedItems(); };
+    const auto oneParentSelected = [this] {
+        const auto nodes = document_.selectedNodes();
+        return nodes.size() == 1 && nodes.front()->childCount() > 0;
+    };
+    const auto textSelected = [this] { return document_.hasSelectedText(); };
+    actions.handle(
+        "moveLeft:", [this](QObject *) { moveLeft(); }, anySelected);
+    actions.handle(
+        "moveRight:", [this](QObject *) { moveRight(); }, anySelected);
+    actions.handle(
+        "moveUp:", [this](QObject *) { moveUp(); }, anySelected);
+    actions.handle(
+        "moveDown:", [this](QObject *) { moveDown(); }, anySelected);
+    actions.handle("addSiblingOutlineItem:", [this](QObject *) { addSiblingOutlineItem(); });
+    actions.handle("addChildOutlineItem:", [this](QObject *) { addChildOutlineItem(); });
+    actions.handle(
+        "removeOutlineItems:", [this](QObject *) { removeOutlineItems(); }, anySelected);
+    actions.handle(
+        "promoteChildrenOutlineItem:", [this](QObject *) { promoteChildrenOutlineItem(); },
+        oneParentSelected);
+    actions.handle(
+        "addSelectedTextAsTOCSibling:", [this](QObject *) { addSelectedTextAsTOCSibling(); }, textSelected);
+    actions.handle(
+        "addSelectedTextAsTOCChild:", [this](QObject *) { addSelectedTextAsTOCChild(); }, textSelected);
+    actions.handle("changeOutlineItemToTitleCase:", [this](QObject *) { changeOutlineItemToTitleCase(); });
+}
+
+void StructuralEdits::moveLeft() {
+    const Moving moving(document_);
+    TreeController &tree = document_.treecontroller();
+    // From the last to the first: each goes right behind the parent, before those that went earlier.
+    for (TreeNode *node : std::views::reverse(moving.nodes()))
+        if (const auto aunt = nextaunt(node->indexPath())) tree.moveNode(*node, *aunt);
+}
+
+void StructuralEdits::moveRight() {
+    const Moving moving(document_);
+    TreeController &tree = document_.treecontroller();
+    for (TreeNode *node : moving.nodes()) {
+        const IndexPath path = node->indexPath();
+        if (path.lastIndex() == 0) continue;
+        const TreeNode *sibling = tree.descendantNodeAtIndexPath(siblingPath(path, path.lastIndex() - 1));
+        tree.moveNode(*node, sibling->indexPath().indexPathByAddingIndex(sibling->childCount()));
+    }
+}
+
+void StructuralEdits::moveUp() {
+    const Moving moving(document_);
+    TreeController &tree = document_.treecontroller();
+    for (TreeNode *node : moving.nodes()) {
+        const IndexPath path = node->indexPath();
+        if (path.lastIndex() > 0) tree.moveNode(*node, siblingPath(path, path.lastIndex() - 1));
+    }
+}
+
+void StructuralEdits::moveDown() {
+    const Moving moving(document_);
+    TreeController &tree = document_.treecontroller();
+    struct Run {
+        TreeNode *first;
+        TreeNode *last;
+    };
+    // By the sibling that would go on with the run. The order of the runs does not matter: they do not touch.
+    std::map<IndexPath, Run> runsByNext;
+    for (TreeNode *node : moving.nodes()) {
+        const IndexPath path = node->indexPath();
+        Run run{node, node};
+        if (const auto found = runsByNext.find(path); found != runsByNext.end()) {
+            run.first = found->second.first;
+            runsByNext.erase(found);
+        }
+        runsByNext.emplace(*nextsibling(path), run);
+    }
+    for (const auto &[next, run] : runsByNext) {
+        TreeNode *after = tree.descendantNodeAtIndexPath(*nextsibling(run.last->indexPath()));
+        if (after) tree.moveNode(*after, run.first->indexPath());
+    }
+}
+
+bool StructuralEdits::mayEdit() const {
+    return document_.allowTOCediting() && !document_.lockTOCediting();
+}
+
+TreeNode *StructuralEdits::firstSelected() const {
+    const auto path = document_.treecontroller().selectionIndexPath();
+    return path ? document_.treecontroller().descendantNodeAtIndexPath(*path) : nullptr;
+}
+
+IndexPath StructuralEdits::endOfTopLevel() const {
+    return IndexPath::indexPathWithIndex(document_.root().children().size());
+}
+
+void StructuralEdits::showSelected() {
+    document_.outlineview()->revealItems(document_.treecontroller().selectedNodes());
+}
+
+void StructuralEdits::editSelectedTitle() {
+    OKNSOutlineView &outline = *document_.outlineview();
+    showSelected();
+    outline.editColumn(TreeController::TitleColumn, outline.selectedRow());
+}
+
+std::unique_ptr<MyOutlineItem> StructuralEdits::itemForCurrentPage() const {
+    auto item = std::make_unique<MyOutlineItem>();
+    const PDFPage *page = document_.pdfview()->currentPage();
+    item->setPageLabel(page ? page->label() : QString());
+    item->setPageTitle(getSuggestedTitleOnCurrentPage());
+    return item;
+}
+
+void StructuralEdits::addSiblingOutlineItem() {
+    if (!mayEdit()) return;
+    auto item = itemForCurrentPage();
+    document_.undoSupport().registerObserversForOutlineItem(*item);
+    const TreeNode *selected = firstSelected();
+    const IndexPath path = selected ? *nextsibling(selected->indexPath()) : endOfTopLevel();
+    document_.treecontroller().insertObjectAtArrangedObjectIndexPath(std::move(item), path);
+    editSelectedTitle();
+    document_.updateChangeCount(Document::Change::Done);
+}
+
+void StructuralEdits::addChildOutlineItem() {
+    if (!mayEdit()) return document_.platform().beep();
+    TreeNode *parent = firstSelected();
+    const IndexPath path =
+        parent ? parent->indexPath().indexPathByAddingIndex(parent->childCount()) : endOfTopLevel();
+    document_.treecontroller().insertObjectAtArrangedObjectIndexPath(itemForCurrentPage(), path);
+    if (parent) document_.outlineview()->expandItem(*parent);
+    editSelectedTitle();
+    document_.updateChangeCount(Document::Change::Done);
+}
+
+void StructuralEdits::removeOutlineItems() {
+    if (!mayEdit()) return document_.platform().beep();
+    std::vector<std::weak_ptr<TreeNode>> nodes;
+    for (TreeNode *node : document_.selectedNodes())
+        nodes.push_back(node->weak_from_this());
+    // What is left of the list stays where it was, although Qt would show the neighbour of what goes.
+    document_.outlineview()->keepingPlace([&] {
+        for (const auto &weak : nodes) {
+            const auto node = weak.lock();
+            // One that stood below another selected item has gone with it.
+            if (!node || !node->parentNode()) continue;
+            node->parentNode()->representedObject()->removeObjectFromChildrenAtIndex(node->row());
+        }
+        document_.treecontroller().setSelectedNodes({});
+    });
+    document_.updateChangeCount(Document::Change::Done);
+}
+
+void StructuralEdits::promoteChildrenOutlineItem() {
+    if (!mayEdit()) return;
+    const TreeNode *node = firstSelected();
+    if (node) {
+        const std::vector<TreeNode *> children = node->childNodes();
+        document_.treecontroller().moveNodes(children, *nextsibling(node->indexPath()));
+        document_.outlineview()->revealItems(children);
+    }
+    document_.updateChangeCount(Document::Change::Done);
+    if (node) document_.outlineview()->reloadItem(node->parentNode());
+}
+
+void StructuralEdits::removeNodeAtIndexPath(const IndexPath &path) {
+    document_.treecontroller().removeObjectAtArrangedObjectIndexPath(path);
+}
+
+std::unique_ptr<MyOutlineItem> StructuralEdits::itemForSelectedText() const {
+    const auto selection = document_.pdfview()->currentSelection();
+    if (!selection || selection->isEmpty()) return nullptr;
+    auto item = std::make_unique<MyOutlineItem>();
+    item->setPageTitle(cleanedRun(selection->string(), charactersToTrim()));
+    item->setPageLabel(selection->pages().front()->label());
+    item->setPointOnPage(topLeftPoint(*selection));
+    return item;
+}
+
+void StructuralEdits::addSelectedTextAsTOCSibling() {
+    auto item = itemForSelectedText();
+    if (!item) return;
+    const TreeNode *selected = firstSelected();
+    const IndexPath path = selected ? *nextsibling(selected->indexPath()) : endOfTopLevel();
+    document_.treecontroller().insertObjectAtArrangedObjectIndexPath(std::move(item), path);
+    showSelected();
+    document_.updateChangeCount(Document::Change::Done);
+}
+
+void StructuralEdits::addSelectedTextAsTOCChild() {
+    auto item = itemForSelectedText();
+    if (!item) return;
+    const TreeNode *parent = firstSelected();
+    const IndexPath path =
+        parent ? parent->indexPath().indexPathByAddingIndex(parent->childCount()) : endOfTopLevel();
+    document_.treecontroller().insertObjectAtArrangedObjectIndexPath(std::move(item), path);
+    showSelected();
+    document_.updateChangeCount(Document::Change::Done);
+}
+
+void StructuralEdits::changeOutlineItemToTitleCase() {
+    if (!mayEdit()) return document_.platform().beep();
+    const OKNSOutlineView &outline = *document_.outlineview();
+    if (const TreeNode *node = outline.itemAtRow(outline.selectedRow())) {
+        MyOutlineItem &item = *node->representedObject();
+        item.setPageTitle(capitalizedString(item.pageTitle()));
+    }
+    document_.updateChangeCount(Document::Change::Done);
+}
+
+QString StructuralEdits::getSuggestedTitleOnCurrentPage() const {
+    QString suggestion = MyDocument::tr("Untitled");
+    const PDFPage *page = document_.pdfview()->currentPage();
+    if (!page) return suggestion;
+    const std::shared_ptr<const PageText> pageText = page->text();
+    std::optional<Font> best;
+    walkRuns(pageText->attributedString, [&](const CleanedRun &run) {
+        const QString text = trimmedToLetters(run.text);
+        if (!checkLegitimateTitle(text)) return;
+        if (best && run.font.pointSize() <= best->pointSize()) return;
+        suggestion = text;
+        best = run.font;
+    });
+    return suggestion;
+}
+
+}  // namespace leafwright

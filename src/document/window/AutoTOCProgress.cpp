@@ -1,0 +1,92 @@
+#include "document/window/AutoTOCProgress.h"
+
+#include "desktop/Sheet.h"
+#include "document/MyDocument.h"
+#include "document/window/DocumentWindow.h"
+
+#include <QApplication>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+
+namespace leafwright {
+
+namespace {
+
+constexpr int millisecondsToLook = 1000;
+constexpr int indicatorWidth = 120;  // points
+constexpr int nothingRuns = -1;
+
+QString translated(const char *text) {
+    return QCoreApplication::translate("AutoTOCProgress", text);
+}
+
+}  // namespace
+
+AutoTOCProgress::AutoTOCProgress(MyDocument &document)
+    : platform_(document.platform()),
+      busy_(document),
+      sheet_(std::make_unique<Sheet>(translated("AutoTOC"))) {
+    sheet_->setCancellable(false);
+    const std::array titles{translated("Counting the fonts:"), translated("Choosing heading fonts:"),
+                            translated("Building the outline:")};
+    for (size_t i = 0; i < steps_.size(); ++i) {
+        auto *line = new QWidget;
+        steps_[i] = {new QLabel, new QProgressBar};
+        steps_[i].text->setObjectName(QStringLiteral("guessPDFText%1").arg(i + 1));
+        steps_[i].indicator->setObjectName(QStringLiteral("guessPDFIndicator%1").arg(i + 1));
+        steps_[i].indicator->setAccessibleName(titles[i]);
+        steps_[i].indicator->setRange(0, 0);  // It shows that something runs, not how far it is.
+        steps_[i].indicator->setTextVisible(false);
+        auto *layout = new QHBoxLayout(line);
+        layout->setContentsMargins({});
+        layout->addWidget(steps_[i].text);
+        layout->addWidget(steps_[i].indicator);
+        steps_[i].indicator->hide();  // until its step begins
+        line->setMinimumWidth(indicatorWidth);
+        line->setFixedHeight(steps_[i].indicator->sizeHint().height());  // or the lines move with the steps
+        sheet_->addField(titles[i], line, QStringLiteral("guessPDFStep%1").arg(i + 1));
+    }
+    sheet_->begin(document.myWindow(), [](int) {});
+}
+
+AutoTOCProgress::~AutoTOCProgress() = default;
+
+void AutoTOCProgress::guessPDFStep1Begins() {
+    show(0, {});
+}
+
+void AutoTOCProgress::guessPDFStep2Begins() {
+    show(1, QStringLiteral("✔"));
+}
+
+void AutoTOCProgress::guessPDFStep3Begins() {
+    show(2, QStringLiteral("✔"));
+}
+
+void AutoTOCProgress::guessPDFStep3Ends(const QString &result) {
+    show(nothingRuns, result == u"Failed" ? QStringLiteral("✘") : QStringLiteral("✔"));
+    if (!sheet_->isVisible()) return;
+    platform_.pause(millisecondsToLook);
+    sheet_->end(0);
+}
+
+/// @param before what stands at the steps before the one that runs; at all if none does
+void AutoTOCProgress::show(int running, const QString &before) {
+    for (int i = 0; i < static_cast<int>(steps_.size()); ++i) {
+        const bool isDone = running == nothingRuns || i < running;
+        const Step &step = steps_[static_cast<size_t>(i)];
+        step.text->setVisible(i != running);
+        step.text->setText(isDone ? before : QString());
+        step.indicator->setVisible(i == running);
+    }
+    drawAtOnce();
+}
+
+void AutoTOCProgress::drawAtOnce() {
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    sheet_->repaint();
+}
+
+}  // namespace leafwright

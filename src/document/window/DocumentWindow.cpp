@@ -1,0 +1,322 @@
+#include "document/window/DocumentWindow.h"
+
+#include "desktop/AccessLetters.h"
+#include "desktop/ActionIcon.h"
+#include "desktop/DocumentController.h"
+#include "desktop/NoticeBars.h"
+#include "desktop/OKNSOutlineView.h"
+#include "desktop/SplitView.h"
+#include "desktop/ThumbnailView.h"
+#include "document/MyDocument.h"
+#include "document/commands/HeadingMapCommands.h"
+#include "document/window/ContextMenus.h"
+#include "document/window/HeadingMapModel.h"
+#include "document/window/OutlineDelegate.h"
+#include "files/FileName.h"
+#include "platform/UserDefaults.h"
+#include "tree/TreeController.h"
+#include "view/LabelPDFView.h"
+
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTableView>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+namespace leafwright {
+
+namespace {
+
+const QString geometryKey = QStringLiteral("documentWindowGeometry");
+constexpr QSize firstSize{1060, 800};
+constexpr std::array menus{Menu::File,     Menu::Edit, Menu::Outline, Menu::Titles,
+                           Menu::Contents, Menu::View, Menu::Help};
+
+/// The local files among what is dragged.
+QStringList draggedFiles(const QMimeData &data) {
+    QStringList paths;
+    for (const QUrl &url : data.urls())
+        if (url.isLocalFile()) paths.append(pathOfFileUrl(url));
+    return paths;
+}
+
+/// The command with its keys, for who looks at its picture.
+QString toolTipOf(const QAction &action) {
+    const QString keys = action.shortcut().toString(QKeySequence::NativeText);
+    return keys.isEmpty() ? action.text() : QStringLiteral("%1 (%2)").arg(action.text(), keys);
+}
+
+/// Lets each command of a menu be chosen by a letter.
+void giveAccessLetters(QMenu &menu) {
+    QList<QAction *> commands = menu.actions();
+    commands.removeIf([](const QAction *action) { return action->isSeparator(); });
+    QStringList titles;
+    for (const QAction *command : commands)
+        titles.append(command->text());
+    titles = withAccessLetters(titles);
+    for (qsizetype i = 0; i < commands.size(); ++i)
+        commands[i]->setText(titles[i]);
+}
+
+/// Does in a field that is being typed in what the menu calls the same there and elsewhere. The keys of these
+/// commands come to the field by themselves. @return whether the command was for such a field
+bool performInTextField(QWidget *focus, const QString &selector) {
+    auto *field = qobject_cast<QLineEdit *>(focus);
+    if (!field) return false;
+    if (selector == u"undo:") {
+        field->undo();
+    } else if (selector == u"redo:") {
+        field->redo();
+    } else if (selector == u"copy:") {
+        field->copy();
+    } else {
+        return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+DocumentWindow::DocumentWindow(MyDocument &document) : document_(document) {
+    setObjectName(QStringLiteral("MyDocument"));
+    setAcceptDrops(true);
+    makeViews();
+    makeMenus();
+    makeStatusBar();
+    connectViews();
+    addContextMenus(*this);
+    updateTitle();
+    restorePlace();
+    updateActions();
+    outlineview_->setFocus();
+}
+
+DocumentWindow::~DocumentWindow() {
+    // The views read the document's PDF on threads.
+    pdfthumbs_->setPDFView(nullptr);
+    outlineview_->setDelegate(nullptr);
+    pdfview_->setDocument(nullptr);
+}
+
+void DocumentWindow::makeViews() {
+    splitViewTopLevel_ = new SplitView(this);
+    pdfthumbs_ = new ThumbnailView;
+    pdfview_ = new LabelPDFView;
+    splitViewTopLevel_->addSubview(pdfthumbs_);
+    splitViewTopLevel_->addSubview(pdfview_);
+    splitViewTopLevel_->addSubview(makeOutlinePane());
+    splitViewTopLevel_->setMinimumWidth(
+        qCeil(thumbnailsMinimum + pageMinimum + outlineMinimum + 2 * splitViewTopLevel_->dividerThickness()));
+    notices_ = new NoticeBars;
+    auto *content = new QWidget;
+    auto *layout = new QVBoxLayout(content);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addWidget(notices_);
+    layout->addWidget(splitViewTopLevel_, 1);
+    setCentralWidget(content);
+}
+
+QWidget *DocumentWindow::makeOutlinePane() {
+    outlineview_ = new OKNSOutlineView;
+    outlineview_->setTreeController(&document_.treecontroller());
+    outlineview_->setPlaceholderText(tr(
+        "No entries yet.\n\nContents > AutoTOC… makes an outline from the headings. Or select a heading on "
+        "the page and drag it here."));
+    tableViewH1H2H3Config_ = new QTableView;
+    tableViewH1H2H3Config_->setModel(&document_.headingMapModel());
+    tableViewH1H2H3Config_->setObjectName(QStringLiteral("tableViewH1H2H3Config"));
+    tableViewH1H2H3Config_->setAccessibleName(tr("Heading map"));
+    tableViewH1H2H3Config_->setSelectionBehavior(QAbstractItemView::SelectRows);
+    tableViewH1H2H3Config_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    tableViewH1H2H3Config_->setTabKeyNavigation(false);
+    tableViewH1H2H3Config_->setShowGrid(false);
+    tableViewH1H2H3Config_->setWordWrap(false);
+    tableViewH1H2H3Config_->verticalHeader()->hide();
+    tableViewH1H2H3Config_->verticalHeader()->setDefaultSectionSize(
+        tableViewH1H2H3Config_->fontMetrics().height() + 6);
+    tableViewH1H2H3Config_->horizontalHeader()->setSectionResizeMode(HeadingMapModel::LevelColumn,
+                                                                     QHeaderView::ResizeToContents);
+    tableViewH1H2H3Config_->horizontalHeader()->setSectionResizeMode(HeadingMapModel::FontColumn,
+                                                                     QHeaderView::Stretch);
+    tableViewH1H2H3Config_->horizontalHeader()->setHighlightSections(false);
+    tableViewH1H2H3Config_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+
+    auto *pane = new QSplitter(Qt::Vertical);
+    pane->setChildrenCollapsible(false);
+    pane->addWidget(outlineview_);
+    pane->addWidget(tableViewH1H2H3Config_);
+    pane->setStretchFactor(0, 3);
+    pane->setStretchFactor(1, 1);
+    return pane;
+}
+
+QAction *DocumentWindow::makeAction(const ActionDescription &description) {
+    const QString selector = QString::fromLatin1(description.selector);
+    auto *action = new QAction(actionTitle(description), this);
+    action->setObjectName(selector);
+    action->setShortcut(QKeySequence(QString::fromLatin1(description.shortcut)));
+    action->setToolTip(toolTipOf(*action));
+    action->setIcon(actionIcon(QString::fromLatin1(description.selector)));
+    connect(action, &QAction::triggered, this, [this, selector, action] {
+        if (document_.isBusy() || performInTextField(focusWidget(), selector)) return;
+        // What is being typed counts; it would be missing from a saved file, say.
+        outlineview_->endEditing();
+        document_.actions().perform(selector, action);
+    });
+    tableActions_.append(action);
+    return action;
+}
+
+void DocumentWindow::makeMenus() {
+    auto *toolBar = addToolBar(tr("Toolbar"));
+    toolBar->setObjectName(QStringLiteral("toolBar"));
+    toolBar->setMovable(false);
+    toolBar->setIconSize({20, 20});
+    const auto handled = document_.actions().handled();
+    for (const Menu which : menus) {
+        QMenu *menu = nullptr;
+        bool firstInToolBar = true;
+        for (const ActionDescription *description : handled) {
+            if (description->menu != which) continue;
+            if (!menu) menu = menuBar()->addMenu(menuTitle(which));
+            if (description->startsGroup && !menu->isEmpty()) menu->addSeparator();
+            QAction *action = makeAction(*description);
+            menu->addAction(action);
+            if (!description->inToolBar) continue;
+            if (std::exchange(firstInToolBar, false) && !toolBar->actions().isEmpty())
+                toolBar->addSeparator();
+            toolBar->addAction(action);
+        }
+        if (!menu) continue;
+        giveAccessLetters(*menu);
+        connect(menu, &QMenu::aboutToShow, this, &DocumentWindow::updateActions);
+    }
+}
+
+void DocumentWindow::setRecentDocuments(DocumentController &controller) {
+    auto *open = findChild<QAction *>(QStringLiteral("openDocument:"));
+    auto *fileMenu = qobject_cast<QMenu *>(menuBar()->actions().first()->menu());
+    auto *recent = new QMenu(tr("Open Recent"), fileMenu);
+    const auto actions = fileMenu->actions();
+    fileMenu->insertMenu(actions.value(actions.indexOf(open) + 1), recent);
+    connect(fileMenu, &QMenu::aboutToShow, recent, [recent, &controller] {
+        recent->clear();
+        const QStringList paths = controller.recentDocuments();
+        for (const QString &path : paths) {
+            // An ampersand would mark a letter to be pressed.
+            QString name = QFileInfo(path).fileName();
+            QAction *action = recent->addAction(name.replace(u'&', QStringLiteral("&&")));
+            action->setToolTip(path);
+            QObject::connect(action, &QAction::triggered, &controller,
+                             [&controller, path] { controller.openDocumentWithContentsOfURL(path, true); });
+        }
+        recent->addSeparator();
+        QObject::connect(recent->addAction(tr("Clear List")), &QAction::triggered, &controller,
+                         &DocumentController::clearRecentDocuments);
+        recent->setToolTipsVisible(true);
+        recent->setEnabled(!paths.isEmpty());
+    });
+}
+
+void DocumentWindow::makeStatusBar() {
+    pageStatus_ = new QLabel;
+    zoomStatus_ = new QLabel;
+    statusBar()->addPermanentWidget(pageStatus_);
+    statusBar()->addPermanentWidget(zoomStatus_);
+}
+
+void DocumentWindow::connectViews() {
+    actionsUpdate_.setSingleShot(true);
+    actionsUpdate_.setInterval(0);
+    connect(&actionsUpdate_, &QTimer::timeout, this, &DocumentWindow::updateActions);
+    const auto scheduleUpdate = [this] { actionsUpdate_.start(); };
+    connect(document_.treecontroller().selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            scheduleUpdate);
+    // Commands go by the selected rows that can be seen, which folding and moving change as well.
+    connect(outlineview_, &QTreeView::expanded, this, scheduleUpdate);
+    connect(outlineview_, &QTreeView::collapsed, this, scheduleUpdate);
+    connect(&document_.treecontroller(), &QAbstractItemModel::rowsMoved, this, scheduleUpdate);
+    connect(&document_.treecontroller(), &QAbstractItemModel::layoutChanged, this, scheduleUpdate);
+    connect(pdfview_, &PDFView::selectionChanged, this, scheduleUpdate);
+    connect(pdfview_, &PDFView::historyChanged, this, scheduleUpdate);
+    connect(pdfview_, &PDFView::pageChanged, this, &DocumentWindow::updatePageStatus);
+    connect(pdfview_, &PDFView::scaleChanged, this, &DocumentWindow::updatePageStatus);
+    connect(pdfview_, &PDFView::copyRequested, this,
+            [this](const QString &text) { document_.platform().setClipboardText(text); });
+    connect(pdfview_, &PDFView::linkClicked, this,
+            [this](const QString &uri) { document_.platform().openURL(QUrl(uri)); });
+    connect(tableViewH1H2H3Config_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { document_.headingMapCommands().tableViewSelectionDidChange(); });
+    connect(&document_, &Document::editedChanged, this, &DocumentWindow::updateTitle);
+    connect(&document_, &Document::fileURLChanged, this, &DocumentWindow::updateTitle);
+    outlineview_->setDelegate(&document_.outlineDelegate());
+}
+
+void DocumentWindow::updateTitle() {
+    // In a title, "[*]" is where the mark of changes goes; a file's name may hold it all the same.
+    QString name = document_.displayName();
+    name.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
+    setWindowTitle(tr("%1[*] — Leafwright").arg(name));
+    setWindowFilePath(document_.fileURL());
+    setWindowModified(document_.isDocumentEdited());
+}
+
+void DocumentWindow::updatePageStatus() {
+    const PDFPage *page = pdfview_->currentPage();
+    pageStatus_->setText(page ? tr("Page %1 (%2 of %3)")
+                                    .arg(page->label(), QString::number(page->index() + 1),
+                                         QString::number(page->document().pageCount()))
+                              : QString());
+    zoomStatus_->setText(tr("%1 %").arg(qRound(pdfview_->scaleFactor() * 100)));
+}
+
+void DocumentWindow::updateActions() {
+    for (QAction *action : tableActions_)
+        action->setEnabled(document_.actions().validateUserInterfaceItem(action->objectName()));
+}
+
+void DocumentWindow::restorePlace() {
+    resize(firstSize);
+    restoreGeometry(document_.platform().userDefaults().dataForKey(geometryKey));
+}
+
+void DocumentWindow::closeEvent(QCloseEvent *event) {
+    if (document_.isBusy()) {
+        event->ignore();
+        if (!std::exchange(closesWhenIdle_, true)) document_.whenIdle([this] { closeAfterWaiting(); });
+        return;
+    }
+    outlineview_->endEditing();  // what is being typed is to be saved as well
+    if (document_.prepareToClose() == Document::Closing::Refused) {
+        event->ignore();
+        return;
+    }
+    document_.platform().userDefaults().setValue(geometryKey, saveGeometry());
+    event->accept();
+    Q_EMIT document_.closed();
+}
+
+void DocumentWindow::closeAfterWaiting() {
+    closesWhenIdle_ = false;
+    close();
+}
+
+void DocumentWindow::dragEnterEvent(QDragEnterEvent *event) {
+    if (!draggedFiles(*event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void DocumentWindow::dropEvent(QDropEvent *event) {
+    Q_EMIT filesDropped(draggedFiles(*event->mimeData()));
+    event->acceptProposedAction();
+}
+
+}  // namespace leafwright

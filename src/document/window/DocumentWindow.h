@@ -1,0 +1,84 @@
+#pragma once
+
+#include "document/commands/ActionTable.h"
+
+#include <QMainWindow>
+#include <QTimer>
+
+class QLabel;
+class QTableView;
+
+namespace leafwright {
+
+class DocumentController;
+class LabelPDFView;
+class MyDocument;
+class NoticeBars;
+class OKNSOutlineView;
+class SplitView;
+class ThumbnailView;
+
+/// A document's window: thumbnails, the page, and the outline with the heading map below it, side by side;
+/// menus and toolbar made from the document's action table.
+class DocumentWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    // The least widths of the three panes, in points.
+    static constexpr double thumbnailsMinimum = 200;
+    static constexpr double pageMinimum = 400;
+    static constexpr double outlineMinimum = 300;
+
+    /// @param document must outlive the window
+    explicit DocumentWindow(MyDocument &document);
+    ~DocumentWindow() override;
+
+    LabelPDFView *pdfview() const { return pdfview_; }
+    ThumbnailView *pdfthumbs() const { return pdfthumbs_; }
+    OKNSOutlineView *outlineview() const { return outlineview_; }
+    QTableView *tableViewH1H2H3Config() const { return tableViewH1H2H3Config_; }
+    SplitView *splitViewTopLevel() const { return splitViewTopLevel_; }
+    /// The bars above the pages.
+    NoticeBars *notices() const { return notices_; }
+
+    /// Offers the files opened lately in the File menu. @param controller must outlive the window
+    void setRecentDocuments(DocumentController &controller);
+    /// Enables the commands that may be chosen now, which otherwise happens a moment later.
+    void updateActions();
+
+Q_SIGNALS:
+    /// Files were dropped on the window. Absolute paths.
+    void filesDropped(const QStringList &paths);
+
+protected:
+    void closeEvent(QCloseEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    void makeViews();
+    void makeMenus();
+    void makeStatusBar();
+    QWidget *makeOutlinePane();
+    QAction *makeAction(const ActionDescription &description);
+    void connectViews();
+    void updateTitle();
+    void updatePageStatus();
+    void restorePlace();
+    void closeAfterWaiting();
+
+    MyDocument &document_;
+    ThumbnailView *pdfthumbs_ = nullptr;
+    LabelPDFView *pdfview_ = nullptr;
+    OKNSOutlineView *outlineview_ = nullptr;
+    QTableView *tableViewH1H2H3Config_ = nullptr;
+    SplitView *splitViewTopLevel_ = nullptr;
+    NoticeBars *notices_ = nullptr;
+    QLabel *pageStatus_ = nullptr;
+    QLabel *zoomStatus_ = nullptr;
+    QList<QAction *> tableActions_;  ///< Those whose enabled state the table decides.
+    bool closesWhenIdle_ = false;
+    QTimer actionsUpdate_;  ///< Many changes at once lead to one update.
+};
+
+}  // namespace leafwright

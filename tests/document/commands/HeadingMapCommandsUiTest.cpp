@@ -1,0 +1,396 @@
+#include "document/commands/HeadingMapCommands.h"
+#include "document/commands/HeadingsWindowFixture.h"
+#include "document/commands/PrintedPageCommands.h"
+#include "document/window/HeadingMapModel.h"
+#include "support/CliFiles.h"
+#include "support/LogRecorder.h"
+
+#include <QLineEdit>
+
+#include <gtest/gtest.h>
+
+namespace leafwright {
+namespace {
+
+using test::PdfBuilder;
+
+class HeadingMap : public test::HeadingsWindowFixture {
+protected:
+    QString writeMap(const QByteArray &text) {
+        test::writeFile(dir.path("map.txt"), text);
+        return dir.path("map.txt");
+    }
+};
+
+TEST_F(HeadingMap, SelectedTextIsMappedToALevel) {
+    perform("resetH1H2H3FontsMap:");
+    EXPECT_EQ(map(), "");
+    selectText("Section title");
+    perform("useSelectionforH2:");
+    selectText("Chapter title");
+    perform("useSelectionforH1:");
+    EXPECT_EQ(map(), "H1 24, H2 16");
+    EXPECT_EQ(table().model()->rowCount(), 2);
+}
+
+TEST_F(HeadingMap, AFontThatIsMappedKeepsItsLevel) {
+    EXPECT_EQ(map(), "H1 24, H2 16");
+    selectText("Section title");
+    perform("useSelectionforH3:");
+    EXPECT_EQ(map(), "H1 24, H2 16");
+}
+
+TEST_F(HeadingMap, SelectedRowsAreDeleted) {
+    table().selectRow(0);
+    perform("buttonDeleteSelectedH1H2H3RowsClicked:");
+    EXPECT_EQ(map(), "H2 16");
+    EXPECT_EQ(table().model()->rowCount(), 1);
+}
+
+TEST_F(HeadingMap, ASelectedRowSelectsItsRunsOnThePages) {
+    table().selectRow(1);
+    const auto &selection = document.pdfview()->currentSelection();
+    ASSERT_TRUE(selection);
+    EXPECT_TRUE(selection->string().contains("Section title"));
+    EXPECT_FALSE(selection->string().contains("Chapter"));
+    table().clearSelection();
+    EXPECT_FALSE(document.pdfview()->currentSelection());
+}
+
+TEST_F(HeadingMap, ASavedMapIsLoadedAgain) {
+    platform.filesToChoose = {dir.path("saved.txt"), dir.path("saved.txt")};
+    perform("buttonClickedSaveH1H2H3Map:");
+    EXPECT_TRUE(platform.userDefaults().stringForKey(mapKey).isNull()) << "saving does not remember";
+    perform("resetH1H2H3FontsMap:");
+    perform("buttonClickedLoadH1H2H3Map:");
+    EXPECT_EQ(map(), "H1 24, H2 16");
+    EXPECT_EQ(platform.userDefaults().stringForKey(mapKey).toUtf8(), test::contentOf(dir.path("saved.txt")));
+    EXPECT_EQ(platform.savePanels[0].allowedFileTypes, QStringList{"txt"});
+    EXPECT_EQ(platform.openPanels[0].allowedFileTypes, QStringList{"txt"});
+}
+
+TEST_F(HeadingMap, AFileWithoutAMapBeepsAndChangesNothing) {
+    platform.filesToChoose = {writeMap("; note\n")};
+    perform("buttonClickedLoadH1H2H3Map:");
+    EXPECT_EQ(platform.beeps, 1);
+    EXPECT_EQ(map(), "H1 24, H2 16");
+    EXPECT_TRUE(platform.userDefaults().stringForKey(mapKey).isNull());
+}
+
+TEST_F(HeadingMap, LinesThatAreNoneAreIgnored) {
+    platform.filesToChoose = {writeMap("H1/16.0/\"Helvetica\" +B\n; note\n")};
+    perform("buttonClickedLoadH1H2H3Map:");
+    EXPECT_EQ(map(), "H1 16");
+}
+
+TEST_F(HeadingMap, AnEmptyRememberedMapIsNoneAndClearsNothing) {
+    EXPECT_FALSE(document.headingMapCommands().loadH1H2H3MapSavedInUserDefaults());
+    platform.userDefaults().setValue(mapKey, QString(""));
+    EXPECT_FALSE(document.headingMapCommands().loadH1H2H3MapSavedInUserDefaults());
+    EXPECT_EQ(map(), "H1 24, H2 16");
+}
+
+TEST_F(HeadingMap, EachCommandHasItsLevel) {
+    for (const int level : {1, 2, 3, 4}) {
+        perform("resetH1H2H3FontsMap:");
+        selectText("Section title");
+        ASSERT_TRUE(document.actions().perform(QString("useSelectionforH%1:").arg(level)));
+        EXPECT_EQ(map(), QString("H%1 16").arg(level));
+        EXPECT_EQ(document.listH1H2H3Config()[0].fontTraits, "16.0 pt Helvetica Bold");
+    }
+}
+
+TEST_F(HeadingMap, WithoutSelectedTextNothingIsMapped) {
+    perform("resetH1H2H3FontsMap:");
+    document.pdfview()->clearSelection();
+    EXPECT_FALSE(isEnabled("useSelectionforH1:"));
+    document.headingMapCommands().processSelectedTextForHLevel(1);
+    EXPECT_EQ(map(), "");
+}
+
+TEST_F(HeadingMap, SelectedTextWithoutLettersIsNotMapped) {
+    perform("resetH1H2H3FontsMap:");
+    selectText(".\n");
+    perform("useSelectionforH1:");
+    EXPECT_EQ(map(), "");
+}
+
+TEST_F(HeadingMap, MappingTextClearsTheTablesSelection) {
+    table().selectRow(0);
+    selectText("Body text");
+    perform("useSelectionforH3:");
+    EXPECT_EQ(map(), "H1 24, H2 16, H3 10");
+    EXPECT_TRUE(table().selectionModel()->selectedRows().isEmpty());
+}
+
+TEST_F(HeadingMap, SeveralRowsAreDeletedAtOnce) {
+    selectText("Body text");
+    perform("useSelectionforH3:");
+    table().selectRow(0);
+    table().selectionModel()->select(table().model()->index(2, 0),
+                                     QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    perform("buttonDeleteSelectedH1H2H3RowsClicked:");
+    EXPECT_EQ(map(), "H2 16");
+    perform("buttonDeleteSelectedH1H2H3RowsClicked:");
+    EXPECT_EQ(map(), "H2 16") << "no row is selected any more";
+}
+
+TEST_F(HeadingMap, TheTableShowsLevelAndFontOfEachRecord) {
+    const QAbstractItemModel &model = *table().model();
+    ASSERT_EQ(model.rowCount(), 2);
+    ASSERT_EQ(model.columnCount(), 2);
+    EXPECT_EQ(HeadingMapModel::identifier(0), QLatin1String("Level"));
+    EXPECT_EQ(HeadingMapModel::identifier(1), QLatin1String("FontTraits"));
+    EXPECT_EQ(model.index(1, 0).data().toString(), "H2");
+    EXPECT_EQ(model.index(1, 1).data().toString(), "16.0 pt Helvetica Bold");
+}
+
+TEST_F(HeadingMap, ARowOfAnotherFontSelectsNothingOnThePages) {
+    platform.filesToChoose = {writeMap("H1/30.0/\"Courier\"\n")};
+    perform("buttonClickedLoadH1H2H3Map:");
+    selectText("Chapter title");
+    table().selectRow(0);
+    EXPECT_FALSE(document.hasSelectedText());
+}
+
+TEST_F(HeadingMap, ARowsFontIsMarkedOnThePagesThatCanBeSeen) {
+    table().selectRow(0);
+    const auto [first, last] = document.pdfview()->visiblePages();
+    EXPECT_EQ(document.pdfview()->currentSelection()->pages().size(), static_cast<size_t>(last - first + 1));
+}
+
+TEST_F(HeadingMap, ALoadedMapReplacesTheOldOneAndIsSorted) {
+    platform.filesToChoose = {writeMap("H3/16.0/\"Helvetica\" +B\nH1/10.0/\"Helvetica\"\n")};
+    table().selectRow(0);
+    perform("buttonClickedLoadH1H2H3Map:");
+    EXPECT_EQ(map(), "H1 10, H3 16");
+    EXPECT_TRUE(table().selectionModel()->selectedRows().isEmpty());
+    EXPECT_EQ(document.listH1H2H3Config()[1].font,
+              document.pdfDoc()->pageText(0)->attributedString.runs.at(1).font);
+}
+
+TEST_F(HeadingMap, CancelledPanelsChangeNothing) {
+    platform.filesToChoose = {std::nullopt, std::nullopt};
+    perform("buttonClickedSaveH1H2H3Map:");
+    perform("buttonClickedLoadH1H2H3Map:");
+    EXPECT_EQ(platform.savePanels.size(), 1);
+    EXPECT_EQ(platform.openPanels.size(), 1);
+    EXPECT_EQ(platform.beeps, 0);
+    EXPECT_EQ(map(), "H1 24, H2 16");
+}
+
+TEST_F(HeadingMap, AMapThatCannotBeWrittenIsNotReported) {
+    const test::LogRecorder log;
+    platform.filesToChoose = {dir.path("missing/map.txt")};
+    perform("buttonClickedSaveH1H2H3Map:");
+    EXPECT_EQ(platform.beeps, 0);
+    EXPECT_TRUE(platform.alerts.isEmpty());
+    EXPECT_TRUE(log.messages().join(' ').contains("could not be written"));
+}
+
+TEST_F(HeadingMap, AFullDiskLeavesTheOldMap) {
+    platform.filesToChoose = {writeMap("H1/30.0/\"Courier\"\n")};
+    {
+        const test::FileSizeLimit limit(10);
+        const test::LogRecorder log;
+        perform("buttonClickedSaveH1H2H3Map:");
+        EXPECT_TRUE(log.messages().join(' ').contains("could not be written"));
+    }
+    EXPECT_EQ(test::contentOf(dir.path("map.txt")), "H1/30.0/\"Courier\"\n");
+}
+
+TEST_F(HeadingMap, AFileTooLargeForAMapIsNone) {
+    platform.filesToChoose = {writeMap("H2/24.0/\"Helvetica\" +B\n" + QByteArray(1 << 20, '\n'))};
+    perform("buttonClickedLoadH1H2H3Map:");
+    EXPECT_EQ(platform.beeps, 1);
+    EXPECT_EQ(map(), "H1 24, H2 16");
+    EXPECT_TRUE(platform.userDefaults().stringForKey(mapKey).isEmpty());
+}
+
+TEST_F(HeadingMap, AFontMappedByItsStringKeepsItsLevel) {
+    document.listH1H2H3Config() = {{1, "H1", "24.5 Helvetica Bold", std::nullopt}};
+    document.reloadHeadingMap();
+    selectText("Chapter title");
+    perform("useSelectionforH3:");
+    ASSERT_EQ(document.listH1H2H3Config().size(), 1);
+    EXPECT_EQ(document.listH1H2H3Config()[0].levelNumber, 1);
+}
+
+TEST_F(HeadingMap, ARememberedMapIsLoaded) {
+    platform.userDefaults().setValue(mapKey, "; a note\nH2/24.0/\"Helvetica\" +B\n");
+    EXPECT_TRUE(document.headingMapCommands().loadH1H2H3MapSavedInUserDefaults());
+    EXPECT_EQ(map(), "H2 24");
+    platform.userDefaults().setValue(mapKey, "; only a note\n");
+    EXPECT_FALSE(document.headingMapCommands().loadH1H2H3MapSavedInUserDefaults());
+    EXPECT_EQ(map(), "H2 24");
+}
+
+TEST_F(HeadingMap, TheMapIsTheDocumentsOwnAndNoChangeOfIt) {
+    perform("resetH1H2H3FontsMap:");
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
+TEST_F(HeadingMap, RecordsWithoutAFontAreMarkedAndSavedByTheirFontStrings) {
+    document.listH1H2H3Config() = {{1, "H1", "24.5 Helvetica Bold", std::nullopt},
+                                   {2, "H2", "30.0 Courier", std::nullopt}};
+    document.reloadHeadingMap();
+    table().selectRow(0);
+    ASSERT_TRUE(document.hasSelectedText());
+    EXPECT_TRUE(document.pdfview()->currentSelection()->string().startsWith("Chapter title"));
+    platform.filesToChoose = {dir.path("saved.txt")};
+    perform("buttonClickedSaveH1H2H3Map:");
+    EXPECT_EQ(test::contentOf(dir.path("saved.txt")), "H1/24.0/\"Helvetica\" +B\n");
+}
+
+TEST_F(HeadingMap, FontsOfTheCurrentPageAreLogged) {
+    const test::LogRecorder log;
+    perform("dumpFontsOnCurrentPage:");
+    ASSERT_EQ(log.messages().size(), 3);
+    EXPECT_EQ(log.messages()[0], "\n\n[Font **24.5 Helvetica Bold**] - Chapter title\n");
+    EXPECT_EQ(log.messages()[1], "\n\n[Font **16.5 Helvetica Bold**] - Section title\n");
+    EXPECT_TRUE(log.messages()[2].startsWith("\n\n[Font **10.0 Helvetica**] - Body text that"));
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
+TEST_F(HeadingMap, CountingTheFontsSaysAndChangesNothing) {
+    const test::LogRecorder log;
+    perform("debugPrintFontsInDocument:");
+    EXPECT_TRUE(log.messages().isEmpty());
+    EXPECT_EQ(map(), "H1 24, H2 16");
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
+/// A window whose heading map has not been guessed yet. A guess that a command does not wait for comes later,
+/// and replaces what the command has made of the map.
+class HeadingMapToBeGuessed : public HeadingMap {
+protected:
+    void SetUp() override { openWithoutWaiting(chapters()); }
+    QString mapInTheEnd() {
+        document.finishLoading();
+        return map();
+    }
+};
+
+TEST_F(HeadingMapToBeGuessed, IsSavedAsItIsGuessed) {
+    platform.filesToChoose = {dir.path("saved.txt")};
+    perform("buttonClickedSaveH1H2H3Map:");
+    EXPECT_EQ(test::contentOf(dir.path("saved.txt")), "H1/24.0/\"Helvetica\" +B\nH2/16.0/\"Helvetica\" +B\n");
+    EXPECT_EQ(mapInTheEnd(), "H1 24, H2 16");
+}
+
+TEST_F(HeadingMapToBeGuessed, StaysEmptyOnceItIsReset) {
+    perform("resetH1H2H3FontsMap:");
+    EXPECT_EQ(mapInTheEnd(), "");
+}
+
+TEST_F(HeadingMapToBeGuessed, IsReplacedByALoadedOneForGood) {
+    platform.filesToChoose = {writeMap("H3/16.0/\"Helvetica\" +B\n")};
+    perform("buttonClickedLoadH1H2H3Map:");
+    EXPECT_EQ(mapInTheEnd(), "H3 16");
+}
+
+TEST_F(HeadingMapToBeGuessed, GetsTheSelectedTextBesideWhatIsGuessed) {
+    selectText("Body text");
+    perform("useSelectionforH3:");
+    EXPECT_EQ(map(), "H1 24, H2 16, H3 10");
+    EXPECT_EQ(mapInTheEnd(), "H1 24, H2 16, H3 10");
+}
+
+class HeadingMapWithoutText : public test::TreeWindowFixture {
+protected:
+    void SetUp() override {
+        PdfBuilder pdf;
+        pdf.addPage();
+        open(pdf);
+    }
+};
+
+TEST_F(HeadingMapWithoutText, IsEmpty) {
+    EXPECT_TRUE(document.listH1H2H3Config().empty());
+    const test::LogRecorder log;
+    perform("dumpFontsOnCurrentPage:");
+    EXPECT_TRUE(log.messages().isEmpty());
+}
+
+class PrintedPage : public test::TreeWindowFixture {
+protected:
+    void SetUp() override {
+        PdfBuilder pdf;
+        pdf.addNumberedPages(9);
+        pdf.setCatalogEntry("/PageLabels", "<< /Nums [0 << /S /r >> 2 << /S /D >>] >>");
+        open(pdf);
+    }
+    QString proposed() {
+        perform("runPrintedPageSheet:");
+        const QString text = field()->text();
+        document.openSheet()->pressButton(0);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return text;
+    }
+    QLineEdit *field() {
+        return qobject_cast<QLineEdit *>(document.openSheet()->field("printedPageTextField"));
+    }
+    void showPage(int index) { document.pdfview()->goToPage(document.pdfDoc()->page(index)); }
+    qint32 offset() { return static_cast<qint32>(document.printedPageOffset()); }
+};
+
+TEST_F(PrintedPage, TheSheetProposesWhatTheOffsetPredictsOrTheLabel) {
+    showPage(6);  // label 5
+    EXPECT_EQ(proposed(), "5");
+    document.setPrintedPageOffset(2);
+    EXPECT_EQ(proposed(), "3");
+    document.setPrintedPageOffset(8);
+    EXPECT_EQ(proposed(), "5") << "not -3";
+}
+
+TEST_F(PrintedPage, AConfirmedNumberGivesTheOffset) {
+    showPage(6);
+    perform("runPrintedPageSheet:");
+    field()->setText("2");
+    document.openSheet()->pressButton(1);
+    EXPECT_EQ(offset(), 3);
+    EXPECT_TRUE(document.userHasCheckedPrintedPageNumbers());
+}
+
+TEST_F(PrintedPage, WhatIsNoNumberIsToldAndMakesTheOffsetUnknown) {
+    showPage(6);
+    for (const char *text : {"iv", "0"}) {
+        document.setPrintedPageOffset(8);
+        document.printedPageCommands().takePrintedPage(text);
+        EXPECT_EQ(offset(), 0);
+    }
+    EXPECT_EQ(platform.beeps, 2);
+    ASSERT_EQ(platform.alerts.size(), 2);
+    EXPECT_EQ(platform.alerts[0].message, "Could not interpret printed page number");
+    EXPECT_EQ(platform.alerts[0].informativeText,
+              "Both the page label and printed page number must be integers.");
+    EXPECT_EQ(platform.alerts[0].buttons, QStringList{"OK"});
+    EXPECT_FALSE(document.userHasCheckedPrintedPageNumbers());
+}
+
+TEST_F(PrintedPage, ACancelledSheetChangesNothing) {
+    showPage(6);
+    document.setPrintedPageOffset(8);
+    perform("runPrintedPageSheet:");
+    field()->setText("1");
+    document.openSheet()->pressButton(0);
+    EXPECT_EQ(offset(), 8);
+}
+
+TEST_F(PrintedPage, AnUnknownOffsetIsAskedForAtTheMiddlePageOnce) {
+    EXPECT_FALSE(document.getRealPageArrayIndex("p400"));
+    EXPECT_EQ(document.pdfview()->currentPage()->index(), 4);
+    const Sheet *sheet = document.openSheet();
+    ASSERT_NE(sheet, nullptr);
+    document.getRealPageArrayIndex("p401");
+    EXPECT_EQ(document.openSheet(), sheet) << "one question at a time";
+}
+
+TEST_F(PrintedPage, OnceConfirmedItIsNotAskedForAgain) {
+    document.setUserHasCheckedPrintedPageNumbers(true);
+    document.getRealPageArrayIndex("p3");
+    EXPECT_EQ(document.openSheet(), nullptr);
+}
+
+}  // namespace
+}  // namespace leafwright
