@@ -1,5 +1,5 @@
-#include "desktop/PDFView.h"
-#include "desktop/ThumbnailView.h"
+#include "pageview/PDFView.h"
+#include "pageview/ThumbnailView.h"
 
 #include <QApplication>
 #include <QElapsedTimer>

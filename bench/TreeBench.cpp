@@ -1,4 +1,4 @@
-#include "desktop/OutlineView.h"
+#include "outlineview/OutlineView.h"
 
 #include <QCoreApplication>
 

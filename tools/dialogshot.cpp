@@ -8,8 +8,8 @@
 #include "app/AboutWindow.h"
 #include "app/AppDelegate.h"
 #include "app/PreferencesWindow.h"
+#include "app/QtPlatform.h"
 #include "app/UpdateWindow.h"
-#include "desktop/QtPlatform.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

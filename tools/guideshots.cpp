@@ -6,14 +6,14 @@
 
 #include "Pictures.h"
 #include "app/AppDelegate.h"
-#include "desktop/OKNSOutlineView.h"
-#include "desktop/QtPlatform.h"
-#include "desktop/Sheet.h"
+#include "app/QtPlatform.h"
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
+#include "outlineview/OKNSOutlineView.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 #include "view/SpotArchive.h"
+#include "widgets/Sheet.h"
 
 #include <QApplication>
 #include <QLineEdit>

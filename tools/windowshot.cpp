@@ -10,11 +10,11 @@
 
 #include "Pictures.h"
 #include "app/Defaults.h"
-#include "desktop/OKNSOutlineView.h"
-#include "desktop/QtPlatform.h"
+#include "app/QtPlatform.h"
 #include "document/MyDocument.h"
 #include "document/commands/AutoTOCCommands.h"
 #include "document/window/DocumentWindow.h"
+#include "outlineview/OKNSOutlineView.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 

@@ -6,7 +6,7 @@
 #include "app/PreferencesWindow.h"
 #include "app/Resources.h"
 #include "app/UpdateWindow.h"
-#include "desktop/Updater.h"
+#include "app/Updater.h"
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
 #include "files/FileReading.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/DocumentController.h"
+#include "system/DocumentController.h"
 
 #include <QAction>
 #include <QPointer>

@@ -2,9 +2,9 @@
 
 #include "app/AppSandboxFileAccessOpenSavePanelDelegate.h"
 #include "app/AppSandboxFileAccessPersist.h"
-#include "desktop/MainThread.h"
 #include "platform/Assertion.h"
 #include "platform/Platform.h"
+#include "system/MainThread.h"
 
 #include <QDir>
 #include <QFile>

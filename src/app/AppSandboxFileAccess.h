@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/AppSandboxFileAccessProtocol.h"
-#include "desktop/SecurityScopedBookmarks.h"
+#include "system/SecurityScopedBookmarks.h"
 
 #include <QCoreApplication>
 

@@ -1,7 +1,7 @@
 #include "app/AppSandboxFileAccessPersist.h"
 
-#include "desktop/MainThread.h"
 #include "platform/UserDefaults.h"
+#include "system/MainThread.h"
 
 namespace leafwright {
 

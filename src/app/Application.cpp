@@ -2,9 +2,9 @@
 
 #include "app/AppDelegate.h"
 #include "app/DesktopApplication.h"
+#include "app/QtPlatform.h"
 #include "app/Requests.h"
 #include "app/SingleInstance.h"
-#include "desktop/QtPlatform.h"
 #include "files/FileName.h"
 #include "files/FileReading.h"
 #include "platform/Translation.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/Updater.h"
+#include "app/Updater.h"
 
 #include <QDialog>
 

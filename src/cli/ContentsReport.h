@@ -1,8 +1,8 @@
 #pragma once
 
 #include "contents/FoundContents.h"
+#include "formats/JsonWriter.h"
 #include "pdf/TextPages.h"
-#include "platform/JsonWriter.h"
 
 namespace leafwright::cli {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/Console.h"
-#include "platform/JsonWriter.h"
+#include "formats/JsonWriter.h"
 
 namespace leafwright::cli {
 

@@ -1,11 +1,6 @@
 #include "document/MyDocument.h"
 
-#include "desktop/NoticeBars.h"
-#include "desktop/OKNSOutlineView.h"
-#include "desktop/OutlineViewExtensions.h"
-#include "desktop/PrioritySplitViewDelegate.h"
-#include "desktop/SplitView.h"
-#include "desktop/ThumbnailView.h"
+#include "app/layout/PrioritySplitViewDelegate.h"
 #include "document/HeadingMapGuess.h"
 #include "document/commands/AutoTOCCommands.h"
 #include "document/commands/BatchRenaming.h"
@@ -23,9 +18,14 @@
 #include "document/window/HeadingMapModel.h"
 #include "document/window/OutlineDelegate.h"
 #include "document/window/SaveProgress.h"
+#include "outlineview/OKNSOutlineView.h"
+#include "outlineview/OutlineViewExtensions.h"
+#include "pageview/ThumbnailView.h"
 #include "pdf/ReadAhead.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
+#include "widgets/NoticeBars.h"
+#include "widgets/SplitView.h"
 
 #include <new>
 

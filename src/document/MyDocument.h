@@ -1,14 +1,14 @@
 #pragma once
 
 #include "autotoc/HeadingLevelMap.h"
-#include "desktop/Document.h"
-#include "desktop/Sheet.h"
 #include "document/commands/ActionTable.h"
 #include "document/outline/EntriesElsewhere.h"
 #include "document/outline/PageLabelMap.h"
 #include "document/outline/UndoSupport.h"
 #include "model/MyOutlineItem.h"
 #include "pdf/PDFDocument.h"
+#include "system/Document.h"
+#include "widgets/Sheet.h"
 
 #include <QPointer>
 

@@ -1,8 +1,4 @@
-#include "desktop/InBackground.h"
-#include "desktop/OKNSOutlineView.h"
-#include "desktop/PrioritySplitViewDelegate.h"
-#include "desktop/SplitView.h"
-#include "desktop/ThumbnailView.h"
+#include "app/layout/PrioritySplitViewDelegate.h"
 #include "document/HeadingMapGuess.h"
 #include "document/MyDocument.h"
 #include "document/commands/NavigationCommands.h"
@@ -10,10 +6,14 @@
 #include "document/window/HeadingMapModel.h"
 #include "document/window/OutlineDelegate.h"
 #include "document/window/SaveProgress.h"
+#include "outlineview/OKNSOutlineView.h"
+#include "pageview/ThumbnailView.h"
 #include "pdf/ReadAhead.h"
 #include "platform/UserDefaults.h"
+#include "system/InBackground.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
+#include "widgets/SplitView.h"
 
 #include <QTimer>
 

@@ -1,9 +1,9 @@
-#include "desktop/NoticeBars.h"
 #include "document/MyDocument.h"
 #include "document/outline/OutlineExport.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/SaveProgress.h"
 #include "platform/UserDefaults.h"
+#include "widgets/NoticeBars.h"
 
 #include <QLoggingCategory>
 

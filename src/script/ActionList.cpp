@@ -1,7 +1,7 @@
 #include "script/ActionList.h"
 
 #include "document/commands/ActionTable.h"
-#include "platform/JsonWriter.h"
+#include "formats/JsonWriter.h"
 
 namespace leafwright::script {
 

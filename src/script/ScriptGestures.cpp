@@ -1,10 +1,10 @@
 #include "script/ScriptGestures.h"
 
-#include "desktop/OKNSOutlineView.h"
-#include "desktop/PDFViewTextDrag.h"
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/OutlineDelegate.h"
+#include "outlineview/OKNSOutlineView.h"
+#include "pageview/PDFViewTextDrag.h"
 #include "script/ScriptPlatform.h"
 #include "script/StepFailure.h"
 #include "tree/TreeController.h"

@@ -1,12 +1,12 @@
 #include "script/ScriptPlayer.h"
 
-#include "desktop/Sheet.h"
-#include "desktop/Updater.h"
+#include "app/Updater.h"
 #include "document/MyDocument.h"
 #include "script/ModalGuard.h"
 #include "script/ScriptFiles.h"
 #include "script/ScriptGestures.h"
 #include "script/StepFailure.h"
+#include "widgets/Sheet.h"
 
 #include <QCoreApplication>
 

@@ -1,9 +1,9 @@
 #include "script/ScriptReport.h"
 
 #include "categories/FontIdentity.h"
-#include "desktop/OKNSOutlineView.h"
 #include "document/MyDocument.h"
-#include "platform/JsonWriter.h"
+#include "formats/JsonWriter.h"
+#include "outlineview/OKNSOutlineView.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 #include "view/SpotArchive.h"

@@ -1,8 +1,8 @@
 #include "script/ScriptSheets.h"
 
-#include "desktop/Sheet.h"
 #include "document/outline/PageLabelMap.h"
 #include "script/StepFailure.h"
+#include "widgets/Sheet.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>

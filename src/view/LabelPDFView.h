@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/PDFView.h"
+#include "pageview/PDFView.h"
 
 #include <QByteArray>
 #include <QImage>

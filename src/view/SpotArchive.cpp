@@ -1,6 +1,6 @@
 #include "view/SpotArchive.h"
 
-#include "platform/KeyedArchive.h"
+#include "formats/KeyedArchive.h"
 
 namespace leafwright {
 

@@ -1,6 +1,6 @@
 #include "app/AppSandboxFileAccessPersist.h"
-#include "desktop/InBackground.h"
 #include "platform/UserDefaults.h"
+#include "system/InBackground.h"
 
 #include <QThread>
 

@@ -1,6 +1,6 @@
 #include "app/AppSandboxFileAccessFixture.h"
-#include "desktop/InBackground.h"
 #include "platform/Assertion.h"
+#include "system/InBackground.h"
 
 #include <QThread>
 

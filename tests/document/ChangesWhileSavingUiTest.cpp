@@ -1,6 +1,6 @@
-#include "desktop/Sheet.h"
 #include "document/commands/HeadingsWindowFixture.h"
 #include "document/window/SaveProgress.h"
+#include "widgets/Sheet.h"
 
 #include <gmock/gmock.h>
 

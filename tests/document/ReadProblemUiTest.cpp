@@ -1,7 +1,7 @@
-#include "desktop/NoticeBars.h"
 #include "support/OpenPdf.h"
 #include "support/RawPdf.h"
 #include "support/WindowFixture.h"
+#include "widgets/NoticeBars.h"
 
 #include <gmock/gmock.h>
 

@@ -1,15 +1,15 @@
 #pragma once
 
 #include "app/Defaults.h"
-#include "desktop/OKNSOutlineView.h"
-#include "desktop/OutlineViewExtensions.h"
-#include "desktop/SplitView.h"
-#include "desktop/ThumbnailView.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/HeadingMapModel.h"
+#include "outlineview/OKNSOutlineView.h"
+#include "outlineview/OutlineViewExtensions.h"
+#include "pageview/ThumbnailView.h"
 #include "support/DocumentFixture.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
+#include "widgets/SplitView.h"
 
 #include <QAbstractItemModelTester>
 #include <QTest>

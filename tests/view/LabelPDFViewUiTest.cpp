@@ -1,4 +1,4 @@
-#include "platform/KeyedArchive.h"
+#include "formats/KeyedArchive.h"
 #include "support/OpenPdf.h"
 #include "view/LabelPDFView.h"
 #include "view/SpotArchive.h"

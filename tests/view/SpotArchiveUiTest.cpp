@@ -1,4 +1,4 @@
-#include "platform/KeyedArchive.h"
+#include "formats/KeyedArchive.h"
 #include "view/SpotArchive.h"
 
 #include <QMimeData>

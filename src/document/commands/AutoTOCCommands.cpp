@@ -3,18 +3,18 @@
 #include "autotoc/AutoTOC.h"
 #include "autotoc/CalibratingAutoTOC.h"
 #include "autotoc/MiniTOC.h"
-#include "desktop/InBackground.h"
-#include "desktop/OKNSOutlineView.h"
-#include "desktop/Sheet.h"
 #include "document/MyDocument.h"
 #include "document/commands/HeadingMapCommands.h"
 #include "document/commands/StructuralEdits.h"
 #include "document/window/AutoTOCProgress.h"
 #include "document/window/DocumentWindow.h"
+#include "outlineview/OKNSOutlineView.h"
 #include "pdf/ReadAhead.h"
 #include "platform/UserDefaults.h"
+#include "system/InBackground.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
+#include "widgets/Sheet.h"
 
 #include <QCoreApplication>
 

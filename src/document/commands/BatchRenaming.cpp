@@ -1,10 +1,10 @@
 #include "document/commands/BatchRenaming.h"
 
-#include "desktop/ElidedLabel.h"
-#include "desktop/Sheet.h"
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
 #include "tree/TreeController.h"
+#include "widgets/ElidedLabel.h"
+#include "widgets/Sheet.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>

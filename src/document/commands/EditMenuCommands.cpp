@@ -1,8 +1,8 @@
 #include "document/commands/EditMenuCommands.h"
 
-#include "desktop/OKNSOutlineView.h"
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
+#include "outlineview/OKNSOutlineView.h"
 #include "view/LabelPDFView.h"
 
 namespace leafwright {

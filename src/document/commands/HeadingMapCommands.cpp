@@ -4,15 +4,15 @@
 #include "categories/FontIdentity.h"
 #include "categories/PageFonts.h"
 #include "categories/SelectionFont.h"
-#include "desktop/InBackground.h"
-#include "desktop/NoticeBars.h"
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
 #include "files/FileReplacement.h"
+#include "formats/KeyedArchive.h"
 #include "pdf/ReadAhead.h"
-#include "platform/KeyedArchive.h"
 #include "platform/UserDefaults.h"
+#include "system/InBackground.h"
 #include "view/LabelPDFView.h"
+#include "widgets/NoticeBars.h"
 
 #include <QCoreApplication>
 #include <QFile>

@@ -1,11 +1,11 @@
 #include "document/commands/NavigationCommands.h"
 
-#include "desktop/OKNSOutlineView.h"
-#include "desktop/Sheet.h"
 #include "document/MyDocument.h"
+#include "outlineview/OKNSOutlineView.h"
 #include "platform/UserDefaults.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
+#include "widgets/Sheet.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>

@@ -1,8 +1,8 @@
 #include "document/commands/OutlineCopy.h"
 
-#include "desktop/OKNSOutlineView.h"
-#include "desktop/OutlineViewExtensions.h"
 #include "document/MyDocument.h"
+#include "outlineview/OKNSOutlineView.h"
+#include "outlineview/OutlineViewExtensions.h"
 #include "tree/TreeNode.h"
 
 namespace leafwright {

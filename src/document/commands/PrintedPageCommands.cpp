@@ -1,8 +1,8 @@
 #include "document/commands/PrintedPageCommands.h"
 
-#include "desktop/Sheet.h"
 #include "document/MyDocument.h"
 #include "view/LabelPDFView.h"
+#include "widgets/Sheet.h"
 
 #include <QCoreApplication>
 #include <QLineEdit>

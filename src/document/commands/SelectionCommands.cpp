@@ -1,9 +1,9 @@
 #include "document/commands/SelectionCommands.h"
 
-#include "desktop/OKNSOutlineView.h"
-#include "desktop/Sheet.h"
 #include "document/MyDocument.h"
+#include "outlineview/OKNSOutlineView.h"
 #include "tree/TreeController.h"
+#include "widgets/Sheet.h"
 
 #include <QCoreApplication>
 #include <QLineEdit>

@@ -5,10 +5,10 @@
 #include "categories/RunWalk.h"
 #include "categories/SelectionFont.h"
 #include "categories/TextCleaning.h"
-#include "desktop/OKNSOutlineView.h"
-#include "desktop/OutlineViewExtensions.h"
 #include "document/MyDocument.h"
 #include "document/outline/TitleRewriting.h"
+#include "outlineview/OKNSOutlineView.h"
+#include "outlineview/OutlineViewExtensions.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 

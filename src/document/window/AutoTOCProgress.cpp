@@ -1,8 +1,8 @@
 #include "document/window/AutoTOCProgress.h"
 
-#include "desktop/Sheet.h"
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
+#include "widgets/Sheet.h"
 
 #include <QApplication>
 #include <QFormLayout>

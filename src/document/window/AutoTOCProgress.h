@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/Document.h"
+#include "system/Document.h"
 
 #include <QString>
 

@@ -1,9 +1,9 @@
 #include "document/window/ContextMenus.h"
 
-#include "desktop/OKNSOutlineView.h"
-#include "desktop/ThumbnailView.h"
 #include "document/commands/ActionTable.h"
 #include "document/window/DocumentWindow.h"
+#include "outlineview/OKNSOutlineView.h"
+#include "pageview/ThumbnailView.h"
 #include "view/LabelPDFView.h"
 
 #include <QAction>

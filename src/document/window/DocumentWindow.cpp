@@ -1,21 +1,21 @@
 #include "document/window/DocumentWindow.h"
 
-#include "desktop/AccessLetters.h"
-#include "desktop/ActionIcon.h"
-#include "desktop/DocumentController.h"
-#include "desktop/NoticeBars.h"
-#include "desktop/OKNSOutlineView.h"
-#include "desktop/SplitView.h"
-#include "desktop/ThumbnailView.h"
 #include "document/MyDocument.h"
 #include "document/commands/HeadingMapCommands.h"
 #include "document/window/ContextMenus.h"
 #include "document/window/HeadingMapModel.h"
 #include "document/window/OutlineDelegate.h"
 #include "files/FileName.h"
+#include "outlineview/OKNSOutlineView.h"
+#include "pageview/ThumbnailView.h"
 #include "platform/UserDefaults.h"
+#include "system/DocumentController.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
+#include "widgets/AccessLetters.h"
+#include "widgets/ActionIcon.h"
+#include "widgets/NoticeBars.h"
+#include "widgets/SplitView.h"
 
 #include <QCloseEvent>
 #include <QDragEnterEvent>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "desktop/OutlineViewDelegate.h"
+#include "outlineview/OutlineViewDelegate.h"
 #include "tree/IndexPath.h"
 
 #include <memory>

@@ -1,6 +1,6 @@
-#include "desktop/Sheet.h"
 #include "document/commands/NavigationCommands.h"
 #include "support/WindowFixture.h"
+#include "widgets/Sheet.h"
 
 #include <QLabel>
 #include <QLineEdit>

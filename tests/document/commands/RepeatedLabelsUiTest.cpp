@@ -1,5 +1,5 @@
-#include "desktop/NoticeBars.h"
 #include "support/WindowFixture.h"
+#include "widgets/NoticeBars.h"
 
 #include <QPushButton>
 

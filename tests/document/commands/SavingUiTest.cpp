@@ -1,8 +1,8 @@
-#include "desktop/NoticeBars.h"
 #include "document/commands/SavingCommands.h"
 #include "document/window/SaveProgress.h"
 #include "support/OpenPdf.h"
 #include "support/WindowFixture.h"
+#include "widgets/NoticeBars.h"
 
 #include <QDialog>
 #include <QDir>

@@ -1,0 +1,170 @@
+#pragma once
+
+#include "outlineview/OutlineViewDelegate.h"
+#include "tree/TreeController.h"
+
+#include <QBasicTimer>
+#include <QTreeView>
+
+#include <functional>
+#include <optional>
+
+namespace leafwright {
+
+/// Shows the nodes of a tree controller, whose selection is its own. Rows are 0-based and count what is
+/// shown: nodes inside folded ones have none. Selecting a node that is not shown unfolds nothing; when an
+/// item is folded over selected ones, it is selected in their place.
+class OutlineView : public QTreeView, private TreeDragHandler {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(OutlineView)
+
+public:
+    explicit OutlineView(QWidget *parent = nullptr);
+    ~OutlineView() override;
+
+    /// Neither is owned. The controller must outlive the view or be replaced by null before it goes, and
+    /// has one view at most.
+    void setTreeController(TreeController *controller);
+    TreeController *treeController() const { return controller_; }
+    void setDelegate(OutlineViewDelegate *delegate) { delegate_ = delegate; }
+    OutlineViewDelegate *delegate() const { return delegate_; }
+
+    int numberOfRows() const;
+    /// Null if there is no such row.
+    TreeNode *itemAtRow(int row) const;
+    /// -1 for a node that is not shown.
+    int rowForItem(const TreeNode &item) const;
+
+    /// Ascending. Selected nodes that are not shown are not among them.
+    std::vector<int> selectedRows() const;
+    /// The current row if it is selected, else the last selected one; -1 without a selection.
+    int selectedRow() const;
+    /// Quicker than selectedRows() when many are.
+    bool hasSelectedRows() const;
+    /// Selects rows; those that do not exist are passed over.
+    /// @param byExtendingSelection whether what is selected so far stays so
+    void selectRowIndexes(const std::vector<int> &rows, bool byExtendingSelection = false);
+    void deselectAll();
+
+    /// Where the mouse was pressed last: -1 beside all rows, or if that row is gone.
+    int clickedRow() const;
+    int clickedColumn() const;
+
+    /// Unfolds an item; with its children, all that is below it, down to 1,000 levels from the top. An item
+    /// without children cannot be unfolded.
+    void expandItem(const TreeNode &item, bool expandChildren = false);
+    /// Folds an item; with its children, all that is below it, so that it is folded when it shows again.
+    void collapseItem(const TreeNode &item, bool collapseChildren = false);
+    bool isItemExpanded(const TreeNode &item) const;
+    /// Folds several with all that is below them, quicker than one after the other.
+    void collapseItems(const std::vector<TreeNode *> &items);
+    /// Unfolds all that items are below, down to 1,000 levels from the top, and scrolls to the first of them,
+    /// and to the last if there is room.
+    void revealItems(const std::vector<TreeNode *> &items);
+    /// Changes the tree while the first row in sight that stays is the first, whatever happens to the current
+    /// one.
+    void keepingPlace(const std::function<void()> &change);
+    /// Draws an item anew; null for all.
+    void reloadItem(const TreeNode *item);
+    /// What stands in the place of the rows while there are none, in a faint colour.
+    void setPlaceholderText(const QString &text);
+    const QString &placeholderText() const { return placeholderText_; }
+    /// In pixels.
+    void setIndentationPerLevel(int indentation) { setIndentation(indentation); }
+
+    /// Starts editing a cell with its text selected. Does nothing for a row that does not exist, or when
+    /// the delegate or the controller says that the cell may not be edited.
+    void editColumn(int column, int row);
+    /// Ends the editing of a cell as Return does, if one is being edited.
+    void endEditing();
+
+    /// The kinds of data that may be dropped here.
+    void registerForDraggedTypes(const QStringList &types);
+
+    void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
+    void keyboardSearch(const QString &search) override;
+    void dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
+                     const QList<int> &roles = {}) override;
+
+Q_SIGNALS:
+    /// A cell was double-clicked. Nothing else happens by itself.
+    void doubleAction(int row, int column, Qt::KeyboardModifiers modifiers);
+
+protected:
+    bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override;
+    /// From a title to the page label beside it and on to the next title, and back.
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    void paintEvent(QPaintEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
+    void drawRow(QPainter *painter, const QStyleOptionViewItem &option,
+                 const QModelIndex &index) const override;
+    void drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const override;
+    void startDrag(Qt::DropActions supportedActions) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dragLeaveEvent(QDragLeaveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    // They would unfold without telling.
+    using QTreeView::collapseAll;
+    using QTreeView::expandAll;
+    using QTreeView::expandToDepth;
+
+    /// The nodes shown, made again when the tree or its unfolding changed.
+    struct Rows {
+        std::vector<TreeNode *> nodes;
+        std::unordered_map<const TreeNode *, int> rowOfNode;
+        quint64 structureRevision = 0;
+        quint64 unfoldingRevision = 0;
+    };
+    const Rows &rows() const;
+
+    struct DropPlace {
+        TreeNode *parent;
+        int childIndex;
+    };
+
+    bool writeNodes(const std::vector<TreeNode *> &nodes, QMimeData &pasteboard) override;
+    bool canDrop(const QMimeData &pasteboard, TreeNode *parent, int childIndex) override;
+    bool drop(const QMimeData &pasteboard, TreeNode *parent, int childIndex) override;
+
+    bool mayEdit(const QModelIndex &cell) const;
+    void drawCell(QPainter *painter, QStyleOptionViewItem option, const QModelIndex &cell) const;
+    bool isUnderPointer(const QModelIndex &index) const;
+    bool isBeingEdited(const QModelIndex &index) const;
+    void collapseWithChildren(std::vector<const TreeNode *> pending);
+    void foldingHides(const std::vector<const TreeNode *> &folded);
+    void pressedAt(const QPoint &position);
+    bool showCellExpansion(const QPoint &position, const QPoint &globalPosition);
+    QPixmap dragPicture(const QModelIndexList &dragged) const;
+    void drawDropPlace(QPainter &painter) const;
+    void unfoldSoon(const QModelIndex &index);
+    void dragIsOver();
+    void aboutToDrop(const QDropEvent &event);
+    bool isMoveWithin(const QDropEvent &event) const;
+    /// What is being dragged, if this is its data; else just the data.
+    DraggingInfo infoOf(const QMimeData &pasteboard) const;
+    /// The line below an unfolded item stands before its first child, not behind its last.
+    DropPlace shownPlace(TreeNode *parent, int childIndex) const;
+
+    TreeController *controller_ = nullptr;
+    OutlineViewDelegate *delegate_ = nullptr;
+    QStringList draggedTypes_;
+    QString placeholderText_;
+    mutable Rows rows_;
+    quint64 unfoldingRevision_ = 1;
+    bool foldingMany_ = false;  ///< While what they hide is looked at once for all.
+    QPersistentModelIndex clickedCell_;
+    Qt::KeyboardModifiers clickModifiers_;
+    DraggingInfo dragging_;               ///< Of the event that is being handled.
+    std::optional<QPoint> dropPosition_;  ///< Where a drag is that may be let go there.
+    QPersistentModelIndex restingOn_;     ///< The title that a drag is over.
+    QBasicTimer unfoldTimer_;
+};
+
+}  // namespace leafwright

@@ -1,0 +1,123 @@
+#include "outlineview/OutlineView.h"
+
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+#include <unordered_set>
+
+// What an OutlineView shows of its tree: what is folded and unfolded, and which of it is in sight.
+
+namespace leafwright {
+
+namespace {
+
+/// Qt lays out what is unfolded by a call a level.
+constexpr size_t deepestUnfolded = 1'000;
+
+}  // namespace
+
+void OutlineView::expandItem(const TreeNode &item, bool expandChildren) {
+    if (!expandChildren) {
+        if (item.childCount() > 0) expand(controller_->indexForNode(item));
+        return;
+    }
+    // With a layout to come, Qt notes what is unfolded instead of laying out each.
+    scheduleDelayedItemsLayout();
+    std::vector<std::pair<const TreeNode *, size_t>> pending{{&item, item.depth()}};
+    while (!pending.empty()) {
+        const auto [node, depth] = pending.back();
+        pending.pop_back();
+        if (node->childCount() == 0 || depth > deepestUnfolded) continue;
+        expand(controller_->indexForNode(*node));
+        for (const TreeNode *child : node->childNodes())
+            pending.emplace_back(child, depth + 1);
+    }
+}
+
+void OutlineView::collapseItem(const TreeNode &item, bool collapseChildren) {
+    if (!collapseChildren) {
+        collapse(controller_->indexForNode(item));
+        return;
+    }
+    collapseWithChildren({&item});
+}
+
+void OutlineView::collapseItems(const std::vector<TreeNode *> &items) {
+    collapseWithChildren({items.begin(), items.end()});
+}
+
+void OutlineView::collapseWithChildren(std::vector<const TreeNode *> pending) {
+    const std::vector<const TreeNode *> folded = pending;
+    scheduleDelayedItemsLayout();
+    {
+        const QScopedValueRollback together(foldingMany_, true);
+        while (!pending.empty()) {
+            const TreeNode *node = pending.back();
+            pending.pop_back();
+            collapse(controller_->indexForNode(*node));
+            pending.insert(pending.end(), node->childNodes().begin(), node->childNodes().end());
+        }
+    }
+    foldingHides(folded);
+}
+
+bool OutlineView::isItemExpanded(const TreeNode &item) const {
+    return item.childCount() > 0 && isExpanded(controller_->indexForNode(item));
+}
+
+/// Where selected items went out of sight below folded ones, these are selected instead.
+void OutlineView::foldingHides(const std::vector<const TreeNode *> &folded) {
+    const std::unordered_set<const TreeNode *> isFolded(folded.begin(), folded.end());
+    std::unordered_set<const TreeNode *> instead;
+    std::vector<TreeNode *> selection;
+    const std::vector<TreeNode *> selected = controller_->selectedNodes();
+    for (TreeNode *node : selected) {
+        TreeNode *shown = node;
+        for (TreeNode *above = node->parentNode(); above; above = above->parentNode())
+            if (isFolded.contains(above)) shown = above;
+        if (shown == node || instead.insert(shown).second) selection.push_back(shown);
+    }
+    if (!instead.empty()) controller_->setSelectedNodes(selection);
+}
+
+void OutlineView::revealItems(const std::vector<TreeNode *> &items) {
+    if (items.empty()) return;
+    std::unordered_set<const TreeNode *> seen;
+    std::vector<const TreeNode *> folded;
+    for (const TreeNode *item : items) {
+        if (item->depth() > deepestUnfolded) continue;
+        const TreeNode *above = item->parentNode();
+        for (; above && above->parentNode() && seen.insert(above).second; above = above->parentNode())
+            if (!isItemExpanded(*above)) folded.push_back(above);
+    }
+    // With a layout to come, Qt notes what is unfolded instead of laying out each.
+    if (folded.size() > 1) scheduleDelayedItemsLayout();
+    for (const TreeNode *node : folded)
+        expandItem(*node);
+    scrollTo(controller_->indexForNode(*items.back()));
+    scrollTo(controller_->indexForNode(*items.front()));
+}
+
+void OutlineView::keepingPlace(const std::function<void()> &change) {
+    executeDelayedItemsLayout();
+    const int offset = visualRect(indexAt({0, 0})).top();
+    std::vector<std::weak_ptr<TreeNode>> inSight;
+    for (QModelIndex index = indexAt({0, 0});
+         index.isValid() && visualRect(index).top() < viewport()->height(); index = indexBelow(index))
+        inSight.push_back(controller_->nodeForIndex(index).weak_from_this());
+    QScrollBar &bar = *verticalScrollBar();
+    const int before = bar.value();
+    change();
+    executeDelayedItemsLayout();
+    bar.setValue(before);
+    for (const auto &weak : inSight) {
+        const auto node = weak.lock();
+        const int row = node ? rowForItem(*node) : -1;
+        if (row < 0) continue;
+        const int top = visualRect(controller_->indexForNode(*node)).top();
+        bar.setValue(verticalScrollMode() == ScrollPerItem ? row : bar.value() + top - offset);
+        return;
+    }
+}
+
+}  // namespace leafwright

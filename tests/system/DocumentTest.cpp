@@ -1,0 +1,105 @@
+#include "support/RecordingPlatform.h"
+#include "system/Document.h"
+
+#include <QCoreApplication>
+
+#include <gmock/gmock.h>
+
+namespace leafwright {
+namespace {
+
+using testing::ElementsAre;
+
+class PlainDocument final : public Document {
+public:
+    using Document::Document;
+    bool readFromURL(const QString & /*path*/) override { return true; }
+    QString fileURL() const override { return {}; }
+    void makeWindowControllers() override {}
+    QWidget *window() const override { return nullptr; }
+
+protected:
+    bool saveBeforeClosing() override { return true; }
+};
+
+class DocumentState : public testing::Test {
+protected:
+    DocumentState() {
+        QObject::connect(&document, &Document::editedChanged, &document,
+                         [this](bool edited) { told.push_back(edited); });
+    }
+
+    test::RecordingPlatform platform;
+    PlainDocument document{platform};
+    std::vector<bool> told;
+};
+
+TEST_F(DocumentState, IsEditedFromTheFirstChangeUntilAllIsSaved) {
+    document.updateChangeCount(Document::Change::Done);
+    document.updateChangeCount(Document::Change::Done);
+    EXPECT_TRUE(document.isDocumentEdited());
+    document.updateChangeCount(Document::Change::Cleared);
+    document.updateChangeCount(Document::Change::Cleared);
+    EXPECT_FALSE(document.isDocumentEdited());
+    EXPECT_THAT(told, ElementsAre(true, false));
+}
+
+TEST_F(DocumentState, StaysEditedWhereAnOlderRevisionIsSaved) {
+    document.updateChangeCount(Document::Change::Done);
+    const quint64 written = document.revision();
+    document.updateChangeCount(Document::Change::Done);
+    document.setSavedRevision(written);
+    EXPECT_TRUE(document.isDocumentEdited());
+    document.setSavedRevision(document.revision());
+    EXPECT_FALSE(document.isDocumentEdited());
+    EXPECT_THAT(told, ElementsAre(true, false));
+}
+
+TEST_F(DocumentState, WhatWaitsForAnIdleDocumentIsCalledInOrderOnceTheLastIsDone) {
+    std::vector<int> calls;
+    document.whenIdle([&] { calls.push_back(0); });
+    EXPECT_THAT(calls, ElementsAre(0)) << "at once when it is idle";
+    {
+        const Document::Busy outer(document);
+        {
+            const Document::Busy inner(document);
+            document.whenIdle([&] { calls.push_back(1); });
+            document.performAfterDelay(500, [&] { calls.push_back(2); });
+            EXPECT_THAT(platform.delays, ElementsAre(500));
+        }
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(document.isBusy());
+        EXPECT_THAT(calls, ElementsAre(0));
+    }
+    EXPECT_THAT(calls, ElementsAre(0)) << "not within the call that ends";
+    document.whenIdle([&] { calls.push_back(3); });
+    QCoreApplication::processEvents();
+    EXPECT_THAT(calls, ElementsAre(0, 1, 2, 3));
+}
+
+TEST_F(DocumentState, IsBusyWhileTheUserIsAsked) {
+    int timesBusy = 0;
+    platform.whenAsked = [&] { timesBusy += document.isBusy() ? 1 : 0; };
+    platform.filesToChoose = {std::nullopt, std::nullopt};
+    document.runModal({"Really?", {}, {"OK"}});
+    EXPECT_FALSE(document.runOpenPanel({}));
+    EXPECT_FALSE(document.runSavePanel({}));
+    EXPECT_EQ(timesBusy, 3);
+    EXPECT_FALSE(document.isBusy());
+}
+
+TEST_F(DocumentState, ASecondCloseWhileTheFirstAsksIsRefused) {
+    document.updateChangeCount(Document::Change::Done);
+    auto second = Document::Closing::Allowed;
+    platform.whenAsked = [&] {
+        platform.whenAsked = nullptr;
+        second = document.prepareToClose();
+    };
+    platform.answers = {1};
+    EXPECT_EQ(document.prepareToClose(), Document::Closing::Allowed) << "discarded";
+    EXPECT_EQ(second, Document::Closing::Refused);
+    EXPECT_THAT(platform.alerts, testing::SizeIs(1));
+}
+
+}  // namespace
+}  // namespace leafwright
