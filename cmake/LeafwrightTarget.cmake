@@ -20,7 +20,8 @@ endfunction()
 
 # leafwright_library(<name> SOURCES ... [DEPENDS ...] [PRIVATE_DEPENDS ...] [WIDGETS]): a folder of src/. Its objects
 # go into the library that all programs share; see src/CMakeLists.txt.
-# DEPENDS is public: it says which folders this one may include. As all end in one library, no linker checks that.
+# DEPENDS is public: it says which folders this one may include. As all end in one library, no linker checks
+# that; tests/sources/IncludesTest.cpp does.
 # WIDGETS: the folder draws on Qt Widgets.
 function(leafwright_library name)
   cmake_parse_arguments(ARG "WIDGETS" "" "SOURCES;DEPENDS;PRIVATE_DEPENDS" ${ARGN})
