@@ -84,6 +84,32 @@ TEST_F(Running, AReportThatNoFileCanHoldIsAFailure) {
     expectNothingWritten();
 }
 
+TEST_F(Running, AReportThatDoesNotFitIsAFailure) {
+    QByteArray steps = R"({"do": "setTitle", "path": [0], "title": "New"}, {"do": "saveDocument:"})";
+    for (int i = 0; i < 100; ++i)
+        steps += R"(, {"do": "selectTOCAll:"})";
+    saveBytes(dir.path("steps.json"), '[' + steps + ']');
+    const QString report = dir.path("report.json");
+    ASSERT_EQ(run({"--report", report, "-o", dir.path("out.pdf")}).exitCode, 0);
+    // Room for the document that is saved, but not for the report.
+    const qint64 needed = QFileInfo(dir.path("out.pdf")).size() + 1000;
+    ASSERT_GT(QFileInfo(report).size(), needed);
+    savePdf(dir, "a.pdf", 3, {"One", "Two"});
+    for (const QString &name : {report, QStringLiteral("-")}) {
+        QFile::remove(report);
+        CliResult result{};
+        {
+            const FileSizeLimit limit(static_cast<unsigned long>(needed));
+            result = run({"--report", name});
+        }
+        EXPECT_EQ(result.exitCode, 1);
+        EXPECT_THAT(result.err.toStdString(), HasSubstr("the report could not be written: "));
+        EXPECT_EQ(result.out, "");
+        EXPECT_FALSE(QFile::exists(report));
+        expectNothingWritten();
+    }
+}
+
 TEST_F(Running, WithoutAFolderForCopiesNothingIsTouched) {
     saveBytes(dir.path("steps.json"), R"([{"do": "saveDocument:"}])");
     ASSERT_TRUE(QDir(dir.path(".")).mkdir("elsewhere"));

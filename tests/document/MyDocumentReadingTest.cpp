@@ -199,10 +199,10 @@ TEST_F(MyDocumentReading, AnEntryThatFitsThePageMakesTheDocumentEdited) {
 TEST_F(MyDocumentReading, AnEntryThatLeadsNowhereLeavesTheDocumentUnedited) {
     PdfBuilder pdf;
     pdf.addNumberedPages(1);
-    addOutline(pdf, {{"(Chapter)", ""}});
+    addOutline(pdf, {{"(Chapter)", ""}, {"(Name)", "(nowhere)"}, {"(Number)", "[99 /Fit]"}});
     load(pdf);
     EXPECT_FALSE(document.isDocumentEdited()) << "a save would have no spot to give it";
-    EXPECT_EQ(test::treeText(document.root()), "+ - Chapter (0,0)\n");
+    EXPECT_EQ(test::treeText(document.root()), "+ - Chapter (0,0)\n+ - Name (0,0)\n+ - Number (0,0)\n");
 }
 
 /// Writes down, for every insertion below the root, how the tree looks when it is told.

@@ -246,15 +246,32 @@ TEST_F(Adding, WithNothingSelectedInTheOutlineSelectedTextIsAppended) {
 TEST_F(Adding, TheNewRowIsShownAndOpenedWhereItWouldBeFoldedAway) {
     for (const char *selector : {"addSiblingOutlineItem:", "addChildOutlineItem:"}) {
         setOutline("a (x (y)) b");
-        select({{0, 0}});
         document.outlineview()->collapseItem(*node({0}), true);
+        perform("selectTOCOnlyLevel2:");
+        ASSERT_LT(document.outlineview()->rowForItem(*node({0, 0})), 0) << "selected, and yet not shown";
         perform(selector);
         EXPECT_EQ(selected(), "Page");
+        EXPECT_EQ(document.treecontroller().selectionIndexPath()->indexAtPosition(0), 0U);
         const TreeNode &added = *document.treecontroller().selectedNodes().front();
         EXPECT_GE(document.outlineview()->rowForItem(added), 0) << selector;
         auto *editor = document.outlineview()->viewport()->findChild<QLineEdit *>();
         ASSERT_NE(editor, nullptr) << selector;
         EXPECT_EQ(editor->selectedText(), "Page");
+        EXPECT_TRUE(document.outlineview()->viewport()->rect().contains(editor->geometry())) << selector;
+        document.outlineview()->endEditing();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+}
+
+TEST_F(Adding, TheNewRowIsScrolledTo) {
+    for (const char *selector : {"addSiblingOutlineItem:", "addChildOutlineItem:"}) {
+        setLongOutline();
+        select({{100}});
+        document.outlineview()->scrollToTop();
+        perform(selector);
+        EXPECT_TRUE(isInSight(*document.treecontroller().selectionIndexPath())) << selector;
+        const auto *editor = document.outlineview()->viewport()->findChild<QLineEdit *>();
+        ASSERT_NE(editor, nullptr) << selector;
         EXPECT_TRUE(document.outlineview()->viewport()->rect().contains(editor->geometry())) << selector;
         document.outlineview()->endEditing();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
