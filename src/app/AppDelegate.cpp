@@ -15,6 +15,7 @@
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QLabel>
+#include <QPointer>
 
 namespace leafwright {
 
@@ -55,19 +56,21 @@ void AppDelegate::applicationDidFinishLaunching() {
 }
 
 void AppDelegate::openFiles(const QStringList &paths) {
-    for (Document *document : documentController_.documents())
-        if (document->isBusy()) return document->whenIdle([this, paths] { openFiles(paths); });
-    for (const QString &path : paths) {
-        if (!fileExists(path)) {
-            // Reading a missing file fails in silence; who named it wants to know.
-            platform_.beep();
-            platform_.runModal({tr("There is no file “%1”").arg(path),
-                                tr("It may have been moved or renamed."),
-                                {tr("OK")}});
-            continue;
-        }
+    Document::whenNoneIsBusy([self = QPointer(this), paths] {
+        for (const QString &path : paths)
+            if (self) self->openFile(path);
+    });
+}
+
+void AppDelegate::openFile(const QString &path) {
+    if (fileExists(path)) {
         documentController_.openDocumentWithContentsOfURL(path, true);
+        return;
     }
+    // Reading a missing file fails in silence; who named it wants to know.
+    platform_.beep();
+    platform_.runModal(
+        {tr("There is no file “%1”").arg(path), tr("It may have been moved or renamed."), {tr("OK")}});
 }
 
 void AppDelegate::comeToFront() {

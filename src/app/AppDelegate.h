@@ -70,6 +70,7 @@ public:
 
 private:
     std::unique_ptr<Document> makeDocument();
+    void openFile(const QString &path);
     void registerActions(MyDocument &document);
     void adoptWindow(DocumentWindow &window);
     void setDoubleClickMessage(bool editing);

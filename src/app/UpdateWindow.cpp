@@ -2,10 +2,12 @@
 
 #include "app/Endpoints.h"
 #include "platform/Platform.h"
+#include "system/Document.h"
 
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -70,9 +72,20 @@ UpdateWindow::UpdateWindow(Updater &updater, Platform &platform)
     connect(buttons, &QDialogButtonBox::accepted, this, &UpdateWindow::openDownloadPage);
     connect(buttons, &QDialogButtonBox::rejected, this, &UpdateWindow::reject);
     connect(&updater, &Updater::checkingChanged, this, &UpdateWindow::showChecking);
-    connect(&updater, &Updater::updateFound, this, &UpdateWindow::showUpdate);
-    connect(&updater, &Updater::upToDate, this, &UpdateWindow::showUpToDate);
-    connect(&updater, &Updater::checkFailed, this, &UpdateWindow::showFailure);
+    // An alert amid the write of a document would hold that up.
+    const auto whenNoneIsBusy = [self = QPointer(this)](const std::function<void(UpdateWindow &)> &show) {
+        Document::whenNoneIsBusy([self, show] {
+            if (self) show(*self);
+        });
+    };
+    connect(&updater, &Updater::updateFound, this, [whenNoneIsBusy](const AppcastItem &item) {
+        whenNoneIsBusy([item](UpdateWindow &window) { window.showUpdate(item); });
+    });
+    connect(&updater, &Updater::upToDate, this,
+            [whenNoneIsBusy] { whenNoneIsBusy(&UpdateWindow::showUpToDate); });
+    connect(&updater, &Updater::checkFailed, this, [whenNoneIsBusy](const QString &reason) {
+        whenNoneIsBusy([reason](UpdateWindow &window) { window.showFailure(reason); });
+    });
 }
 
 void UpdateWindow::showChecking(bool isChecking) {

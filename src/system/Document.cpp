@@ -1,8 +1,11 @@
 #include "system/Document.h"
 
 #include <QFileInfo>
+#include <QPointer>
 
 namespace leafwright {
+
+std::vector<Document *> Document::busyDocuments_;
 
 QString Document::displayName() const {
     return QFileInfo(fileURL()).fileName();
@@ -32,10 +35,20 @@ void Document::whenIdle(std::function<void()> function) {
     waiting_.push_back(std::move(function));
 }
 
+void Document::whenNoneIsBusy(std::function<void()> function) {
+    if (busyDocuments_.empty()) return function();
+    busyDocuments_.front()->whenIdle([function = std::move(function)] { whenNoneIsBusy(function); });
+}
+
+void Document::beginBusy() {
+    if (++busy_ == 1) busyDocuments_.push_back(this);
+}
+
 void Document::endBusy() {
+    if (--busy_ > 0) return;
+    std::erase(busyDocuments_, this);
     // Not from within the call that ends here: who made it may not expect more to happen.
-    if (--busy_ == 0 && !waiting_.empty())
-        QMetaObject::invokeMethod(this, &Document::callWaiting, Qt::QueuedConnection);
+    if (!waiting_.empty()) QMetaObject::invokeMethod(this, &Document::callWaiting, Qt::QueuedConnection);
 }
 
 void Document::callWaiting() {
@@ -62,8 +75,11 @@ std::optional<QString> Document::runSavePanel(const FilePanel &panel) {
 }
 
 void Document::performAfterDelay(int milliseconds, std::function<void()> function) {
-    platform_.performAfterDelay(milliseconds, this,
-                                [this, function = std::move(function)] { whenIdle(function); });
+    platform_.performAfterDelay(milliseconds, this, [this, function = std::move(function)] {
+        whenNoneIsBusy([self = QPointer(this), function] {
+            if (self) function();
+        });
+    });
 }
 
 Document::Closing Document::prepareToClose() {

@@ -7,6 +7,7 @@
 
 #include <deque>
 #include <functional>
+#include <vector>
 
 class QWidget;
 
@@ -56,7 +57,7 @@ public:
     class Busy {
     public:
         /// @param document must outlive this
-        explicit Busy(Document &document) : document_(document) { ++document_.busy_; }
+        explicit Busy(Document &document) : document_(document) { document_.beginBusy(); }
         ~Busy() { document_.endBusy(); }
         Busy(const Busy &) = delete;
         Busy &operator=(const Busy &) = delete;
@@ -68,12 +69,15 @@ public:
     /// Calls a function at once, or when the document is busy no more: then once events are handled, and
     /// in the order of the calls. Dropped with the document.
     void whenIdle(std::function<void()> function);
+    /// The same for whatever would hold up the work of any document, since it asks or takes long: calls it at
+    /// once, or when none is busy any more.
+    static void whenNoneIsBusy(std::function<void()> function);
 
     // What the platform asks and tells for the document, which is busy until the answer is there.
     int runModal(const Alert &alert);
     std::optional<QString> runOpenPanel(const FilePanel &panel);
     std::optional<QString> runSavePanel(const FilePanel &panel);
-    /// Calls a function later, and not before the document is idle.
+    /// Calls a function later, and not before all documents are idle.
     void performAfterDelay(int milliseconds, std::function<void()> function);
 
     /// What the platform records by itself, such as typing.
@@ -95,9 +99,12 @@ protected:
     virtual bool saveBeforeClosing() = 0;
 
 private:
+    void beginBusy();
     void endBusy();
     void callWaiting();
     void setRevisions(quint64 revision, quint64 savedRevision);
+
+    static std::vector<Document *> busyDocuments_;
 
     Platform &platform_;
     QUndoStack undoManager_;

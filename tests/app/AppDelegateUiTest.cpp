@@ -362,5 +362,27 @@ TEST_F(Commands, TheUpdateCheckAsksTheFeed) {
     EXPECT_TRUE(isShown("updates"));
 }
 
+TEST_F(Commands, WhatTheUpdateCheckFindsWaitsWhileADocumentIsBusy) {
+    test::HttpServer server;
+    delegate.sharedUpdater().setFeedURL(server.url("/feed"));
+    delegate.sharedUpdater().setCurrentVersion("1");
+    for (const char *version : {"1", "none"}) {
+        server.answer("/feed", "<rss><channel><item><version>" + QByteArray(version) +
+                                   "</version></item></channel></rss>");
+        platform.alerts.clear();
+        QSignalSpy checking(&delegate.sharedUpdater(), &Updater::checkingChanged);
+        EXPECT_TRUE(perform("appMenuCheckForUpdates:"));
+        {
+            const Document::Busy busy(document(0));
+            while (delegate.sharedUpdater().isChecking() && checking.wait())
+                continue;
+            QCoreApplication::processEvents();
+            EXPECT_TRUE(platform.alerts.isEmpty()) << version << ": an alert would hold up a save";
+        }
+        QCoreApplication::processEvents();
+        EXPECT_EQ(platform.alerts.size(), 1) << version;
+    }
+}
+
 }  // namespace
 }  // namespace leafwright

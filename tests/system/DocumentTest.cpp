@@ -77,6 +77,31 @@ TEST_F(DocumentState, WhatWaitsForAnIdleDocumentIsCalledInOrderOnceTheLastIsDone
     EXPECT_THAT(calls, ElementsAre(0, 1, 2, 3));
 }
 
+TEST_F(DocumentState, WhatWouldHoldUpAnotherDocumentWaitsForThatToo) {
+    std::vector<int> calls;
+    PlainDocument other(platform);
+    {
+        PlainDocument closed(platform);
+        const Document::Busy busy(other);
+        Document::whenNoneIsBusy([&] { calls.push_back(1); });
+        document.performAfterDelay(500, [&] { calls.push_back(2); });
+        closed.performAfterDelay(500, [&] { calls.push_back(3); });
+        QCoreApplication::processEvents();
+        EXPECT_THAT(calls, ElementsAre());
+        document.whenIdle([&] { calls.push_back(0); });
+        EXPECT_THAT(calls, ElementsAre(0)) << "what is about that document alone";
+    }
+    {
+        const Document::Busy busy(document);
+        QCoreApplication::processEvents();
+        EXPECT_THAT(calls, ElementsAre(0)) << "now that one is busy";
+    }
+    QCoreApplication::processEvents();
+    EXPECT_THAT(calls, ElementsAre(0, 1, 2)) << "nothing of the one that is closed";
+    Document::whenNoneIsBusy([&] { calls.push_back(4); });
+    EXPECT_THAT(calls, ElementsAre(0, 1, 2, 4));
+}
+
 TEST_F(DocumentState, IsBusyWhileTheUserIsAsked) {
     int timesBusy = 0;
     platform.whenAsked = [&] { timesBusy += document.isBusy() ? 1 : 0; };
