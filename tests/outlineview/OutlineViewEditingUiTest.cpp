@@ -93,6 +93,21 @@ TEST_F(OutlineViewEditing, F2ScrollsToTheRow) {
     EXPECT_EQ(outline.root.children()[90]->pageTitle(), "X");
 }
 
+TEST_F(OutlineViewEditing, F2EditsNothingThatIsTooDeepToBeShown) {
+    outline.tester.reset();
+    MyOutlineItem *deepest = &outline.item("B");
+    for (int i = 0; i < 1'200; ++i)
+        deepest = &deepest->appendChild(std::make_unique<MyOutlineItem>());
+    outline.root.setChildren(outline.root.takeChildren());
+    TreeNode *node = &outline.node("B");
+    while (node->childCount() > 0)
+        node = node->childNodes().front();
+    outline.controller->setSelectedNodes({node});
+    QTest::keyClick(&outline.view, Qt::Key_F2);
+    EXPECT_EQ(outline.view.rowForItem(*node), -1);
+    EXPECT_EQ(editor(), nullptr);
+}
+
 TEST_F(OutlineViewEditing, TabAfterF2GoesToTheLabelWhereverTheRowWasClicked) {
     QTest::mouseClick(outline.view.viewport(), Qt::LeftButton, {}, outline.center("A", 1));
     QTest::keyClick(&outline.view, Qt::Key_F2);

@@ -42,10 +42,10 @@ TEST_F(Renaming, TheExampleFollowsTheFields) {
 }
 
 TEST_F(Renaming, LowerCaseKnowsTheFinalSigma) {
-    setOutline("ΛΌΓΟΣ ΣΟΦΊΑΣ Σ Σ'ΑΣ΄ İΣΑ");
-    select({{0}, {1}, {2}, {3}, {4}});
+    setOutline("ΛΌΓΟΣ ΣΟΦΊΑΣ Σ Σ'ΑΣ΄ İΣΑ ΑΣ'Α Α'Σ");
+    select({{0}, {1}, {2}, {3}, {4}, {5}, {6}});
     perform("changeCaseToLowerCase:");
-    EXPECT_EQ(titles(), (QStringList{"λόγος", "σοφίας", "σ", "σ'ας΄", "i̇σα"}));
+    EXPECT_EQ(titles(), (QStringList{"λόγος", "σοφίας", "σ", "σ'ας΄", "i̇σα", "ασ'α", "α'ς"}));
     setOutline("straße ﬁn");
     select({{0}, {1}});
     perform("changeCaseToUpperCase:");
