@@ -1,0 +1,141 @@
+#include "support/CliRun.h"
+#include "support/OpenPdf.h"
+#include "support/OutlineText.h"
+#include "support/RawPdf.h"
+#include "support/TempDir.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+namespace leafwright {
+namespace {
+
+using test::linesByQpdf;
+using test::makeOutline;
+using test::openPdf;
+using test::RawPdf;
+using test::TempDir;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr qint64 GB = 1'000'000'000;
+/// The farthest that a cross-reference table can tell of.
+constexpr qint64 farthestInTable = 9'999'999'999;
+
+/// What a file takes of the disk, in bytes.
+qint64 roomOf(const QString &path) {
+    struct stat status = {};
+    EXPECT_EQ(::stat(QFile::encodeName(path).constData(), &status), 0);
+    return qint64{status.st_blocks} * 512;
+}
+
+/// Files of gigabytes, of which hardly anything is on the disk.
+class LargeFiles : public testing::Test {
+protected:
+    /// Gives the file an outline in a second one, and has all witnesses look at that.
+    void expectAppended(const RawPdf &pdf, int pageCount = 2) {
+        if (!pdf.save(in) || roomOf(in) > GB / 10)
+            GTEST_SKIP() << "the disk knows no sparse files of this size";
+        const auto document = openPdf(in);
+        ASSERT_FALSE(document->wasRepaired());
+        ASSERT_EQ(document->pageCount(), pageCount);
+        document->setOutlineRoot(makeOutline({{"New", PDFDestination{pageCount - 1, {72, 700}}}}));
+        const auto error = document->writeToFile(out);
+        ASSERT_FALSE(error) << error->message.toStdString();
+
+        EXPECT_TRUE(pdf.isStartOf(out));
+        EXPECT_LT(roomOf(out), GB / 10) << "holes are to stay holes";
+        const auto check = test::runProgram("qpdf", {"--check", out});
+        EXPECT_EQ(check.exitCode, 0) << check.out.toStdString() << check.err.toStdString();
+        EXPECT_THAT(linesByQpdf(out), ElementsAre("New -> " + std::to_string(pageCount - 1) + " (72, 700)"));
+        const auto poppler = test::runProgram("pdfinfo", {"-dests", out});
+        EXPECT_EQ(poppler.exitCode, 0);
+        EXPECT_EQ(poppler.err, "");
+        EXPECT_FALSE(openPdf(out)->wasRepaired());
+    }
+
+    /// A file of two pages, whose second one and whose end lie at the given offsets.
+    static RawPdf twoPages(qint64 secondPage, qint64 end) {
+        RawPdf pdf;
+        pdf.object(1, "<< /Type /Catalog /Pages 2 0 R >>")
+            .object(2, "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 >>")
+            .object(3, "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] /Resources << >> >>")
+            .goOnAt(secondPage)
+            .object(4, "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] /Resources << >> >>")
+            .goOnAt(end);
+        return pdf;
+    }
+
+    QByteArray sectionBehind(const RawPdf &pdf) const {
+        QFile file(out);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly) && file.seek(pdf.size()));
+        return file.readAll();
+    }
+
+    const TempDir dir;
+    const QString in = dir.path("in.pdf");
+    const QString out = dir.path("out.pdf");
+};
+
+/// By the size of the file.
+class LargeFilesOf : public LargeFiles, public testing::WithParamInterface<qint64> {};
+
+TEST_P(LargeFilesOf, Tables) {
+    const qint64 end = GetParam();
+    expectAppended(twoPages(std::min(end, farthestInTable) - 1000, end).endWithTable());
+}
+
+TEST_P(LargeFilesOf, Streams) {
+    const qint64 end = GetParam();
+    expectAppended(twoPages(end - 1000, end).endWithStream(5));
+}
+
+TEST_P(LargeFilesOf, StreamsBehindTables) {
+    const qint64 end = GetParam();
+    expectAppended(
+        twoPages(GB, end - 1000).endWithTable().object(6, "(changed)").goOnAt(end).endWithStream(5));
+}
+
+TEST_P(LargeFilesOf, TablesBehindStreams) {
+    const qint64 end = GetParam();
+    expectAppended(
+        twoPages(GB, GB + 1000).endWithStream(5).object(6, "(changed)").goOnAt(end).endWithTable());
+}
+
+TEST_P(LargeFilesOf, Hybrids) {
+    const qint64 end = GetParam();
+    expectAppended(twoPages(GB, end - 1000).object(6, "(hidden)").endHybrid(5, {6}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, LargeFilesOf, testing::Values(2'150'000'000, 3 * GB, 5 * GB, 11 * GB),
+                         [](const auto &test) { return std::to_string(test.param / 1'000'000) + "MB"; });
+
+TEST_F(LargeFiles, AnOffsetThatNoTableHoldsTakesAStream) {
+    const RawPdf pdf = twoPages(GB, 11 * GB).endWithTable();
+    expectAppended(pdf);
+    if (IsSkipped()) return;
+    EXPECT_TRUE(sectionBehind(pdf).contains("/Type /XRef"));
+    EXPECT_EQ(openPdf(out)->version().minor, 5) << "which has such streams";
+}
+
+TEST_F(LargeFiles, AnOffsetThatATableHoldsStaysInOne) {
+    const RawPdf pdf = twoPages(GB, farthestInTable - 10'000).endWithTable();
+    expectAppended(pdf);
+    if (IsSkipped()) return;
+    EXPECT_FALSE(sectionBehind(pdf).contains("/XRef"));
+}
+
+TEST_F(LargeFiles, AreNotWrittenNewWhenTheyAreDamaged) {
+    RawPdf pdf = twoPages(2'140'000'000, 2'150'000'000);
+    pdf.object(5, "(the end, without a cross-reference)");
+    if (!pdf.save(in) || roomOf(in) > GB / 10) GTEST_SKIP() << "the disk knows no sparse files of this size";
+    const auto document = openPdf(in);
+    ASSERT_TRUE(document->wasRepaired());
+    const auto error = document->writeToFile(out);
+    ASSERT_TRUE(error);
+    EXPECT_THAT(error->message.toStdString(), HasSubstr("too large"));
+    EXPECT_FALSE(QFile::exists(out));
+}
+
+}  // namespace
+}  // namespace leafwright
