@@ -102,9 +102,27 @@ TEST_P(LargeFilesOf, TablesBehindStreams) {
         twoPages(GB, GB + 1000).endWithStream(5).object(6, "(changed)").goOnAt(end).endWithTable());
 }
 
-TEST_P(LargeFilesOf, Hybrids) {
+TEST_P(LargeFilesOf, TablesBehindHybrids) {
     const qint64 end = GetParam();
-    expectAppended(twoPages(GB, end - 1000).object(6, "(hidden)").endHybrid(5, {6}));
+    expectAppended(twoPages(GB, GB + 1000)
+                       .object(6, "(hidden)")
+                       .endHybrid(5, {6})
+                       .object(7, "(changed)")
+                       .goOnAt(end)
+                       .endWithTable());
+}
+
+TEST_P(LargeFilesOf, AreReplacedAgainAndAgain) {
+    const qint64 end = GetParam();
+    const RawPdf pdf = twoPages(GB, end).endWithStream(5);
+    expectAppended(pdf);
+    if (IsSkipped()) return;
+    const QByteArray first = sectionBehind(pdf);
+    const auto document = openPdf(out);
+    document->setOutlineRoot(makeOutline({{"Yet", PDFDestination{1, {72, 700}}}}));
+    ASSERT_FALSE(document->writeToFile(out));
+    EXPECT_THAT(linesByQpdf(out), ElementsAre("Yet -> 1 (72, 700)"));
+    EXPECT_EQ(sectionBehind(pdf).size(), first.size());
 }
 
 INSTANTIATE_TEST_SUITE_P(Sizes, LargeFilesOf, testing::Values(2'150'000'000, 3 * GB, 5 * GB, 11 * GB),

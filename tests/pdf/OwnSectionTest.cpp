@@ -123,7 +123,7 @@ TEST_P(OwnSections, WhatIsAppendedBehindIsLeft) {
     const QByteArray previous = bytes.mid(bytes.lastIndexOf("startxref\n") + 10).split('\n').first();
     // As a program does that carries all keys of the trailer on: a signature, say.
     const qsizetype keyAt = bytes.lastIndexOf("/LeafwrightSection");
-    const QByteArray key = bytes.mid(keyAt, bytes.indexOf(']', keyAt) + 1 - keyAt);
+    const QByteArray key = bytes.mid(keyAt, bytes.indexOf(')', keyAt) + 1 - keyAt);
     const qsizetype rootAt = bytes.lastIndexOf("/Root ");
     const QByteArray root = bytes.mid(rootAt, bytes.indexOf('R', rootAt + 5) + 1 - rootAt);
     const QByteArray object = QByteArray::number(bytes.size());

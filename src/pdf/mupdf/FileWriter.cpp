@@ -8,6 +8,8 @@
 
 #include <QSet>
 
+#include <limits>
+
 namespace leafwright::mupdf {
 
 namespace {
@@ -59,6 +61,28 @@ QByteArray separatorBehind(const FileHandle &file, qint64 end) {
 /// Xref streams came with this version, and with them room for offsets of any size.
 constexpr int versionOfStreams = 15;
 
+/// MuPDF and others read where the previous section is as 32 bits. One that is farther away must not be
+/// needed.
+constexpr qint64 farthestPrevious = std::numeric_limits<qint32>::max();
+
+/// Lists all objects that stay where they are. @return whether some are where only a stream can tell: in an
+/// object stream, or farther away than a table has digits for
+bool keepOthers(Reader &reader, const OwnSection &original, SectionWriter &section) {
+    using Kind = ObjectPlace::Kind;
+    const ObjectSource source(reader);
+    bool needStream = false;
+    const int size = sizeOf(reader);
+    for (int number = 1; number < size; ++number) {
+        const ObjectPlace place = source.placeOf(number);
+        const bool isLeftBehind = place.kind == Kind::InFile && place.offset >= original.begin;
+        if (place.kind == Kind::Free || isLeftBehind) continue;
+        section.keep(number, place);
+        needStream =
+            needStream || place.kind == Kind::InStream || place.offset > SectionWriter::farthestInTable;
+    }
+    return needStream;
+}
+
 void append(Reader &reader, const PDFOutline &root, OutputFile &out) {
     using CrossReference = SectionWriter::CrossReference;
     const FileHandle &file = *reader.file();
@@ -71,7 +95,7 @@ void append(Reader &reader, const PDFOutline &root, OutputFile &out) {
     writer.writeEntries(root);
     // A file may have sections of both kinds (ISO 32000-1, 7.5.8.4): we go on with the kind of the newest.
     const bool newestIsStream = reader.trailer().get(PDF_NAME(Type)).toName() == "XRef";
-    const bool asStream = newestIsStream || !section.tableIsWideEnough();
+    bool asStream = newestIsStream || !section.tableIsWideEnough();
     fz_context *ctx = reader.context();
     const int version = guarded(ctx, [&] { return pdf_version(ctx, reader.document()); });
     const bool raisesVersion =
@@ -82,10 +106,12 @@ void append(Reader &reader, const PDFOutline &root, OutputFile &out) {
         out.copyFrom(file, file.start() + file.size());
         return;
     }
+    const bool standsAlone = original.previous > farthestPrevious;
+    if (standsAlone) asStream = keepOthers(reader, original, section) || asStream;
     DictionarySyntax trailer = trailerToGoOnWith(reader);
     trailer.set("Root", writer.catalogReference());
-    section.end(asStream ? CrossReference::Stream : CrossReference::Table, std::move(trailer),
-                original.previous, original.size, writer.size());
+    section.end(asStream ? CrossReference::Stream : CrossReference::Table, std::move(trailer), original,
+                writer.size(), standsAlone);
 }
 
 }  // namespace

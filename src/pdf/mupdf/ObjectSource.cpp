@@ -41,6 +41,14 @@ int ObjectSource::generationOf(int objectNumber) const {
     return entry && entry->type == 'n' ? entry->gen : 0;  // in a stream, it is the place
 }
 
+ObjectPlace ObjectSource::placeOf(int objectNumber) const {
+    using Kind = ObjectPlace::Kind;
+    const pdf_xref_entry *entry = entryOf(objectNumber);
+    const char type = entry ? entry->type : 'f';
+    if (type != 'n' && type != 'o') return {Kind::Free, 0, 0};
+    return {type == 'n' ? Kind::InFile : Kind::InStream, entry->ofs, entry->gen};
+}
+
 qint64 ObjectSource::offsetOf(int objectNumber) const {
     const pdf_xref_entry *entry = entryOf(objectNumber);
     return entry && entry->type == 'n' ? entry->ofs : -1;

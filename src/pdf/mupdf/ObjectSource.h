@@ -5,6 +5,15 @@
 
 namespace leafwright::mupdf {
 
+/// Where an object is, as a cross-reference tells it (ISO 32000-1, table 18).
+struct ObjectPlace {
+    enum class Kind : char { Free = 0, InFile = 1, InStream = 2 };
+
+    Kind kind;
+    qint64 offset;   ///< In an object stream, that stream's number.
+    int generation;  ///< In an object stream, the place there.
+};
+
 /// How objects are spelled in the file: what is written again keeps its bytes, such as all digits of a
 /// number, of which MuPDF keeps only what single precision does.
 class ObjectSource {
@@ -18,6 +27,8 @@ public:
     QByteArray spelled(const Object &value) const;
     /// A reference to an object of the file, with its generation: "12 0 R".
     QByteArray reference(int objectNumber) const;
+    /// Where an object is; free for one that is not there.
+    ObjectPlace placeOf(int objectNumber) const;
     /// Where an object stands by itself in the file; -1 for one in an object stream and for none.
     qint64 offsetOf(int objectNumber) const;
     /// The generation of an object of the file.

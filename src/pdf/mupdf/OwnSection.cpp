@@ -6,11 +6,6 @@ namespace leafwright::mupdf {
 
 namespace {
 
-qint64 integerOf(Reader &reader, const Object &number) {
-    fz_context *ctx = reader.context();
-    return number.isInt() ? guarded(ctx, [&] { return pdf_to_int64(ctx, number.get()); }) : -1;
-}
-
 /// The SHA-256 of a piece of the file; empty where that can't be read.
 QByteArray hashOf(const FileHandle &file, qint64 begin, qint64 end) {
     constexpr qint64 piece = 1 << 16;
@@ -39,19 +34,24 @@ int sizeOf(Reader &reader) {
                     reader.trailer().get(PDF_NAME(Size)).toInt());
 }
 
+QByteArray ownSectionText(const OwnSection &section, const QByteArray &hash) {
+    return QByteArray::number(section.begin) + ' ' + QByteArray::number(section.size) + ' ' +
+           QByteArray::number(section.previous) + ' ' + hash.toHex();
+}
+
 std::optional<OwnSection> findOwnSection(Reader &reader) {
     const FileHandle &file = *reader.file();
-    const Object trailer = reader.trailer();
-    const Object key = trailer.get(ownSectionKey);
+    const QByteArray text = reader.trailer().get(ownSectionKey).toBytes();
+    const QList<QByteArray> words = text.split(' ');
+    if (words.size() != 4) return std::nullopt;
+    const OwnSection section{words[0].toLongLong(), words[1].toInt(), words[2].toLongLong()};
     const qint64 crossReference = reader.document()->startxref;
-    const OwnSection section{integerOf(reader, key.at(0)), static_cast<int>(integerOf(reader, key.at(1))),
-                             integerOf(reader, trailer.get(PDF_NAME(Prev)))};
     const bool isPossible = section.previous > 0 && section.begin > section.previous &&
                             section.begin < crossReference && section.size > 0 &&
-                            section.size <= trailer.get(PDF_NAME(Size)).toInt();
+                            section.size <= sizeOf(reader);
     // A program that appends may carry our key on; then the hash is of other bytes.
     if (!isPossible || !endsWithSection(file, crossReference) ||
-        hashOf(file, section.begin, crossReference) != key.at(2).toBytes())
+        ownSectionText(section, hashOf(file, section.begin, crossReference)) != text)
         return std::nullopt;
     return section;
 }

@@ -6,8 +6,8 @@
 
 namespace leafwright::mupdf {
 
-/// The key by which a trailer tells of its section that we have appended it: [where it begins, one more than
-/// the highest object number before it, the SHA-256 of its objects].
+/// The key by which a trailer tells of its section that we have appended it: a string of the members of
+/// OwnSection and the SHA-256 of its objects, in hexadecimal digits, with blanks between them.
 inline constexpr char ownSectionKey[] = "LeafwrightSection";
 
 /// A section that we have appended to a file (ISO 32000-1, 7.5.6) and that is still its end. As it holds
@@ -20,6 +20,9 @@ struct OwnSection {
 
 /// One more than the highest object number of the file.
 int sizeOf(Reader &reader);
+
+/// What the key of a section says. @param hash of its objects
+QByteArray ownSectionText(const OwnSection &section, const QByteArray &hash);
 
 /// Finds the section of ours that the reader's file ends with. Nothing where there is none, where it is not
 /// byte by byte as we wrote it, or where anything stands behind it, such as a signature made since.

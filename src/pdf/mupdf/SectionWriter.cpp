@@ -1,7 +1,6 @@
 #include "pdf/mupdf/SectionWriter.h"
 
 #include "pdf/ObjectSyntax.h"
-#include "pdf/mupdf/OwnSection.h"
 
 #include <algorithm>
 
@@ -44,9 +43,14 @@ void forEachRun(const Entries &entries, Use &&use) {
 
 void SectionWriter::add(const NewObject &object) {
     if (entries_.empty()) writeHashed(separator_);
-    entries_.push_back({object.number, object.generation, offset()});
+    entries_.push_back({object.number, {ObjectPlace::Kind::InFile, offset(), object.generation}});
+    added_.insert(object.number);
     writeHashed(QByteArray::number(object.number) + ' ' + QByteArray::number(object.generation) + " obj\n" +
                 object.syntax + "\nendobj\n");
+}
+
+void SectionWriter::keep(int number, const ObjectPlace &place) {
+    if (!added_.contains(number)) entries_.push_back({number, place});
 }
 
 void SectionWriter::writeHashed(const QByteArray &bytes) {
@@ -54,17 +58,18 @@ void SectionWriter::writeHashed(const QByteArray &bytes) {
     out_.write(bytes);
 }
 
-void SectionWriter::end(CrossReference kind, DictionarySyntax trailer, qint64 previous, int sizeBefore,
-                        int size) {
+void SectionWriter::end(CrossReference kind, DictionarySyntax trailer, const OwnSection &original, int size,
+                        bool standsAlone) {
     const qint64 place = offset();
     const bool asStream = kind == CrossReference::Stream;
-    if (asStream) entries_.push_back({size, 0, place});
+    constexpr int neverUsedAgain = 65535;
+    if (asStream) entries_.push_back({size, {ObjectPlace::Kind::InFile, place, 0}});
+    if (standsAlone) entries_.push_back({0, {ObjectPlace::Kind::Free, 0, neverUsedAgain}});
     std::sort(entries_.begin(), entries_.end(),
               [](const Entry &a, const Entry &b) { return a.number < b.number; });
     trailer.set("Size", QByteArray::number(asStream ? size + 1 : size));
-    trailer.set("Prev", QByteArray::number(previous));
-    trailer.set(ownSectionKey, '[' + QByteArray::number(begin_) + ' ' + QByteArray::number(sizeBefore) + ' ' +
-                                   stringSyntax(hash_.result()) + ']');
+    if (!standsAlone) trailer.set("Prev", QByteArray::number(original.previous));
+    trailer.set(ownSectionKey, stringSyntax(ownSectionText(original, hash_.result())));
     if (asStream) {
         writeStream(size, std::move(trailer));
     } else {
@@ -79,7 +84,8 @@ void SectionWriter::writeTable() {
     forEachRun(entries_, [this](auto begin, auto end) {
         out_.write(QByteArray::number(begin->number) + ' ' + QByteArray::number(end - begin) + '\n');
         for (auto entry = begin; entry != end; ++entry)
-            out_.write(padded(entry->offset, 10) + ' ' + padded(entry->generation, 5) + " n \n");
+            out_.write(padded(entry->place.offset, 10) + ' ' + padded(entry->place.generation, 5) +
+                       (entry->place.kind == ObjectPlace::Kind::Free ? " f \n" : " n \n"));
     });
 }
 
@@ -91,8 +97,8 @@ void SectionWriter::writeStream(int number, DictionarySyntax dictionary) {
     forEachRun(entries_, [&](auto begin, auto end) {
         index += ' ' + QByteArray::number(begin->number) + ' ' + QByteArray::number(end - begin);
         for (auto entry = begin; entry != end; ++entry)
-            data +=
-                '\1' + bigEndian(entry->offset, offsetBytes) + bigEndian(entry->generation, generationBytes);
+            data += static_cast<char>(entry->place.kind) + bigEndian(entry->place.offset, offsetBytes) +
+                    bigEndian(entry->place.generation, generationBytes);
     });
     dictionary.set("Type", "/XRef");
     dictionary.set("W",
