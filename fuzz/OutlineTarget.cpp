@@ -17,7 +17,10 @@ public:
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size) {
-    leafwright::cli::parseOutlineTree(QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)),
-                                      Pages());
+    using namespace leafwright;
+    OutlineEntry inFile;
+    inFile.number = 7;
+    cli::parseOutlineTree(QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)), Pages(),
+                          {{inFile.number, inFile}});
     return 0;
 }

@@ -1,6 +1,8 @@
-// A whole PDF: opened, read, written with an outline, and read back.
+// A whole PDF: opened, read, its contents found, written with an outline, and read back.
 
 #include "MemoryFile.h"
+#include "contents/FindContents.h"
+#include "contents/PDFContentsPages.h"
 #include "pdf/PDFDocument.h"
 
 #include <cstdio>
@@ -34,6 +36,7 @@ QStringList linesOf(const PDFOutline &root) {
 /// An outline as the window would write it: a copy of the one there is, and one entry more.
 std::unique_ptr<PDFOutline> longer(const PDFOutline &from) {
     auto root = std::make_unique<PDFOutline>();
+    root->setEntry(from.entry());
     std::vector<std::pair<const PDFOutline *, PDFOutline *>> pending{{&from, root.get()}};
     while (!pending.empty()) {
         const auto [source, target] = pending.back();
@@ -42,7 +45,7 @@ std::unique_ptr<PDFOutline> longer(const PDFOutline &from) {
             const PDFOutline &child = source->childAtIndex(i);
             auto copy = std::make_unique<PDFOutline>(child.label());
             copy->setDestination(child.destination());
-            copy->setForeignEntry(child.foreignEntry());
+            copy->setEntry(child.entry());
             pending.emplace_back(&child, &target->insertChildAtIndex(std::move(copy), i));
         }
     }
@@ -58,8 +61,10 @@ void expect(bool holds, const char *what) {
     std::abort();
 }
 
+/// Pages may be one page many times; they teach nothing new.
+constexpr int mostPages = 10;
+
 void readAll(const PDFDocument &document) {
-    constexpr int mostPages = 10;
     for (int i = 0; i < std::min(document.pageCount(), mostPages); ++i) {
         const PDFPage &page = *document.page(i);
         const auto text = page.text();
@@ -70,6 +75,14 @@ void readAll(const PDFDocument &document) {
     }
 }
 
+void findAll(const PDFDocument &document) {
+    if (document.pageCount() > mostPages) return;
+    const auto analysis = analyseContents(PDFContentsPages(document));
+    analysis->explanation();
+    for (const ContentsEntry &entry : analysis->choose({}).entries)
+        expect(entry.pageIndex >= 0 && entry.pageIndex < document.pageCount(), "an entry without a page");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size) {
@@ -77,6 +90,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size) {
     const auto document = open(input.path());
     if (!document || document->isLocked()) return 0;
     readAll(*document);
+    findAll(*document);
     const auto outline = longer(document->outlineRoot());
     const QStringList wanted = linesOf(*outline);
     if (document->isEncrypted()) return 0;

@@ -242,10 +242,10 @@ IndexPath pathOf(const QJsonValue &argument) {
 }
 
 std::vector<IndexPath> pathsOf(const QJsonValue &argument) {
-    std::vector<IndexPath> paths;
+    std::vector<IndexPath> all;
     for (const QJsonValue each : argument.toArray())
-        paths.push_back(pathOf(each));
-    return paths;
+        all.push_back(pathOf(each));
+    return all;
 }
 
 }  // namespace leafwright::script

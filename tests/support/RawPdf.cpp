@@ -16,7 +16,14 @@ RawPdf &RawPdf::trailerEntry(const QByteArray &entries) {
     return *this;
 }
 
+RawPdf &RawPdf::add(const QByteArray &bytes) {
+    bytes_ += bytes;
+    return *this;
+}
+
 RawPdf &RawPdf::goOnAt(qint64 offset) {
+    // For readers that look two words ahead of what they read: through all of the hole, where none are.
+    bytes_ += "null null\n";
     holes_.push_back({bytes_.size(), offset - size()});
     skipped_ = offset - bytes_.size();
     return *this;

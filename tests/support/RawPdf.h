@@ -17,6 +17,8 @@ public:
     RawPdf &object(int number, const QByteArray &body);
     /// Has all trailers from now on say something more, such as "/Info 4 0 R".
     RawPdf &trailerEntry(const QByteArray &entries);
+    /// Goes on with any bytes.
+    RawPdf &add(const QByteArray &bytes);
     /// Goes on at an offset farther behind. What lies between reads as white space, and takes no room on a
     /// disk that knows sparse files.
     RawPdf &goOnAt(qint64 offset);
