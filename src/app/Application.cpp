@@ -7,6 +7,7 @@
 #include "app/SingleInstance.h"
 #include "files/FileName.h"
 #include "files/FileReading.h"
+#include "files/FileWriting.h"
 #include "platform/Translation.h"
 
 #include <QApplication>
@@ -76,6 +77,7 @@ void setUp() {
 }  // namespace
 
 int applicationMain(int argc, char **argv) {
+    letTooLargeFilesFail();
     QApplication application(argc, argv);
     installTranslators(application, QLocale(), translationsFolder());
     setUp();

@@ -64,7 +64,10 @@ std::optional<QString> writeReport(const FoundContents &found, const PDFDocument
         leafwright::JsonWriter json([&file](const QByteArray &bytes) { file.write(bytes); });
         writeContentsReport(found, pdf, json);
     }
-    return file.commit() == FileReplacement::Outcome::Written ? std::nullopt : std::optional(file.message());
+    const bool written = file.commit() == FileReplacement::Outcome::Written;
+    for (const QString &notice : file.notices())
+        console.message(notice);
+    return written ? std::nullopt : std::optional(file.message());
 }
 
 /// A document that has text where another has page images; its file is gone with this.

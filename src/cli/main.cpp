@@ -1,5 +1,6 @@
 #include "cli/CommandLine.h"
 #include "files/FileName.h"
+#include "files/FileWriting.h"
 #include "platform/Translation.h"
 
 #include <QApplication>
@@ -26,6 +27,7 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv) {
 }  // namespace
 
 int main(int argc, char *argv[]) {
+    leafwright::letTooLargeFilesFail();
     // Commands say themselves what failed. QT_LOGGING_RULES still turns the log on.
     QLoggingCategory::setFilterRules(QStringLiteral("leafwright.*.warning=false\ndefault.warning=false"));
     const auto application = makeApplication(argc, argv);

@@ -1,6 +1,7 @@
 #include "files/FileWriting.h"
 
 #include <cerrno>
+#include <csignal>
 #include <unistd.h>
 
 namespace leafwright {
@@ -14,6 +15,10 @@ int writeWhole(int descriptor, const char *data, qint64 size) {
         size -= count;
     }
     return 0;
+}
+
+void letTooLargeFilesFail() {
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 }  // namespace leafwright

@@ -3,6 +3,7 @@
 #include <QSocketNotifier>
 
 #include <algorithm>
+#include <new>
 #include <stdexcept>
 #include <sys/eventfd.h>
 #include <unistd.h>
@@ -109,11 +110,11 @@ void RenderQueue::run(const std::stop_token &stop) {
         ++started_;
         const std::stop_token dropped = running->stop.get_token();
         lock.unlock();
-        PageResult result = perform(work, request, dropped);
+        std::optional<PageResult> result = attempt(work, request, dropped);
         lock.lock();
         running_.erase(running);
-        if (!dropped.stop_requested()) {
-            done_.push_back(std::move(result));
+        if (result && !dropped.stop_requested()) {
+            done_.push_back(*std::move(result));
             wakeReceiver();
         }
         workEnds_.notify_all();
@@ -134,6 +135,16 @@ std::optional<std::pair<PageWork, RenderRequest>> RenderQueue::takeNext() {
         return std::pair(work, request);
     }
     return std::nullopt;
+}
+
+/// What there is no memory for is left out, until it is wanted again.
+std::optional<PageResult> RenderQueue::attempt(PageWork work, const RenderRequest &request,
+                                               const std::stop_token &stop) const {
+    try {
+        return perform(work, request, stop);
+    } catch (const std::bad_alloc &) {
+        return std::nullopt;
+    }
 }
 
 PageResult RenderQueue::perform(PageWork work, const RenderRequest &request,

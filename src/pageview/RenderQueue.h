@@ -9,6 +9,7 @@
 #include <condition_variable>
 #include <list>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 class QSocketNotifier;
@@ -71,6 +72,8 @@ private:
     void startThreads();
     void run(const std::stop_token &stop);
     std::optional<std::pair<PageWork, RenderRequest>> takeNext();
+    std::optional<PageResult> attempt(PageWork work, const RenderRequest &request,
+                                      const std::stop_token &stop) const;
     PageResult perform(PageWork work, const RenderRequest &request, const std::stop_token &stop) const;
     void wakeReceiver() const;
     void deliver();

@@ -4,6 +4,7 @@
 #include "support/CliRun.h"
 #include "support/Paths.h"
 
+#include <filesystem>
 #include <gmock/gmock.h>
 #include <unistd.h>
 
@@ -19,6 +20,8 @@ protected:
         savePdfWithHeadings(dir, "plain.pdf");
         ASSERT_EQ(::rename(bytes("plain.pdf").constData(), bytes("caf\xE9.pdf").constData()), 0);
     }
+    /// Qt removes no files whose names it can't spell.
+    void TearDown() override { std::filesystem::remove_all(bytes(".").toStdString()); }
     QByteArray bytes(const QByteArray &name) const { return fileNameBytes(dir.path(".")) + '/' + name; }
     QString path(const QByteArray &name) const { return fileNameText(bytes(name)); }
     bool exists(const QByteArray &name) const { return ::access(bytes(name).constData(), F_OK) == 0; }

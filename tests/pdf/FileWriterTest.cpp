@@ -210,6 +210,25 @@ TEST(Writing, RepairedFileIsWrittenWhole) {
     EXPECT_EQ(test::textOf(*again, 2), "Page 3\n");
 }
 
+/// MuPDF reads the empty name as a key, and writes it so that nothing reads it.
+TEST(Writing, APageThatWouldBeLostByRepairIsARefusal) {
+    const TempDir dir;
+    RawPdf pdf("1.4");
+    pdf.object(1, "<< /Type /Catalog /Pages 2 0 R >>")
+        .object(2, "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 >>")
+        .object(3, "<< / 0 R >> >> >>")
+        .object(4, "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] >>");
+    ASSERT_TRUE(pdf.save(dir.path("in.pdf")));
+    const auto document = openPdf(dir.path("in.pdf"));
+    ASSERT_TRUE(document->wasRepaired());
+    ASSERT_EQ(document->pageCount(), 2);
+    document->setOutlineRoot(newOutline());
+    const auto error = document->writeToFile(dir.path("out.pdf"));
+    ASSERT_TRUE(error);
+    EXPECT_THAT(error->message.toStdString(), testing::HasSubstr("its pages are others"));
+    EXPECT_FALSE(QFile::exists(dir.path("out.pdf")));
+}
+
 TEST(Writing, TwiceAppendsOneSection) {
     const TempDir dir;
     threePages().save(dir.path("in.pdf"));

@@ -89,10 +89,12 @@ void HeadingMapCommands::buttonClickedSaveH1H2H3Map() {
     FileReplacement file(*path);
     const bool written =
         file.start() && file.write(text) == text.size() && file.commit() == FileReplacement::Outcome::Written;
-    if (written) return;
-    qCWarning(log).noquote() << file.message();
+    QStringList messages = file.notices();
+    if (!written) messages.prepend(file.message());
+    if (messages.isEmpty()) return;
+    qCWarning(log).noquote() << messages.join(u'\n');
     if (DocumentWindow *window = document_.myWindow())
-        window->notices()->setNotice(QStringLiteral("failedMap"), {file.message()});
+        window->notices()->setNotice(QStringLiteral("failedMap"), {messages.join(u'\n')});
 }
 
 void HeadingMapCommands::buttonClickedLoadH1H2H3Map() {

@@ -64,7 +64,12 @@ qint64 FileHandle::readAt(qint64 offset, void *data, qint64 length) const {
     do {
         count = ::pread(descriptor_, data, static_cast<size_t>(length), start_ + offset);
     } while (count < 0 && errno == EINTR);
-    if (count < 0) readFailure_ = errno;
+    return count;
+}
+
+qint64 FileHandle::readOrThrow(qint64 offset, void *data, qint64 length) const {
+    const qint64 count = readAt(offset, data, length);
+    if (count < 0) throw ReadProblem(readFailureError(errno));
     return count;
 }
 

@@ -35,9 +35,8 @@ public:
     int descriptor() const { return descriptor_; }
     /// Reads up to `length` bytes. Returns how many, 0 at the end, -1 with errno set on failure.
     qint64 readAt(qint64 offset, void *data, qint64 length) const;
-    /// The number of the system's last error in reading; 0 while all went well. Who reads a file through
-    /// MuPDF learns of damage only, and asks this whether there is any.
-    int readFailure() const { return readFailure_; }
+    /// The same; throws ReadProblem on failure.
+    qint64 readOrThrow(qint64 offset, void *data, qint64 length) const;
     /// What everyone who reads this file may take.
     const std::shared_ptr<MemoryBudget> &memory() const { return memory_; }
 
@@ -49,7 +48,6 @@ private:
     int descriptor_;
     qint64 size_ = 0;
     qint64 start_ = 0;
-    mutable std::atomic<int> readFailure_ = 0;
     std::shared_ptr<MemoryBudget> memory_ = std::make_shared<MemoryBudget>();
 };
 

@@ -2,9 +2,6 @@
 
 #include "pdf/ObjectSyntax.h"
 
-#include <cerrno>
-#include <system_error>
-
 namespace leafwright::mupdf {
 
 namespace {
@@ -95,8 +92,7 @@ std::optional<DictionarySyntax> ObjectSource::inFile(int objectNumber, qint64 of
     for (qsizetype wanted = first; wanted <= longest; wanted *= 4) {
         const qsizetype have = text.size();
         text.resize(wanted);
-        const qint64 count = file.readAt(offset + have, text.data() + have, wanted - have);
-        if (count < 0) throw std::system_error(errno, std::generic_category());
+        const qint64 count = file.readOrThrow(offset + have, text.data() + have, wanted - have);
         text.truncate(have + count);
         if (auto dictionary = dictionaryOf(text, objectNumber)) return dictionary;
         if (count == 0) break;

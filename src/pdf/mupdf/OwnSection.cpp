@@ -6,14 +6,14 @@ namespace leafwright::mupdf {
 
 namespace {
 
-/// The SHA-256 of a piece of the file; empty where that can't be read.
+/// The SHA-256 of a piece of the file; empty where it has ended before.
 QByteArray hashOf(const FileHandle &file, qint64 begin, qint64 end) {
     constexpr qint64 piece = 1 << 16;
     QCryptographicHash hash(QCryptographicHash::Sha256);
     QByteArray buffer(piece, Qt::Uninitialized);
     while (begin < end) {
-        const qint64 count = file.readAt(begin, buffer.data(), std::min(piece, end - begin));
-        if (count <= 0) return {};
+        const qint64 count = file.readOrThrow(begin, buffer.data(), std::min(piece, end - begin));
+        if (count == 0) return {};
         hash.addData(QByteArrayView(buffer).first(count));
         begin += count;
     }
@@ -24,7 +24,8 @@ QByteArray hashOf(const FileHandle &file, qint64 begin, qint64 end) {
 bool endsWithSection(const FileHandle &file, qint64 crossReference) {
     const QByteArray wanted = "\nstartxref\n" + QByteArray::number(crossReference) + "\n%%EOF\n";
     QByteArray end(wanted.size(), Qt::Uninitialized);
-    return file.readAt(file.size() - end.size(), end.data(), end.size()) == end.size() && end == wanted;
+    const qint64 begin = file.size() - end.size();
+    return begin >= 0 && file.readOrThrow(begin, end.data(), end.size()) == end.size() && end == wanted;
 }
 
 }  // namespace

@@ -1,8 +1,7 @@
 #include "pdf/mupdf/StructureReader.h"
 
 #include "pdf/TextString.h"
-
-#include <QSet>
+#include "pdf/mupdf/Walk.h"
 
 namespace leafwright::mupdf {
 
@@ -40,7 +39,7 @@ private:
         const Object &object = next.object;
         if (object.isInt()) {
             addContent(next.heading, next.pageIndex, object.toInt());
-        } else if (!isNew(object)) {
+        } else if (!walk_.enter(object)) {
             return;
         } else if (object.isArray()) {
             addKids(object, next);
@@ -63,11 +62,16 @@ private:
                 within.heading = static_cast<int>(headings_.size());
                 headings_.push_back({*level, {}, {}});
                 if (const Object text = element.get("ActualText"); text.isString())
-                    headings_.back().text = decodeTextString(text.toBytes());
+                    headings_.back().text = kept(text.toBytes());
             }
         }
         if (Object kids = element.get(PDF_NAME(K)))
             pending_.push_back({std::move(kids), within.pageIndex, within.heading});
+    }
+
+    QString kept(const QByteArray &text) {
+        walk_.keep(text.size());
+        return decodeTextString(text);
     }
 
     void addKids(const Object &kids, const Pending &within) {
@@ -80,14 +84,6 @@ private:
         if (heading < 0 || pageIndex < 0) return;
         std::vector<MarkedContent> &content = headings_[static_cast<size_t>(heading)].content;
         if (content.size() < mostPieces) content.push_back({pageIndex, identifier});
-    }
-
-    bool isNew(const Object &object) {
-        const int number = object.objectNumber();
-        if (number == 0) return true;
-        if (visited_.contains(number)) return false;
-        visited_.insert(number);
-        return true;
     }
 
     /// 1 to 6 for H1 to H6, 0 for H, nothing for what is no heading. Types that the file made up are
@@ -107,7 +103,7 @@ private:
     Object root_;
     Object roles_;
     std::vector<Pending> pending_;
-    QSet<int> visited_;
+    Walk walk_;
     std::vector<StructureElement> headings_;
 };
 

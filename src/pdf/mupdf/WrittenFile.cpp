@@ -8,7 +8,6 @@
 #include <QCoreApplication>
 
 #include <cmath>
-#include <system_error>
 
 namespace leafwright::mupdf {
 
@@ -87,12 +86,10 @@ bool arePages(const PageTree &read, const PageTree &wanted) {
 }
 
 /// Throws Error where the file shows anything but what it was to be.
-void compare(const std::shared_ptr<const FileHandle> &file, const PageTree &pages,
-             const PDFOutline &outline) {
-    Reader reader(file);
+void compare(Reader &reader, const PageTree &pages, PageTree::Kids kids, const PDFOutline &outline) {
     if (reader.isLocked()) fail(translated("it is locked"));
     const Object tree = reader.catalog().get(PDF_NAME(Pages));
-    auto read = std::make_shared<const PageTree>(tree, PageTree::Kids::Presumed);
+    auto read = std::make_shared<const PageTree>(tree, kids);
     if (!arePages(*read, pages)) read = std::make_shared<const PageTree>(tree, PageTree::Kids::LookedAt);
     if (!arePages(*read, pages)) fail(translated("its pages are others"));
     reader.setPages(read);
@@ -103,19 +100,15 @@ void compare(const std::shared_ptr<const FileHandle> &file, const PageTree &page
 
 }  // namespace
 
-void expectAsWritten(int descriptor, const PageTree &pages, const PDFOutline &outline) {
-    const auto file = std::make_shared<const FileHandle>(descriptor);
-    const auto expectThatItCouldBeRead = [&file] {
-        if (const int failure = file->readFailure())
-            throw std::system_error(failure, std::generic_category());
-    };
+void expectAsWritten(int descriptor, const PageTree &pages, PageTree::Kids kids, const PDFOutline &outline) {
+    Reader reader(std::make_shared<const FileHandle>(descriptor));
     try {
-        compare(file, pages, outline);
+        compare(reader, pages, kids, outline);
     } catch (const Error &) {
-        expectThatItCouldBeRead();
+        reader.throwProblem();  // MuPDF may have taken it for damage
         throw;
     }
-    expectThatItCouldBeRead();
+    reader.throwProblem();
 }
 
 }  // namespace leafwright::mupdf

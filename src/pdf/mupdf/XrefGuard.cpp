@@ -1,11 +1,8 @@
 #include "pdf/mupdf/XrefGuard.h"
 
-#include "pdf/mupdf/Context.h"
-
 #include <QByteArray>
 #include <QSet>
 
-#include <cerrno>
 #include <charconv>
 
 namespace leafwright::mupdf {
@@ -22,9 +19,7 @@ constexpr qint64 longestField = 8;
 QByteArray readBlock(const FileHandle &file, qint64 offset, qint64 size) {
     if (offset < 0) return {};
     QByteArray block(size, Qt::Uninitialized);
-    const qint64 count = file.readAt(offset, block.data(), size);
-    if (count < 0) throw ReadProblem(readFailureError(errno));
-    block.resize(count);
+    block.resize(file.readOrThrow(offset, block.data(), size));
     return block;
 }
 
