@@ -2,6 +2,7 @@
 
 #include "autotoc/HeadingMapText.h"
 
+#include <cstdio>
 #include <cstdlib>
 
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size) {
@@ -10,6 +11,10 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size) {
     const DocumentFonts fonts{FontCensus()};
     const QString saved = stringToSaveListH1H2H3(loadHeadingMap(text, fonts).map);
     const LoadedMap again = loadHeadingMap(saved, fonts);
-    if (!again.unreadableLines.empty() || stringToSaveListH1H2H3(again.map) != saved) std::abort();
+    const QString savedAgain = stringToSaveListH1H2H3(again.map);
+    if (!again.unreadableLines.empty() || savedAgain != saved) {
+        std::fprintf(stderr, "%s\nis read as\n%s\n", qUtf8Printable(saved), qUtf8Printable(savedAgain));
+        std::abort();
+    }
     return 0;
 }

@@ -59,7 +59,8 @@ std::optional<SavedLine> savedLine(const QString &line) {
     const QStringList pieces = line.split(u'/');
     const qsizetype quote = line.indexOf(u'"');
     const qsizetype endQuote = line.indexOf(u'"', quote + 1);
-    if (pieces.size() < 3 || quote < 0 || endQuote < 0 || pieces[0].size() < 2) return std::nullopt;
+    if (pieces.size() < 3 || endQuote < 0 || quote < pieces[0].size() || pieces[0].size() < 2)
+        return std::nullopt;
 
     const int level = leadingInteger(QStringView(pieces[0]).sliced(1));
     const auto size = static_cast<float>(leadingNumber(pieces[1]));

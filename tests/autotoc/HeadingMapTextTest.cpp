@@ -164,6 +164,13 @@ TEST(LoadHeadingMap, TellsWhichLinesItCouldNotRead) {
     EXPECT_THAT(loaded.unreadableLines, ElementsAre(2, 4));
 }
 
+/// Saved again, it would be another line.
+TEST(LoadHeadingMap, ALineWithAQuoteInItsLevelIsNoRecord) {
+    const LoadedMap loaded = loadHeadingMap("H1\" +B/18.0/\"Times\"\n", {});
+    EXPECT_THAT(loaded.map, IsEmpty());
+    EXPECT_THAT(loaded.unreadableLines, ElementsAre(1));
+}
+
 TEST(LoadHeadingMap, ATextWithoutRecordsGivesAnEmptyMap) {
     EXPECT_THAT(loadHeadingMap("", {}).map, IsEmpty());
     EXPECT_THAT(loadHeadingMap("; nothing\n", {}).map, IsEmpty());

@@ -21,7 +21,7 @@ protected:
         ASSERT_EQ(::rename(bytes("plain.pdf").constData(), bytes("caf\xE9.pdf").constData()), 0);
     }
     /// Qt removes no files whose names it can't spell.
-    void TearDown() override { std::filesystem::remove_all(bytes(".").toStdString()); }
+    void TearDown() override { std::filesystem::remove_all(fileNameBytes(dir.path({})).toStdString()); }
     QByteArray bytes(const QByteArray &name) const { return fileNameBytes(dir.path(".")) + '/' + name; }
     QString path(const QByteArray &name) const { return fileNameText(bytes(name)); }
     bool exists(const QByteArray &name) const { return ::access(bytes(name).constData(), F_OK) == 0; }
