@@ -3,6 +3,8 @@
 #include "contents/ContentsWords.h"
 #include "contents/TextFolding.h"
 
+#include <QSet>
+
 #include <cmath>
 
 namespace leafwright {
@@ -31,6 +33,7 @@ private:
     bool belongsAbove(const ContentsRow &waiting, const ContentsRow &below, const ContentsRow &numbered,
                       const QString &titleBelow, bool isFirst) const;
     bool beginsAgain(int number, const QString &title) const;
+    bool beginsOtherList(int number, const Numbering &numbering) const;
     void keepHeadings(const Rows &rows);
     void makeEntry(const QString &title, const QString &number, const Rows &rows,
                    const std::vector<ContentsLink> &links);
@@ -40,6 +43,7 @@ private:
     std::vector<PrintedEntry> entries_;
     Rows waiting_;  // rows without a number that wait for one
     std::optional<int> lastNumber_;
+    QSet<QStringList> sections_;  // the dotted numbers so far
 };
 
 bool EntryMaker::add(const ContentsRow &row) {
@@ -100,6 +104,12 @@ bool EntryMaker::beginsAgain(int number, const QString &title) const {
            entries_.size() > fewestBefore && foldedTitle(title) == foldedTitle(entries_.front().title);
 }
 
+/// Whether sections and pages are counted anew, as in a list of figures.
+bool EntryMaker::beginsOtherList(int number, const Numbering &numbering) const {
+    return lastNumber_ && number < *lastNumber_ - 2 && numbering.kind == NumberKind::Dotted &&
+           sections_.contains(numbering.components);
+}
+
 bool EntryMaker::addNumbered(const ContentsRow &row) {
     QString title = row.end->title;
     Rows rows{&row};
@@ -116,7 +126,9 @@ bool EntryMaker::addNumbered(const ContentsRow &row) {
     keepHeadings(std::exchange(waiting_, {}));
     if (isDecimalNumber(row.end->number)) {
         const int number = decimalValue(row.end->number);
-        if (beginsAgain(number, title)) return false;
+        const Numbering numbering = numberingOf(title);
+        if (beginsAgain(number, title) || beginsOtherList(number, numbering)) return false;
+        if (numbering.kind == NumberKind::Dotted) sections_.insert(numbering.components);
         lastNumber_ = number;
     }
     const auto linked =

@@ -267,6 +267,9 @@ int LevelFinder::levelOfUnnumbered(double x, const RowLook &look,
                                    const std::map<int, LevelProfile> &profiles) const {
     constexpr double boldDistance = 4;  // what another weight is worth, in points of indent
     constexpr double sizeDistance = 3;  // the same of a point of size
+    const auto &[least, first] = *profiles.begin();
+    if (least > 1 && x <= first.indent + tolerance_)
+        return least - 1;  // chapters whose sections alone are numbered
     int level = 0;
     double nearest = 0;
     for (const auto &[candidate, profile] : profiles) {
@@ -343,6 +346,13 @@ std::map<RowClass, int> LevelFinder::levelsByIndent() const {
 
 }  // namespace
 
+int LevelNesting::nested(int level) {
+    while (!above_.empty() && above_.back() >= level)
+        above_.pop_back();
+    above_.push_back(level);
+    return static_cast<int>(above_.size());
+}
+
 void assignPrintedLevels(std::vector<PrintedEntry> &entries, const BodyStyle &body) {
     if (entries.empty()) return;
     recogniseParts(entries);
@@ -352,7 +362,7 @@ void assignPrintedLevels(std::vector<PrintedEntry> &entries, const BodyStyle &bo
     const bool hasParts = std::count_if(entries.begin(), entries.end(), isPart) >= 2 ||
                           (first != entries.end() && first->number.isEmpty());
     const auto firstPart = static_cast<size_t>(first - entries.begin());
-    int previous = 0;
+    LevelNesting nesting;
     for (size_t i = 0; i < entries.size(); ++i) {
         PrintedEntry &entry = entries[i];
         const bool below = hasParts && i > firstPart;
@@ -363,8 +373,7 @@ void assignPrintedLevels(std::vector<PrintedEntry> &entries, const BodyStyle &bo
             ++entry.level;
             if (entry.level == 2 && isBackMatter(entry.title)) entry.level = 1;
         }
-        entry.level = std::min(entry.level, previous + 1);
-        previous = entry.level;
+        entry.level = nesting.nested(entry.level);
     }
 }
 

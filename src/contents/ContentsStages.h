@@ -52,6 +52,10 @@ struct ProposedEntry {
 /// and of others what that lacks. Levels may still jump.
 std::vector<ProposedEntry> combineStages(const ContentsAnalysis::Stages &stages, ContentsDepth depth);
 
+/// Completes an outline that is there by the styles of its entries. Levels may jump.
+std::vector<ProposedEntry> completeEntries(const ContentsAnalysis::Stages &stages,
+                                           const std::vector<ExistingEntry> &existing);
+
 /// A candidate as an entry.
 ProposedEntry proposedHeading(const ContentsAnalysis::Stages &stages, size_t candidate, int level);
 

@@ -36,7 +36,8 @@ bool isListTitle(const QString &text) {
             "[ií]ndice\\s+de\\s+(?:figuras|tablas|cuadros|tabelas|quadros)|lista\\s+de\\s+\\w+|elenco\\s+"
             "delle\\s+\\w+|"
             "figures|tables|list of examples|spis\\s+(?:rysunków|tabel)|seznam\\s+(?:obrázků|tabulek)|"
-            "список\\s+\\w+|图目录|表目录|插图|图\\s*目\\s*录|図目次|表目次|図一覧|表一覧|表の一覧|図の一覧|"
+            "список\\s+\\w+|图目录|表目录|插图|图\\s*目\\s*录|図\\s*目\\s*次|表\\s*目\\s*次|図一覧|表一覧|"
+            "表の一覧|図の一覧|"
             "例の一覧|表清单|例清单)\\s*$"),
         uncased);
     return text.size() < longest && title.match(text).hasMatch();

@@ -1,5 +1,6 @@
 #include "contents/FindContents.h"
 
+#include "contents/ContentsLevels.h"
 #include "contents/ContentsStages.h"
 #include "contents/RunningHeads.h"
 #include "contents/TextFolding.h"
@@ -103,14 +104,13 @@ std::vector<ContentsEntry> finishedEntries(const Stages &stages, const std::vect
                                            int maxDepth) {
     std::vector<ContentsEntry> entries;
     QSet<std::pair<int, QString>> seen;
-    int previous = 0;
+    LevelNesting nesting;
     for (const ProposedEntry &proposal : proposed) {
         const std::pair key(proposal.page, foldedTitle(proposal.title));
         if (seen.contains(key)) continue;
         seen.insert(key);
         ContentsEntry entry = finished(stages, proposal);
-        entry.level = std::clamp(entry.level, 1, previous + 1);
-        previous = entry.level;
+        entry.level = nesting.nested(entry.level);
         if (maxDepth == 0 || entry.level <= maxDepth) entries.push_back(std::move(entry));
     }
     return entries;
@@ -158,7 +158,7 @@ void analyseLines(Stages &stages, const DocumentEvidence &document, bool textOnl
     dropSpans(stages.pages, 0);
     progress(0.6);
     stages.headings = findHeadingCandidates(makeBlocks(stages.pages, stages.body), stages.pages, stages.body);
-    scoreHeadings(stages.headings);
+    scoreHeadings(stages.headings, stages.body);
     progress(0.9);
     if (textOnly) return;
     stages.named = findNamedHeadings(document.namedPlaces, stages.pages, stages.headings, stages.body);
@@ -178,6 +178,16 @@ FoundContents ContentsAnalysis::choose(const ContentsOptions &options, const Con
     const std::vector<ProposedEntry> proposed =
         withChoices(*stages_, combineStages(*stages_, options.depth), choices);
     found.entries = finishedEntries(*stages_, proposed, options.maxDepth);
+    found.styles = stylesOf(*stages_, found.entries);
+    return found;
+}
+
+FoundContents ContentsAnalysis::complete(const std::vector<ExistingEntry> &existing,
+                                         const ContentsOptions &options) const {
+    FoundContents found;
+    found.hasText = stages_->hasText;
+    if (!found.hasText) return found;
+    found.entries = finishedEntries(*stages_, completeEntries(*stages_, existing), options.maxDepth);
     found.styles = stylesOf(*stages_, found.entries);
     return found;
 }

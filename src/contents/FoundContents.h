@@ -47,6 +47,13 @@ struct ContentsEntry {
     int style = -1;         ///< The id of its heading style; -1 where no line was found.
 };
 
+/// An entry of an outline that is there already.
+struct ExistingEntry {
+    QString title;
+    int pageIndex = 0;  ///< 0-based.
+    int level = 1;      ///< 1 for the top.
+};
+
 /// Headings that look alike.
 struct HeadingStyle {
     int id = 0;

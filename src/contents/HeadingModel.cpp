@@ -125,6 +125,35 @@ void trustNumbered(std::vector<HeadingCandidate> &all, const std::vector<size_t>
         all[member].probability = std::max(all[member].probability, trusted);
 }
 
+/// A font that the running text does not use, and that is used for headings nearly alone, makes headings of
+/// what else is set in it.
+void trustRelatedStyles(HeadingCandidates &headings, const BodyStyle &body) {
+    constexpr double bonus = 1.5;
+    constexpr double leastShare = 0.35;
+    constexpr double fewest = 5;
+    struct FontUse {
+        double lines = 0;
+        double accepted = 0;
+    };
+    QHash<std::pair<QString, bool>, FontUse> uses;
+    const auto fontOf = [&headings](const HeadingCandidate &candidate) {
+        const StyleKey &style = headings.styles[static_cast<size_t>(candidate.style)];
+        return std::pair(style.family, style.bold);
+    };
+    for (const HeadingCandidate &candidate : headings.candidates) {
+        FontUse &use = uses[fontOf(candidate)];
+        const auto lines = static_cast<double>(candidate.block.lines.size());
+        use.lines += lines / std::max(candidate.features[StyleShare], 0.01);
+        if (candidate.probability >= acceptedProbability) use.accepted += lines;
+    }
+    for (HeadingCandidate &candidate : headings.candidates) {
+        const FontUse &use = uses[fontOf(candidate)];
+        const bool isOfBody = fontOf(candidate).first == body.family;
+        if (isOfBody || use.accepted < fewest || use.accepted < leastShare * use.lines) continue;
+        candidate.probability = probabilityOf(logitOf(candidate.probability) + bonus);
+    }
+}
+
 }  // namespace
 
 double headingProbability(const HeadingFeatures &features) {
@@ -135,13 +164,14 @@ double headingProbability(const HeadingFeatures &features) {
     return probabilityOf(std::clamp(sum, -furthest, furthest));
 }
 
-void scoreHeadings(HeadingCandidates &headings) {
+void scoreHeadings(HeadingCandidates &headings, const BodyStyle &body) {
     for (HeadingCandidate &candidate : headings.candidates)
         candidate.probability = headingProbability(candidate.features);
     for (const std::vector<size_t> &members : headings.byStyle()) {
         pullTowardsStyle(headings.candidates, members);
         trustNumbered(headings.candidates, members);
     }
+    trustRelatedStyles(headings, body);
 }
 
 }  // namespace leafwright

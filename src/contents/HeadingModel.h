@@ -7,7 +7,7 @@ namespace leafwright {
 /// Gives each candidate the probability of being a heading: a logistic regression of its features, of which
 /// each candidate is then pulled towards its style. The weights were learned from documents whose authors
 /// made an outline.
-void scoreHeadings(HeadingCandidates &headings);
+void scoreHeadings(HeadingCandidates &headings, const BodyStyle &body);
 
 /// The probability by the features alone.
 double headingProbability(const HeadingFeatures &features);

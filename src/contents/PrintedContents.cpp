@@ -1,6 +1,7 @@
 #include "contents/PrintedContents.h"
 
 #include "contents/ContentsLevels.h"
+#include "contents/ContentsWords.h"
 
 #include <cmath>
 
@@ -22,6 +23,14 @@ void markContents(std::vector<PageLines> &pages, const std::vector<PrintedEntry>
     }
 }
 
+/// The heading of the contents is no heading of the document.
+void markContentsTitles(std::vector<PageLines> &pages, const ContentsRegion &region) {
+    for (int i = region.firstPage; i <= region.lastPage; ++i) {
+        for (TextLine &line : pages[static_cast<size_t>(i)].lines)
+            line.inContents = line.inContents || isContentsTitle(line.text);
+    }
+}
+
 }  // namespace
 
 double PrintedContents::locatedShare() const {
@@ -36,6 +45,7 @@ PrintedContents findPrintedContents(std::vector<PageLines> &pages, const Content
         std::vector<PrintedEntry> entries = entriesOfRegion(findings, region, body);
         if (entries.size() < fewest) continue;
         markContents(pages, entries);
+        markContentsTitles(pages, region);
         const auto count = static_cast<int>(entries.size());
         found.push_back({std::move(entries), region, count});
     }

@@ -2,6 +2,8 @@
 
 #include "contents/TextFolding.h"
 
+#include <QRegularExpression>
+
 #include <cmath>
 
 namespace leafwright {
@@ -21,13 +23,14 @@ bool isPresentationForm(QChar c) {
 
 /// Whether the characters stand from left to right, although their script is read from right to left.
 bool isInVisualOrder(const TextSpan &span) {
-    if (static_cast<qsizetype>(span.starts.size()) != span.text.size() || !isRightToLeft(span.text))
-        return false;
+    if (static_cast<qsizetype>(span.starts.size()) != span.text.size()) return false;
     int rising = 0;
     int falling = 0;
-    for (size_t i = 1; i < span.starts.size(); ++i) {
-        rising += span.starts[i] > span.starts[i - 1] ? 1 : 0;
-        falling += span.starts[i] < span.starts[i - 1] ? 1 : 0;
+    for (qsizetype i = 1; i < span.text.size(); ++i) {
+        if (!isRightToLeftLetter(span.text[i])) continue;
+        const auto k = static_cast<size_t>(i);
+        rising += span.starts[k] > span.starts[k - 1] ? 1 : 0;
+        falling += span.starts[k] < span.starts[k - 1] ? 1 : 0;
     }
     return rising > falling;
 }
@@ -36,12 +39,19 @@ bool isInVisualOrder(const TextSpan &span) {
 QString turnedAround(const QString &text) {
     QString turned;
     turned.reserve(text.size());
-    const auto keepsOrder = [](QChar c) { return c.isDigit() || (c.isLetter() && !isRightToLeftLetter(c)); };
+    const auto isOther = [](QChar c) { return !c.isSpace() && !isRightToLeftLetter(c) && !c.isMark(); };
     for (qsizetype end = text.size(); end > 0;) {
         qsizetype begin = end - 1;
-        while (keepsOrder(text[end - 1]) && begin > 0 && keepsOrder(text[begin - 1]))
+        while (isOther(text[end - 1]) && begin > 0 && isOther(text[begin - 1]))
             --begin;
-        turned += QStringView(text).mid(begin, end - begin);
+        const QStringView piece = QStringView(text).mid(begin, end - begin);
+        const bool keepsOrder =
+            std::any_of(piece.begin(), piece.end(), [](QChar c) { return c.isLetterOrNumber(); });
+        if (keepsOrder) {
+            turned += piece;
+        } else {
+            std::copy(piece.rbegin(), piece.rend(), std::back_inserter(turned));
+        }
         end = begin;
     }
     return turned;
@@ -68,7 +78,32 @@ double turnedBaseline(const TextSpan &span, const ReadingFrame &frame) {
     return frame.toRead(QPointF(span.baseline, 0)).y();
 }
 
+bool hasLetterOf(const LineSpan &piece, bool rightToLeft) {
+    const QString &text = piece.span->text;
+    return std::any_of(text.begin(), text.end(), [rightToLeft](QChar c) {
+        return c.isLetter() && isRightToLeftLetter(c) == rightToLeft;
+    });
+}
+
 }  // namespace
+
+void settleReadingOrder(std::vector<LineSpan> &spans) {
+    const bool mixed =
+        std::any_of(spans.begin(), spans.end(), [](const LineSpan &s) { return hasLetterOf(s, true); });
+    if (!mixed) return;
+    for (auto begin = spans.begin(); begin != spans.end();) {
+        const auto isOther = [](const LineSpan &s) { return hasLetterOf(s, false) && !hasLetterOf(s, true); };
+        begin = std::find_if(begin, spans.end(), isOther);
+        const auto end =
+            std::find_if(begin, spans.end(), [](const LineSpan &s) { return hasLetterOf(s, true); });
+        // What follows the last word of the other script, such as dots and a page number, is not part of it.
+        auto last = end;
+        while (last != begin && !hasLetterOf(*(last - 1), false))
+            --last;
+        std::reverse(begin, last);
+        begin = end;
+    }
+}
 
 bool isRightToLeft(QStringView text) {
     const auto letters = std::count_if(text.begin(), text.end(), [](QChar c) { return c.isLetter(); });
@@ -85,8 +120,13 @@ QString spanText(const TextSpan &span) {
 }
 
 QString logicalText(const QString &text) {
+    static const QRegularExpression gapInNumber(QStringLiteral("(?<=\\d)\\s*-\\s*(?=\\d)"),
+                                                QRegularExpression::UseUnicodePropertiesOption);
     const bool ascii = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
-    return ascii ? text : text.normalized(QString::NormalizationForm_C);
+    if (ascii) return text;
+    const QString composed = text.normalized(QString::NormalizationForm_C);
+    const bool mixed = std::any_of(composed.begin(), composed.end(), isRightToLeftLetter);
+    return mixed ? QString(composed).replace(gapInNumber, QStringLiteral("-")) : composed;
 }
 
 QString withoutLetterSpacing(const QString &text, const std::vector<LineSpan> &spans) {

@@ -9,7 +9,13 @@ namespace leafwright {
 /// tell.
 QString spanText(const TextSpan &span);
 
-/// The text of a line with what is left of presentation forms and loose marks composed (NFC).
+/// Puts the spans of a line in the order in which they are read: words of another script in a line that runs
+/// from right to left run from left to right.
+/// @param spans in the order in which they stand in the reading frame
+void settleReadingOrder(std::vector<LineSpan> &spans);
+
+/// The text of a line with what is left of presentation forms and loose marks composed (NFC); in
+/// text from right to left, the parts of a number such as "1-2" close up.
 QString logicalText(const QString &text);
 
 /// Whether most letters are of a script that is written from right to left.

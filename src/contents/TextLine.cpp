@@ -25,19 +25,24 @@ double roundedToQuarter(double value) {
     return std::nearbyint(value * 4) / 4;
 }
 
+/// The distance between two spans that follow each other, whichever side the second is on.
+double gapBetween(const LineSpan &a, const LineSpan &b) {
+    return b.left() >= a.left() ? b.left() - a.right() : a.left() - b.right();
+}
+
 QString joinedText(const std::vector<LineSpan> &spans) {
     QString text;
-    double end = 0;
+    const LineSpan *before = nullptr;
     for (const LineSpan &piece : spans) {
         const QString own = spanText(*piece.span);
-        const double gap = piece.left() - end;
+        const double gap = before ? gapBetween(*before, piece) : 0;
         const double size = piece.span->size;
         const bool blank = !text.isEmpty() && gap > blankGap * size && !text.back().isSpace() &&
                            !(own.isEmpty() || own.front().isSpace()) &&
                            !(gap < ideographicBlankGap * size && meetWithoutBlank(text, own));
         if (blank) text += u' ';
         text += own;
-        end = piece.right();
+        before = &piece;
     }
     return text;
 }
@@ -102,11 +107,13 @@ double roundedToHalf(double value) {
 TextLine makeLine(std::vector<LineSpan> spans, int page) {
     TextLine line;
     line.page = page;
+    settleReadingOrder(spans);
     line.text = withoutLetterSpacing(withSingleBlanks(logicalText(joinedText(spans))), spans);
     LookTally tally;
     QRectF box = spans.front().span->box;
     for (const LineSpan &piece : spans) {
         tally.add(piece);
+        box.setLeft(std::min(box.left(), piece.left()));
         box.setTop(std::min(box.top(), piece.span->box.top()));
         box.setBottom(std::max(box.bottom(), piece.span->box.bottom()));
         box.setRight(std::max(box.right(), piece.right()));

@@ -57,7 +57,7 @@ struct TextLine {
     double width() const { return right - left; }
 };
 
-/// Makes one line of spans, which must not be empty and stand in reading order.
+/// Makes one line of spans, which must not be empty and stand from left to right in the reading frame.
 TextLine makeLine(std::vector<LineSpan> spans, int page);
 
 /// A value rounded to the next half.

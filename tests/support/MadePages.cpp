@@ -52,7 +52,7 @@ MadePages &MadePages::contentsRow(double x, double y, const QString &title, cons
 
 MadePages &MadePages::paragraph(double y, int lines) {
     static const QString words =
-        QStringLiteral("some words that stand in every line of the text one after another ");
+        QStringLiteral("some words that stand in every row of the text one after another ");
     constexpr qsizetype lineLength = 96;
     for (int i = 0; i < lines; ++i)
         text(60, y + 12 * i, (words + words).mid(i % 20, lineLength));

@@ -1,0 +1,81 @@
+#include "contents/TextFolding.h"
+
+#include <gtest/gtest.h>
+
+namespace leafwright {
+namespace {
+
+TEST(FoldedTitle, CaseAndBlanksDontCount) {
+    EXPECT_EQ(foldedTitle("The  First\tChapter"), "thefirstchapter");
+    EXPECT_EQ(foldedTitle("ÜBER"), foldedTitle("über"));
+}
+
+TEST(FoldedTitle, CompatibilityFormsAreResolved) {
+    EXPECT_EQ(foldedTitle(QString(u"\ufb01nd")), "find");
+    EXPECT_EQ(foldedTitle(QString(u"\uff21")), "a");
+}
+
+TEST(FoldedTitle, AccentsAreLeftOutComposedOrLoose) {
+    EXPECT_EQ(foldedTitle(QString(u"caf\u00e9")), "cafe");
+    EXPECT_EQ(foldedTitle(QString(u"cafe\u00b4")), "cafe");
+    EXPECT_EQ(foldedTitle(QString(u"\u0131\u0301")), "i");
+}
+
+TEST(FoldedTitle, QuotesDashesAndUnderscores) {
+    EXPECT_EQ(foldedTitle(QString(u"\u201cA\u201d \u2013 b--c")), "a-b-c");
+    EXPECT_EQ(foldedTitle("read_file"), "readfile");
+}
+
+TEST(FoldedTitle, StopsAtTheEndsGo) {
+    EXPECT_EQ(foldedTitle("Title:"), "title");
+    EXPECT_EQ(foldedTitle("1.2."), "1.2");
+    EXPECT_EQ(foldedTitle("..."), "");
+}
+
+struct NumberedTitle {
+    const char16_t *title;
+    const char16_t *rest;
+};
+
+class TitleForms : public testing::TestWithParam<NumberedTitle> {};
+
+TEST_P(TitleForms, HaveTheTitleWithoutItsNumber) {
+    EXPECT_TRUE(titleForms(QString(GetParam().title)).contains(QString(GetParam().rest)))
+        << QString(GetParam().title).toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Numbers, TitleForms,
+    testing::Values(NumberedTitle{u"1.2 Words", u"words"}, NumberedTitle{u"1.2Words", u"words"},
+                    NumberedTitle{u"Chapter 3. Words", u"words"},
+                    NumberedTitle{u"Appendix A: Words", u"words"}, NumberedTitle{u"Part One Words", u"words"},
+                    NumberedTitle{u"A. Words", u"words"}, NumberedTitle{u"IV. Words", u"words"},
+                    NumberedTitle{u"b) Words", u"words"}, NumberedTitle{u"§ 3 Words", u"words"},
+                    NumberedTitle{u"第3章 文字", u"文字"}, NumberedTitle{u"1.2文字", u"文字"}));
+
+TEST(TitleForms, WordsAreNoNumbers) {
+    EXPECT_EQ(titleForms("Verses and lines"), QStringList{"versesandlines"});
+    EXPECT_EQ(titleForms(""), QStringList());
+}
+
+TEST(SearchForms, OneCharacterIsTooLittle) {
+    EXPECT_EQ(searchForms("1.2 X"), QStringList{"1.2x"});
+    EXPECT_EQ(searchForms("X"), QStringList{"x"});
+}
+
+TEST(Ideographs, MeetWithoutBlank) {
+    EXPECT_TRUE(meetWithoutBlank(u"文", u"word"));
+    EXPECT_TRUE(meetWithoutBlank(u"word", u"字"));
+    EXPECT_FALSE(meetWithoutBlank(u"word", u"word"));
+    EXPECT_FALSE(meetWithoutBlank(u"", u"字"));
+}
+
+TEST(DecimalValue, DigitsOfAnyScript) {
+    EXPECT_TRUE(isDecimalNumber(QString(u"\u06f4\u06f2")));
+    EXPECT_EQ(decimalValue(QString(u"\u06f4\u06f2")), 42);
+    EXPECT_FALSE(isDecimalNumber(u"4a"));
+    EXPECT_FALSE(isDecimalNumber(u""));
+}
+
+}  // namespace
+}  // namespace leafwright
