@@ -18,7 +18,7 @@ int idOf(Origin origin, size_t index) {
     return static_cast<int>(index) * origins + static_cast<int>(origin);
 }
 
-double levelMapped(const std::map<int, Tally<int>> &levels, int depth) {
+int levelMapped(const std::map<int, Tally<int>> &levels, int depth) {
     const auto found = levels.find(depth);
     if (found != levels.end()) return found->second.heaviest().first;
     const auto &[deepest, tally] = *levels.rbegin();
@@ -180,25 +180,30 @@ std::vector<int> Completion::levelsOf(const std::vector<size_t> &additions) cons
     }
     std::sort(all.begin(), all.end());
     const std::vector<int> byStyle = styleLevels(stages_.headings, all, stages_.body);
-    Tally<int> shifts;
-    for (size_t k = 0; k < all.size(); ++k) {
-        const int entry = printedOf_[all[k]];
-        if (entry >= 0) shifts.add(entries_[static_cast<size_t>(entry)].level - byStyle[k]);
-    }
-    const int shift = shifts.isEmpty() ? 0 : shifts.heaviest().first;
     std::map<int, Tally<int>> levelsOfDepth;
     for (const PrintedEntry &entry : entries_) {
         const NumberKind kind = entry.numbering.kind;
         if (kind == NumberKind::Dotted || kind == NumberKind::Single || kind == NumberKind::Chapter)
             levelsOfDepth[entry.numbering.depth].add(entry.level);
     }
+    Tally<int> shifts;  // from levels by style to those of the contents, and of the numbers below them
+    for (size_t k = 0; k < all.size(); ++k) {
+        const int entry = printedOf_[all[k]];
+        const Numbering &numbering = candidates[all[k]].block.numbering;
+        if (entry >= 0) {
+            shifts.add(entries_[static_cast<size_t>(entry)].level - byStyle[k]);
+        } else if (numbering.kind == NumberKind::Dotted && !levelsOfDepth.empty()) {
+            shifts.add(levelMapped(levelsOfDepth, numbering.depth) - byStyle[k]);
+        }
+    }
+    const int shift = shifts.isEmpty() ? 0 : shifts.heaviest().first;
     std::vector<int> levels;
     for (const size_t i : additions) {
         const auto k = static_cast<size_t>(std::lower_bound(all.begin(), all.end(), i) - all.begin());
         const Numbering &numbering = candidates[i].block.numbering;
         int level = byStyle[k] + shift;
         if (numbering.kind == NumberKind::Dotted && !levelsOfDepth.empty()) {
-            level = static_cast<int>(levelMapped(levelsOfDepth, numbering.depth));
+            level = levelMapped(levelsOfDepth, numbering.depth);
         } else if (uses_[static_cast<size_t>(candidates[i].style)].printed == 0) {
             level = std::max(level, deepest_ + 1);
         } else if (isShallow_ && numbering.kind == NumberKind::None) {
