@@ -24,17 +24,20 @@ class Completer {
 public:
     Completer(const ContentsAnalysis::Stages &stages, const std::vector<ExistingEntry> &existing);
 
-    std::vector<ProposedEntry> outline() const;
+    std::vector<ProposedEntry> outline(const ContentsChoices &choices) const;
 
 private:
+    LineRef headingOf(const ExistingEntry &existing);
     void learn(const ExistingEntry &existing, ProposedEntry &entry);
     bool belongs(const HeadingCandidate &candidate) const;
     int levelOf(const HeadingCandidate &candidate) const;
+    std::vector<ProposedEntry> added(const ContentsChoices &choices) const;
 
     const ContentsAnalysis::Stages &stages_;
     TitleSearch search_;
     QHash<LineRef, int> candidateAt_;
     std::vector<ProposedEntry> entries_;
+    int deepest_ = 0;                          // of the existing levels
     std::map<int, StyleLesson> styles_;        // by the style's index
     std::map<int, Tally<int>> levelsOfDepth_;  // by the depth of dotted numbers
     std::vector<bool> isKnown_;                // the candidates that are entries already
@@ -56,20 +59,32 @@ Completer::Completer(const ContentsAnalysis::Stages &stages, const std::vector<E
         entry.page = existing[i].pageIndex;
         entry.level = existing[i].level;
         entry.confidence = 1;
+        deepest_ = std::max(deepest_, entry.level);
         learn(existing[i], entry);
         entries_.push_back(std::move(entry));
     }
 }
 
-void Completer::learn(const ExistingEntry &existing, ProposedEntry &entry) {
+/// The line that has an entry's title; else, for titles get changed, that of the heading at its spot.
+LineRef Completer::headingOf(const ExistingEntry &existing) {
     constexpr double fairScore = 60;
     const std::optional<TitlePlace> place = search_.locate(searchForms(existing.title), existing.pageIndex);
-    if (!place || place->score < fairScore) return;
-    const TextLine &line = stages_.pages[static_cast<size_t>(place->line.page)].line(place->line.line);
+    if (place && place->score >= fairScore) return place->line;
+    if (isZeroPoint(existing.point)) return {};
+    const PageLines &page = stages_.pages[static_cast<size_t>(existing.pageIndex)];
+    const NamedPlace spot{{}, existing.pageIndex, page.frame.shown.toShown(existing.point)};
+    const LineRef line = headingAt(spot, stages_.pages, stages_.body);
+    return candidateAt_.contains(line) ? line : LineRef();
+}
+
+void Completer::learn(const ExistingEntry &existing, ProposedEntry &entry) {
+    const LineRef heading = headingOf(existing);
+    if (heading.isNull()) return;
+    const TextLine &line = stages_.pages[static_cast<size_t>(heading.page)].line(heading.line);
     entry.y = line.top;
     entry.column = line.column;
-    entry.lines = {place->line.line};
-    entry.candidate = candidateAt_.value(place->line, -1);
+    entry.lines = {heading.line};
+    entry.candidate = candidateAt_.value(heading, -1);
     if (entry.candidate < 0) return;
     isKnown_[static_cast<size_t>(entry.candidate)] = true;
     const HeadingCandidate &candidate = stages_.headings.candidates[static_cast<size_t>(entry.candidate)];
@@ -98,16 +113,26 @@ int Completer::levelOf(const HeadingCandidate &candidate) const {
     const auto byDepth = levelsOfDepth_.find(numbering.depth);
     if (numbering.kind == NumberKind::Dotted && byDepth != levelsOfDepth_.end())
         return byDepth->second.heaviest().first;
-    return styles_.at(candidate.style).levels.heaviest().first;
+    const auto lesson = styles_.find(candidate.style);
+    return lesson == styles_.end() ? deepest_ + 1 : lesson->second.levels.heaviest().first;
 }
 
-std::vector<ProposedEntry> Completer::outline() const {
+/// The candidates that are wanted beside the entries that are there.
+std::vector<ProposedEntry> Completer::added(const ContentsChoices &choices) const {
     std::vector<ProposedEntry> added;
     for (size_t i = 0; i < isKnown_.size(); ++i) {
+        if (isKnown_[i]) continue;
         const HeadingCandidate &candidate = stages_.headings.candidates[i];
-        if (!isKnown_[i] && belongs(candidate))
-            added.push_back(proposedHeading(stages_, i, levelOf(candidate)));
+        const StyleChoice style = choices.styles.value(candidate.style);
+        ProposedEntry entry = proposedHeading(stages_, i, style.level.value_or(levelOf(candidate)));
+        if (choices.entries.value(entry.id, style.accepted.value_or(belongs(candidate))))
+            added.push_back(std::move(entry));
     }
+    return added;
+}
+
+std::vector<ProposedEntry> Completer::outline(const ContentsChoices &choices) const {
+    std::vector<ProposedEntry> added = this->added(choices);
     const auto placeOf = [](const ProposedEntry &entry) {
         return std::make_tuple(entry.page, entry.column, entry.y.value_or(-1));
     };
@@ -125,8 +150,9 @@ std::vector<ProposedEntry> Completer::outline() const {
 }  // namespace
 
 std::vector<ProposedEntry> completeEntries(const ContentsAnalysis::Stages &stages,
-                                           const std::vector<ExistingEntry> &existing) {
-    return Completer(stages, existing).outline();
+                                           const std::vector<ExistingEntry> &existing,
+                                           const ContentsChoices &choices) {
+    return Completer(stages, existing).outline(choices);
 }
 
 }  // namespace leafwright

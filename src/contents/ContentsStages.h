@@ -52,9 +52,11 @@ struct ProposedEntry {
 /// and of others what that lacks. Levels may still jump.
 std::vector<ProposedEntry> combineStages(const ContentsAnalysis::Stages &stages, ContentsDepth depth);
 
-/// Completes an outline that is there by the styles of its entries. Levels may jump.
+/// Completes an outline that is there by the styles of its entries, and by what the user says. Levels may
+/// jump.
 std::vector<ProposedEntry> completeEntries(const ContentsAnalysis::Stages &stages,
-                                           const std::vector<ExistingEntry> &existing);
+                                           const std::vector<ExistingEntry> &existing,
+                                           const ContentsChoices &choices);
 
 /// A candidate as an entry.
 ProposedEntry proposedHeading(const ContentsAnalysis::Stages &stages, size_t candidate, int level);

@@ -183,11 +183,12 @@ FoundContents ContentsAnalysis::choose(const ContentsOptions &options, const Con
 }
 
 FoundContents ContentsAnalysis::complete(const std::vector<ExistingEntry> &existing,
-                                         const ContentsOptions &options) const {
+                                         const ContentsOptions &options,
+                                         const ContentsChoices &choices) const {
     FoundContents found;
     found.hasText = stages_->hasText;
     if (!found.hasText) return found;
-    found.entries = finishedEntries(*stages_, completeEntries(*stages_, existing), options.maxDepth);
+    found.entries = finishedEntries(*stages_, completeEntries(*stages_, existing, choices), options.maxDepth);
     found.styles = stylesOf(*stages_, found.entries);
     return found;
 }

@@ -20,9 +20,10 @@ public:
     /// The outline, with what the user says to it.
     FoundContents choose(const ContentsOptions &options, const ContentsChoices &choices = {}) const;
     /// An outline that is there, completed: the styles of its entries' headings tell what else belongs to it,
-    /// and at which level. The existing entries stay as they are, in their order; their ids are negative.
-    FoundContents complete(const std::vector<ExistingEntry> &existing,
-                           const ContentsOptions &options = {}) const;
+    /// and at which level. The existing entries stay as they are, in their order; the first has the id -1,
+    /// the next -2, and so on. What the user says is of those that are added.
+    FoundContents complete(const std::vector<ExistingEntry> &existing, const ContentsOptions &options = {},
+                           const ContentsChoices &choices = {}) const;
     /// Each stage's result in words, for people who want to know why; in English.
     QString explanation() const;
 

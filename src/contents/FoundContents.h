@@ -50,8 +50,9 @@ struct ContentsEntry {
 /// An entry of an outline that is there already.
 struct ExistingEntry {
     QString title;
-    int pageIndex = 0;  ///< 0-based.
-    int level = 1;      ///< 1 for the top.
+    int pageIndex = 0;   ///< 0-based.
+    int level = 1;       ///< 1 for the top.
+    QPointF point = {};  ///< In page space; (0, 0) is no particular spot.
 };
 
 /// Headings that look alike.

@@ -72,16 +72,6 @@ LineRef lineAt(const PageLines &page, double y, double mostSizes, const BodyStyl
     return best;
 }
 
-LineRef headingAt(const NamedPlace &place, const std::vector<PageLines> &pages, const BodyStyle &body) {
-    constexpr double mostSizes = 2.6;
-    constexpr double mostSizesOnNextPage = 12;
-    const auto index = static_cast<size_t>(place.pageIndex);
-    if (place.pageIndex < 0 || index >= pages.size()) return {};
-    const LineRef here = lineAt(pages[index], pages[index].frame.toRead(*place.point).y(), mostSizes, body);
-    if (!here.isNull() || index + 1 >= pages.size()) return here;
-    return lineAt(pages[index + 1], 0, mostSizesOnNextPage, body);
-}
-
 /// Whether a candidate is a heading, by its probability, name and number, and whether its style has names.
 bool isAccepted(const HeadingCandidate &candidate, const NamedHeading *name, bool isNamedStyle) {
     constexpr double named = 0.05;
@@ -96,6 +86,16 @@ bool isAccepted(const HeadingCandidate &candidate, const NamedHeading *name, boo
 }
 
 }  // namespace
+
+LineRef headingAt(const NamedPlace &place, const std::vector<PageLines> &pages, const BodyStyle &body) {
+    constexpr double mostSizes = 2.6;
+    constexpr double mostSizesOnNextPage = 12;
+    const auto index = static_cast<size_t>(place.pageIndex);
+    if (place.pageIndex < 0 || index >= pages.size()) return {};
+    const LineRef here = lineAt(pages[index], pages[index].frame.toRead(*place.point).y(), mostSizes, body);
+    if (!here.isNull() || index + 1 >= pages.size()) return here;
+    return lineAt(pages[index + 1], 0, mostSizesOnNextPage, body);
+}
 
 QHash<int, NamedHeading> findNamedHeadings(const std::vector<NamedPlace> &places,
                                            const std::vector<PageLines> &pages,

@@ -10,6 +10,11 @@ struct NamedHeading {
     bool isStarred = false;  ///< Of a heading without number, which may be missing from the author's outline.
 };
 
+/// The line of the heading that a place lies at, or above, which may be the first of the next page. Null
+/// where there is none.
+/// @param place has a point
+LineRef headingAt(const NamedPlace &place, const std::vector<PageLines> &pages, const BodyStyle &body);
+
 /// The candidates that destinations such as "section.2.1" lead to, by their index. Empty where there are not
 /// enough.
 QHash<int, NamedHeading> findNamedHeadings(const std::vector<NamedPlace> &places,
