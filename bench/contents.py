@@ -13,8 +13,6 @@ Nothing is fetched: the documents lie below FOLDER, as listed in a file. Exit st
 import argparse
 import json
 import re
-import shutil
-import subprocess
 import sys
 import tempfile
 import time
@@ -23,6 +21,8 @@ from collections import defaultdict
 from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 from typing import Iterable, Iterator, NamedTuple
+
+from runner import CannotRun, Cli, replace_table
 
 MARKERS = ("<!-- table of contents.py -->\n", "<!-- end of the table of contents.py -->\n")
 
@@ -65,10 +65,6 @@ class Score(NamedTuple):
     recall: float
     f1: float
     f1_with_level: float
-
-
-class CannotRun(Exception):
-    """Why there is nothing to measure, in words for people."""
 
 
 def folded(title: str) -> str:
@@ -141,34 +137,6 @@ def score(wanted: list[Entry], found: list[Entry]) -> Score:
         in_place += expected == given
     precision, recall, f1 = measures(len(pairs), len(wanted), len(found))
     return Score(precision, recall, f1, measures(in_place, len(wanted), len(found))[2])
-
-
-class Cli:
-    def __init__(self, program: str) -> None:
-        self.program = program
-
-    def run(self, *arguments: str) -> bytes:
-        done = subprocess.run([self.program, *arguments], capture_output=True)
-        if done.returncode != 0:
-            raise CannotRun(done.stderr.decode(errors="replace").strip())
-        return done.stdout
-
-    def outline(self, pdf: Path) -> list[dict]:
-        return json.loads(self.run("outline", str(pdf)))
-
-    def without_outline(self, pdf: Path, out: Path) -> None:
-        empty = out.with_suffix(".json")
-        empty.write_text("[]", encoding="utf-8")
-        self.run("apply", str(pdf), str(empty), "-o", str(out))
-
-    def autotoc(self, pdf: Path, out: Path, *options: str) -> list[dict]:
-        self.run("autotoc", str(pdf), "-o", str(out), *options)
-        return self.outline(out)
-
-    def contents(self, pdf: Path, out: Path, *options: str) -> list[dict]:
-        report = out.with_suffix(".json")
-        self.run("contents", str(pdf), "-o", str(out), "--report", str(report), *options)
-        return json.loads(report.read_text(encoding="utf-8"))
 
 
 class Generator(NamedTuple):
@@ -266,15 +234,6 @@ def listed_documents(file: Path) -> list[str]:
     return [line for line in lines if line and not line.startswith("#")]
 
 
-def replace_table(file: Path, text: str) -> None:
-    begin, end = MARKERS
-    whole = file.read_text(encoding="utf-8")
-    if begin not in whole or end not in whole:
-        raise CannotRun(f"{file} has no place for the table, from {begin.strip()} to {end.strip()}")
-    before, rest = whole.split(begin, 1)
-    file.write_text(before + begin + text + end + rest.split(end, 1)[1], encoding="utf-8")
-
-
 def parsed_arguments() -> argparse.Namespace:
     parser = argparse.ArgumentParser(
         description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter
@@ -298,10 +257,7 @@ def parsed_arguments() -> argparse.Namespace:
 
 
 def run(options: argparse.Namespace) -> None:
-    program = shutil.which(options.cli)
-    if not program:
-        raise CannotRun(f"{options.cli} is no program; build leafwright-cli and name it with --cli")
-    cli = Cli(program)
+    cli = Cli(options.cli)
     documents = [path for path in listed_documents(options.list) if not options.only or options.only in path]
     if not documents:
         raise CannotRun("no document is listed")
@@ -315,7 +271,7 @@ def run(options: argparse.Namespace) -> None:
         names.insert(-1, name)
     text = tables(measured, names)
     if options.into:
-        replace_table(options.into, text)
+        replace_table(options.into, MARKERS, text)
     else:
         print(text, end="")
     if options.json:

@@ -11,15 +11,14 @@ were found. With --into, the table takes the place of the one in that file. Exit
 """
 
 import argparse
-import json
 import re
-import shutil
-import subprocess
 import sys
 import tempfile
 from collections import Counter
 from pathlib import Path
 from typing import Iterator, NamedTuple
+
+from runner import CannotRun, Cli, replace_table
 
 MARKERS = ("<!-- table of headings.py -->\n", "<!-- end of the table -->\n")
 QUOTES = str.maketrans({"‘": "'", "’": "'", "`": "'", "“": '"', "”": '"'})
@@ -43,28 +42,6 @@ MANUALS = [
 ]
 
 Entry = tuple[str, int]  # title, page index
-
-
-class CannotRun(Exception):
-    """Why there is nothing to measure, in words for people."""
-
-
-class Cli:
-    def __init__(self, program: str) -> None:
-        self.program = program
-
-    def run(self, *arguments: str) -> bytes:
-        done = subprocess.run([self.program, *arguments], capture_output=True)
-        if done.returncode != 0:
-            raise CannotRun(done.stderr.decode(errors="replace").strip())
-        return done.stdout
-
-    def outline(self, pdf: Path) -> list[dict]:
-        return json.loads(self.run("outline", str(pdf)))
-
-    def text(self, pdf: Path, page: int) -> str:
-        lines = self.run("text", "--page", str(page), str(pdf)).splitlines()
-        return "".join(json.loads(line)["text"] for line in lines)
 
 
 def entries(nodes: list[dict]) -> Iterator[Entry]:
@@ -96,8 +73,7 @@ def generated(cli: Cli, pdf: Path, manual: Manual, out: Path) -> Iterator[tuple[
         ("AutoTOC, depth 6", ["--max-depth", "6"]),
         ("self-calibrating", ["--calibrate"]),
     ):
-        cli.run("autotoc", str(pdf), "-o", str(out), *options)
-        yield name, list(entries(cli.outline(out)))
+        yield name, list(entries(cli.autotoc(pdf, out, *options)))
     found: list[Entry] = []
     for page, text in manual.samples:
         cli.run("minitoc", str(pdf), "--page", str(page), "--text", text, "-o", str(out))
@@ -133,15 +109,6 @@ def table(cli: Cli, folder: Path) -> str:
     return text
 
 
-def replace_table(file: Path, text: str) -> None:
-    begin, end = MARKERS
-    whole = file.read_text(encoding="utf-8")
-    if begin not in whole or end not in whole:
-        raise CannotRun(f"{file} has no place for the table, from {begin.strip()} to {end.strip()}")
-    before, rest = whole.split(begin, 1)
-    file.write_text(before + begin + text + end + rest.split(end, 1)[1], encoding="utf-8")
-
-
 def main() -> int:
     parser = argparse.ArgumentParser(
         description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter
@@ -152,12 +119,9 @@ def main() -> int:
     parser.add_argument("--into", type=Path, metavar="FILE", help="a Markdown file that has the table")
     options = parser.parse_args()
     try:
-        program = shutil.which(options.cli)
-        if not program:
-            raise CannotRun(f"{options.cli} is no program; build leafwright-cli and name it with --cli")
-        text = table(Cli(program), options.folder)
+        text = table(Cli(options.cli), options.folder)
         if options.into:
-            replace_table(options.into, text)
+            replace_table(options.into, MARKERS, text)
         else:
             print(text, end="")
     except (CannotRun, OSError) as reason:
