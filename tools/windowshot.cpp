@@ -1,6 +1,8 @@
 // Makes pictures of the real window for the documentation:
 //
-//     windowshot FILE.pdf OUT.png [--dark] [--size WIDTHxHEIGHT] [--autotoc]
+//     windowshot FILE.pdf OUT.png [--dark] [--size WIDTHxHEIGHT] [--autotoc | --contents ENTRY]
+//
+// With --contents it runs Find Contents and looks at an entry of the proposal, counted from 1; 0 for none.
 //
 // With --autotoc it runs AutoTOC and takes a picture of the screen at each step, OUT-1.png and so on. While
 // the first step runs, something else covers half of the window for a moment: what was under it must be there
@@ -13,6 +15,8 @@
 #include "app/QtPlatform.h"
 #include "document/MyDocument.h"
 #include "document/commands/AutoTOCCommands.h"
+#include "document/commands/ContentsCommands.h"
+#include "document/window/ContentsProposal.h"
 #include "document/window/DocumentWindow.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "tree/TreeController.h"
@@ -26,6 +30,7 @@
 #include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QTreeWidget>
 
 #include <cstdio>
 
@@ -96,6 +101,18 @@ private:
     QElapsedTimer sinceCovered_;
 };
 
+/// Proposes what is found. @param wanted the entry to be looked at, from 1; 0 for none
+void showProposal(leafwright::MyDocument &document, int wanted) {
+    document.contentsCommands().findContents();
+    const leafwright::ContentsProposal *proposal = document.contentsCommands().proposal();
+    if (!proposal || wanted == 0) return;
+    auto *tree = proposal->findChild<QTreeWidget *>(QStringLiteral("contentsEntries"));
+    QTreeWidgetItemIterator item(tree);
+    for (int i = 1; i < wanted && *item; ++i)
+        ++item;
+    tree->setCurrentItem(*item);
+}
+
 }  // namespace
 
 int main(int argc, char **argv) {
@@ -105,10 +122,15 @@ int main(int argc, char **argv) {
     parser.addOption({QStringLiteral("size"), QStringLiteral("of the window"), QStringLiteral("WxH"),
                       QStringLiteral("1200x800")});
     parser.addOption({QStringLiteral("autotoc"), QStringLiteral("of the steps of AutoTOC")});
+    parser.addOption({QStringLiteral("contents"), QStringLiteral("with what Find Contents proposes"),
+                      QStringLiteral("ENTRY")});
     parser.process(application);
     const QStringList files = parser.positionalArguments();
     if (files.size() != 2) {
-        std::fputs("usage: windowshot FILE.pdf OUT.png [--dark] [--size WIDTHxHEIGHT] [--autotoc]\n", stderr);
+        std::fputs(
+            "usage: windowshot FILE.pdf OUT.png [--dark] [--size WIDTHxHEIGHT] [--autotoc | --contents "
+            "ENTRY]\n",
+            stderr);
         return 2;
     }
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
@@ -133,6 +155,8 @@ int main(int argc, char **argv) {
     document.finishLoading();
     for (const leafwright::TreeNode *node : document.treecontroller().arrangedObjects().childNodes())
         document.outlineview()->expandItem(*node, true);
+    if (parser.isSet(QStringLiteral("contents")))
+        showProposal(document, parser.value(QStringLiteral("contents")).toInt());
     constexpr int longEnoughToDraw = 2000;
     handleEventsFor(longEnoughToDraw);
     return document.window()->grab().save(files[1]) ? 0 : 1;

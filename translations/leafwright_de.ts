@@ -319,6 +319,14 @@
         <source>Forward</source>
         <translation>Vor</translation>
     </message>
+    <message>
+        <source>Find Contents…</source>
+        <translation>Inhalt finden …</translation>
+    </message>
+    <message>
+        <source>Complete from Existing Entries</source>
+        <translation>Nach vorhandenen Einträgen vervollständigen</translation>
+    </message>
 </context>
 <context>
     <name>Application</name>
@@ -763,6 +771,77 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>ContentsCommands</name>
+    <message>
+        <source>The copy with the recognised text has other pages.</source>
+        <translation>Die Kopie mit dem erkannten Text hat andere Seiten.</translation>
+    </message>
+    <message>
+        <source>Find Contents</source>
+        <translation>Inhalt finden</translation>
+    </message>
+    <message>
+        <source>Reading the pages:</source>
+        <translation>Seiten lesen:</translation>
+    </message>
+    <message>
+        <source>The pages are images without text.</source>
+        <translation>Die Seiten sind Bilder ohne Text.</translation>
+    </message>
+    <message>
+        <source>The program ocrmypdf can recognise their text; install the package of that name.</source>
+        <translation>Das Programm ocrmypdf kann ihren Text erkennen; installieren Sie das Paket dieses Namens.</translation>
+    </message>
+    <message>
+        <source>The pages are images without text. Recognise their text with the program ocrmypdf?
+
+That takes some seconds a page. It is done in a copy; the file stays as it is.</source>
+        <translation>Die Seiten sind Bilder ohne Text. Den Text mit dem Programm ocrmypdf erkennen?
+
+Das dauert einige Sekunden je Seite. Es geschieht in einer Kopie; die Datei bleibt, wie sie ist.</translation>
+    </message>
+    <message>
+        <source>Languages, such as deu+eng:</source>
+        <translation>Sprachen, etwa deu+eng:</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Recognise Text</source>
+        <translation>Text erkennen</translation>
+    </message>
+    <message>
+        <source>Recognising the text:</source>
+        <translation>Text erkennen:</translation>
+    </message>
+    <message>
+        <source>The text could not be recognised.</source>
+        <translation>Der Text konnte nicht erkannt werden.</translation>
+    </message>
+    <message>
+        <source>No headings were found.</source>
+        <translation>Es wurden keine Überschriften gefunden.</translation>
+    </message>
+    <message>
+        <source>The outline stays as it was.</source>
+        <translation>Die Gliederung bleibt, wie sie war.</translation>
+    </message>
+    <message>
+        <source>Nothing is missing.</source>
+        <translation>Es fehlt nichts.</translation>
+    </message>
+    <message>
+        <source>No other heading looks like those of the entries that are there.</source>
+        <translation>Keine andere Überschrift sieht aus wie die der vorhandenen Einträge.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
     <name>EntriesElsewhere</name>
     <message>
         <source>“%1” (page %2, now %3)</source>
@@ -1200,6 +1279,13 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>Both the page label and printed page number must be integers.</source>
         <translation>Die Seitenbezeichnung und die gedruckte Seitenzahl müssen ganze Zahlen sein.</translation>
+    </message>
+</context>
+<context>
+    <name>ProgressSheet</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
     </message>
 </context>
 <context>
@@ -1677,6 +1763,133 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>leafwright::ContentsProposal</name>
+    <message>
+        <source>printed contents</source>
+        <translation>gedrucktes Inhaltsverzeichnis</translation>
+    </message>
+    <message>
+        <source>style of the heading</source>
+        <translation>Aussehen der Überschrift</translation>
+    </message>
+    <message>
+        <source>link</source>
+        <translation>Verweis</translation>
+    </message>
+    <message>
+        <source>named destination</source>
+        <translation>benanntes Ziel</translation>
+    </message>
+    <message>
+        <source>structure of the PDF</source>
+        <translation>Struktur der PDF</translation>
+    </message>
+    <message>
+        <source>%1 % sure; found by: %2</source>
+        <translation>Zu %1 % sicher; gefunden durch: %2</translation>
+    </message>
+    <message>
+        <source>Find Contents</source>
+        <translation>Inhalt finden</translation>
+    </message>
+    <message>
+        <source>Proposed outline</source>
+        <translation>Vorgeschlagene Gliederung</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Complete Outline</source>
+        <translation>Gliederung vervollständigen</translation>
+    </message>
+    <message>
+        <source>Use as Outline</source>
+        <translation>Als Gliederung verwenden</translation>
+    </message>
+    <message>
+        <source>Next &amp;Doubtful</source>
+        <translation>Nächster &amp;Zweifelhafter</translation>
+    </message>
+    <message>
+        <source>Shows the next entry that is marked as doubtful</source>
+        <translation>Zeigt den nächsten Eintrag, der als zweifelhaft gekennzeichnet ist</translation>
+    </message>
+    <message>
+        <source>Proposed entries</source>
+        <translation>Vorgeschlagene Einträge</translation>
+    </message>
+    <message>
+        <source>Title</source>
+        <translation>Titel</translation>
+    </message>
+    <message>
+        <source>Page</source>
+        <translation>Seite</translation>
+    </message>
+    <message>
+        <source>Whether the entry is doubtful</source>
+        <translation>Ob der Eintrag zweifelhaft ist</translation>
+    </message>
+    <message>
+        <source>&amp;Accept All Like This</source>
+        <translation>Alle wie diesen a&amp;nnehmen</translation>
+    </message>
+    <message>
+        <source>Takes every heading of the same style</source>
+        <translation>Nimmt jede Überschrift, die ebenso aussieht</translation>
+    </message>
+    <message>
+        <source>&amp;Reject All Like This</source>
+        <translation>Alle wie diesen ab&amp;lehnen</translation>
+    </message>
+    <message>
+        <source>Leaves out every heading of the same style</source>
+        <translation>Lässt jede Überschrift weg, die ebenso aussieht</translation>
+    </message>
+    <message>
+        <source>Styles of headings</source>
+        <translation>Arten von Überschriften</translation>
+    </message>
+    <message>
+        <source>Style of headings</source>
+        <translation>Art von Überschriften</translation>
+    </message>
+    <message>
+        <source>Found</source>
+        <translation>Gefunden</translation>
+    </message>
+    <message>
+        <source>Level</source>
+        <translation>Ebene</translation>
+    </message>
+    <message>
+        <source>All</source>
+        <translation>Alle</translation>
+    </message>
+    <message>
+        <source>&amp;Levels:</source>
+        <translation>&amp;Ebenen:</translation>
+    </message>
+    <message>
+        <source>Dee&amp;per than the printed contents</source>
+        <translation>Tiefer als das gedr&amp;uckte Inhaltsverzeichnis</translation>
+    </message>
+    <message>
+        <source>%1, %2 points</source>
+        <translation>%1, %2 Punkt</translation>
+    </message>
+    <message>
+        <source>Entries: %1, of which doubtful: %2</source>
+        <translation>Einträge: %1, davon zweifelhaft: %2</translation>
+    </message>
+    <message>
+        <source>Replace the outline that &amp;is there</source>
+        <translation>Die vorhandene Gliederung e&amp;rsetzen</translation>
+    </message>
+</context>
+<context>
     <name>leafwright::Document</name>
     <message>
         <source>Do you want to save the changes to “%1”?</source>
@@ -1709,14 +1922,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
 <context>
     <name>leafwright::DocumentWindow</name>
     <message>
-        <source>No entries yet.
-
-Contents &gt; AutoTOC… makes an outline from the headings. Or select a heading on the page and drag it here.</source>
-        <translation>Noch keine Einträge.
-
-Inhalt &gt; AutoTOC … macht aus den Überschriften eine Gliederung. Oder wählen Sie eine Überschrift auf der Seite aus und ziehen Sie sie hierher.</translation>
-    </message>
-    <message>
         <source>Heading map</source>
         <translation>Überschriftentabelle</translation>
     </message>
@@ -1743,6 +1948,14 @@ Inhalt &gt; AutoTOC … macht aus den Überschriften eine Gliederung. Oder wähl
     <message>
         <source>%1 %</source>
         <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>No entries yet.
+
+Contents &gt; Find Contents… reads the pages and proposes an outline. Or select a heading on the page and drag it here.</source>
+        <translation>Noch keine Einträge.
+
+Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor. Oder markieren Sie auf der Seite eine Überschrift, und ziehen Sie sie hierher.</translation>
     </message>
 </context>
 <context>

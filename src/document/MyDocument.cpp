@@ -4,6 +4,7 @@
 #include "document/HeadingMapGuess.h"
 #include "document/commands/AutoTOCCommands.h"
 #include "document/commands/BatchRenaming.h"
+#include "document/commands/ContentsCommands.h"
 #include "document/commands/EditMenuCommands.h"
 #include "document/commands/HeadingMapCommands.h"
 #include "document/commands/NavigationCommands.h"
@@ -45,6 +46,7 @@ MyDocument::MyDocument(Platform &platform)
       printedPageCommands_(std::make_unique<PrintedPageCommands>(*this)),
       headingMapCommands_(std::make_unique<HeadingMapCommands>(*this)),
       autoTOCCommands_(std::make_unique<AutoTOCCommands>(*this)),
+      contentsCommands_(std::make_unique<ContentsCommands>(*this)),
       editMenuCommands_(std::make_unique<EditMenuCommands>(*this)) {
     actions_.setGate([this] { return !isBusy(); });
     connect(treecontroller_.get(), &TreeController::itemEdited, this,
@@ -112,6 +114,15 @@ void MyDocument::beginSheet(Sheet *sheet, std::function<void(int returnCode)> di
     openSheet_ = sheet;
     sheet->begin(window(), [sheet, didEnd = std::move(didEnd)](int returnCode) {
         sheet->deleteLater();
+        didEnd(returnCode);
+    });
+}
+
+void MyDocument::beginPanel(Sheet *panel, std::function<void(int returnCode)> didEnd) {
+    openPanel_ = panel;
+    window_->showPanel(*panel);
+    panel->beginInPlace([panel, didEnd = std::move(didEnd)](int returnCode) {
+        panel->deleteLater();
         didEnd(returnCode);
     });
 }

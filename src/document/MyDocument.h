@@ -21,6 +21,7 @@ namespace leafwright {
 
 class AutoTOCCommands;
 class BatchRenaming;
+class ContentsCommands;
 class DocumentWindow;
 class EditMenuCommands;
 class HeadingMapCommands;
@@ -175,6 +176,7 @@ public:
     SelectionCommands &selectionCommands() { return *selectionCommands_; }
     HeadingMapCommands &headingMapCommands() { return *headingMapCommands_; }
     AutoTOCCommands &autoTOCCommands() { return *autoTOCCommands_; }
+    ContentsCommands &contentsCommands() { return *contentsCommands_; }
     PrintedPageCommands &printedPageCommands() { return *printedPageCommands_; }
     StructuralEdits &structuralEdits() { return *structuralEdits_; }
     NavigationCommands &navigation() { return *navigation_; }
@@ -191,6 +193,11 @@ public:
     void beginSheet(Sheet *sheet, std::function<void(int returnCode)> didEnd);
     /// The sheet that is open; null if there is none.
     Sheet *openSheet() const { return openSheet_; }
+    /// Opens a sheet below the outline, in the window, which can be used meanwhile, and deletes it when it has
+    /// ended.
+    void beginPanel(Sheet *panel, std::function<void(int returnCode)> didEnd);
+    /// The one that is open there; null if there is none.
+    Sheet *openPanel() const { return openPanel_; }
     /// What the outline view asks.
     OutlineDelegate &outlineDelegate() { return *outlineDelegate_; }
 
@@ -265,10 +272,12 @@ private:
     std::unique_ptr<PrintedPageCommands> printedPageCommands_;
     std::unique_ptr<HeadingMapCommands> headingMapCommands_;
     std::unique_ptr<AutoTOCCommands> autoTOCCommands_;
+    std::unique_ptr<ContentsCommands> contentsCommands_;
     std::unique_ptr<EditMenuCommands> editMenuCommands_;
     std::unique_ptr<PrioritySplitViewDelegate> splitViewDelegate_;
     bool thumbnailsBound_ = false;
     QPointer<Sheet> openSheet_;
+    QPointer<Sheet> openPanel_;
 
     // These read the PDF and go before it does: the window first, then the threads.
     std::unique_ptr<PageWarmer> warmer_;

@@ -65,6 +65,7 @@ void PDFView::resetPages() {
     images_.clear();
     currentSelection_.reset();
     highlightedSelections_.clear();
+    highlightedArea_.reset();
     selectionRects_.clear();
     highlightRects_.clear();
     contents_.clear();

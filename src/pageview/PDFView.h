@@ -93,6 +93,16 @@ public:
     /// Text to be marked beside the selection.
     const std::vector<PDFSelection> &highlightedSelections() const { return highlightedSelections_; }
     void setHighlightedSelections(const std::vector<PDFSelection> &selections);
+    /// A part of a page, in page space.
+    struct PageArea {
+        int pageIndex = 0;
+        Rect rect;
+
+        friend bool operator==(const PageArea &, const PageArea &) = default;
+    };
+    /// A place to be marked like such text, whether there is text or not.
+    const std::optional<PageArea> &highlightedArea() const { return highlightedArea_; }
+    void setHighlightedArea(const std::optional<PageArea> &area);
     /// Asks for the selected text to be copied, with copyRequested(); without any, nothing happens.
     void copy();
 
@@ -232,6 +242,7 @@ private:
 
     std::optional<PDFSelection> currentSelection_;
     std::vector<PDFSelection> highlightedSelections_;
+    std::optional<PageArea> highlightedArea_;
     std::map<int, std::vector<Rect>> selectionRects_;  ///< By page, of those seen.
     std::map<int, std::vector<Rect>> highlightRects_;
 

@@ -123,6 +123,11 @@ void PDFView::select(const std::optional<PDFSelection> &selection) {
     Q_EMIT selectionChanged();
 }
 
+void PDFView::setHighlightedArea(const std::optional<PageArea> &area) {
+    highlightedArea_ = area;
+    viewport()->update();
+}
+
 void PDFView::setHighlightedSelections(const std::vector<PDFSelection> &selections) {
     highlightedSelections_ = selections;
     highlightRects_.clear();

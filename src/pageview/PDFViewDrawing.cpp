@@ -107,6 +107,8 @@ void PDFView::drawMarks(QPainter &painter, const PDFPage &page) {
     if (!highlightedSelections_.empty()) {
         fill(rectsOf(highlightedSelections_, page, highlightRects_), markColour(Qt::yellow));
     }
+    if (highlightedArea_ && highlightedArea_->pageIndex == page.index())
+        fill({highlightedArea_->rect}, markColour(Qt::yellow));
     if (currentSelection_) {
         fill(rectsOf({*currentSelection_}, page, selectionRects_),
              markColour(palette().color(QPalette::Highlight)));

@@ -22,6 +22,7 @@ QString translated(const char *text) {
 /// given for the sake of it; a sheet that comes up in passing is cancelled.
 int usualTag(const Step &step) {
     static const QStringList withSheets{
+        QStringLiteral("findContents:"),        QStringLiteral("completeContents:"),
         QStringLiteral("runGuessPDF:"),         QStringLiteral("runSearchSelectSheet:"),
         QStringLiteral("runPrintedPageSheet:"), QStringLiteral("renameSequentialNumbering:"),
         QStringLiteral("renameFindReplace:"),   QStringLiteral("renameAddPrefix:")};
@@ -111,6 +112,7 @@ bool ScriptPlayer::perform(const Step &step, std::vector<ShownSheet> &sheets) {
 // NOLINTNEXTLINE(readability-make-member-function-const)
 void ScriptPlayer::answerOpenSheet(const Step &step, std::vector<ShownSheet> &sheets) {
     Sheet *sheet = document() ? document()->openSheet() : nullptr;
+    if (document() && (!sheet || !sheet->isVisible())) sheet = document()->openPanel();
     if (!sheet || !sheet->isVisible()) return;
     // The step's own words are for the first of its sheets.
     const bool isFirst = sheets.empty();

@@ -34,6 +34,9 @@ const QHash<QString, QLatin1String> &drawings() {
         {QStringLiteral("moveRight:"), QLatin1String("M4 12 L20 12 M14 6 L20 12 L14 18")},
         {QStringLiteral("moveUp:"), QLatin1String("M12 20 L12 4 M6 10 L12 4 L18 10")},
         {QStringLiteral("moveDown:"), QLatin1String("M12 4 L12 20 M6 14 L12 20 L18 14")},
+        // A contents: titles, and the numbers of their pages.
+        {QStringLiteral("findContents:"),
+         QLatin1String("M4 6 L13 6 M18 6 L20 6 M7 12 L13 12 M18 12 L20 12 M4 18 L13 18 M18 18 L20 18")},
         // A page with headings at two levels.
         {QStringLiteral("runGuessPDF:"),
          QLatin1String("M5 3 L19 3 L19 21 L5 21 Z M8 7 L14 7 M10 11 L16 11 M10 14 L16 14 M8 18 L14 18")},

@@ -81,6 +81,13 @@ void Sheet::begin(QWidget *window, DidEnd didEnd) {
     open();
 }
 
+void Sheet::beginInPlace(DidEnd didEnd) {
+    didEnd_ = std::move(didEnd);
+    setWindowModality(Qt::NonModal);
+    setAttribute(Qt::WA_Moved);  // a dialog that nobody moved would go to the middle of its parent
+    show();
+}
+
 void Sheet::end(int returnCode) {
     if (isVisible()) done(returnCode);
 }

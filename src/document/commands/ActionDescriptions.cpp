@@ -56,7 +56,9 @@ constexpr auto descriptions = std::to_array<ActionDescription>({
     {"changeCaseToLowerCase:", Menu::Titles, TITLE("lower case"), "", false, false},
     {"changeOutlineItemToTitleCase:", Menu::Titles, TITLE("Title Case Selected Row"), "", group, false},
 
-    {"runGuessPDF:", Menu::Contents, TITLE("AutoTOC…"), "Ctrl+G", false, bar},
+    {"findContents:", Menu::Contents, TITLE("Find Contents…"), "Ctrl+Shift+G", false, bar},
+    {"completeContents:", Menu::Contents, TITLE("Complete from Existing Entries"), "", false, false},
+    {"runGuessPDF:", Menu::Contents, TITLE("AutoTOC…"), "Ctrl+G", group, bar},
     {"buttonClickedBotForAutoTOC:", Menu::Contents, TITLE("AutoTOC with Last Map"), "", false, false},
     {"testPageStructureKnowledge:", Menu::Contents, TITLE("Self-Calibrating AutoTOC"), "", false, false},
     {"runMiniTOC:", Menu::Contents, TITLE("MiniTOC from Selection"), "", group, false},

@@ -15,6 +15,7 @@
 #include "widgets/AccessLetters.h"
 #include "widgets/ActionIcon.h"
 #include "widgets/NoticeBars.h"
+#include "widgets/Sheet.h"
 #include "widgets/SplitView.h"
 
 #include <QCloseEvent>
@@ -129,8 +130,8 @@ QWidget *DocumentWindow::makeOutlinePane() {
     outlineview_ = new OKNSOutlineView;
     outlineview_->setTreeController(&document_.treecontroller());
     outlineview_->setPlaceholderText(tr(
-        "No entries yet.\n\nContents > AutoTOC… makes an outline from the headings. Or select a heading on "
-        "the page and drag it here."));
+        "No entries yet.\n\nContents > Find Contents… reads the pages and proposes an outline. Or select a "
+        "heading on the page and drag it here."));
     tableViewH1H2H3Config_ = new QTableView;
     tableViewH1H2H3Config_->setModel(&document_.headingMapModel());
     tableViewH1H2H3Config_->setObjectName(QStringLiteral("tableViewH1H2H3Config"));
@@ -150,13 +151,26 @@ QWidget *DocumentWindow::makeOutlinePane() {
     tableViewH1H2H3Config_->horizontalHeader()->setHighlightSections(false);
     tableViewH1H2H3Config_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
 
-    auto *pane = new QSplitter(Qt::Vertical);
-    pane->setChildrenCollapsible(false);
-    pane->addWidget(outlineview_);
-    pane->addWidget(tableViewH1H2H3Config_);
-    pane->setStretchFactor(0, 3);
-    pane->setStretchFactor(1, 1);
-    return pane;
+    outlinePane_ = new QSplitter(Qt::Vertical);
+    outlinePane_->setChildrenCollapsible(false);
+    outlinePane_->addWidget(outlineview_);
+    outlinePane_->addWidget(tableViewH1H2H3Config_);
+    outlinePane_->setStretchFactor(0, 3);
+    outlinePane_->setStretchFactor(1, 1);
+    return outlinePane_;
+}
+
+void DocumentWindow::showPanel(Sheet &panel) {
+    const QList<int> sizes = outlinePane_->sizes();
+    tableViewH1H2H3Config_->hide();
+    outlinePane_->addWidget(&panel);
+    constexpr int panelShare = 3;
+    outlinePane_->setStretchFactor(outlinePane_->indexOf(&panel), panelShare);
+    outlinePane_->setSizes({1, 0, outlinePane_->height()});  // the outline keeps its least height
+    connect(&panel, &QDialog::finished, this, [this, sizes] {
+        tableViewH1H2H3Config_->show();
+        outlinePane_->setSizes(sizes);
+    });
 }
 
 QAction *DocumentWindow::makeAction(const ActionDescription &description) {

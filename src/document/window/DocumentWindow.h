@@ -6,6 +6,7 @@
 #include <QTimer>
 
 class QLabel;
+class QSplitter;
 class QTableView;
 
 namespace leafwright {
@@ -15,6 +16,7 @@ class LabelPDFView;
 class MyDocument;
 class NoticeBars;
 class OKNSOutlineView;
+class Sheet;
 class SplitView;
 class ThumbnailView;
 
@@ -40,6 +42,10 @@ public:
     SplitView *splitViewTopLevel() const { return splitViewTopLevel_; }
     /// The bars above the pages.
     NoticeBars *notices() const { return notices_; }
+
+    /// Shows a panel below the outline, in the place of the heading map, until it is gone. The window owns it
+    /// from then on.
+    void showPanel(Sheet &panel);
 
     /// Offers the files opened lately in the File menu. @param controller must outlive the window
     void setRecentDocuments(DocumentController &controller);
@@ -73,6 +79,7 @@ private:
     OKNSOutlineView *outlineview_ = nullptr;
     QTableView *tableViewH1H2H3Config_ = nullptr;
     SplitView *splitViewTopLevel_ = nullptr;
+    QSplitter *outlinePane_ = nullptr;
     NoticeBars *notices_ = nullptr;
     QLabel *pageStatus_ = nullptr;
     QLabel *zoomStatus_ = nullptr;

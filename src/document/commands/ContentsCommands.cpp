@@ -1,0 +1,221 @@
+#include "document/commands/ContentsCommands.h"
+
+#include "contents/PDFContentsPages.h"
+#include "outlineview/OKNSOutlineView.h"
+#include "document/MyDocument.h"
+#include "document/outline/ContentsItems.h"
+#include "document/outline/TextRecognition.h"
+#include "document/window/ContentsProposal.h"
+#include "document/window/DocumentWindow.h"
+#include "document/window/ProgressSheet.h"
+#include "tree/TreeController.h"
+#include "view/LabelPDFView.h"
+
+#include <QCoreApplication>
+#include <QLineEdit>
+
+namespace leafwright {
+
+namespace {
+
+QString translated(const char *text) {
+    return QCoreApplication::translate("ContentsCommands", text);
+}
+
+QStringList labelsOf(const PDFDocument &pdf) {
+    QStringList labels;
+    for (int i = 0; i < pdf.pageCount(); ++i)
+        labels.append(pdf.pageLabel(i));
+    return labels;
+}
+
+/// Reads the pages on other threads. @return null when it was told to stop
+std::unique_ptr<ContentsAnalysis> analysed(const ContentsPages &pages, const std::stop_token &stop,
+                                           ProgressSheet &sheet) {
+    return analyseContents(pages, false, stop, [&sheet](double part) { sheet.setDone(part); });
+}
+
+/// The entries of an outline, in their order.
+std::vector<ExistingEntry> entriesOf(MyDocument &document) {
+    constexpr int nowhere = -1;
+    std::vector<ExistingEntry> entries;
+    for (const auto &[item, level] : itemsInOrder(document.root()))
+        entries.push_back({item->pageTitle(), document.knownPageIndexOfItem(*item).value_or(nowhere), level,
+                           item->pointOnPage()});
+    return entries;
+}
+
+/// Reads a file whose text was recognised first, in a copy. @return the reason where that failed; absent,
+/// like the analysis, when it was told to stop
+std::variant<std::unique_ptr<ContentsAnalysis>, QString> recognisedAndAnalysed(const PDFDocument &pdf,
+                                                                               const QString &path,
+                                                                               const QString &languages,
+                                                                               const std::stop_token &stop,
+                                                                               ProgressSheet &sheet) {
+    constexpr double recognition = 0.95;  // of the time
+    const double pageCount = std::max(1, pdf.pageCount());
+    auto recognised = recogniseText(path, languages, [&](int pages) {
+        sheet.setDone(recognition * pages / pageCount);
+        return !stop.stop_requested();
+    });
+    if (auto *failure = std::get_if<RecognitionFailure>(&recognised)) return std::move(failure->message);
+    const auto copy = std::get<std::unique_ptr<RecognisedCopy>>(std::move(recognised));
+    const auto opened = PDFDocument::open(copy->path());
+    if (const auto *error = std::get_if<PDFError>(&opened)) return error->message;
+    const PDFDocument &text = *std::get<std::unique_ptr<PDFDocument>>(opened);
+    if (text.pageCount() != pdf.pageCount())
+        return translated("The copy with the recognised text has other pages.");
+    return analyseContents(PDFContentsPages(pdf, text), false, stop);
+}
+
+}  // namespace
+
+ContentsCommands::ContentsCommands(MyDocument &document) : document_(document) {
+    ActionTable &actions = document.actions();
+    actions.handle(
+        "findContents:", [this](QObject *) { findContents(); }, [this] { return mayPropose(); });
+    actions.handle(
+        "completeContents:", [this](QObject *) { completeContents(); },
+        [this] { return mayPropose() && !document_.root().children().empty(); });
+}
+
+ContentsCommands::~ContentsCommands() = default;
+
+ContentsProposal *ContentsCommands::proposal() const {
+    return proposal_;
+}
+
+bool ContentsCommands::mayPropose() const {
+    return document_.allowTOCediting() && !document_.lockTOCediting() && !proposal_;
+}
+
+ContentsCommands::Analysis ContentsCommands::analyse() const {
+    const PDFDocument &pdf = *document_.pdfDoc();
+    return withProgress(document_, translated("Find Contents"), translated("Reading the pages:"),
+                        [&](const std::stop_token &stop, ProgressSheet &sheet) {
+                            return analysed(PDFContentsPages(pdf), stop, sheet);
+                        })
+        .value_or(nullptr);
+}
+
+void ContentsCommands::findContents() {
+    Analysis analysis = analyse();
+    if (!analysis) return;
+    analysis->choose({}).hasText ? proposeContents(std::move(analysis)) : offerRecognition();
+}
+
+void ContentsCommands::completeContents() {
+    if (Analysis analysis = analyse()) proposeCompletion(std::move(analysis));
+}
+
+void ContentsCommands::offerRecognition() {
+    if (!canRecogniseText()) {
+        return tell(
+            translated("The pages are images without text."),
+            translated("The program ocrmypdf can recognise their text; install the package of that name."));
+    }
+    auto *sheet = new Sheet(translated("Find Contents"));
+    sheet->setObjectName(QStringLiteral("recogniseTextSheet"));
+    sheet->addText(translated(
+        "The pages are images without text. Recognise their text with the program ocrmypdf?\n\nThat takes "
+        "some seconds a page. It is done in a copy; the file stays as it is."));
+    auto *languages = new QLineEdit;
+    languages->setPlaceholderText(QStringLiteral("eng"));
+    sheet->addField(translated("Languages, such as deu+eng:"), languages, QStringLiteral("ocrLanguage"));
+    sheet->addButton(translated("Cancel"), 0);
+    sheet->addButton(translated("Recognise Text"), 1);
+    document_.beginSheet(sheet, [this, languages](int returnCode) {
+        if (returnCode == 1) findInRecognisedText(languages->text().trimmed());
+    });
+}
+
+void ContentsCommands::findInRecognisedText(const QString &languages) {
+    const PDFDocument &pdf = *document_.pdfDoc();
+    auto result =
+        withProgress(document_, translated("Find Contents"), translated("Recognising the text:"),
+                     [&](const std::stop_token &stop, ProgressSheet &sheet) {
+                         return recognisedAndAnalysed(pdf, document_.pdfURL(), languages, stop, sheet);
+                     });
+    if (!result) return;
+    if (const auto *failure = std::get_if<QString>(&*result))
+        return tell(translated("The text could not be recognised."), *failure);
+    proposeContents(std::get<Analysis>(std::move(*result)));
+}
+
+void ContentsCommands::proposeContents(Analysis analysis) {
+    if (analysis->choose({}).entries.empty())
+        return tell(translated("No headings were found."), translated("The outline stays as it was."));
+    const bool hasOutline = !document_.root().children().empty();
+    propose(new ContentsProposal(
+                [analysis = std::shared_ptr<ContentsAnalysis>(std::move(analysis))](
+                    const auto &options, const auto &choices) { return analysis->choose(options, choices); },
+                labelsOf(*document_.pdfDoc()),
+                hasOutline ? ContentsProposal::Existing::Replaced : ContentsProposal::Existing::None),
+            [this](const ContentsProposal &proposal) { take(proposal); });
+}
+
+void ContentsCommands::proposeCompletion(Analysis analysis) {
+    // The outline may be edited while the proposal is there.
+    const auto choose = [this, shared = std::shared_ptr<ContentsAnalysis>(std::move(analysis))](
+                            const ContentsOptions &options, const ContentsChoices &choices) {
+        return shared->complete(entriesOf(document_), options, choices);
+    };
+    const auto isNew = [](const ContentsEntry &entry) { return entry.id >= 0; };
+    if (std::ranges::none_of(choose({}, {}).entries, isNew)) {
+        return tell(translated("Nothing is missing."),
+                    translated("No other heading looks like those of the entries that are there."));
+    }
+    propose(
+        new ContentsProposal(choose, labelsOf(*document_.pdfDoc()), ContentsProposal::Existing::Completed),
+        [this](const ContentsProposal &proposal) { complete(proposal); });
+}
+
+void ContentsCommands::propose(ContentsProposal *proposal,
+                               std::function<void(const ContentsProposal &)> take) {
+    proposal_ = proposal;
+    QObject::connect(proposal, &ContentsProposal::entryChosen, proposal,
+                     [this](const ContentsEntry &entry) { show(entry); });
+    document_.beginPanel(proposal, [this, proposal, take = std::move(take)](int returnCode) {
+        proposal_ = nullptr;
+        document_.pdfview()->setHighlightedArea(std::nullopt);
+        if (returnCode != 0) take(*proposal);
+        document_.outlineview()->setFocus();
+    });
+}
+
+void ContentsCommands::show(const ContentsEntry &entry) const {
+    LabelPDFView &view = *document_.pdfview();
+    const PDFPage *page = document_.pdfDoc()->page(entry.pageIndex);
+    view.goToDestination({entry.pageIndex, entry.point});
+    view.setHighlightedArea(entry.box.isNull() ? std::nullopt
+                                               : std::optional(PDFView::PageArea{
+                                                     page->index(), page->transform().toPage(entry.box)}));
+}
+
+void ContentsCommands::take(const ContentsProposal &proposal) {
+    MyOutlineItem &root = document_.root();
+    MyOutlineItem::Children items = itemsOfContents(proposal.result(), *document_.pdfDoc());
+    if (proposal.replaces()) {
+        root.setChildren(std::move(items));
+    } else {
+        for (auto &item : items)
+            root.insertObjectInChildrenAtIndex(std::move(item), root.children().size());
+    }
+    document_.updateChangeCount(Document::Change::Done);
+    document_.tellReadProblem();
+}
+
+void ContentsCommands::complete(const ContentsProposal &proposal) {
+    MyOutlineItem &root = document_.root();
+    root.setChildren(completedItems(root.takeChildren(), proposal.result(), *document_.pdfDoc()));
+    document_.updateChangeCount(Document::Change::Done);
+    document_.tellReadProblem();
+}
+
+void ContentsCommands::tell(const QString &message, const QString &informativeText) const {
+    document_.platform().beep();
+    document_.runModal({message, informativeText, {translated("OK")}});
+    document_.tellReadProblem();
+}
+
+}  // namespace leafwright

@@ -1,0 +1,477 @@
+#include "document/commands/ContentsCommands.h"
+#include "document/window/ContentsProposal.h"
+#include "support/BookPdf.h"
+#include "support/FakeProgram.h"
+#include "support/TreeWindowFixture.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTableView>
+#include <QTableWidget>
+#include <QTreeWidget>
+
+namespace leafwright {
+namespace {
+
+using test::PdfBuilder;
+
+/// A window with a book whose outline is one entry, "Old Entry".
+class FindContentsWindow : public test::TreeWindowFixture {
+protected:
+    void SetUp() override { open(test::makeBook()); }
+
+    void find() { perform("findContents:"); }
+    ContentsProposal *proposal() { return document.contentsCommands().proposal(); }
+    template <typename Widget>
+    Widget &part(const char *name) {
+        return *proposal()->findChild<Widget *>(name);
+    }
+    QTreeWidget &entries() { return part<QTreeWidget>("contentsEntries"); }
+    QTreeWidgetItem &chapter(int index) { return *entries().topLevelItem(index); }
+    QTreeWidgetItem &section(int index, int child) { return *chapter(index).child(child); }
+    QTableWidget &styles() { return part<QTableWidget>("contentsStyles"); }
+    int rowOfStyle(const QString &sample) {
+        int row = 0;
+        while (row < styles().rowCount() && styles().item(row, 0)->text() != sample)
+            ++row;
+        return row;
+    }
+    void take() { ASSERT_TRUE(proposal()->pressButton(1)); }
+    Sheet *progressSheet() { return document.window()->findChild<Sheet *>("progressSheet"); }
+    /// Calls a function while the pages are being read.
+    void whileReading(const std::function<void()> &function) {
+        QMetaObject::invokeMethod(&document, function, Qt::QueuedConnection);
+    }
+
+    const QString book =
+        "1 Soil (1.1 What is in the Ground 1.2 Compost) 2 Water (2.1 Rain 2.2 Wells) "
+        "3 Light (3.1 Shade 3.2 Glass)";
+};
+
+TEST_F(FindContentsWindow, NothingChangesUntilTheProposalIsTaken) {
+    find();
+    ASSERT_TRUE(proposal());
+    EXPECT_EQ(outline(), "Old Entry");
+    EXPECT_FALSE(document.isDocumentEdited());
+    EXPECT_EQ(entries().topLevelItemCount(), 3);
+    EXPECT_EQ(chapter(0).text(0), "1 Soil");
+    EXPECT_EQ(chapter(0).text(1), "2");
+    EXPECT_EQ(chapter(0).childCount(), 2);
+    take();
+    EXPECT_EQ(outline(), book);
+    EXPECT_TRUE(document.isDocumentEdited());
+    EXPECT_EQ(proposal(), nullptr);
+}
+
+TEST_F(FindContentsWindow, ReturnTakesIt) {
+    find();
+    QTest::keyClick(&entries(), Qt::Key_Return);
+    EXPECT_EQ(outline(), book);
+}
+
+TEST_F(FindContentsWindow, EscapeLeavesAllAsItWas) {
+    find();
+    section(0, 0).setCheckState(0, Qt::Unchecked);
+    QTest::keyClick(&entries(), Qt::Key_Escape);
+    EXPECT_EQ(proposal(), nullptr);
+    EXPECT_EQ(outline(), "Old Entry");
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
+TEST_F(FindContentsWindow, ItStandsInThePlaceOfTheHeadingMap) {
+    find();
+    EXPECT_TRUE(proposal()->isVisible());
+    EXPECT_FALSE(proposal()->isWindow()) << "the pages can be used meanwhile";
+    EXPECT_TRUE(document.outlineview()->isVisible());
+    EXPECT_FALSE(document.myWindow()->tableViewH1H2H3Config()->isVisible());
+    EXPECT_TRUE(document.myWindow()->rect().contains(
+        proposal()->mapTo(document.myWindow(), proposal()->rect().bottomRight())));
+    proposal()->pressButton(0);
+    EXPECT_TRUE(document.myWindow()->tableViewH1H2H3Config()->isVisible());
+}
+
+TEST_F(FindContentsWindow, OneProposalAtATime) {
+    find();
+    EXPECT_FALSE(isEnabled("findContents:"));
+    proposal()->pressButton(0);
+    EXPECT_TRUE(isEnabled("findContents:"));
+}
+
+TEST_F(FindContentsWindow, WhatMayNotBeEditedIsNotRead) {
+    document.setAllowTOCediting(false);
+    EXPECT_FALSE(isEnabled("findContents:"));
+    document.setAllowTOCediting(true);
+    document.setLockTOCediting(true);
+    EXPECT_FALSE(isEnabled("findContents:"));
+}
+
+TEST_F(FindContentsWindow, EntriesGoBehindAnOutlineThatIsNotReplaced) {
+    find();
+    EXPECT_TRUE(part<QCheckBox>("replace").isVisible());
+    part<QCheckBox>("replace").setChecked(false);
+    take();
+    EXPECT_EQ(outline(), "Old Entry " + book);
+}
+
+TEST_F(FindContentsWindow, NothingIsAskedWhereThereIsNoOutline) {
+    setOutline("");
+    find();
+    EXPECT_FALSE(part<QCheckBox>("replace").isVisible());
+    take();
+    EXPECT_EQ(outline(), book);
+}
+
+TEST_F(FindContentsWindow, EntriesThatCameMeanwhileStay) {
+    setOutline("");
+    find();
+    setOutline("new");
+    take();
+    EXPECT_EQ(outline(), "new " + book) << "nobody was asked whether they may go";
+}
+
+TEST_F(FindContentsWindow, LevelsLimitTheDepth) {
+    find();
+    part<QSpinBox>("depth").setValue(1);
+    EXPECT_EQ(chapter(0).childCount(), 0);
+    part<QSpinBox>("depth").setValue(2);
+    EXPECT_EQ(chapter(0).childCount(), 2);
+    part<QSpinBox>("depth").setValue(1);
+    take();
+    EXPECT_EQ(outline(), "1 Soil 2 Water 3 Light");
+}
+
+TEST_F(FindContentsWindow, EntryThatIsRejectedIsLeftOut) {
+    find();
+    section(1, 0).setCheckState(0, Qt::Unchecked);
+    EXPECT_TRUE(part<QLabel>("contentsSummary").text().startsWith("Entries: 8,"));
+    part<QSpinBox>("depth").setValue(3);
+    EXPECT_EQ(chapter(1).childCount(), 2) << "it can be accepted again";
+    EXPECT_EQ(section(1, 0).checkState(0), Qt::Unchecked);
+    take();
+    EXPECT_EQ(outline(),
+              "1 Soil (1.1 What is in the Ground 1.2 Compost) 2 Water (2.2 Wells) "
+              "3 Light (3.1 Shade 3.2 Glass)");
+}
+
+TEST_F(FindContentsWindow, EntryThatIsAcceptedAgainIsBack) {
+    find();
+    section(1, 0).setCheckState(0, Qt::Unchecked);
+    section(1, 0).setCheckState(0, Qt::Checked);
+    take();
+    EXPECT_EQ(outline(), book);
+}
+
+TEST_F(FindContentsWindow, SpaceRejectsTheEntryThatIsLookedAt) {
+    find();
+    entries().setCurrentItem(&chapter(2));
+    QTest::keyClick(&entries(), Qt::Key_Space);
+    EXPECT_EQ(chapter(2).checkState(0), Qt::Unchecked);
+}
+
+TEST_F(FindContentsWindow, AllLikeAnEntryAreRejectedAndAccepted) {
+    find();
+    EXPECT_FALSE(part<QPushButton>("rejectAllLike").isEnabled()) << "like which?";
+    entries().setCurrentItem(&section(2, 1));
+    part<QPushButton>("rejectAllLike").click();
+    EXPECT_EQ(chapter(0).childCount() + chapter(1).childCount() + chapter(2).childCount(), 0);
+    EXPECT_EQ(styles().item(rowOfStyle("1.1 What is in the Ground"), 0)->checkState(), Qt::Unchecked);
+    entries().setCurrentItem(&chapter(0));
+    chapter(1).setCheckState(0, Qt::Unchecked);
+    part<QPushButton>("acceptAllLike").click();
+    EXPECT_EQ(chapter(1).checkState(0), Qt::Checked);
+    take();
+    EXPECT_EQ(outline(), "1 Soil 2 Water 3 Light");
+}
+
+TEST_F(FindContentsWindow, StylesHaveSampleCountAndLevel) {
+    find();
+    const int sections = rowOfStyle("1.1 What is in the Ground");
+    ASSERT_LT(sections, styles().rowCount());
+    EXPECT_EQ(rowOfStyle("1 Soil"), 0) << "those in use first, from large to small";
+    EXPECT_EQ(sections, 1);
+    EXPECT_EQ(styles().item(0, 2)->text(), "1");
+    EXPECT_EQ(styles().item(sections, 1)->text(), "6");
+    EXPECT_EQ(styles().item(sections, 2)->text(), "2");
+    EXPECT_TRUE(styles().item(sections, 0)->font().bold());
+}
+
+TEST_F(FindContentsWindow, StyleThatIsSwitchedOffTakesItsEntriesAwayUntilItIsOn) {
+    find();
+    const int sections = rowOfStyle("1.1 What is in the Ground");
+    styles().item(sections, 0)->setCheckState(Qt::Unchecked);
+    EXPECT_EQ(chapter(0).childCount(), 0);
+    EXPECT_EQ(styles().item(sections, 2)->text(), "");
+    EXPECT_EQ(rowOfStyle("1.1 What is in the Ground"), sections) << "its row stays";
+    styles().item(sections, 0)->setCheckState(Qt::Checked);
+    EXPECT_EQ(chapter(0).childCount(), 2);
+    take();
+    EXPECT_EQ(outline(), book);
+}
+
+TEST_F(FindContentsWindow, StylesLevelIsChanged) {
+    find();
+    styles().item(rowOfStyle("1.1 What is in the Ground"), 2)->setData(Qt::EditRole, 1);
+    EXPECT_EQ(entries().topLevelItemCount(), 9);
+    take();
+    EXPECT_EQ(outline(),
+              "1 Soil 1.1 What is in the Ground 1.2 Compost 2 Water 2.1 Rain 2.2 Wells 3 Light 3.1 Shade "
+              "3.2 Glass");
+}
+
+TEST_F(FindContentsWindow, FoldedEntriesStayFoldedAndTheCurrentOneCurrent) {
+    find();
+    chapter(0).setExpanded(false);
+    entries().setCurrentItem(&section(1, 1));
+    part<QSpinBox>("depth").setValue(2);
+    EXPECT_FALSE(chapter(0).isExpanded());
+    EXPECT_TRUE(chapter(1).isExpanded());
+    EXPECT_EQ(entries().currentItem(), &section(1, 1));
+}
+
+TEST_F(FindContentsWindow, EntryThatIsLookedAtIsShownAndHighlighted) {
+    find();
+    EXPECT_EQ(document.pdfview()->currentPage()->index(), 0) << "the page stays until one is looked at";
+    entries().setCurrentItem(&section(1, 0));
+    EXPECT_EQ(document.pdfview()->currentPage()->index(), 5);
+    const auto &area = document.pdfview()->highlightedArea();
+    ASSERT_TRUE(area);
+    EXPECT_EQ(area->pageIndex, 5);
+    EXPECT_NEAR(area->rect.x, 72, 1);
+    EXPECT_LT(area->rect.y, 700);
+    EXPECT_GT(area->rect.top(), 705);
+    EXPECT_EQ(styles().currentRow(), rowOfStyle("1.1 What is in the Ground"));
+    proposal()->pressButton(0);
+    EXPECT_FALSE(document.pdfview()->highlightedArea());
+}
+
+TEST_F(FindContentsWindow, ProgressIsShownAndTheDocumentIsBusy) {
+    bool wasShown = false;
+    whileReading([&] {
+        ASSERT_TRUE(progressSheet());
+        wasShown = progressSheet()->isVisible();
+        EXPECT_TRUE(progressSheet()->findChild<QProgressBar *>("progressBar"));
+        EXPECT_TRUE(document.isBusy());
+        EXPECT_FALSE(document.actions().perform("findContents:"));
+    });
+    find();
+    EXPECT_TRUE(wasShown);
+    EXPECT_EQ(progressSheet(), nullptr);
+    EXPECT_FALSE(document.isBusy());
+}
+
+TEST_F(FindContentsWindow, CancelStopsTheReading) {
+    whileReading([&] { progressSheet()->pressButton(0); });
+    find();
+    EXPECT_EQ(proposal(), nullptr);
+    EXPECT_TRUE(platform.alerts.isEmpty());
+    EXPECT_TRUE(isEnabled("findContents:"));
+    find();
+    EXPECT_TRUE(proposal());
+}
+
+TEST_F(FindContentsWindow, WindowMayBeClosedWithItsProposal) {
+    find();
+    document.window()->close();
+    EXPECT_EQ(outline(), "Old Entry");
+}
+
+/// Headings of a clear style and, in another, bold sentences that may be headings and may be not.
+PdfBuilder makeDoubtfulBook() {
+    PdfBuilder pdf;
+    const auto show = PdfBuilder::showText;
+    for (int i = 0; i < 6; ++i) {
+        std::string page =
+            show("F2", 18, 72, 700, "Chapter about " + std::string(1, static_cast<char>('A' + i)));
+        for (int line = 0; line < 30; ++line) {
+            const bool bold = line % 12 == 6 && i < 3;
+            page +=
+                show(bold ? "F2" : "F1", 10, 72, 660 - 14 * line,
+                     bold ? "Remark " + std::to_string(i * 3 + line)
+                          : "Line " + std::to_string(line) + " says what there is to know, in plain words.");
+        }
+        pdf.addPage(page);
+    }
+    return pdf;
+}
+
+class DoubtfulContentsWindow : public FindContentsWindow {
+protected:
+    void SetUp() override { open(makeDoubtfulBook()); }
+    QTreeWidgetItem *firstDoubtful() {
+        for (QTreeWidgetItemIterator item(&entries()); *item; ++item)
+            if ((*item)->text(2) == "?") return *item;
+        return nullptr;
+    }
+};
+
+TEST_F(DoubtfulContentsWindow, DoubtfulEntriesAreMarkedUntilTheUserDecides) {
+    find();
+    part<QCheckBox>("deeper").setChecked(true);
+    QTreeWidgetItem *doubtful = firstDoubtful();
+    ASSERT_TRUE(doubtful);
+    EXPECT_TRUE(doubtful->font(0).italic());
+    EXPECT_EQ(chapter(0).text(2), "") << "the chapters are beyond doubt";
+    part<QPushButton>("nextDoubtful").click();
+    EXPECT_EQ(entries().currentItem(), doubtful);
+    part<QPushButton>("acceptAllLike").click();
+    EXPECT_EQ(firstDoubtful(), nullptr);
+    EXPECT_FALSE(part<QPushButton>("nextDoubtful").isEnabled());
+}
+
+TEST_F(FindContentsWindow, CompletionAddsWhatLooksLikeTheEntries) {
+    setOutline("cover Light");
+    auto &items = document.root().children();
+    items[0]->setPageLabel("1");
+    items[1]->setPageLabel("8");
+    perform("completeContents:");
+    ASSERT_TRUE(proposal());
+    EXPECT_FALSE(part<QCheckBox>("replace").isVisible());
+    EXPECT_EQ(entries().topLevelItemCount(), 4);
+    EXPECT_FALSE(chapter(0).data(0, Qt::CheckStateRole).isValid()) << "what is there stays";
+    EXPECT_EQ(chapter(1).text(0), "1 Soil");
+    EXPECT_EQ(outline(), "cover Light");
+    take();
+    EXPECT_EQ(outline(), "cover 1 Soil 2 Water Light");
+    EXPECT_TRUE(document.isDocumentEdited());
+}
+
+TEST_F(FindContentsWindow, CompletionGoesByTheOutlineAsItIsWhenItIsTaken) {
+    setOutline("Light");
+    document.root().children()[0]->setPageLabel("8");
+    perform("completeContents:");
+    document.root().insertObjectInChildrenAtIndex(std::make_unique<MyOutlineItem>(), 0);
+    document.root().children()[0]->setPageTitle("front");
+    take();
+    EXPECT_EQ(outline(), "front 1 Soil 2 Water Light");
+}
+
+TEST_F(FindContentsWindow, WithoutEntriesThereIsNothingToComplete) {
+    EXPECT_TRUE(isEnabled("completeContents:"));
+    setOutline("");
+    EXPECT_FALSE(isEnabled("completeContents:"));
+}
+
+TEST_F(FindContentsWindow, CompletionSaysWhenNothingIsMissing) {
+    perform("completeContents:");
+    EXPECT_EQ(proposal(), nullptr);
+    ASSERT_EQ(platform.alerts.size(), 1);
+    EXPECT_EQ(platform.alerts[0].message, "Nothing is missing.");
+    EXPECT_EQ(outline(), "Old Entry");
+}
+
+/// A window with a letter without headings.
+class ContentsOfLetter : public FindContentsWindow {
+protected:
+    void SetUp() override {
+        PdfBuilder pdf;
+        std::string page;
+        for (int line = 0; line < 40; ++line)
+            page +=
+                PdfBuilder::showText("F1", 10, 72, 700 - 12 * line, "nothing but a line of a long letter,");
+        pdf.addPage(page);
+        open(pdf);
+    }
+};
+
+TEST_F(ContentsOfLetter, NothingFoundIsSaid) {
+    find();
+    EXPECT_EQ(proposal(), nullptr);
+    ASSERT_EQ(platform.alerts.size(), 1);
+    EXPECT_EQ(platform.alerts[0].message, "No headings were found.");
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
+/// A window with pages that are pictures.
+class ContentsOfScan : public FindContentsWindow {
+protected:
+    void SetUp() override {
+        PdfBuilder pdf;
+        for (int i = 0; i < 10; ++i)
+            pdf.addPage("0.5 g 100 100 200 300 re f");
+        open(pdf);
+    }
+    Sheet *offer() {
+        Sheet *sheet = document.openSheet();
+        return sheet && sheet->objectName() == "recogniseTextSheet" ? sheet : nullptr;
+    }
+};
+
+TEST_F(ContentsOfScan, WithoutTheProgramItsNameIsSaid) {
+    const test::FakeProgram none("ocrmypdf", QByteArray());
+    find();
+    EXPECT_EQ(offer(), nullptr);
+    ASSERT_EQ(platform.alerts.size(), 1);
+    EXPECT_EQ(platform.alerts[0].message, "The pages are images without text.");
+    EXPECT_TRUE(platform.alerts[0].informativeText.contains("ocrmypdf"));
+}
+
+TEST_F(ContentsOfScan, RecognitionIsOfferedNotDone) {
+    const test::FakeProgram program("ocrmypdf", "touch \"$(dirname \"$0\")/run\"; exit 1\n");
+    find();
+    ASSERT_TRUE(offer());
+    offer()->pressButton(0);
+    EXPECT_EQ(proposal(), nullptr);
+    EXPECT_FALSE(QFile::exists(program.path("run")));
+}
+
+TEST_F(ContentsOfScan, RecognisedTextIsReadAndTheFileStaysAsItIs) {
+    const test::FakeProgram program("ocrmypdf",
+                                    "while [ \"$1\" != -- ]; do [ \"$1\" = --language ] && echo \"$2\" > "
+                                    "\"$(dirname \"$0\")/language\"; shift; done\n"
+                                    "cp \"$(dirname \"$0\")/book.pdf\" \"$3\"\n");
+    test::makeBook().save(program.path("book.pdf"));
+    const QByteArray before = test::contentOf(document.pdfURL());
+    find();
+    ASSERT_TRUE(offer());
+    qobject_cast<QLineEdit *>(offer()->field("ocrLanguage"))->setText(" deu ");
+    offer()->pressButton(1);
+    EXPECT_EQ(test::contentOf(program.path("language")), "deu\n");
+    ASSERT_TRUE(proposal());
+    entries().setCurrentItem(&chapter(1));
+    EXPECT_TRUE(document.pdfview()->highlightedArea()) << "although there is no text to be marked";
+    take();
+    EXPECT_EQ(outline(), book);
+    EXPECT_EQ(test::contentOf(document.pdfURL()), before);
+}
+
+TEST_F(ContentsOfScan, RecognitionIsCancelled) {
+    const test::FakeProgram program("ocrmypdf", "exec sleep 60\n");
+    find();
+    ASSERT_TRUE(offer());
+    whileReading([&] { progressSheet()->pressButton(0); });
+    offer()->pressButton(1);
+    EXPECT_EQ(proposal(), nullptr);
+    EXPECT_TRUE(platform.alerts.isEmpty());
+}
+
+TEST_F(ContentsOfScan, FailureOfTheProgramIsTold) {
+    const test::FakeProgram program("ocrmypdf", "echo 'no such language'; exit 3\n");
+    find();
+    ASSERT_TRUE(offer());
+    offer()->pressButton(1);
+    ASSERT_EQ(platform.alerts.size(), 1);
+    EXPECT_EQ(platform.alerts[0].message, "The text could not be recognised.");
+    EXPECT_TRUE(platform.alerts[0].informativeText.contains("no such language"));
+}
+
+TEST_F(ContentsOfScan, CopyWithOtherPagesIsNotTaken) {
+    const test::FakeProgram program("ocrmypdf",
+                                    "while [ \"$1\" != -- ]; do shift; done\n"
+                                    "cp \"$(dirname \"$0\")/other.pdf\" \"$3\"\n");
+    PdfBuilder other;
+    other.addNumberedPages(9);
+    other.save(program.path("other.pdf"));
+    find();
+    ASSERT_TRUE(offer());
+    offer()->pressButton(1);
+    EXPECT_EQ(proposal(), nullptr);
+    ASSERT_EQ(platform.alerts.size(), 1);
+    EXPECT_TRUE(platform.alerts[0].informativeText.contains("other pages"));
+}
+
+}  // namespace
+}  // namespace leafwright
