@@ -1,5 +1,6 @@
 #include "contents/ContentsRows.h"
 
+#include "contents/Numbering.h"
 #include "contents/TextFolding.h"
 
 #include <QRegularExpression>
@@ -197,8 +198,11 @@ void judgePage(std::vector<ContentsRow> &rows) {
     constexpr double share = 0.7;
     constexpr double risingShare = 0.9;
     std::vector<int> numbers;
+    const auto mayHaveOne = [](const ContentsRow &row) {
+        return row.end && !isChapterLabel(row.line.text);  // which ends in the chapter's
+    };
     for (const ContentsRow &row : rows) {
-        if (row.end && isDecimalNumber(row.end->number)) numbers.push_back(decimalValue(row.end->number));
+        if (mayHaveOne(row) && isDecimalNumber(row.end->number)) numbers.push_back(decimalValue(row.end->number));
     }
     const auto count = static_cast<double>(numbers.size());
     if (numbers.size() < fewest || count < share * static_cast<double>(rows.size())) return;
@@ -207,7 +211,7 @@ void judgePage(std::vector<ContentsRow> &rows) {
         rising += numbers[i] >= numbers[i - 1] ? 1 : 0;
     if (rising < risingShare * (count - 1) || numbers.back() <= numbers.front()) return;
     for (ContentsRow &row : rows)
-        row.isEntry = row.isEntry || row.end.has_value();
+        row.isEntry = row.isEntry || mayHaveOne(row);
 }
 
 }  // namespace

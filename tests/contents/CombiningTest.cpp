@@ -135,7 +135,7 @@ TEST(Combining, StructureIsAskedFirst) {
     MadePages pages = documentOf(deepBook());
     pages.document.headings = {{1, 1, "1 Chapter b"},    {2, 1, "1.1 Section of b"}, {1, 3, "2 Chapter c"},
                                {1, 5, "3 Chapter d"},    {2, 5, "3.1 Section of d"}, {2, 6, "3.2 Other of d"},
-                               {1, 2, "1.2 Other of b"}, {3, 1, "1.1.1 Detail of b"}};
+                               {2, 2, "1.2 Other of b"}, {3, 1, "1.1.1 Detail of b"}};
     const FoundContents found = findContents(pages, {});
     ASSERT_EQ(found.entries.size(), 8U);
     EXPECT_EQ(found.entries[0].sources, static_cast<ContentsSources>(StructureSource));

@@ -33,7 +33,7 @@ TEST(Numbering, AnArticleOrPronounMayBeNone) {
 TEST(Numbering, ChaptersAndParts) {
     EXPECT_EQ(numberingOf("Chapter 3 Title"), (Numbering{NumberKind::Chapter, 1, {"3"}}));
     EXPECT_EQ(numberingOf("Anhang b: Titel").components, QStringList{"B"});
-    EXPECT_EQ(numberingOf(QString(u"第3章 文字")).kind, NumberKind::Chapter);
+    EXPECT_EQ(numberingOf(QString("第3章 文字")).kind, NumberKind::Chapter);
     EXPECT_EQ(numberingOf("Part II Title").kind, NumberKind::Part);
     EXPECT_EQ(numberingOf("Part of it").kind, NumberKind::None);
 }
@@ -55,7 +55,7 @@ TEST(NumberLabel, IsANumberAndNothingElse) {
 TEST(ChapterLabel, IsAWordAndItsNumber) {
     EXPECT_TRUE(isChapterLabel("Chapter 12"));
     EXPECT_TRUE(isChapterLabel("PART IV:"));
-    EXPECT_TRUE(isChapterLabel(QString(u"第3章")));
+    EXPECT_TRUE(isChapterLabel(QString("第3章")));
     EXPECT_FALSE(isChapterLabel("12"));
     EXPECT_FALSE(isChapterLabel("Chapter 12 begins"));
 }

@@ -166,7 +166,7 @@ TEST(PrintedNumbers, StrayNumbersDoNotCount) {
 TEST(PrintedNumbers, CompoundNumbers) {
     const PrintedNumbers numbers = numbersOf({"1-1", "1-2", "2-1"});
     EXPECT_EQ(numbers.pagesOf("2-1"), std::vector<int>{2});
-    EXPECT_EQ(numbers.pagesOf(QString(u"1–2")), std::vector<int>{1});
+    EXPECT_EQ(numbers.pagesOf(QString("1–2")), std::vector<int>{1});
 }
 
 TEST(PrintedNumbers, PageLabelsAreAsked) {

@@ -11,18 +11,18 @@ TEST(FoldedTitle, CaseAndBlanksDontCount) {
 }
 
 TEST(FoldedTitle, CompatibilityFormsAreResolved) {
-    EXPECT_EQ(foldedTitle(QString(u"\ufb01nd")), "find");
-    EXPECT_EQ(foldedTitle(QString(u"\uff21")), "a");
+    EXPECT_EQ(foldedTitle(QString("\ufb01nd")), "find");
+    EXPECT_EQ(foldedTitle(QString("\uff21")), "a");
 }
 
 TEST(FoldedTitle, AccentsAreLeftOutComposedOrLoose) {
-    EXPECT_EQ(foldedTitle(QString(u"caf\u00e9")), "cafe");
-    EXPECT_EQ(foldedTitle(QString(u"cafe\u00b4")), "cafe");
-    EXPECT_EQ(foldedTitle(QString(u"\u0131\u0301")), "i");
+    EXPECT_EQ(foldedTitle(QString("caf\u00e9")), "cafe");
+    EXPECT_EQ(foldedTitle(QString("cafe\u00b4")), "cafe");
+    EXPECT_EQ(foldedTitle(QString("\u0131\u0301")), "i");
 }
 
 TEST(FoldedTitle, QuotesDashesAndUnderscores) {
-    EXPECT_EQ(foldedTitle(QString(u"\u201cA\u201d \u2013 b--c")), "a-b-c");
+    EXPECT_EQ(foldedTitle(QString("\u201cA\u201d \u2013 b--c")), "a-b-c");
     EXPECT_EQ(foldedTitle("read_file"), "readfile");
 }
 
@@ -33,8 +33,8 @@ TEST(FoldedTitle, StopsAtTheEndsGo) {
 }
 
 struct NumberedTitle {
-    const char16_t *title;
-    const char16_t *rest;
+    const char *title;
+    const char *rest;
 };
 
 class TitleForms : public testing::TestWithParam<NumberedTitle> {};
@@ -46,12 +46,12 @@ TEST_P(TitleForms, HaveTheTitleWithoutItsNumber) {
 
 INSTANTIATE_TEST_SUITE_P(
     Numbers, TitleForms,
-    testing::Values(NumberedTitle{u"1.2 Words", u"words"}, NumberedTitle{u"1.2Words", u"words"},
-                    NumberedTitle{u"Chapter 3. Words", u"words"},
-                    NumberedTitle{u"Appendix A: Words", u"words"}, NumberedTitle{u"Part One Words", u"words"},
-                    NumberedTitle{u"A. Words", u"words"}, NumberedTitle{u"IV. Words", u"words"},
-                    NumberedTitle{u"b) Words", u"words"}, NumberedTitle{u"§ 3 Words", u"words"},
-                    NumberedTitle{u"第3章 文字", u"文字"}, NumberedTitle{u"1.2文字", u"文字"}));
+    testing::Values(NumberedTitle{"1.2 Words", "words"}, NumberedTitle{"1.2Words", "words"},
+                    NumberedTitle{"Chapter 3. Words", "words"}, NumberedTitle{"Appendix A: Words", "words"},
+                    NumberedTitle{"Part One Words", "words"}, NumberedTitle{"A. Words", "words"},
+                    NumberedTitle{"IV. Words", "words"}, NumberedTitle{"b) Words", "words"},
+                    NumberedTitle{"§ 3 Words", "words"}, NumberedTitle{"第3章 文字", "文字"},
+                    NumberedTitle{"1.2文字", "文字"}));
 
 TEST(TitleForms, WordsAreNoNumbers) {
     EXPECT_EQ(titleForms("Verses and lines"), QStringList{"versesandlines"});
@@ -64,17 +64,17 @@ TEST(SearchForms, OneCharacterIsTooLittle) {
 }
 
 TEST(Ideographs, MeetWithoutBlank) {
-    EXPECT_TRUE(meetWithoutBlank(u"文", u"word"));
-    EXPECT_TRUE(meetWithoutBlank(u"word", u"字"));
-    EXPECT_FALSE(meetWithoutBlank(u"word", u"word"));
-    EXPECT_FALSE(meetWithoutBlank(u"", u"字"));
+    EXPECT_TRUE(meetWithoutBlank("文", "word"));
+    EXPECT_TRUE(meetWithoutBlank("word", "字"));
+    EXPECT_FALSE(meetWithoutBlank("word", "word"));
+    EXPECT_FALSE(meetWithoutBlank("", "字"));
 }
 
 TEST(DecimalValue, DigitsOfAnyScript) {
-    EXPECT_TRUE(isDecimalNumber(QString(u"\u06f4\u06f2")));
-    EXPECT_EQ(decimalValue(QString(u"\u06f4\u06f2")), 42);
-    EXPECT_FALSE(isDecimalNumber(u"4a"));
-    EXPECT_FALSE(isDecimalNumber(u""));
+    EXPECT_TRUE(isDecimalNumber(QString("\u06f4\u06f2")));
+    EXPECT_EQ(decimalValue(QString("\u06f4\u06f2")), 42);
+    EXPECT_FALSE(isDecimalNumber("4a"));
+    EXPECT_FALSE(isDecimalNumber(""));
 }
 
 }  // namespace

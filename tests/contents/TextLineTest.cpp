@@ -38,8 +38,8 @@ TEST(Lines, AGapIsABlank) {
 
 TEST(Lines, IdeographsStandApartWithoutBlank) {
     MadePages pages;
-    pages.page().text(60, 100, QString(u"文")).text(69, 100, QString(u"字"));
-    EXPECT_EQ(textsOf(pages), QStringList{QString(u"文字")});
+    pages.page().text(60, 100, QString("文")).text(69, 100, QString("字"));
+    EXPECT_EQ(textsOf(pages), QStringList{QString("文字")});
 }
 
 TEST(Lines, AWideGapPartsThem) {
@@ -151,24 +151,24 @@ TEST(Lines, PagesWhoseTextRunsUpAreTurned) {
 
 TEST(Lines, RightToLeftTextIsReadFromTheRight) {
     MadePages pages;
-    pages.page().text(60, 100, "12").text(470, 100, QString(u"\u0628\u0627\u0628"));
+    pages.page().text(60, 100, "12").text(470, 100, QString("\u0628\u0627\u0628"));
     const PageLines page = linesOf(pages);
     EXPECT_TRUE(page.frame.isMirrored);
-    EXPECT_EQ(page.lines.at(0).text, QString(u"\u0628\u0627\u0628"));
+    EXPECT_EQ(page.lines.at(0).text, QString("\u0628\u0627\u0628"));
     EXPECT_EQ(page.lines.at(1).text, "12");
 }
 
 TEST(Lines, PresentationFormsInVisualOrderAreTurnedAround) {
     MadePages pages;
     // The word as it is seen from left to right, in presentation forms: meem, lam, seen.
-    pages.page().text(300, 100, QString(u"\ufee2\ufee0\ufeb3"));
-    EXPECT_EQ(textsOf(pages), QStringList{QString(u"\u0633\u0644\u0645")});
+    pages.page().text(300, 100, QString("\ufee2\ufee0\ufeb3"));
+    EXPECT_EQ(textsOf(pages), QStringList{QString("\u0633\u0644\u0645")});
 }
 
 TEST(Lines, NumbersAndNamesKeepTheirOrderInTextThatIsTurned) {
     MadePages pages;
-    pages.page().text(300, 100, QString(u"TeX 2015 \ufee2\ufee0\ufeb3"));
-    EXPECT_EQ(textsOf(pages), QStringList{QString(u"\u0633\u0644\u0645 2015 TeX")});
+    pages.page().text(300, 100, QString("TeX 2015 \ufee2\ufee0\ufeb3"));
+    EXPECT_EQ(textsOf(pages), QStringList{QString("\u0633\u0644\u0645 2015 TeX")});
 }
 
 }  // namespace
