@@ -74,7 +74,7 @@ LineRef Completer::headingOf(const ExistingEntry &existing) {
     const PageLines &page = stages_.pages[static_cast<size_t>(existing.pageIndex)];
     const NamedPlace spot{{}, existing.pageIndex, page.frame.shown.toShown(existing.point)};
     const LineRef line = headingAt(spot, stages_.pages, stages_.body);
-    return candidateAt_.contains(line) ? line : LineRef();
+    return line.page == existing.pageIndex && candidateAt_.contains(line) ? line : LineRef();
 }
 
 void Completer::learn(const ExistingEntry &existing, ProposedEntry &entry) {

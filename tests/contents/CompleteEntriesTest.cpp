@@ -50,6 +50,8 @@ TEST(CompleteEntries, HeadingWhoseTitleWasChangedIsKnownByItsSpot) {
               (QStringList{"1 Title a @1", "1 Title b @2", "1 Another name @3", "1 Title d @4"}));
     EXPECT_EQ(completed({{"Another name", 2, 1, {60, 300}}}), QStringList{"1 Another name @3"})
         << "running text is no heading";
+    EXPECT_EQ(completed({{"Another name", 1, 1, {60, 20}}}), QStringList{"1 Another name @2"})
+        << "nor is that of the next page this one's";
 }
 
 /// The style of the headings that begin with a word.
