@@ -170,6 +170,19 @@ TEST_F(PDFViewInputTest, HighlightsAreShownBesideTheSelection) {
     EXPECT_EQ(colourAt(paper), QColor(Qt::white));
 }
 
+TEST_F(PDFViewInputTest, AreaIsHighlightedWhereThereIsNoText) {
+    show(pagesOfText());
+    const QPoint paper = at(300, 640);
+    EXPECT_EQ(colourAt(paper), QColor(Qt::white));
+    view.setHighlightedArea(PDFView::PageArea{0, {290, 630, 20, 20}});
+    EXPECT_NE(colourAt(paper), QColor(Qt::white));
+    EXPECT_EQ(colourAt(at(300, 660)), QColor(Qt::white));
+    view.setHighlightedArea(PDFView::PageArea{1, {290, 630, 20, 20}});
+    EXPECT_EQ(colourAt(paper), QColor(Qt::white)) << "that is on another page";
+    view.setHighlightedArea(std::nullopt);
+    EXPECT_FALSE(view.highlightedArea());
+}
+
 TEST_F(PDFViewInputTest, CopyAsksForTheSelectedText) {
     show(pagesOfText());
     QSignalSpy copies(&view, &PDFView::copyRequested);

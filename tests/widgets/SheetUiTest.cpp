@@ -141,6 +141,26 @@ TEST_F(SheetTest, WhatCantBeCancelledIsEndedByTheProgramOnly) {
     EXPECT_EQ(codes, std::vector{1});
 }
 
+TEST_F(SheetTest, StandsWithinAWindow) {
+    QMainWindow owner;
+    auto *within = new Sheet("Panel");
+    within->addButton("Go", 1);
+    owner.setCentralWidget(within);
+    owner.show();
+    within->hide();
+    std::vector<int> ended;
+    const auto didEnd = [&](int code) { ended.push_back(code); };
+    within->beginInPlace(didEnd);
+    EXPECT_TRUE(within->isVisible());
+    EXPECT_FALSE(within->isWindow());
+    EXPECT_FALSE(within->isModal());
+    QTest::keyClick(within, Qt::Key_Return);
+    EXPECT_FALSE(within->isVisible());
+    within->beginInPlace(didEnd);
+    QTest::keyClick(within, Qt::Key_Escape);
+    EXPECT_EQ(ended, (std::vector{1, 0}));
+}
+
 TEST_F(SheetTest, GoesWithItsWindow) {
     auto owner = std::make_unique<QMainWindow>();
     owner->show();

@@ -1,22 +1,27 @@
 #include "document/commands/ContentsCommands.h"
 
 #include "contents/PDFContentsPages.h"
-#include "outlineview/OKNSOutlineView.h"
 #include "document/MyDocument.h"
 #include "document/outline/ContentsItems.h"
 #include "document/outline/TextRecognition.h"
 #include "document/window/ContentsProposal.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/ProgressSheet.h"
+#include "outlineview/OKNSOutlineView.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 
 #include <QCoreApplication>
 #include <QLineEdit>
 
+#include <algorithm>
+
 namespace leafwright {
 
 namespace {
+
+/// Not that of what the command is given for, lest a script recognise text unasked.
+constexpr int recogniseTag = 2;
 
 QString translated(const char *text) {
     return QCoreApplication::translate("ContentsCommands", text);
@@ -123,9 +128,9 @@ void ContentsCommands::offerRecognition() {
     languages->setPlaceholderText(QStringLiteral("eng"));
     sheet->addField(translated("Languages, such as deu+eng:"), languages, QStringLiteral("ocrLanguage"));
     sheet->addButton(translated("Cancel"), 0);
-    sheet->addButton(translated("Recognise Text"), 1);
+    sheet->addButton(translated("Recognise Text"), recogniseTag);
     document_.beginSheet(sheet, [this, languages](int returnCode) {
-        if (returnCode == 1) findInRecognisedText(languages->text().trimmed());
+        if (returnCode == recogniseTag) findInRecognisedText(languages->text().trimmed());
     });
 }
 
@@ -185,11 +190,15 @@ void ContentsCommands::propose(ContentsProposal *proposal,
 
 void ContentsCommands::show(const ContentsEntry &entry) const {
     LabelPDFView &view = *document_.pdfview();
-    const PDFPage *page = document_.pdfDoc()->page(entry.pageIndex);
-    view.goToDestination({entry.pageIndex, entry.point});
-    view.setHighlightedArea(entry.box.isNull() ? std::nullopt
-                                               : std::optional(PDFView::PageArea{
-                                                     page->index(), page->transform().toPage(entry.box)}));
+    if (entry.box.isNull()) {
+        view.setHighlightedArea(std::nullopt);
+        return view.goToDestination({entry.pageIndex, entry.point});
+    }
+    constexpr double roomAbove = 36;  // points, so that what comes before is in sight too
+    const PageTransform transform = document_.pdfDoc()->page(entry.pageIndex)->transform();
+    const QPointF above(entry.box.left(), std::max(0.0, entry.box.top() - roomAbove));
+    view.goToDestination({entry.pageIndex, transform.toPage(above)});
+    view.setHighlightedArea(PDFView::PageArea{entry.pageIndex, transform.toPage(entry.box)});
 }
 
 void ContentsCommands::take(const ContentsProposal &proposal) {

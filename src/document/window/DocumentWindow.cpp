@@ -163,11 +163,15 @@ QWidget *DocumentWindow::makeOutlinePane() {
 void DocumentWindow::showPanel(Sheet &panel) {
     const QList<int> sizes = outlinePane_->sizes();
     tableViewH1H2H3Config_->hide();
+    outlineview_->setVisible(document_.treecontroller().rowCount() > 0);
+    connect(&document_.treecontroller(), &QAbstractItemModel::rowsInserted, &panel,
+            [this] { outlineview_->show(); });
     outlinePane_->addWidget(&panel);
     constexpr int panelShare = 3;
     outlinePane_->setStretchFactor(outlinePane_->indexOf(&panel), panelShare);
-    outlinePane_->setSizes({1, 0, outlinePane_->height()});  // the outline keeps its least height
+    outlinePane_->setSizes({1, 0, panelShare});
     connect(&panel, &QDialog::finished, this, [this, sizes] {
+        outlineview_->show();
         tableViewH1H2H3Config_->show();
         outlinePane_->setSizes(sizes);
     });

@@ -43,8 +43,8 @@ public:
     /// The bars above the pages.
     NoticeBars *notices() const { return notices_; }
 
-    /// Shows a panel below the outline, in the place of the heading map, until it is gone. The window owns it
-    /// from then on.
+    /// Shows a panel below the outline, in the place of the heading map, until it has ended. An empty outline
+    /// makes room for it. The window owns it from then on.
     void showPanel(Sheet &panel);
 
     /// Offers the files opened lately in the File menu. @param controller must outlive the window

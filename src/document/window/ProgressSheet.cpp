@@ -1,8 +1,8 @@
 #include "document/window/ProgressSheet.h"
 
-#include "widgets/Sheet.h"
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
+#include "widgets/Sheet.h"
 
 #include <QEventLoop>
 #include <QProgressBar>

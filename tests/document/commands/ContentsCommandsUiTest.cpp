@@ -94,6 +94,17 @@ TEST_F(FindContentsWindow, ItStandsInThePlaceOfTheHeadingMap) {
     EXPECT_TRUE(document.myWindow()->tableViewH1H2H3Config()->isVisible());
 }
 
+TEST_F(FindContentsWindow, EmptyOutlineMakesRoomUntilItHasAnEntry) {
+    setOutline("");
+    find();
+    EXPECT_FALSE(document.outlineview()->isVisible());
+    document.root().insertObjectInChildrenAtIndex(std::make_unique<MyOutlineItem>(), 0);
+    EXPECT_TRUE(document.outlineview()->isVisible());
+    document.root().setChildren({});
+    proposal()->pressButton(0);
+    EXPECT_TRUE(document.outlineview()->isVisible());
+}
+
 TEST_F(FindContentsWindow, OneProposalAtATime) {
     find();
     EXPECT_FALSE(isEnabled("findContents:"));
@@ -279,21 +290,25 @@ TEST_F(FindContentsWindow, WindowMayBeClosedWithItsProposal) {
     EXPECT_EQ(outline(), "Old Entry");
 }
 
-/// Headings of a clear style and, in another, bold sentences that may be headings and may be not.
+/// A book whose printed contents have one chapter that is nowhere on its pages.
 PdfBuilder makeDoubtfulBook() {
-    PdfBuilder pdf;
     const auto show = PdfBuilder::showText;
-    for (int i = 0; i < 6; ++i) {
-        std::string page =
-            show("F2", 18, 72, 700, "Chapter about " + std::string(1, static_cast<char>('A' + i)));
-        for (int line = 0; line < 30; ++line) {
-            const bool bold = line % 12 == 6 && i < 3;
-            page +=
-                show(bold ? "F2" : "F1", 10, 72, 660 - 14 * line,
-                     bold ? "Remark " + std::to_string(i * 3 + line)
-                          : "Line " + std::to_string(line) + " says what there is to know, in plain words.");
-        }
-        pdf.addPage(page);
+    const auto number = [&](int page) { return show("F1", 10, 300, 40, std::to_string(page)); };
+    const std::vector<std::string> titles = {"Soil", "Water", "Light", "Wind", "Frost", "Rain"};
+    PdfBuilder pdf;
+    std::string contents = show("F2", 20, 72, 720, "Contents") + number(1);
+    for (size_t i = 0; i < titles.size(); ++i) {
+        const int y = 680 - 16 * static_cast<int>(i);
+        contents += show("F1", 10, 72, y, titles[i] + " . . . . . . . . . .");
+        contents += show("F1", 10, 500, y, std::to_string(i + 2));
+    }
+    pdf.addPage(contents);
+    for (size_t i = 0; i < titles.size(); ++i) {
+        std::string page = titles[i] == "Frost" ? "" : show("F2", 18, 72, 700, titles[i]);
+        for (int line = 0; line < 30; ++line)
+            page += show("F1", 10, 72, 660 - 14 * line,
+                         "There is much to say, and so it is said in plain words.");
+        pdf.addPage(page + number(static_cast<int>(i) + 2));
     }
     return pdf;
 }
@@ -310,16 +325,36 @@ protected:
 
 TEST_F(DoubtfulContentsWindow, DoubtfulEntriesAreMarkedUntilTheUserDecides) {
     find();
-    part<QCheckBox>("deeper").setChecked(true);
     QTreeWidgetItem *doubtful = firstDoubtful();
     ASSERT_TRUE(doubtful);
+    EXPECT_EQ(doubtful->text(0), "Frost");
     EXPECT_TRUE(doubtful->font(0).italic());
-    EXPECT_EQ(chapter(0).text(2), "") << "the chapters are beyond doubt";
+    EXPECT_EQ(part<QLabel>("contentsSummary").text(), "Entries: 6, of which doubtful: 1");
     part<QPushButton>("nextDoubtful").click();
     EXPECT_EQ(entries().currentItem(), doubtful);
+    EXPECT_EQ(document.pdfview()->currentPage()->index(), 5);
+    EXPECT_FALSE(document.pdfview()->highlightedArea()) << "there is nothing to be marked";
     part<QPushButton>("acceptAllLike").click();
     EXPECT_EQ(firstDoubtful(), nullptr);
     EXPECT_FALSE(part<QPushButton>("nextDoubtful").isEnabled());
+    take();
+    EXPECT_EQ(outline(), "Soil Water Light Wind Frost Rain");
+}
+
+TEST_F(DoubtfulContentsWindow, AllWithoutHeadingAreAlike) {
+    find();
+    entries().setCurrentItem(firstDoubtful());
+    part<QPushButton>("rejectAllLike").click();
+    EXPECT_EQ(firstDoubtful(), nullptr);
+    take();
+    EXPECT_EQ(outline(), "Soil Water Light Wind Rain");
+}
+
+TEST_F(DoubtfulContentsWindow, NextDoubtfulBeginsAgainAtTheTop) {
+    find();
+    entries().setCurrentItem(entries().topLevelItem(5));
+    part<QPushButton>("nextDoubtful").click();
+    EXPECT_EQ(entries().currentItem(), firstDoubtful());
 }
 
 TEST_F(FindContentsWindow, CompletionAddsWhatLooksLikeTheEntries) {
@@ -413,6 +448,7 @@ TEST_F(ContentsOfScan, RecognitionIsOfferedNotDone) {
     const test::FakeProgram program("ocrmypdf", "touch \"$(dirname \"$0\")/run\"; exit 1\n");
     find();
     ASSERT_TRUE(offer());
+    EXPECT_FALSE(offer()->pressButton(1)) << "which scripts press unless they say otherwise";
     offer()->pressButton(0);
     EXPECT_EQ(proposal(), nullptr);
     EXPECT_FALSE(QFile::exists(program.path("run")));
@@ -428,7 +464,7 @@ TEST_F(ContentsOfScan, RecognisedTextIsReadAndTheFileStaysAsItIs) {
     find();
     ASSERT_TRUE(offer());
     qobject_cast<QLineEdit *>(offer()->field("ocrLanguage"))->setText(" deu ");
-    offer()->pressButton(1);
+    offer()->pressButton(2);
     EXPECT_EQ(test::contentOf(program.path("language")), "deu\n");
     ASSERT_TRUE(proposal());
     entries().setCurrentItem(&chapter(1));
@@ -443,7 +479,7 @@ TEST_F(ContentsOfScan, RecognitionIsCancelled) {
     find();
     ASSERT_TRUE(offer());
     whileReading([&] { progressSheet()->pressButton(0); });
-    offer()->pressButton(1);
+    offer()->pressButton(2);
     EXPECT_EQ(proposal(), nullptr);
     EXPECT_TRUE(platform.alerts.isEmpty());
 }
@@ -452,7 +488,7 @@ TEST_F(ContentsOfScan, FailureOfTheProgramIsTold) {
     const test::FakeProgram program("ocrmypdf", "echo 'no such language'; exit 3\n");
     find();
     ASSERT_TRUE(offer());
-    offer()->pressButton(1);
+    offer()->pressButton(2);
     ASSERT_EQ(platform.alerts.size(), 1);
     EXPECT_EQ(platform.alerts[0].message, "The text could not be recognised.");
     EXPECT_TRUE(platform.alerts[0].informativeText.contains("no such language"));
@@ -467,7 +503,7 @@ TEST_F(ContentsOfScan, CopyWithOtherPagesIsNotTaken) {
     other.save(program.path("other.pdf"));
     find();
     ASSERT_TRUE(offer());
-    offer()->pressButton(1);
+    offer()->pressButton(2);
     EXPECT_EQ(proposal(), nullptr);
     ASSERT_EQ(platform.alerts.size(), 1);
     EXPECT_TRUE(platform.alerts[0].informativeText.contains("other pages"));
