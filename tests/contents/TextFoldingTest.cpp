@@ -64,17 +64,17 @@ TEST(SearchForms, OneCharacterIsTooLittle) {
 }
 
 TEST(Ideographs, MeetWithoutBlank) {
-    EXPECT_TRUE(meetWithoutBlank("文", "word"));
-    EXPECT_TRUE(meetWithoutBlank("word", "字"));
-    EXPECT_FALSE(meetWithoutBlank("word", "word"));
-    EXPECT_FALSE(meetWithoutBlank("", "字"));
+    EXPECT_TRUE(meetWithoutBlank(u"文", u"word"));
+    EXPECT_TRUE(meetWithoutBlank(u"word", u"字"));
+    EXPECT_FALSE(meetWithoutBlank(u"word", u"word"));
+    EXPECT_FALSE(meetWithoutBlank(u"", u"字"));
 }
 
 TEST(DecimalValue, DigitsOfAnyScript) {
     EXPECT_TRUE(isDecimalNumber(QString("\u06f4\u06f2")));
     EXPECT_EQ(decimalValue(QString("\u06f4\u06f2")), 42);
-    EXPECT_FALSE(isDecimalNumber("4a"));
-    EXPECT_FALSE(isDecimalNumber(""));
+    EXPECT_FALSE(isDecimalNumber(u"4a"));
+    EXPECT_FALSE(isDecimalNumber(u""));
 }
 
 }  // namespace
