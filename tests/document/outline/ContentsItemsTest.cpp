@@ -50,7 +50,7 @@ TEST(ContentsItems, NoneOfNothing) {
 
 TEST(ItemsInOrder, CountsLevelsFromTheTop) {
     MyOutlineItem root;
-    root.appendChild(test::makeItem({"a"})).appendChild(test::makeItem("b"));
+    root.appendChild(test::makeItem({"a"})).appendChild(test::makeItem({"b"}));
     root.appendChild(test::makeItem({"c"}));
     QStringList items;
     for (const auto &[item, level] : itemsInOrder(root))
@@ -71,7 +71,7 @@ QString completedWith(std::vector<ContentsEntry> entries) {
     pages.add("i", {}).add("ii", {});
     MyOutlineItem root;
     MyOutlineItem &a = root.appendChild(test::makeItem({"a"}));
-    a.appendChild(test::makeItem({"b"})).appendChild(test::makeItem("c"));
+    a.appendChild(test::makeItem({"b"})).appendChild(test::makeItem({"c"}));
     root.appendChild(test::makeItem({"d"}));
     FoundContents completed;
     completed.entries = std::move(entries);
