@@ -126,6 +126,8 @@ TEST(ActionDescriptions, AreThoseThatHelpAndPeoplesFingersRelyOn) {
         "Titles: UPPER CASE",
         "Titles: lower case",
         "Titles: Title Case Selected Row",
+        "Contents: Find Contents… [Ctrl+Shift+G]",
+        "Contents: Complete from Existing Entries",
         "Contents: AutoTOC… [Ctrl+G]",
         "Contents: AutoTOC with Last Map",
         "Contents: Self-Calibrating AutoTOC",
