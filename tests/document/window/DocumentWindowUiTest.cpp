@@ -372,8 +372,8 @@ TEST_F(Window, TheToolBarHasWhatIsNeededMost) {
         titles.append(each->isSeparator() ? "|" : each->objectName());
     EXPECT_EQ(titles.join(' '),
               "saveDocument: openPDFInDefaultApp: | addSiblingOutlineItem: addChildOutlineItem: "
-              "removeOutlineItems: moveLeft: moveRight: moveUp: moveDown: | runGuessPDF: | zoomIn: zoomOut: "
-              "zoomToFit:");
+              "removeOutlineItems: moveLeft: moveRight: moveUp: moveDown: | findContents: runGuessPDF: | "
+              "zoomIn: zoomOut: zoomToFit:");
 }
 
 }  // namespace
