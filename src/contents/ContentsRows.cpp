@@ -202,7 +202,8 @@ void judgePage(std::vector<ContentsRow> &rows) {
         return row.end && !isChapterLabel(row.line.text);  // which ends in the chapter's
     };
     for (const ContentsRow &row : rows) {
-        if (mayHaveOne(row) && isDecimalNumber(row.end->number)) numbers.push_back(decimalValue(row.end->number));
+        if (mayHaveOne(row) && isDecimalNumber(row.end->number))
+            numbers.push_back(decimalValue(row.end->number));
     }
     const auto count = static_cast<double>(numbers.size());
     if (numbers.size() < fewest || count < share * static_cast<double>(rows.size())) return;

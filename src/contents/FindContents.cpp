@@ -30,15 +30,6 @@ bool hasEnoughText(const std::vector<PageLines> &pages) {
     return letters > 0 && letters >= fewestLetters * static_cast<double>(pages.size());
 }
 
-/// Spans are needed for the pages alone that may be contents.
-void dropSpans(std::vector<PageLines> &pages, int firstPage) {
-    for (size_t i = static_cast<size_t>(firstPage); i < pages.size(); ++i) {
-        for (TextLine &line : pages[i].lines)
-            std::vector<LineSpan>().swap(line.spans);
-        pages[i].evidence.reset();
-    }
-}
-
 /// Applies what the user says to styles and entries.
 std::vector<ProposedEntry> withChoices(const Stages &stages, std::vector<ProposedEntry> entries,
                                        const ContentsChoices &choices) {
@@ -155,7 +146,8 @@ void analyseLines(Stages &stages, const DocumentEvidence &document, bool textOnl
     progress(0.2);
     stages.printed =
         findPrintedContents(stages.pages, findContentsPages(stages.pages, !textOnly), numbers, stages.body);
-    dropSpans(stages.pages, 0);
+    for (PageLines &page : stages.pages)
+        dropSpans(page);
     progress(0.6);
     stages.headings = findHeadingCandidates(makeBlocks(stages.pages, stages.body), stages.pages, stages.body);
     scoreHeadings(stages.headings, stages.body);
@@ -207,11 +199,13 @@ std::unique_ptr<ContentsAnalysis> analyseContents(const ContentsPages &pages, bo
     auto analysis = std::make_unique<ContentsAnalysis>();
     Stages &stages = analysis->stages();
     const int count = pages.pageCount();
-    stages.pages = readAllLines(pages, stop, [&](int done) { tell(readingShare * done / count); });
+    // Printed contents alone need what their lines were made of.
+    const int frontPages = endOfFrontPages(count);
+    stages.pages = readAllLines(
+        pages, stop, [&](int done) { tell(readingShare * done / count); }, frontPages);
     if (stop.stop_requested()) return nullptr;
     stages.hasText = hasEnoughText(stages.pages);
     if (!stages.hasText) return analysis;
-    dropSpans(stages.pages, endOfFrontPages(count));
     analyseLines(stages, pages.documentEvidence(), textOnly,
                  [&](double done) { tell(readingShare + (1 - readingShare) * done); });
     tell(1);

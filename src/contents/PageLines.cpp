@@ -64,8 +64,14 @@ PageLines readLines(std::shared_ptr<const PageEvidence> evidence, int page) {
     return result;
 }
 
+void dropSpans(PageLines &page) {
+    for (TextLine &line : page.lines)
+        std::vector<LineSpan>().swap(line.spans);
+    page.evidence.reset();
+}
+
 std::vector<PageLines> readAllLines(const ContentsPages &pages, const std::stop_token &stop,
-                                    const std::function<void(int)> &progress) {
+                                    const std::function<void(int)> &progress, int withSpans) {
     const int count = pages.pageCount();
     std::vector<PageLines> result(static_cast<size_t>(count));
     std::atomic<int> next = 0;
@@ -73,7 +79,9 @@ std::vector<PageLines> readAllLines(const ContentsPages &pages, const std::stop_
     const auto readOne = [&] {
         const int index = next++;
         if (index >= count || stop.stop_requested()) return false;
-        result[static_cast<size_t>(index)] = readLines(pages.pageEvidence(index), index);
+        PageLines &page = result[static_cast<size_t>(index)];
+        page = readLines(pages.pageEvidence(index), index);
+        if (index >= withSpans) dropSpans(page);
         ++done;
         return true;
     };

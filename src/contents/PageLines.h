@@ -3,6 +3,7 @@
 #include "contents/ReadingOrder.h"
 
 #include <functional>
+#include <limits>
 #include <stop_token>
 
 namespace leafwright {
@@ -45,10 +46,15 @@ struct LineRef {
 /// frame is read.
 PageLines readLines(std::shared_ptr<const PageEvidence> evidence, int page);
 
+/// Lets go what a page's lines were made of, which takes more memory than they do.
+void dropSpans(PageLines &page);
+
 /// The lines of all pages, read on as many threads as there are cores.
 /// @param progress told how many pages are read; from the thread that called
+/// @param withSpans so many pages from the first keep what their lines were made of
 /// @return nothing when stopped
 std::vector<PageLines> readAllLines(const ContentsPages &pages, const std::stop_token &stop,
-                                    const std::function<void(int)> &progress);
+                                    const std::function<void(int)> &progress,
+                                    int withSpans = std::numeric_limits<int>::max());
 
 }  // namespace leafwright

@@ -149,6 +149,19 @@ TEST(Lines, PagesWhoseTextRunsUpAreTurned) {
     EXPECT_EQ(page.frame.toShown(QRectF(100, 92, 60, 10)), QRectF(92, 640, 10, 60));
 }
 
+TEST(Lines, SpansAreKeptOfTheFirstPagesAlone) {
+    MadePages pages;
+    for (int i = 0; i < 3; ++i)
+        pages.page().text(60, 100, "Word");
+    const std::vector<PageLines> lines = readAllLines(
+        pages, {}, [](int) {}, 2);
+    EXPECT_EQ(lines[1].lines.at(0).spans.size(), 1U);
+    EXPECT_TRUE(lines[1].evidence);
+    EXPECT_EQ(lines[2].lines.at(0).text, "Word");
+    EXPECT_TRUE(lines[2].lines.at(0).spans.empty());
+    EXPECT_FALSE(lines[2].evidence);
+}
+
 TEST(Lines, RightToLeftTextIsReadFromTheRight) {
     MadePages pages;
     pages.page().text(60, 100, "12").text(470, 100, QString("\u0628\u0627\u0628"));
