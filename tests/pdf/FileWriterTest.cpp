@@ -229,6 +229,24 @@ TEST(Writing, APageThatWouldBeLostByRepairIsARefusal) {
     EXPECT_FALSE(QFile::exists(dir.path("out.pdf")));
 }
 
+TEST(Writing, WhatDamageHasLeftAmongThePagesIsNotWritten) {
+    const TempDir dir;
+    RawPdf pdf("1.4");
+    pdf.object(1, "<< /Type /Catalog /Pages 2 0 R >>")
+        .object(2, "<< /Type /Pages /Kids [3 0 R null (damage) 836 00000 n 7 0 R 4 0 R] /Count 2 >>")
+        .object(3, "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] /Resources << >> >>")
+        .object(4, "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] /Resources << >> >>");
+    ASSERT_TRUE(pdf.save(dir.path("in.pdf")));
+    const auto document = openPdf(dir.path("in.pdf"));
+    ASSERT_TRUE(document->wasRepaired());
+    ASSERT_EQ(document->pageCount(), 2);
+    document->setOutlineRoot(newOutline());
+    ASSERT_FALSE(document->writeToFile(dir.path("out.pdf")));
+    const auto check = test::runProgram("qpdf", {"--check", dir.path("out.pdf")});
+    EXPECT_EQ(check.exitCode, 0) << check.out.toStdString() << check.err.toStdString();
+    EXPECT_EQ(openPdf(dir.path("out.pdf"))->pageCount(), 2);
+}
+
 TEST(Writing, TwiceAppendsOneSection) {
     const TempDir dir;
     threePages().save(dir.path("in.pdf"));

@@ -1,6 +1,7 @@
 #include "pdf/mupdf/WholeFileWriter.h"
 
 #include "pdf/mupdf/OutlineWriter.h"
+#include "pdf/mupdf/Walk.h"
 
 #include <QCoreApplication>
 
@@ -75,6 +76,29 @@ void install(Reader &reader, const NewObject &object) {
     clean();
 }
 
+/// Takes out of the lists of pages what damage has left there and no reader can make anything of.
+void removeWhatIsNoPage(Reader &reader) {
+    fz_context *ctx = reader.context();
+    Walk walk;
+    std::vector<Object> pending;
+    pending.push_back(reader.catalog().get(PDF_NAME(Pages)));
+    while (!pending.empty()) {
+        const Object node = std::move(pending.back());
+        pending.pop_back();
+        const Object kids = node.get(PDF_NAME(Kids));
+        if (!kids.isArray() || !walk.enter(node) || !walk.enter(kids)) continue;
+        for (int i = kids.size() - 1; i >= 0; --i) {
+            walk.step();
+            Object kid = kids.at(i);
+            if (kid.isDict()) {
+                pending.push_back(std::move(kid));
+            } else {
+                guarded(ctx, [&] { pdf_array_delete(ctx, kids.get(), i); });
+            }
+        }
+    }
+}
+
 void writeDocument(Reader &reader, Sink &sink) {
     fz_context *ctx = reader.context();
     pdf_write_options options = pdf_default_write_options;
@@ -104,6 +128,7 @@ void writeWhole(Reader &reader, const PDFOutline &root, OutputFile &out) {
         reader, [&reader](const NewObject &object) { install(reader, object); }, all);
     writer.writeEntries(root);
     writer.writeCatalog({});
+    removeWhatIsNoPage(reader);
     Sink sink{out, nullptr};
     writeDocument(reader, sink);
 }
