@@ -241,7 +241,8 @@ TEST(Writing, WhatDamageHasLeftAmongThePagesIsNotWritten) {
     ASSERT_TRUE(document->wasRepaired());
     ASSERT_EQ(document->pageCount(), 2);
     document->setOutlineRoot(newOutline());
-    ASSERT_FALSE(document->writeToFile(dir.path("out.pdf")));
+    const auto error = document->writeToFile(dir.path("out.pdf"));
+    ASSERT_FALSE(error) << error->message.toStdString();
     const auto check = test::runProgram("qpdf", {"--check", dir.path("out.pdf")});
     EXPECT_EQ(check.exitCode, 0) << check.out.toStdString() << check.err.toStdString();
     EXPECT_EQ(openPdf(dir.path("out.pdf"))->pageCount(), 2);

@@ -123,12 +123,13 @@ void writeDocument(Reader &reader, Sink &sink) {
 
 void writeWhole(Reader &reader, const PDFOutline &root, OutputFile &out) {
     if (reader.file()->size() > largestFile) throwTooLarge();
+    // Before new objects get the numbers of some that are missing.
+    removeWhatIsNoPage(reader);
     const OwnSection all{reader.file()->size(), sizeOf(reader), 0};
     OutlineWriter writer(
         reader, [&reader](const NewObject &object) { install(reader, object); }, all);
     writer.writeEntries(root);
     writer.writeCatalog({});
-    removeWhatIsNoPage(reader);
     Sink sink{out, nullptr};
     writeDocument(reader, sink);
 }
