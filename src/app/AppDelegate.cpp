@@ -10,6 +10,7 @@
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
 #include "files/FileReading.h"
+#include "platform/Settings.h"
 #include "platform/UserDefaults.h"
 
 #include <QCheckBox>
@@ -22,7 +23,6 @@ namespace leafwright {
 namespace {
 
 const QString guideName = QStringLiteral("Leafwright User Guide.pdf");
-const QString doubleClickEditingKey = QStringLiteral("LeafwrightEnableDoubleClickEditing");
 
 void bringToFront(QWidget &window) {
     window.show();
@@ -48,11 +48,11 @@ AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::applicationDidFinishLaunching() {
     sharedUpdater();
-    if (platform_.userDefaults().boolForKey(QStringLiteral("LeafwrightShowHelpOnStart"))) {
+    if (platform_.userDefaults().boolForKey(setting::showHelpOnStart)) {
         const QString guide = resourcePath(guideName);
         if (!guide.isNull()) documentController_.openDocumentWithContentsOfURL(guide, true);
     }
-    setDoubleClickMessage(platform_.userDefaults().boolForKey(doubleClickEditingKey));
+    setDoubleClickMessage(platform_.userDefaults().boolForKey(setting::enableDoubleClickEditing));
 }
 
 void AppDelegate::openFiles(const QStringList &paths) {

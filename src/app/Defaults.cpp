@@ -1,28 +1,28 @@
 #include "app/Defaults.h"
 
-#include "document/MyDocument.h"
+#include "platform/Settings.h"
 #include "platform/UserDefaults.h"
 
 namespace leafwright {
 
 const std::vector<DefaultSetting> &defaultSettings() {
     static const std::vector<DefaultSetting> settings{
-        {QStringLiteral("autotocMaxDepth"), 3},
-        {QStringLiteral("LeafwrightAllowPDFReadingInBackground"), false},
-        {QStringLiteral("autotocIgnoreHighFrequencyFonts"), true},
-        {QStringLiteral("LeafwrightShouldFindMOIPointInAutoTOC"), true},
-        {QStringLiteral("LeafwrightShowHelpOnStart"), true},
-        {QStringLiteral("LeafwrightEnableDoubleClickEditing"), false},
-        {QStringLiteral("LeafwrightAlwaysPreviewBeforeSave"), false},
-        {QStringLiteral("LeafwrightShouldWarnAboutPDFVersion"), false},
-        {QStringLiteral("LeafwrightShouldRedoMOIGenericPoints"), true},
-        {QStringLiteral("autotocIgnoreLowFrequencyFonts"), true},
+        {setting::autotocMaxDepth, 3},
+        {setting::allowPDFReadingInBackground, false},
+        {setting::ignoreHighFrequencyFonts, true},
+        {setting::findMOIPointInAutoTOC, true},
+        {setting::showHelpOnStart, true},
+        {setting::enableDoubleClickEditing, false},
+        {setting::alwaysPreviewBeforeSave, false},
+        {setting::warnAboutPDFVersion, false},
+        {setting::redoMOIGenericPoints, true},
+        {setting::ignoreLowFrequencyFonts, true},
     };
     return settings;
 }
 
 const QStringList &laterSettings() {
-    static const QStringList keys{MyDocument::keepPagesKey};
+    static const QStringList keys{setting::keepPagesOfEntries};
     return keys;
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/Defaults.h"
 #include "app/SettingBindings.h"
+#include "platform/Settings.h"
 #include "platform/UserDefaults.h"
 
 #include <QCheckBox>
@@ -50,9 +51,9 @@ QVBoxLayout *PreferencesWindow::addGroup(const QString &title) {
     return lines;
 }
 
-QCheckBox *PreferencesWindow::addCheckBox(QVBoxLayout *group, const QString &title, const char *key) {
+QCheckBox *PreferencesWindow::addCheckBox(QVBoxLayout *group, const QString &title, const QString &key) {
     auto *checkBox = new QCheckBox(title);
-    bindToSetting(*checkBox, defaults_, QString::fromLatin1(key));
+    bindToSetting(*checkBox, defaults_, key);
     group->addWidget(checkBox);
     return checkBox;
 }
@@ -70,17 +71,16 @@ QLabel *PreferencesWindow::addExplanation(QVBoxLayout *group, const QString &tex
 
 void PreferencesWindow::addOpeningGroup() {
     QVBoxLayout *group = addGroup(tr("Starting and Opening"));
-    addCheckBox(group, tr("Open the user &guide when Leafwright starts"), "LeafwrightShowHelpOnStart");
-    addCheckBox(group, tr("&Warn about PDFs of a version newer than 1.4"),
-                "LeafwrightShouldWarnAboutPDFVersion");
+    addCheckBox(group, tr("Open the user &guide when Leafwright starts"), setting::showHelpOnStart);
+    addCheckBox(group, tr("&Warn about PDFs of a version newer than 1.4"), setting::warnAboutPDFVersion);
     addCheckBox(group, tr("&Read the text of all pages in the background"),
-                "LeafwrightAllowPDFReadingInBackground");
+                setting::allowPDFReadingInBackground);
 }
 
 void PreferencesWindow::addOutlineGroup() {
     QVBoxLayout *group = addGroup(tr("Outline"));
     doubleClickEditing_ =
-        addCheckBox(group, tr("&Double-click edits the item"), "LeafwrightEnableDoubleClickEditing");
+        addCheckBox(group, tr("&Double-click edits the item"), setting::enableDoubleClickEditing);
     labelDoubleClickEditingMessage_ = addExplanation(group, QString());
 }
 
@@ -88,7 +88,7 @@ void PreferencesWindow::addContentsGroup() {
     QVBoxLayout *group = addGroup(tr("AutoTOC"));
     auto *depth = new QSpinBox;
     depth->setRange(1, deepestLevel);
-    bindToSetting(*depth, defaults_, QStringLiteral("autotocMaxDepth"));
+    bindToSetting(*depth, defaults_, setting::autotocMaxDepth);
     auto *label = new QLabel(tr("&Levels of headings at most:"));
     label->setBuddy(depth);
     auto *line = new QHBoxLayout;
@@ -98,19 +98,19 @@ void PreferencesWindow::addContentsGroup() {
     group->addLayout(line);
     group->addWidget(new QLabel(tr("For Self-Calibrating AutoTOC:")));
     addCheckBox(group, tr("Leave out the &body text’s font, and smaller ones"),
-                "autotocIgnoreHighFrequencyFonts");
-    addCheckBox(group, tr("Leave out fonts that are rarely &used"), "autotocIgnoreLowFrequencyFonts");
+                setting::ignoreHighFrequencyFonts);
+    addCheckBox(group, tr("Leave out fonts that are rarely &used"), setting::ignoreLowFrequencyFonts);
     addCheckBox(group, tr("Lead to the &heading itself, not only to its page"),
-                "LeafwrightShouldFindMOIPointInAutoTOC");
+                setting::findMOIPointInAutoTOC);
 }
 
 void PreferencesWindow::addSavingGroup() {
     QVBoxLayout *group = addGroup(tr("Saving"));
-    addCheckBox(group, tr("Offer a &preview before the PDF is saved"), "LeafwrightAlwaysPreviewBeforeSave");
+    addCheckBox(group, tr("Offer a &preview before the PDF is saved"), setting::alwaysPreviewBeforeSave);
     addCheckBox(group, tr("&Keep the pages of entries where page labels repeat"),
-                "LeafwrightKeepPagesOfEntries");
+                setting::keepPagesOfEntries);
     addCheckBox(group, tr("Recalculate targets in the &middle of a page’s top edge"),
-                "LeafwrightShouldRedoMOIGenericPoints");
+                setting::redoMOIGenericPoints);
     addExplanation(group, tr("Has no effect in this version: such targets are always kept."));
 }
 

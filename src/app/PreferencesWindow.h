@@ -25,7 +25,7 @@ public:
 
 private:
     QVBoxLayout *addGroup(const QString &title);
-    QCheckBox *addCheckBox(QVBoxLayout *group, const QString &title, const char *key);
+    QCheckBox *addCheckBox(QVBoxLayout *group, const QString &title, const QString &key);
     QLabel *addExplanation(QVBoxLayout *group, const QString &text);
     void addOpeningGroup();
     void addOutlineGroup();

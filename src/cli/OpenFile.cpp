@@ -1,5 +1,7 @@
 #include "cli/OpenFile.h"
 
+#include "platform/Settings.h"
+
 #include <QCoreApplication>
 
 namespace leafwright::cli {
@@ -100,7 +102,7 @@ void observeWriting(MyDocument &document, const QString &file, bool keepsPages, 
         for (const QString &loss : losses)
             console.message(loss);
     });
-    document.platform().userDefaults().setValue(MyDocument::keepPagesKey, keepsPages);
+    document.platform().userDefaults().setValue(setting::keepPagesOfEntries, keepsPages);
     document.setEntriesElsewhereHandler([file, &console](const EntriesElsewhere &entries) {
         console.message(
             translated("%1: %2 entries lead elsewhere now, to the last page with their label: %3; "

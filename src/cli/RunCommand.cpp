@@ -5,6 +5,7 @@
 #include "files/FileName.h"
 #include "files/FileReading.h"
 #include "files/SystemError.h"
+#include "platform/Settings.h"
 #include "script/ActionList.h"
 #include "script/ScriptFiles.h"
 #include "script/ScriptPlayer.h"
@@ -113,7 +114,7 @@ std::optional<QString> play(const std::vector<script::Step> &steps, const Reques
     }
     {
         script::ScriptPlayer player(files, report.recorder());
-        player.userDefaults().setValue(MyDocument::keepPagesKey, request.keepPages);
+        player.userDefaults().setValue(setting::keepPagesOfEntries, request.keepPages);
         if (const auto error = player.open(request.file)) return openFailure(request.file, *error);
         observeWriting(*player.document(), request.file, request.keepPages, console);
         if (auto failure = player.play(steps)) return request.steps + QLatin1String(": ") + *failure;

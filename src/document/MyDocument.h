@@ -121,8 +121,6 @@ public:
     /// The same as far as it is known; asks nobody where a printed page number is not.
     std::optional<int> knownPageIndexOfItem(const MyOutlineItem &item) const;
 
-    /// The setting that keeps pages; off until the user turns it on.
-    static const QString keepPagesKey;
     /// Whether imported entries keep the page that they came with until their label is edited. Otherwise, as
     /// all entries do, they lead to the last page that has their label.
     bool keepsPages() const;

@@ -9,6 +9,7 @@
 #include "outlineview/OKNSOutlineView.h"
 #include "pageview/ThumbnailView.h"
 #include "pdf/ReadAhead.h"
+#include "platform/Settings.h"
 #include "platform/UserDefaults.h"
 #include "system/InBackground.h"
 #include "tree/TreeController.h"
@@ -50,8 +51,7 @@ void MyDocument::windowControllerDidLoadNib(DocumentWindow &window) {
     }
     forgetPrintedPageOffset();
     estimatePrintedPageOffsetInBackground();
-    if (pdfDoc_ &&
-        platform().userDefaults().boolForKey(QStringLiteral("LeafwrightAllowPDFReadingInBackground")))
+    if (pdfDoc_ && platform().userDefaults().boolForKey(setting::allowPDFReadingInBackground))
         warmer_ = std::make_unique<PageWarmer>(*pdfDoc_);
     outlineview()->setIndentationPerLevel(indentationPerLevel);
     undoSupport_->startObservingOutlineItemsForUndoSupport();
@@ -81,7 +81,7 @@ void MyDocument::refuseEditingWhereImpossible() {
 }
 
 void MyDocument::warnAboutVersion() {
-    if (!platform().userDefaults().boolForKey(QStringLiteral("LeafwrightShouldWarnAboutPDFVersion"))) return;
+    if (!platform().userDefaults().boolForKey(setting::warnAboutPDFVersion)) return;
     constexpr double newestWithoutWarning = 1.41;
     const PDFVersion claimed = pdfDoc_->version();
     // Through single precision, so that 1.4 is not a hair above itself.
@@ -104,7 +104,7 @@ void MyDocument::showOutline() {
     importOutline();
     showEntriesElsewhere();
     connect(&platform().userDefaults(), &UserDefaults::valueChanged, this, [this](const QString &key) {
-        if (key == keepPagesKey) showEntriesElsewhere();
+        if (key == setting::keepPagesOfEntries) showEntriesElsewhere();
     });
     outlineview()->registerForDraggedTypes(OutlineDelegate::draggedTypes());
     connect(outlineview(), &OutlineView::doubleAction, this,

@@ -2,6 +2,7 @@
 #include "document/outline/OutlineExport.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/SaveProgress.h"
+#include "platform/Settings.h"
 #include "platform/UserDefaults.h"
 #include "widgets/NoticeBars.h"
 
@@ -24,10 +25,9 @@ const QString entriesElsewhereNotice = QStringLiteral("entriesElsewhere");
 
 const QString MyDocument::savePreviewPDF = QStringLiteral("SavePreviewPDF");
 const QString MyDocument::saveFinalPDF = QStringLiteral("SaveFinalPDF");
-const QString MyDocument::keepPagesKey = QStringLiteral("LeafwrightKeepPagesOfEntries");
 
 bool MyDocument::keepsPages() const {
-    return platform().userDefaults().boolForKey(keepPagesKey);
+    return platform().userDefaults().boolForKey(setting::keepPagesOfEntries);
 }
 
 EntriesElsewhere MyDocument::entriesElsewhere() const {
@@ -52,12 +52,13 @@ void MyDocument::showEntriesElsewhere() const {
     NoticeBars &notices = *window_->notices();
     const EntriesElsewhere entries = entriesElsewhere();
     if (entries.count == 0) return notices.removeNotice(entriesElsewhereNotice);
-    notices.setNotice(
-        entriesElsewhereNotice,
-        {tr("Some pages of this PDF have the same label, and saving leads these entries to the "
-            "last page with theirs: %1.")
-             .arg(entries.list()),
-         {{tr("Keep Their Pages"), [this] { platform().userDefaults().setValue(keepPagesKey, true); }}}});
+    notices.setNotice(entriesElsewhereNotice,
+                      {tr("Some pages of this PDF have the same label, and saving leads these entries to the "
+                          "last page with theirs: %1.")
+                           .arg(entries.list()),
+                       {{tr("Keep Their Pages"), [this] {
+                             platform().userDefaults().setValue(setting::keepPagesOfEntries, true);
+                         }}}});
 }
 
 std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, const QString &type) {

@@ -1,6 +1,7 @@
 #include "system/DocumentController.h"
 
 #include "files/FileReading.h"
+#include "platform/Settings.h"
 #include "platform/UserDefaults.h"
 
 #include <QFileInfo>
@@ -12,7 +13,6 @@ namespace leafwright {
 
 namespace {
 
-const QString recentDocumentsKey = QStringLiteral("recentDocuments");
 constexpr int mostRecentDocuments = 10;
 
 /// Two paths to one file, through links for instance, give the same.
@@ -78,13 +78,13 @@ bool DocumentController::closeAllDocuments() {
 
 QStringList DocumentController::recentDocuments() const {
     QStringList paths =
-        platform_.userDefaults().stringForKey(recentDocumentsKey).split(u'\n', Qt::SkipEmptyParts);
+        platform_.userDefaults().stringForKey(setting::recentDocuments).split(u'\n', Qt::SkipEmptyParts);
     paths.removeIf([](const QString &path) { return !fileExists(path); });
     return paths;
 }
 
 void DocumentController::clearRecentDocuments() {
-    platform_.userDefaults().removeValue(recentDocumentsKey);
+    platform_.userDefaults().removeValue(setting::recentDocuments);
     Q_EMIT recentDocumentsChanged();
 }
 
@@ -94,7 +94,7 @@ void DocumentController::noteRecentDocument(const QString &path) {
     paths.removeAll(path);
     paths.prepend(path);
     paths = paths.first(std::min<qsizetype>(paths.size(), mostRecentDocuments));
-    platform_.userDefaults().setValue(recentDocumentsKey, paths.join(u'\n'));
+    platform_.userDefaults().setValue(setting::recentDocuments, paths.join(u'\n'));
     Q_EMIT recentDocumentsChanged();
 }
 

@@ -10,6 +10,7 @@
 #include "document/window/DocumentWindow.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "pdf/ReadAhead.h"
+#include "platform/Settings.h"
 #include "platform/UserDefaults.h"
 #include "system/InBackground.h"
 #include "tree/TreeController.h"
@@ -108,8 +109,7 @@ void AutoTOCCommands::runMiniTOC() {
 
 void AutoTOCCommands::testPageStructureKnowledge() {
     if (!document_.allowTOCediting()) return;
-    const bool findsPoints = document_.platform().userDefaults().boolForKey(
-        QStringLiteral("LeafwrightShouldFindMOIPointInAutoTOC"));
+    const bool findsPoints = document_.platform().userDefaults().boolForKey(setting::findMOIPointInAutoTOC);
     AutoTOCProgress progress(document_);
     progress.guessPDFStep1Begins();
     document_.finishHeadingMap();  // or the guess would come later and replace the map made here
@@ -128,9 +128,8 @@ void AutoTOCCommands::testPageStructureKnowledge() {
 /// Steps 1 and 2 of the progress. Tells when the fonts say nothing.
 std::optional<CalibratedLevels> AutoTOCCommands::calibrate(AutoTOCProgress &progress) const {
     Platform &platform = document_.platform();
-    const FrequencyFilters filters{
-        platform.userDefaults().boolForKey(QStringLiteral("autotocIgnoreHighFrequencyFonts")),
-        platform.userDefaults().boolForKey(QStringLiteral("autotocIgnoreLowFrequencyFonts"))};
+    const FrequencyFilters filters{platform.userDefaults().boolForKey(setting::ignoreHighFrequencyFonts),
+                                   platform.userDefaults().boolForKey(setting::ignoreLowFrequencyFonts)};
     const FontStringCensus counts = fontStringCensus(document_.headingMapCommands().census());
     if (!canCalibrate(counts)) {
         platform.beep();
@@ -146,7 +145,7 @@ std::optional<CalibratedLevels> AutoTOCCommands::calibrate(AutoTOCProgress &prog
 int AutoTOCCommands::maxDepth() const {
     constexpr double lowest = std::numeric_limits<int>::min();
     constexpr double highest = std::numeric_limits<int>::max();
-    const double depth = document_.platform().userDefaults().doubleForKey(QStringLiteral("autotocMaxDepth"));
+    const double depth = document_.platform().userDefaults().doubleForKey(setting::autotocMaxDepth);
     return static_cast<int>(std::clamp(depth, lowest, highest));
 }
 

@@ -9,6 +9,7 @@
 #include "files/FileReplacement.h"
 #include "formats/KeyedArchive.h"
 #include "pdf/ReadAhead.h"
+#include "platform/Settings.h"
 #include "platform/UserDefaults.h"
 #include "system/InBackground.h"
 #include "view/LabelPDFView.h"
@@ -28,7 +29,6 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "leafwright.headingmap", QtInfoMsg)
 
-const QString lastMapKey = QStringLiteral("LastUsedH1H2H3MapString");
 constexpr qint64 longestMapFile = 1 << 20;  // bytes; a map has a line a font, so more is something else
 
 FilePanel mapPanel(const char *title) {
@@ -106,11 +106,11 @@ void HeadingMapCommands::buttonClickedLoadH1H2H3Map() {
     if (file.open(QIODevice::ReadOnly) && file.size() <= longestMapFile)
         text = QString::fromUtf8(file.readAll());
     if (!loadMapText(text)) return document_.platform().beep();
-    document_.platform().userDefaults().setValue(lastMapKey, text);
+    document_.platform().userDefaults().setValue(setting::lastUsedHeadingMap, text);
 }
 
 bool HeadingMapCommands::loadH1H2H3MapSavedInUserDefaults() {
-    return loadMapText(document_.platform().userDefaults().stringForKey(lastMapKey));
+    return loadMapText(document_.platform().userDefaults().stringForKey(setting::lastUsedHeadingMap));
 }
 
 bool HeadingMapCommands::loadMapText(const QString &text) {

@@ -2,6 +2,7 @@
 
 #include "document/MyDocument.h"
 #include "outlineview/OKNSOutlineView.h"
+#include "platform/Settings.h"
 #include "platform/UserDefaults.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
@@ -54,8 +55,7 @@ NavigationCommands::NavigationCommands(MyDocument &document) : document_(documen
 }
 
 void NavigationCommands::doubleClickAction(Qt::KeyboardModifiers modifiers) {
-    const bool editing =
-        document_.platform().userDefaults().boolForKey(QStringLiteral("LeafwrightEnableDoubleClickEditing"));
+    const bool editing = document_.platform().userDefaults().boolForKey(setting::enableDoubleClickEditing);
     const bool commandKey = modifiers.testFlag(Qt::ControlModifier);
     if (editing != commandKey) {
         editClickedCell();

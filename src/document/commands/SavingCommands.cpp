@@ -2,6 +2,7 @@
 
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
+#include "platform/Settings.h"
 #include "platform/UserDefaults.h"
 
 #include <QDir>
@@ -19,8 +20,7 @@ SavingCommands::SavingCommands(MyDocument &document) : document_(document) {
 
 void SavingCommands::saveDocument() {
     Platform &platform = document_.platform();
-    if (!isPreviewDue() ||
-        !platform.userDefaults().boolForKey(QStringLiteral("LeafwrightAlwaysPreviewBeforeSave"))) {
+    if (!isPreviewDue() || !platform.userDefaults().boolForKey(setting::alwaysPreviewBeforeSave)) {
         saveFinal();
         return;
     }

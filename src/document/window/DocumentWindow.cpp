@@ -8,6 +8,7 @@
 #include "files/FileName.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "pageview/ThumbnailView.h"
+#include "platform/Settings.h"
 #include "platform/UserDefaults.h"
 #include "system/DocumentController.h"
 #include "tree/TreeController.h"
@@ -36,7 +37,6 @@ namespace leafwright {
 
 namespace {
 
-const QString geometryKey = QStringLiteral("documentWindowGeometry");
 constexpr QSize firstSize{1060, 800};
 constexpr std::array menus{Menu::File,     Menu::Edit, Menu::Outline, Menu::Titles,
                            Menu::Contents, Menu::View, Menu::Help};
@@ -304,7 +304,7 @@ void DocumentWindow::updateActions() {
 
 void DocumentWindow::restorePlace() {
     resize(firstSize);
-    restoreGeometry(document_.platform().userDefaults().dataForKey(geometryKey));
+    restoreGeometry(document_.platform().userDefaults().dataForKey(setting::windowGeometry));
 }
 
 void DocumentWindow::closeEvent(QCloseEvent *event) {
@@ -318,7 +318,7 @@ void DocumentWindow::closeEvent(QCloseEvent *event) {
         event->ignore();
         return;
     }
-    document_.platform().userDefaults().setValue(geometryKey, saveGeometry());
+    document_.platform().userDefaults().setValue(setting::windowGeometry, saveGeometry());
     event->accept();
     Q_EMIT document_.closed();
 }
