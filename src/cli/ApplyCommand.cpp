@@ -1,5 +1,4 @@
-#include "cli/ApplyCommand.h"
-
+#include "cli/Commands.h"
 #include "cli/OpenFile.h"
 #include "cli/OutlineTree.h"
 #include "files/FileReading.h"

@@ -1,7 +1,6 @@
-#include "cli/AutoTOCCommand.h"
-
 #include "autotoc/AutoTOC.h"
 #include "autotoc/CalibratingAutoTOC.h"
+#include "cli/Commands.h"
 #include "cli/HeadingMapFile.h"
 #include "cli/OpenFile.h"
 #include "cli/OutlineOutput.h"

@@ -1,15 +1,6 @@
 #include "cli/CommandLine.h"
 
-#include "cli/ApplyCommand.h"
-#include "cli/AutoTOCCommand.h"
-#include "cli/ContentsCommand.h"
-#include "cli/FontsCommand.h"
-#include "cli/InfoCommand.h"
-#include "cli/LabelsCommand.h"
-#include "cli/MiniTOCCommand.h"
-#include "cli/OutlineCommand.h"
-#include "cli/RunCommand.h"
-#include "cli/TextCommand.h"
+#include "cli/Commands.h"
 
 #include <QCoreApplication>
 

@@ -1,6 +1,5 @@
-#include "cli/ContentsCommand.h"
-
 #include "cli/Batch.h"
+#include "cli/Commands.h"
 #include "cli/ContentsReport.h"
 #include "cli/Interruption.h"
 #include "cli/JsonWriter.h"

@@ -1,7 +1,6 @@
-#include "cli/FontsCommand.h"
-
 #include "autotoc/HeadingMapText.h"
 #include "categories/FontIdentity.h"
+#include "cli/Commands.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
 #include "files/FileReplacement.h"

@@ -1,5 +1,4 @@
-#include "cli/LabelsCommand.h"
-
+#include "cli/Commands.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
 

@@ -1,6 +1,5 @@
-#include "cli/MiniTOCCommand.h"
-
 #include "autotoc/MiniTOC.h"
+#include "cli/Commands.h"
 #include "cli/OpenFile.h"
 #include "pdf/ReadAhead.h"
 

@@ -1,5 +1,4 @@
-#include "cli/OutlineCommand.h"
-
+#include "cli/Commands.h"
 #include "cli/OpenFile.h"
 #include "cli/OutlineFormats.h"
 

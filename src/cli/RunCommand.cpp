@@ -1,5 +1,4 @@
-#include "cli/RunCommand.h"
-
+#include "cli/Commands.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
 #include "files/FileName.h"

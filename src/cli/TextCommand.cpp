@@ -1,6 +1,5 @@
-#include "cli/TextCommand.h"
-
 #include "categories/FontIdentity.h"
+#include "cli/Commands.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
 
