@@ -49,6 +49,7 @@ MyDocument::MyDocument(Platform &platform)
       contentsCommands_(std::make_unique<ContentsCommands>(*this)),
       editMenuCommands_(std::make_unique<EditMenuCommands>(*this)) {
     actions_.setGate([this] { return !isBusy(); });
+    actions_.setCondition([this](Needs needs) { return isThere(needs); });
     connect(treecontroller_.get(), &TreeController::itemEdited, this,
             [this] { updateChangeCount(Change::Done); });
     actions_.setWhenOutOfMemory([self = QPointer(this)] {
@@ -108,6 +109,31 @@ bool MyDocument::hasSelectedItems() const {
 
 bool MyDocument::hasSelectedText() const {
     return window_ && pdfview()->currentSelection() && !pdfview()->currentSelection()->isEmpty();
+}
+
+/// Whether what a command needs is there.
+bool MyDocument::isThere(Needs needs) const {
+    switch (needs) {
+        case Needs::Nothing:
+            return true;
+        case Needs::Entries:
+            return hasSelectedItems();
+        case Needs::OneParent: {
+            const auto nodes = selectedNodes();
+            return nodes.size() == 1 && nodes.front()->childCount() > 0;
+        }
+        case Needs::Text:
+            return hasSelectedText();
+        case Needs::PageBehind:
+            return window_ && pdfview()->canGoBack();
+        case Needs::PageAhead:
+            return window_ && pdfview()->canGoForward();
+        case Needs::RoomForProposal:
+            return contentsCommands_->mayPropose();
+        case Needs::EntriesToComplete:
+            return contentsCommands_->mayPropose() && !root_->children().empty();
+    }
+    return false;
 }
 
 void MyDocument::beginSheet(Sheet *sheet, std::function<void(int returnCode)> didEnd) {

@@ -218,6 +218,7 @@ protected:
     bool saveBeforeClosing() override;
 
 private:
+    bool isThere(Needs needs) const;
     void forgetPrintedPageOffset();
     // Steps of the load sequence.
     void refuseEditingWhereImpossible();

@@ -21,12 +21,8 @@ QString translated(const char *text) {
 /// The tag of the button that is pressed where a step names none: a command that has a sheet of its own is
 /// given for the sake of it; a sheet that comes up in passing is cancelled.
 int usualTag(const Step &step) {
-    static const QStringList withSheets{
-        QStringLiteral("findContents:"),        QStringLiteral("completeContents:"),
-        QStringLiteral("runGuessPDF:"),         QStringLiteral("runSearchSelectSheet:"),
-        QStringLiteral("runPrintedPageSheet:"), QStringLiteral("renameSequentialNumbering:"),
-        QStringLiteral("renameFindReplace:"),   QStringLiteral("renameAddPrefix:")};
-    return withSheets.contains(step.name) ? 1 : 0;
+    const ActionDescription *description = actionDescription(step.name);
+    return description && description->has(ActionDescription::HasSheet) ? 1 : 0;
 }
 
 void handleEvents() {

@@ -2,7 +2,9 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <array>
+#include <string_view>
 
 namespace leafwright {
 
@@ -12,100 +14,156 @@ constexpr const char *context = "ActionTable";
 
 // What lupdate collects for translation is marked with QT_TRANSLATE_NOOP.
 #define TITLE(text) QT_TRANSLATE_NOOP("ActionTable", text)
-constexpr bool group = true;
-constexpr bool bar = true;
+constexpr unsigned none = 0;
+constexpr unsigned group = ActionDescription::StartsGroup;
+constexpr unsigned bar = ActionDescription::InToolBar;
+constexpr unsigned sheet = ActionDescription::HasSheet;
 
 // clang-format off
 constexpr auto descriptions = std::to_array<ActionDescription>({
-    {"openDocument:", Menu::File, TITLE("Open…"), "Ctrl+O", false, bar},
-    {"performClose:", Menu::File, TITLE("Close"), "Ctrl+W", group, false},
-    {"saveDocument:", Menu::File, TITLE("Save"), "Ctrl+S", false, bar},
-    {"saveDocumentAs:", Menu::File, TITLE("Save As…"), "Ctrl+Shift+S", false, false},
-    {"openPDFInDefaultApp:", Menu::File, TITLE("Open in Default Application"), "", group, bar},
-    {"revertOutlineToSaved:", Menu::File, TITLE("Revert Outline to Saved"), "", false, false},
-    {"terminate:", Menu::File, TITLE("Quit"), "Ctrl+Q", group, false},
+    {"openDocument:", Menu::File, TITLE("Open…"), "Ctrl+O", bar},
+    {"performClose:", Menu::File, TITLE("Close"), "Ctrl+W", group},
+    {"saveDocument:", Menu::File, TITLE("Save"), "Ctrl+S", bar},
+    {"saveDocumentAs:", Menu::File, TITLE("Save As…"), "Ctrl+Shift+S"},
+    {"openPDFInDefaultApp:", Menu::File, TITLE("Open in Default Application"), "", group | bar},
+    {"revertOutlineToSaved:", Menu::File, TITLE("Revert Outline to Saved"), ""},
+    {"terminate:", Menu::File, TITLE("Quit"), "Ctrl+Q", group},
 
-    {"undo:", Menu::Edit, TITLE("Undo"), "Ctrl+Z", false, false},
-    {"redo:", Menu::Edit, TITLE("Redo"), "Ctrl+Shift+Z", false, false},
-    {"copy:", Menu::Edit, TITLE("Copy"), "Ctrl+C", group, false},
-    {"selectTOCAll:", Menu::Edit, TITLE("Select All"), "Ctrl+A", group, false},
-    {"selectTOCOnlyLevel1:", Menu::Edit, TITLE("Select Level 1"), "Ctrl+1", false, false},
-    {"selectTOCOnlyLevel2:", Menu::Edit, TITLE("Select Level 2"), "Ctrl+2", false, false},
-    {"selectTOCOnlyLevel3:", Menu::Edit, TITLE("Select Level 3"), "Ctrl+3", false, false},
-    {"runSearchSelectSheet:", Menu::Edit, TITLE("Search and Select…"), "Ctrl+F", false, false},
-    {"showPreferences:", Menu::Edit, TITLE("Preferences…"), "Ctrl+,", group, false},
+    {"undo:", Menu::Edit, TITLE("Undo"), "Ctrl+Z"},
+    {"redo:", Menu::Edit, TITLE("Redo"), "Ctrl+Shift+Z"},
+    {"copy:", Menu::Edit, TITLE("Copy"), "Ctrl+C", group},
+    {"selectTOCAll:", Menu::Edit, TITLE("Select All"), "Ctrl+A", group},
+    {"selectTOCOnlyLevel1:", Menu::Edit, TITLE("Select Level 1"), "Ctrl+1"},
+    {"selectTOCOnlyLevel2:", Menu::Edit, TITLE("Select Level 2"), "Ctrl+2"},
+    {"selectTOCOnlyLevel3:", Menu::Edit, TITLE("Select Level 3"), "Ctrl+3"},
+    {"runSearchSelectSheet:", Menu::Edit, TITLE("Search and Select…"), "Ctrl+F", sheet},
+    {"showPreferences:", Menu::Edit, TITLE("Preferences…"), "Ctrl+,", group},
 
-    {"addSiblingOutlineItem:", Menu::Outline, TITLE("Add Sibling"), "Ctrl+B", false, bar},
-    {"addChildOutlineItem:", Menu::Outline, TITLE("Add Child"), "Ctrl+Shift+B", false, bar},
-    {"addSelectedTextAsTOCSibling:", Menu::Outline, TITLE("Add Selected Text as Sibling"), "Ctrl+T", false, false},
-    {"addSelectedTextAsTOCChild:", Menu::Outline, TITLE("Add Selected Text as Child"), "Ctrl+Shift+T", false, false},
-    {"removeOutlineItems:", Menu::Outline, TITLE("Remove"), "Del", group, bar},
-    {"promoteChildrenOutlineItem:", Menu::Outline, TITLE("Promote Children"), "", false, false},
-    {"moveLeft:", Menu::Outline, TITLE("Move Left"), "Alt+Left", group, bar},
-    {"moveRight:", Menu::Outline, TITLE("Move Right"), "Alt+Right", false, bar},
-    {"moveUp:", Menu::Outline, TITLE("Move Up"), "Alt+Up", false, bar},
-    {"moveDown:", Menu::Outline, TITLE("Move Down"), "Alt+Down", false, bar},
-    {"applyTOCExpand:", Menu::Outline, TITLE("Expand"), "Ctrl+Right", group, false},
-    {"applyTOCCollapse:", Menu::Outline, TITLE("Collapse"), "Ctrl+Left", false, false},
+    {"addSiblingOutlineItem:", Menu::Outline, TITLE("Add Sibling"), "Ctrl+B", bar},
+    {"addChildOutlineItem:", Menu::Outline, TITLE("Add Child"), "Ctrl+Shift+B", bar},
+    {"addSelectedTextAsTOCSibling:", Menu::Outline, TITLE("Add Selected Text as Sibling"), "Ctrl+T", none, Needs::Text},
+    {"addSelectedTextAsTOCChild:", Menu::Outline, TITLE("Add Selected Text as Child"), "Ctrl+Shift+T", none, Needs::Text},
+    {"removeOutlineItems:", Menu::Outline, TITLE("Remove"), "Del", group | bar, Needs::Entries},
+    {"promoteChildrenOutlineItem:", Menu::Outline, TITLE("Promote Children"), "", none, Needs::OneParent},
+    {"moveLeft:", Menu::Outline, TITLE("Move Left"), "Alt+Left", group | bar, Needs::Entries},
+    {"moveRight:", Menu::Outline, TITLE("Move Right"), "Alt+Right", bar, Needs::Entries},
+    {"moveUp:", Menu::Outline, TITLE("Move Up"), "Alt+Up", bar, Needs::Entries},
+    {"moveDown:", Menu::Outline, TITLE("Move Down"), "Alt+Down", bar, Needs::Entries},
+    {"applyTOCExpand:", Menu::Outline, TITLE("Expand"), "Ctrl+Right", group, Needs::Entries},
+    {"applyTOCCollapse:", Menu::Outline, TITLE("Collapse"), "Ctrl+Left", none, Needs::Entries},
 
-    {"renameSequentialNumbering:", Menu::Titles, TITLE("Number Sequentially…"), "", false, false},
-    {"renameFindReplace:", Menu::Titles, TITLE("Find and Replace…"), "Ctrl+H", false, false},
-    {"renameAddPrefix:", Menu::Titles, TITLE("Add Prefix…"), "", false, false},
-    {"changeCaseToTitleCase:", Menu::Titles, TITLE("Title Case"), "", group, false},
-    {"changeCaseToUpperCase:", Menu::Titles, TITLE("UPPER CASE"), "", false, false},
-    {"changeCaseToLowerCase:", Menu::Titles, TITLE("lower case"), "", false, false},
-    {"changeOutlineItemToTitleCase:", Menu::Titles, TITLE("Title Case Selected Row"), "", group, false},
+    {"renameSequentialNumbering:", Menu::Titles, TITLE("Number Sequentially…"), "", sheet, Needs::Entries},
+    {"renameFindReplace:", Menu::Titles, TITLE("Find and Replace…"), "Ctrl+H", sheet, Needs::Entries},
+    {"renameAddPrefix:", Menu::Titles, TITLE("Add Prefix…"), "", sheet, Needs::Entries},
+    {"changeCaseToTitleCase:", Menu::Titles, TITLE("Title Case"), "", group, Needs::Entries},
+    {"changeCaseToUpperCase:", Menu::Titles, TITLE("UPPER CASE"), "", none, Needs::Entries},
+    {"changeCaseToLowerCase:", Menu::Titles, TITLE("lower case"), "", none, Needs::Entries},
+    {"changeOutlineItemToTitleCase:", Menu::Titles, TITLE("Title Case Selected Row"), "", group},
 
-    {"findContents:", Menu::Contents, TITLE("Find Contents…"), "Ctrl+Shift+G", false, bar},
-    {"completeContents:", Menu::Contents, TITLE("Complete from Existing Entries"), "", false, false},
-    {"runGuessPDF:", Menu::Contents, TITLE("AutoTOC…"), "Ctrl+G", group, bar},
-    {"buttonClickedBotForAutoTOC:", Menu::Contents, TITLE("AutoTOC with Last Map"), "", false, false},
-    {"testPageStructureKnowledge:", Menu::Contents, TITLE("Self-Calibrating AutoTOC"), "", false, false},
-    {"runMiniTOC:", Menu::Contents, TITLE("MiniTOC from Selection"), "", group, false},
-    {"useSelectionforH1:", Menu::Contents, TITLE("Use Selection for H1"), "Ctrl+Alt+1", group, false},
-    {"useSelectionforH2:", Menu::Contents, TITLE("Use Selection for H2"), "Ctrl+Alt+2", false, false},
-    {"useSelectionforH3:", Menu::Contents, TITLE("Use Selection for H3"), "Ctrl+Alt+3", false, false},
-    {"useSelectionforH4:", Menu::Contents, TITLE("Use Selection for H4"), "Ctrl+Alt+4", false, false},
-    {"buttonClickedLoadH1H2H3Map:", Menu::Contents, TITLE("Load Heading Map…"), "", group, false},
-    {"buttonClickedSaveH1H2H3Map:", Menu::Contents, TITLE("Save Heading Map…"), "", false, false},
-    {"buttonDeleteSelectedH1H2H3RowsClicked:", Menu::Contents, TITLE("Delete Selected Headings"), "", false, false},
-    {"resetH1H2H3FontsMap:", Menu::Contents, TITLE("Reset Heading Map"), "", false, false},
+    {"findContents:", Menu::Contents, TITLE("Find Contents…"), "Ctrl+Shift+G", bar | sheet, Needs::RoomForProposal},
+    {"completeContents:", Menu::Contents, TITLE("Complete from Existing Entries"), "", sheet, Needs::EntriesToComplete},
+    {"runGuessPDF:", Menu::Contents, TITLE("AutoTOC…"), "Ctrl+G", group | bar | sheet},
+    {"buttonClickedBotForAutoTOC:", Menu::Contents, TITLE("AutoTOC with Last Map"), ""},
+    {"testPageStructureKnowledge:", Menu::Contents, TITLE("Self-Calibrating AutoTOC"), ""},
+    {"runMiniTOC:", Menu::Contents, TITLE("MiniTOC from Selection"), "", group, Needs::Text},
+    {"useSelectionforH1:", Menu::Contents, TITLE("Use Selection for H1"), "Ctrl+Alt+1", group, Needs::Text},
+    {"useSelectionforH2:", Menu::Contents, TITLE("Use Selection for H2"), "Ctrl+Alt+2", none, Needs::Text},
+    {"useSelectionforH3:", Menu::Contents, TITLE("Use Selection for H3"), "Ctrl+Alt+3", none, Needs::Text},
+    {"useSelectionforH4:", Menu::Contents, TITLE("Use Selection for H4"), "Ctrl+Alt+4", none, Needs::Text},
+    {"buttonClickedLoadH1H2H3Map:", Menu::Contents, TITLE("Load Heading Map…"), "", group},
+    {"buttonClickedSaveH1H2H3Map:", Menu::Contents, TITLE("Save Heading Map…"), ""},
+    {"buttonDeleteSelectedH1H2H3RowsClicked:", Menu::Contents, TITLE("Delete Selected Headings"), ""},
+    {"resetH1H2H3FontsMap:", Menu::Contents, TITLE("Reset Heading Map"), ""},
 
-    {"zoomIn:", Menu::View, TITLE("Zoom In"), "Ctrl++", false, bar},
-    {"zoomOut:", Menu::View, TITLE("Zoom Out"), "Ctrl+-", false, bar},
-    {"zoomToFit:", Menu::View, TITLE("Zoom to Fit"), "Ctrl+0", false, bar},
-    {"zoomToPage:", Menu::View, TITLE("Fit Page"), "", false, false},
-    {"zoomToActualSize:", Menu::View, TITLE("Actual Size"), "", false, false},
-    {"nextPage:", Menu::View, TITLE("Next Page"), "Ctrl+PgDown", group, false},
-    {"prevPage:", Menu::View, TITLE("Previous Page"), "Ctrl+PgUp", false, false},
-    {"goToPageLabel:", Menu::View, TITLE("Go to Page…"), "Ctrl+L", false, false},
-    {"goBack:", Menu::View, TITLE("Back"), "", false, false},
-    {"goForward:", Menu::View, TITLE("Forward"), "", false, false},
-    {"moveToPageOfOutlineItem:", Menu::View, TITLE("Show Target of Selected Item"), "Ctrl+J", group, false},
-    {"nextPageLabelLocation:", Menu::View, TITLE("Next Page Label Corner"), "Ctrl+Shift+L", group, false},
-    {"runPrintedPageSheet:", Menu::View, TITLE("Printed Page Number…"), "", false, false},
+    {"zoomIn:", Menu::View, TITLE("Zoom In"), "Ctrl++", bar},
+    {"zoomOut:", Menu::View, TITLE("Zoom Out"), "Ctrl+-", bar},
+    {"zoomToFit:", Menu::View, TITLE("Zoom to Fit"), "Ctrl+0", bar},
+    {"zoomToPage:", Menu::View, TITLE("Fit Page"), ""},
+    {"zoomToActualSize:", Menu::View, TITLE("Actual Size"), ""},
+    {"nextPage:", Menu::View, TITLE("Next Page"), "Ctrl+PgDown", group},
+    {"prevPage:", Menu::View, TITLE("Previous Page"), "Ctrl+PgUp"},
+    {"goToPageLabel:", Menu::View, TITLE("Go to Page…"), "Ctrl+L", sheet},
+    {"goBack:", Menu::View, TITLE("Back"), "", none, Needs::PageBehind},
+    {"goForward:", Menu::View, TITLE("Forward"), "", none, Needs::PageAhead},
+    {"moveToPageOfOutlineItem:", Menu::View, TITLE("Show Target of Selected Item"), "Ctrl+J", group},
+    {"nextPageLabelLocation:", Menu::View, TITLE("Next Page Label Corner"), "Ctrl+Shift+L", group},
+    {"runPrintedPageSheet:", Menu::View, TITLE("Printed Page Number…"), "", sheet},
 
-    {"openHelpFile:", Menu::Help, TITLE("User Guide"), "F1", false, false},
-    {"openTutorial:", Menu::Help, TITLE("Tutorials"), "", false, false},
-    {"openLeafwrightOnline:", Menu::Help, TITLE("Leafwright Online"), "", group, false},
-    {"openLeafwrightMacAppStore:", Menu::Help, TITLE("Leafwright in the App Store"), "", false, false},
-    {"emailCustomerSupport:", Menu::Help, TITLE("Email Customer Support"), "", group, false},
-    {"emailFeedback:", Menu::Help, TITLE("Send Feedback"), "", false, false},
-    {"appMenuCheckForUpdates:", Menu::Help, TITLE("Check for Updates…"), "", group, false},
-    {"orderFrontStandardAboutPanel:", Menu::Help, TITLE("About"), "", false, false},
+    {"openHelpFile:", Menu::Help, TITLE("User Guide"), "F1"},
+    {"openTutorial:", Menu::Help, TITLE("Tutorials"), ""},
+    {"openLeafwrightOnline:", Menu::Help, TITLE("Leafwright Online"), "", group},
+    {"openLeafwrightMacAppStore:", Menu::Help, TITLE("Leafwright in the App Store"), ""},
+    {"emailCustomerSupport:", Menu::Help, TITLE("Email Customer Support"), "", group},
+    {"emailFeedback:", Menu::Help, TITLE("Send Feedback"), ""},
+    {"appMenuCheckForUpdates:", Menu::Help, TITLE("Check for Updates…"), "", group},
+    {"orderFrontStandardAboutPanel:", Menu::Help, TITLE("About"), ""},
 
-    {"doubleClickAction:", Menu::None, TITLE("Open Clicked Row"), "", false, false},
-    {"dumpFontsOnCurrentPage:", Menu::None, TITLE("Log Fonts of Current Page"), "", false, false},
-    {"debugPrintFontsInDocument:", Menu::None, TITLE("Count Fonts of Document"), "", false, false},
-    {"debugSelectedText:", Menu::None, TITLE("Locate Selected Text"), "", false, false},
+    {"doubleClickAction:", Menu::None, TITLE("Open Clicked Row"), ""},
+    {"dumpFontsOnCurrentPage:", Menu::None, TITLE("Log Fonts of Current Page"), ""},
+    {"debugPrintFontsInDocument:", Menu::None, TITLE("Count Fonts of Document"), ""},
+    {"debugSelectedText:", Menu::None, TITLE("Locate Selected Text"), ""},
 });
 // clang-format on
 #undef TITLE
+
+using Selectors = std::span<const char *const>;
+
+/// Stands between groups.
+constexpr const char *separator = "";
+
+constexpr auto onEntries = std::to_array<const char *>(
+    {"moveToPageOfOutlineItem:", separator, "addSiblingOutlineItem:", "addChildOutlineItem:", separator,
+     "copy:", "removeOutlineItems:", "promoteChildrenOutlineItem:", separator,
+     "moveLeft:", "moveRight:", "moveUp:", "moveDown:", separator, "applyTOCExpand:", "applyTOCCollapse:"});
+constexpr auto besideEntries =
+    std::to_array<const char *>({"addSiblingOutlineItem:", separator,
+                                 "selectTOCAll:", "runSearchSelectSheet:", separator, "runGuessPDF:"});
+constexpr auto onText = std::to_array<const char *>(
+    {"copy:", separator, "addSelectedTextAsTOCSibling:", "addSelectedTextAsTOCChild:", separator,
+     "useSelectionforH1:", "useSelectionforH2:", "useSelectionforH3:", "useSelectionforH4:", "runMiniTOC:"});
+constexpr auto onPages = std::to_array<const char *>(
+    {"addSiblingOutlineItem:", "addChildOutlineItem:", separator, "goToPageLabel:", "goBack:", "goForward:",
+     separator, "zoomIn:", "zoomOut:", "zoomToFit:", "zoomToPage:", "zoomToActualSize:", separator,
+     "nextPageLabelLocation:", "runPrintedPageSheet:"});
+constexpr auto onThumbnails = std::to_array<const char *>(
+    {"addSiblingOutlineItem:", "addChildOutlineItem:", separator, "goToPageLabel:", "runPrintedPageSheet:"});
+constexpr auto onMapRows = std::to_array<const char *>(
+    {"buttonDeleteSelectedH1H2H3RowsClicked:", "resetH1H2H3FontsMap:", separator,
+     "buttonClickedLoadH1H2H3Map:", "buttonClickedSaveH1H2H3Map:", separator, "runGuessPDF:"});
+
+/// A slip in a name would leave the command out of the menu, so the compiler looks for it.
+constexpr bool areCommands(Selectors selectors) {
+    return std::ranges::all_of(selectors, [](std::string_view selector) {
+        return selector == separator || std::ranges::any_of(descriptions, [&](const ActionDescription &each) {
+                   return selector == each.selector;
+               });
+    });
+}
+static_assert(areCommands(onEntries) && areCommands(besideEntries) && areCommands(onText) &&
+              areCommands(onPages) && areCommands(onThumbnails) && areCommands(onMapRows));
 
 }  // namespace
 
 std::span<const ActionDescription> actionDescriptions() {
     return descriptions;
+}
+
+std::span<const char *const> commandsIn(Place place) {
+    switch (place) {
+        case Place::OnEntries:
+            return onEntries;
+        case Place::BesideEntries:
+            return besideEntries;
+        case Place::OnText:
+            return onText;
+        case Place::OnPages:
+            return onPages;
+        case Place::OnThumbnails:
+            return onThumbnails;
+        case Place::OnMapRows:
+            return onMapRows;
+    }
+    return {};
 }
 
 QString actionTitle(const ActionDescription &description) {

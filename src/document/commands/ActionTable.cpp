@@ -14,10 +14,11 @@ const ActionDescription *actionDescription(const QString &selector) {
     return found == all.end() ? nullptr : &*found;
 }
 
-void ActionTable::handle(const char *selector, Handler handler, Rule isEnabled) {
+void ActionTable::handle(const char *selector, Handler handler) {
     const QString key = QString::fromLatin1(selector);
-    if (!actionDescription(key)) throw std::logic_error(std::string("no such command: ") + selector);
-    if (!entries_.try_emplace(key, Entry{std::move(handler), std::move(isEnabled)}).second)
+    const ActionDescription *description = actionDescription(key);
+    if (!description) throw std::logic_error(std::string("no such command: ") + selector);
+    if (!entries_.try_emplace(key, Entry{std::move(handler), description->needs}).second)
         throw std::logic_error(std::string("handled twice: ") + selector);
 }
 
@@ -27,7 +28,9 @@ bool ActionTable::isHandled(const QString &selector) const {
 
 bool ActionTable::validateUserInterfaceItem(const QString &selector) const {
     const auto found = entries_.find(selector);
-    return found != entries_.end() && (!found->second.isEnabled || found->second.isEnabled());
+    if (found == entries_.end()) return false;
+    const Needs needs = found->second.needs;
+    return needs == Needs::Nothing || !isThere_ || isThere_(needs);
 }
 
 bool ActionTable::perform(const QString &selector, QObject *sender) const {

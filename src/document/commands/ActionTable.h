@@ -16,20 +16,45 @@ namespace leafwright {
 /// The menus, in the order of the menu bar.
 enum class Menu { File, Edit, Outline, Titles, Contents, View, Help, None };
 
-/// How a command looks, wherever it is shown.
+/// What must be there for a command to be enabled.
+enum class Needs {
+    Nothing,
+    Entries,     ///< Selected ones.
+    OneParent,   ///< One selected entry, with others below it.
+    Text,        ///< Selected text.
+    PageBehind,  ///< A page to go back to.
+    PageAhead,
+    RoomForProposal,    ///< An outline that may be edited, for which nothing is proposed yet.
+    EntriesToComplete,  ///< The same, with entries.
+};
+
+/// Where commands are offered besides the menu bar: the menus of the second mouse button.
+enum class Place { OnEntries, BesideEntries, OnText, OnPages, OnThumbnails, OnMapRows };
+
+/// A command: how it looks, wherever it is shown, what it needs, and whether it asks something first.
 struct ActionDescription {
+    enum Mark : unsigned {
+        StartsGroup = 1,  ///< A separator stands before it in its menu.
+        InToolBar = 2,
+        HasSheet = 4,  ///< It opens a sheet of its own, which asks how it is to be done.
+    };
+
     const char *selector;  ///< The command's identity: "moveLeft:".
     Menu menu;             ///< None for commands that no menu lists.
     const char *title;     ///< Untranslated; an ellipsis at the end if the command asks something first.
     const char *shortcut;  ///< In portable text, such as "Ctrl+O"; empty for none.
-    bool startsGroup;      ///< A separator stands before it in its menu.
-    bool inToolBar;
+    unsigned marks = 0;    ///< Those that it has, added up.
+    Needs needs = Needs::Nothing;
+
+    bool has(Mark mark) const { return (marks & mark) != 0; }
 };
 
 /// Every command there is, menu by menu in the order of the menus.
 std::span<const ActionDescription> actionDescriptions();
 /// Null if there is no such command.
 const ActionDescription *actionDescription(const QString &selector);
+/// The selectors of the commands that a place offers, in its order; an empty one stands between groups.
+std::span<const char *const> commandsIn(Place place);
 /// The menu's title, translated.
 QString menuTitle(Menu menu);
 /// The command's title, translated.
@@ -42,10 +67,13 @@ public:
     /// @param sender who asks, a view or a menu's action; may be null
     using Handler = std::function<void(QObject *sender)>;
     using Rule = std::function<bool()>;
+    using Condition = std::function<bool(Needs)>;
 
     /// Says what a command does. The selector must be one of actionDescriptions(), and be handled once only;
-    /// throws std::logic_error otherwise. @param isEnabled null: always
-    void handle(const char *selector, Handler handler, Rule isEnabled = nullptr);
+    /// throws std::logic_error otherwise.
+    void handle(const char *selector, Handler handler);
+    /// Says who knows whether what a command needs is there. Never asked for Needs::Nothing.
+    void setCondition(Condition isThere) { isThere_ = std::move(isThere); }
 
     bool isHandled(const QString &selector) const;
     /// Whether the command may be chosen now; false for one without a handler.
@@ -63,9 +91,10 @@ public:
 private:
     struct Entry {
         Handler handler;
-        Rule isEnabled;
+        Needs needs;
     };
     std::map<QString, Entry> entries_;
+    Condition isThere_;
     Rule mayPerform_;
     std::function<void()> whenOutOfMemory_;
 };

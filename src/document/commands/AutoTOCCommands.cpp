@@ -39,8 +39,7 @@ AutoTOCCommands::AutoTOCCommands(MyDocument &document) : document_(document) {
     actions.handle("runGuessPDF:", [this](QObject *) { runGuessPDF(); });
     actions.handle("buttonClickedBotForAutoTOC:", [this](QObject *) { buttonClickedBotForAutoTOC(); });
     actions.handle("testPageStructureKnowledge:", [this](QObject *) { testPageStructureKnowledge(); });
-    actions.handle(
-        "runMiniTOC:", [this](QObject *) { runMiniTOC(); }, [this] { return document_.hasSelectedText(); });
+    actions.handle("runMiniTOC:", [this](QObject *) { runMiniTOC(); });
 }
 
 void AutoTOCCommands::runGuessPDF() {

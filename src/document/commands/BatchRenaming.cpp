@@ -47,19 +47,12 @@ qint32 wrappingSum(qint32 a, qint32 b) {
 
 BatchRenaming::BatchRenaming(MyDocument &document) : document_(document) {
     ActionTable &actions = document.actions();
-    const auto anySelected = [this] { return document_.hasSelectedItems(); };
-    actions.handle(
-        "renameSequentialNumbering:", [this](QObject *) { renameSequentialNumbering(); }, anySelected);
-    actions.handle(
-        "renameFindReplace:", [this](QObject *) { renameFindReplace(); }, anySelected);
-    actions.handle(
-        "renameAddPrefix:", [this](QObject *) { renameAddPrefix(); }, anySelected);
-    actions.handle(
-        "changeCaseToTitleCase:", [this](QObject *) { changeCaseToTitleCase(); }, anySelected);
-    actions.handle(
-        "changeCaseToUpperCase:", [this](QObject *) { changeCaseToUpperCase(); }, anySelected);
-    actions.handle(
-        "changeCaseToLowerCase:", [this](QObject *) { changeCaseToLowerCase(); }, anySelected);
+    actions.handle("renameSequentialNumbering:", [this](QObject *) { renameSequentialNumbering(); });
+    actions.handle("renameFindReplace:", [this](QObject *) { renameFindReplace(); });
+    actions.handle("renameAddPrefix:", [this](QObject *) { renameAddPrefix(); });
+    actions.handle("changeCaseToTitleCase:", [this](QObject *) { changeCaseToTitleCase(); });
+    actions.handle("changeCaseToUpperCase:", [this](QObject *) { changeCaseToUpperCase(); });
+    actions.handle("changeCaseToLowerCase:", [this](QObject *) { changeCaseToLowerCase(); });
 }
 
 void BatchRenaming::renameSelected(const Rewrite &rewrite) {

@@ -77,11 +77,8 @@ std::variant<std::unique_ptr<ContentsAnalysis>, QString> recognisedAndAnalysed(c
 
 ContentsCommands::ContentsCommands(MyDocument &document) : document_(document) {
     ActionTable &actions = document.actions();
-    actions.handle(
-        "findContents:", [this](QObject *) { findContents(); }, [this] { return mayPropose(); });
-    actions.handle(
-        "completeContents:", [this](QObject *) { completeContents(); },
-        [this] { return mayPropose() && !document_.root().children().empty(); });
+    actions.handle("findContents:", [this](QObject *) { findContents(); });
+    actions.handle("completeContents:", [this](QObject *) { completeContents(); });
 }
 
 ContentsCommands::~ContentsCommands() = default;

@@ -40,14 +40,13 @@ FilePanel mapPanel(const char *title) {
 
 HeadingMapCommands::HeadingMapCommands(MyDocument &document) : document_(document) {
     ActionTable &actions = document.actions();
-    const auto textSelected = [this] { return document_.hasSelectedText(); };
     const auto use = [this](int level) {
         return [this, level](QObject *) { processSelectedTextForHLevel(level); };
     };
-    actions.handle("useSelectionforH1:", use(1), textSelected);
-    actions.handle("useSelectionforH2:", use(2), textSelected);
-    actions.handle("useSelectionforH3:", use(3), textSelected);
-    actions.handle("useSelectionforH4:", use(4), textSelected);
+    actions.handle("useSelectionforH1:", use(1));
+    actions.handle("useSelectionforH2:", use(2));
+    actions.handle("useSelectionforH3:", use(3));
+    actions.handle("useSelectionforH4:", use(4));
     actions.handle("buttonClickedSaveH1H2H3Map:", [this](QObject *) { buttonClickedSaveH1H2H3Map(); });
     actions.handle("buttonClickedLoadH1H2H3Map:", [this](QObject *) { buttonClickedLoadH1H2H3Map(); });
     actions.handle("resetH1H2H3FontsMap:", [this](QObject *) { resetH1H2H3FontsMap(); });

@@ -46,12 +46,8 @@ NavigationCommands::NavigationCommands(MyDocument &document) : document_(documen
     actions.handle("zoomToPage:", [this](QObject *) { document_.pdfview()->zoomToPage(); });
     actions.handle("zoomToActualSize:", [this](QObject *) { document_.pdfview()->zoomToActualSize(); });
     actions.handle("goToPageLabel:", [this](QObject *) { goToPageLabel(); });
-    actions.handle(
-        "goBack:", [this](QObject *) { document_.pdfview()->goBack(); },
-        [this] { return document_.pdfview() && document_.pdfview()->canGoBack(); });
-    actions.handle(
-        "goForward:", [this](QObject *) { document_.pdfview()->goForward(); },
-        [this] { return document_.pdfview() && document_.pdfview()->canGoForward(); });
+    actions.handle("goBack:", [this](QObject *) { document_.pdfview()->goBack(); });
+    actions.handle("goForward:", [this](QObject *) { document_.pdfview()->goForward(); });
 }
 
 void NavigationCommands::doubleClickAction(Qt::KeyboardModifiers modifiers) {

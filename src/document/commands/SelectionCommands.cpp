@@ -35,15 +35,12 @@ std::vector<IndexPath> recursiveMatchIndexPathsInSubTree(TreeNode &node, const Q
 
 SelectionCommands::SelectionCommands(MyDocument &document) : document_(document) {
     ActionTable &actions = document.actions();
-    const auto anySelected = [this] { return document_.hasSelectedItems(); };
     actions.handle("selectTOCAll:", [this](QObject *) { selectTOCAll(); });
     actions.handle("selectTOCOnlyLevel1:", [this](QObject *) { selectTOCOnlyLevel(1); });
     actions.handle("selectTOCOnlyLevel2:", [this](QObject *) { selectTOCOnlyLevel(2); });
     actions.handle("selectTOCOnlyLevel3:", [this](QObject *) { selectTOCOnlyLevel(3); });
-    actions.handle(
-        "applyTOCExpand:", [this](QObject *) { applyTOCExpand(); }, anySelected);
-    actions.handle(
-        "applyTOCCollapse:", [this](QObject *) { applyTOCCollapse(); }, anySelected);
+    actions.handle("applyTOCExpand:", [this](QObject *) { applyTOCExpand(); });
+    actions.handle("applyTOCCollapse:", [this](QObject *) { applyTOCCollapse(); });
     actions.handle("runSearchSelectSheet:", [this](QObject *) { runSearchSelectSheet(); });
 }
 

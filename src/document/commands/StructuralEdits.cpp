@@ -70,31 +70,16 @@ bool checkLegitimateTitle(const QString &title) {
 
 StructuralEdits::StructuralEdits(MyDocument &document) : document_(document) {
     ActionTable &actions = document.actions();
-    const auto anySelected = [this] { return document_.hasSelectedItems(); };
-    const auto oneParentSelected = [this] {
-        const auto nodes = document_.selectedNodes();
-        return nodes.size() == 1 && nodes.front()->childCount() > 0;
-    };
-    const auto textSelected = [this] { return document_.hasSelectedText(); };
-    actions.handle(
-        "moveLeft:", [this](QObject *) { moveLeft(); }, anySelected);
-    actions.handle(
-        "moveRight:", [this](QObject *) { moveRight(); }, anySelected);
-    actions.handle(
-        "moveUp:", [this](QObject *) { moveUp(); }, anySelected);
-    actions.handle(
-        "moveDown:", [this](QObject *) { moveDown(); }, anySelected);
+    actions.handle("moveLeft:", [this](QObject *) { moveLeft(); });
+    actions.handle("moveRight:", [this](QObject *) { moveRight(); });
+    actions.handle("moveUp:", [this](QObject *) { moveUp(); });
+    actions.handle("moveDown:", [this](QObject *) { moveDown(); });
     actions.handle("addSiblingOutlineItem:", [this](QObject *) { addSiblingOutlineItem(); });
     actions.handle("addChildOutlineItem:", [this](QObject *) { addChildOutlineItem(); });
-    actions.handle(
-        "removeOutlineItems:", [this](QObject *) { removeOutlineItems(); }, anySelected);
-    actions.handle(
-        "promoteChildrenOutlineItem:", [this](QObject *) { promoteChildrenOutlineItem(); },
-        oneParentSelected);
-    actions.handle(
-        "addSelectedTextAsTOCSibling:", [this](QObject *) { addSelectedTextAsTOCSibling(); }, textSelected);
-    actions.handle(
-        "addSelectedTextAsTOCChild:", [this](QObject *) { addSelectedTextAsTOCChild(); }, textSelected);
+    actions.handle("removeOutlineItems:", [this](QObject *) { removeOutlineItems(); });
+    actions.handle("promoteChildrenOutlineItem:", [this](QObject *) { promoteChildrenOutlineItem(); });
+    actions.handle("addSelectedTextAsTOCSibling:", [this](QObject *) { addSelectedTextAsTOCSibling(); });
+    actions.handle("addSelectedTextAsTOCChild:", [this](QObject *) { addSelectedTextAsTOCChild(); });
     actions.handle("changeOutlineItemToTitleCase:", [this](QObject *) { changeOutlineItemToTitleCase(); });
 }
 

@@ -10,40 +10,12 @@
 #include <QMenu>
 #include <QTableView>
 
-#include <array>
-#include <span>
-
 namespace leafwright {
 
 namespace {
 
-using Selectors = std::span<const char *const>;
-
-/// Stands between groups.
-constexpr const char *separator = "";
-
-constexpr auto onEntries = std::to_array<const char *>(
-    {"moveToPageOfOutlineItem:", separator, "addSiblingOutlineItem:", "addChildOutlineItem:", separator,
-     "copy:", "removeOutlineItems:", "promoteChildrenOutlineItem:", separator,
-     "moveLeft:", "moveRight:", "moveUp:", "moveDown:", separator, "applyTOCExpand:", "applyTOCCollapse:"});
-constexpr auto besideEntries =
-    std::to_array<const char *>({"addSiblingOutlineItem:", separator,
-                                 "selectTOCAll:", "runSearchSelectSheet:", separator, "runGuessPDF:"});
-constexpr auto onText = std::to_array<const char *>(
-    {"copy:", separator, "addSelectedTextAsTOCSibling:", "addSelectedTextAsTOCChild:", separator,
-     "useSelectionforH1:", "useSelectionforH2:", "useSelectionforH3:", "useSelectionforH4:", "runMiniTOC:"});
-constexpr auto onPages = std::to_array<const char *>(
-    {"addSiblingOutlineItem:", "addChildOutlineItem:", separator, "goToPageLabel:", "goBack:", "goForward:",
-     separator, "zoomIn:", "zoomOut:", "zoomToFit:", "zoomToPage:", "zoomToActualSize:", separator,
-     "nextPageLabelLocation:", "runPrintedPageSheet:"});
-constexpr auto onThumbnails = std::to_array<const char *>(
-    {"addSiblingOutlineItem:", "addChildOutlineItem:", separator, "goToPageLabel:", "runPrintedPageSheet:"});
-constexpr auto onMapRows = std::to_array<const char *>(
-    {"buttonDeleteSelectedH1H2H3RowsClicked:", "resetH1H2H3FontsMap:", separator,
-     "buttonClickedLoadH1H2H3Map:", "buttonClickedSaveH1H2H3Map:", separator, "runGuessPDF:"});
-
-void fill(QMenu &menu, DocumentWindow &window, Selectors selectors) {
-    for (const char *selector : selectors) {
+void fill(QMenu &menu, DocumentWindow &window, Place place) {
+    for (const char *selector : commandsIn(place)) {
         if (*selector == 0) {
             menu.addSeparator();
         } else if (auto *action = window.findChild<QAction *>(QString::fromLatin1(selector))) {
@@ -81,20 +53,22 @@ void addContextMenu(DocumentWindow &window, QAbstractScrollArea *view, FillMenu 
 void addContextMenus(DocumentWindow &window) {
     addContextMenu(window, window.outlineview(), [&window](QMenu &menu, const QPoint &position) {
         const bool isOnEntry = window.outlineview()->indexAt(position).isValid();
-        fill(menu, window, isOnEntry ? Selectors(onEntries) : Selectors(besideEntries));
+        fill(menu, window, isOnEntry ? Place::OnEntries : Place::BesideEntries);
         if (isOnEntry) addTitles(menu, window);
     });
     addContextMenu(window, window.pdfview(), [&window](QMenu &menu, const QPoint & /*position*/) {
         if (window.pdfview()->currentSelection()) {
-            fill(menu, window, onText);
+            fill(menu, window, Place::OnText);
             menu.addSeparator();
         }
-        fill(menu, window, onPages);
+        fill(menu, window, Place::OnPages);
     });
-    addContextMenu(window, window.pdfthumbs(),
-                   [&window](QMenu &menu, const QPoint & /*position*/) { fill(menu, window, onThumbnails); });
-    addContextMenu(window, window.tableViewH1H2H3Config(),
-                   [&window](QMenu &menu, const QPoint & /*position*/) { fill(menu, window, onMapRows); });
+    addContextMenu(window, window.pdfthumbs(), [&window](QMenu &menu, const QPoint & /*position*/) {
+        fill(menu, window, Place::OnThumbnails);
+    });
+    addContextMenu(
+        window, window.tableViewH1H2H3Config(),
+        [&window](QMenu &menu, const QPoint & /*position*/) { fill(menu, window, Place::OnMapRows); });
 }
 
 }  // namespace leafwright

@@ -206,10 +206,10 @@ void DocumentWindow::makeMenus() {
         for (const ActionDescription *description : handled) {
             if (description->menu != which) continue;
             if (!menu) menu = menuBar()->addMenu(menuTitle(which));
-            if (description->startsGroup && !menu->isEmpty()) menu->addSeparator();
+            if (description->has(ActionDescription::StartsGroup) && !menu->isEmpty()) menu->addSeparator();
             QAction *action = makeAction(*description);
             menu->addAction(action);
-            if (!description->inToolBar) continue;
+            if (!description->has(ActionDescription::InToolBar)) continue;
             if (std::exchange(firstInToolBar, false) && !toolBar->actions().isEmpty())
                 toolBar->addSeparator();
             toolBar->addAction(action);

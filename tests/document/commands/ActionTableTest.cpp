@@ -21,8 +21,13 @@ TEST(ActionTable, ADisabledCommandIsNotPerformed) {
     ActionTable table;
     int calls = 0;
     bool enabled = false;
-    table.handle(
-        "moveLeft:", [&](QObject *) { ++calls; }, [&] { return enabled; });
+    table.handle("moveLeft:", [&](QObject *) { ++calls; });
+    table.handle("zoomIn:", [](QObject *) {});
+    table.setCondition([&](Needs needs) {
+        EXPECT_EQ(needs, Needs::Entries);
+        return enabled;
+    });
+    EXPECT_TRUE(table.validateUserInterfaceItem("zoomIn:")) << "needs nothing";
     EXPECT_FALSE(table.validateUserInterfaceItem("moveLeft:"));
     EXPECT_FALSE(table.perform("moveLeft:"));
     enabled = true;
