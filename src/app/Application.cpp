@@ -8,7 +8,7 @@
 #include "files/FileName.h"
 #include "files/FileReading.h"
 #include "files/FileWriting.h"
-#include "platform/Translation.h"
+#include "texts/Translation.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

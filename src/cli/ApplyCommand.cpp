@@ -2,8 +2,7 @@
 #include "cli/OpenFile.h"
 #include "cli/OutlineTree.h"
 #include "files/FileReading.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 #include <unistd.h>
 
@@ -11,9 +10,7 @@ namespace leafwright::cli {
 
 namespace {
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("ApplyCommand", text);
-}
+constexpr Translated translated{"ApplyCommand"};
 
 std::optional<QByteArray> readTree(const QString &path, Console &console) {
     auto text = path == QLatin1String("-") ? readDescriptor(STDIN_FILENO) : readFile(path);

@@ -5,8 +5,7 @@
 #include "cli/OpenFile.h"
 #include "cli/OutlineOutput.h"
 #include "pdf/ReadAhead.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 namespace leafwright::cli {
 
@@ -19,9 +18,7 @@ const QString calibrateOption = QStringLiteral("calibrate");
 const QString keepOption = QStringLiteral("keep");
 const QString wrapOption = QStringLiteral("wrap");
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("AutoTOCCommand", text);
-}
+constexpr Translated translated{"AutoTOCCommand"};
 
 struct Request {
     QString mapFile;  ///< Empty: guess the map.

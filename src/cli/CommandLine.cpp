@@ -1,16 +1,13 @@
 #include "cli/CommandLine.h"
 
 #include "cli/Commands.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 namespace leafwright::cli {
 
 namespace {
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("CommandLine", text);
-}
+constexpr Translated translated{"CommandLine"};
 
 QString overview() {
     QString text = translated(

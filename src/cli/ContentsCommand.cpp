@@ -11,8 +11,8 @@
 #include "document/outline/ContentsItems.h"
 #include "document/outline/TextRecognition.h"
 #include "files/FileReplacement.h"
+#include "texts/Translated.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 namespace leafwright::cli {
@@ -29,9 +29,7 @@ const QString keepOption = QStringLiteral("keep");
 const QString reportOption = QStringLiteral("report");
 const QString explainOption = QStringLiteral("explain");
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("ContentsCommand", text);
-}
+constexpr Translated translated{"ContentsCommand"};
 
 struct Request {
     ContentsOptions options;

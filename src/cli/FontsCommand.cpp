@@ -5,8 +5,7 @@
 #include "cli/OpenFile.h"
 #include "files/FileReplacement.h"
 #include "pdf/ReadAhead.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 namespace leafwright::cli {
 
@@ -14,9 +13,7 @@ namespace {
 
 const QString saveMapOption = QStringLiteral("save-map");
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("FontsCommand", text);
-}
+constexpr Translated translated{"FontsCommand"};
 
 void printFont(const Font &font, JsonWriter &json) {
     json.member("font", font.displayName());

@@ -1,8 +1,8 @@
 #include "cli/HeadingMapFile.h"
 
 #include "files/FileReading.h"
+#include "texts/Translated.h"
 
-#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -11,9 +11,7 @@ namespace leafwright::cli {
 
 namespace {
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("HeadingMapFile", text);
-}
+constexpr Translated translated{"HeadingMapFile"};
 
 HeadingLevelMap mapFromJson(const QJsonArray &rows, DocumentFonts fonts) {
     HeadingLevelMap map;

@@ -2,8 +2,8 @@
 #include "cli/Commands.h"
 #include "cli/OpenFile.h"
 #include "pdf/ReadAhead.h"
+#include "texts/Translated.h"
 
-#include <QCoreApplication>
 #include <QRegularExpression>
 
 namespace leafwright::cli {
@@ -13,9 +13,7 @@ namespace {
 const QString pageOption = QStringLiteral("page");
 const QString textOption = QStringLiteral("text");
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("MiniTOCCommand", text);
-}
+constexpr Translated translated{"MiniTOCCommand"};
 
 /// Where the sample stands first in a page's text. Blanks in it stand for blanks and line ends of any number,
 /// for nobody sees on a page which they are.

@@ -1,16 +1,13 @@
 #include "cli/OpenFile.h"
 
 #include "platform/Settings.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 namespace leafwright::cli {
 
 namespace {
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("OpenFile", text);
-}
+constexpr Translated translated{"OpenFile"};
 
 QString lockedMessage(const QString &path) {
     return translated(

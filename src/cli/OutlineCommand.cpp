@@ -1,8 +1,7 @@
 #include "cli/Commands.h"
 #include "cli/OpenFile.h"
 #include "cli/OutlineFormats.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 namespace leafwright::cli {
 
@@ -10,9 +9,7 @@ namespace {
 
 const QString formatOption = QStringLiteral("format");
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("OutlineCommand", text);
-}
+constexpr Translated translated{"OutlineCommand"};
 
 }  // namespace
 

@@ -3,8 +3,8 @@
 #include "cli/Batch.h"
 #include "cli/WorkerProcess.h"
 #include "files/FileReading.h"
+#include "texts/Translated.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QSet>
@@ -16,9 +16,7 @@ namespace {
 const QString outDirOption = QStringLiteral("out-dir");
 constexpr std::chrono::seconds batchTimeLimit(60);
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("OutlineOutput", text);
-}
+constexpr Translated translated{"OutlineOutput"};
 
 /// A file name that two inputs share, which would make one output overwrite the other.
 QString sharedFileName(const QStringList &files) {

@@ -1,6 +1,7 @@
 #include "cli/OutlineTree.h"
 
-#include <QCoreApplication>
+#include "texts/Translated.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -15,9 +16,7 @@ namespace {
 
 using Tree = std::variant<std::unique_ptr<MyOutlineItem>, TreeError>;
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("OutlineTree", text);
-}
+constexpr Translated translated{"OutlineTree"};
 
 /// Reads one JSON node's own members into an item; its children are left to the caller.
 class NodeReader {

@@ -8,6 +8,7 @@
 #include "script/ActionList.h"
 #include "script/ScriptFiles.h"
 #include "script/ScriptPlayer.h"
+#include "texts/Translated.h"
 
 #include <QApplication>
 #include <QCoreApplication>
@@ -25,9 +26,7 @@ namespace {
 const QString reportOption = QStringLiteral("report");
 const QString listOption = QStringLiteral("list");
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("RunCommand", text);
-}
+constexpr Translated translated{"RunCommand"};
 
 struct Request {
     QString steps;

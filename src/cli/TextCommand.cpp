@@ -2,8 +2,7 @@
 #include "cli/Commands.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 namespace leafwright::cli {
 
@@ -11,9 +10,7 @@ namespace {
 
 const QString pageOption = QStringLiteral("page");
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("TextCommand", text);
-}
+constexpr Translated translated{"TextCommand"};
 
 void printRuns(const PDFDocument &document, int pageIndex, Console &console) {
     const std::shared_ptr<const PageText> text = document.pageText(pageIndex);

@@ -1,8 +1,7 @@
 #include "cli/WorkerProcess.h"
 
 #include "files/FileName.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -30,9 +29,7 @@ QByteArray &program() {
     return path;
 }
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("WorkerProcess", text);
-}
+constexpr Translated translated{"WorkerProcess"};
 
 /// A list of strings as the system's functions take it.
 class StringVector {

@@ -1,7 +1,7 @@
 #include "cli/CommandLine.h"
 #include "files/FileName.h"
 #include "files/FileWriting.h"
-#include "platform/Translation.h"
+#include "texts/Translation.h"
 
 #include <QApplication>
 #include <QLocale>

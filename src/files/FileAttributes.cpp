@@ -1,8 +1,7 @@
 #include "files/FileAttributes.h"
 
 #include "files/FileName.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 #include <cerrno>
 #include <optional>
@@ -16,9 +15,7 @@ namespace {
 constexpr const char *accessList = "system.posix_acl_access";
 constexpr qsizetype longest = 65536;  // bytes of a list of names or of a value, by the system's limits
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("FileAttributes", text);
-}
+constexpr Translated translated{"FileAttributes"};
 
 /// Nothing, with errno set, where it can't be read.
 std::optional<QByteArray> namesOfAttributes(const QByteArray &path) {

@@ -6,8 +6,8 @@
 #include "files/SystemError.h"
 #include "files/TemporaryFolder.h"
 #include "files/UnfinishedFiles.h"
+#include "texts/Translated.h"
 
-#include <QCoreApplication>
 #include <QThread>
 
 #include <cerrno>
@@ -18,9 +18,7 @@ namespace leafwright {
 
 namespace {
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("FileReplacement", text);
-}
+constexpr Translated translated{"FileReplacement"};
 
 /// Some file systems have no such operation, and nothing to wait for.
 bool hasSynced(int result) {

@@ -2,8 +2,7 @@
 
 #include "files/FileName.h"
 #include "files/SystemError.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 #include <cerrno>
 #include <climits>
@@ -17,9 +16,7 @@ using Found = std::variant<FileTarget, QString>;
 
 constexpr int mostLinks = 40;  // as many as the system follows
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("FileTarget", text);
-}
+constexpr Translated translated{"FileTarget"};
 
 /// The number in "/dev/fd/3" and "/proc/self/fd/3"; "/dev/stdout" is a link to the latter. These lead to what
 /// is open, which need not have a name.

@@ -7,6 +7,7 @@
 #include "pageview/PDFViewTextDrag.h"
 #include "script/ScriptPlatform.h"
 #include "script/StepFailure.h"
+#include "texts/Translated.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 #include "view/SpotArchive.h"
@@ -28,9 +29,7 @@ namespace {
 
 constexpr double pointsAboveSpot = 20;
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("ScriptGestures", text);
-}
+constexpr Translated translated{"ScriptGestures"};
 
 void sendMouse(QWidget &widget, QEvent::Type type, const QPointF &position, Qt::KeyboardModifiers modifiers) {
     const Qt::MouseButtons held =

@@ -2,8 +2,8 @@
 
 #include "files/FileReading.h"
 #include "script/ScriptFiles.h"
+#include "texts/Translated.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -13,9 +13,7 @@ namespace leafwright::script {
 
 namespace {
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("ScriptPlatform", text);
-}
+constexpr Translated translated{"ScriptPlatform"};
 
 /// Why a panel would not take a path; null if it would.
 QString problemOfPath(const FilePanel &panel, const QString &path, bool saves) {

@@ -6,6 +6,7 @@
 #include "script/ScriptFiles.h"
 #include "script/ScriptGestures.h"
 #include "script/StepFailure.h"
+#include "texts/Translated.h"
 #include "widgets/Sheet.h"
 
 #include <QCoreApplication>
@@ -14,9 +15,7 @@ namespace leafwright::script {
 
 namespace {
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("ScriptPlayer", text);
-}
+constexpr Translated translated{"ScriptPlayer"};
 
 /// The tag of the button that is pressed where a step names none: a command that has a sheet of its own is
 /// given for the sake of it; a sheet that comes up in passing is cancelled.

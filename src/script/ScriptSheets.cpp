@@ -2,10 +2,10 @@
 
 #include "document/outline/PageLabelMap.h"
 #include "script/StepFailure.h"
+#include "texts/Translated.h"
 #include "widgets/Sheet.h"
 
 #include <QCheckBox>
-#include <QCoreApplication>
 #include <QLineEdit>
 #include <QSpinBox>
 
@@ -13,9 +13,7 @@ namespace leafwright::script {
 
 namespace {
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("ScriptSheets", text);
-}
+constexpr Translated translated{"ScriptSheets"};
 
 /// What an input shows; undefined for a widget that is none.
 QJsonValue valueOf(const QWidget &widget) {

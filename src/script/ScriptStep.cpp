@@ -1,8 +1,8 @@
 #include "script/ScriptStep.h"
 
 #include "document/commands/ActionTable.h"
+#include "texts/Translated.h"
 
-#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -12,9 +12,7 @@ namespace leafwright::script {
 
 namespace {
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("ScriptStep", text);
-}
+constexpr Translated translated{"ScriptStep"};
 
 // What arguments may be.
 

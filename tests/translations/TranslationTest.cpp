@@ -1,6 +1,6 @@
 #include "document/commands/ActionTable.h"
-#include "platform/Translation.h"
 #include "support/Paths.h"
+#include "texts/Translation.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -13,11 +13,10 @@
 #include "platform/Settings.h"
 #include "platform/UserDefaults.h"
 #include "system/InBackground.h"
+#include "texts/Translated.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 #include "widgets/Sheet.h"
-
-#include <QCoreApplication>
 
 #include <algorithm>
 #include <limits>
@@ -28,9 +27,7 @@ namespace {
 
 constexpr int delayBeforeStart = 500;  // milliseconds
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("AutoTOCCommands", text);
-}
+constexpr Translated translated{"AutoTOCCommands"};
 
 }  // namespace
 

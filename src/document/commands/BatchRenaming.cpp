@@ -2,12 +2,12 @@
 
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
+#include "texts/Translated.h"
 #include "tree/TreeController.h"
 #include "widgets/ElidedLabel.h"
 #include "widgets/Sheet.h"
 
 #include <QCheckBox>
-#include <QCoreApplication>
 #include <QFormLayout>
 #include <QLineEdit>
 #include <QSpinBox>
@@ -20,9 +20,7 @@ namespace {
 
 constexpr int exampleMargin = 3;  // pixels
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("BatchRenaming", text);
-}
+constexpr Translated translated{"BatchRenaming"};
 
 QLineEdit *addTextField(Sheet &sheet, const QString &label, const char *name, const QString &text) {
     auto *field = new QLineEdit(text);

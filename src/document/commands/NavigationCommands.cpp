@@ -4,11 +4,11 @@
 #include "outlineview/OKNSOutlineView.h"
 #include "platform/Settings.h"
 #include "platform/UserDefaults.h"
+#include "texts/Translated.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 #include "widgets/Sheet.h"
 
-#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
@@ -20,9 +20,7 @@ namespace leafwright {
 
 namespace {
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("NavigationCommands", text);
-}
+constexpr Translated translated{"NavigationCommands"};
 
 /// Which page it is, for people.
 QString placeOf(const PDFPage &page) {

@@ -1,19 +1,17 @@
 #include "document/commands/PrintedPageCommands.h"
 
 #include "document/MyDocument.h"
+#include "texts/Translated.h"
 #include "view/LabelPDFView.h"
 #include "widgets/Sheet.h"
 
-#include <QCoreApplication>
 #include <QLineEdit>
 
 namespace leafwright {
 
 namespace {
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("PrintedPageCommands", text);
-}
+constexpr Translated translated{"PrintedPageCommands"};
 
 }  // namespace
 

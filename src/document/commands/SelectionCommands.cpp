@@ -2,10 +2,10 @@
 
 #include "document/MyDocument.h"
 #include "outlineview/OKNSOutlineView.h"
+#include "texts/Translated.h"
 #include "tree/TreeController.h"
 #include "widgets/Sheet.h"
 
-#include <QCoreApplication>
 #include <QLineEdit>
 
 #include <ranges>
@@ -14,9 +14,7 @@ namespace leafwright {
 
 namespace {
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("SelectionCommands", text);
-}
+constexpr Translated translated{"SelectionCommands"};
 
 }  // namespace
 

@@ -1,6 +1,6 @@
 #include "document/outline/EntriesElsewhere.h"
 
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 #include <ranges>
 
@@ -8,9 +8,7 @@ namespace leafwright {
 
 namespace {
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("EntriesElsewhere", text);
-}
+constexpr Translated translated{"EntriesElsewhere"};
 
 }  // namespace
 

@@ -1,8 +1,8 @@
 #include "document/outline/TextRecognition.h"
 
 #include "files/FileName.h"
+#include "texts/Translated.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QProcess>
 #include <QRegularExpression>
@@ -19,9 +19,7 @@ namespace {
 
 const QString program = QStringLiteral("ocrmypdf");
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("TextRecognition", text);
-}
+constexpr Translated translated{"TextRecognition"};
 
 /// What the program says: on which pages it has begun, and its last words.
 class Messages {

@@ -2,6 +2,7 @@
 
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
+#include "texts/Translated.h"
 #include "widgets/Sheet.h"
 
 #include <QApplication>
@@ -18,9 +19,7 @@ constexpr int millisecondsToLook = 1000;
 constexpr int indicatorWidth = 120;  // points
 constexpr int nothingRuns = -1;
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("AutoTOCProgress", text);
-}
+constexpr Translated translated{"AutoTOCProgress"};
 
 }  // namespace
 

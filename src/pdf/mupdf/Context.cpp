@@ -1,6 +1,7 @@
 #include "pdf/mupdf/Context.h"
 
-#include <QCoreApplication>
+#include "texts/Translated.h"
+
 #include <QLoggingCategory>
 
 #include <algorithm>
@@ -16,9 +17,7 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "leafwright.mupdf", QtWarningMsg)
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("MuPDFContext", text);
-}
+constexpr Translated translated{"MuPDFContext"};
 
 /// Enough for the fonts of a page or two; resources beyond it are dropped and read again when needed.
 constexpr size_t storeBytes = 32U << 20;

@@ -10,8 +10,8 @@
 #include "pdf/mupdf/ReaderPool.h"
 #include "pdf/mupdf/SpanReader.h"
 #include "pdf/mupdf/TextExtractor.h"
+#include "texts/Translated.h"
 
-#include <QCoreApplication>
 #include <QLoggingCategory>
 
 #include <system_error>
@@ -25,9 +25,7 @@ using namespace mupdf;
 
 Q_LOGGING_CATEGORY(log, "leafwright.mupdf", QtWarningMsg)
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("MuPDFEngine", text);
-}
+constexpr Translated translated{"MuPDFEngine"};
 
 size_t sizeOf(const PageText &text) {
     return static_cast<size_t>(text.attributedString.string.size()) * sizeof(QChar) +

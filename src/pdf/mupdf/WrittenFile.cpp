@@ -4,8 +4,7 @@
 #include "pdf/TextString.h"
 #include "pdf/mupdf/OutlineReader.h"
 #include "pdf/mupdf/Reader.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 #include <cmath>
 
@@ -13,9 +12,7 @@ namespace leafwright::mupdf {
 
 namespace {
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("WrittenFile", text);
-}
+constexpr Translated translated{"WrittenFile"};
 
 [[noreturn]] void fail(const QString &reason) {
     throw Error(translated("what was written does not read back as it should: %1").arg(reason).toStdString());

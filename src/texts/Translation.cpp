@@ -1,4 +1,4 @@
-#include "platform/Translation.h"
+#include "texts/Translation.h"
 
 #include <QCoreApplication>
 #include <QDir>
