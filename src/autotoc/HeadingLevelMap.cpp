@@ -34,7 +34,7 @@ HeadingLevelMap withFontsOf(const FontCensus &census, const HeadingLevelMap &map
     for (const LevelRecord &record : map) {
         const size_t before = result.size();
         for (const FontCensus::Entry &entry : census.entries()) {
-            if (!record.font && fontString(entry.font) == record.fontTraits)
+            if (!record.font && fontString(entry.font) == record.fontText)
                 result.push_back(levelRecord(record.levelNumber, entry.font));
         }
         if (result.size() == before) result.push_back(record);

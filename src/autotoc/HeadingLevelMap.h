@@ -10,9 +10,9 @@ namespace leafwright {
 /// One row of the heading level map: a font whose text makes headings of a level.
 struct LevelRecord {
     int levelNumber = 1;       ///< 1 is the top level.
-    QString level;             ///< "H" and the level number. Key "Level".
-    QString fontTraits;        ///< The font for display. Key "FontTraits".
-    std::optional<Font> font;  ///< Absent in calibrated records, which have a font string in fontTraits.
+    QString levelName;         ///< "H" and the level number. Key "Level".
+    QString fontText;          ///< The font for display. Key "FontTraits".
+    std::optional<Font> font;  ///< Absent in calibrated records, which have a font string in fontText.
 
     friend bool operator==(const LevelRecord &, const LevelRecord &) = default;
 };

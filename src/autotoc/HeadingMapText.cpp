@@ -90,7 +90,7 @@ QString stringToSaveListH1H2H3(const HeadingLevelMap &map) {
     QString text;
     for (const LevelRecord &record : map) {
         if (!record.font) continue;
-        text += record.level + u'/' + fixedDecimals(record.font->pointSize(), 1) + QLatin1String("/\"") +
+        text += record.levelName + u'/' + fixedDecimals(record.font->pointSize(), 1) + QLatin1String("/\"") +
                 record.font->familyName() + u'"' + traitSuffix(*record.font) + u'\n';
     }
     return text;
@@ -100,7 +100,7 @@ std::optional<LevelRecord> savedH1H2H3StringToFontLevelInfo(const QString &line,
     const auto saved = savedLine(line);
     if (!saved) return std::nullopt;
     LevelRecord record = levelRecord(saved->level, fontMatching(saved->font, fonts));
-    record.level = saved->levelText;
+    record.levelName = saved->levelText;
     return record;
 }
 

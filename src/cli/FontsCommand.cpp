@@ -42,8 +42,8 @@ void print(const FontCensus &census, const HeadingLevelMap &map, Console &consol
     for (const LevelRecord &record : map) {
         json.beginObject(Layout::Compact);
         json.member("levelNumber", record.levelNumber);
-        json.member("Level", record.level);
-        json.member("FontTraits", record.fontTraits);
+        json.member("Level", record.levelName);
+        json.member("FontTraits", record.fontText);
         printFont(*record.font, json);
         json.endObject();
     }

@@ -72,7 +72,7 @@ void PDFView::resetPages() {
     textLengths_.clear();
     gesture_ = Gesture::None;
     dragIsOpen_ = false;
-    request_ = Request::None;
+    awaited_ = Awaited::None;
     pointerPage_.reset();
     autoScrollTimer_.stop();
     pinnedPage_.reset();

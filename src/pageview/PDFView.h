@@ -154,8 +154,8 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    /// A spot on a page.
-    struct Spot {
+    /// A point on a page.
+    struct PagePoint {
         int pageIndex = 0;
         QPointF point;  ///< In page space.
     };
@@ -172,7 +172,7 @@ private:
     int contentWidth() const;
     QRect pageRectInView(int index) const;
     QPointF shownToView(const QPointF &shown, int index) const;
-    Spot spotNear(const QPointF &viewPoint) const;
+    PagePoint pagePointNear(const QPointF &viewPoint) const;
     int currentPageIndex() const;
     Anchor anchorAt(const QPointF &viewPoint) const;
     void restore(const Anchor &anchor);
@@ -207,22 +207,22 @@ private:
     void requestContents();
     void takeContents(const PageResult &result);
     std::shared_ptr<const PageContents> contentsOf(int pageIndex) const;
-    bool isOnSelection(const Spot &spot) const;
+    bool isOnSelection(const PagePoint &place) const;
     std::optional<PDFLink> linkAt(const QPointF &viewPoint) const;
 
     // Input
     /// What the mouse is doing.
     enum class Gesture { None, Click, Selecting, OnSelection };
     /// What a click asked for that waits for the contents of a page.
-    enum class Request { None, Word, Line, Link };
+    enum class Awaited { None, Word, Line, Link };
 
     void press(const QPoint &viewPoint, bool extend);
-    void ask(Request request, const Spot &spot);
+    void ask(Awaited awaited, const PagePoint &place);
     void answer();
     void follow(const PDFLink &link);
     void dragSelectionTo(const QPointF &viewPoint);
     void updateDragSelection();
-    std::optional<TextRange> draggedRange(int pageIndex, const Spot &first, const Spot &last) const;
+    std::optional<TextRange> draggedRange(int pageIndex, const PagePoint &first, const PagePoint &last) const;
     void select(const std::optional<PDFSelection> &selection);
     void pointAt(const QPointF &viewPoint);
     void countClick(const QMouseEvent &event);
@@ -251,10 +251,10 @@ private:
     std::map<int, int> textLengths_;  ///< By page, of those read.
     Gesture gesture_ = Gesture::None;
     bool dragIsOpen_ = false;  ///< Some of the text that was dragged over is yet to be read.
-    Spot anchor_;              ///< Where a drag over text began.
-    Spot head_;                ///< Where it is now.
-    Request request_ = Request::None;
-    Spot requestSpot_;
+    PagePoint anchor_;         ///< Where a drag over text began.
+    PagePoint head_;           ///< Where it is now.
+    Awaited awaited_ = Awaited::None;
+    PagePoint awaitedPoint_;
     std::optional<int> pointerPage_;
     QPoint pointer_;
     QPoint pressedAt_;

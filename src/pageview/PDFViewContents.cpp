@@ -27,7 +27,7 @@ bool PDFView::hasMarks(const PDFPage &page) const {
 /// Whether the text and links of a page are needed for what is going on.
 bool PDFView::needsContents(int pageIndex) const {
     if (pointerPage_ == pageIndex) return true;
-    if (request_ != Request::None && requestSpot_.pageIndex == pageIndex) return true;
+    if (awaited_ != Awaited::None && awaitedPoint_.pageIndex == pageIndex) return true;
     if ((gesture_ != Gesture::None || dragIsOpen_) &&
         (anchor_.pageIndex == pageIndex || head_.pageIndex == pageIndex))
         return true;
@@ -45,7 +45,7 @@ void PDFView::requestContents() {
         if (needsContents(index) && !contentsOf(index)) want(index);
     };
     if (pointerPage_) wantContents(*pointerPage_);
-    for (const int index : {requestSpot_.pageIndex, anchor_.pageIndex, head_.pageIndex})
+    for (const int index : {awaitedPoint_.pageIndex, anchor_.pageIndex, head_.pageIndex})
         wantContents(index);
     const auto [first, last] = visiblePages();
     for (int i = first; i <= last; ++i)
@@ -81,16 +81,16 @@ std::shared_ptr<const PageContents> PDFView::contentsOf(int pageIndex) const {
     return nullptr;
 }
 
-PDFView::Spot PDFView::spotNear(const QPointF &viewPoint) const {
+PDFView::PagePoint PDFView::pagePointNear(const QPointF &viewPoint) const {
     const PDFPage *const nearest = pageForPoint(viewPoint, true);
     return {nearest->index(), convertPointToPage(viewPoint, *nearest)};
 }
 
-bool PDFView::isOnSelection(const Spot &spot) const {
-    const auto rects = selectionRects_.find(spot.pageIndex);
+bool PDFView::isOnSelection(const PagePoint &place) const {
+    const auto rects = selectionRects_.find(place.pageIndex);
     if (rects == selectionRects_.end()) return false;
     return std::any_of(rects->second.begin(), rects->second.end(),
-                       [&spot](const Rect &rect) { return contains(rect, spot.point); });
+                       [&place](const Rect &rect) { return contains(rect, place.point); });
 }
 
 /// The link under a point of the view, if the page's links have been read.
@@ -140,15 +140,15 @@ void PDFView::copy() {
 }
 
 void PDFView::dragSelectionTo(const QPointF &viewPoint) {
-    head_ = spotNear(viewPoint);
+    head_ = pagePointNear(viewPoint);
     dragIsOpen_ = true;
     updateDragSelection();
 }
 
 /// Selects what lies between the two ends of a drag, as far as it has been read.
 void PDFView::updateDragSelection() {
-    Spot first = anchor_;
-    Spot last = head_;
+    PagePoint first = anchor_;
+    PagePoint last = head_;
     if (last.pageIndex < first.pageIndex) std::swap(first, last);
     PDFSelection selection;
     bool complete = true;
@@ -166,7 +166,8 @@ void PDFView::updateDragSelection() {
 }
 
 /// What a drag covers of a page's text; nothing when it has not been read.
-std::optional<TextRange> PDFView::draggedRange(int pageIndex, const Spot &first, const Spot &last) const {
+std::optional<TextRange> PDFView::draggedRange(int pageIndex, const PagePoint &first,
+                                               const PagePoint &last) const {
     if (pageIndex != first.pageIndex && pageIndex != last.pageIndex) {
         const auto length = textLengths_.find(pageIndex);
         if (length == textLengths_.end()) return std::nullopt;

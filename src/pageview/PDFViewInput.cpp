@@ -66,26 +66,26 @@ void PDFView::mousePressEvent(QMouseEvent *event) {
     if (event->button() == Qt::ForwardButton) goForward();
     if (event->button() != Qt::LeftButton || isEmpty()) return;
     if (clickCount_ > 2) {
-        ask(Request::Line, spotNear(event->position()));
+        ask(Awaited::Line, pagePointNear(event->position()));
     } else {
         press(event->position().toPoint(), event->modifiers().testFlag(Qt::ShiftModifier));
     }
 }
 
 void PDFView::press(const QPoint &viewPoint, bool extend) {
-    const Spot spot = spotNear(viewPoint);
+    const PagePoint place = pagePointNear(viewPoint);
     pressedAt_ = viewPoint;
     pointer_ = viewPoint;
-    request_ = Request::None;
+    awaited_ = Awaited::None;
     if (extend && currentSelection_) {
         gesture_ = Gesture::Selecting;
         dragSelectionTo(viewPoint);
-    } else if (isOnSelection(spot)) {
+    } else if (isOnSelection(place)) {
         gesture_ = Gesture::OnSelection;
     } else {
         gesture_ = Gesture::Click;
         dragIsOpen_ = false;
-        anchor_ = head_ = spot;
+        anchor_ = head_ = place;
         requestContents();
     }
 }
@@ -118,14 +118,14 @@ void PDFView::mouseReleaseEvent(QMouseEvent *event) {
     autoScrollTimer_.stop();
     const Gesture gesture = std::exchange(gesture_, Gesture::None);
     if (gesture == Gesture::Click || gesture == Gesture::OnSelection) clearSelection();
-    if (gesture == Gesture::Click) ask(Request::Link, anchor_);
+    if (gesture == Gesture::Click) ask(Awaited::Link, anchor_);
 }
 
 void PDFView::mouseDoubleClickEvent(QMouseEvent *event) {
     if (event->button() != Qt::LeftButton) {
         mousePressEvent(event);
     } else if (!isEmpty()) {
-        ask(Request::Word, spotNear(event->position()));
+        ask(Awaited::Word, pagePointNear(event->position()));
     }
 }
 
@@ -147,26 +147,26 @@ void PDFView::timerEvent(QTimerEvent *event) {
 }
 
 /// Does what a click asks for, at once or when the page has been read.
-void PDFView::ask(Request request, const Spot &spot) {
-    request_ = request;
-    requestSpot_ = spot;
+void PDFView::ask(Awaited awaited, const PagePoint &place) {
+    awaited_ = awaited;
+    awaitedPoint_ = place;
     answer();
-    if (request_ != Request::None) requestContents();
+    if (awaited_ != Awaited::None) requestContents();
 }
 
 void PDFView::answer() {
-    const auto contents = request_ == Request::None ? nullptr : contentsOf(requestSpot_.pageIndex);
+    const auto contents = awaited_ == Awaited::None ? nullptr : contentsOf(awaitedPoint_.pageIndex);
     if (!contents) return;
-    const PDFPage &asked = page(requestSpot_.pageIndex);
-    const QPointF point = requestSpot_.point;
-    const Request request = std::exchange(request_, Request::None);
-    if (request == Request::Link) {
+    const PDFPage &asked = page(awaitedPoint_.pageIndex);
+    const QPointF point = awaitedPoint_.point;
+    const Awaited awaited = std::exchange(awaited_, Awaited::None);
+    if (awaited == Awaited::Link) {
         if (const auto link = linkAt(convertPointFromPage(point, asked))) follow(*link);
         return;
     }
     PDFSelection selection;
     selection.add(asked,
-                  request == Request::Word ? contents->text.wordAt(point) : contents->text.lineAt(point));
+                  awaited == Awaited::Word ? contents->text.wordAt(point) : contents->text.lineAt(point));
     setCurrentSelection(selection);
 }
 

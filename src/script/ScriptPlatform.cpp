@@ -81,15 +81,16 @@ std::optional<QString> ScriptPlatform::runSavePanel(const FilePanel &panel) {
 }
 
 void ScriptPlatform::revealFile(const QString &path) {
-    happenings_.workspace.push_back({Happenings::Request::Kind::Reveal, files_.told(path)});
+    happenings_.workspace.push_back({Happenings::ShownElsewhere::Kind::Reveal, files_.told(path)});
 }
 
 void ScriptPlatform::openFile(const QString &path) {
-    happenings_.workspace.push_back({Happenings::Request::Kind::Open, files_.told(path)});
+    happenings_.workspace.push_back({Happenings::ShownElsewhere::Kind::Open, files_.told(path)});
 }
 
 void ScriptPlatform::openURL(const QUrl &url) {
-    happenings_.workspace.push_back({Happenings::Request::Kind::Address, url.toString(QUrl::FullyEncoded)});
+    happenings_.workspace.push_back(
+        {Happenings::ShownElsewhere::Kind::Address, url.toString(QUrl::FullyEncoded)});
 }
 
 QString ScriptPlatform::temporaryDirectory() {

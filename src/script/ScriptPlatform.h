@@ -25,7 +25,8 @@ struct Happenings {
         bool saves = false;
         QString chosen;  ///< Null if it was cancelled.
     };
-    struct Request {
+    /// Something that another program was asked to show.
+    struct ShownElsewhere {
         enum class Kind { Reveal, Open, Address } kind;
         QString what;
     };
@@ -33,7 +34,7 @@ struct Happenings {
     int beeps = 0;
     std::vector<ShownAlert> alerts;
     std::vector<ShownPanel> panels;
-    std::vector<Request> workspace;
+    std::vector<ShownElsewhere> workspace;
     std::optional<QString> clipboard;
 };
 

@@ -65,18 +65,18 @@ void write(const Happenings::ShownPanel &shown, JsonWriter &json) {
     json.endObject();
 }
 
-void write(const Happenings::Request &request, JsonWriter &json) {
+void write(const Happenings::ShownElsewhere &shown, JsonWriter &json) {
     constexpr std::array kinds{"revealed", "opened", "address"};
     json.beginObject(Layout::Compact);
-    json.member(kinds.at(static_cast<size_t>(request.kind)), request.what);
+    json.member(kinds.at(static_cast<size_t>(shown.kind)), shown.what);
     json.endObject();
 }
 
 void write(const LevelRecord &record, JsonWriter &json) {
     json.beginObject(Layout::Compact);
     json.member("levelNumber", record.levelNumber);
-    json.member("Level", record.level);
-    json.member("FontTraits", record.fontTraits);
+    json.member("Level", record.levelName);
+    json.member("FontTraits", record.fontText);
     if (record.font) {
         json.member("font", record.font->displayName());
         json.member("size", record.font->pointSize());

@@ -16,9 +16,9 @@ const FontStringCensus manual{
 QString text(const HeadingLevelMap &map) {
     QStringList rows;
     for (const LevelRecord &record : map) {
-        EXPECT_EQ(record.level, "H" + QString::number(record.levelNumber));
+        EXPECT_EQ(record.levelName, "H" + QString::number(record.levelNumber));
         EXPECT_FALSE(record.font);
-        rows.append(record.level + " " + record.fontTraits);
+        rows.append(record.levelName + " " + record.fontText);
     }
     return rows.join(", ");
 }

@@ -18,15 +18,15 @@ void count(FontCensus &census, const Font &font, int runs, qint64 charactersEach
 QStringList rowsOf(const HeadingLevelMap &map) {
     QStringList rows;
     for (const LevelRecord &record : map)
-        rows.append(record.level + " " + record.fontTraits);
+        rows.append(record.levelName + " " + record.fontText);
     return rows;
 }
 
 TEST(LevelRecord, HasWhatTheTableShows) {
     const LevelRecord record = levelRecord(12, makeFont("Times", 18.25, BoldTrait));
     EXPECT_EQ(record.levelNumber, 12);
-    EXPECT_EQ(record.level, "H12");
-    EXPECT_EQ(record.fontTraits, "18.2 pt Times Bold");
+    EXPECT_EQ(record.levelName, "H12");
+    EXPECT_EQ(record.fontText, "18.2 pt Times Bold");
     EXPECT_EQ(record.font, makeFont("Times", 18.25, BoldTrait));
 }
 
@@ -103,7 +103,7 @@ TEST(HeadingsFromFonts, NoFontIsDroppedForItsDepth) {
         count(census, makeFont("Times", size), 2);
     const HeadingLevelMap map = headingsfromFonts(census);
     ASSERT_EQ(map.size(), 20U);
-    EXPECT_EQ(map.back().level, "H20");
+    EXPECT_EQ(map.back().levelName, "H20");
 }
 
 TEST(HeadingsFromFonts, AnEmptyCensusGivesAnEmptyMap) {

@@ -21,7 +21,7 @@ std::optional<LevelRecord> parse(const QString &line) {
 QStringList rowsOf(const HeadingLevelMap &map) {
     QStringList rows;
     for (const LevelRecord &record : map)
-        rows.append(record.level + " " + fontIDString(record.font.value()));
+        rows.append(record.levelName + " " + fontIDString(record.font.value()));
     return rows;
 }
 
@@ -56,8 +56,8 @@ TEST(HeadingMapText, ReadsALine) {
     const auto record = parse("H12/14.5/\"Times New Roman\" +BI");
     ASSERT_TRUE(record);
     EXPECT_EQ(record->levelNumber, 12);
-    EXPECT_EQ(record->level, "H12");
-    EXPECT_EQ(record->fontTraits, "14.5 pt Times New Roman Bold Italic");
+    EXPECT_EQ(record->levelName, "H12");
+    EXPECT_EQ(record->fontText, "14.5 pt Times New Roman Bold Italic");
     EXPECT_EQ(record->font->familyName(), "Times New Roman");
     EXPECT_EQ(record->font->symbolicTraits(), boldItalic);
     EXPECT_EQ(record->font->pointSize(), 14.5);
@@ -102,7 +102,7 @@ TEST(HeadingMapText, TheLevelStringStaysAsWritten) {
     const auto record = parse("H02/14.0/\"Times\"");
     ASSERT_TRUE(record);
     EXPECT_EQ(record->levelNumber, 2);
-    EXPECT_EQ(record->level, "H02");
+    EXPECT_EQ(record->levelName, "H02");
 }
 
 TEST(HeadingMapText, TheFamilyMayHoldASlash) {

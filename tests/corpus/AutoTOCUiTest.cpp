@@ -67,7 +67,7 @@ protected:
     static QStringList levelsAndFonts(MyDocument &document) {
         QStringList rows;
         for (const LevelRecord &record : document.listH1H2H3Config())
-            rows.append(record.level + ' ' + record.fontTraits);
+            rows.append(record.levelName + ' ' + record.fontText);
         return rows;
     }
 };
@@ -83,9 +83,9 @@ TEST_P(CorpusSeries, AMapOfOneManualFindsTheHeadingsOfAnother) {
     first->finishHeadingMap();
     // Without its last level, so that it is not what would be guessed for the other manual.
     ASSERT_GT(first->listH1H2H3Config().size(), 3U);
-    const QString lastLevel = first->listH1H2H3Config().back().level;
+    const QString lastLevel = first->listH1H2H3Config().back().levelName;
     std::erase_if(first->listH1H2H3Config(),
-                  [&](const LevelRecord &record) { return record.level == lastLevel; });
+                  [&](const LevelRecord &record) { return record.levelName == lastLevel; });
     platform.filesToChoose = {dir.path("series.txt"), dir.path("series.txt")};
     ASSERT_TRUE(first->actions().perform("buttonClickedSaveH1H2H3Map:"));
 

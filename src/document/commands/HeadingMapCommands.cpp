@@ -71,7 +71,7 @@ void HeadingMapCommands::processSelectedTextForHLevel(int level) {
     const QString fontID = fontIDString(*font);
     const bool isMapped = std::ranges::any_of(map, [&](const LevelRecord &record) {
         // Calibrated records have no font but its name.
-        return record.font ? isEffectivelyEqual(*record.font, *font) : record.fontTraits == fontID;
+        return record.font ? isEffectivelyEqual(*record.font, *font) : record.fontText == fontID;
     });
     if (isMapped) return;
     map.push_back(levelRecord(level, *font));
@@ -146,7 +146,7 @@ void HeadingMapCommands::tableViewSelectionDidChange() {
     const auto rows = document_.myWindow()->tableViewH1H2H3Config()->selectionModel()->selectedRows();
     if (rows.isEmpty()) return;
     const LevelRecord &record = document_.listH1H2H3Config().at(static_cast<size_t>(rows.first().row()));
-    const QString font = record.font ? fontIDString(*record.font) : record.fontTraits;
+    const QString font = record.font ? fontIDString(*record.font) : record.fontText;
     PDFSelection selection;
     const auto [first, last] = view.visiblePages();
     for (int i = first; i <= last; ++i) {

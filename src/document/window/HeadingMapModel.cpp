@@ -6,7 +6,7 @@ namespace {
 
 /// A record's value under a key.
 QString objectValue(const LevelRecord &record, QLatin1String key) {
-    return key == QLatin1String("Level") ? record.level : record.fontTraits;
+    return key == QLatin1String("Level") ? record.levelName : record.fontText;
 }
 
 }  // namespace

@@ -304,7 +304,7 @@ protected:
     QString fontStrings() {
         QStringList rows;
         for (const LevelRecord &record : document.listH1H2H3Config())
-            rows.append(record.level + " " + record.fontTraits);
+            rows.append(record.levelName + " " + record.fontText);
         return rows.join(", ");
     }
 };

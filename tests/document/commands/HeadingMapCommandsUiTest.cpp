@@ -96,7 +96,7 @@ TEST_F(HeadingMap, EachCommandHasItsLevel) {
         selectText("Section title");
         ASSERT_TRUE(document.actions().perform(QString("useSelectionforH%1:").arg(level)));
         EXPECT_EQ(map(), QString("H%1 16").arg(level));
-        EXPECT_EQ(document.listH1H2H3Config()[0].fontTraits, "16.0 pt Helvetica Bold");
+        EXPECT_EQ(document.listH1H2H3Config()[0].fontText, "16.0 pt Helvetica Bold");
     }
 }
 

@@ -31,7 +31,7 @@ protected:
     QString map() {
         QStringList rows;
         for (const LevelRecord &record : document.listH1H2H3Config())
-            rows.append(record.level + " " + QString::number(record.font ? record.font->pointSize() : 0));
+            rows.append(record.levelName + " " + QString::number(record.font ? record.font->pointSize() : 0));
         return rows.join(", ");
     }
     /// Selects where a text stands first on a page. @param index 0-based
