@@ -1,8 +1,13 @@
 #include "support/CaseDocument.h"
 
+#include "support/CliFiles.h"
+#include "support/CliRun.h"
+#include "support/Paths.h"
 #include "support/PdfBuilder.h"
 
 #include <QJsonArray>
+
+#include <gtest/gtest.h>
 
 namespace leafwright::test {
 
@@ -70,9 +75,26 @@ QJsonArray outlineOf(const QJsonValue &outline) {
     return nodesOf(words);
 }
 
+/// The description with what it has in common with others.
+QJsonObject withSharedMembers(const QJsonObject &given) {
+    QJsonObject members;
+    if (given.contains("like"))
+        members = parsedJson(bytesOf(projectPath("tests/documents/" + given["like"].toString() + ".json")))
+                      .object();
+    for (auto member = given.begin(); member != given.end(); ++member)
+        members[member.key()] = member.value();
+    const QStringList known{"like",    "pages",        "outline",       "labels",
+                            "version", "userPassword", "ownerPassword", "files"};
+    for (const QString &member : members.keys())
+        EXPECT_TRUE(known.contains(member)) << "a document has no \"" << qPrintable(member) << '"';
+    EXPECT_TRUE(members.contains("pages")) << "a document has \"pages\"";
+    return members;
+}
+
 }  // namespace
 
-void saveCaseDocument(const QJsonObject &description, const QString &path) {
+void saveCaseDocument(const QJsonObject &given, const QString &path) {
+    const QJsonObject description = withSharedMembers(given);
     PdfBuilder pdf;
     addPages(pdf, description["pages"]);
     const QString labels = description["labels"].toString();

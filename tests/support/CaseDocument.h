@@ -12,6 +12,9 @@ namespace leafwright::test {
 ///      "labels": "0 << /S /r >> 4 << /S /D >>",
 ///      "version": "1.4", "userPassword": "", "ownerPassword": ""}
 ///
+/// Those that many cases have stand in tests/documents: {"like": "two-entries"} is two-entries.json of there, with
+/// what else is given in place of what it says.
+///
 /// A page is an array of pieces of text, each [font, size, x, y, text] with a font of PdfBuilder, or an
 /// object
 /// {"text": pieces, "entries": "/Rotate 90"}. An entry is {"title", "page", "point", "children"}; without a
