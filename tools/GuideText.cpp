@@ -16,7 +16,7 @@ constexpr double bodySize = 9.5;
 constexpr double codeSize = 8.5;
 constexpr double captionSize = 8;
 constexpr double headingSizes[] = {20, 14, 11.5};
-constexpr double layoutDpi = 96;  // of margins, tabs and pictures in a text document
+constexpr double layoutDpi = 96;        // of margins, tabs and pictures in a text document
 constexpr double lastPartOfPage = 0.8;  // A heading in there has too little below it.
 
 QFont font(const char *family, double size, QPaintDevice *device) {

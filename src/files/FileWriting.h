@@ -7,8 +7,8 @@ namespace leafwright {
 /// Writes all of it, however often the system takes a part only. @return 0, or the errno of what failed
 int writeWhole(int descriptor, const char *data, qint64 size);
 
-/// Has writes fail that would make a file larger than this process may (`ulimit -f`), so that the user is told.
-/// As processes start, the system ends them there without a word. For main().
+/// Has writes fail that would make a file larger than this process may (`ulimit -f`), so that the user is
+/// told. As processes start, the system ends them there without a word. For main().
 void letTooLargeFilesFail();
 
 }  // namespace leafwright

@@ -86,7 +86,8 @@ TEST(Timeout, FileOfABatchThatTakesTooLongDoesNotStopTheOthers) {
     const TempDir dir;
     const QString slow = saveSlowPdf(dir, "slow.pdf");
     const QString quick = savePdfWithHeadings(dir, "quick.pdf");
-    const CliResult result = runCli({"autotoc", "--out-dir", dir.path("out"), "--timeout", "10", slow, quick});
+    const CliResult result =
+        runCli({"autotoc", "--out-dir", dir.path("out"), "--timeout", "10", slow, quick});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_THAT(result.err.toStdString(), HasSubstr("slow.pdf: given up after 10 s\n"));
     EXPECT_THAT(result.err.toStdString(), EndsWith("1 of 2 files failed\n"));

@@ -5,7 +5,6 @@
 #include "support/OutlineText.h"
 
 #include <cerrno>
-
 #include <gmock/gmock.h>
 
 namespace leafwright {

@@ -12,8 +12,8 @@ namespace leafwright::test {
 namespace {
 
 // A case is a folder of tests/scripts. Its document.json says what PDF to make, see CaseDocument.h, or by
-// {"like": NAME} which of those in tests/documents, and what other "files" stand beside it: PDFs that are described likewise, and texts. Its steps.json is the script.
-// Its expected.json tells
+// {"like": NAME} which of those in tests/documents, and what other "files" stand beside it: PDFs that are
+// described likewise, and texts. Its steps.json is the script. Its expected.json tells
 //
 //     "why"        what the case is about, in a sentence or two
 //     "arguments"  of the command, beside the script and "document.pdf"

@@ -12,8 +12,8 @@ namespace leafwright::test {
 ///      "labels": "0 << /S /r >> 4 << /S /D >>",
 ///      "version": "1.4", "userPassword": "", "ownerPassword": ""}
 ///
-/// Those that many cases have stand in tests/documents: {"like": "two-entries"} is two-entries.json of there, with
-/// what else is given in place of what it says.
+/// Those that many cases have stand in tests/documents: {"like": "two-entries"} is two-entries.json of there,
+/// with what else is given in place of what it says.
 ///
 /// A page is an array of pieces of text, each [font, size, x, y, text] with a font of PdfBuilder, or an
 /// object

@@ -16,8 +16,8 @@ void saveBytes(const QString &path, const QByteArray &bytes);
 
 /// Reads JSON; where it is none, the test fails and the document is null.
 QJsonDocument parsedJson(const QByteArray &text);
-/// What `outline --format json` prints of a file, without what the entries are beside title, page and children;
-/// the test fails when it fails.
+/// What `outline --format json` prints of a file, without what the entries are beside title, page and
+/// children; the test fails when it fails.
 QJsonArray outlineOf(const QString &path);
 /// What `outline --format plus` prints of a file; the test fails when it fails.
 QString plusLinesOf(const QString &path);

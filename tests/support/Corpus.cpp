@@ -15,8 +15,7 @@ const char *const standIn = "NotAtHand";
 
 std::vector<std::string> corpusNames() {
     std::vector<std::string> names;
-    for (const QString &file :
-         QDir(corpusPath()).entryList({"*.pdf"}, QDir::Files, QDir::Name)) {
+    for (const QString &file : QDir(corpusPath()).entryList({"*.pdf"}, QDir::Files, QDir::Name)) {
         names.push_back(file.chopped(4).toStdString());
     }
     if (names.empty()) names.emplace_back(standIn);

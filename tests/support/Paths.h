@@ -9,7 +9,8 @@ namespace leafwright::test {
 /// The path of something in the project's folder; the folder itself for an empty name.
 QString projectPath(const QString &name = {});
 
-/// The path of something in the folder of real files to try the program on; the folder itself for an empty name.
+/// The path of something in the folder of real files to try the program on; the folder itself for an empty
+/// name.
 QString corpusPath(const QString &name = {});
 
 /// The program `leafwright-cli` that was built with the tests.

@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <gtest/gtest.h>
 
-// Writes, for each test, its name, source file, milliseconds and the mutants whose places it has reached, to the
-// file that LEAFWRIGHT_REACHED names. Line "-" has those reached before the first test.
+// Writes, for each test, its name, source file, milliseconds and the mutants whose places it has reached, to
+// the file that LEAFWRIGHT_REACHED names. Line "-" has those reached before the first test.
 
 namespace leafwright {
 namespace {
@@ -24,7 +24,8 @@ private:
     void write(const char *name, const char *file, int milliseconds) {
         std::fprintf(out_, "%s\t%s\t%d\t", name, file, milliseconds);
         for (int number = 0; number < mostMutants; ++number)
-            if (reachedMutants[static_cast<size_t>(number)].exchange(false)) std::fprintf(out_, " %d", number);
+            if (reachedMutants[static_cast<size_t>(number)].exchange(false))
+                std::fprintf(out_, " %d", number);
         std::fputs("\n", out_);
     }
 
