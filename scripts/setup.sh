@@ -11,6 +11,7 @@ test_packages=(
   libgtest-dev libgmock-dev libqpdf-dev qpdf poppler-utils man-db
   dbus-daemon desktop-file-utils appstream xvfb xdotool qt6-l10n-tools
 )
+lint_packages=(clang clang-format clang-tidy)
 
 # install_missing PACKAGE...: apt-get install for those that are not there yet.
 install_missing() {
