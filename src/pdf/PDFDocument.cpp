@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QMutexLocker>
+#include <QScopeGuard>
 
 namespace leafwright {
 
@@ -22,6 +23,7 @@ PDFDocument::PDFDocument(std::unique_ptr<PDFEngine> engine) : engine_(std::move(
     for (int i = 0; i < count; ++i)
         pages_.emplace_back(PDFPage(*this, i, facts.labels[i], facts.pages[i]));
     texts_.resize(count);
+    isReadingText_.resize(count);
 }
 
 PDFDocument::~PDFDocument() = default;
@@ -35,15 +37,24 @@ QString PDFDocument::pageLabel(int index) const {
 }
 
 std::shared_ptr<const PageText> PDFDocument::pageText(int index) const {
+    QMutexLocker lock(&textMutex_);
+    while (!texts_.at(index) && isReadingText_[index])
+        textRead_.wait(&textMutex_);
+    if (texts_[index]) return texts_[index];
+    isReadingText_[index] = true;
+    const auto doneReading = qScopeGuard([&] {  // also where memory runs out: then the next to ask reads it
+        isReadingText_[index] = false;
+        textRead_.wakeAll();
+    });
+    // Read without the lock, so that threads read different pages side by side.
+    std::shared_ptr<const PageText> text;
     {
-        const QMutexLocker lock(&textMutex_);
-        if (texts_.at(index)) return texts_[index];
+        lock.unlock();
+        const auto lockAgain = qScopeGuard([&] { lock.relock(); });
+        text = engine_->pageText(index);
     }
-    // Read without the lock, so that threads read side by side; the first to come back is kept.
-    std::shared_ptr<const PageText> text = engine_->pageText(index);
-    const QMutexLocker lock(&textMutex_);
-    if (!texts_[index]) texts_[index] = std::move(text);
-    return texts_[index];
+    texts_[index] = text;
+    return text;
 }
 
 bool PDFDocument::hasReadPageText(int index) const {

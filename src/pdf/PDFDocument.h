@@ -5,6 +5,7 @@
 #include "pdf/TextPages.h"
 
 #include <QMutex>
+#include <QWaitCondition>
 
 namespace leafwright {
 
@@ -27,6 +28,8 @@ class PDFDocument final : public TextPages {
 public:
     /// Opens a file. A locked or encrypted file opens too, see isLocked().
     static Result<std::unique_ptr<PDFDocument>> open(const QString &path);
+    /// A document on an engine that has opened its file.
+    explicit PDFDocument(std::unique_ptr<PDFEngine> engine);
     ~PDFDocument() override;
     PDFDocument(const PDFDocument &) = delete;
     PDFDocument &operator=(const PDFDocument &) = delete;
@@ -35,7 +38,8 @@ public:
     /// The page at a 0-based index, owned by the document; null out of range.
     const PDFPage *page(int index) const;
     QString pageLabel(int index) const override;
-    /// Read at the first call and kept from then on.
+    /// Read at the first call and kept from then on. Who asks while another thread reads the page waits for
+    /// that.
     std::shared_ptr<const PageText> pageText(int index) const override;
     /// Whether a page's text has been read by now. @param index 0-based, of a page that is there
     bool hasReadPageText(int index) const;
@@ -70,7 +74,6 @@ public:
     const PDFEngine &engine() const { return *engine_; }
 
 private:
-    explicit PDFDocument(std::unique_ptr<PDFEngine> engine);
     std::optional<PDFError> writeAndReplace(const QString &path, const std::function<void(int)> &progress,
                                             QStringList *notices) const;
 
@@ -78,7 +81,9 @@ private:
     std::vector<PDFPage> pages_;
     mutable std::unique_ptr<PDFOutline> outlineRoot_;
     mutable QMutex textMutex_;
+    mutable QWaitCondition textRead_;
     mutable std::vector<std::shared_ptr<const PageText>> texts_;  ///< By page; null until read.
+    mutable std::vector<bool> isReadingText_;                     ///< By page.
 };
 
 }  // namespace leafwright

@@ -70,11 +70,11 @@ void readAllPages(const TextPages &pages, const std::stop_token &stop) {
 }
 
 PageWarmer::PageWarmer(const TextPages &pages) {
-    const std::vector<PageStretch> stretches = warmingStretches(pages.pageCount());
-    startThreads(threads_, static_cast<int>(stretches.size()), [&](int k) {
-        return [&pages, stretch = stretches[static_cast<size_t>(k)]](const std::stop_token &stop) {
+    startThreads(thread_, 1, [&](int) {
+        return [&pages, stretches = warmingStretches(pages.pageCount())](const std::stop_token &stop) {
+            const auto warm = [&](int k) { warmPages(pages, stretches[static_cast<size_t>(k)], stop); };
             try {
-                warmPages(pages, stretch, stop);
+                onAllCores(static_cast<int>(stretches.size()), warm, stop);
             } catch (const std::bad_alloc &) {
                 return;
             }

@@ -43,7 +43,7 @@ private:
     mutable std::atomic<int> total_ = 0;
 };
 
-TEST(WarmingStretches, OneThreadPer150Pages) {
+TEST(WarmingStretches, OnePer150Pages) {
     EXPECT_THAT(warmingStretches(1), ElementsAre(PageStretch{0, 1}));
     EXPECT_THAT(warmingStretches(149), ElementsAre(PageStretch{0, 149}));
     EXPECT_THAT(warmingStretches(150), ElementsAre(PageStretch{0, 150}));
@@ -176,6 +176,66 @@ TEST(ConcurrentReading, ThreadsReadTheSameAsOne) {
         ASSERT_EQ(read->attributedString.runs, expected->attributedString.runs) << i;
         ASSERT_EQ(read->runBounds, expected->runBounds) << i;
     }
+}
+
+/// Counts how often the text of each page is read; has nothing else.
+class CountingEngine final : public PDFEngine {
+public:
+    explicit CountingEngine(int count) : reads_(static_cast<size_t>(count)) {
+        facts_.pages.resize(static_cast<size_t>(count));
+        facts_.labels.resize(static_cast<size_t>(count));
+    }
+
+    const PDFFacts &facts() const override { return facts_; }
+    std::optional<PDFError> readProblem() const override { return std::nullopt; }
+    std::shared_ptr<const PageText> pageText(int index) const override {
+        const int earlier = reads_[static_cast<size_t>(index)]++;
+        std::this_thread::yield();  // so that others ask meanwhile
+        if (index == pageWithoutMemory && earlier == 0) throw std::bad_alloc();
+        return std::make_shared<const PageText>();
+    }
+    std::vector<Rect> characterBoxes(int) const override { return {}; }
+    std::vector<TextSpan> textSpans(int) const override { return {}; }
+    DocumentMarks marks() const override { return {}; }
+    std::vector<QString> markedText(int, const std::vector<int> &) const override { return {}; }
+    QImage renderPage(const RenderRequest &, const std::stop_token &) const override { return {}; }
+    std::vector<PDFLink> links(int) const override { return {}; }
+    Result<std::unique_ptr<PDFOutline>> readOutline() const override {
+        return std::make_unique<PDFOutline>();
+    }
+    std::optional<PDFError> write(const PDFOutline &, int, const std::function<void(int)> &) const override {
+        return std::nullopt;
+    }
+    std::vector<int> reads() const { return {reads_.begin(), reads_.end()}; }
+
+    int pageWithoutMemory = -1;  ///< Whose first reading ends for want of it.
+
+private:
+    PDFFacts facts_;
+    mutable std::vector<std::atomic<int>> reads_;
+};
+
+TEST(ConcurrentReading, NoPageIsReadTwice) {
+    auto owned = std::make_unique<CountingEngine>(2000);
+    const CountingEngine &engine = *owned;
+    const PDFDocument document(std::move(owned));
+    {
+        const PageWarmer warmer(document);
+        std::vector<std::jthread> threads;
+        for (int k = 0; k < 6; ++k)
+            threads.emplace_back([&] { readAllPages(document); });
+    }
+    EXPECT_THAT(engine.reads(), Each(1));
+}
+
+TEST(ConcurrentReading, APageThatCouldNotBeReadIsReadByTheNext) {
+    auto owned = std::make_unique<CountingEngine>(1);
+    owned->pageWithoutMemory = 0;
+    const CountingEngine &engine = *owned;
+    const PDFDocument document(std::move(owned));
+    EXPECT_THROW(document.pageText(0), std::bad_alloc);
+    EXPECT_NE(document.pageText(0), nullptr);
+    EXPECT_THAT(engine.reads(), ElementsAre(2));
 }
 
 TEST(ConcurrentReading, BoxesAndOutlineBesideTheText) {
