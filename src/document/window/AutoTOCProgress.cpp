@@ -3,9 +3,8 @@
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
 #include "texts/Translated.h"
-#include "widgets/Sheet.h"
+#include "widgets/ProgressSheet.h"
 
-#include <QApplication>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -26,8 +25,7 @@ constexpr Translated translated{"AutoTOCProgress"};
 AutoTOCProgress::AutoTOCProgress(MyDocument &document)
     : platform_(document.platform()),
       busy_(document),
-      sheet_(std::make_unique<Sheet>(translated("AutoTOC"))) {
-    sheet_->setCancellable(false);
+      sheet_(std::make_unique<ProgressSheet>(translated("AutoTOC"))) {
     const std::array titles{translated("Counting the fonts:"), translated("Choosing heading fonts:"),
                             translated("Building the outline:")};
     for (size_t i = 0; i < steps_.size(); ++i) {
@@ -80,12 +78,7 @@ void AutoTOCProgress::show(int running, const QString &before) {
         step.text->setText(isDone ? before : QString());
         step.indicator->setVisible(i == running);
     }
-    drawAtOnce();
-}
-
-void AutoTOCProgress::drawAtOnce() {
-    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    sheet_->repaint();
+    sheet_->drawAtOnce();
 }
 
 }  // namespace leafwright

@@ -13,11 +13,11 @@ class QProgressBar;
 namespace leafwright {
 
 class MyDocument;
-class Sheet;
+class ProgressSheet;
 
 /// The sheet that shows how far making an outline is: a line for each of the three steps, with a mark once it
-/// is done and an indicator while it runs. Every call draws at once, for the main thread is busy; and so is
-/// the document as long as this lives.
+/// is done and an indicator while it runs. Every call draws at once. The document is busy as long as this
+/// lives.
 class AutoTOCProgress {
 public:
     /// @param document has a window, and outlives this
@@ -33,7 +33,7 @@ public:
     /// Shows how it went for a second, and closes the sheet. @param result "Failed" or nothing
     void guessPDFStep3Ends(const QString &result = {});
 
-    Sheet &sheet() const { return *sheet_; }
+    ProgressSheet &sheet() const { return *sheet_; }
 
 private:
     struct Step {
@@ -42,11 +42,10 @@ private:
     };
 
     void show(int running, const QString &before);
-    void drawAtOnce();
 
     Platform &platform_;
     Document::Busy busy_;
-    std::unique_ptr<Sheet> sheet_;
+    std::unique_ptr<ProgressSheet> sheet_;
     std::array<Step, 3> steps_{};
 };
 

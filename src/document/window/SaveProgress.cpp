@@ -1,17 +1,16 @@
 #include "document/window/SaveProgress.h"
 
-#include <QApplication>
-#include <QDialog>
+#include "widgets/ProgressSheet.h"
+
+#include <QFormLayout>
 #include <QLabel>
 #include <QProgressBar>
-#include <QVBoxLayout>
 
 namespace leafwright {
 
 namespace {
 
 constexpr int sheetWidth = 360;
-constexpr qint64 frame = 15;  // milliseconds: drawing more often than a screen shows only delays the writing
 
 }  // namespace
 
@@ -20,18 +19,15 @@ SaveProgress::~SaveProgress() {
 }
 
 void SaveProgress::makeSheet() {
-    saveWindow_ = new QDialog(window_, Qt::Sheet);
+    saveWindow_ = new ProgressSheet(QObject::tr("Saving"), window_);
     saveWindow_->setObjectName(QStringLiteral("_saveWindow"));
-    saveWindow_->setWindowModality(Qt::WindowModal);
-    saveWindow_->setWindowTitle(QObject::tr("Saving"));
     auto *text = new QLabel(text_);
     text->setObjectName(QStringLiteral("savePDFProgressPanelText"));
     saveProgressBar_ = new QProgressBar;
     saveProgressBar_->setObjectName(QStringLiteral("_saveProgressBar"));
     saveProgressBar_->setAccessibleName(text_);
-    auto *layout = new QVBoxLayout(saveWindow_);
-    layout->addWidget(text);
-    layout->addWidget(saveProgressBar_);
+    saveWindow_->form()->addRow(text);
+    saveWindow_->form()->addRow(saveProgressBar_);
     saveWindow_->setFixedSize(sheetWidth, saveWindow_->sizeHint().height());
 }
 
@@ -40,24 +36,18 @@ void SaveProgress::documentBeginWrite(int pageCount) {
     makeSheet();
     saveProgressBar_->setRange(0, pageCount);
     saveProgressBar_->setValue(0);
-    saveWindow_->show();
-    drawAtOnce();
+    saveWindow_->begin(window_, [](int) {});
+    saveWindow_->drawAtOnce();
 }
 
 void SaveProgress::documentEndPageWrite(int pageIndex) {
+    if (!saveWindow_) return;
     saveProgressBar_->setValue(pageIndex);
-    if (sinceDrawn_.elapsed() >= frame) drawAtOnce();
+    saveWindow_->drawIfDue();
 }
 
 void SaveProgress::documentEndWrite() {
     delete saveWindow_;
-}
-
-void SaveProgress::drawAtOnce() {
-    // The window system's answers (that the sheet is on the screen, say) come as events; the user's wait.
-    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-    if (saveWindow_) saveWindow_->repaint();
-    sinceDrawn_.start();
 }
 
 }  // namespace leafwright

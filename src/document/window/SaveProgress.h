@@ -1,16 +1,14 @@
 #pragma once
 
 #include "pdf/PDFDocument.h"
+#include "widgets/ProgressSheet.h"
 
-#include <QDialog>
-#include <QElapsedTimer>
 #include <QPointer>
 #include <QProgressBar>
 
 namespace leafwright {
 
-/// Shows a sheet with a bar that moves while a document is written. The main thread is busy with the writing,
-/// so the sheet is drawn at once rather than when events are next handled.
+/// Shows a sheet with a bar that moves while a document is written.
 class SaveProgress : public PDFWriteObserver {
 public:
     /// @param window the sheet's parent; it must outlive this
@@ -25,18 +23,16 @@ public:
     void documentEndWrite() override;
 
     /// Null unless a document is being written.
-    QDialog *saveWindow() const { return saveWindow_; }
+    ProgressSheet *saveWindow() const { return saveWindow_; }
     QProgressBar *saveProgressBar() const { return saveProgressBar_; }
 
 private:
     void makeSheet();
-    void drawAtOnce();
 
     QWidget *window_;
     QString text_;
-    QPointer<QDialog> saveWindow_;
+    QPointer<ProgressSheet> saveWindow_;
     QPointer<QProgressBar> saveProgressBar_;
-    QElapsedTimer sinceDrawn_;
 };
 
 }  // namespace leafwright

@@ -3,6 +3,7 @@
 #include "support/OpenPdf.h"
 #include "support/WindowFixture.h"
 #include "widgets/NoticeBars.h"
+#include "widgets/ProgressSheet.h"
 
 #include <QDialog>
 #include <QDir>
