@@ -2,6 +2,7 @@
 #include "cli/OpenFile.h"
 #include "cli/OutlineTree.h"
 #include "files/FileReading.h"
+#include "model/TreeWalk.h"
 #include "texts/Translated.h"
 
 #include <unistd.h>
@@ -32,22 +33,15 @@ void reportPages(const MyDocument &document, const MyOutlineItem &root, Console 
     constexpr int mostNamed = 10;
     int unknown = 0;
     int without = 0;
-    std::vector<const MyOutlineItem *> pending{&root};
-    while (!pending.empty()) {
-        const MyOutlineItem *item = pending.back();
-        pending.pop_back();
-        for (auto child = item->children().rbegin(); child != item->children().rend(); ++child) {
-            pending.push_back(child->get());
-        }
-        if (item == &root) continue;
-        if (item->pageLabel().isNull()) {
-            if (item->entry().number == 0 && item->entry().action.type.isNull()) ++without;
-        } else if (!document.getRealPageArrayIndex(item->pageLabel()) && ++unknown <= mostNamed) {
+    walkBelow(root, [&](const MyOutlineItem &item, size_t /*depth*/) {
+        if (item.pageLabel().isNull()) {
+            if (item.entry().number == 0 && item.entry().action.type.isNull()) ++without;
+        } else if (!document.getRealPageArrayIndex(item.pageLabel()) && ++unknown <= mostNamed) {
             console.message(
                 translated("\"%1\": no page is labelled \"%2\"; the entry leads to the first page")
-                    .arg(item->pageTitle(), item->pageLabel()));
+                    .arg(item.pageTitle(), item.pageLabel()));
         }
-    }
+    });
     if (unknown > mostNamed) {
         console.message(translated("%1 more entries with unknown page labels lead to the first page")
                             .arg(unknown - mostNamed));

@@ -2,33 +2,11 @@
 
 #include "cli/JsonWriter.h"
 #include "model/MyOutlineItem.h"
+#include "model/TreeWalk.h"
 
 namespace leafwright::cli {
 
 namespace {
-
-/// Calls `enter(entry, depth)` and `leave(entry)` for every entry below the root, parents first; depth 0 is
-/// the top level. Without recursion, since files nest as deep as they like.
-template <typename Enter, typename Leave>
-void walkOutline(const PDFOutline &root, Enter &&enter, Leave &&leave) {
-    struct Siblings {
-        const PDFOutline *parent = nullptr;
-        int next = 0;
-    };
-    std::vector<Siblings> open{{&root}};
-    while (!open.empty()) {
-        Siblings &siblings = open.back();
-        if (siblings.next == siblings.parent->numberOfChildren()) {
-            const PDFOutline *parent = siblings.parent;
-            open.pop_back();
-            if (!open.empty()) leave(*parent);
-            continue;
-        }
-        const PDFOutline &entry = siblings.parent->childAtIndex(siblings.next++);
-        enter(entry, open.size() - 1);
-        open.push_back({&entry});
-    }
-}
 
 void printAction(const OutlineEntry::Action &action, JsonWriter &json) {
     if (action.type.isNull()) {
@@ -66,7 +44,7 @@ void printWhatElse(const OutlineEntry &entry, JsonWriter &json) {
 void printOutlineAsJson(const PDFDocument &document, Console &console) {
     JsonWriter json(console);
     json.beginArray();
-    walkOutline(
+    walkBelow(
         document.outlineRoot(),
         [&](const PDFOutline &entry, size_t /*depth*/) {
             const auto &destination = entry.destination();
@@ -89,7 +67,7 @@ void printOutlineAsJson(const PDFDocument &document, Console &console) {
 
 void printOutlineAsPlusLines(const PDFDocument &document, Console &console) {
     // An entry at a time: the lines of a deep outline, each as long as its depth, may not fit into memory.
-    walkOutline(
+    walkBelow(
         document.outlineRoot(),
         [&](const PDFOutline &entry, size_t depth) {
             MyOutlineItem item;
@@ -103,7 +81,7 @@ void printOutlineAsPlusLines(const PDFDocument &document, Console &console) {
 
 void printOutlineAsText(const PDFDocument &document, Console &console) {
     constexpr size_t deepestIndent = 40;
-    walkOutline(
+    walkBelow(
         document.outlineRoot(),
         [&](const PDFOutline &entry, size_t depth) {
             QString line(static_cast<qsizetype>(2 * std::min(depth, deepestIndent)), u' ');

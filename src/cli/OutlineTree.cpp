@@ -1,5 +1,6 @@
 #include "cli/OutlineTree.h"
 
+#include "model/TreeWalk.h"
 #include "texts/Translated.h"
 
 #include <QJsonArray>
@@ -221,16 +222,9 @@ Tree treeFromPlusLines(const QString &text, const TextPages &pages) {
 
 OutlineEntries entriesByNumber(const PDFOutline &root) {
     OutlineEntries entries;
-    std::vector<const PDFOutline *> pending{&root};
-    while (!pending.empty()) {
-        const PDFOutline &parent = *pending.back();
-        pending.pop_back();
-        for (int i = 0; i < parent.numberOfChildren(); ++i) {
-            const PDFOutline &child = parent.childAtIndex(i);
-            if (child.entry().number != 0) entries.insert(child.entry().number, child.entry());
-            pending.push_back(&child);
-        }
-    }
+    walkBelow(root, [&](const PDFOutline &outline, size_t /*depth*/) {
+        if (outline.entry().number != 0) entries.insert(outline.entry().number, outline.entry());
+    });
     return entries;
 }
 

@@ -1,6 +1,7 @@
 #include "model/MyOutlineItem.h"
 
 #include "model/FixedDecimals.h"
+#include "model/TreeWalk.h"
 
 #include <QLoggingCategory>
 
@@ -160,35 +161,19 @@ bool MyOutlineItem::hasText(const QString &text) const {
 std::optional<std::vector<MyOutlineItem *>> MyOutlineItem::itemsMatchingText(const QString &text) {
     if (text.isNull()) return std::nullopt;
     std::vector<MyOutlineItem *> matches;
-    std::vector<MyOutlineItem *> pending{this};
-    while (!pending.empty()) {
-        MyOutlineItem *item = pending.back();
-        pending.pop_back();
-        if (item->hasText(text)) matches.push_back(item);
-        for (auto child = item->children_.rbegin(); child != item->children_.rend(); ++child) {
-            pending.push_back(child->get());
-        }
-    }
+    walkTree(*this, [&](MyOutlineItem &item, size_t /*depth*/) {
+        if (item.hasText(text)) matches.push_back(&item);
+    });
     return matches;
 }
 
 QString MyOutlineItem::plusDescriptionForLevel(qint32 level) const {
-    struct Line {
-        const MyOutlineItem *item;
-        qint32 level;
-    };
     QString text;
-    std::vector<Line> pending{{this, level}};
-    while (!pending.empty()) {
-        const Line line = pending.back();
-        pending.pop_back();
-        text += QString(std::max(0, line.level), u'+') + QLatin1String(" @") + line.item->pageLabel_ + u' ' +
-                line.item->pageTitle_ + u'\n';
-        const Children &children = line.item->children_;
-        for (auto child = children.rbegin(); child != children.rend(); ++child) {
-            pending.push_back({child->get(), line.level + 1});
-        }
-    }
+    walkTree(*this, [&](const MyOutlineItem &item, size_t depth) {
+        const qint32 pluses = std::max(0, level + static_cast<qint32>(depth));
+        text +=
+            QString(pluses, u'+') + QLatin1String(" @") + item.pageLabel_ + u' ' + item.pageTitle_ + u'\n';
+    });
     return text;
 }
 

@@ -1,5 +1,6 @@
 #include "outlineview/OutlineView.h"
 
+#include "model/TreeWalk.h"
 #include "outlineview/OutlineCellDelegate.h"
 
 #include <QHeaderView>
@@ -89,19 +90,12 @@ const OutlineView::Rows &OutlineView::rows() const {
     if (rows_.structureRevision == structure && rows_.unfoldingRevision == unfoldingRevision_) return rows_;
     rows_ = {{}, {}, structure, unfoldingRevision_};
     if (!controller_) return rows_;
-    const auto pushChildren = [](std::vector<TreeNode *> &pending, const TreeNode &node) {
-        pending.insert(pending.end(), node.childNodes().rbegin(), node.childNodes().rend());
-    };
-    std::vector<TreeNode *> pending;
-    pushChildren(pending, controller_->arrangedObjects());
-    rows_.rowOfNode.reserve(pending.size());
-    while (!pending.empty()) {
-        TreeNode *node = pending.back();
-        pending.pop_back();
-        rows_.rowOfNode.emplace(node, static_cast<int>(rows_.nodes.size()));
-        rows_.nodes.push_back(node);
-        if (isItemExpanded(*node)) pushChildren(pending, *node);
-    }
+    rows_.rowOfNode.reserve(controller_->arrangedObjects().childCount());
+    walkBelow(controller_->arrangedObjects(), [this](TreeNode &node, size_t /*depth*/) {
+        rows_.rowOfNode.emplace(&node, static_cast<int>(rows_.nodes.size()));
+        rows_.nodes.push_back(&node);
+        return isItemExpanded(node);
+    });
     return rows_;
 }
 

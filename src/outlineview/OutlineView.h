@@ -137,7 +137,7 @@ private:
     void drawCell(QPainter *painter, QStyleOptionViewItem option, const QModelIndex &cell) const;
     bool isUnderPointer(const QModelIndex &index) const;
     bool isBeingEdited(const QModelIndex &index) const;
-    void collapseWithChildren(std::vector<const TreeNode *> pending);
+    void collapseWithChildren(const std::vector<const TreeNode *> &items);
     void foldingHides(const std::vector<const TreeNode *> &folded);
     void pressedAt(const QPoint &position);
     bool showCellExpansion(const QPoint &position, const QPoint &globalPosition);

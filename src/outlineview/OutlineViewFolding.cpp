@@ -1,3 +1,4 @@
+#include "model/TreeWalk.h"
 #include "outlineview/OutlineView.h"
 
 #include <QScopedValueRollback>
@@ -23,15 +24,12 @@ void OutlineView::expandItem(const TreeNode &item, bool expandChildren) {
     }
     // With a layout to come, Qt notes what is unfolded instead of laying out each.
     scheduleDelayedItemsLayout();
-    std::vector<std::pair<const TreeNode *, size_t>> pending{{&item, item.depth()}};
-    while (!pending.empty()) {
-        const auto [node, depth] = pending.back();
-        pending.pop_back();
-        if (node->childCount() == 0 || depth > deepestUnfolded) continue;
-        expand(controller_->indexForNode(*node));
-        for (const TreeNode *child : node->childNodes())
-            pending.emplace_back(child, depth + 1);
-    }
+    const size_t top = item.depth();
+    walkTree(item, [&](const TreeNode &node, size_t depth) {
+        const bool unfolds = node.childCount() > 0 && top + depth <= deepestUnfolded;
+        if (unfolds) expand(controller_->indexForNode(node));
+        return unfolds;
+    });
 }
 
 void OutlineView::collapseItem(const TreeNode &item, bool collapseChildren) {
@@ -46,19 +44,16 @@ void OutlineView::collapseItems(const std::vector<TreeNode *> &items) {
     collapseWithChildren({items.begin(), items.end()});
 }
 
-void OutlineView::collapseWithChildren(std::vector<const TreeNode *> pending) {
-    const std::vector<const TreeNode *> folded = pending;
+void OutlineView::collapseWithChildren(const std::vector<const TreeNode *> &items) {
     scheduleDelayedItemsLayout();
     {
         const QScopedValueRollback together(foldingMany_, true);
-        while (!pending.empty()) {
-            const TreeNode *node = pending.back();
-            pending.pop_back();
-            collapse(controller_->indexForNode(*node));
-            pending.insert(pending.end(), node->childNodes().begin(), node->childNodes().end());
-        }
+        for (const TreeNode *item : items)
+            walkTree(*item, [this](const TreeNode &node, size_t /*depth*/) {
+                collapse(controller_->indexForNode(node));
+            });
     }
-    foldingHides(folded);
+    foldingHides(items);
 }
 
 bool OutlineView::isItemExpanded(const TreeNode &item) const {

@@ -1,5 +1,7 @@
 #include "pdf/PDFOutline.h"
 
+#include "model/TreeWalk.h"
+
 #include <iterator>
 #include <stdexcept>
 
@@ -23,14 +25,7 @@ PDFOutline &PDFOutline::insertChildAtIndex(std::unique_ptr<PDFOutline> child, in
 
 qsizetype PDFOutline::countOfDescendants() const {
     qsizetype count = 0;
-    std::vector<const PDFOutline *> pending{this};
-    while (!pending.empty()) {
-        const PDFOutline *entry = pending.back();
-        pending.pop_back();
-        count += entry->numberOfChildren();
-        for (const auto &child : entry->children_)
-            pending.push_back(child.get());
-    }
+    walkBelow(*this, [&count](const PDFOutline & /*entry*/, size_t /*depth*/) { ++count; });
     return count;
 }
 

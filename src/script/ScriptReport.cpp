@@ -3,6 +3,7 @@
 #include "categories/FontIdentity.h"
 #include "document/MyDocument.h"
 #include "formats/JsonWriter.h"
+#include "model/TreeWalk.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
@@ -118,34 +119,13 @@ void beginNode(const MyOutlineItem &item, const MyDocument &document, JsonWriter
     json.beginArray();
 }
 
-/// Visits all items below the root in tree order; without recursion, since trees may be deep.
-template <typename Enter, typename Leave>
-void walk(const TreeNode &root, Enter &&enter, Leave &&leave) {
-    struct Siblings {
-        const TreeNode *parent;
-        size_t next = 0;
-    };
-    std::vector<Siblings> open{{&root}};
-    while (!open.empty()) {
-        Siblings &siblings = open.back();
-        if (siblings.next == siblings.parent->childCount()) {
-            open.pop_back();
-            if (!open.empty()) leave();
-            continue;
-        }
-        const TreeNode *node = siblings.parent->childNodes()[siblings.next++];
-        enter(*node);
-        open.push_back({node});
-    }
-}
-
 void writeOutline(MyDocument &document, JsonWriter &json) {
     json.key("outline");
     json.beginArray();
-    walk(
+    walkBelow(
         document.treecontroller().arrangedObjects(),
-        [&](const TreeNode &node) { beginNode(*node.representedObject(), document, json); },
-        [&] {
+        [&](const TreeNode &node, size_t /*depth*/) { beginNode(*node.representedObject(), document, json); },
+        [&](const TreeNode & /*node*/) {
             json.endArray();
             json.endObject();
         });
@@ -169,12 +149,9 @@ void writePaths(const char *key, const std::vector<IndexPath> &paths, JsonWriter
 
 std::vector<IndexPath> expandedPaths(MyDocument &document) {
     std::vector<IndexPath> paths;
-    walk(
-        document.treecontroller().arrangedObjects(),
-        [&](const TreeNode &node) {
-            if (document.outlineview()->isItemExpanded(node)) paths.push_back(node.indexPath());
-        },
-        [] {});
+    walkBelow(document.treecontroller().arrangedObjects(), [&](const TreeNode &node, size_t /*depth*/) {
+        if (document.outlineview()->isItemExpanded(node)) paths.push_back(node.indexPath());
+    });
     return paths;
 }
 

@@ -1,3 +1,4 @@
+#include "model/TreeWalk.h"
 #include "tree/TreeController.h"
 
 #include <QSignalBlocker>
@@ -37,13 +38,11 @@ void TreeController::inTreeOrder(std::vector<TreeNode *> &nodes) const {
     if (nodes.size() > nodeCount() / 16) {
         std::unordered_set<const TreeNode *> wanted(nodes.begin(), nodes.end());
         nodes.clear();
-        std::vector<TreeNode *> pending{root_};
-        while (!pending.empty() && nodes.size() < wanted.size()) {
-            TreeNode *node = pending.back();
-            pending.pop_back();
-            if (wanted.contains(node)) nodes.push_back(node);
-            pending.insert(pending.end(), node->children_.rbegin(), node->children_.rend());
-        }
+        if (wanted.contains(root_)) nodes.push_back(root_);
+        walkBelow(*root_, [&](TreeNode &node, size_t /*depth*/) {
+            if (wanted.contains(&node)) nodes.push_back(&node);
+            return nodes.size() < wanted.size();
+        });
         return;
     }
     std::vector<std::pair<IndexPath, TreeNode *>> byPath;

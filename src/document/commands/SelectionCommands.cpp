@@ -1,6 +1,7 @@
 #include "document/commands/SelectionCommands.h"
 
 #include "document/MyDocument.h"
+#include "model/TreeWalk.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "texts/Translated.h"
 #include "tree/TreeController.h"
@@ -20,14 +21,9 @@ constexpr Translated translated{"SelectionCommands"};
 
 std::vector<IndexPath> recursiveMatchIndexPathsInSubTree(TreeNode &node, const QString &term) {
     std::vector<IndexPath> matches;
-    std::vector<TreeNode *> ahead{&node};  // No recursion: trees may be deep.
-    while (!ahead.empty()) {
-        TreeNode *next = ahead.back();
-        ahead.pop_back();
-        if (next->representedObject()->hasText(term)) matches.push_back(next->indexPath());
-        for (TreeNode *child : std::views::reverse(next->childNodes()))
-            ahead.push_back(child);
-    }
+    walkTree(node, [&](const TreeNode &each, size_t /*depth*/) {
+        if (each.representedObject()->hasText(term)) matches.push_back(each.indexPath());
+    });
     return matches;
 }
 

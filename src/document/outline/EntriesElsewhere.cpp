@@ -1,8 +1,7 @@
 #include "document/outline/EntriesElsewhere.h"
 
+#include "model/TreeWalk.h"
 #include "texts/Translated.h"
-
-#include <ranges>
 
 namespace leafwright {
 
@@ -28,19 +27,14 @@ QString EntriesElsewhere::list() const {
 EntriesElsewhere entriesElsewhere(
     const MyOutlineItem &root, const std::function<std::optional<int>(const QString &label)> &pageOfLabel) {
     EntriesElsewhere result;
-    std::vector<const MyOutlineItem *> ahead{&root};  // no recursion, trees may be deep
-    while (!ahead.empty()) {
-        const MyOutlineItem &item = *ahead.back();
-        ahead.pop_back();
-        for (const auto &child : std::views::reverse(item.children()))
-            ahead.push_back(child.get());
-        if (!item.importedPage()) continue;
+    walkTree(root, [&](const MyOutlineItem &item, size_t /*depth*/) {
+        if (!item.importedPage()) return;
         const int now = pageOfLabel(item.pageLabel()).value_or(0);
-        if (now == *item.importedPage()) continue;
+        if (now == *item.importedPage()) return;
         ++result.count;
         if (result.first.size() < EntriesElsewhere::mostNamed)
             result.first.push_back({item.pageTitle(), *item.importedPage(), now});
-    }
+    });
     return result;
 }
 

@@ -1,32 +1,16 @@
 #include "document/outline/UndoSupport.h"
 
-#include <ranges>
+#include "model/TreeWalk.h"
 
 namespace leafwright {
 
-namespace {
-
-/// Visits an item and everything below it in tree order; without recursion, since trees may be deep.
-template <typename Visit>
-void walk(MyOutlineItem &top, Visit &&visit) {
-    std::vector<MyOutlineItem *> ahead{&top};
-    while (!ahead.empty()) {
-        MyOutlineItem &item = *ahead.back();
-        ahead.pop_back();
-        visit(item);
-        for (const auto &child : std::views::reverse(item.children()))
-            ahead.push_back(child.get());
-    }
-}
-
-}  // namespace
-
 void UndoSupport::registerObserversForItemTree(MyOutlineItem &item) {
-    walk(item, [this](MyOutlineItem &each) { registerObserversForOutlineItem(each); });
+    walkTree(item, [this](MyOutlineItem &each, size_t /*depth*/) { registerObserversForOutlineItem(each); });
 }
 
 void UndoSupport::unregisterObserversForItemTree(MyOutlineItem &item) {
-    walk(item, [this](MyOutlineItem &each) { unregisterObserversForOutlineItem(each); });
+    walkTree(item,
+             [this](MyOutlineItem &each, size_t /*depth*/) { unregisterObserversForOutlineItem(each); });
 }
 
 }  // namespace leafwright
