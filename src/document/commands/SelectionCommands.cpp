@@ -9,7 +9,6 @@
 
 #include <QLineEdit>
 
-#include <ranges>
 
 namespace leafwright {
 
