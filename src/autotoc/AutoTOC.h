@@ -12,7 +12,7 @@ namespace leafwright {
 ///
 /// Depth follows the tree, not the level: a heading goes one deeper than the last one at most.
 /// @param maxDepth the deepest nesting below the top item; headings beyond it are dropped
-/// @return the new top item, "AutoTOC" and the depth, with the headings below it; on nobody's tree yet
+/// @return the new top item, "AutoTOC" and the depth, with the headings below it; detached
 std::unique_ptr<MyOutlineItem> runAutoTOCwithH1H2H3Map(const TextPages &pages, const HeadingLevelMap &map,
                                                        int maxDepth);
 

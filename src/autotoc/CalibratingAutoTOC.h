@@ -23,7 +23,7 @@ private:
 /// @param levels those to begin with; a copy is corrected
 /// @param maxDepth the deepest nesting below the top item; headings beyond it are dropped
 /// @param findsPoints whether items lead to their text's top left corner, or to no particular spot
-/// @return the new top item, as runAutoTOCwithH1H2H3Map() makes it; on nobody's tree yet
+/// @return the new top item, as runAutoTOCwithH1H2H3Map() makes it; detached
 std::unique_ptr<MyOutlineItem> runCalibratingAutoTOC(const TextPages &pages, CalibratedLevels levels,
                                                      int maxDepth, bool findsPoints = true);
 

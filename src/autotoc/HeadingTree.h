@@ -18,7 +18,7 @@ struct Heading {
     TextRange range;    ///< Where it stands in its page's text.
 };
 
-/// A new item with no children that leads to the first page, for headings to go below; on nobody's tree yet.
+/// A new, detached item with no children that leads to the first page, for headings to go below.
 /// Without pages it leads nowhere.
 std::unique_ptr<MyOutlineItem> makeTopItem(const TextPages &pages, const QString &title);
 /// The title of AutoTOC's top item.

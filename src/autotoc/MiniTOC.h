@@ -20,7 +20,7 @@ QStringList fontPattern(const AttributedString &sample);
 /// A match may go on from one page to the next. The run that breaks one off is not tried as the start of
 /// another.
 /// @param pattern see fontPattern(); an empty one matches nothing
-/// @return the new top item, "MiniTOC", with the items as its children; on nobody's tree yet
+/// @return the new top item, "MiniTOC", with the items as its children; detached
 std::unique_ptr<MyOutlineItem> runMiniTOC(const TextPages &pages, const QStringList &pattern);
 
 }  // namespace leafwright

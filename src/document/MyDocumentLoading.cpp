@@ -23,6 +23,8 @@ namespace leafwright {
 namespace {
 
 constexpr int indentationPerLevel = 17;  // points
+constexpr int pageBegins = 200;          // points from the left, in a new window
+constexpr int outlineBegins = 600;       // likewise
 constexpr double thumbnailLabelSize = 17;
 constexpr double thumbnailHeight = 170;
 constexpr std::chrono::milliseconds thumbnailDelay{100};
@@ -133,8 +135,10 @@ void MyDocument::setUpSplitView() {
 }
 
 void MyDocument::documentDidLoad() {
-    splitViewTopLevel()->setPositionOfDividerAtIndex(600, 1);
-    splitViewTopLevel()->setPositionOfDividerAtIndex(200, 0);
+    // The thumbnails take a fifth of a usual window, the page twice that, the outline what is left. The right
+    // divider goes first, since the left one can't pass it.
+    splitViewTopLevel()->setPositionOfDividerAtIndex(outlineBegins, 1);
+    splitViewTopLevel()->setPositionOfDividerAtIndex(pageBegins, 0);
     pdfview()->setAutoScales(true);
     QTimer::singleShot(thumbnailDelay, this, [this] { whenIdle([this] { bindThumbnails(); }); });
     if (!pdfDoc_) return;

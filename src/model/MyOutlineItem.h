@@ -58,7 +58,7 @@ public:
     void setChildren(Children children);
     /// Hands all children over to the caller.
     Children takeChildren();
-    /// Adds a child at the end without telling anyone; for trees that nobody watches yet.
+    /// Adds a child at the end without telling anyone; for detached trees, which no one observes.
     MyOutlineItem &appendChild(std::unique_ptr<MyOutlineItem> child);
     /// Takes the item over. Throws std::out_of_range unless index is within 0..count.
     void insertObjectInChildrenAtIndex(std::unique_ptr<MyOutlineItem> item, size_t index);

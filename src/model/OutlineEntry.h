@@ -9,7 +9,7 @@ namespace leafwright {
 
 /// What an outline entry is beside its title, the page it leads to and its children (ISO 32000-1, tables 153
 /// and 154): all that travels with it, unseen or not, from the file to an item and back. A new entry is
-/// closed, plain and black.
+/// closed, so that what a generator makes of a long book opens in a viewer as its chapters; plain and black.
 struct OutlineEntry {
     /// Red, green and blue, each from 0 to 1.
     using Color = std::array<double, 3>;

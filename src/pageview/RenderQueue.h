@@ -37,9 +37,9 @@ struct PageResult {
     std::shared_ptr<const PageContents> contents;  ///< Never null where the work is to read.
 };
 
-/// Reads and draws pages of a document on threads of its own. Who needs pages says again and again which
-/// ones; what is no longer among them is dropped, even when it has begun. Belongs to one thread, on which
-/// the results arrive.
+/// Reads and draws pages of a document on threads of its own. A view tells which pages it needs whenever
+/// these are others; work on pages that are no longer among them is dropped, even when it has begun. Belongs
+/// to one thread, on which the results arrive.
 class RenderQueue final : public QObject {
     Q_OBJECT
 
@@ -88,7 +88,9 @@ private:
     std::vector<PageResult> done_;
     int started_ = 0;
 
-    int wakeup_;  ///< An eventfd: written by threads, read on the receiver's.
+    /// An eventfd, written by threads, read on the receiver's. Unlike posted events, any number of results
+    /// wakes the receiver once, and to tell of one takes no memory, which may have run out.
+    int wakeup_;
     QSocketNotifier *notifier_;
     unsigned generation_ = 0;  ///< Counts documents.
     int threadCount_;

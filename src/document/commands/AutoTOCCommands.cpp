@@ -69,6 +69,8 @@ void AutoTOCCommands::runAutoTOCWithFeedback() {
     } else {
         progress.guessPDFStep2Begins();
     }
+    // Without heading fonts there is still the top item to be had, below which people put entries themselves.
+    // So the run goes on, and what it shows at last is that it has ended.
     if (map.empty()) progress.guessPDFStep3Ends(QStringLiteral("Failed"));
     progress.guessPDFStep3Begins();
     runAutoTOCwithH1H2H3Map();

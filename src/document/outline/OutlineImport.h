@@ -6,7 +6,7 @@
 
 namespace leafwright {
 
-/// Copies one entry of a PDF's outline and everything below it into an item that nobody watches yet.
+/// Copies one entry of a PDF's outline and everything below it into a detached item.
 /// Items remember the pages that they lead to in the file.
 /// An entry that leads to no page has an absent page label.
 /// @return whether some entry leads to a page, but to no particular spot there (a point of exactly (0, 0)):
