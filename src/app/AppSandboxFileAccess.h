@@ -18,6 +18,9 @@ class Platform;
 /// a block run while it is in force. May be called from any thread: the panel that asks is shown on the main
 /// one, while the caller waits; blocks run on the caller's. The main thread must not be waiting for the
 /// caller then. Arguments that are needed are asserted: an empty URL or path, or a null block, is none.
+///
+/// Uncalled, but fixed from outside: so far the desktop's own dialogs give all the leave that the program
+/// needs.
 class AppSandboxFileAccess {
     Q_DECLARE_TR_FUNCTIONS(leafwright::AppSandboxFileAccess)
 

@@ -24,18 +24,9 @@ std::optional<Font> dominantFontInSelection(const PDFSelection &selection) {
     return best->font;
 }
 
-std::optional<Font> dominantFont(const AttributedString & /*text*/) {
-    return std::nullopt;
-}
-
 QPointF topLeftPoint(const PDFSelection &selection) {
     const std::vector<const PDFPage *> pages = selection.pages();
     return pages.empty() ? QPointF() : selection.boundsForPage(*pages.front()).topLeft();
-}
-
-bool isOnPage(const PDFSelection &selection, const PDFPage &page) {
-    const std::vector<const PDFPage *> pages = selection.pages();
-    return !pages.empty() && pages.front() == &page;
 }
 
 }  // namespace leafwright

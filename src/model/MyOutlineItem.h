@@ -105,6 +105,7 @@ public:
     /// Whether the title contains the text, letter for letter. Never true for an empty text.
     bool hasText(const QString &text) const;
     /// This item and its descendants whose titles contain the text, in tree order. Absent for absent text.
+    /// Uncalled, but fixed from outside.
     std::optional<std::vector<MyOutlineItem *>> itemsMatchingText(const QString &text);
     /// The subtree in the plus form, a line an item: as many "+" as the level says (none if it is
     /// negative), a blank, "@" and the page label, a blank, the title. Nothing is escaped.

@@ -25,7 +25,6 @@ public:
     /// Neither is owned. The controller must outlive the view or be replaced by null before it goes, and
     /// has one view at most.
     void setTreeController(TreeController *controller);
-    TreeController *treeController() const { return controller_; }
     void setDelegate(OutlineViewDelegate *delegate) { delegate_ = delegate; }
     OutlineViewDelegate *delegate() const { return delegate_; }
 
@@ -68,7 +67,6 @@ public:
     void reloadItem(const TreeNode *item);
     /// What stands in the place of the rows while there are none, in a faint colour.
     void setPlaceholderText(const QString &text);
-    const QString &placeholderText() const { return placeholderText_; }
     /// In pixels.
     void setIndentationPerLevel(int indentation) { setIndentation(indentation); }
 

@@ -1,4 +1,5 @@
 #include "categories/IndexPathSteps.h"
+#include "categories/Uncalled.h"
 
 #include <gtest/gtest.h>
 

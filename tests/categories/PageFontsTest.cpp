@@ -1,4 +1,5 @@
 #include "categories/PageFonts.h"
+#include "categories/Uncalled.h"
 #include "pdf/PDFDocument.h"
 #include "support/PdfBuilder.h"
 #include "support/TempDir.h"

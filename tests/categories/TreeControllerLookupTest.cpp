@@ -1,4 +1,5 @@
 #include "categories/TreeControllerLookup.h"
+#include "categories/Uncalled.h"
 #include "tree/TreeFixture.h"
 
 #include <gtest/gtest.h>

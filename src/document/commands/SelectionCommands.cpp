@@ -9,7 +9,6 @@
 
 #include <QLineEdit>
 
-
 namespace leafwright {
 
 namespace {
