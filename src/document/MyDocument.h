@@ -191,8 +191,8 @@ public:
     void beginSheet(Sheet *sheet, std::function<void(int returnCode)> didEnd);
     /// The sheet that is open; null if there is none.
     Sheet *openSheet() const { return openSheet_; }
-    /// Opens a sheet below the outline, in the window, which can be used meanwhile, and deletes it when it has
-    /// ended.
+    /// Opens a sheet below the outline, in the window, which can be used meanwhile, and deletes it when it
+    /// has ended.
     void beginPanel(Sheet *panel, std::function<void(int returnCode)> didEnd);
     /// The one that is open there; null if there is none.
     Sheet *openPanel() const { return openPanel_; }

@@ -1,6 +1,6 @@
 #include "document/commands/HeadingsWindowFixture.h"
 #include "document/window/SaveProgress.h"
-#include "widgets/ProgressSheet.h"
+#include "widgets/BusySheet.h"
 #include "widgets/Sheet.h"
 
 #include <gmock/gmock.h>

@@ -8,6 +8,7 @@
 #include "document/window/DocumentWindow.h"
 #include "document/window/ProgressSheet.h"
 #include "outlineview/OKNSOutlineView.h"
+#include "texts/Translated.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 
@@ -23,9 +24,7 @@ namespace {
 /// Not that of what the command is given for, lest a script recognise text unasked.
 constexpr int recogniseTag = 2;
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("ContentsCommands", text);
-}
+constexpr Translated translated{"ContentsCommands"};
 
 QStringList labelsOf(const PDFDocument &pdf) {
     QStringList labels;

@@ -28,13 +28,14 @@ public:
     /// Reads the pages and proposes what is missing among the entries that are there: what looks like them.
     void completeContents();
 
+    /// Whether the outline may be edited, and nothing is proposed yet.
+    bool mayPropose() const;
     /// The proposal that is open; null if there is none.
     ContentsProposal *proposal() const;
 
 private:
     using Analysis = std::unique_ptr<ContentsAnalysis>;
 
-    bool mayPropose() const;
     /// Null when it was cancelled.
     Analysis analyse() const;
     void offerRecognition();

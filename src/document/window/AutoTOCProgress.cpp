@@ -3,7 +3,7 @@
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
 #include "texts/Translated.h"
-#include "widgets/ProgressSheet.h"
+#include "widgets/BusySheet.h"
 
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -25,7 +25,7 @@ constexpr Translated translated{"AutoTOCProgress"};
 AutoTOCProgress::AutoTOCProgress(MyDocument &document)
     : platform_(document.platform()),
       busy_(document),
-      sheet_(std::make_unique<ProgressSheet>(translated("AutoTOC"))) {
+      sheet_(std::make_unique<BusySheet>(translated("AutoTOC"))) {
     const std::array titles{translated("Counting the fonts:"), translated("Choosing heading fonts:"),
                             translated("Building the outline:")};
     for (size_t i = 0; i < steps_.size(); ++i) {

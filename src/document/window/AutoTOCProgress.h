@@ -13,7 +13,7 @@ class QProgressBar;
 namespace leafwright {
 
 class MyDocument;
-class ProgressSheet;
+class BusySheet;
 
 /// The sheet that shows how far making an outline is: a line for each of the three steps, with a mark once it
 /// is done and an indicator while it runs. Every call draws at once. The document is busy as long as this
@@ -33,7 +33,7 @@ public:
     /// Shows how it went for a second, and closes the sheet. @param result "Failed" or nothing
     void guessPDFStep3Ends(const QString &result = {});
 
-    ProgressSheet &sheet() const { return *sheet_; }
+    BusySheet &sheet() const { return *sheet_; }
 
 private:
     struct Step {
@@ -45,7 +45,7 @@ private:
 
     Platform &platform_;
     Document::Busy busy_;
-    std::unique_ptr<ProgressSheet> sheet_;
+    std::unique_ptr<BusySheet> sheet_;
     std::array<Step, 3> steps_{};
 };
 

@@ -2,6 +2,7 @@
 
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
+#include "texts/Translated.h"
 #include "widgets/Sheet.h"
 
 #include <QEventLoop>
@@ -16,9 +17,7 @@ namespace {
 
 constexpr int steps = 1000;  // of the bar
 
-QString translated(const char *text) {
-    return QCoreApplication::translate("ProgressSheet", text);
-}
+constexpr Translated translated{"ProgressSheet"};
 
 }  // namespace
 

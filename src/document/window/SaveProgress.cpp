@@ -1,6 +1,6 @@
 #include "document/window/SaveProgress.h"
 
-#include "widgets/ProgressSheet.h"
+#include "widgets/BusySheet.h"
 
 #include <QFormLayout>
 #include <QLabel>
@@ -19,7 +19,7 @@ SaveProgress::~SaveProgress() {
 }
 
 void SaveProgress::makeSheet() {
-    saveWindow_ = new ProgressSheet(QObject::tr("Saving"), window_);
+    saveWindow_ = new BusySheet(QObject::tr("Saving"), window_);
     saveWindow_->setObjectName(QStringLiteral("_saveWindow"));
     auto *text = new QLabel(text_);
     text->setObjectName(QStringLiteral("savePDFProgressPanelText"));

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "pdf/PDFDocument.h"
-#include "widgets/ProgressSheet.h"
+#include "widgets/BusySheet.h"
 
 #include <QPointer>
 #include <QProgressBar>
@@ -23,7 +23,7 @@ public:
     void documentEndWrite() override;
 
     /// Null unless a document is being written.
-    ProgressSheet *saveWindow() const { return saveWindow_; }
+    BusySheet *saveWindow() const { return saveWindow_; }
     QProgressBar *saveProgressBar() const { return saveProgressBar_; }
 
 private:
@@ -31,7 +31,7 @@ private:
 
     QWidget *window_;
     QString text_;
-    QPointer<ProgressSheet> saveWindow_;
+    QPointer<BusySheet> saveWindow_;
     QPointer<QProgressBar> saveProgressBar_;
 };
 

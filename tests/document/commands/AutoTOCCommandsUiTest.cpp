@@ -1,7 +1,7 @@
 #include "document/commands/AutoTOCCommands.h"
 #include "document/commands/HeadingsWindowFixture.h"
 #include "document/window/AutoTOCProgress.h"
-#include "widgets/ProgressSheet.h"
+#include "widgets/BusySheet.h"
 
 #include <QLabel>
 #include <QProgressBar>

@@ -2,8 +2,8 @@
 #include "document/window/SaveProgress.h"
 #include "support/OpenPdf.h"
 #include "support/WindowFixture.h"
+#include "widgets/BusySheet.h"
 #include "widgets/NoticeBars.h"
-#include "widgets/ProgressSheet.h"
 
 #include <QDialog>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "widgets/ProgressSheet.h"
+#include "widgets/BusySheet.h"
 
 #include <QApplication>
 #include <QPointer>
@@ -11,19 +11,19 @@ constexpr qint64 frame = 15;  // milliseconds
 
 }  // namespace
 
-ProgressSheet::ProgressSheet(const QString &title, QWidget *parent) : Sheet(title, parent) {
+BusySheet::BusySheet(const QString &title, QWidget *parent) : Sheet(title, parent) {
     setCancellable(false);
 }
 
-void ProgressSheet::drawAtOnce() {
-    const QPointer<ProgressSheet> self(this);
+void BusySheet::drawAtOnce() {
+    const QPointer<BusySheet> self(this);
     QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     if (!self) return;  // an event has closed its window
     repaint();
     sinceDrawn_.start();
 }
 
-void ProgressSheet::drawIfDue() {
+void BusySheet::drawIfDue() {
     if (!sinceDrawn_.isValid() || sinceDrawn_.elapsed() >= frame) drawAtOnce();
 }
 

@@ -8,11 +8,11 @@ namespace leafwright {
 
 /// A sheet that shows how far something is that keeps the main thread busy and can't be stopped. Nothing on
 /// it shows until it is drawn, since the thread handles no events of its own accord.
-class ProgressSheet : public Sheet {
+class BusySheet : public Sheet {
     Q_OBJECT
 
 public:
-    explicit ProgressSheet(const QString &title, QWidget *parent = nullptr);
+    explicit BusySheet(const QString &title, QWidget *parent = nullptr);
 
     /// Shows what has changed, now. The window system's answers (that the sheet is on the screen, say) are
     /// handled as they come; what the user types and clicks waits.
