@@ -89,6 +89,8 @@ public:
 
     MyOutlineItem &root() { return *root_; }
     PDFDocument *pdfDoc() const { return pdfDoc_.get(); }
+    /// The same for who reads it on another thread; it may outlive the document.
+    std::shared_ptr<const PDFDocument> sharedPdfDoc() const { return pdfDoc_; }
     const QString &pdfURL() const { return pdfURL_; }
     void setPdfURL(const QString &path);
     const PageLabelMap &pdfMapPageLabelToIndex() const { return pdfMapPageLabelToIndex_; }
@@ -238,7 +240,7 @@ private:
     void showEntriesElsewhere() const;
 
     std::unique_ptr<MyOutlineItem> root_ = std::make_unique<MyOutlineItem>();
-    std::unique_ptr<PDFDocument> pdfDoc_;
+    std::shared_ptr<PDFDocument> pdfDoc_;
     QString pdfURL_;
     std::optional<PDFError> openError_;
     std::optional<PDFError> writeError_;

@@ -174,10 +174,13 @@ void MyDocument::takeGuessedHeadingMap() {
 void MyDocument::finishHeadingMap() {
     if (!headingMapGuess_ || headingMapGuess_->isTaken()) return;
     // What takes long is reading the pages; the guess finds them read then.
-    inBackground(*this, [this] {
-        readAllPages(*pdfDoc_);
-        return true;
-    });
+    inBackground(
+        *this,
+        [](const std::shared_ptr<const PDFDocument> &pdf) {
+            readAllPages(*pdf);
+            return true;
+        },
+        sharedPdfDoc());
     takeGuessedHeadingMap();
 }
 

@@ -8,6 +8,7 @@
 #include <exception>
 #include <optional>
 #include <thread>
+#include <type_traits>
 #include <utility>
 
 namespace leafwright {
@@ -37,10 +38,16 @@ auto inBackground(Function &&function) {
 
 /// The same for a document, which is busy meanwhile: for the caller it is as if the function had been called
 /// here.
-template <typename Function>
-auto inBackground(Document &document, Function &&function) {
+///
+/// The events handled meanwhile may be the end of anything. So the function captures nothing, and what it
+/// works on is given to it: values, and shared pointers to what is large, which this owns until the thread
+/// has ended.
+template <typename Function, typename... Owned>
+auto inBackground(Document &document, Function function, Owned... owned) {
+    static_assert(std::is_empty_v<Function>, "what the function works on is given behind it");
+    static_assert((!std::is_pointer_v<Owned> && ...), "a plain pointer owns nothing");
     const Document::Busy busy(document);
-    return inBackground(std::forward<Function>(function));
+    return inBackground([&] { return function(std::as_const(owned)...); });
 }
 
 }  // namespace leafwright

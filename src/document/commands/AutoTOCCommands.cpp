@@ -29,6 +29,8 @@ constexpr int delayBeforeStart = 500;  // milliseconds
 
 constexpr Translated translated{"AutoTOCCommands"};
 
+using SharedPDF = std::shared_ptr<const PDFDocument>;
+
 }  // namespace
 
 AutoTOCCommands::AutoTOCCommands(MyDocument &document) : document_(document) {
@@ -78,12 +80,14 @@ void AutoTOCCommands::runAutoTOCWithFeedback() {
 }
 
 void AutoTOCCommands::runAutoTOCwithH1H2H3Map() {
-    const PDFDocument &pdf = *document_.pdfDoc();
+    const HeadingLevelMap fonts = document_.headingMapCommands().mapWithFonts();
     insertTopItem(inBackground(
-        document_, [&pdf, map = document_.headingMapCommands().mapWithFonts(), depth = maxDepth()] {
-            readAllPages(pdf);
-            return leafwright::runAutoTOCwithH1H2H3Map(pdf, map, depth);
-        }));
+        document_,
+        [](const SharedPDF &pdf, const HeadingLevelMap &map, int depth) {
+            readAllPages(*pdf);
+            return leafwright::runAutoTOCwithH1H2H3Map(*pdf, map, depth);
+        },
+        document_.sharedPdfDoc(), fonts, maxDepth()));
 }
 
 void AutoTOCCommands::buttonClickedBotForAutoTOC() {
@@ -97,12 +101,13 @@ void AutoTOCCommands::buttonClickedBotForAutoTOC() {
 
 void AutoTOCCommands::runMiniTOC() {
     if (!document_.hasSelectedText()) return;
-    const PDFDocument &pdf = *document_.pdfDoc();
-    const QStringList pattern = fontPattern(document_.pdfview()->currentSelection()->attributedString());
-    insertTopItem(inBackground(document_, [&pdf, &pattern] {
-        readAllPages(pdf);
-        return leafwright::runMiniTOC(pdf, pattern);
-    }));
+    insertTopItem(inBackground(
+        document_,
+        [](const SharedPDF &pdf, const QStringList &pattern) {
+            readAllPages(*pdf);
+            return leafwright::runMiniTOC(*pdf, pattern);
+        },
+        document_.sharedPdfDoc(), fontPattern(document_.pdfview()->currentSelection()->attributedString())));
 }
 
 void AutoTOCCommands::testPageStructureKnowledge() {
@@ -116,10 +121,12 @@ void AutoTOCCommands::testPageStructureKnowledge() {
     document_.listH1H2H3Config() = levels->records();
     document_.reloadHeadingMap();
     progress.guessPDFStep3Begins();
-    const PDFDocument &pdf = *document_.pdfDoc();
-    insertTopItem(inBackground(document_, [&pdf, &levels, depth = maxDepth(), findsPoints] {
-        return runCalibratingAutoTOC(pdf, *levels, depth, findsPoints);
-    }));
+    insertTopItem(inBackground(
+        document_,
+        [](const SharedPDF &pdf, const CalibratedLevels &fontLevels, int depth, bool points) {
+            return runCalibratingAutoTOC(*pdf, fontLevels, depth, points);
+        },
+        document_.sharedPdfDoc(), *levels, maxDepth(), findsPoints));
     progress.guessPDFStep3Ends();
 }
 

@@ -158,11 +158,13 @@ void HeadingMapCommands::tableViewSelectionDidChange() {
 }
 
 FontCensus HeadingMapCommands::census() const {
-    const PDFDocument &pdf = *document_.pdfDoc();
-    return inBackground(document_, [&pdf] {
-        readAllPages(pdf);
-        return calcFontsInDocument(pdf);
-    });
+    return inBackground(
+        document_,
+        [](const std::shared_ptr<const PDFDocument> &pdf) {
+            readAllPages(*pdf);
+            return calcFontsInDocument(*pdf);
+        },
+        document_.sharedPdfDoc());
 }
 
 HeadingLevelMap HeadingMapCommands::mapWithFonts() const {
