@@ -64,7 +64,8 @@ std::optional<SavedLine> savedLine(const QString &line) {
 
     const int level = leadingInteger(QStringView(pieces[0]).sliced(1));
     const auto size = static_cast<float>(leadingNumber(pieces[1]));
-    if (level < 1 || !(size > 0)) return std::nullopt;
+    constexpr float leastSize = 0.1F;  // smaller ones would be saved as 0.0
+    if (level < 1 || !(size >= leastSize)) return std::nullopt;
 
     const QStringView trimmed = QStringView(line).trimmed();
     const FontTraits traits = traitsFromToken(trimmed.sliced(trimmed.lastIndexOf(u' ') + 1));

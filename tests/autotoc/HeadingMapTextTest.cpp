@@ -171,6 +171,12 @@ TEST(LoadHeadingMap, ALineWithAQuoteInItsLevelIsNoRecord) {
     EXPECT_THAT(loaded.unreadableLines, ElementsAre(1));
 }
 
+TEST(LoadHeadingMap, ASizeThatWouldBeSavedAsNothingIsNoRecord) {
+    const LoadedMap loaded = loadHeadingMap("H1/.018/\"Times\"\nH2/9/\"Times\"\n", {});
+    EXPECT_THAT(rowsOf(loaded.map), ElementsAre("H2 9.0 Times"));
+    EXPECT_THAT(loaded.unreadableLines, ElementsAre(1));
+}
+
 TEST(LoadHeadingMap, ATextWithoutRecordsGivesAnEmptyMap) {
     EXPECT_THAT(loadHeadingMap("", {}).map, IsEmpty());
     EXPECT_THAT(loadHeadingMap("; nothing\n", {}).map, IsEmpty());
