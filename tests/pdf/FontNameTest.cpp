@@ -28,6 +28,7 @@ TEST(FontName, HyphenAndCommaPartFamilyFromStyle) {
 TEST(FontName, SubsetTagGoes) {
     EXPECT_EQ(face("ABCDEF+Times-Bold"), "Times Bold|Times|b");
     EXPECT_EQ(face("ABCDEF+A"), "A|A|");
+    EXPECT_EQ(face("AZZZZA+A"), "A|A|");
 }
 
 TEST(FontName, WhatOnlyLooksLikeASubsetTagStays) {

@@ -162,6 +162,12 @@ TEST(TextSpans, BaselineOfTextThatRunsUpOrDownIsHowFarRightItStands) {
     }
 }
 
+TEST(TextSpans, BaselineOfTextThatRunsAslantIsThatOfItsFirstLetter) {
+    const auto spans = spansWith("BT /F1 10 Tf 0.8 0.6 -0.6 0.8 100 300 Tm (Abcdefgh) Tj ET");
+    ASSERT_FALSE(spans.empty());
+    EXPECT_THAT(spans[0].baseline, DoubleNear(792 - 300, nearly));
+}
+
 TEST(TextSpans, InvisibleTextOfScansCounts) {
     EXPECT_THAT(textsOf(spansWith("BT /F1 10 Tf 3 Tr 72 700 Td (recognised) Tj ET")),
                 ElementsAre("recognised"));

@@ -40,6 +40,11 @@ TEST_F(HeadingMap, AFontThatIsMappedKeepsItsLevel) {
     EXPECT_EQ(map(), "H1 24, H2 16");
 }
 
+TEST_F(HeadingMap, LooksLikeAListAndIsSelectedByRows) {
+    EXPECT_FALSE(table().showGrid());
+    EXPECT_EQ(table().selectionBehavior(), QAbstractItemView::SelectRows);
+}
+
 TEST_F(HeadingMap, SelectedRowsAreDeleted) {
     table().selectRow(0);
     perform("buttonDeleteSelectedH1H2H3RowsClicked:");

@@ -14,6 +14,7 @@ TEST_F(Selecting, AfterASearchTheKeyboardIsTheOutlines) {
     setOutline("a b");
     document.pdfview()->setFocus();
     perform("runSearchSelectSheet:");
+    EXPECT_EQ(document.openSheet()->windowTitle(), "Search and Select");
     qobject_cast<QLineEdit *>(document.openSheet()->field("searchSelectField"))->setText("b");
     document.openSheet()->pressButton(1);
     EXPECT_EQ(document.window()->focusWidget(), document.outlineview());

@@ -71,7 +71,7 @@ TEST(CapitalizedString, OtherScripts) {
 }
 
 TEST(CapitalizedString, LettersBeyondTheBasicPlane) {
-    EXPECT_EQ(capitalizedString("𐐨𐐀"), "𐐀𐐨");
+    EXPECT_EQ(capitalizedString("𐐨𐐀 𐐨"), "𐐀𐐨 𐐀");
 }
 
 TEST(CapitalizedString, LettersWhoseCapitalIsSeveral) {
@@ -84,6 +84,7 @@ TEST(CapitalizedString, LettersWithoutACapitalAtTheBeginningStay) {
 
 TEST(CapitalizedString, ASigmaAtTheEndOfAWordIsTheFinalOne) {
     EXPECT_EQ(capitalizedString("ΛΌΓΟΣ ΣΟΦΊΑΣ, ΣΣ"), "Λόγος Σοφίας, Σς");
+    EXPECT_EQ(lowercaseString("ΑΣ'Α ΑΣ' Α'Σ Σ"), "ασ'α ας' α'ς σ") << "an apostrophe belongs to the word";
 }
 
 TEST(CapitalizedString, NothingStaysNothing) {

@@ -51,6 +51,15 @@ TEST_F(OutputFileTest, WritesWhatItIsGiven) {
     EXPECT_EQ(reported.back(), 100'008);
 }
 
+TEST_F(OutputFileTest, KeepsLittleInMemory) {
+    OutputFile file = makeOutput();
+    const QByteArray piece(1'000, 'x');
+    for (int i = 0; i < 1'000; ++i)
+        file.write(piece);
+    EXPECT_GE(contentOf(out).size(), 900'000);
+    EXPECT_GT(reported.size(), 5U);
+}
+
 TEST_F(OutputFileTest, GoesOnBehindACopy) {
     test::writeFile(in, QByteArray("front%PDF-1.4\n") + QByteArray(200'000, 'x'));
     OutputFile file = makeOutput();
