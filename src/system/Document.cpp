@@ -5,7 +5,7 @@
 
 namespace leafwright {
 
-std::vector<Document *> Document::busyDocuments_;
+thread_local std::vector<Document *> Document::busyDocuments_;
 
 QString Document::displayName() const {
     return QFileInfo(fileURL()).fileName();

@@ -70,7 +70,7 @@ public:
     /// in the order of the calls. Dropped with the document.
     void whenIdle(std::function<void()> function);
     /// The same for whatever would hold up the work of any document, since it asks or takes long: calls it at
-    /// once, or when none is busy any more.
+    /// once, or when none of this thread's is busy any more.
     static void whenNoneIsBusy(std::function<void()> function);
 
     // What the platform asks and tells for the document, which is busy until the answer is there.
@@ -104,7 +104,8 @@ private:
     void callWaiting();
     void setRevisions(quint64 revision, quint64 savedRevision);
 
-    static std::vector<Document *> busyDocuments_;
+    /// Of the thread at hand: documents without windows are worked on beside each other.
+    static thread_local std::vector<Document *> busyDocuments_;
 
     Platform &platform_;
     QUndoStack undoManager_;
