@@ -4,7 +4,6 @@
 #include "pdf/mupdf/MuPDFEngine.h"
 
 #include <QCoreApplication>
-#include <QMutexLocker>
 #include <QScopeGuard>
 
 namespace leafwright {
@@ -37,20 +36,19 @@ QString PDFDocument::pageLabel(int index) const {
 }
 
 std::shared_ptr<const PageText> PDFDocument::pageText(int index) const {
-    QMutexLocker lock(&textMutex_);
-    while (!texts_.at(index) && isReadingText_[index])
-        textRead_.wait(&textMutex_);
+    std::unique_lock lock(textMutex_);
+    textRead_.wait(lock, [&] { return texts_.at(index) || !isReadingText_[index]; });
     if (texts_[index]) return texts_[index];
     isReadingText_[index] = true;
     const auto doneReading = qScopeGuard([&] {  // also where memory runs out: then the next to ask reads it
         isReadingText_[index] = false;
-        textRead_.wakeAll();
+        textRead_.notify_all();
     });
     // Read without the lock, so that threads read different pages side by side.
     std::shared_ptr<const PageText> text;
     {
         lock.unlock();
-        const auto lockAgain = qScopeGuard([&] { lock.relock(); });
+        const auto lockAgain = qScopeGuard([&] { lock.lock(); });
         text = engine_->pageText(index);
     }
     texts_[index] = text;
@@ -58,7 +56,7 @@ std::shared_ptr<const PageText> PDFDocument::pageText(int index) const {
 }
 
 bool PDFDocument::hasReadPageText(int index) const {
-    const QMutexLocker lock(&textMutex_);
+    const std::lock_guard lock(textMutex_);
     return texts_.at(index) != nullptr;
 }
 

@@ -4,8 +4,8 @@
 #include "pdf/PDFPage.h"
 #include "pdf/TextPages.h"
 
-#include <QMutex>
-#include <QWaitCondition>
+#include <condition_variable>
+#include <mutex>
 
 namespace leafwright {
 
@@ -80,8 +80,8 @@ private:
     std::unique_ptr<PDFEngine> engine_;
     std::vector<PDFPage> pages_;
     mutable std::unique_ptr<PDFOutline> outlineRoot_;
-    mutable QMutex textMutex_;
-    mutable QWaitCondition textRead_;
+    mutable std::mutex textMutex_;
+    mutable std::condition_variable textRead_;
     mutable std::vector<std::shared_ptr<const PageText>> texts_;  ///< By page; null until read.
     mutable std::vector<bool> isReadingText_;                     ///< By page.
 };
