@@ -1,56 +1,15 @@
-#include "document/commands/ContentsCommands.h"
-#include "document/window/ContentsProposal.h"
-#include "support/BookPdf.h"
-#include "support/FakeProgram.h"
-#include "support/TreeWindowFixture.h"
+#include "document/commands/FindContentsFixture.h"
 
 #include <QCheckBox>
 #include <QLabel>
-#include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSpinBox>
-#include <QTableView>
-#include <QTableWidget>
-#include <QTreeWidget>
 
 namespace leafwright {
 namespace {
 
 using test::PdfBuilder;
-
-/// A window with a book whose outline is one entry, "Old Entry".
-class FindContentsWindow : public test::TreeWindowFixture {
-protected:
-    void SetUp() override { open(test::makeBook()); }
-
-    void find() { perform("findContents:"); }
-    ContentsProposal *proposal() { return document.contentsCommands().proposal(); }
-    template <typename Widget>
-    Widget &part(const char *name) {
-        return *proposal()->findChild<Widget *>(name);
-    }
-    QTreeWidget &entries() { return part<QTreeWidget>("contentsEntries"); }
-    QTreeWidgetItem &chapter(int index) { return *entries().topLevelItem(index); }
-    QTreeWidgetItem &section(int index, int child) { return *chapter(index).child(child); }
-    QTableWidget &styles() { return part<QTableWidget>("contentsStyles"); }
-    int rowOfStyle(const QString &sample) {
-        int row = 0;
-        while (row < styles().rowCount() && styles().item(row, 0)->text() != sample)
-            ++row;
-        return row;
-    }
-    void take() { ASSERT_TRUE(proposal()->pressButton(1)); }
-    Sheet *progressSheet() { return document.window()->findChild<Sheet *>("progressSheet"); }
-    /// Calls a function while the pages are being read.
-    void whileReading(const std::function<void()> &function) {
-        QMetaObject::invokeMethod(&document, function, Qt::QueuedConnection);
-    }
-
-    const QString book =
-        "1 Soil (1.1 What is in the Ground 1.2 Compost) 2 Water (2.1 Rain 2.2 Wells) "
-        "3 Light (3.1 Shade 3.2 Glass)";
-};
 
 TEST_F(FindContentsWindow, NothingChangesUntilTheProposalIsTaken) {
     find();
@@ -418,95 +377,6 @@ TEST_F(ContentsOfLetter, NothingFoundIsSaid) {
     ASSERT_EQ(platform.alerts.size(), 1);
     EXPECT_EQ(platform.alerts[0].message, "No headings were found.");
     EXPECT_FALSE(document.isDocumentEdited());
-}
-
-/// A window with pages that are pictures.
-class ContentsOfScan : public FindContentsWindow {
-protected:
-    void SetUp() override {
-        PdfBuilder pdf;
-        for (int i = 0; i < 10; ++i)
-            pdf.addPage("0.5 g 100 100 200 300 re f");
-        open(pdf);
-    }
-    Sheet *offer() {
-        Sheet *sheet = document.openSheet();
-        return sheet && sheet->objectName() == "recogniseTextSheet" ? sheet : nullptr;
-    }
-};
-
-TEST_F(ContentsOfScan, WithoutTheProgramItsNameIsSaid) {
-    const test::FakeProgram none("ocrmypdf", QByteArray());
-    find();
-    EXPECT_EQ(offer(), nullptr);
-    ASSERT_EQ(platform.alerts.size(), 1);
-    EXPECT_EQ(platform.alerts[0].message, "The pages are images without text.");
-    EXPECT_TRUE(platform.alerts[0].informativeText.contains("ocrmypdf"));
-}
-
-TEST_F(ContentsOfScan, RecognitionIsOfferedNotDone) {
-    const test::FakeProgram program("ocrmypdf", "touch \"$(dirname \"$0\")/run\"; exit 1\n");
-    find();
-    ASSERT_TRUE(offer());
-    EXPECT_FALSE(offer()->pressButton(1)) << "which scripts press unless they say otherwise";
-    offer()->pressButton(0);
-    EXPECT_EQ(proposal(), nullptr);
-    EXPECT_FALSE(QFile::exists(program.path("run")));
-}
-
-TEST_F(ContentsOfScan, RecognisedTextIsReadAndTheFileStaysAsItIs) {
-    const test::FakeProgram program("ocrmypdf",
-                                    "while [ \"$1\" != -- ]; do [ \"$1\" = --language ] && echo \"$2\" > "
-                                    "\"$(dirname \"$0\")/language\"; shift; done\n"
-                                    "cp \"$(dirname \"$0\")/book.pdf\" \"$3\"\n");
-    test::makeBook().save(program.path("book.pdf"));
-    const QByteArray before = test::contentOf(document.pdfURL());
-    find();
-    ASSERT_TRUE(offer());
-    qobject_cast<QLineEdit *>(offer()->field("ocrLanguage"))->setText(" deu ");
-    offer()->pressButton(2);
-    EXPECT_EQ(test::contentOf(program.path("language")), "deu\n");
-    ASSERT_TRUE(proposal());
-    entries().setCurrentItem(&chapter(1));
-    EXPECT_TRUE(document.pdfview()->highlightedArea()) << "although there is no text to be marked";
-    take();
-    EXPECT_EQ(outline(), book);
-    EXPECT_EQ(test::contentOf(document.pdfURL()), before);
-}
-
-TEST_F(ContentsOfScan, RecognitionIsCancelled) {
-    const test::FakeProgram program("ocrmypdf", "exec sleep 60\n");
-    find();
-    ASSERT_TRUE(offer());
-    whileReading([&] { progressSheet()->pressButton(0); });
-    offer()->pressButton(2);
-    EXPECT_EQ(proposal(), nullptr);
-    EXPECT_TRUE(platform.alerts.isEmpty());
-}
-
-TEST_F(ContentsOfScan, FailureOfTheProgramIsTold) {
-    const test::FakeProgram program("ocrmypdf", "echo 'no such language'; exit 3\n");
-    find();
-    ASSERT_TRUE(offer());
-    offer()->pressButton(2);
-    ASSERT_EQ(platform.alerts.size(), 1);
-    EXPECT_EQ(platform.alerts[0].message, "The text could not be recognised.");
-    EXPECT_TRUE(platform.alerts[0].informativeText.contains("no such language"));
-}
-
-TEST_F(ContentsOfScan, CopyWithOtherPagesIsNotTaken) {
-    const test::FakeProgram program("ocrmypdf",
-                                    "while [ \"$1\" != -- ]; do shift; done\n"
-                                    "cp \"$(dirname \"$0\")/other.pdf\" \"$3\"\n");
-    PdfBuilder other;
-    other.addNumberedPages(9);
-    other.save(program.path("other.pdf"));
-    find();
-    ASSERT_TRUE(offer());
-    offer()->pressButton(2);
-    EXPECT_EQ(proposal(), nullptr);
-    ASSERT_EQ(platform.alerts.size(), 1);
-    EXPECT_TRUE(platform.alerts[0].informativeText.contains("other pages"));
 }
 
 }  // namespace
