@@ -96,6 +96,11 @@ public:
     /// @param index absent for no page; to be set after the label
     void setImportedPage(std::optional<int> index) { importedPage_ = index.value_or(noPage); }
 
+    /// The number that tells the item from all others that its outline has or had, wherever it moves and
+    /// whether it is away for a while; 0 before it comes into one. OutlineEdits gives it.
+    quint64 identity() const { return identity_; }
+    void setIdentity(quint64 identity) { identity_ = identity; }
+
     /// The item's position among its siblings as the last export numbered it; 0 without one.
     qint32 attachPoint() const;
     /// The `levelstr` of the item's parent as the last export numbered it; "Root" for a top-level item.
@@ -132,6 +137,7 @@ private:
     quint64 initiallevel_ = 0;
     static constexpr int noPage = -1;
     int importedPage_ = noPage;
+    quint64 identity_ = 0;
     OutlineEntry entry_;
     std::vector<OutlineItemObserver *> observers_;
 };

@@ -1,0 +1,187 @@
+#include "model/OutlineEdits.h"
+
+#include <algorithm>
+#include <new>
+#include <ranges>
+#include <stdexcept>
+
+namespace leafwright {
+
+namespace {
+
+/// More moves than this are told together, when they are taken back or done again.
+constexpr size_t movesWorthTellingSingly = 32;
+
+bool areMovesOnly(const std::vector<OutlineStep> &steps) {
+    return std::ranges::all_of(
+        steps, [](const OutlineStep &step) { return std::holds_alternative<OutlineMove>(step); });
+}
+
+}  // namespace
+
+OutlineEdits::OutlineEdits(MyOutlineItem &root) : root_(root) {
+    giveIdentities(root);
+}
+
+void OutlineEdits::begin(const QString &name, Counting counting) {
+    if (depth_++ == 0) {
+        open_ = {};
+        open_.name = name;
+    }
+    if (counting == Counting::Yes) open_.counting = counting;
+}
+
+void OutlineEdits::end() {
+    if (--depth_ > 0) return;
+    Done transaction = std::move(open_);
+    transaction.before = revision_;
+    if (transaction.counting == Counting::Yes) ++lastRevision_;
+    transaction.after = transaction.counting == Counting::Yes ? lastRevision_ : revision_;
+    const quint64 after = transaction.after;
+    if (!transaction.steps.empty()) {
+        try {
+            keep(std::move(transaction));
+        } catch (const std::bad_alloc &) {
+            forgetHistory();  // What was done stays done, but nothing before it could be taken back rightly.
+        }
+    } else if (!done_.empty()) {
+        done_.back().after = after;  // Nothing to take back by itself: it goes with what was done before.
+    }
+    setRevisions(after, savedRevision_);
+}
+
+void OutlineEdits::make(OutlineStep step) {
+    const Transaction one(*this, {}, depth_ == 0 ? Counting::Yes : Counting::No);
+    open_.steps.push_back(std::move(step));
+    try {
+        exchange(open_.steps.back(), moveObserver_);
+    } catch (...) {
+        open_.steps.pop_back();
+        if (depth_ == 1) open_.counting = Counting::No;
+        throw;
+    }
+}
+
+void OutlineEdits::insert(MyOutlineItem &parent, size_t position, std::unique_ptr<MyOutlineItem> item) {
+    if (position > parent.children().size()) throw std::out_of_range("child index");
+    giveIdentities(*item);
+    make(PresenceStep{&parent, position, std::move(item)});
+}
+
+void OutlineEdits::remove(MyOutlineItem &parent, size_t position) {
+    make(PresenceStep{&parent, position, nullptr});
+}
+
+void OutlineEdits::removeAll(MyOutlineItem &parent) {
+    if (!parent.children().empty()) make(AllChildrenStep{&parent, {}});
+}
+
+void OutlineEdits::move(const OutlineMove &move) {
+    make(move);
+}
+
+void OutlineEdits::rearrange(std::vector<OutlineArrangement> arrangements) {
+    make(RearrangementStep{std::move(arrangements)});
+}
+
+void OutlineEdits::setPageTitle(MyOutlineItem &item, const QString &title) {
+    make(ValueStep{&item, ValueStep::Title{title}});
+}
+
+void OutlineEdits::setPageLabel(MyOutlineItem &item, const QString &label) {
+    make(ValueStep{&item, LabelAndPage{label, std::nullopt}});
+}
+
+void OutlineEdits::setPointOnPage(MyOutlineItem &item, const QPointF &point) {
+    make(ValueStep{&item, point});
+}
+
+void OutlineEdits::setEntry(MyOutlineItem &item, const OutlineEntry &entry) {
+    make(ValueStep{&item, entry});
+}
+
+void OutlineEdits::countChange() {
+    const Transaction nothing(*this, {});
+}
+
+void OutlineEdits::keep(Done transaction) {
+    undone_.clear();
+    for (const OutlineStep &step : transaction.steps)
+        transaction.weight += weightOf(step);
+    weight_ += transaction.weight;
+    done_.push_back(std::move(transaction));
+    while (weight_ > heaviestHistory_ && done_.size() > 1) {
+        weight_ -= done_.front().weight;
+        done_.pop_front();
+    }
+}
+
+void OutlineEdits::undo() {
+    if (depth_ > 0 || done_.empty()) throw std::logic_error("there is nothing to take back");
+    undone_.push_back(std::move(done_.back()));
+    done_.pop_back();
+    weight_ -= undone_.back().weight;
+    exchangeAll(undone_.back(), true);
+    setRevisions(undone_.back().before, savedRevision_);
+}
+
+void OutlineEdits::redo() {
+    if (depth_ > 0 || undone_.empty()) throw std::logic_error("there is nothing to do again");
+    done_.push_back(std::move(undone_.back()));
+    undone_.pop_back();
+    weight_ += done_.back().weight;
+    exchangeAll(done_.back(), false);
+    setRevisions(done_.back().after, savedRevision_);
+}
+
+void OutlineEdits::exchangeAll(Done &transaction, bool isBack) {
+    std::vector<OutlineStep> &steps = transaction.steps;
+    const bool tellsTogether = moveObserver_ && steps.size() > movesWorthTellingSingly && areMovesOnly(steps);
+    if (tellsTogether) moveObserver_->beginManyMoves();
+    try {
+        if (isBack) {
+            for (OutlineStep &step : std::views::reverse(steps))
+                exchange(step, moveObserver_);
+        } else {
+            for (OutlineStep &step : steps)
+                exchange(step, moveObserver_);
+        }
+    } catch (...) {
+        // Half of it is done: what was before can't be had again, nor what would have come.
+        if (tellsTogether) moveObserver_->endManyMoves();
+        forgetHistory();
+        setRevisions(++lastRevision_, savedRevision_);
+        throw;
+    }
+    if (tellsTogether) moveObserver_->endManyMoves();
+}
+
+void OutlineEdits::forgetHistory() {
+    done_.clear();
+    undone_.clear();
+    weight_ = 0;
+}
+
+void OutlineEdits::setSavedRevision(quint64 revision) {
+    setRevisions(revision_, revision);
+}
+
+void OutlineEdits::setRevisions(quint64 revision, quint64 savedRevision) {
+    const bool wasEdited = isEdited();
+    revision_ = revision;
+    savedRevision_ = savedRevision;
+    if (editedHandler_ && isEdited() != wasEdited) editedHandler_(isEdited());
+}
+
+void OutlineEdits::giveIdentities(MyOutlineItem &top) {
+    std::vector<MyOutlineItem *> ahead{&top};
+    while (!ahead.empty()) {
+        MyOutlineItem &item = *ahead.back();
+        ahead.pop_back();
+        if (item.identity() == 0) item.setIdentity(++lastIdentity_);
+        for (const auto &child : std::views::reverse(item.children()))
+            ahead.push_back(child.get());
+    }
+}
+
+}  // namespace leafwright

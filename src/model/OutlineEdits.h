@@ -1,0 +1,141 @@
+#pragma once
+
+#include "model/OutlineSteps.h"
+
+#include <deque>
+#include <functional>
+
+namespace leafwright {
+
+/// The one door through which an outline is changed: what is below a root item, and what the items there are.
+/// Whoever changes an item that is in the tree calls this; items that are detached may be built by anyone.
+///
+/// Changes are made in steps, and steps that belong together are a transaction, which is taken back as a
+/// whole. Every counted transaction leads to a revision of the outline, a number that no other state of it
+/// gets; taking it back leads to the revision before. The outline is edited while its revision is not the one
+/// that was saved.
+///
+/// Main thread only. The root must outlive this. What observers of items are told amid a step must not make
+/// them change the tree.
+class OutlineEdits {
+public:
+    /// Whether a transaction is a change that is to be saved.
+    enum class Counting { Yes, No };
+
+    explicit OutlineEdits(MyOutlineItem &root);
+    OutlineEdits(const OutlineEdits &) = delete;
+    OutlineEdits &operator=(const OutlineEdits &) = delete;
+
+    MyOutlineItem &root() const { return root_; }
+
+    // Transactions
+
+    /// Steps as long as it lives are one transaction. One within another belongs to that, which is counted if
+    /// either says so.
+    class Transaction {
+    public:
+        /// @param edits must outlive this @param name the command's selector, or what else tells people what
+        /// would be taken back
+        explicit Transaction(OutlineEdits &edits, const QString &name, Counting counting = Counting::Yes)
+            : edits_(edits) {
+            edits_.begin(name, counting);
+        }
+        ~Transaction() { edits_.end(); }
+        Transaction(const Transaction &) = delete;
+        Transaction &operator=(const Transaction &) = delete;
+
+    private:
+        OutlineEdits &edits_;
+    };
+
+    // Steps. One outside of a transaction is a counted one by itself. What is given must be in the tree.
+
+    /// Inserts a detached item with all below it, each of which gets its identity unless it has one. Throws
+    /// std::out_of_range unless the position is within 0..count.
+    void insert(MyOutlineItem &parent, size_t position, std::unique_ptr<MyOutlineItem> item);
+    /// Removes a child with all below it; they live on for as long as this may be taken back. Throws
+    /// std::out_of_range if there is no such child.
+    void remove(MyOutlineItem &parent, size_t position);
+    /// Removes all children, together.
+    void removeAll(MyOutlineItem &parent);
+    /// Moves siblings. The gap must exist, be another place, and not be below what moves.
+    void move(const OutlineMove &move);
+    /// Gives items other children, all at once. The children must be those that the same items have before.
+    void rearrange(std::vector<OutlineArrangement> arrangements);
+    void setPageTitle(MyOutlineItem &item, const QString &title);
+    /// An item with a new label has no page of its own any more.
+    void setPageLabel(MyOutlineItem &item, const QString &label);
+    void setPointOnPage(MyOutlineItem &item, const QPointF &point);
+    void setEntry(MyOutlineItem &item, const OutlineEntry &entry);
+
+    /// Gives an item without a particular spot the one that a write gives it. Nobody changed anything then:
+    /// it is no step, and would be given again.
+    static void setDefaultPoint(MyOutlineItem &item, const QPointF &point) { item.setPointOnPage(point); }
+    /// Counts a change that changed nothing.
+    void countChange();
+
+    // History
+
+    bool canUndo() const { return !done_.empty(); }
+    bool canRedo() const { return !undone_.empty(); }
+    /// Takes the last transaction back. Must be possible, and not be asked amid a transaction.
+    void undo();
+    /// Does again what was taken back last. Must be possible, and not be asked amid a transaction.
+    void redo();
+    /// The name of what undo() would take back; null if there is nothing.
+    QString undoName() const { return done_.empty() ? QString() : done_.back().name; }
+    /// The name of what redo() would do again; null if there is nothing.
+    QString redoName() const { return undone_.empty() ? QString() : undone_.back().name; }
+    /// Nothing can be taken back or done again from now on.
+    void forgetHistory();
+    /// How many items and values all transactions together may keep (half a million); the oldest are
+    /// forgotten when there are more, but not the last one.
+    void setHeaviestHistory(size_t weight) { heaviestHistory_ = weight; }
+
+    // Revisions
+
+    quint64 revision() const { return revision_; }
+    /// Says which revision is the one that was saved; what changed since is still to be saved.
+    void setSavedRevision(quint64 revision);
+    bool isEdited() const { return revision_ != savedRevision_; }
+    /// Called whenever isEdited() is another.
+    void setEditedHandler(std::function<void(bool edited)> handler) { editedHandler_ = std::move(handler); }
+
+    /// Who is told of moves. Not owned; null for nobody.
+    void setMoveObserver(OutlineMoveObserver *observer) { moveObserver_ = observer; }
+
+private:
+    struct Done {
+        QString name;
+        Counting counting = Counting::No;
+        std::vector<OutlineStep> steps;
+        quint64 before = 0;  ///< The revision without it.
+        quint64 after = 0;   ///< The revision with it.
+        size_t weight = 0;
+    };
+
+    void begin(const QString &name, Counting counting);
+    void end();
+    void make(OutlineStep step);
+    void keep(Done transaction);
+    void setRevisions(quint64 revision, quint64 savedRevision);
+    /// Exchanges all steps; the last first where they are taken back.
+    void exchangeAll(Done &transaction, bool isBack);
+    void giveIdentities(MyOutlineItem &top);
+
+    MyOutlineItem &root_;
+    quint64 lastIdentity_ = 0;
+    Done open_;
+    int depth_ = 0;  ///< How many transactions are open, each within another.
+    std::deque<Done> done_;
+    std::vector<Done> undone_;  ///< What was taken back first stands first.
+    size_t weight_ = 0;         ///< Of what is done.
+    size_t heaviestHistory_ = 500'000;
+    quint64 revision_ = 0;
+    quint64 savedRevision_ = 0;
+    quint64 lastRevision_ = 0;
+    std::function<void(bool edited)> editedHandler_;
+    OutlineMoveObserver *moveObserver_ = nullptr;
+};
+
+}  // namespace leafwright

@@ -1,0 +1,131 @@
+#include "model/OutlineSteps.h"
+
+#include "model/Splicing.h"
+
+#include <unordered_map>
+#include <utility>
+
+namespace leafwright {
+
+namespace {
+
+using Children = MyOutlineItem::Children;
+
+void moveItems(const OutlineMove &move) {
+    Children children = move.source->takeChildren();
+    if (move.source == move.target) {
+        splice(children, move.first, move.count, children, move.gap);
+    } else {
+        Children others = move.target->takeChildren();
+        splice(children, move.first, move.count, others, move.gap);
+        move.target->setChildren(std::move(others));
+    }
+    move.source->setChildren(std::move(children));
+}
+
+void exchangeStep(PresenceStep &step, OutlineMoveObserver * /*observer*/) {
+    if (step.away) {
+        step.parent->insertObjectInChildrenAtIndex(std::move(step.away), step.position);
+    } else {
+        step.away = step.parent->removeObjectFromChildrenAtIndex(step.position);
+    }
+}
+
+void exchangeStep(AllChildrenStep &step, OutlineMoveObserver * /*observer*/) {
+    Children coming = std::exchange(step.away, {});
+    if (coming.empty()) {
+        step.away = step.parent->takeChildren();
+    } else {
+        step.parent->setChildren(std::move(coming));
+    }
+}
+
+void exchangeStep(OutlineMove &step, OutlineMoveObserver *observer) {
+    const OutlineMove move = step;
+    if (observer) observer->willMove(move);
+    moveItems(move);
+    step = move.back();
+    if (observer) observer->didMove(move);
+}
+
+void exchangeStep(RearrangementStep &step, OutlineMoveObserver *observer) {
+    if (observer) observer->beginManyMoves();
+    std::vector<OutlineArrangement> before;
+    std::unordered_map<const MyOutlineItem *, std::unique_ptr<MyOutlineItem>> items;
+    for (const OutlineArrangement &arrangement : step.other) {
+        OutlineArrangement old{arrangement.parent, {}};
+        for (std::unique_ptr<MyOutlineItem> &item : arrangement.parent->takeChildren()) {
+            old.children.push_back(item.get());
+            items.emplace(item.get(), std::move(item));
+        }
+        before.push_back(std::move(old));
+    }
+    for (const OutlineArrangement &arrangement : step.other) {
+        Children children;
+        children.reserve(arrangement.children.size());
+        for (const MyOutlineItem *child : arrangement.children)
+            children.push_back(std::move(items.at(child)));
+        arrangement.parent->setChildren(std::move(children));
+    }
+    step.other.swap(before);
+    if (!observer) return;
+    observer->didRearrange(before);
+    observer->endManyMoves();
+}
+
+void exchangeStep(ValueStep &step, OutlineMoveObserver * /*observer*/) {
+    MyOutlineItem &item = *step.item;
+    if (auto *title = std::get_if<ValueStep::Title>(&step.other)) {
+        const QString coming = std::exchange(title->text, item.pageTitle());
+        item.setPageTitle(coming);
+    } else if (auto *label = std::get_if<LabelAndPage>(&step.other)) {
+        const LabelAndPage coming = std::exchange(*label, {item.pageLabel(), item.importedPage()});
+        item.setPageLabel(coming.label);
+        item.setImportedPage(coming.importedPage);
+    } else if (auto *point = std::get_if<QPointF>(&step.other)) {
+        item.setPointOnPage(std::exchange(*point, item.pointOnPage()));
+    } else {
+        item.setEntry(std::exchange(std::get<OutlineEntry>(step.other), item.entry()));
+    }
+}
+
+size_t numberOfItems(const MyOutlineItem &top) {
+    size_t count = 0;
+    std::vector<const MyOutlineItem *> pending{&top};
+    while (!pending.empty()) {
+        const MyOutlineItem *item = pending.back();
+        pending.pop_back();
+        ++count;
+        for (const auto &child : item->children())
+            pending.push_back(child.get());
+    }
+    return count;
+}
+
+}  // namespace
+
+OutlineMove OutlineMove::back() const {
+    if (source != target) return {target, gap, count, source, first};
+    return gap < first ? OutlineMove{source, gap, count, source, first + count}
+                       : OutlineMove{source, gap - count, count, source, first};
+}
+
+void exchange(OutlineStep &step, OutlineMoveObserver *observer) {
+    std::visit([observer](auto &kind) { exchangeStep(kind, observer); }, step);
+}
+
+size_t weightOf(const OutlineStep &step) {
+    size_t weight = 1;
+    if (const auto *presence = std::get_if<PresenceStep>(&step); presence && presence->away) {
+        weight += numberOfItems(*presence->away);
+    } else if (const auto *all = std::get_if<AllChildrenStep>(&step)) {
+        for (const auto &item : all->away)
+            weight += numberOfItems(*item);
+    } else if (const auto *rearrangement = std::get_if<RearrangementStep>(&step)) {
+        for (const OutlineArrangement &arrangement : rearrangement->other)
+            weight += arrangement.children.size();
+    }
+    return weight;
+}
+
+}  // namespace leafwright

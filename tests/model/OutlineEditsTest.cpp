@@ -1,0 +1,218 @@
+#include "model/OutlineEdits.h"
+#include "support/QtPrinters.h"
+
+#include <gmock/gmock.h>
+
+namespace leafwright {
+namespace {
+
+using testing::ElementsAre;
+using Transaction = OutlineEdits::Transaction;
+
+std::unique_ptr<MyOutlineItem> newItem(const QString &title) {
+    auto item = std::make_unique<MyOutlineItem>();
+    item->setPageTitle(title);
+    return item;
+}
+
+/// An outline of three entries, "A", "B" and "C".
+class OutlineEditsTest : public testing::Test {
+protected:
+    OutlineEditsTest() {
+        for (const char *title : {"A", "B", "C"})
+            edits.insert(root, root.children().size(), newItem(title));
+        edits.forgetHistory();
+        edits.setSavedRevision(edits.revision());
+        edits.setEditedHandler([this](bool edited) { told.push_back(edited); });
+    }
+
+    MyOutlineItem &at(size_t position) { return *root.children()[position]; }
+    QString titles() const {
+        QString text;
+        for (const auto &item : root.children())
+            text += item->pageTitle();
+        return text;
+    }
+
+    MyOutlineItem root;
+    OutlineEdits edits{root};
+    std::vector<bool> told;
+};
+
+TEST_F(OutlineEditsTest, IsEditedFromTheFirstChangeUntilAllIsSaved) {
+    edits.countChange();
+    edits.setPageTitle(at(0), "X");
+    EXPECT_TRUE(edits.isEdited());
+    edits.setSavedRevision(edits.revision());
+    EXPECT_FALSE(edits.isEdited());
+    EXPECT_THAT(told, ElementsAre(true, false));
+}
+
+TEST_F(OutlineEditsTest, StaysEditedWhereAnOlderRevisionIsSaved) {
+    edits.setPageTitle(at(0), "X");
+    const quint64 written = edits.revision();
+    edits.setPageTitle(at(0), "Y");
+    edits.setSavedRevision(written);
+    EXPECT_TRUE(edits.isEdited());
+    edits.undo();
+    EXPECT_FALSE(edits.isEdited()) << "that is what was written";
+    edits.redo();
+    EXPECT_TRUE(edits.isEdited());
+}
+
+TEST_F(OutlineEditsTest, ARevisionIsNeverThatOfAnotherState) {
+    edits.setPageTitle(at(0), "X");
+    const quint64 first = edits.revision();
+    edits.undo();
+    edits.setPageTitle(at(0), "Y");
+    EXPECT_NE(edits.revision(), first);
+}
+
+TEST_F(OutlineEditsTest, ATransactionIsTakenBackAsAWhole) {
+    const quint64 before = edits.revision();
+    {
+        const Transaction edit(edits, "everything:");
+        edits.insert(root, 1, newItem("X"));
+        edits.move({&root, 0, 1, &root, 4});
+        edits.remove(root, 2);
+        const Transaction within(edits, "within:");
+        edits.setPageTitle(at(0), "Y");
+        edits.setPageLabel(at(0), "ix");
+        edits.setPointOnPage(at(0), {1, 2});
+        edits.setEntry(at(0), {.number = 7, .bold = true});
+    }
+    EXPECT_EQ(titles(), "YBA");
+    EXPECT_EQ(edits.revision(), before + 1);
+    EXPECT_EQ(edits.undoName(), "everything:");
+    edits.undo();
+    EXPECT_EQ(titles(), "ABC");
+    EXPECT_EQ(edits.revision(), before);
+    EXPECT_FALSE(edits.canUndo());
+    EXPECT_EQ(edits.redoName(), "everything:");
+    edits.redo();
+    EXPECT_EQ(titles(), "YBA");
+    EXPECT_EQ(at(0).pageLabel(), "ix");
+    EXPECT_EQ(at(0).pointOnPage(), QPointF(1, 2));
+    EXPECT_EQ(at(0).entry().number, 7);
+}
+
+TEST_F(OutlineEditsTest, ALabelComesBackWithThePageThatItCameWith) {
+    at(0).setImportedPage(4);
+    edits.setPageLabel(at(0), "2");
+    EXPECT_FALSE(at(0).importedPage());
+    edits.undo();
+    EXPECT_EQ(at(0).pageLabel(), "1");
+    EXPECT_EQ(at(0).importedPage(), 4);
+}
+
+TEST_F(OutlineEditsTest, AllChildrenLeaveTogetherAndComeBack) {
+    const MyOutlineItem *first = &at(0);
+    edits.removeAll(root);
+    EXPECT_EQ(titles(), "");
+    edits.undo();
+    EXPECT_EQ(titles(), "ABC");
+    EXPECT_EQ(&at(0), first);
+}
+
+TEST_F(OutlineEditsTest, WhatIsNotCountedIsTakenBackAllTheSame) {
+    {
+        const Transaction edit(edits, "quietly:", OutlineEdits::Counting::No);
+        edits.remove(root, 0);
+    }
+    EXPECT_FALSE(edits.isEdited());
+    EXPECT_EQ(titles(), "BC");
+    edits.undo();
+    EXPECT_FALSE(edits.isEdited());
+    EXPECT_EQ(titles(), "ABC");
+}
+
+TEST_F(OutlineEditsTest, AChangeOfNothingIsTakenBackWithTheOneBefore) {
+    edits.setPageTitle(at(0), "X");
+    edits.countChange();
+    const quint64 last = edits.revision();
+    edits.undo();
+    EXPECT_FALSE(edits.isEdited());
+    edits.redo();
+    EXPECT_EQ(edits.revision(), last);
+}
+
+TEST_F(OutlineEditsTest, AChangeEndsWhatCouldBeDoneAgain) {
+    edits.setPageTitle(at(0), "X");
+    edits.undo();
+    edits.setPageTitle(at(1), "Y");
+    EXPECT_FALSE(edits.canRedo());
+    EXPECT_EQ(edits.redoName(), QString());
+}
+
+TEST_F(OutlineEditsTest, AStepThatFailsIsNone) {
+    EXPECT_THROW(edits.insert(root, 4, newItem("X")), std::out_of_range);
+    EXPECT_THROW(edits.remove(root, 3), std::out_of_range);
+    EXPECT_FALSE(edits.isEdited());
+    EXPECT_FALSE(edits.canUndo());
+    {
+        const Transaction edit(edits, "some:");
+        edits.setPageTitle(at(0), "X");
+        EXPECT_THROW(edits.remove(root, 3), std::out_of_range);
+    }
+    edits.undo();
+    EXPECT_EQ(titles(), "ABC");
+}
+
+TEST_F(OutlineEditsTest, NothingIsTakenBackAmidATransactionOrBeforeAny) {
+    EXPECT_THROW(edits.undo(), std::logic_error);
+    EXPECT_THROW(edits.redo(), std::logic_error);
+    edits.setPageTitle(at(0), "X");
+    const Transaction edit(edits, "open:");
+    EXPECT_THROW(edits.undo(), std::logic_error);
+}
+
+TEST_F(OutlineEditsTest, ItemsKeepTheirIdentitiesWhereverTheyAre) {
+    std::vector<quint64> identities;
+    for (const auto &item : root.children())
+        identities.push_back(item->identity());
+    EXPECT_EQ(std::set<quint64>(identities.begin(), identities.end()).size(), 3u);
+    EXPECT_FALSE(std::ranges::count(identities, 0));
+    edits.move({&root, 0, 1, &at(1), 0});
+    EXPECT_EQ(at(0).children()[0]->identity(), identities[0]);
+    edits.remove(root, 0);
+    auto coming = newItem("X");
+    coming->appendChild(newItem("Y"));
+    edits.insert(root, 0, std::move(coming));
+    EXPECT_FALSE(std::ranges::count(identities, at(0).identity()));
+    EXPECT_FALSE(std::ranges::count(identities, at(0).children()[0]->identity()));
+    edits.undo();
+    edits.undo();
+    EXPECT_EQ(at(0).identity(), identities[1]);
+}
+
+TEST_F(OutlineEditsTest, TheOldestIsForgottenWhenThereIsTooMuchToKeep) {
+    edits.setHeaviestHistory(5);
+    for (int i = 0; i < 3; ++i)
+        edits.setPageTitle(at(0), QString::number(i));
+    edits.remove(root, 2);  // a step and an item
+    EXPECT_TRUE(edits.canUndo());
+    edits.remove(root, 1);  // seven by now, so the first two go
+    int count = 0;
+    for (; edits.canUndo(); ++count)
+        edits.undo();
+    EXPECT_EQ(count, 3);
+    EXPECT_EQ(titles(), "1BC");
+}
+
+TEST_F(OutlineEditsTest, TheLastIsKeptHoweverHeavy) {
+    edits.setHeaviestHistory(1);
+    edits.removeAll(root);
+    edits.undo();
+    EXPECT_EQ(titles(), "ABC");
+}
+
+TEST_F(OutlineEditsTest, ADefaultPointIsNoChange) {
+    edits.setPageTitle(at(0), "X");
+    OutlineEdits::setDefaultPoint(at(0), {306, 792});
+    edits.undo();
+    EXPECT_FALSE(edits.isEdited());
+    EXPECT_EQ(at(0).pointOnPage(), QPointF(306, 792));
+}
+
+}  // namespace
+}  // namespace leafwright
