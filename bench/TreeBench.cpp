@@ -40,7 +40,8 @@ public:
     }
 
     MyOutlineItem root;
-    TreeController controller{root};
+    OutlineEdits edits{root};
+    TreeController controller{edits};
     OutlineView view;
 };
 

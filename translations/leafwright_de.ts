@@ -1150,6 +1150,13 @@ Das dauert einige Sekunden je Seite. Es geschieht in einer Kopie; die Datei blei
     </message>
 </context>
 <context>
+    <name>OutlineDocument</name>
+    <message>
+        <source>%1 was not written: its outline is more than %2 levels deep</source>
+        <translation>%1 wurde nicht geschrieben: Die Gliederung ist mehr als %2 Ebenen tief</translation>
+    </message>
+</context>
+<context>
     <name>OutlineOutput</name>
     <message>
         <source>Where the PDFs go that are made of several files, under their own names; made if it is not there.</source>
@@ -1986,10 +1993,6 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>Saving PDF...</source>
         <translation>PDF wird gespeichert …</translation>
-    </message>
-    <message>
-        <source>%1 was not written: its outline is more than %2 levels deep</source>
-        <translation>%1 wurde nicht geschrieben: Die Gliederung ist mehr als %2 Ebenen tief</translation>
     </message>
     <message>
         <source>OK</source>

@@ -1,5 +1,6 @@
 #include "cli/Commands.h"
 #include "cli/OpenFile.h"
+#include "cli/OutlineOutput.h"
 #include "cli/OutlineTree.h"
 #include "files/FileReading.h"
 #include "model/TreeWalk.h"
@@ -29,7 +30,7 @@ std::optional<QByteArray> readTree(const QString &path, Console &console) {
 }
 
 /// Says what will not be as the tree has it: labels that no page has, and entries without a page.
-void reportPages(const MyDocument &document, const MyOutlineItem &root, Console &console) {
+void reportPages(const OutlineDocument &document, const MyOutlineItem &root, Console &console) {
     constexpr int mostNamed = 10;
     int unknown = 0;
     int without = 0;
@@ -72,8 +73,7 @@ ExitCode ApplyCommand::run(const QCommandLineParser &arguments, Console &console
     const QString file = arguments.positionalArguments()[0];
     const QString treeFile = arguments.positionalArguments()[1];
 
-    SilentPlatform platform;
-    MyDocument document(platform);
+    OutlineDocument document;
     if (QString failure; !openForEditing(document, file, failure)) {
         console.message(failure);
         return Failed;
@@ -88,15 +88,17 @@ ExitCode ApplyCommand::run(const QCommandLineParser &arguments, Console &console
         console.message(where + QLatin1String(": ") + error->message);
         return Failed;
     }
-    observeWriting(document, file, arguments.isSet(keepPagesOption().names().first()), console);
-    document.root().setChildren(std::get<std::unique_ptr<MyOutlineItem>>(tree)->takeChildren());
+    const bool keepPages = arguments.isSet(keepPagesOption().names().first());
+    document.setKeepsPages([keepPages] { return keepPages; });
+    observeWriting(document, file, console);
+    appendEntries(document, std::get<std::unique_ptr<MyOutlineItem>>(tree)->takeChildren());
     reportPages(document, document.root(), console);
     // Printed page numbers may have been looked up on the pages.
     if (const auto failure = readFailure(file, *document.pdfDoc())) {
         console.message(*failure);
         return Failed;
     }
-    if (const auto error = document.writeNewPDFOutline(out, MyDocument::saveFinalPDF)) {
+    if (const auto error = document.write(out, OutlineDocument::saveFinalPDF)) {
         console.message(error->message);
         return Failed;
     }

@@ -55,8 +55,7 @@ std::unique_ptr<MyOutlineItem> headingsByCalibration(const QString &file, const 
 /// Makes one file's headings its outline. @return why that failed
 std::optional<QString> autoTOC(const QString &file, const QString &out, const Request &request, bool alone,
                                Console &console) {
-    SilentPlatform platform;
-    MyDocument document(platform);
+    OutlineDocument document;
     if (QString failure; !openForEditing(document, file, failure)) return failure;
     const PDFDocument &pdf = *document.pdfDoc();
     if (alone) readAllPages(pdf);  // of many files, each has a core to itself
@@ -72,7 +71,8 @@ std::optional<QString> autoTOC(const QString &file, const QString &out, const Re
     } else if (found || request.keep) {
         items.push_back(std::move(top));
     }
-    observeWriting(document, file, request.keepPages, console);
+    document.setKeepsPages([&request] { return request.keepPages; });
+    observeWriting(document, file, console);
     if (!found) {
         console.message(items.empty()
                             ? translated("%1: no headings were found; the outline stays as it was").arg(file)

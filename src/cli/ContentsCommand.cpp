@@ -122,8 +122,7 @@ std::variant<FoundContents, QString> find(const QString &file, const PDFDocument
 /// Makes what is found in one file its outline. @return why that failed
 std::optional<QString> contents(const QString &file, const Request &request, const OutlineOutput &output,
                                 Console &console) {
-    SilentPlatform platform;
-    MyDocument document(platform);
+    OutlineDocument document;
     if (QString failure; !openForEditing(document, file, failure)) return failure;
     const PDFDocument &pdf = *document.pdfDoc();
     const auto result = find(file, pdf, request, output.isAlone(), console);
@@ -131,7 +130,8 @@ std::optional<QString> contents(const QString &file, const Request &request, con
     const auto &found = std::get<FoundContents>(result);
     // What was found on a page leads there. Only entries that were there before go by their labels.
     const bool onlyFound = !request.keep && !found.entries.empty();
-    observeWriting(document, file, request.keepPages || onlyFound, console);
+    document.setKeepsPages([&request, onlyFound] { return request.keepPages || onlyFound; });
+    observeWriting(document, file, console);
     if (found.entries.empty())
         console.message(translated("%1: no headings were found; the outline stays as it was").arg(file));
     if (auto failure =

@@ -1,6 +1,7 @@
 #include "autotoc/MiniTOC.h"
 #include "cli/Commands.h"
 #include "cli/OpenFile.h"
+#include "cli/OutlineOutput.h"
 #include "pdf/ReadAhead.h"
 #include "texts/Translated.h"
 
@@ -43,21 +44,22 @@ std::optional<QString> samplePattern(const PDFDocument &pdf, int page, const QSt
 /// Adds the entry to the file's outline. @return why that failed
 std::optional<QString> miniTOC(const QString &file, int page, const QString &sample, const QString &out,
                                bool keepPages, Console &console) {
-    SilentPlatform platform;
-    MyDocument document(platform);
+    OutlineDocument document;
     if (QString failure; !openForEditing(document, file, failure)) return failure;
     const PDFDocument &pdf = *document.pdfDoc();
     QStringList pattern;
     const auto noSample = samplePattern(pdf, page - 1, sample, pattern);
     if (auto failure = readFailure(file, pdf)) return failure;
     if (noSample) return file + QLatin1String(": ") + *noSample;
-    observeWriting(document, file, keepPages, console);
+    document.setKeepsPages([keepPages] { return keepPages; });
+    observeWriting(document, file, console);
     document.importOutline();
     readAllPages(pdf);
     if (auto failure = readFailure(file, pdf)) return failure;
-    MyOutlineItem &root = document.root();
-    root.insertObjectInChildrenAtIndex(runMiniTOC(pdf, pattern), root.children().size());
-    if (const auto error = document.writeNewPDFOutline(out, MyDocument::saveFinalPDF)) return error->message;
+    MyOutlineItem::Children entries;
+    entries.push_back(runMiniTOC(pdf, pattern));
+    appendEntries(document, std::move(entries));
+    if (const auto error = document.write(out, OutlineDocument::saveFinalPDF)) return error->message;
     return std::nullopt;
 }
 

@@ -1,6 +1,5 @@
 #include "cli/OpenFile.h"
 
-#include "platform/Settings.h"
 #include "texts/Translated.h"
 
 namespace leafwright::cli {
@@ -60,8 +59,8 @@ std::unique_ptr<PDFDocument> openForReading(const QString &path, Console &consol
     return document;
 }
 
-bool openForEditing(MyDocument &document, const QString &path, QString &failure) {
-    if (!document.readFromURL(path)) {
+bool openForEditing(OutlineDocument &document, const QString &path, QString &failure) {
+    if (!document.open(path)) {
         failure = openFailure(path, *document.openError());
         return false;
     }
@@ -94,12 +93,11 @@ QCommandLineOption keepPagesOption() {
                        "this, they lead to the last page that has their label.")};
 }
 
-void observeWriting(MyDocument &document, const QString &file, bool keepsPages, Console &console) {
+void observeWriting(OutlineDocument &document, const QString &file, Console &console) {
     document.setLossesHandler([&console](const QStringList &losses) {
         for (const QString &loss : losses)
             console.message(loss);
     });
-    document.platform().userDefaults().setValue(setting::keepPagesOfEntries, keepsPages);
     document.setEntriesElsewhereHandler([file, &console](const EntriesElsewhere &entries) {
         console.message(
             translated("%1: %2 entries lead elsewhere now, to the last page with their label: %3; "

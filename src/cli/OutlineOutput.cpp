@@ -112,14 +112,19 @@ bool makeFolder(const QString &path, Console &console) {
     return !reason;
 }
 
-std::optional<QString> writeEntries(MyDocument &document, MyOutlineItem::Children entries, bool keep,
+void appendEntries(OutlineDocument &document, MyOutlineItem::Children entries) {
+    OutlineEdits &edits = document.edits();
+    const OutlineEdits::Transaction edit(edits, QStringLiteral("append"));
+    for (auto &entry : entries)
+        edits.insert(document.root(), document.root().children().size(), std::move(entry));
+}
+
+std::optional<QString> writeEntries(OutlineDocument &document, MyOutlineItem::Children entries, bool keep,
                                     const QString &out) {
     // Otherwise a document of scanned pages would lose the outline that it has.
     if (keep || entries.empty()) document.importOutline();
-    MyOutlineItem &root = document.root();
-    for (auto &entry : entries)
-        root.insertObjectInChildrenAtIndex(std::move(entry), root.children().size());
-    if (const auto error = document.writeNewPDFOutline(out, MyDocument::saveFinalPDF)) return error->message;
+    appendEntries(document, std::move(entries));
+    if (const auto error = document.write(out, OutlineDocument::saveFinalPDF)) return error->message;
     return std::nullopt;
 }
 

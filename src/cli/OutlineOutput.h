@@ -1,7 +1,7 @@
 #pragma once
 
 #include "cli/Command.h"
-#include "document/MyDocument.h"
+#include "document/outline/OutlineDocument.h"
 
 namespace leafwright::cli {
 
@@ -41,9 +41,12 @@ private:
 /// Makes a folder with all above it. @return whether it is there now; if not, that is said
 bool makeFolder(const QString &path, Console &console);
 
+/// Puts new entries behind those that a document's outline has.
+void appendEntries(OutlineDocument &document, MyOutlineItem::Children entries);
+
 /// Writes a document with new entries in place of its outline or, if it is kept, behind it. Without entries
 /// the outline stays as it was. @return why that failed
-std::optional<QString> writeEntries(MyDocument &document, MyOutlineItem::Children entries, bool keep,
+std::optional<QString> writeEntries(OutlineDocument &document, MyOutlineItem::Children entries, bool keep,
                                     const QString &out);
 
 }  // namespace leafwright::cli

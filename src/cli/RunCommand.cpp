@@ -1,6 +1,7 @@
 #include "cli/Commands.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
+#include "document/MyDocument.h"
 #include "files/FileName.h"
 #include "files/FileReading.h"
 #include "files/SystemError.h"
@@ -114,7 +115,7 @@ std::optional<QString> play(const std::vector<script::Step> &steps, const Reques
         script::ScriptPlayer player(files, report.recorder());
         player.userDefaults().setValue(setting::keepPagesOfEntries, request.keepPages);
         if (const auto error = player.open(request.file)) return openFailure(request.file, *error);
-        observeWriting(*player.document(), request.file, request.keepPages, console);
+        observeWriting(player.document()->outline(), request.file, console);
         if (auto failure = player.play(steps)) return request.steps + QLatin1String(": ") + *failure;
         const MyDocument *document = player.document();
         if (document && document->pdfDoc())

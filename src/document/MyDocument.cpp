@@ -13,8 +13,6 @@
 #include "document/commands/SavingCommands.h"
 #include "document/commands/SelectionCommands.h"
 #include "document/commands/StructuralEdits.h"
-#include "document/outline/OutlineImport.h"
-#include "document/outline/PrintedPageOffset.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/HeadingMapModel.h"
 #include "document/window/OutlineDelegate.h"
@@ -23,18 +21,18 @@
 #include "outlineview/OutlineViewExtensions.h"
 #include "pageview/ThumbnailView.h"
 #include "pdf/ReadAhead.h"
+#include "platform/Settings.h"
+#include "platform/UserDefaults.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 #include "widgets/NoticeBars.h"
 #include "widgets/SplitView.h"
 
-#include <new>
-
 namespace leafwright {
 
 MyDocument::MyDocument(Platform &platform)
     : Document(platform),
-      treecontroller_(std::make_unique<TreeController>(*root_)),
+      treecontroller_(std::make_unique<TreeController>(outline_.edits())),
       headingMapModel_(std::make_unique<HeadingMapModel>(listH1H2H3Config_)),
       navigation_(std::make_unique<NavigationCommands>(*this)),
       outlineCopy_(std::make_unique<OutlineCopy>(*this)),
@@ -50,8 +48,9 @@ MyDocument::MyDocument(Platform &platform)
       editMenuCommands_(std::make_unique<EditMenuCommands>(*this)) {
     actions_.setGate([this] { return !isBusy(); });
     actions_.setCondition([this](Needs needs) { return isThere(needs); });
-    connect(treecontroller_.get(), &TreeController::itemEdited, this,
-            [this] { updateChangeCount(Change::Done); });
+    outline_.edits().setEditedHandler([this](bool edited) { Q_EMIT editedChanged(edited); });
+    outline_.setKeepsPages(
+        [this] { return this->platform().userDefaults().boolForKey(setting::keepPagesOfEntries); });
     actions_.setWhenOutOfMemory([self = QPointer(this)] {
         if (self && self->window_)
             self->window_->notices()->setNotice(QStringLiteral("memory"),
@@ -64,19 +63,18 @@ MyDocument::~MyDocument() {
 }
 
 bool MyDocument::readFromURL(const QString &path) {
-    openError_.reset();
-    auto opened = PDFDocument::open(path);
-    if (auto *error = std::get_if<PDFError>(&opened)) {
-        openError_ = std::move(*error);
-        if (openError_->kind == PDFError::Kind::FileMissing) return false;
-        pdfURL_ = path;
-        pdfDoc_.reset();
+    if (outline_.open(path)) return true;
+    if (openError()->kind != PDFError::Kind::FileMissing)
         showAlert(tr("Unable to open PDF"), tr("Unfortunately, Leafwright cannot display this PDF."));
-        return false;
+    return false;
+}
+
+void MyDocument::updateChangeCount(Change change) {
+    if (change == Change::Done) {
+        edits().countChange();
+    } else {
+        edits().setSavedRevision(edits().revision());
     }
-    pdfURL_ = path;
-    pdfDoc_ = std::get<std::unique_ptr<PDFDocument>>(std::move(opened));
-    return true;
 }
 
 QWidget *MyDocument::window() const {
@@ -131,7 +129,7 @@ bool MyDocument::isThere(Needs needs) const {
         case Needs::RoomForProposal:
             return contentsCommands_->mayPropose();
         case Needs::EntriesToComplete:
-            return contentsCommands_->mayPropose() && !root_->children().empty();
+            return contentsCommands_->mayPropose() && !outline_.root().children().empty();
     }
     return false;
 }
@@ -154,8 +152,8 @@ void MyDocument::beginPanel(Sheet *panel, std::function<void(int returnCode)> di
 }
 
 void MyDocument::setPdfURL(const QString &path) {
-    if (path == pdfURL_) return;
-    pdfURL_ = path;
+    if (path == pdfURL()) return;
+    outline_.setPdfURL(path);
     Q_EMIT fileURLChanged();
 }
 
@@ -168,88 +166,12 @@ bool MyDocument::saveBeforeClosing() {
 }
 
 void MyDocument::prepareForEditing() {
-    allowTOCediting_ = !pdfDoc_->isLocked() && !pdfDoc_->isEncrypted();
-    lockTOCediting_ = false;
-    pdfMapPageLabelToIndex_ = pageLabelMap(*pdfDoc_);
-    forgetPrintedPageOffset();
-    userHasCheckedPrintedPageNumbers_ = false;
+    outline_.prepareForEditing();
     listH1H2H3Config_.clear();
 }
 
-MyOutlineItem::Children MyDocument::itemsOfOutlineInMemory() {
-    const PDFOutline &outline = pdfDoc_->outlineRoot();
-    MyOutlineItem::Children items;
-    for (int i = 0; i < outline.numberOfChildren(); ++i) {
-        items.push_back(std::make_unique<MyOutlineItem>());
-        addOutlineChildren(outline.childAtIndex(i), *items.back());
-    }
-    return items;
-}
-
-void MyDocument::importOutline() {
-    MyOutlineItem::Children items = itemsOfOutlineInMemory();
-    for (size_t i = 0; i < items.size(); ++i)
-        root_->insertObjectInChildrenAtIndex(std::move(items[i]), i);
-}
-
-void MyDocument::forgetPrintedPageOffset() {
-    const std::lock_guard lock(printedPageOffsetMutex_);
-    printedPageOffset_ = 0;
-    printedPageOffsetIsStated_ = false;
-}
-
-void MyDocument::setPrintedPageOffset(quint64 offset) {
-    const std::lock_guard lock(printedPageOffsetMutex_);
-    printedPageOffset_ = offset;
-    printedPageOffsetIsStated_ = true;
-}
-
-void MyDocument::estimatePrintedPageOffset() {
-    try {
-        const auto offset = leafwright::estimatePrintedPageOffset(*pdfDoc_);
-        const std::lock_guard lock(printedPageOffsetMutex_);
-        if (offset && !printedPageOffsetIsStated_) printedPageOffset_ = static_cast<quint64>(qint64{*offset});
-    } catch (const std::bad_alloc &) {
-        qWarning("leafwright: there is not enough memory to estimate the printed page numbers");
-    }
-}
-
-void MyDocument::setPrintedPageNumbersHandler(std::function<void()> handler) {
-    printedPageNumbersHandler_ = std::move(handler);
-}
-
-std::optional<int> MyDocument::getRealPageArrayIndex(const QString &label) const {
-    if (isPrintedPageNumber(label) && printedPageOffset_ == 0 && !userHasCheckedPrintedPageNumbers_ &&
-        printedPageNumbersHandler_) {
-        printedPageNumbersHandler_();
-    }
-    return knownPageIndex(label);
-}
-
-std::optional<int> MyDocument::pageIndexOfItem(const MyOutlineItem &item) const {
-    if (keepsPages() && item.importedPage()) return item.importedPage();
-    return getRealPageArrayIndex(item.pageLabel());
-}
-
-std::optional<int> MyDocument::knownPageIndex(const QString &label) const {
-    if (label.isNull())
-        return std::nullopt;  // The map would take it for the empty label, which pages may have.
-    const auto offset = static_cast<qint32>(printedPageOffset_.load());
-    const auto index = pdfMapPageLabelToIndex_.constFind(pageLabelKey(label, offset));
-    return index == pdfMapPageLabelToIndex_.constEnd() ? std::nullopt : std::optional(*index);
-}
-
-std::optional<int> MyDocument::knownPageIndexOfItem(const MyOutlineItem &item) const {
-    if (keepsPages() && item.importedPage()) return item.importedPage();
-    return knownPageIndex(item.pageLabel());
-}
-
-void MyDocument::addOutlineChildren(const PDFOutline &entry, MyOutlineItem &item) {
-    if (leafwright::addOutlineChildren(entry, item, *pdfDoc_)) updateChangeCount(Change::Done);
-}
-
 void MyDocument::tellReadProblem() {
-    const auto problem = pdfDoc_ ? pdfDoc_->readProblem() : std::nullopt;
+    const auto problem = pdfDoc() ? pdfDoc()->readProblem() : std::nullopt;
     if (!problem || !window_) return;
     window_->notices()->setNotice(
         QStringLiteral("readProblem"),

@@ -2,19 +2,14 @@
 
 #include "autotoc/HeadingLevelMap.h"
 #include "document/commands/ActionTable.h"
-#include "document/outline/EntriesElsewhere.h"
-#include "document/outline/PageLabelMap.h"
+#include "document/outline/OutlineDocument.h"
 #include "document/outline/UndoSupport.h"
-#include "model/MyOutlineItem.h"
-#include "pdf/PDFDocument.h"
 #include "system/Document.h"
 #include "widgets/Sheet.h"
 
 #include <QPointer>
 
-#include <atomic>
 #include <functional>
-#include <mutex>
 #include <thread>
 
 namespace leafwright {
@@ -44,28 +39,36 @@ class ThumbnailView;
 class TreeController;
 class TreeNode;
 
-/// One open PDF with the outline that is being edited: the tree of items under a hidden root, the map from
-/// page labels to pages, whether there is something to save, and its window, if it has one. What can be done
-/// to it stands in classes by subject, which register in its action table. Used on the main thread.
+/// One open PDF with the outline that is being edited: an OutlineDocument with a window on it, its tree,
+/// heading map and commands. What can be done to it stands in classes by subject, which register in its
+/// action table. Used on the main thread.
 class MyDocument final : public Document {
     Q_OBJECT
 
 public:
     /// What a write is for. Passed to writeNewPDFOutline().
-    static const QString savePreviewPDF;  ///< A preview copy; the edited state stays as it is.
-    static const QString saveFinalPDF;    ///< The real save; the document is clean afterwards.
+    static const QString &savePreviewPDF;  ///< A preview copy; the edited state stays as it is.
+    static const QString &saveFinalPDF;    ///< The real save; the document is clean afterwards.
 
     /// @param platform must outlive the document
     explicit MyDocument(Platform &platform);
     /// Stops the background work.
     ~MyDocument() override;
 
+    /// The outline without the window, which has all that needs none.
+    OutlineDocument &outline() { return outline_; }
+    const OutlineDocument &outline() const { return outline_; }
+    /// Every change of the items goes through these.
+    OutlineEdits &edits() { return outline_.edits(); }
+
     /// Opens the PDF at a path. When there is no file, false, without an alert; when it can't be opened,
     /// beep, alert, false. openError() tells why in detail.
     bool readFromURL(const QString &path) override;
-    const std::optional<PDFError> &openError() const { return openError_; }
+    const std::optional<PDFError> &openError() const { return outline_.openError(); }
 
-    QString fileURL() const override { return pdfURL_; }
+    QString fileURL() const override { return pdfURL(); }
+    bool isDocumentEdited() const override { return outline_.edits().isEdited(); }
+    void updateChangeCount(Change change) override;
     /// Makes the window, runs the load sequence, and shows the window.
     void makeWindowControllers() override;
     QWidget *window() const override;
@@ -82,72 +85,56 @@ public:
     /// Decides whether the file that was read may be edited (not when locked or encrypted), and builds the
     /// page label map. For use without a window.
     void prepareForEditing();
-    /// New items for the outline that the PDF has in memory: the file's until another is written.
-    MyOutlineItem::Children itemsOfOutlineInMemory();
     /// Makes the file's outline the tree below the root, which must be empty.
-    void importOutline();
+    void importOutline() { outline_.importOutline(); }
 
-    MyOutlineItem &root() { return *root_; }
-    PDFDocument *pdfDoc() const { return pdfDoc_.get(); }
+    MyOutlineItem &root() { return outline_.root(); }
+    PDFDocument *pdfDoc() const { return outline_.pdfDoc(); }
     /// The same for who reads it on another thread; it may outlive the document.
-    std::shared_ptr<const PDFDocument> sharedPdfDoc() const { return pdfDoc_; }
-    const QString &pdfURL() const { return pdfURL_; }
+    std::shared_ptr<const PDFDocument> sharedPdfDoc() const { return outline_.sharedPdfDoc(); }
+    const QString &pdfURL() const { return outline_.pdfURL(); }
     void setPdfURL(const QString &path);
-    const PageLabelMap &pdfMapPageLabelToIndex() const { return pdfMapPageLabelToIndex_; }
+    const PageLabelMap &pdfMapPageLabelToIndex() const { return outline_.pdfMapPageLabelToIndex(); }
 
-    bool allowTOCediting() const { return allowTOCediting_; }
-    void setAllowTOCediting(bool allow) { allowTOCediting_ = allow; }
-    bool lockTOCediting() const { return lockTOCediting_; }
-    void setLockTOCediting(bool lock) { lockTOCediting_ = lock; }
+    bool allowTOCediting() const { return outline_.allowTOCediting(); }
+    void setAllowTOCediting(bool allow) { outline_.setAllowTOCediting(allow); }
+    bool lockTOCediting() const { return outline_.lockTOCediting(); }
+    void setLockTOCediting(bool lock) { outline_.setLockTOCediting(lock); }
     /// Set while a command moves items.
     bool shouldIgnoreKVO() const { return shouldIgnoreKVO_; }
     void setShouldIgnoreKVO(bool ignore) { shouldIgnoreKVO_ = ignore; }
 
-    /// Page label number minus printed page number, sign-extended; 0 is unknown, and also no shift.
-    quint64 printedPageOffset() const { return printedPageOffset_; }
-    /// Sets the offset that the user has stated. From then on no estimate changes it.
-    void setPrintedPageOffset(quint64 offset);
-    bool userHasCheckedPrintedPageNumbers() const { return userHasCheckedPrintedPageNumbers_; }
-    void setUserHasCheckedPrintedPageNumbers(bool checked) { userHasCheckedPrintedPageNumbers_ = checked; }
-    /// Sets the offset if it can be estimated from the pages' text, and the user has not stated it meanwhile.
-    /// May run on another thread.
-    void estimatePrintedPageOffset();
-    /// Called when a printed page number has to be resolved while the offset is unknown.
-    void setPrintedPageNumbersHandler(std::function<void()> handler);
+    // Of the outline document, which says more about them.
 
-    /// The index of the page with a label, which may be a printed page number such as "p12".
-    std::optional<int> getRealPageArrayIndex(const QString &label) const;
-
-    /// The same for the page that an item leads to: the one that it came with if pages are kept.
-    std::optional<int> pageIndexOfItem(const MyOutlineItem &item) const;
-    /// The same as far as it is known; asks nobody where a printed page number is not.
-    std::optional<int> knownPageIndexOfItem(const MyOutlineItem &item) const;
-
-    /// Whether imported entries keep the page that they came with until their label is edited. Otherwise, as
-    /// all entries do, they lead to the last page that has their label.
-    bool keepsPages() const;
-    /// The imported entries that a write leads elsewhere; none if pages are kept.
-    EntriesElsewhere entriesElsewhere() const;
-    /// Called before a final write that leads entries elsewhere, for whoever has no window to see it in.
-    void setEntriesElsewhereHandler(std::function<void(const EntriesElsewhere &)> handler);
-
-    /// Adds an entry of a PDF's outline, with all below it, to an item that nobody watches yet.
-    void addOutlineChildren(const PDFOutline &entry, MyOutlineItem &item);
+    quint64 printedPageOffset() const { return outline_.printedPageOffset(); }
+    void setPrintedPageOffset(quint64 offset) { outline_.setPrintedPageOffset(offset); }
+    bool userHasCheckedPrintedPageNumbers() const { return outline_.userHasCheckedPrintedPageNumbers(); }
+    void setUserHasCheckedPrintedPageNumbers(bool checked) {
+        outline_.setUserHasCheckedPrintedPageNumbers(checked);
+    }
+    void estimatePrintedPageOffset() { outline_.estimatePrintedPageOffset(); }
+    void setPrintedPageNumbersHandler(std::function<void()> handler) {
+        outline_.setPrintedPageNumbersHandler(std::move(handler));
+    }
+    std::optional<int> getRealPageArrayIndex(const QString &label) const {
+        return outline_.getRealPageArrayIndex(label);
+    }
+    void addOutlineChildren(const PDFOutline &entry, MyOutlineItem &item) {
+        outline_.addOutlineChildren(entry, item);
+    }
 
     /// Makes the tree the PDF's outline and writes the PDF to a path.
     /// @return why the writing failed; the outline in memory is the new one all the same
     std::optional<PDFError> writeNewPDFOutline(const QString &path, const QString &type);
     /// Why the last write failed, whichever command asked for it; absent where it did not, and before any.
-    const std::optional<PDFError> &writeError() const { return writeError_; }
+    const std::optional<PDFError> &writeError() const { return outline_.writeError(); }
     /// Tells the user, in the window, that not all of the PDF could be read, if that is so. It is not saved
     /// then.
     void tellReadProblem();
-    /// Called after a final write with what the old file had and the new one has not, a message each.
-    void setLossesHandler(std::function<void(const QStringList &)> handler);
     /// Documents are written when the user says so, never by themselves.
     static bool autosavesInPlace() { return false; }
     /// Who is told of every write; the window's progress sheet once there is a window. May be null.
-    void setWriteObserver(PDFWriteObserver *observer) { writeObserver_ = observer; }
+    void setWriteObserver(PDFWriteObserver *observer) { outline_.setWriteObserver(observer); }
     /// Shows the writing while there is a window; null without one.
     SaveProgress *saveProgress() const { return saveProgress_.get(); }
 
@@ -221,7 +208,6 @@ protected:
 
 private:
     bool isThere(Needs needs) const;
-    void forgetPrintedPageOffset();
     // Steps of the load sequence.
     void refuseEditingWhereImpossible();
     void warnAboutVersion();
@@ -234,31 +220,14 @@ private:
     void takeGuessedHeadingMap();
     void showAlert(const QString &message, const QString &informativeText);
     void showWriteError(const QString &type);
-    void tellOfLosses(const QString &type, const QStringList &losses) const;
-    std::optional<int> knownPageIndex(const QString &label) const;
-    void tellOfEntriesElsewhere(const QString &type) const;
+    void showLosses() const;
     void showEntriesElsewhere() const;
 
-    std::unique_ptr<MyOutlineItem> root_ = std::make_unique<MyOutlineItem>();
-    std::shared_ptr<PDFDocument> pdfDoc_;
-    QString pdfURL_;
-    std::optional<PDFError> openError_;
-    std::optional<PDFError> writeError_;
-    std::function<void(const QStringList &)> lossesHandler_;
-    PageLabelMap pdfMapPageLabelToIndex_;
-    bool allowTOCediting_ = true;
-    bool lockTOCediting_ = false;
+    OutlineDocument outline_;
     bool shouldIgnoreKVO_ = false;
-    std::atomic<quint64> printedPageOffset_ = 0;
-    std::mutex printedPageOffsetMutex_;  ///< For setting the offset together with the next.
-    bool printedPageOffsetIsStated_ = false;
-    bool userHasCheckedPrintedPageNumbers_ = false;
-    std::function<void()> printedPageNumbersHandler_;
-    std::function<void(const EntriesElsewhere &)> entriesElsewhereHandler_;
-    PDFWriteObserver *writeObserver_ = nullptr;
     HeadingLevelMap listH1H2H3Config_;
     RenamingDefaults renamingDefaults_;
-    std::unique_ptr<UndoSupport> undoSupport_ = std::make_unique<UndoSupport>(*root_);
+    std::unique_ptr<UndoSupport> undoSupport_ = std::make_unique<UndoSupport>(outline_.root());
 
     ActionTable actions_;
     std::unique_ptr<TreeController> treecontroller_;

@@ -40,21 +40,21 @@ void MyDocument::makeWindowControllers() {
 }
 
 void MyDocument::windowControllerDidLoadNib(DocumentWindow &window) {
-    allowTOCediting_ = true;
-    lockTOCediting_ = false;
+    setAllowTOCediting(true);
+    setLockTOCediting(false);
     refuseEditingWhereImpossible();
-    if (pdfDoc_) {
+    if (pdfDoc()) {
         warnAboutVersion();
         showPages();
-        pdfMapPageLabelToIndex_ = pageLabelMap(*pdfDoc_);
+        outline_.mapPageLabels();
         showOutline();
-        userHasCheckedPrintedPageNumbers_ = false;
+        setUserHasCheckedPrintedPageNumbers(false);
         listH1H2H3Config_.clear();
     }
-    forgetPrintedPageOffset();
+    outline_.forgetPrintedPageOffset();
     estimatePrintedPageOffsetInBackground();
-    if (pdfDoc_ && platform().userDefaults().boolForKey(setting::allowPDFReadingInBackground))
-        warmer_ = std::make_unique<PageWarmer>(*pdfDoc_);
+    if (pdfDoc() && platform().userDefaults().boolForKey(setting::allowPDFReadingInBackground))
+        warmer_ = std::make_unique<PageWarmer>(*pdfDoc());
     outlineview()->setIndentationPerLevel(indentationPerLevel);
     undoSupport_->startObservingOutlineItemsForUndoSupport();
     window.show();
@@ -70,22 +70,22 @@ void MyDocument::showAlert(const QString &message, const QString &informativeTex
 }
 
 void MyDocument::refuseEditingWhereImpossible() {
-    if (pdfDoc_ && pdfDoc_->isLocked()) {
+    if (pdfDoc() && pdfDoc()->isLocked()) {
         showAlert(tr("This PDF is locked"),
                   tr("Unfortunately, Leafwright cannot edit Table of Contents in locked PDFs."));
-        allowTOCediting_ = false;
+        setAllowTOCediting(false);
     }
-    if (pdfDoc_ && pdfDoc_->isEncrypted()) {
+    if (pdfDoc() && pdfDoc()->isEncrypted()) {
         showAlert(tr("This PDF is encrypted"),
                   tr("Unfortunately, Leafwright cannot edit Table of Contents in encrypted PDFs."));
-        allowTOCediting_ = false;
+        setAllowTOCediting(false);
     }
 }
 
 void MyDocument::warnAboutVersion() {
     if (!platform().userDefaults().boolForKey(setting::warnAboutPDFVersion)) return;
     constexpr double newestWithoutWarning = 1.41;
-    const PDFVersion claimed = pdfDoc_->version();
+    const PDFVersion claimed = pdfDoc()->version();
     // Through single precision, so that 1.4 is not a hair above itself.
     const double version = static_cast<float>(claimed.major + claimed.minor / 10.0);
     if (version <= newestWithoutWarning) return;
@@ -95,7 +95,7 @@ void MyDocument::warnAboutVersion() {
 }
 
 void MyDocument::showPages() {
-    pdfview()->setDocument(pdfDoc_.get());
+    pdfview()->setDocument(pdfDoc());
     pdfview()->setPageLabelLocation(QStringLiteral("Q1"));
     QFont labelFont(QStringLiteral("Lucida Grande"));
     labelFont.setPointSizeF(thumbnailLabelSize);
@@ -113,11 +113,11 @@ void MyDocument::showOutline() {
             [this](int /*row*/, int /*column*/, Qt::KeyboardModifiers modifiers) {
                 navigation_->doubleClickAction(modifiers);
             });
-    if (!allowTOCediting_) outlineview()->setEnabled(false);
+    if (!allowTOCediting()) outlineview()->setEnabled(false);
 }
 
 void MyDocument::estimatePrintedPageOffsetInBackground() {
-    if (pdfDoc_) estimate_ = std::jthread([this] { estimatePrintedPageOffset(); });
+    if (pdfDoc()) estimate_ = std::jthread([this] { estimatePrintedPageOffset(); });
 }
 
 void MyDocument::setUpSplitView() {
@@ -141,10 +141,10 @@ void MyDocument::documentDidLoad() {
     splitViewTopLevel()->setPositionOfDividerAtIndex(pageBegins, 0);
     pdfview()->setAutoScales(true);
     QTimer::singleShot(thumbnailDelay, this, [this] { whenIdle([this] { bindThumbnails(); }); });
-    if (!pdfDoc_) return;
+    if (!pdfDoc()) return;
     // The census reads every page, which takes more than a second for thousands of them. So it is left to
     // other threads, and begins when the first page is on the screen.
-    headingMapGuess_ = std::make_unique<HeadingMapGuess>(*pdfDoc_);
+    headingMapGuess_ = std::make_unique<HeadingMapGuess>(*pdfDoc());
     connect(headingMapGuess_.get(), &HeadingMapGuess::finished, this,
             [this] { whenIdle([this] { takeGuessedHeadingMap(); }); });
     connect(pdfview(), &PDFView::visiblePagesRendered, headingMapGuess_.get(), &HeadingMapGuess::start);
@@ -154,7 +154,7 @@ void MyDocument::bindThumbnails() {
     if (std::exchange(thumbnailsBound_, true)) return;
     pdfthumbs()->setPDFView(pdfview());
     pdfthumbs()->setMaximumNumberOfColumns(0);
-    const PDFPage *first = pdfDoc_ ? pdfDoc_->page(0) : nullptr;
+    const PDFPage *first = pdfDoc() ? pdfDoc()->page(0) : nullptr;
     if (!first) return;
     // The middle of the top edge as it is shown, wherever that is in page space.
     const PageTransform transform = first->transform();

@@ -1,5 +1,4 @@
 #include "document/MyDocument.h"
-#include "document/outline/OutlineExport.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/SaveProgress.h"
 #include "platform/Settings.h"
@@ -7,8 +6,6 @@
 #include "widgets/NoticeBars.h"
 
 #include <QLoggingCategory>
-
-#include <stdexcept>
 
 namespace leafwright {
 
@@ -23,34 +20,13 @@ const QString entriesElsewhereNotice = QStringLiteral("entriesElsewhere");
 
 }  // namespace
 
-const QString MyDocument::savePreviewPDF = QStringLiteral("SavePreviewPDF");
-const QString MyDocument::saveFinalPDF = QStringLiteral("SaveFinalPDF");
-
-bool MyDocument::keepsPages() const {
-    return platform().userDefaults().boolForKey(setting::keepPagesOfEntries);
-}
-
-EntriesElsewhere MyDocument::entriesElsewhere() const {
-    if (keepsPages()) return {};
-    return leafwright::entriesElsewhere(*root_,
-                                        [this](const QString &label) { return knownPageIndex(label); });
-}
-
-void MyDocument::setEntriesElsewhereHandler(std::function<void(const EntriesElsewhere &)> handler) {
-    entriesElsewhereHandler_ = std::move(handler);
-}
-
-void MyDocument::tellOfEntriesElsewhere(const QString &type) const {
-    showEntriesElsewhere();
-    if (!entriesElsewhereHandler_ || type != saveFinalPDF) return;
-    if (const EntriesElsewhere entries = entriesElsewhere(); entries.count > 0)
-        entriesElsewhereHandler_(entries);
-}
+const QString &MyDocument::savePreviewPDF = OutlineDocument::savePreviewPDF;
+const QString &MyDocument::saveFinalPDF = OutlineDocument::saveFinalPDF;
 
 void MyDocument::showEntriesElsewhere() const {
     if (!window_) return;
     NoticeBars &notices = *window_->notices();
-    const EntriesElsewhere entries = entriesElsewhere();
+    const EntriesElsewhere entries = outline_.entriesElsewhere();
     if (entries.count == 0) return notices.removeNotice(entriesElsewhereNotice);
     notices.setNotice(entriesElsewhereNotice,
                       {tr("Some pages of this PDF have the same label, and saving leads these entries to the "
@@ -67,53 +43,30 @@ std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, cons
         saveProgress_->setText(type == savePreviewPDF ? tr("Generating Temporary PDF...")
                                                       : tr("Saving PDF..."));
     }
-    OutlineExport outlineExport({[this](const QString &label) { return getRealPageArrayIndex(label); },
-                                 [this](int index) -> std::optional<Rect> {
-                                     const PDFPage *page = pdfDoc_->page(index);
-                                     return page ? std::optional(page->mediaBox()) : std::nullopt;
-                                 },
-                                 keepsPages()});
-    writeError_.reset();
-    QStringList losses;
-    const quint64 exported = revision();
-    try {
-        pdfDoc_->setOutlineRoot(outlineExport.run(*root_));
-        tellOfEntriesElsewhere(type);
-        writeError_ = pdfDoc_->writeToFile(path, writeObserver_, &losses);
-    } catch (const std::length_error &) {
-        writeError_ = PDFError{PDFError::Kind::WriteFailed,
-                               tr("%1 was not written: its outline is more than %2 levels deep")
-                                   .arg(path)
-                                   .arg(OutlineExport::deepestLevel)};
-    }
+    showEntriesElsewhere();
+    outline_.write(path, type);
     showWriteError(type);
-    tellOfLosses(type, losses);
-    lockTOCediting_ = false;
-    if (type == saveFinalPDF && !writeError_) setSavedRevision(exported);
-    return writeError_;
+    if (type == saveFinalPDF) showLosses();
+    return writeError();
 }
 
-void MyDocument::setLossesHandler(std::function<void(const QStringList &)> handler) {
-    lossesHandler_ = std::move(handler);
-}
-
-/// Shows them in the window until the next final write. A preview is nobody's old file.
-void MyDocument::tellOfLosses(const QString &type, const QStringList &losses) const {
-    if (type != saveFinalPDF) return;
-    if (lossesHandler_ && !losses.isEmpty()) lossesHandler_(losses);
+/// Until the next final write. A preview is nobody's old file.
+void MyDocument::showLosses() const {
     if (!window_) return;
+    const QStringList &losses = outline_.losses();
     if (losses.isEmpty()) return window_->notices()->removeNotice(lossesNotice);
     window_->notices()->setNotice(lossesNotice, {losses.join(u'\n')});
 }
 
 /// Shows in the window why the last write failed, until the next one.
 void MyDocument::showWriteError(const QString &type) {
-    if (writeError_) qCWarning(log).noquote() << writeError_->message;
+    const std::optional<PDFError> &error = writeError();
+    if (error) qCWarning(log).noquote() << error->message;
     if (!window_) return;
-    if (!writeError_) return window_->notices()->removeNotice(failedWriteNotice);
-    Notice notice{writeError_->message};
+    if (!error) return window_->notices()->removeNotice(failedWriteNotice);
+    Notice notice{error->message};
     // No other place would do for what can't be read, nor does a preview have one that the user chose.
-    if (type == saveFinalPDF && writeError_->kind != PDFError::Kind::Locked) {
+    if (type == saveFinalPDF && error->kind != PDFError::Kind::Locked) {
         notice.buttons.append({actionTitle(*actionDescription(QStringLiteral("saveDocumentAs:"))),
                                [this] { actions_.perform(QStringLiteral("saveDocumentAs:")); }});
     }

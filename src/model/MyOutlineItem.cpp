@@ -59,6 +59,27 @@ const QStringList &MyOutlineItem::allProperties() {
     return properties;
 }
 
+std::unique_ptr<MyOutlineItem> MyOutlineItem::copy() const {
+    struct Copy {
+        const MyOutlineItem *from;
+        MyOutlineItem *to;
+    };
+    auto top = std::make_unique<MyOutlineItem>();
+    std::vector<Copy> pending{{this, top.get()}};
+    while (!pending.empty()) {
+        const auto [from, to] = pending.back();
+        pending.pop_back();
+        to->pageTitle_ = from->pageTitle_;
+        to->pageLabel_ = from->pageLabel_;
+        to->pointOnPage_ = from->pointOnPage_;
+        to->importedPage_ = from->importedPage_;
+        to->entry_ = from->entry_;
+        for (const auto &child : from->children_)
+            pending.push_back({child.get(), &to->appendChild(std::make_unique<MyOutlineItem>())});
+    }
+    return top;
+}
+
 template <typename Change>
 void MyOutlineItem::change(QLatin1String key, Change &&makeChange) {
     for (OutlineItemObserver *observer : observers_)

@@ -45,6 +45,9 @@ public:
     /// The properties that are meant to be watched for undo: "pageTitle" and "pageLabel".
     static const QStringList &allProperties();
 
+    /// A detached item that says the same, with copies of all below it. It has no number and no identity yet.
+    std::unique_ptr<MyOutlineItem> copy() const;
+
     const QString &pageTitle() const { return pageTitle_; }
     void setPageTitle(const QString &title);
 

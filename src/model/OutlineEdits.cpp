@@ -1,5 +1,7 @@
 #include "model/OutlineEdits.h"
 
+#include "model/TreeWalk.h"
+
 #include <algorithm>
 #include <new>
 #include <ranges>
@@ -174,14 +176,9 @@ void OutlineEdits::setRevisions(quint64 revision, quint64 savedRevision) {
 }
 
 void OutlineEdits::giveIdentities(MyOutlineItem &top) {
-    std::vector<MyOutlineItem *> ahead{&top};
-    while (!ahead.empty()) {
-        MyOutlineItem &item = *ahead.back();
-        ahead.pop_back();
+    walkTree(top, [this](MyOutlineItem &item, size_t) {
         if (item.identity() == 0) item.setIdentity(++lastIdentity_);
-        for (const auto &child : std::views::reverse(item.children()))
-            ahead.push_back(child.get());
-    }
+    });
 }
 
 }  // namespace leafwright

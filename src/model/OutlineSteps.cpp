@@ -1,6 +1,7 @@
 #include "model/OutlineSteps.h"
 
 #include "model/Splicing.h"
+#include "model/TreeWalk.h"
 
 #include <unordered_map>
 #include <utility>
@@ -91,14 +92,7 @@ void exchangeStep(ValueStep &step, OutlineMoveObserver * /*observer*/) {
 
 size_t numberOfItems(const MyOutlineItem &top) {
     size_t count = 0;
-    std::vector<const MyOutlineItem *> pending{&top};
-    while (!pending.empty()) {
-        const MyOutlineItem *item = pending.back();
-        pending.pop_back();
-        ++count;
-        for (const auto &child : item->children())
-            pending.push_back(child.get());
-    }
+    walkTree(top, [&count](const MyOutlineItem &, size_t) { ++count; });
     return count;
 }
 

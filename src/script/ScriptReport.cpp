@@ -111,7 +111,7 @@ void beginNode(const MyOutlineItem &item, const MyDocument &document, JsonWriter
     json.beginObject();
     json.member("title", item.pageTitle());
     json.member("pageLabel", item.pageLabel());
-    const auto index = document.knownPageIndexOfItem(item);
+    const auto index = document.outline().knownPageIndexOfItem(item);
     json.key("pageIndex");
     index ? json.value(*index) : json.null();
     json.member("point", item.pointOnPage());

@@ -11,25 +11,6 @@ QString Document::displayName() const {
     return QFileInfo(fileURL()).fileName();
 }
 
-void Document::updateChangeCount(Change change) {
-    if (change == Change::Done) {
-        setRevisions(revision_ + 1, savedRevision_);
-    } else {
-        setSavedRevision(revision_);
-    }
-}
-
-void Document::setSavedRevision(quint64 revision) {
-    setRevisions(revision_, revision);
-}
-
-void Document::setRevisions(quint64 revision, quint64 savedRevision) {
-    const bool wasEdited = isDocumentEdited();
-    revision_ = revision;
-    savedRevision_ = savedRevision;
-    if (isDocumentEdited() != wasEdited) Q_EMIT editedChanged(isDocumentEdited());
-}
-
 void Document::whenIdle(std::function<void()> function) {
     if (!isBusy() && waiting_.empty()) return function();
     waiting_.push_back(std::move(function));

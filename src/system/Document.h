@@ -44,12 +44,10 @@ public:
     /// Null before makeWindowControllers().
     virtual QWidget *window() const = 0;
 
-    bool isDocumentEdited() const { return revision_ != savedRevision_; }
-    void updateChangeCount(Change change);
-    /// Another number after every change that was counted.
-    quint64 revision() const { return revision_; }
-    /// Counts as saved what the document was at a revision; what changed since is still to be saved.
-    void setSavedRevision(quint64 revision);
+    /// Whether there is something to save.
+    virtual bool isDocumentEdited() const = 0;
+    /// Counts a change that nothing else counts, or says that all is saved.
+    virtual void updateChangeCount(Change change) = 0;
 
     /// While one lives, its document is left alone. It stands wherever a call handles events before it
     /// returns: a question, a panel, a pause, work on another thread, progress that is drawn. Commands are
@@ -88,6 +86,7 @@ public:
     Closing prepareToClose();
 
 Q_SIGNALS:
+    /// isDocumentEdited() is another now.
     void editedChanged(bool edited);
     /// The document's place or name is another now.
     void fileURLChanged();
@@ -102,15 +101,12 @@ private:
     void beginBusy();
     void endBusy();
     void callWaiting();
-    void setRevisions(quint64 revision, quint64 savedRevision);
 
     /// Of the thread at hand: documents without windows are worked on beside each other.
     static thread_local std::vector<Document *> busyDocuments_;
 
     Platform &platform_;
     QUndoStack undoManager_;
-    quint64 revision_ = 0;
-    quint64 savedRevision_ = 0;
     int busy_ = 0;  ///< How many keep the document busy, each within another.
     std::deque<std::function<void()>> waiting_;
 };

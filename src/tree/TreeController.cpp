@@ -47,8 +47,12 @@ size_t commonSuffix(const std::vector<TreeNode *> &nodes, const MyOutlineItem::C
 
 }  // namespace
 
-TreeController::TreeController(MyOutlineItem &root, QObject *parent)
-    : QAbstractItemModel(parent), root_(makeNode(root, nullptr, 0)), selectionModel_(this) {
+TreeController::TreeController(OutlineEdits &edits, QObject *parent)
+    : QAbstractItemModel(parent),
+      edits_(edits),
+      root_(makeNode(edits.root(), nullptr, 0)),
+      selectionModel_(this) {
+    edits_.setMoveObserver(this);
     makeNodesBelow(*root_);
     const auto selectionChanged = [this] { selection_.isCurrent = false; };
     connect(&selectionModel_, &QItemSelectionModel::selectionChanged, this, selectionChanged);
@@ -58,6 +62,7 @@ TreeController::TreeController(MyOutlineItem &root, QObject *parent)
 }
 
 TreeController::~TreeController() {
+    edits_.setMoveObserver(nullptr);
     for (const auto &[item, node] : nodes_)
         node->representedObject_->removeObserver(this);
 }
@@ -83,18 +88,16 @@ TreeNode &TreeController::insertObjectAtArrangedObjectIndexPath(std::unique_ptr<
     const TreeNode *parent = descendantNodeAtIndexPath(path.indexPathByRemovingLastIndex());
     if (!parent) throw std::out_of_range("no node to insert below");
     const MyOutlineItem &item = *object;
-    parent->representedObject_->insertObjectInChildrenAtIndex(std::move(object), position);
+    edits_.insert(*parent->representedObject_, position, std::move(object));
     TreeNode *node = nodeForItem(item);
     setSelectedNodes({node});
     return *node;
 }
 
-// Not const, because the tree is another afterwards.
-// NOLINTNEXTLINE(readability-make-member-function-const)
-std::unique_ptr<MyOutlineItem> TreeController::removeObjectAtArrangedObjectIndexPath(const IndexPath &path) {
+void TreeController::removeObjectAtArrangedObjectIndexPath(const IndexPath &path) {
     const TreeNode *node = path.isEmpty() ? nullptr : descendantNodeAtIndexPath(path);
     if (!node) throw std::out_of_range("no node to remove");
-    return node->parent_->representedObject_->removeObjectFromChildrenAtIndex(path.lastIndex());
+    edits_.remove(*node->parent_->representedObject_, path.lastIndex());
 }
 
 void TreeController::willChangeValueForKey(const MyOutlineItem & /*item*/, QLatin1String /*key*/) {}

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "model/MyOutlineItem.h"
+#include "model/OutlineEdits.h"
 #include "tree/TreeDragHandler.h"
 #include "tree/TreeNode.h"
 
@@ -16,20 +16,23 @@ namespace leafwright {
 /// Arranges the items below a root item as nodes, which index paths lead to, and is the model and the
 /// selection behind every view of them. It follows what happens to the items, whoever changes them: within
 /// the notice, nodes and paths are right again. Observers of items must not change the tree from a notice.
+/// What it is asked to change itself, by a path or in a cell, it changes through the outline's edits.
 ///
-/// Changes made through it keep the nodes, so that selection, current row and unfolding survive. A list of
-/// children replaced on an item (`setChildren`) keeps the nodes at its beginning and end that stay; in
+/// Moves, and moves taken back, keep the nodes, so that selection, current row and unfolding survive. A list
+/// of children replaced on an item (`setChildren`) keeps the nodes at its beginning and end that stay; in
 /// between, all nodes leave and new ones come.
 ///
-/// Main thread only. The root item must outlive it.
-class TreeController final : public QAbstractItemModel, private OutlineItemObserver {
+/// Main thread only. The edits, whose only observer of moves it is, must outlive it.
+class TreeController final : public QAbstractItemModel,
+                             private OutlineItemObserver,
+                             private OutlineMoveObserver {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(TreeController)
 
 public:
     enum Column : int { TitleColumn, PageColumn };
 
-    explicit TreeController(MyOutlineItem &root, QObject *parent = nullptr);
+    explicit TreeController(OutlineEdits &edits, QObject *parent = nullptr);
     ~TreeController() override;
 
     // Nodes
@@ -99,8 +102,8 @@ public:
     /// unless the path's parent exists and has that many children. @return the object's node
     TreeNode &insertObjectAtArrangedObjectIndexPath(std::unique_ptr<MyOutlineItem> object,
                                                     const IndexPath &path);
-    /// Throws std::out_of_range if there is no such object. @return the object
-    std::unique_ptr<MyOutlineItem> removeObjectAtArrangedObjectIndexPath(const IndexPath &path);
+    /// Throws std::out_of_range if there is no such object.
+    void removeObjectAtArrangedObjectIndexPath(const IndexPath &path);
 
     // Hooks
 
@@ -162,13 +165,15 @@ private:
 
     bool canMove(const std::vector<TreeNode *> &nodes, const TreeNode *target, const IndexPath &path) const;
     void moveRuns(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap);
-    void moveBlock(const BlockMove &move);
-    static void moveItems(const BlockMove &move);
-    static void spliceNodes(const BlockMove &move);
-    void beginManyMoves();
-    void endManyMoves();
     void moveScattered(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap);
-    void rearrange(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap);
+
+    BlockMove nodesOf(const OutlineMove &move) const;
+    static void spliceNodes(const BlockMove &move);
+    void beginManyMoves() override;
+    void endManyMoves() override;
+    void willMove(const OutlineMove &move) override;
+    void didMove(const OutlineMove &move) override;
+    void didRearrange(const std::vector<OutlineArrangement> &parents) override;
 
     /// The selected nodes, made again when the selection or the tree changed.
     struct Selection {
@@ -183,6 +188,7 @@ private:
     void putSelectionAside();
     void restoreSelection();
 
+    OutlineEdits &edits_;
     /// By item, the root's too. Shared only so that others can hold weak pointers.
     std::unordered_map<const MyOutlineItem *, std::shared_ptr<TreeNode>> nodes_;
     TreeNode *root_;

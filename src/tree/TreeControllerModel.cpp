@@ -72,9 +72,11 @@ bool TreeController::setData(const QModelIndex &index, const QVariant &value, in
     if (text == old) return true;
     const QString present = text.isNull() ? QStringLiteral("") : text;
     if (index.column() == TitleColumn) {
-        item.setPageTitle(present);
+        const OutlineEdits::Transaction edit(edits_, QStringLiteral("setTitle"));
+        edits_.setPageTitle(item, present);
     } else {
-        item.setPageLabel(present);
+        const OutlineEdits::Transaction edit(edits_, QStringLiteral("setPageLabel"));
+        edits_.setPageLabel(item, present);
     }
     Q_EMIT itemEdited(&node, index.column());
     return true;

@@ -1,9 +1,7 @@
+#include "model/Splicing.h"
 #include "tree/TreeController.h"
 
-#include <QScopedValueRollback>
-
 #include <algorithm>
-#include <iterator>
 #include <stdexcept>
 
 // How a TreeController moves nodes.
@@ -15,22 +13,6 @@ namespace {
 /// Each run of neighbours is moved by itself, which costs time by the number of siblings. From here on, all
 /// are moved at once, and views lay out anew.
 constexpr size_t runsWorthMovingSingly = 32;
-
-/// Moves elements of one list to a gap in the same or another one.
-template <typename Element>
-void splice(std::vector<Element> &from, size_t first, size_t count, std::vector<Element> &to, size_t gap) {
-    const auto begin = from.begin() + static_cast<qsizetype>(first);
-    const auto end = begin + static_cast<qsizetype>(count);
-    const auto place = to.begin() + static_cast<qsizetype>(gap);
-    if (&from != &to) {
-        to.insert(place, std::make_move_iterator(begin), std::make_move_iterator(end));
-        from.erase(begin, end);
-    } else if (gap < first) {
-        std::rotate(place, begin, end);
-    } else {
-        std::rotate(begin, end, place);
-    }
-}
 
 std::vector<TreeNode *> eachOnce(const std::vector<TreeNode *> &nodes) {
     std::unordered_set<const TreeNode *> seen;
@@ -93,47 +75,57 @@ void TreeController::moveRuns(const std::vector<TreeNode *> &nodes, TreeNode &ta
         const size_t first = nodes[start]->row();
         const size_t count = runLength(nodes, start);
         const bool isThere = &source == &target && first <= gap && gap <= first + count;
-        if (!isThere) moveBlock({source, first, count, target, gap});
+        if (!isThere) edits_.move({source.representedObject_, first, count, target.representedObject_, gap});
         start += count;
         gap = nodes[start - 1]->row() + 1;
     }
 }
 
-void TreeController::moveBlock(const BlockMove &move) {
-    if (movingMany_) {
-        moveItems(move);
-        spliceNodes(move);
-        ++structureRevision_;
-        return;
+void TreeController::moveScattered(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap) {
+    std::vector<TreeNode *> parents{&target};
+    for (const TreeNode *node : nodes)
+        parents.push_back(node->parent_);
+    const std::unordered_set<const TreeNode *> leaving(nodes.begin(), nodes.end());
+    std::vector<OutlineArrangement> arrangements;
+    for (const TreeNode *parent : eachOnce(parents)) {
+        OutlineArrangement arrangement{parent->representedObject_, {}};
+        for (size_t position = 0; position <= parent->childCount(); ++position) {
+            if (parent == &target && position == gap) {
+                for (const TreeNode *node : nodes)
+                    arrangement.children.push_back(node->representedObject_);
+            }
+            if (position == parent->childCount()) break;
+            const TreeNode *child = parent->children_[position];
+            if (!leaving.contains(child)) arrangement.children.push_back(child->representedObject_);
+        }
+        arrangements.push_back(std::move(arrangement));
     }
+    edits_.rearrange(std::move(arrangements));
+}
+
+TreeController::BlockMove TreeController::nodesOf(const OutlineMove &move) const {
+    return {*nodeForItem(*move.source), move.first, move.count, *nodeForItem(*move.target), move.gap};
+}
+
+void TreeController::willMove(const OutlineMove &move) {
+    if (movingMany_) return;
     putSelectionAside();
-    if (!beginMoveRows(indexForNode(move.source), static_cast<int>(move.first),
-                       static_cast<int>(move.first + move.count - 1), indexForNode(move.target),
-                       static_cast<int>(move.gap))) {
+    const BlockMove rows = nodesOf(move);
+    if (!beginMoveRows(indexForNode(rows.source), static_cast<int>(rows.first),
+                       static_cast<int>(rows.first + rows.count - 1), indexForNode(rows.target),
+                       static_cast<int>(rows.gap))) {
         restoreSelection();
         throw std::logic_error("a tree node was to be moved to where it is");
     }
-    {
-        const QScopedValueRollback moving(movingItems_, true);
-        moveItems(move);
-    }
-    spliceNodes(move);
-    ++structureRevision_;
-    endMoveRows();
+    movingItems_ = true;
 }
 
-void TreeController::moveItems(const BlockMove &move) {
-    MyOutlineItem &from = *move.source.representedObject_;
-    MyOutlineItem &to = *move.target.representedObject_;
-    MyOutlineItem::Children children = from.takeChildren();
-    if (&from == &to) {
-        splice(children, move.first, move.count, children, move.gap);
-    } else {
-        MyOutlineItem::Children others = to.takeChildren();
-        splice(children, move.first, move.count, others, move.gap);
-        to.setChildren(std::move(others));
-    }
-    from.setChildren(std::move(children));
+void TreeController::didMove(const OutlineMove &move) {
+    spliceNodes(nodesOf(move));
+    ++structureRevision_;
+    if (movingMany_) return;
+    movingItems_ = false;
+    endMoveRows();
 }
 
 void TreeController::spliceNodes(const BlockMove &move) {
@@ -171,42 +163,18 @@ void TreeController::endManyMoves() {
     Q_EMIT layoutChanged();
 }
 
-void TreeController::moveScattered(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap) {
-    const ManyMoves together(*this);
-    rearrange(nodes, target, gap);
+void TreeController::didRearrange(const std::vector<OutlineArrangement> &parents) {
+    for (const OutlineArrangement &arrangement : parents) {
+        TreeNode &parent = *nodeForItem(*arrangement.parent);
+        parent.children_.clear();
+        for (const auto &item : parent.representedObject_->children()) {
+            TreeNode *child = nodeForItem(*item);
+            child->parent_ = &parent;
+            parent.children_.push_back(child);
+        }
+        parent.childrenChangedFrom(0);
+    }
     ++structureRevision_;
-}
-
-// Not static, because it changes what the controller shows.
-// NOLINTNEXTLINE(readability-convert-member-functions-to-static)
-void TreeController::rearrange(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap) {
-    std::vector<TreeNode *> parents{&target};
-    for (const TreeNode *node : nodes)
-        parents.push_back(node->parent_);
-    parents = eachOnce(parents);
-    std::unordered_map<const MyOutlineItem *, std::unique_ptr<MyOutlineItem>> items;
-    for (const TreeNode *parent : parents) {
-        for (std::unique_ptr<MyOutlineItem> &item : parent->representedObject_->takeChildren())
-            items.emplace(item.get(), std::move(item));
-    }
-    const std::unordered_set<const TreeNode *> leaving(nodes.begin(), nodes.end());
-    const auto leaves = [&leaving](const TreeNode *node) { return leaving.contains(node); };
-    const auto gapPlace = target.children_.begin() + static_cast<qsizetype>(gap);
-    gap -= static_cast<size_t>(std::count_if(target.children_.begin(), gapPlace, leaves));
-    for (TreeNode *parent : parents) {
-        std::erase_if(parent->children_, leaves);
-        parent->childrenChangedFrom(0);
-    }
-    target.children_.insert(target.children_.begin() + static_cast<qsizetype>(gap), nodes.begin(),
-                            nodes.end());
-    for (TreeNode *node : nodes)
-        node->parent_ = &target;
-    for (const TreeNode *parent : parents) {
-        MyOutlineItem::Children children;
-        for (const TreeNode *child : parent->children_)
-            children.push_back(std::move(items.at(child->representedObject_)));
-        parent->representedObject_->setChildren(std::move(children));
-    }
 }
 
 }  // namespace leafwright

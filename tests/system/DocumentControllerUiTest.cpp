@@ -22,6 +22,8 @@ public:
     QString fileURL() const override { return path_; }
     void makeWindowControllers() override {}
     QWidget *window() const override { return nullptr; }
+    bool isDocumentEdited() const override { return edited_; }
+    void updateChangeCount(Change change) override { edited_ = change == Change::Done; }
     bool saves = true;
 
 protected:
@@ -29,6 +31,7 @@ protected:
 
 private:
     QString path_;
+    bool edited_ = false;
 };
 
 class DocumentControllerTest : public testing::Test {

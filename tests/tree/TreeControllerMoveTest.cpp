@@ -295,5 +295,19 @@ TEST_F(ManyMoves, KeepSelectionCurrentRowAndIndexes) {
     EXPECT_EQ(tree.controller->selectionModel()->currentIndex(), tree.index("B"));
 }
 
+TEST_F(ManyMoves, TakenBackKeepSelectionAndNodes) {
+    test::Tree other("A B(C D) E");
+    TreeNode &moved = other.node("C");
+    other.controller->setSelectedNodes({&moved});
+    other.controller->moveNode(moved, {0});
+    other.edits.undo();
+    EXPECT_EQ(other.text(), "A B(C D) E");
+    EXPECT_EQ(&other.node("C"), &moved);
+    EXPECT_EQ(other.selection(), "C");
+    other.edits.redo();
+    EXPECT_EQ(other.text(), "C A B(D) E");
+    EXPECT_EQ(&other.node("C"), &moved);
+}
+
 }  // namespace
 }  // namespace leafwright

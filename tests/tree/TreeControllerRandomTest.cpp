@@ -194,7 +194,8 @@ protected:
 
     std::mt19937 random{20240917};
     MyOutlineItem root;
-    TreeController controller{root};
+    OutlineEdits edits{root};
+    TreeController controller{edits};
     QAbstractItemModelTester tester{&controller, QAbstractItemModelTester::FailureReportingMode::Fatal};
     Naive naive{{}, &root, nullptr, {}, false};
     std::map<const MyOutlineItem *, QPersistentModelIndex> kept;

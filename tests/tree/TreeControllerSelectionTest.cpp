@@ -86,7 +86,8 @@ TEST(TreeControllerSelection, ManyRangesAreReplacedByManyOthers) {
     MyOutlineItem root;
     for (int i = 0; i < count; ++i)
         root.appendChild(test::newItem(QString::number(i)));
-    TreeController controller(root);
+    OutlineEdits edits(root);
+    TreeController controller(edits);
     std::vector<TreeNode *> halves[2];
     for (size_t i = 0; i < count; ++i)
         halves[i % 2].push_back(controller.arrangedObjects().childNodes()[i]);

@@ -21,7 +21,8 @@ protected:
     TreeNode &at(size_t row) const { return *controller.arrangedObjects().childNodes()[row]; }
 
     MyOutlineItem root;
-    TreeController controller{root};
+    OutlineEdits edits{root};
+    TreeController controller{edits};
 };
 
 TEST_F(ManySiblings, AreLoadedAtOnceAndReplacedAtOnce) {
@@ -83,6 +84,43 @@ TEST_F(ManySiblings, AreRenamedOneByOne) {
     for (const auto &item : root.children())
         item->setPageTitle("new");
     EXPECT_EQ(controller.indexForNode(at(count - 1)).data(), "new");
+}
+
+/// A transaction that changes every second entry in a way, and back.
+TEST_F(ManySiblings, AreChangedTakenBackAndChangedAgain) {
+    const auto everySecond = [this] {
+        std::vector<TreeNode *> nodes;
+        for (size_t i = 0; i < controller.arrangedObjects().childCount(); i += 2)
+            nodes.push_back(&at(i));
+        return nodes;
+    };
+    {
+        const OutlineEdits::Transaction edit(edits, "rename:");
+        for (const TreeNode *node : everySecond())
+            edits.setPageTitle(*node->representedObject(), "renamed");
+    }
+    EXPECT_TRUE(controller.moveNodes(everySecond(), {0}));
+    {
+        const OutlineEdits::Transaction edit(edits, "indent:");
+        const TreeController::ManyMoves together(controller);
+        for (size_t row = 1; row < 100; ++row)
+            controller.moveNode(at(row), at(row - 1).indexPath().indexPathByAddingIndex(0));
+    }
+    {
+        const OutlineEdits::Transaction edit(edits, "remove:");
+        for (size_t row = controller.arrangedObjects().childCount(); row > 0; --row)
+            edits.remove(root, row - 1);
+    }
+    const quint64 last = edits.revision();
+    while (edits.canUndo())
+        edits.undo();
+    EXPECT_EQ(controller.nodeCount(), count);
+    for (size_t row = 0; row < count; ++row)
+        ASSERT_EQ(at(row).representedObject()->pageTitle(), QString::number(row));
+    while (edits.canRedo())
+        edits.redo();
+    EXPECT_EQ(edits.revision(), last);
+    EXPECT_EQ(controller.nodeCount(), 0u);
 }
 
 }  // namespace

@@ -64,7 +64,7 @@ inline QString titles(const std::vector<TreeNode *> &nodes) {
 struct Tree {
     explicit Tree(const QString &text) {
         addItems(root, text);
-        controller = std::make_unique<TreeController>(root);
+        controller = std::make_unique<TreeController>(edits);
         tester = std::make_unique<QAbstractItemModelTester>(
             controller.get(), QAbstractItemModelTester::FailureReportingMode::Fatal);
     }
@@ -98,6 +98,7 @@ struct Tree {
     QString selection() const { return titles(controller->selectedNodes()); }
 
     MyOutlineItem root;
+    OutlineEdits edits{root};
     std::unique_ptr<TreeController> controller;
     std::unique_ptr<QAbstractItemModelTester> tester;
 };

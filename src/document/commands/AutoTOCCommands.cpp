@@ -80,20 +80,27 @@ void AutoTOCCommands::runAutoTOCWithFeedback() {
 }
 
 void AutoTOCCommands::runAutoTOCwithH1H2H3Map() {
+    insertTopItem(headingsByMap(), QStringLiteral("runGuessPDF:"));
+}
+
+std::unique_ptr<MyOutlineItem> AutoTOCCommands::headingsByMap() {
     const HeadingLevelMap fonts = document_.headingMapCommands().mapWithFonts();
-    insertTopItem(inBackground(
+    return inBackground(
         document_,
         [](const SharedPDF &pdf, const HeadingLevelMap &map, int depth) {
             readAllPages(*pdf);
             return leafwright::runAutoTOCwithH1H2H3Map(*pdf, map, depth);
         },
-        document_.sharedPdfDoc(), fonts, maxDepth()));
+        document_.sharedPdfDoc(), fonts, maxDepth());
 }
 
 void AutoTOCCommands::buttonClickedBotForAutoTOC() {
     if (!document_.headingMapCommands().loadH1H2H3MapSavedInUserDefaults())
         return document_.platform().beep();
-    runAutoTOCwithH1H2H3Map();
+    auto top = headingsByMap();
+    const QString command = QStringLiteral("buttonClickedBotForAutoTOC:");
+    const OutlineEdits::Transaction edit(document_.edits(), command);
+    insertTopItem(std::move(top), command);
     document_.structuralEdits().promoteChildrenOutlineItem();
     if (const auto path = document_.treecontroller().selectionIndexPath())
         document_.structuralEdits().removeNodeAtIndexPath(*path);
@@ -102,12 +109,14 @@ void AutoTOCCommands::buttonClickedBotForAutoTOC() {
 void AutoTOCCommands::runMiniTOC() {
     if (!document_.hasSelectedText()) return;
     insertTopItem(inBackground(
-        document_,
-        [](const SharedPDF &pdf, const QStringList &pattern) {
-            readAllPages(*pdf);
-            return leafwright::runMiniTOC(*pdf, pattern);
-        },
-        document_.sharedPdfDoc(), fontPattern(document_.pdfview()->currentSelection()->attributedString())));
+                      document_,
+                      [](const SharedPDF &pdf, const QStringList &pattern) {
+                          readAllPages(*pdf);
+                          return leafwright::runMiniTOC(*pdf, pattern);
+                      },
+                      document_.sharedPdfDoc(),
+                      fontPattern(document_.pdfview()->currentSelection()->attributedString())),
+                  QStringLiteral("runMiniTOC:"));
 }
 
 void AutoTOCCommands::testPageStructureKnowledge() {
@@ -122,11 +131,12 @@ void AutoTOCCommands::testPageStructureKnowledge() {
     document_.reloadHeadingMap();
     progress.guessPDFStep3Begins();
     insertTopItem(inBackground(
-        document_,
-        [](const SharedPDF &pdf, const CalibratedLevels &fontLevels, int depth, bool points) {
-            return runCalibratingAutoTOC(*pdf, fontLevels, depth, points);
-        },
-        document_.sharedPdfDoc(), *levels, maxDepth(), findsPoints));
+                      document_,
+                      [](const SharedPDF &pdf, const CalibratedLevels &fontLevels, int depth, bool points) {
+                          return runCalibratingAutoTOC(*pdf, fontLevels, depth, points);
+                      },
+                      document_.sharedPdfDoc(), *levels, maxDepth(), findsPoints),
+                  QStringLiteral("testPageStructureKnowledge:"));
     progress.guessPDFStep3Ends();
 }
 
@@ -154,13 +164,13 @@ int AutoTOCCommands::maxDepth() const {
     return static_cast<int>(std::clamp(depth, lowest, highest));
 }
 
-void AutoTOCCommands::insertTopItem(std::unique_ptr<MyOutlineItem> top) {
+void AutoTOCCommands::insertTopItem(std::unique_ptr<MyOutlineItem> top, const QString &command) {
+    const OutlineEdits::Transaction edit(document_.edits(), command);
     TreeController &tree = document_.treecontroller();
     TreeNode &added = tree.insertObjectAtArrangedObjectIndexPath(
         std::move(top), IndexPath::indexPathWithIndex(tree.arrangedObjects().childCount()));
     document_.outlineview()->revealItems({&added});
     document_.outlineview()->setFocus();
-    document_.updateChangeCount(Document::Change::Done);
     document_.tellReadProblem();
 }
 

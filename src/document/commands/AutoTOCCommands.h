@@ -40,8 +40,10 @@ private:
     /// The setting autotocMaxDepth.
     int maxDepth() const;
     std::optional<CalibratedLevels> calibrate(AutoTOCProgress &progress) const;
-    /// Adds an item at the end of the top level, selected, and counts the change.
-    void insertTopItem(std::unique_ptr<MyOutlineItem> top);
+    /// A detached item with the headings below it, as the map and the setting autotocMaxDepth say.
+    std::unique_ptr<MyOutlineItem> headingsByMap();
+    /// Adds an item at the end of the top level, selected; a change. @param command the selector of what asks
+    void insertTopItem(std::unique_ptr<MyOutlineItem> top, const QString &command);
 
     MyDocument &document_;
 };

@@ -53,49 +53,52 @@ BatchRenaming::BatchRenaming(MyDocument &document) : document_(document) {
     actions.handle("changeCaseToLowerCase:", [this](QObject *) { changeCaseToLowerCase(); });
 }
 
-void BatchRenaming::renameSelected(const Rewrite &rewrite) {
+void BatchRenaming::renameSelected(const QString &command, const Rewrite &rewrite) {
     const auto nodes = document_.treecontroller().selectedNodes();
     if (nodes.empty()) return document_.platform().beep();
+    OutlineEdits &edits = document_.edits();
+    const OutlineEdits::Transaction edit(edits, command);
     for (const TreeNode *node : nodes) {
         MyOutlineItem &item = *node->representedObject();
-        item.setPageTitle(rewrite(item.pageTitle()));
+        edits.setPageTitle(item, rewrite(item.pageTitle()));
     }
-    document_.updateChangeCount(Document::Change::Done);
 }
 
 void BatchRenaming::renameSelectedTOCItemsWithPrefix(const SequentialNumbering &numbering, qint32 firstNumber,
                                                      qint32 stepValue) {
-    renameSelected([&numbering, number = firstNumber, stepValue](const QString &title) mutable {
-        QString result = numberedTitle(title, numbering, number);
-        number = wrappingSum(number, stepValue);
-        return result;
-    });
+    renameSelected(QStringLiteral("renameSequentialNumbering:"),
+                   [&numbering, number = firstNumber, stepValue](const QString &title) mutable {
+                       QString result = numberedTitle(title, numbering, number);
+                       number = wrappingSum(number, stepValue);
+                       return result;
+                   });
 }
 
 void BatchRenaming::renameSelectedTOCItemsWithFindTerm(const QString &findTerm, bool ignoreCase,
                                                        const QString &replaceTerm) {
     if (findTerm.isEmpty() || replaceTerm.isNull()) return document_.platform().beep();
     const auto caseSensitivity = ignoreCase ? Qt::CaseInsensitive : Qt::CaseSensitive;
-    renameSelected([&](const QString &title) {
+    renameSelected(QStringLiteral("renameFindReplace:"), [&](const QString &title) {
         return titleWithReplacement(title, findTerm, caseSensitivity, replaceTerm);
     });
 }
 
 void BatchRenaming::renameSelectedTOCItemsWithPrefix(const QString &prefix) {
     if (prefix.isNull()) return document_.platform().beep();
-    renameSelected([&](const QString &title) { return prefixedTitle(title, prefix); });
+    renameSelected(QStringLiteral("renameAddPrefix:"),
+                   [&](const QString &title) { return prefixedTitle(title, prefix); });
 }
 
 void BatchRenaming::changeCaseToTitleCase() {
-    renameSelected(capitalizedString);
+    renameSelected(QStringLiteral("changeCaseToTitleCase:"), capitalizedString);
 }
 
 void BatchRenaming::changeCaseToUpperCase() {
-    renameSelected(uppercaseString);
+    renameSelected(QStringLiteral("changeCaseToUpperCase:"), uppercaseString);
 }
 
 void BatchRenaming::changeCaseToLowerCase() {
-    renameSelected(lowercaseString);
+    renameSelected(QStringLiteral("changeCaseToLowerCase:"), lowercaseString);
 }
 
 void BatchRenaming::beginSheet(Sheet *sheet, const QString &confirm, const std::function<Rewrite()> &rewrite,

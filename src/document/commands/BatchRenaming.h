@@ -36,7 +36,8 @@ public:
 private:
     using Rewrite = std::function<QString(const QString &title)>;
 
-    void renameSelected(const Rewrite &rewrite);
+    /// @param command the selector of what asks
+    void renameSelected(const QString &command, const Rewrite &rewrite);
     /// Adds a line that shows what the first selected title would become, kept up to date while the sheet is
     /// open, and the two buttons; then opens the sheet. @param apply called unless the sheet is cancelled
     void beginSheet(Sheet *sheet, const QString &confirm, const std::function<Rewrite()> &rewrite,

@@ -44,7 +44,8 @@ std::vector<ExistingEntry> entriesOf(MyDocument &document) {
     constexpr int nowhere = -1;
     std::vector<ExistingEntry> entries;
     for (const auto &[item, level] : itemsInOrder(document.root()))
-        entries.push_back({item->pageTitle(), document.knownPageIndexOfItem(*item).value_or(nowhere), level,
+        entries.push_back({item->pageTitle(),
+                           document.outline().knownPageIndexOfItem(*item).value_or(nowhere), level,
                            item->pointOnPage()});
     return entries;
 }
@@ -198,22 +199,24 @@ void ContentsCommands::show(const ContentsEntry &entry) const {
 }
 
 void ContentsCommands::take(const ContentsProposal &proposal) {
+    OutlineEdits &edits = document_.edits();
     MyOutlineItem &root = document_.root();
-    MyOutlineItem::Children items = itemsOfContents(proposal.result(), *document_.pdfDoc());
-    if (proposal.replaces()) {
-        root.setChildren(std::move(items));
-    } else {
-        for (auto &item : items)
-            root.insertObjectInChildrenAtIndex(std::move(item), root.children().size());
-    }
-    document_.updateChangeCount(Document::Change::Done);
+    const OutlineEdits::Transaction edit(edits, QStringLiteral("findContents:"));
+    if (proposal.replaces()) edits.removeAll(root);
+    for (auto &item : itemsOfContents(proposal.result(), *document_.pdfDoc()))
+        edits.insert(root, root.children().size(), std::move(item));
     document_.tellReadProblem();
 }
 
 void ContentsCommands::complete(const ContentsProposal &proposal) {
+    OutlineEdits &edits = document_.edits();
     MyOutlineItem &root = document_.root();
-    root.setChildren(completedItems(root.takeChildren(), proposal.result(), *document_.pdfDoc()));
-    document_.updateChangeCount(Document::Change::Done);
+    const OutlineEdits::Transaction edit(edits, QStringLiteral("completeContents:"));
+    // Of copies, so that what was there can come back.
+    auto items = completedItems(root.copy()->takeChildren(), proposal.result(), *document_.pdfDoc());
+    edits.removeAll(root);
+    for (size_t i = 0; i < items.size(); ++i)
+        edits.insert(root, i, std::move(items[i]));
     document_.tellReadProblem();
 }
 

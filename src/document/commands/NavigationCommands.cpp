@@ -64,11 +64,11 @@ void NavigationCommands::editClickedCell() {
     OKNSOutlineView &outline = *document_.outlineview();
     outline.editColumn(outline.clickedColumn(), outline.clickedRow());
     // Counted before anything is typed.
-    document_.updateChangeCount(Document::Change::Done);
+    document_.edits().countChange();
 }
 
 void NavigationCommands::moveToMOI(const MyOutlineItem &item) {
-    const int index = document_.pageIndexOfItem(item).value_or(0);
+    const int index = document_.outline().pageIndexOfItem(item).value_or(0);
     if (isZeroPoint(item.pointOnPage())) {
         document_.pdfview()->goToPage(document_.pdfDoc()->page(index));
     } else {

@@ -57,11 +57,12 @@ void SavingCommands::openPDFInDefaultApp() {
 
 void SavingCommands::revertOutlineToSaved() {
     // Every write leaves its outline with the PDF in memory, so this is the one last written.
-    MyOutlineItem::Children items = document_.itemsOfOutlineInMemory();
-    document_.root().setChildren({});
+    OutlineEdits &edits = document_.edits();
+    const OutlineEdits::Transaction edit(edits, QStringLiteral("revertOutlineToSaved:"));
+    MyOutlineItem::Children items = document_.outline().itemsOfOutlineInMemory();
+    edits.removeAll(document_.root());
     for (size_t i = 0; i < items.size(); ++i)
-        document_.root().insertObjectInChildrenAtIndex(std::move(items[i]), i);
-    document_.updateChangeCount(Document::Change::Done);
+        edits.insert(document_.root(), i, std::move(items[i]));
 }
 
 bool SavingCommands::saveFinal() {

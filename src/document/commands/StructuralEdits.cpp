@@ -22,10 +22,11 @@ namespace {
 /// More selected nodes than this move together, as far as views can tell.
 constexpr size_t nodesWorthMovingSingly = 32;
 
-/// Marks a document as moving its selected items, and counts the change at the end, whatever was moved.
+/// Marks a document as moving its selected items; a change that is counted at the end, whatever was moved.
 class Moving {
 public:
-    explicit Moving(MyDocument &document) : document_(document) {
+    Moving(MyDocument &document, const QString &command)
+        : document_(document), edit_(document.edits(), command) {
         document_.setShouldIgnoreKVO(true);
         TreeController &tree = document_.treecontroller();
         nodes_ = tree.selectedNodes();
@@ -34,7 +35,6 @@ public:
     ~Moving() {
         manyMoves_.reset();
         document_.outlineview()->revealItems(nodes_);
-        document_.updateChangeCount(Document::Change::Done);
         document_.setShouldIgnoreKVO(false);
     }
     Moving(const Moving &) = delete;
@@ -45,6 +45,7 @@ public:
 
 private:
     MyDocument &document_;
+    OutlineEdits::Transaction edit_;
     std::vector<TreeNode *> nodes_;
     std::optional<TreeController::ManyMoves> manyMoves_;
 };
@@ -84,7 +85,7 @@ StructuralEdits::StructuralEdits(MyDocument &document) : document_(document) {
 }
 
 void StructuralEdits::moveLeft() {
-    const Moving moving(document_);
+    const Moving moving(document_, QStringLiteral("moveLeft:"));
     TreeController &tree = document_.treecontroller();
     // From the last to the first: each goes right behind the parent, before those that went earlier.
     for (TreeNode *node : std::views::reverse(moving.nodes()))
@@ -92,7 +93,7 @@ void StructuralEdits::moveLeft() {
 }
 
 void StructuralEdits::moveRight() {
-    const Moving moving(document_);
+    const Moving moving(document_, QStringLiteral("moveRight:"));
     TreeController &tree = document_.treecontroller();
     for (TreeNode *node : moving.nodes()) {
         const IndexPath path = node->indexPath();
@@ -103,7 +104,7 @@ void StructuralEdits::moveRight() {
 }
 
 void StructuralEdits::moveUp() {
-    const Moving moving(document_);
+    const Moving moving(document_, QStringLiteral("moveUp:"));
     TreeController &tree = document_.treecontroller();
     for (TreeNode *node : moving.nodes()) {
         const IndexPath path = node->indexPath();
@@ -112,7 +113,7 @@ void StructuralEdits::moveUp() {
 }
 
 void StructuralEdits::moveDown() {
-    const Moving moving(document_);
+    const Moving moving(document_, QStringLiteral("moveDown:"));
     TreeController &tree = document_.treecontroller();
     struct Run {
         TreeNode *first;
@@ -168,28 +169,29 @@ std::unique_ptr<MyOutlineItem> StructuralEdits::itemForCurrentPage() const {
 
 void StructuralEdits::addSiblingOutlineItem() {
     if (!mayEdit()) return;
+    const OutlineEdits::Transaction edit(document_.edits(), QStringLiteral("addSiblingOutlineItem:"));
     auto item = itemForCurrentPage();
     document_.undoSupport().registerObserversForOutlineItem(*item);
     const TreeNode *selected = firstSelected();
     const IndexPath path = selected ? *nextsibling(selected->indexPath()) : endOfTopLevel();
     document_.treecontroller().insertObjectAtArrangedObjectIndexPath(std::move(item), path);
     editSelectedTitle();
-    document_.updateChangeCount(Document::Change::Done);
 }
 
 void StructuralEdits::addChildOutlineItem() {
     if (!mayEdit()) return document_.platform().beep();
+    const OutlineEdits::Transaction edit(document_.edits(), QStringLiteral("addChildOutlineItem:"));
     TreeNode *parent = firstSelected();
     const IndexPath path =
         parent ? parent->indexPath().indexPathByAddingIndex(parent->childCount()) : endOfTopLevel();
     document_.treecontroller().insertObjectAtArrangedObjectIndexPath(itemForCurrentPage(), path);
     if (parent) document_.outlineview()->expandItem(*parent);
     editSelectedTitle();
-    document_.updateChangeCount(Document::Change::Done);
 }
 
 void StructuralEdits::removeOutlineItems() {
     if (!mayEdit()) return document_.platform().beep();
+    const OutlineEdits::Transaction edit(document_.edits(), QStringLiteral("removeOutlineItems:"));
     std::vector<std::weak_ptr<TreeNode>> nodes;
     for (TreeNode *node : document_.selectedNodes())
         nodes.push_back(node->weak_from_this());
@@ -199,26 +201,27 @@ void StructuralEdits::removeOutlineItems() {
             const auto node = weak.lock();
             // One that stood below another selected item has gone with it.
             if (!node || !node->parentNode()) continue;
-            node->parentNode()->representedObject()->removeObjectFromChildrenAtIndex(node->row());
+            document_.edits().remove(*node->parentNode()->representedObject(), node->row());
         }
         document_.treecontroller().setSelectedNodes({});
     });
-    document_.updateChangeCount(Document::Change::Done);
 }
 
 void StructuralEdits::promoteChildrenOutlineItem() {
     if (!mayEdit()) return;
+    const OutlineEdits::Transaction edit(document_.edits(), QStringLiteral("promoteChildrenOutlineItem:"));
     const TreeNode *node = firstSelected();
     if (node) {
         const std::vector<TreeNode *> children = node->childNodes();
         document_.treecontroller().moveNodes(children, *nextsibling(node->indexPath()));
         document_.outlineview()->revealItems(children);
     }
-    document_.updateChangeCount(Document::Change::Done);
     if (node) document_.outlineview()->reloadItem(node->parentNode());
 }
 
 void StructuralEdits::removeNodeAtIndexPath(const IndexPath &path) {
+    const OutlineEdits::Transaction edit(document_.edits(), QStringLiteral("removeNodeAtIndexPath:"),
+                                         OutlineEdits::Counting::No);
     document_.treecontroller().removeObjectAtArrangedObjectIndexPath(path);
 }
 
@@ -235,32 +238,32 @@ std::unique_ptr<MyOutlineItem> StructuralEdits::itemForSelectedText() const {
 void StructuralEdits::addSelectedTextAsTOCSibling() {
     auto item = itemForSelectedText();
     if (!item) return;
+    const OutlineEdits::Transaction edit(document_.edits(), QStringLiteral("addSelectedTextAsTOCSibling:"));
     const TreeNode *selected = firstSelected();
     const IndexPath path = selected ? *nextsibling(selected->indexPath()) : endOfTopLevel();
     document_.treecontroller().insertObjectAtArrangedObjectIndexPath(std::move(item), path);
     showSelected();
-    document_.updateChangeCount(Document::Change::Done);
 }
 
 void StructuralEdits::addSelectedTextAsTOCChild() {
     auto item = itemForSelectedText();
     if (!item) return;
+    const OutlineEdits::Transaction edit(document_.edits(), QStringLiteral("addSelectedTextAsTOCChild:"));
     const TreeNode *parent = firstSelected();
     const IndexPath path =
         parent ? parent->indexPath().indexPathByAddingIndex(parent->childCount()) : endOfTopLevel();
     document_.treecontroller().insertObjectAtArrangedObjectIndexPath(std::move(item), path);
     showSelected();
-    document_.updateChangeCount(Document::Change::Done);
 }
 
 void StructuralEdits::changeOutlineItemToTitleCase() {
     if (!mayEdit()) return document_.platform().beep();
+    const OutlineEdits::Transaction edit(document_.edits(), QStringLiteral("changeOutlineItemToTitleCase:"));
     const OKNSOutlineView &outline = *document_.outlineview();
     if (const TreeNode *node = outline.itemAtRow(outline.selectedRow())) {
         MyOutlineItem &item = *node->representedObject();
-        item.setPageTitle(capitalizedString(item.pageTitle()));
+        document_.edits().setPageTitle(item, capitalizedString(item.pageTitle()));
     }
-    document_.updateChangeCount(Document::Change::Done);
 }
 
 QString StructuralEdits::getSuggestedTitleOnCurrentPage() const {

@@ -1,5 +1,7 @@
 #include "document/outline/OutlineExport.h"
 
+#include "model/OutlineEdits.h"
+
 #include <stdexcept>
 
 namespace leafwright {
@@ -63,7 +65,8 @@ std::optional<PDFDestination> OutlineExport::destinationOf(MyOutlineItem &item) 
     const auto imported = pages_.keepsImported ? item.importedPage() : std::nullopt;
     const int index = imported ? *imported : pages_.getRealPageArrayIndex(item.pageLabel()).value_or(0);
     const std::optional<Rect> mediaBox = pages_.mediaBox(index);
-    if (isZeroPoint(item.pointOnPage())) item.setPointOnPage(defaultPoint(mediaBox.value_or(Rect())));
+    if (isZeroPoint(item.pointOnPage()))
+        OutlineEdits::setDefaultPoint(item, defaultPoint(mediaBox.value_or(Rect())));
     if (!mediaBox) return std::nullopt;
     return PDFDestination{index, item.pointOnPage()};
 }

@@ -19,6 +19,16 @@ QString pageLabelKey(const QString &label, qint32 printedPageOffset) {
     return QString::number(qint64{integerValue(QStringView(label).sliced(1))} + printedPageOffset);
 }
 
+PageLookUp lookUpPage(const PageLabelMap &map, const QString &label, qint32 printedPageOffset,
+                      bool isOffsetChecked) {
+    PageLookUp found;
+    found.needsOffset = isPrintedPageNumber(label) && printedPageOffset == 0 && !isOffsetChecked;
+    if (label.isNull()) return found;  // The map would take it for the empty label, which pages may have.
+    const auto index = map.constFind(pageLabelKey(label, printedPageOffset));
+    if (index != map.constEnd()) found.index = *index;
+    return found;
+}
+
 qint32 integerValue(QStringView text) {
     text = text.trimmed();
     const bool negative = text.startsWith(u'-');

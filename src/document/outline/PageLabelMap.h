@@ -21,6 +21,18 @@ QString pageLabelKey(const QString &label, qint32 printedPageOffset);
 /// Whether the label is a printed page number, so that it needs the offset.
 bool isPrintedPageNumber(const QString &label);
 
+/// What is known of the page that a label stands for.
+struct PageLookUp {
+    std::optional<int> index;  ///< 0-based; absent for a label that no page has.
+    bool needsOffset = false;  ///< Whether that is by an offset which nobody knows yet.
+};
+
+/// Looks a label up, which may be a printed page number. No page for an absent label.
+/// @param printedPageOffset 0 is unknown, and also no shift
+/// @param isOffsetChecked whether the user has stated the offset, so that 0 is no shift
+PageLookUp lookUpPage(const PageLabelMap &map, const QString &label, qint32 printedPageOffset,
+                      bool isOffsetChecked);
+
 /// The value of the decimal number at the start of a text, after blanks and with an optional sign; 0 if
 /// there is none. Numbers beyond 32 bits stop at the largest or smallest.
 qint32 integerValue(QStringView text);

@@ -16,6 +16,8 @@ namespace {
 
 /// Marks a drag as one of outline items; the nodes themselves stay with the document.
 const QString SIMPLE_PBOARD_TYPE = QStringLiteral("SIMPLE_PBOARD_TYPE");
+/// What a drop is called among the changes of an outline.
+const QString dropped = QStringLiteral("acceptDrop:");
 const QString stringPasteboardType = QStringLiteral("text/plain");
 
 }  // namespace
@@ -114,10 +116,11 @@ bool OutlineDelegate::acceptPoint(const TreeNode *item, int childIndex) {
         return insertDraggedItem(insertionPath(item, position));
     }
     MyOutlineItem &target = *item->representedObject();
-    target.setPointOnPage(draggedNewTOCItem_->pointOnPage());
-    target.setPageLabel(draggedNewTOCItem_->pageLabel());
+    OutlineEdits &edits = document_.edits();
+    const OutlineEdits::Transaction edit(edits, dropped);
+    edits.setPointOnPage(target, draggedNewTOCItem_->pointOnPage());
+    edits.setPageLabel(target, draggedNewTOCItem_->pageLabel());
     draggedNewTOCItem_.reset();
-    changed();
     return true;
 }
 
@@ -128,10 +131,11 @@ bool OutlineDelegate::acceptOther(const TreeNode *item, int childIndex) {
     const IndexPath path = insertionPath(item, position);
     if (draggedNodes_) {
         const std::vector<TreeNode *> nodes = draggedNodes();
+        const OutlineEdits::Transaction edit(document_.edits(), dropped, OutlineEdits::Counting::No);
         if (!document_.treecontroller().moveNodes(nodes, path)) return false;
+        document_.edits().countChange();
         document_.outlineview()->revealItems(nodes);
         draggedNodes_.reset();
-        changed();
         return true;
     }
     return draggedNewTOCItem_ && insertDraggedItem(path);
@@ -142,15 +146,11 @@ IndexPath OutlineDelegate::insertionPath(const TreeNode *item, size_t childIndex
 }
 
 bool OutlineDelegate::insertDraggedItem(const IndexPath &path) {
+    const OutlineEdits::Transaction edit(document_.edits(), dropped);
     TreeNode &added =
         document_.treecontroller().insertObjectAtArrangedObjectIndexPath(std::move(draggedNewTOCItem_), path);
     document_.outlineview()->revealItems({&added});
-    changed();
     return true;
-}
-
-void OutlineDelegate::changed() {
-    document_.updateChangeCount(Document::Change::Done);
 }
 
 }  // namespace leafwright

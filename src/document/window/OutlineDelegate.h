@@ -44,7 +44,6 @@ private:
     bool acceptOther(const TreeNode *item, int childIndex);
     static IndexPath insertionPath(const TreeNode *item, size_t childIndex);
     bool insertDraggedItem(const IndexPath &path);
-    void changed();
 
     MyDocument &document_;
     std::optional<std::vector<std::weak_ptr<TreeNode>>> draggedNodes_;
