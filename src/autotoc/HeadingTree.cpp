@@ -12,10 +12,8 @@ constexpr int continuationWindow = 15;
 }  // namespace
 
 std::unique_ptr<MyOutlineItem> makeTopItem(const TextPages &pages, const QString &title) {
-    auto top = std::make_unique<MyOutlineItem>();
-    top->setPageLabel(pages.pageCount() > 0 ? pages.pageLabel(0) : QString());
-    top->setPageTitle(title);
-    return top;
+    return std::make_unique<MyOutlineItem>(
+        title, PageTarget{pages.pageCount() > 0 ? pages.pageLabel(0) : QString()});
 }
 
 QString autoTOCTitle(int maxDepth) {
@@ -46,11 +44,8 @@ bool HeadingTree::continuesLast(const Heading &heading) const {
 }
 
 void HeadingTree::insertBelow(MyOutlineItem &parent, const Heading &heading) {
-    auto item = std::make_unique<MyOutlineItem>();
-    item->setPageTitle(trimSpacesString(heading.text));
-    item->setPageLabel(heading.pageLabel);
-    item->setPointOnPage(heading.point);
-    path_.push_back(&parent.appendChild(std::move(item)));
+    path_.push_back(&parent.appendChild(std::make_unique<MyOutlineItem>(
+        trimSpacesString(heading.text), PageTarget{heading.pageLabel, heading.point})));
     lastEnd_ = heading.range.end();
 }
 

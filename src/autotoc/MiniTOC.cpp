@@ -61,11 +61,8 @@ std::unique_ptr<MyOutlineItem> runMiniTOC(const TextPages &pages, const QStringL
         walkRuns(text->attributedString, [&](const CleanedRun &run) {
             const QPointF point = topLeftPointOfRun(*text, runIndex++);
             if (!match.take(fontStrings.of(run.font), trimmedBlanksAndNewlines(run.text), point)) return;
-            auto item = std::make_unique<MyOutlineItem>();
-            item->setPageLabel(pages.pageLabel(page));
-            item->setPageTitle(match.title());
-            item->setPointOnPage(match.point());
-            top->appendChild(std::move(item));
+            top->appendChild(std::make_unique<MyOutlineItem>(
+                match.title(), PageTarget{pages.pageLabel(page), match.point()}));
         });
     }
     return top;

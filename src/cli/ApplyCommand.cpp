@@ -35,12 +35,13 @@ void reportPages(const OutlineDocument &document, const MyOutlineItem &root, Con
     int unknown = 0;
     int without = 0;
     walkBelow(root, [&](const MyOutlineItem &item, size_t /*depth*/) {
-        if (item.pageLabel().isNull()) {
-            if (item.entry().number == 0 && item.entry().action.type.isNull()) ++without;
-        } else if (!document.getRealPageArrayIndex(item.pageLabel()) && ++unknown <= mostNamed) {
+        const Target target = item.target();
+        if (std::holds_alternative<std::monostate>(target)) ++without;
+        const auto *page = std::get_if<PageTarget>(&target);
+        if (page && !document.getRealPageArrayIndex(page->label) && ++unknown <= mostNamed) {
             console.message(
                 translated("\"%1\": no page is labelled \"%2\"; the entry leads to the first page")
-                    .arg(item.pageTitle(), item.pageLabel()));
+                    .arg(item.pageTitle(), page->label));
         }
     });
     if (unknown > mostNamed) {

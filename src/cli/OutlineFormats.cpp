@@ -70,10 +70,9 @@ void printOutlineAsPlusLines(const PDFDocument &document, Console &console) {
     walkBelow(
         document.outlineRoot(),
         [&](const PDFOutline &entry, size_t depth) {
-            MyOutlineItem item;
-            item.setPageTitle(entry.label());
             const auto &destination = entry.destination();
-            item.setPageLabel(destination ? document.pageLabel(destination->pageIndex) : QString());
+            const QString label = destination ? document.pageLabel(destination->pageIndex) : QString();
+            const MyOutlineItem item(entry.label(), PageTarget{label});
             console.write(item.plusDescriptionForLevel(static_cast<qint32>(depth) + 1));
         },
         [](const PDFOutline & /*entry*/) {});

@@ -30,6 +30,12 @@ qint32 leadingInteger(QStringView text) {
 
 MyOutlineItem::MyOutlineItem() : pageTitle_(QStringLiteral("Untitled")), pageLabel_(QStringLiteral("1")) {}
 
+MyOutlineItem::MyOutlineItem(const QString &title, const PageTarget &target)
+    : pageTitle_(title),
+      pageLabel_(target.label),
+      pointOnPage_(target.point.value_or(QPointF())),
+      importedPage_(target.importedPage.value_or(noPage)) {}
+
 MyOutlineItem::~MyOutlineItem() {
     // A tree as deep as a hostile file likes must not become a chain of calls.
     Children doomed = std::move(children_);
@@ -91,6 +97,16 @@ void MyOutlineItem::change(QLatin1String key, Change &&makeChange) {
 
 void MyOutlineItem::setPageTitle(const QString &title) {
     change(QLatin1String("pageTitle"), [&] { pageTitle_ = title; });
+}
+
+Target MyOutlineItem::target() const {
+    if (pageLabel_.isNull()) {
+        const bool isElsewhere = entry_.number != 0 || !entry_.action.type.isNull();
+        return isElsewhere ? Target(EntryTarget()) : Target();
+    }
+    // Not Qt's comparison, which takes what is almost zero for zero.
+    const bool isSomewhere = pointOnPage_.x() != 0 || pointOnPage_.y() != 0;
+    return PageTarget{pageLabel_, isSomewhere ? std::optional(pointOnPage_) : std::nullopt, importedPage()};
 }
 
 void MyOutlineItem::setPageLabel(const QString &label) {

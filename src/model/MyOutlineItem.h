@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/OutlineEntry.h"
+#include "model/Target.h"
 
 #include <QPointF>
 #include <QString>
@@ -33,6 +34,8 @@ public:
 
     /// Title "Untitled", page label "1", no particular spot, no children.
     MyOutlineItem();
+    /// @param target with an absent label for no page
+    MyOutlineItem(const QString &title, const PageTarget &target);
     ~MyOutlineItem();
     MyOutlineItem(const MyOutlineItem &) = delete;
     MyOutlineItem &operator=(const MyOutlineItem &) = delete;
@@ -87,6 +90,10 @@ public:
 
     quint64 initiallevel() const { return initiallevel_; }
     void setInitiallevel(quint64 level);
+
+    /// Where the item leads, told by label, point and entry. Whoever asks for that asks here, not for absent
+    /// labels, zero points and numbers that are 0.
+    Target target() const;
 
     /// What the item is beside title, page and spot: the entry of the file that it stands for, how it looks,
     /// where it leads without a page.

@@ -223,5 +223,20 @@ TEST(MyOutlineItem, DeepTreesAreDestroyedWithoutRecursion) {
     top.reset();
 }
 
+TEST(MyOutlineItem, ACopySaysTheSameAndIsSomebodyElse) {
+    MyOutlineItem item("A", {"iv", QPointF(1, 2), 3});
+    item.setEntry({.number = 7, .bold = true});
+    item.appendChild(std::make_unique<MyOutlineItem>("B", PageTarget{QString()}));
+    item.setIdentity(9);
+    const auto copy = item.copy();
+    EXPECT_EQ(copy->plusDescriptionForLevel(0), item.plusDescriptionForLevel(0));
+    EXPECT_EQ(copy->pointOnPage(), QPointF(1, 2));
+    EXPECT_EQ(copy->importedPage(), 3);
+    EXPECT_EQ(copy->entry(), item.entry());
+    EXPECT_EQ(copy->identity(), 0u);
+    EXPECT_TRUE(copy->children()[0]->pageLabel().isNull());
+    EXPECT_NE(copy->children()[0].get(), item.children()[0].get());
+}
+
 }  // namespace
 }  // namespace leafwright

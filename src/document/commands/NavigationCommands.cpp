@@ -69,10 +69,12 @@ void NavigationCommands::editClickedCell() {
 
 void NavigationCommands::moveToMOI(const MyOutlineItem &item) {
     const int index = document_.outline().pageIndexOfItem(item).value_or(0);
-    if (isZeroPoint(item.pointOnPage())) {
-        document_.pdfview()->goToPage(document_.pdfDoc()->page(index));
+    const Target target = item.target();
+    const auto *page = std::get_if<PageTarget>(&target);
+    if (page && page->point) {
+        document_.pdfview()->goToDestination({index, *page->point});
     } else {
-        document_.pdfview()->goToDestination({index, item.pointOnPage()});
+        document_.pdfview()->goToPage(document_.pdfDoc()->page(index));
     }
 }
 

@@ -160,11 +160,9 @@ void StructuralEdits::editSelectedTitle() {
 }
 
 std::unique_ptr<MyOutlineItem> StructuralEdits::itemForCurrentPage() const {
-    auto item = std::make_unique<MyOutlineItem>();
     const PDFPage *page = document_.pdfview()->currentPage();
-    item->setPageLabel(page ? page->label() : QString());
-    item->setPageTitle(getSuggestedTitleOnCurrentPage());
-    return item;
+    return std::make_unique<MyOutlineItem>(getSuggestedTitleOnCurrentPage(),
+                                           PageTarget{page ? page->label() : QString()});
 }
 
 void StructuralEdits::addSiblingOutlineItem() {
@@ -228,11 +226,9 @@ void StructuralEdits::removeNodeAtIndexPath(const IndexPath &path) {
 std::unique_ptr<MyOutlineItem> StructuralEdits::itemForSelectedText() const {
     const auto selection = document_.pdfview()->currentSelection();
     if (!selection || selection->isEmpty()) return nullptr;
-    auto item = std::make_unique<MyOutlineItem>();
-    item->setPageTitle(cleanedRun(selection->string(), charactersToTrim()));
-    item->setPageLabel(selection->pages().front()->label());
-    item->setPointOnPage(topLeftPoint(*selection));
-    return item;
+    return std::make_unique<MyOutlineItem>(
+        cleanedRun(selection->string(), charactersToTrim()),
+        PageTarget{selection->pages().front()->label(), topLeftPoint(*selection)});
 }
 
 void StructuralEdits::addSelectedTextAsTOCSibling() {

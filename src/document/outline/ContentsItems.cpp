@@ -26,12 +26,8 @@ private:
 };
 
 std::unique_ptr<MyOutlineItem> itemOf(const ContentsEntry &entry, const TextPages &pages) {
-    auto item = std::make_unique<MyOutlineItem>();
-    item->setPageTitle(entry.title);
-    item->setPageLabel(pages.pageLabel(entry.pageIndex));
-    item->setImportedPage(entry.pageIndex);
-    item->setPointOnPage(entry.point);
-    return item;
+    return std::make_unique<MyOutlineItem>(
+        entry.title, PageTarget{pages.pageLabel(entry.pageIndex), entry.point, entry.pageIndex});
 }
 
 /// An item without its children.

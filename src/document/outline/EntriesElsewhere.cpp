@@ -28,12 +28,14 @@ EntriesElsewhere entriesElsewhere(
     const MyOutlineItem &root, const std::function<std::optional<int>(const QString &label)> &pageOfLabel) {
     EntriesElsewhere result;
     walkTree(root, [&](const MyOutlineItem &item, size_t /*depth*/) {
-        if (!item.importedPage()) return;
-        const int now = pageOfLabel(item.pageLabel()).value_or(0);
-        if (now == *item.importedPage()) return;
+        const Target target = item.target();
+        const auto *page = std::get_if<PageTarget>(&target);
+        if (!page || !page->importedPage) return;
+        const int now = pageOfLabel(page->label).value_or(0);
+        if (now == *page->importedPage) return;
         ++result.count;
         if (result.first.size() < EntriesElsewhere::mostNamed)
-            result.first.push_back({item.pageTitle(), *item.importedPage(), now});
+            result.first.push_back({item.pageTitle(), *page->importedPage, now});
     });
     return result;
 }

@@ -61,12 +61,13 @@ void OutlineExport::number(MyOutlineItem &item, const QString &levelstr, quint64
 }
 
 std::optional<PDFDestination> OutlineExport::destinationOf(MyOutlineItem &item) const {
-    if (item.pageLabel().isNull()) return std::nullopt;
-    const auto imported = pages_.keepsImported ? item.importedPage() : std::nullopt;
-    const int index = imported ? *imported : pages_.getRealPageArrayIndex(item.pageLabel()).value_or(0);
+    const Target target = item.target();
+    const auto *page = std::get_if<PageTarget>(&target);
+    if (!page) return std::nullopt;
+    const auto imported = pages_.keepsImported ? page->importedPage : std::nullopt;
+    const int index = imported ? *imported : pages_.getRealPageArrayIndex(page->label).value_or(0);
     const std::optional<Rect> mediaBox = pages_.mediaBox(index);
-    if (isZeroPoint(item.pointOnPage()))
-        OutlineEdits::setDefaultPoint(item, defaultPoint(mediaBox.value_or(Rect())));
+    if (!page->point) OutlineEdits::setDefaultPoint(item, defaultPoint(mediaBox.value_or(Rect())));
     if (!mediaBox) return std::nullopt;
     return PDFDestination{index, item.pointOnPage()};
 }

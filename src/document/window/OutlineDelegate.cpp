@@ -77,20 +77,17 @@ DragOperation OutlineDelegate::validatePoint(const QMimeData &pasteboard) {
     draggedNewTOCItem_.reset();
     const auto spot = unarchivedSpot(pasteboard.data(NSPOINT_PBOARD_TYPE));
     if (!spot) return DragOperation::None;
-    draggedNewTOCItem_ = std::make_unique<MyOutlineItem>();
-    draggedNewTOCItem_->setPageLabel(spot->pageLabel);
-    draggedNewTOCItem_->setPageTitle(MyDocument::tr("New Dragged Target"));
-    draggedNewTOCItem_->setPointOnPage(spot->point);
+    draggedNewTOCItem_ = std::make_unique<MyOutlineItem>(MyDocument::tr("New Dragged Target"),
+                                                         PageTarget{spot->pageLabel, spot->point});
     return DragOperation::Generic;
 }
 
 DragOperation OutlineDelegate::validateText() {
     const auto selection = document_.pdfview()->currentSelection();
     if (!selection || selection->isEmpty()) return DragOperation::None;
-    draggedNewTOCItem_ = std::make_unique<MyOutlineItem>();
-    draggedNewTOCItem_->setPageLabel(selection->pages().front()->label());
-    draggedNewTOCItem_->setPageTitle(titleOfDraggedText(selection->string()));
-    draggedNewTOCItem_->setPointOnPage(topLeftPoint(*selection));
+    draggedNewTOCItem_ = std::make_unique<MyOutlineItem>(
+        titleOfDraggedText(selection->string()),
+        PageTarget{selection->pages().front()->label(), topLeftPoint(*selection)});
     return DragOperation::Generic;
 }
 
