@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <new>
-#include <ranges>
 #include <stdexcept>
 
 namespace leafwright {
@@ -142,8 +141,8 @@ void OutlineEdits::exchangeAll(Done &transaction, bool isBack) {
     if (tellsTogether) moveObserver_->beginManyMoves();
     try {
         if (isBack) {
-            for (OutlineStep &step : std::views::reverse(steps))
-                exchange(step, moveObserver_);
+            for (auto step = steps.rbegin(); step != steps.rend(); ++step)
+                exchange(*step, moveObserver_);
         } else {
             for (OutlineStep &step : steps)
                 exchange(step, moveObserver_);

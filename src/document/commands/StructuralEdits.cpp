@@ -13,7 +13,6 @@
 #include "view/LabelPDFView.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace leafwright {
 
@@ -88,8 +87,8 @@ void StructuralEdits::moveLeft() {
     const Moving moving(document_, QStringLiteral("moveLeft:"));
     TreeController &tree = document_.treecontroller();
     // From the last to the first: each goes right behind the parent, before those that went earlier.
-    for (TreeNode *node : std::views::reverse(moving.nodes()))
-        if (const auto aunt = nextaunt(node->indexPath())) tree.moveNode(*node, *aunt);
+    for (auto node = moving.nodes().rbegin(); node != moving.nodes().rend(); ++node)
+        if (const auto aunt = nextaunt((*node)->indexPath())) tree.moveNode(**node, *aunt);
 }
 
 void StructuralEdits::moveRight() {

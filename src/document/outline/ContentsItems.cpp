@@ -1,6 +1,5 @@
 #include "document/outline/ContentsItems.h"
 
-#include <ranges>
 
 namespace leafwright {
 
@@ -42,8 +41,8 @@ std::vector<LooseItem> takenApart(MyOutlineItem::Children top) {
     std::vector<LooseItem> items;
     std::vector<LooseItem> ahead;
     const auto addReversed = [&ahead](MyOutlineItem::Children children, int level) {
-        for (auto &child : std::views::reverse(children))
-            ahead.push_back({std::move(child), level});
+        for (auto child = children.rbegin(); child != children.rend(); ++child)
+            ahead.push_back({std::move(*child), level});
     };
     addReversed(std::move(top), 1);
     while (!ahead.empty()) {
@@ -74,8 +73,9 @@ std::vector<OutlinePosition> itemsInOrder(const MyOutlineItem &root) {
         const OutlinePosition each = ahead.back();
         ahead.pop_back();
         if (each.level > 0) items.push_back(each);
-        for (const auto &child : std::views::reverse(each.item->children()))
-            ahead.push_back({child.get(), each.level + 1});
+        const auto &children = each.item->children();
+        for (auto child = children.rbegin(); child != children.rend(); ++child)
+            ahead.push_back({child->get(), each.level + 1});
     }
     return items;
 }
