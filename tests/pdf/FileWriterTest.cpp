@@ -210,6 +210,34 @@ TEST(Writing, RepairedFileIsWrittenWhole) {
     EXPECT_EQ(test::textOf(*again, 2), "Page 3\n");
 }
 
+TEST(Writing, WhatNeedsRepairOnlyOnceItsPagesAreReadIsWrittenWhole) {
+    const TempDir dir;
+    RawPdf pdf("1.4");
+    pdf.object(1, "<< /Type /Catalog /Pages 2 0 R >>")
+        .object(2, "<< /Type /Pages /Kids [4 0 R 3 0 R] /Count 2 >>")
+        .object(3, "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] /Resources << >> >>")
+        .object(4, "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] /Resources << >> >>")
+        .endWithTable();
+    QByteArray bytes = pdf.bytes();
+    const auto place = [](qsizetype offset) {
+        return QByteArray::number(offset).rightJustified(10, '0') + " 00000 n";
+    };
+    const qsizetype begin = bytes.indexOf("3 0 obj");
+    bytes.replace(place(begin), place(begin + 4));
+    test::writeFile(dir.path("in.pdf"), bytes);
+    const auto document = openPdf(dir.path("in.pdf"));
+    ASSERT_TRUE(document->wasRepaired());
+    ASSERT_EQ(document->pageCount(), 2);
+    document->setOutlineRoot(newOutline());
+    const auto error = document->writeToFile(dir.path("out.pdf"));
+    ASSERT_FALSE(error) << error->message.toStdString();
+    const auto again = openPdf(dir.path("out.pdf"));
+    EXPECT_FALSE(again->wasRepaired());
+    EXPECT_EQ(again->pageCount(), 2);
+    EXPECT_THAT(linesByQpdf(dir.path("out.pdf")),
+                ElementsAre("New -> 0 (72, 700)", "  Below -> 0 (72, 600)"));
+}
+
 /// MuPDF reads the empty name as a key, and writes it so that nothing reads it.
 TEST(Writing, APageThatWouldBeLostByRepairIsARefusal) {
     const TempDir dir;
@@ -400,6 +428,17 @@ TEST_F(FailingWrite, PagesThatAreGone) {
 
 TEST_F(FailingWrite, ACrossReferenceThatLeadsNowhere) {
     expectFailure(change("xref\n0", "xxxx\n0"), "does not read back as it should: it needs repair");
+}
+
+TEST_F(FailingWrite, APageThatIsNotWhereItShouldBe) {
+    const auto unname = [](QFile &file) {
+        const QByteArray bytes = file.readAll();
+        const qsizetype page = bytes.lastIndexOf(" 0 obj", bytes.indexOf("/MediaBox"));
+        ASSERT_GT(page, 0);
+        ASSERT_TRUE(file.seek(page - 1));
+        ASSERT_EQ(file.write("x"), 1);
+    };
+    expectFailure(unname, "does not read back as it should");
 }
 
 TEST_F(FailingWrite, AFileThatIsNoneAnyMore) {

@@ -125,11 +125,9 @@ public:
                                   const std::function<void(int)> &progress) const override {
         if (const auto problem = problemForWriting()) return refusal(*problem);
         try {
-            // A reader of its own, gone after the write: the next write starts from the original again.
-            Reader reader(file_);
-            reader.setPages(pages_);
-            writeWithOutline(reader, root, descriptor, progress);
-            if (const auto problem = reader.problem()) return refusal(*problem);
+            const std::unique_ptr<Reader> reader = readerToWriteFrom();
+            writeWithOutline(*reader, root, descriptor, progress);
+            if (const auto problem = reader->problem()) return refusal(*problem);
             return std::nullopt;
         } catch (const std::system_error &error) {
             return PDFError{PDFError::Kind::WriteFailed,
@@ -144,6 +142,15 @@ public:
     }
 
 private:
+    /// A reader of its own, gone after the write: the next write starts from the original again.
+    std::unique_ptr<Reader> readerToWriteFrom() const {
+        // Where opening the file brought damage to light, opening it again does so too.
+        std::unique_ptr<Reader> reader =
+            facts_.repaired ? openFile(file_).reader : std::make_unique<Reader>(file_);
+        reader->setPages(pages_);
+        return reader;
+    }
+
     /// What it means that memory ran out. That the file can't be read always means that nothing is written.
     enum class Shortage {
         EndsWriting,  ///< What was asked for is part of what is written.

@@ -2,6 +2,7 @@
 
 #include "pdf/ObjectSyntax.h"
 #include "pdf/TextString.h"
+#include "pdf/mupdf/FactsReader.h"
 #include "pdf/mupdf/OutlineReader.h"
 #include "pdf/mupdf/Reader.h"
 #include "texts/Translated.h"
@@ -90,8 +91,10 @@ void compare(Reader &reader, const PageTree &pages, PageTree::Kids kids, const P
     if (!arePages(*read, pages)) read = std::make_shared<const PageTree>(tree, PageTree::Kids::LookedAt);
     if (!arePages(*read, pages)) fail(translated("its pages are others"));
     reader.setPages(read);
+    // As whoever opens the file does; that may bring damage to light, in which the outline is lost.
+    if (!readGeometry(reader)) fail(translated("its pages are others"));
     if (!isOutline(*readOutline(reader), outline, pages.count())) fail(translated("its outline is another"));
-    // Last: reading may bring damage to light.
+    // Last: all reading may bring damage to light.
     if (reader.wasRepaired()) fail(translated("it needs repair"));
 }
 
