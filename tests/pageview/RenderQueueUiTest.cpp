@@ -1,4 +1,5 @@
 #include "pageview/PDFViewFixture.h"
+#include "support/EmptyEngine.h"
 
 #include <QSignalSpy>
 
@@ -175,6 +176,34 @@ TEST_F(RenderQueueTest, DocumentChangedAmidDelivery) {
     const size_t before = results.size();
     QApplication::processEvents();
     EXPECT_EQ(results.size(), before);
+    queue.setDocument(nullptr);
+}
+
+/// Has no memory for its first page, when it is read, nor when it is drawn.
+class PoorEngine final : public test::EmptyEngine {
+public:
+    using EmptyEngine::EmptyEngine;
+    std::shared_ptr<const PageText> pageText(int index) const override {
+        if (index == 0) throw std::bad_alloc();
+        return EmptyEngine::pageText(index);
+    }
+    QImage renderPage(const RenderRequest &request, const std::stop_token &stop) const override {
+        if (request.pageIndex == 0) throw std::bad_alloc();
+        return EmptyEngine::renderPage(request, stop);
+    }
+};
+
+TEST_F(RenderQueueTest, WhatThereIsNoMemoryForIsLeftOut) {
+    document = std::make_unique<PDFDocument>(std::make_unique<PoorEngine>(3));
+    queue.setDocument(document.get());
+    queue.setWanted(PageWork::Contents, pages(0, 3));
+    waitForResults(2);
+    queue.setWanted(PageWork::Page, pages(0, 3));
+    waitForResults(4);
+    QApplication::processEvents();
+    EXPECT_EQ(results.size(), 4U);
+    for (const PageResult &result : results)
+        EXPECT_NE(result.request.pageIndex, 0);
     queue.setDocument(nullptr);
 }
 

@@ -1,4 +1,5 @@
 #include "pdf/ReadAhead.h"
+#include "support/EmptyEngine.h"
 #include "support/OpenPdf.h"
 
 #include <atomic>
@@ -179,39 +180,21 @@ TEST(ConcurrentReading, ThreadsReadTheSameAsOne) {
 }
 
 /// Counts how often the text of each page is read; has nothing else.
-class CountingEngine final : public PDFEngine {
+class CountingEngine final : public test::EmptyEngine {
 public:
-    explicit CountingEngine(int count) : reads_(static_cast<size_t>(count)) {
-        facts_.pages.resize(static_cast<size_t>(count));
-        facts_.labels.resize(static_cast<size_t>(count));
-    }
+    explicit CountingEngine(int count) : EmptyEngine(count), reads_(static_cast<size_t>(count)) {}
 
-    const PDFFacts &facts() const override { return facts_; }
-    std::optional<PDFError> readProblem() const override { return std::nullopt; }
     std::shared_ptr<const PageText> pageText(int index) const override {
         const int earlier = reads_[static_cast<size_t>(index)]++;
         std::this_thread::yield();  // so that others ask meanwhile
         if (index == pageWithoutMemory && earlier == 0) throw std::bad_alloc();
-        return std::make_shared<const PageText>();
-    }
-    std::vector<Rect> characterBoxes(int) const override { return {}; }
-    std::vector<TextSpan> textSpans(int) const override { return {}; }
-    DocumentMarks marks() const override { return {}; }
-    std::vector<QString> markedText(int, const std::vector<int> &) const override { return {}; }
-    QImage renderPage(const RenderRequest &, const std::stop_token &) const override { return {}; }
-    std::vector<PDFLink> links(int) const override { return {}; }
-    Result<std::unique_ptr<PDFOutline>> readOutline() const override {
-        return std::make_unique<PDFOutline>();
-    }
-    std::optional<PDFError> write(const PDFOutline &, int, const std::function<void(int)> &) const override {
-        return std::nullopt;
+        return EmptyEngine::pageText(index);
     }
     std::vector<int> reads() const { return {reads_.begin(), reads_.end()}; }
 
     int pageWithoutMemory = -1;  ///< Whose first reading ends for want of it.
 
 private:
-    PDFFacts facts_;
     mutable std::vector<std::atomic<int>> reads_;
 };
 
