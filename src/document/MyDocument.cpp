@@ -52,9 +52,9 @@ MyDocument::MyDocument(Platform &platform)
     outline_.setKeepsPages(
         [this] { return this->platform().userDefaults().boolForKey(setting::keepPagesOfEntries); });
     actions_.setWhenOutOfMemory([self = QPointer(this)] {
-        if (self && self->window_)
-            self->window_->notices()->setNotice(QStringLiteral("memory"),
-                                                {tr("There is not enough memory.")});
+        if (self && self->myWindow())
+            self->myWindow()->notices()->setNotice(QStringLiteral("memory"),
+                                                   {tr("There is not enough memory.")});
     });
 }
 
@@ -78,35 +78,35 @@ void MyDocument::updateChangeCount(Change change) {
 }
 
 QWidget *MyDocument::window() const {
-    return window_.get();
+    return myWindow();
 }
 
 LabelPDFView *MyDocument::pdfview() const {
-    return window_ ? window_->pdfview() : nullptr;
+    return myWindow() ? myWindow()->pdfview() : nullptr;
 }
 
 ThumbnailView *MyDocument::pdfthumbs() const {
-    return window_ ? window_->pdfthumbs() : nullptr;
+    return myWindow() ? myWindow()->pdfthumbs() : nullptr;
 }
 
 OKNSOutlineView *MyDocument::outlineview() const {
-    return window_ ? window_->outlineview() : nullptr;
+    return myWindow() ? myWindow()->outlineview() : nullptr;
 }
 
 SplitView *MyDocument::splitViewTopLevel() const {
-    return window_ ? window_->splitViewTopLevel() : nullptr;
+    return myWindow() ? myWindow()->splitViewTopLevel() : nullptr;
 }
 
 std::vector<TreeNode *> MyDocument::selectedNodes() const {
-    return window_ ? selectedItems(*outlineview()) : std::vector<TreeNode *>();
+    return myWindow() ? selectedItems(*outlineview()) : std::vector<TreeNode *>();
 }
 
 bool MyDocument::hasSelectedItems() const {
-    return window_ && outlineview()->hasSelectedRows();
+    return myWindow() && outlineview()->hasSelectedRows();
 }
 
 bool MyDocument::hasSelectedText() const {
-    return window_ && pdfview()->currentSelection() && !pdfview()->currentSelection()->isEmpty();
+    return myWindow() && pdfview()->currentSelection() && !pdfview()->currentSelection()->isEmpty();
 }
 
 /// Whether what a command needs is there.
@@ -123,9 +123,9 @@ bool MyDocument::isThere(Needs needs) const {
         case Needs::Text:
             return hasSelectedText();
         case Needs::PageBehind:
-            return window_ && pdfview()->canGoBack();
+            return myWindow() && pdfview()->canGoBack();
         case Needs::PageAhead:
-            return window_ && pdfview()->canGoForward();
+            return myWindow() && pdfview()->canGoForward();
         case Needs::RoomForProposal:
             return contentsCommands_->mayPropose();
         case Needs::EntriesToComplete:
@@ -144,7 +144,7 @@ void MyDocument::beginSheet(Sheet *sheet, std::function<void(int returnCode)> di
 
 void MyDocument::beginPanel(Sheet *panel, std::function<void(int returnCode)> didEnd) {
     openPanel_ = panel;
-    window_->showPanel(*panel);
+    myWindow()->showPanel(*panel);
     panel->beginInPlace([panel, didEnd = std::move(didEnd)](int returnCode) {
         panel->deleteLater();
         didEnd(returnCode);
@@ -172,8 +172,8 @@ void MyDocument::prepareForEditing() {
 
 void MyDocument::tellReadProblem() {
     const auto problem = pdfDoc() ? pdfDoc()->readProblem() : std::nullopt;
-    if (!problem || !window_) return;
-    window_->notices()->setNotice(
+    if (!problem || !myWindow()) return;
+    myWindow()->notices()->setNotice(
         QStringLiteral("readProblem"),
         {tr("Not all of this PDF could be read: %1. It can't be saved, for what is missing would be lost.")
              .arg(problem->message)});

@@ -193,7 +193,7 @@ public:
     ThumbnailView *pdfthumbs() const;
     OKNSOutlineView *outlineview() const;
     SplitView *splitViewTopLevel() const;
-    DocumentWindow *myWindow() const { return window_.get(); }
+    DocumentWindow *myWindow() const { return readers_.window.get(); }
     /// The tree as views see it. The document owns it.
     TreeController &treecontroller() { return *treecontroller_; }
     HeadingMapModel &headingMapModel() { return *headingMapModel_; }
@@ -249,11 +249,14 @@ private:
     QPointer<Sheet> openSheet_;
     QPointer<Sheet> openPanel_;
 
-    // These read the PDF and go before it does: the window first, then the threads.
-    std::unique_ptr<PageWarmer> warmer_;
-    std::unique_ptr<HeadingMapGuess> headingMapGuess_;
-    std::jthread estimate_;
-    std::unique_ptr<DocumentWindow> window_;
+    /// All who read the PDF. They go before it does: the window first, then the threads.
+    struct Readers {
+        std::unique_ptr<PageWarmer> warmer;
+        std::unique_ptr<HeadingMapGuess> headingMapGuess;
+        std::jthread estimate;
+        std::unique_ptr<DocumentWindow> window;
+    };
+    Readers readers_;
     std::unique_ptr<SaveProgress> saveProgress_;
 };
 

@@ -32,11 +32,11 @@ constexpr std::chrono::milliseconds thumbnailDelay{100};
 }  // namespace
 
 void MyDocument::makeWindowControllers() {
-    window_ = std::make_unique<DocumentWindow>(*this);
-    saveProgress_ = std::make_unique<SaveProgress>(window_.get());
+    readers_.window = std::make_unique<DocumentWindow>(*this);
+    saveProgress_ = std::make_unique<SaveProgress>(myWindow());
     setWriteObserver(saveProgress_.get());
     Q_EMIT windowMade();
-    windowControllerDidLoadNib(*window_);
+    windowControllerDidLoadNib(*myWindow());
 }
 
 void MyDocument::windowControllerDidLoadNib(DocumentWindow &window) {
@@ -54,7 +54,7 @@ void MyDocument::windowControllerDidLoadNib(DocumentWindow &window) {
     outline_.forgetPrintedPageOffset();
     estimatePrintedPageOffsetInBackground();
     if (pdfDoc() && platform().userDefaults().boolForKey(setting::allowPDFReadingInBackground))
-        warmer_ = std::make_unique<PageWarmer>(*pdfDoc());
+        readers_.warmer = std::make_unique<PageWarmer>(*pdfDoc());
     outlineview()->setIndentationPerLevel(indentationPerLevel);
     undoSupport_->startObservingOutlineItemsForUndoSupport();
     window.show();
@@ -117,7 +117,7 @@ void MyDocument::showOutline() {
 }
 
 void MyDocument::estimatePrintedPageOffsetInBackground() {
-    if (pdfDoc()) estimate_ = std::jthread([this] { estimatePrintedPageOffset(); });
+    if (pdfDoc()) readers_.estimate = std::jthread([this] { estimatePrintedPageOffset(); });
 }
 
 void MyDocument::setUpSplitView() {
@@ -144,10 +144,11 @@ void MyDocument::documentDidLoad() {
     if (!pdfDoc()) return;
     // The census reads every page, which takes more than a second for thousands of them. So it is left to
     // other threads, and begins when the first page is on the screen.
-    headingMapGuess_ = std::make_unique<HeadingMapGuess>(*pdfDoc());
-    connect(headingMapGuess_.get(), &HeadingMapGuess::finished, this,
+    readers_.headingMapGuess = std::make_unique<HeadingMapGuess>(*pdfDoc());
+    connect(readers_.headingMapGuess.get(), &HeadingMapGuess::finished, this,
             [this] { whenIdle([this] { takeGuessedHeadingMap(); }); });
-    connect(pdfview(), &PDFView::visiblePagesRendered, headingMapGuess_.get(), &HeadingMapGuess::start);
+    connect(pdfview(), &PDFView::visiblePagesRendered, readers_.headingMapGuess.get(),
+            &HeadingMapGuess::start);
 }
 
 void MyDocument::bindThumbnails() {
@@ -165,14 +166,14 @@ void MyDocument::bindThumbnails() {
 }
 
 void MyDocument::takeGuessedHeadingMap() {
-    auto map = headingMapGuess_ ? headingMapGuess_->take() : std::nullopt;
+    auto map = readers_.headingMapGuess ? readers_.headingMapGuess->take() : std::nullopt;
     if (!map) return;
     listH1H2H3Config_ = std::move(*map);
     reloadHeadingMap();
 }
 
 void MyDocument::finishHeadingMap() {
-    if (!headingMapGuess_ || headingMapGuess_->isTaken()) return;
+    if (!readers_.headingMapGuess || readers_.headingMapGuess->isTaken()) return;
     // What takes long is reading the pages; the guess finds them read then.
     inBackground(
         *this,
@@ -187,7 +188,7 @@ void MyDocument::finishHeadingMap() {
 void MyDocument::finishLoading() {
     takeGuessedHeadingMap();
     bindThumbnails();
-    if (estimate_.joinable()) estimate_.join();
+    if (readers_.estimate.joinable()) readers_.estimate.join();
 }
 
 }  // namespace leafwright

@@ -24,8 +24,8 @@ const QString &MyDocument::savePreviewPDF = OutlineDocument::savePreviewPDF;
 const QString &MyDocument::saveFinalPDF = OutlineDocument::saveFinalPDF;
 
 void MyDocument::showEntriesElsewhere() const {
-    if (!window_) return;
-    NoticeBars &notices = *window_->notices();
+    if (!myWindow()) return;
+    NoticeBars &notices = *myWindow()->notices();
     const EntriesElsewhere entries = outline_.entriesElsewhere();
     if (entries.count == 0) return notices.removeNotice(entriesElsewhereNotice);
     notices.setNotice(entriesElsewhereNotice,
@@ -52,25 +52,25 @@ std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, cons
 
 /// Until the next final write. A preview is nobody's old file.
 void MyDocument::showLosses() const {
-    if (!window_) return;
+    if (!myWindow()) return;
     const QStringList &losses = outline_.losses();
-    if (losses.isEmpty()) return window_->notices()->removeNotice(lossesNotice);
-    window_->notices()->setNotice(lossesNotice, {losses.join(u'\n')});
+    if (losses.isEmpty()) return myWindow()->notices()->removeNotice(lossesNotice);
+    myWindow()->notices()->setNotice(lossesNotice, {losses.join(u'\n')});
 }
 
 /// Shows in the window why the last write failed, until the next one.
 void MyDocument::showWriteError(const QString &type) {
     const std::optional<PDFError> &error = writeError();
     if (error) qCWarning(log).noquote() << error->message;
-    if (!window_) return;
-    if (!error) return window_->notices()->removeNotice(failedWriteNotice);
+    if (!myWindow()) return;
+    if (!error) return myWindow()->notices()->removeNotice(failedWriteNotice);
     Notice notice{error->message};
     // No other place would do for what can't be read, nor does a preview have one that the user chose.
     if (type == saveFinalPDF && error->kind != PDFError::Kind::Locked) {
         notice.buttons.append({actionTitle(*actionDescription(QStringLiteral("saveDocumentAs:"))),
                                [this] { actions_.perform(QStringLiteral("saveDocumentAs:")); }});
     }
-    window_->notices()->setNotice(failedWriteNotice, notice);
+    myWindow()->notices()->setNotice(failedWriteNotice, notice);
 }
 
 }  // namespace leafwright
