@@ -16,8 +16,10 @@ namespace leafwright {
 /// Runs a function on another thread and returns its result when it is there. Meanwhile events are handled,
 /// so that windows are drawn, but what the user types and clicks waits. What the function throws is thrown
 /// here.
+/// @param events for who shows something that can be clicked: all
 template <typename Function>
-auto inBackground(Function &&function) {
+auto inBackground(Function &&function,
+                  QEventLoop::ProcessEventsFlags events = QEventLoop::ExcludeUserInputEvents) {
     std::optional<decltype(function())> result;
     std::exception_ptr failure;
     QEventLoop loop;
@@ -30,7 +32,7 @@ auto inBackground(Function &&function) {
             }
             QCoreApplication::postEvent(&loop, new QEvent(QEvent::Quit));
         });
-        loop.exec(QEventLoop::ExcludeUserInputEvents);
+        loop.exec(events);
     }
     if (failure) std::rethrow_exception(failure);
     return std::move(*result);

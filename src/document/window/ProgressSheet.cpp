@@ -2,14 +2,12 @@
 
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
+#include "system/InBackground.h"
 #include "texts/Translated.h"
 #include "widgets/Sheet.h"
 
-#include <QEventLoop>
 #include <QProgressBar>
-
-#include <exception>
-#include <thread>
+#include <QTimer>
 
 namespace leafwright {
 
@@ -42,20 +40,12 @@ ProgressSheet::~ProgressSheet() {
 }
 
 void ProgressSheet::run(const std::function<void(const std::stop_token &stop)> &work) {
-    std::exception_ptr failure;
-    QEventLoop loop;
-    {
-        const std::jthread thread([&] {
-            try {
-                work(stop_.get_token());
-            } catch (...) {
-                failure = std::current_exception();
-            }
-            QCoreApplication::postEvent(&loop, new QEvent(QEvent::Quit));
-        });
-        loop.exec();
-    }
-    if (failure) std::rethrow_exception(failure);
+    inBackground(
+        [&] {
+            work(stop_.get_token());
+            return true;
+        },
+        QEventLoop::AllEvents);
 }
 
 }  // namespace leafwright
