@@ -1,7 +1,7 @@
 #pragma once
 
-#include "pdf/PDFOutline.h"
 #include "pdf/PDFEngine.h"
+#include "pdf/PDFOutline.h"
 
 #include <QImage>
 
