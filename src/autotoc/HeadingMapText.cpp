@@ -64,8 +64,9 @@ std::optional<SavedLine> savedLine(const QString &line) {
 
     const int level = leadingInteger(QStringView(pieces[0]).sliced(1));
     const auto size = static_cast<float>(leadingNumber(pieces[1]));
-    constexpr float leastSize = 0.1F;  // smaller ones would be saved as 0.0
-    if (level < 1 || !(size >= leastSize)) return std::nullopt;
+    // Smaller ones would be saved as 0.0, and what is no number any more in single precision as "inf".
+    constexpr float leastSize = 0.1F;
+    if (level < 1 || !(size >= leastSize) || !std::isfinite(size)) return std::nullopt;
 
     const QStringView trimmed = QStringView(line).trimmed();
     const FontTraits traits = traitsFromToken(trimmed.sliced(trimmed.lastIndexOf(u' ') + 1));

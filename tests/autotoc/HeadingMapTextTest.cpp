@@ -177,6 +177,12 @@ TEST(LoadHeadingMap, ASizeThatWouldBeSavedAsNothingIsNoRecord) {
     EXPECT_THAT(loaded.unreadableLines, ElementsAre(1));
 }
 
+TEST(LoadHeadingMap, ASizeBeyondSinglePrecisionIsNoRecord) {
+    const LoadedMap loaded = loadHeadingMap("H1/1e90/\"Times\"\nH2/9/\"Times\"\n", {});
+    EXPECT_THAT(rowsOf(loaded.map), ElementsAre("H2 9.0 Times"));
+    EXPECT_THAT(loaded.unreadableLines, ElementsAre(1));
+}
+
 TEST(LoadHeadingMap, ATextWithoutRecordsGivesAnEmptyMap) {
     EXPECT_THAT(loadHeadingMap("", {}).map, IsEmpty());
     EXPECT_THAT(loadHeadingMap("; nothing\n", {}).map, IsEmpty());

@@ -210,6 +210,23 @@ TEST(Writing, RepairedFileIsWrittenWhole) {
     EXPECT_EQ(test::textOf(*again, 2), "Page 3\n");
 }
 
+TEST(Writing, ADamagedIdentifierIsNotTakenOver) {
+    for (const char *identifier : {"[x-u49 <aa46>]", "[<aa46>]", "(aa46)", "[1 2]"}) {
+        const TempDir dir;
+        RawPdf pdf = test::rawPdfOfOnePage();
+        pdf.trailerEntry(QByteArray("/ID ") + identifier + " /Private (kept)").endWithTable();
+        ASSERT_TRUE(pdf.save(dir.path("in.pdf")));
+        const auto document = openPdf(dir.path("in.pdf"));
+        document->setOutlineRoot(newOutline());
+        ASSERT_FALSE(document->writeToFile(dir.path("out.pdf")));
+        QPDF written;
+        written.setSuppressWarnings(true);
+        written.processFile(dir.path("out.pdf").toUtf8());
+        EXPECT_FALSE(written.getTrailer().hasKey("/ID")) << identifier;
+        EXPECT_TRUE(written.getTrailer().hasKey("/Private"));
+    }
+}
+
 TEST(Writing, WhatNeedsRepairOnlyOnceItsPagesAreReadIsWrittenWhole) {
     const TempDir dir;
     RawPdf pdf("1.4");

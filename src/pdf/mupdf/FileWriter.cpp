@@ -38,8 +38,13 @@ private:
     int reported_ = 0;
 };
 
+/// A file identifier is two strings (ISO 32000-1, 14.4).
+bool isIdentifier(const Object &id) {
+    return id.size() == 2 && id.at(0).isString() && id.at(1).isString();
+}
+
 /// What the new section's trailer takes over from the one before: all but what tells where that has its
-/// objects (ISO 32000-1, 7.5.6 and 7.5.8.2).
+/// objects (ISO 32000-1, 7.5.6 and 7.5.8.2), and a damaged identifier, which nobody could do anything with.
 DictionarySyntax trailerToGoOnWith(Reader &reader) {
     static const QSet<QByteArray> own{"Size",  "Prev",    "XRefStm",      "Type", "W",
                                       "Index", "Length",  "DecodeParms",  "DP",   "Filter",
@@ -47,8 +52,11 @@ DictionarySyntax trailerToGoOnWith(Reader &reader) {
     const ObjectSource source(reader);
     const Object old = reader.trailer();
     DictionarySyntax trailer;
-    for (int i = 0; i < old.size(); ++i)
-        if (!own.contains(old.keyAt(i))) trailer.set(old.keyAt(i), source.spelled(old.valueAt(i)));
+    for (int i = 0; i < old.size(); ++i) {
+        if (own.contains(old.keyAt(i))) continue;
+        if (old.keyAt(i) == "ID" && !isIdentifier(old.valueAt(i))) continue;
+        trailer.set(old.keyAt(i), source.spelled(old.valueAt(i)));
+    }
     return trailer;
 }
 
