@@ -293,6 +293,29 @@ TEST(Writing, WhatDamageHasLeftAmongThePagesIsNotWritten) {
     EXPECT_EQ(openPdf(dir.path("out.pdf"))->pageCount(), 2);
 }
 
+TEST(Writing, WhatDamageHasLeftAmongAPagesStreamsIsNotWritten) {
+    const TempDir dir;
+    RawPdf pdf("1.4");
+    pdf.object(1, "<< /Type /Catalog /Pages 2 0 R >>")
+        .object(2, "<< /Type /Pages /Kids [3 0 R] /Count 1 >>")
+        .object(3,
+                "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] /Resources << >> "
+                "/Contents [4 0 R 9 0 R (damage) 5 0 R null] >>")
+        .object(4, "<< /Length 2 >>\nstream\nq \nendstream")
+        .object(5, "<< /Length 2 >>\nstream\nQ \nendstream");
+    ASSERT_TRUE(pdf.save(dir.path("in.pdf")));
+    const auto document = openPdf(dir.path("in.pdf"));
+    ASSERT_TRUE(document->wasRepaired());
+    document->setOutlineRoot(newOutline());
+    ASSERT_FALSE(document->writeToFile(dir.path("out.pdf")));
+    const auto check = test::runProgram("qpdf", {"--check", dir.path("out.pdf")});
+    EXPECT_EQ(check.exitCode, 0) << check.out.toStdString() << check.err.toStdString();
+    QPDF written;
+    written.processFile(dir.path("out.pdf").toUtf8());
+    QPDFObjectHandle page = written.getAllPages().at(0);
+    EXPECT_EQ(page.getKey("/Contents").getArrayNItems(), 2);
+}
+
 TEST(Writing, TwiceAppendsOneSection) {
     const TempDir dir;
     threePages().save(dir.path("in.pdf"));

@@ -76,25 +76,35 @@ void install(Reader &reader, const NewObject &object) {
     clean();
 }
 
-/// Takes out of the lists of pages what damage has left there and no reader can make anything of.
-void removeWhatIsNoPage(Reader &reader) {
+/// Takes out of an array what damage has left there and no reader can make anything of.
+template <typename Predicate>
+void keepOnly(Reader &reader, const Object &array, Predicate &&isSound) {
     fz_context *ctx = reader.context();
+    for (int i = array.size() - 1; i >= 0; --i)
+        if (!isSound(array.at(i))) guarded(ctx, [&] { pdf_array_delete(ctx, array.get(), i); });
+}
+
+/// Leaves nothing but pages in the lists of pages, and nothing but streams in a page's list of them.
+void removeWhatIsNoPage(Reader &reader) {
+    const auto isStream = [&reader](const Object &object) {
+        fz_context *ctx = reader.context();
+        return guarded(ctx, [&] { return pdf_is_stream(ctx, object.get()) != 0; });
+    };
     Walk walk;
     std::vector<Object> pending;
     pending.push_back(reader.catalog().get(PDF_NAME(Pages)));
     while (!pending.empty()) {
         const Object node = std::move(pending.back());
         pending.pop_back();
+        if (!walk.enter(node)) continue;
+        const Object contents = node.get(PDF_NAME(Contents));
+        if (contents.isArray() && walk.enter(contents)) keepOnly(reader, contents, isStream);
         const Object kids = node.get(PDF_NAME(Kids));
-        if (!kids.isArray() || !walk.enter(node) || !walk.enter(kids)) continue;
-        for (int i = kids.size() - 1; i >= 0; --i) {
+        if (!kids.isArray() || !walk.enter(kids)) continue;
+        keepOnly(reader, kids, [](const Object &kid) { return kid.isDict(); });
+        for (int i = 0; i < kids.size(); ++i) {
             walk.step();
-            Object kid = kids.at(i);
-            if (kid.isDict()) {
-                pending.push_back(std::move(kid));
-            } else {
-                guarded(ctx, [&] { pdf_array_delete(ctx, kids.get(), i); });
-            }
+            pending.push_back(kids.at(i));
         }
     }
 }
