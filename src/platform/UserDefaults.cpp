@@ -7,6 +7,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLockFile>
+#include <QRegularExpression>
 #include <QSettings>
 
 #include <cmath>
@@ -112,6 +113,35 @@ bool mayBeFile(const QString &path) {
     return ::stat(fileNameBytes(path).constData(), &status) != 0 || S_ISREG(status.st_mode);
 }
 
+/// The text of a file of settings without what does not change what a value is: escapes, quotes, blanks and
+/// continued lines.
+QString plainText(const QString &text) {
+    static const QRegularExpression passedOver(
+        QStringLiteral("\\\\(?:x([0-9A-Fa-f]+)|([0-7]+)|\r?\n|.)|[\" \t]"));
+    QString plain;
+    qsizetype end = 0;
+    for (auto matches = passedOver.globalMatch(text); matches.hasNext();) {
+        const QRegularExpressionMatch match = matches.next();
+        plain += QStringView(text).sliced(end, match.capturedStart() - end);
+        end = match.capturedEnd();
+        constexpr int hexadecimal = 16;
+        constexpr int octal = 8;
+        if (match.hasCaptured(1)) plain += QChar(match.captured(1).toUShort(nullptr, hexadecimal));
+        if (match.hasCaptured(2)) plain += QChar(match.captured(2).toUShort(nullptr, octal));
+    }
+    plain += QStringView(text).sliced(end);
+    return plain;
+}
+
+/// Whether a file of settings has values that Leafwright never writes, and that Qt would read with the trust
+/// it has in its own data: some of them bring the program down.
+bool hasForeignValues(const QString &path) {
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) return false;
+    static const QRegularExpression foreign(QStringLiteral("[=,]@(Variant|DateTime)\\("));
+    return foreign.match(plainText(QString::fromLatin1(file.readAll()))).hasMatch();
+}
+
 /// Whether the settings can be written now. Writing them takes no time, so who has had the lock for a second
 /// has left it behind; QSettings would wait half a minute for that to be true, and forever for what is no
 /// file.
@@ -133,6 +163,11 @@ UserDefaults::UserDefaults() = default;
 UserDefaults::UserDefaults(const QString &filePath) {
     if (!mayBeFile(filePath)) {
         qWarning().noquote() << "leafwright: the settings are no file, and not kept:" << filePath;
+        return;
+    }
+    if (hasForeignValues(filePath)) {
+        qWarning().noquote()
+            << "leafwright: the settings hold what Leafwright never writes, and are not kept:" << filePath;
         return;
     }
     settings_ = std::make_unique<QSettings>(filePath, QSettings::IniFormat);

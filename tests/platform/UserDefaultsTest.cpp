@@ -157,6 +157,36 @@ TEST(UserDefaults, AFileThatIsNoneIsLikeAnEmptyOne) {
     EXPECT_EQ(defaults.integerForKey("number"), 4);
 }
 
+/// Qt reads them as its own data, and some bring the program down.
+TEST(UserDefaults, ValuesThatNobodyHereWritesAreNotRead) {
+    const TempDir dir;
+    const QString path = dir.path("settings.ini");
+    for (const char *value :
+         {"@Variant(\\0\\0\\0\\x5\\0\\0\\0\\x2)", "@DateTime(\\0)", "\"@Variant(\\0)\"", "@\"Variant(\"\\0)",
+          "\\x40Variant(\\0)", "@\\0126ariant(\\0)", "@V\\qariant(\\0)", "1, @Variant(\\0)",
+          "@Var\\\niant(\\0)", "@Var\\\r\niant(\\0)"}) {
+        const QByteArray text = "[General]\nnumber=5\nfirst=" + QByteArray(value) + '\n';
+        write(path, text);
+        {
+            UserDefaults defaults(path);
+            EXPECT_EQ(defaults.integerForKey("number"), 0) << value;
+            defaults.setValue("number", 7);
+            EXPECT_EQ(defaults.integerForKey("number"), 7);
+        }
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_EQ(file.readAll(), text) << "what can't be understood stays as it is";
+    }
+}
+
+TEST(UserDefaults, TextsThatLookLikeSuchValuesAreTexts) {
+    const TempDir dir;
+    for (const char *text : {"@Variant(x)", "a @Variant(x)", "@", "\\x40"}) {
+        UserDefaults(dir.path("settings.ini")).setValue("text", text);
+        EXPECT_EQ(UserDefaults(dir.path("settings.ini")).stringForKey("text"), text);
+    }
+}
+
 TEST(UserDefaults, NullTextsAndDataRemove) {
     UserDefaults defaults;
     defaults.setValue("text", "a");
