@@ -1,4 +1,5 @@
 #include "autotoc/HeadingLevelMap.h"
+#include "categories/FontIdentity.h"
 #include "support/FakePages.h"
 
 #include <gmock/gmock.h>
@@ -121,6 +122,22 @@ TEST(SortByLevel, KeepsTheOrderWithinALevel) {
                         levelRecord(1, makeFont("C", 1)), levelRecord(2, makeFont("D", 1))};
     sortByLevel(map);
     EXPECT_THAT(rowsOf(map), ElementsAre("H1 1.0 pt C", "H2 1.0 pt A", "H2 1.0 pt D", "H10 1.0 pt B"));
+}
+
+TEST(WithFontsOf, RecordsWithoutAFontMeanThoseOfTheirFontString) {
+    FontCensus census;
+    const Font exact = makeFont("Times", 12);
+    const Font alike = makeFont("Times", 12.04);  // prints as the same size
+    const Font other = makeFont("Courier", 12);
+    for (const Font &font : {exact, alike, other})
+        count(census, font, 3);
+    const LevelRecord meant{2, "H2", fontString(exact), {}};
+    const LevelRecord unknown{3, "H3", "9.0 Helvetica", {}};
+    const LevelRecord known = levelRecord(1, other);
+    ASSERT_EQ(fontString(exact), fontString(alike));
+    EXPECT_EQ(withFontsOf(census, {known, meant, unknown}),
+              (HeadingLevelMap{known, levelRecord(2, exact), levelRecord(2, alike), unknown}));
+    EXPECT_EQ(withFontsOf(FontCensus(), {meant}), HeadingLevelMap{meant});
 }
 
 }  // namespace

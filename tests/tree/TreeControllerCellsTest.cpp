@@ -150,5 +150,23 @@ TEST(TreeControllerDrags, AViewCannotRemoveRows) {
     EXPECT_EQ(tree.text(), "A");
 }
 
+TEST(TreeControllerCells, SiblingsAreWithinTheirParent) {
+    const Tree tree("A(B C) D");
+    const auto sibling = [&](int row, int column, const QModelIndex &index) {
+        return tree.controller->sibling(row, column, index);
+    };
+    EXPECT_EQ(sibling(1, 0, tree.index("A")), tree.index("D"));
+    EXPECT_EQ(sibling(0, 1, tree.index("C")), tree.index("B", 1));
+    for (const auto &[row, column] : {std::pair(-1, 0), {2, 0}, {0, -1}, {0, 2}})
+        EXPECT_FALSE(sibling(row, column, tree.index("B")).isValid()) << row << ' ' << column;
+    EXPECT_FALSE(sibling(0, 0, QModelIndex()).isValid());
+}
+
+TEST(TreeControllerCells, WhatIsDraggedIsMoved) {
+    const Tree tree("A B");
+    EXPECT_EQ(tree.controller->supportedDragActions(), Qt::MoveAction);
+    EXPECT_TRUE(tree.controller->supportedDropActions() & Qt::MoveAction);
+}
+
 }  // namespace
 }  // namespace leafwright

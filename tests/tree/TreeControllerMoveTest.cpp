@@ -245,6 +245,25 @@ TEST_F(ScatteredMove, AreOneNewLayout) {
     EXPECT_EQ(told.counts(), std::pair(0, 1));
 }
 
+/// Up to a number of runs, views that fold rows by themselves need not lay out anew.
+TEST(TreeControllerMove, ThirtyOneRunsAreToldOneByOneAndMoreTogether) {
+    for (const int runs : {31, 32}) {
+        QStringList titles;
+        QStringList moved;
+        for (int i = 0; i < 2 * runs; ++i) {
+            titles.append(QString::number(i));
+            if (i % 2 == 1) moved.append(titles.last());
+        }
+        const Tree tree(titles.join(' '));
+        QSignalSpy moves(tree.controller.get(), &QAbstractItemModel::rowsMoved);
+        QSignalSpy layouts(tree.controller.get(), &QAbstractItemModel::layoutChanged);
+        EXPECT_TRUE(tree.controller->moveNodes(tree.nodes(moved), {0}));
+        EXPECT_TRUE(tree.text().startsWith(moved.join(' ') + " 0 2 4"));
+        EXPECT_EQ(moves.size(), runs < 32 ? runs : 0);
+        EXPECT_EQ(layouts.size(), runs < 32 ? 0 : 1);
+    }
+}
+
 TEST_F(ScatteredMove, KeepSelectionCurrentRowAndIndexes) {
     tree.controller->setSelectedNodes(odd);
     std::vector<std::pair<QPersistentModelIndex, QString>> kept;

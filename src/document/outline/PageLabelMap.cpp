@@ -21,9 +21,9 @@ QString pageLabelKey(const QString &label, qint32 printedPageOffset) {
 
 PageLookUp lookUpPage(const PageLabelMap &map, const QString &label, qint32 printedPageOffset,
                       bool isOffsetChecked) {
+    if (label.isNull()) return {};  // The map would take it for the empty label, which pages may have.
     PageLookUp found;
     found.needsOffset = isPrintedPageNumber(label) && printedPageOffset == 0 && !isOffsetChecked;
-    if (label.isNull()) return found;  // The map would take it for the empty label, which pages may have.
     const auto index = map.constFind(pageLabelKey(label, printedPageOffset));
     if (index != map.constEnd()) found.index = *index;
     return found;

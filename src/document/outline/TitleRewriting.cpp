@@ -12,10 +12,10 @@ constexpr QChar smallSigma(0x03C3);
 constexpr char32_t capitalIota = 0x0399;
 constexpr char32_t iotaSubscript = 0x0345;
 
-/// Whether a character has upper and lower case, or is set like one of them (Unicode: Cased).
+/// Whether a character has upper and lower case, or is set like one of them (Unicode: Cased). Modifier
+/// letters need not be known, since they count for nothing.
 bool isCased(char32_t c) {
-    return QChar::isUpper(c) || QChar::isLower(c) || QChar::isTitleCase(c) || c == 0x00AA || c == 0x00BA ||
-           (c >= 0x02B0 && c <= 0x02B8);
+    return QChar::isUpper(c) || QChar::isLower(c) || QChar::isTitleCase(c) || c == 0x00AA || c == 0x00BA;
 }
 
 /// Whether a character counts for nothing among those with case (Unicode: Case_Ignorable).
@@ -29,8 +29,7 @@ bool isCaseIgnorable(char32_t c) {
             return true;
         default:
             return QStringView(u"'.:\u00B7\u0387\u055F\u05F4\u2018\u2019\u2024\u2027")
-                       .contains(QChar(c & 0xFFFF)) &&
-                   c <= 0xFFFF;
+                .contains(QChar::fromUcs4(c));
     }
 }
 

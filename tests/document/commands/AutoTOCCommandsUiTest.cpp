@@ -145,6 +145,12 @@ TEST_F(AutoTOCWindow, TheProgressSheetGoesThroughItsSteps) {
         return (text->isHidden() ? "-" : "[" + text->text() + "]") + (indicator->isHidden() ? "" : "*");
     };
     const auto lines = [&] { return line(1) + " " + line(2) + " " + line(3); };
+    for (int step = 1; step <= 3; ++step) {
+        const auto *bar =
+            progress.sheet().findChild<QProgressBar *>(QString("guessPDFIndicator%1").arg(step));
+        EXPECT_EQ(bar->maximum(), 0) << "that something runs, not how far it is";
+        EXPECT_FALSE(bar->isTextVisible());
+    }
     progress.guessPDFStep1Begins();
     EXPECT_EQ(lines(), "-* [] []");
     progress.guessPDFStep2Begins();

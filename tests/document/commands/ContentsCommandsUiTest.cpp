@@ -1,6 +1,7 @@
 #include "document/commands/FindContentsFixture.h"
 
 #include <QCheckBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -167,6 +168,54 @@ TEST_F(FindContentsWindow, StylesHaveSampleCountAndLevel) {
     EXPECT_EQ(styles().item(sections, 1)->text(), "6");
     EXPECT_EQ(styles().item(sections, 2)->text(), "2");
     EXPECT_TRUE(styles().item(sections, 0)->font().bold());
+}
+
+TEST_F(FindContentsWindow, TheListsSayWhatTheirColumnsAre) {
+    find();
+    QStringList heads;
+    for (int column = 0; column < entries().columnCount(); ++column)
+        heads.append(entries().headerItem()->text(column));
+    EXPECT_EQ(heads, (QStringList{"Title", "Page", ""}));
+    QStringList styleHeads;
+    for (int column = 0; column < styles().columnCount(); ++column)
+        styleHeads.append(styles().horizontalHeaderItem(column)->text());
+    EXPECT_EQ(styleHeads, (QStringList{"Style of headings", "Found", "Level"}));
+    EXPECT_TRUE(styles().verticalHeader()->isHidden()) << "its numbers would look like levels";
+}
+
+/// Titles have what the other columns leave.
+TEST_F(FindContentsWindow, TheColumnsOfTheListsFillThem) {
+    find();
+    document.window()->show();
+    QCoreApplication::processEvents();
+    const QHeaderView &entryHeader = *entries().header();
+    const QHeaderView &styleHeader = *styles().horizontalHeader();
+    EXPECT_EQ(entryHeader.length(), entries().viewport()->width());
+    EXPECT_EQ(styleHeader.length(), styles().viewport()->width());
+    EXPECT_EQ(entryHeader.sectionResizeMode(0), QHeaderView::Stretch);
+    EXPECT_EQ(styleHeader.sectionResizeMode(0), QHeaderView::Stretch);
+}
+
+TEST_F(FindContentsWindow, TheTabKeyLeavesItsLists) {
+    find();
+    document.window()->show();
+    document.window()->activateWindow();
+    styles().setFocus();
+    QTest::keyClick(&styles(), Qt::Key_Tab);
+    EXPECT_FALSE(styles().hasFocus());
+}
+
+TEST_F(FindContentsWindow, ItsButtonsAreThere) {
+    find();
+    document.window()->show();
+    QCoreApplication::processEvents();
+    for (const char *name : {"acceptAllLike", "rejectAllLike", "nextDoubtful"}) {
+        auto &button = part<QPushButton>(name);
+        EXPECT_TRUE(button.isVisible()) << name;
+        EXPECT_TRUE(proposal()->isAncestorOf(&button)) << name;
+        EXPECT_FALSE(button.text().isEmpty()) << name;
+        EXPECT_FALSE(button.toolTip().isEmpty()) << name;
+    }
 }
 
 TEST_F(FindContentsWindow, StyleThatIsSwitchedOffTakesItsEntriesAwayUntilItIsOn) {

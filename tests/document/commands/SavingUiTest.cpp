@@ -255,6 +255,9 @@ TEST_F(Progress, TheSheetFollowsTheWriting) {
     EXPECT_TRUE(progress.saveWindow()->isVisible());
     EXPECT_EQ(progress.saveWindow()->windowModality(), Qt::WindowModal);
     EXPECT_EQ(text(), "Saving PDF...");
+    const auto *label = progress.saveWindow()->findChild<QLabel *>("savePDFProgressPanelText");
+    EXPECT_TRUE(label && label->isVisible());
+    EXPECT_TRUE(progress.saveProgressBar()->isVisible());
     EXPECT_EQ(progress.saveProgressBar()->maximum(), 500);
     EXPECT_EQ(progress.saveProgressBar()->value(), 0);
     progress.documentEndPageWrite(123);

@@ -56,6 +56,15 @@ TEST_F(PrintedPageNumbers, AnEstimateThatComesAfterTheUsersAnswerIsNotTaken) {
     }
 }
 
+TEST_F(PrintedPageNumbers, AnAnswerIsForOneFile) {
+    loadWithTexts("Some text of a page 43", "Some text of a page 45");
+    document.setPrintedPageOffset(3);
+    loadWithTexts("Some text of a page 43", "Some text of a page 45");
+    EXPECT_EQ(document.printedPageOffset(), 0U);
+    document.estimatePrintedPageOffset();
+    EXPECT_EQ(document.printedPageOffset(), 8U);
+}
+
 TEST_F(PrintedPageNumbers, LabelsAreTakenAsTheyAre) {
     PdfBuilder pdf;
     pdf.addNumberedPages(5);

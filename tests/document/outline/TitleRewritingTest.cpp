@@ -87,6 +87,48 @@ TEST(CapitalizedString, ASigmaAtTheEndOfAWordIsTheFinalOne) {
     EXPECT_EQ(lowercaseString("ΑΣ'Α ΑΣ' Α'Σ Σ"), "ασ'α ας' α'ς σ") << "an apostrophe belongs to the word";
 }
 
+/// By Unicode's Final_Sigma.
+TEST(LowercaseString, WhatCountsForNothingAroundASigma) {
+    for (const char *ignored :
+         {"'", ".", ":", "\u00B7", "\u0387", "\u055F", "\u05F4", "\u2018", "\u2019", "\u2024", "\u2027",
+          "\u0301", "\u20DD", "\u00AD", "\u02B0", "\u02B8", "^", "''"}) {
+        const QString between = QString::fromUtf8(ignored);
+        const QString small = between.toLower();
+        EXPECT_EQ(lowercaseString("Α" + between + "Σ"), "α" + small + "ς") << ignored;
+        EXPECT_EQ(lowercaseString("ΑΣ" + between), "ας" + small) << ignored;
+        EXPECT_EQ(lowercaseString("ΑΣ" + between + "Α"), "ασ" + small + "α") << ignored;
+        EXPECT_EQ(lowercaseString(between + "Σ"), small + "σ") << ignored;
+    }
+}
+
+TEST(LowercaseString, WhatEndsAWordAroundASigma) {
+    for (const char *apart :
+         {" ", "-", ",", "1", "漢", "\u05D0", "\U0001002E", "\uFFFF", "\u2028", "/", ";"}) {
+        const QString between = QString::fromUtf8(apart);
+        EXPECT_EQ(lowercaseString("ΑΣ" + between + "Α"), "ας" + between + "α") << apart;
+        EXPECT_EQ(lowercaseString("Α" + between + "Σ"), "α" + between + "σ") << apart;
+    }
+}
+
+TEST(LowercaseString, WhatHasCaseAroundASigma) {
+    for (const char *letter : {"a", "A", "ǅ", "\u00AA", "\u00BA", "\U00010428", "\U00010400"}) {
+        const QString cased = QString::fromUtf8(letter);
+        EXPECT_EQ(lowercaseString(cased + "Σ"), cased.toLower() + "ς") << letter;
+        EXPECT_EQ(lowercaseString("ΑΣ" + cased), "ασ" + cased.toLower()) << letter;
+        EXPECT_EQ(lowercaseString(cased + "Σ" + cased + "Σ"), cased.toLower() + "σ" + cased.toLower() + "ς");
+    }
+}
+
+TEST(CapitalizedString, HalvesOfPairs) {
+    const QString high = QChar(0xD801);
+    const QString low = QChar(0xDC28);
+    EXPECT_EQ(capitalizedString("a " + high), "A " + high);
+    EXPECT_EQ(capitalizedString("a" + high), "A" + high);
+    EXPECT_EQ(capitalizedString(low), low);
+    EXPECT_EQ(capitalizedString(high + low), QString::fromUtf8("𐐀"));
+    EXPECT_EQ(capitalizedString("1" + high + low), "1" + QString::fromUtf8("𐐀"));
+}
+
 TEST(CapitalizedString, NothingStaysNothing) {
     EXPECT_EQ(capitalizedString(""), "");
 }

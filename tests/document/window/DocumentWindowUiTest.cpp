@@ -1,15 +1,19 @@
 #include "support/OpenPdf.h"
 #include "support/WindowFixture.h"
+#include "widgets/NoticeBars.h"
 
 #include <QAccessible>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDragEnterEvent>
+#include <QLabel>
 #include <QLineEdit>
+#include <QMap>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSignalSpy>
+#include <QStatusBar>
 #include <QTableView>
 #include <QToolBar>
 
@@ -346,6 +350,89 @@ TEST_F(WindowOnATree, AClickWithTheSecondButtonSelectsTheEntryUnlessItIs) {
     select({{0}, {1}});
     pressOn({1});
     EXPECT_EQ(document.treecontroller().selectionIndexPaths().size(), 2U);
+}
+
+TEST_F(Window, EachMenuHasItsCommandsInGroups) {
+    QMap<QString, QStringList> expected;
+    for (const ActionDescription *each : document.actions().handled()) {
+        if (each->menu == Menu::None) continue;
+        QStringList &names = expected[menuTitle(each->menu)];
+        if (each->has(ActionDescription::StartsGroup) && !names.isEmpty()) names.append("|");
+        names.append(each->selector);
+    }
+    QMap<QString, QStringList> shown;
+    for (const QAction *top : window().menuBar()->actions())
+        for (const QAction *each : top->menu()->actions())
+            shown[top->text()].append(each->isSeparator() ? "|" : each->objectName());
+    EXPECT_EQ(shown, expected);
+    EXPECT_GT(shown.value(menuTitle(Menu::Outline)).count("|"), 1);
+}
+
+TEST_F(Window, AMenuBroughtUpShowsWhatCanBeDoneNow) {
+    select({});
+    QCoreApplication::processEvents();
+    select({{0}});
+    Q_EMIT window().menuBar()->actions().at(2)->menu()->aboutToShow();
+    EXPECT_TRUE(action("removeOutlineItems:").isEnabled()) << "without waiting for events";
+}
+
+TEST_F(Window, LinksToTheWebAreOpenedInTheBrowser) {
+    Q_EMIT document.pdfview()->linkClicked("https://example.org/a?b=c#d");
+    EXPECT_EQ(platform.openedURLs, QList{QUrl("https://example.org/a?b=c#d")});
+}
+
+TEST_F(Window, CopyIsForThePageWhenItHasTheFocus) {
+    select({{0}});
+    document.pdfview()->setCurrentSelection(document.pdfDoc()->page(1)->selectionForRange({0, 4}));
+    document.pdfview()->setFocus();
+    action("copy:").trigger();
+    EXPECT_EQ(platform.clipboardTexts, QStringList{"Page"});
+    window().tableViewH1H2H3Config()->setFocus();
+    action("copy:").trigger();
+    EXPECT_EQ(platform.clipboardTexts.size(), 1);
+}
+
+TEST_F(Window, TheStatusBarTellsPageAndZoom) {
+    const auto status = [this] {
+        QStringList texts;
+        for (const QLabel *label : window().statusBar()->findChildren<QLabel *>())
+            texts.append(label->text());
+        return texts.join(", ");
+    };
+    document.pdfview()->setScaleFactor(1.5);
+    EXPECT_EQ(status(), "Page 1 (1 of 3), 150 %");
+    document.pdfview()->goToPage(document.pdfDoc()->page(2));
+    EXPECT_EQ(status(), "Page 3 (3 of 3), 150 %");
+    document.pdfview()->setScaleFactor(0.504);
+    EXPECT_EQ(status(), "Page 3 (3 of 3), 50 %");
+}
+
+TEST_F(Window, NoticesStandAboveThePagesAcrossTheWindow) {
+    window().resize(1000, 700);
+    window().show();
+    const int height = window().splitViewTopLevel()->height();
+    document.updateChangeCount(Document::Change::Done);
+    document.setPdfURL(dir.path("no folder/a.pdf"));
+    document.actions().perform("saveDocument:");
+    const NoticeBar *bar = window().notices()->bar("failedWrite");
+    ASSERT_TRUE(bar);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(bar->isVisible());
+    const QPoint place = bar->mapTo(&window(), QPoint(0, bar->height()));
+    EXPECT_LE(place.y(), window().splitViewTopLevel()->mapTo(&window(), QPoint(0, 0)).y());
+    EXPECT_EQ(bar->width(), window().splitViewTopLevel()->width());
+    EXPECT_LT(window().splitViewTopLevel()->height(), height);
+    EXPECT_GT(window().splitViewTopLevel()->height(), height / 2) << "it takes no more than it needs";
+}
+
+TEST_F(Window, ThePanesShareTheHeightThreeToOne) {
+    window().resize(1000, 900);
+    window().show();
+    QCoreApplication::processEvents();
+    const int outline = document.outlineview()->height();
+    window().resize(1000, 1300);
+    QCoreApplication::processEvents();
+    EXPECT_NEAR(document.outlineview()->height() - outline, 300, 20);
 }
 
 TEST_F(Window, EveryCommandOfAMenuHasALetterOfItsOwn) {
