@@ -127,6 +127,12 @@ TEST_F(DestinationReaderTest, NamesThatLeadNowhere) {
         EXPECT_EQ(read(std::string("/Dest ") + name), "none") << name;
 }
 
+TEST_F(DestinationReaderTest, NameWithoutAValueAtTheEndOfItsList) {
+    pdf.setCatalogEntry("/Names", "<< /Dests << /Names [(a) [1 /Fit] (b) [2 /Fit] (a)] >> >>");
+    EXPECT_EQ(read("/Dest (a)"), "1 (0, 0)");
+    EXPECT_EQ(read("/Dest (b)"), "2 (0, 0)");
+}
+
 TEST_F(DestinationReaderTest, NameThatLeadsToAName) {
     pdf.setCatalogEntry("/Names", "<< /Dests << /Names [(a) (b) (b) [1 /Fit]] >> >>");
     EXPECT_EQ(read("/Dest (a)"), "1 (0, 0)");

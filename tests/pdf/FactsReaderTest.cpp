@@ -41,6 +41,8 @@ TEST(Version, LaterOneOfTheCatalogWins) {
     PdfBuilder pdf = onePage();
     pdf.setCatalogEntry("/Version", "/1.6");
     EXPECT_EQ(versionOf(pdf, "1.4"), std::pair(1, 6));
+    pdf.setCatalogEntry("/Version", "/1.9");
+    EXPECT_EQ(versionOf(pdf, "1.4"), std::pair(1, 9));
     pdf.setCatalogEntry("/Version", "/2.0");
     EXPECT_EQ(versionOf(pdf, "1.7"), std::pair(2, 0));
 }

@@ -48,6 +48,7 @@ void expectAppended(const TempDir &dir, const QByteArray &original) {
     const QByteArray written = contentOf(dir.path("out.pdf"));
     EXPECT_TRUE(written.startsWith(original));
     EXPECT_EQ(written.mid(original.size()).count("startxref"), 1);
+    EXPECT_EQ(written[original.size()] == '\n', !original.endsWith('\n')) << "a line of its own";
     const auto check = test::runProgram("qpdf", {"--check", dir.path("out.pdf")});
     EXPECT_EQ(check.exitCode, 0) << check.out.toStdString() << check.err.toStdString();
     EXPECT_THAT(linesByQpdf(dir.path("out.pdf")),
@@ -161,6 +162,61 @@ TEST(Appending, ACatalogKeepsItsBytes) {
         EXPECT_EQ(written.getRoot().getKey("/Private").unparse(),
                   "[ 0.123456789012 /A#20B <00ff> << >> null true ]");
     }
+}
+
+TEST(Appending, EntriesInStreamsKeepTheirBytes) {
+    const TempDir dir;
+    PdfBuilder pdf;
+    pdf.addNumberedPages(250);  // of which several streams are made
+    const std::vector<int> entries = test::addOutline(pdf, {{"(One)", ""}, {"(Two)", ""}, {"(Three)", ""}});
+    const auto entry = [&](size_t i, const std::string &links) {
+        pdf.replaceObject(entries[i], "<< /Title (Old) /Private [0.123456789012 /A#20B] " + links + " >>");
+    };
+    entry(0, "/Next " + PdfBuilder::reference(entries[1]));
+    entry(1, "/Prev " + PdfBuilder::reference(entries[0]) + " /Next " + PdfBuilder::reference(entries[2]));
+    entry(2, "/Prev " + PdfBuilder::reference(entries[1]));
+    pdf.save(dir.path("in.pdf"), {.version = "1.5", .objectStreams = true});
+    const auto document = openPdf(dir.path("in.pdf"));
+    auto root = makeOutline({{"New"}, {"New"}, {"New"}});
+    for (int i = 0; i < 3; ++i)
+        root->childAtIndex(i).setEntry(document->outlineRoot().childAtIndex(i).entry());
+    document->setOutlineRoot(std::move(root));
+    ASSERT_FALSE(document->writeToFile(dir.path("out.pdf")));
+    const QByteArray section = contentOf(dir.path("out.pdf")).mid(contentOf(dir.path("in.pdf")).size());
+    EXPECT_EQ(section.count("/Private [ 0.123456789012 /A#20B ]"), 3) << section.constData();
+}
+
+/// One that takes several reads, up to the longest that is read.
+TEST(Appending, AnEnormousCatalogKeepsItsBytes) {
+    const TempDir dir;
+    for (const int size : {5'000, 70'000, 5'000'000}) {
+        RawPdf pdf = test::rawPdfOfOnePage("/Long (" + QByteArray(size, 'x') + ") /Number 1.50");
+        test::writeFile(dir.path("in.pdf"), pdf.endWithTable().bytes());
+        const auto document = openPdf(dir.path("in.pdf"));
+        document->setOutlineRoot(newOutline());
+        ASSERT_FALSE(document->writeToFile(dir.path("out.pdf")));
+        EXPECT_TRUE(contentOf(dir.path("out.pdf")).mid(pdf.size()).contains("/Number 1.50")) << size;
+    }
+}
+
+TEST(Appending, ToAFileWhoseCountOfPagesLies) {
+    RawPdf pdf("1.4");
+    pdf.object(1, "<< /Type /Catalog /Pages 2 0 R >>")
+        .object(2, "<< /Type /Pages /Kids [3 0 R 4 0 R] /Count 2 >>")
+        .object(3, "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] /Resources << >> >>")
+        .object(4, "<< /Type /Pages /Parent 2 0 R /Kids [5 0 R 6 0 R] /Count 2 >>")
+        .object(5, "<< /Type /Page /Parent 4 0 R /MediaBox [0 0 612 792] /Resources << >> >>")
+        .object(6, "<< /Type /Page /Parent 4 0 R /MediaBox [0 0 612 792] /Resources << >> >>")
+        .endWithTable();
+    const TempDir dir;
+    test::writeFile(dir.path("in.pdf"), pdf.bytes());
+    const auto document = openPdf(dir.path("in.pdf"));
+    ASSERT_EQ(document->pageCount(), 3);
+    document->setOutlineRoot(makeOutline({{"Last", PDFDestination{2, {72, 700}}}}));
+    const auto error = document->writeToFile(dir.path("out.pdf"));
+    ASSERT_FALSE(error) << error->message.toStdString();
+    EXPECT_TRUE(contentOf(dir.path("out.pdf")).startsWith(pdf.bytes()));
+    EXPECT_EQ(test::linesOf(openPdf(dir.path("out.pdf"))->outlineRoot()).at(0), "Last -> 2 (72, 700)");
 }
 
 TEST(Appending, ObjectsKeepTheirGenerations) {
@@ -402,6 +458,7 @@ TEST(Writing, OriginalCutShortLeavesTheOldFile) {
     const auto error = document->writeToFile(dir.path("out.pdf"));
     ASSERT_TRUE(error);
     EXPECT_EQ(error->kind, PDFError::Kind::WriteFailed);
+    EXPECT_THAT(error->message.toStdString(), testing::HasSubstr("cut short by another program"));
     EXPECT_EQ(contentOf(dir.path("out.pdf")), "old");
 }
 
@@ -508,6 +565,18 @@ private:
 TEST_F(FailingWrite, ADiskThatIsFull) {
     const auto size = static_cast<rlim_t>(contentOf(in).size());
     for (const rlim_t limit : {size / 2, size + 10}) {
+        const SizeLimit full(limit);
+        expectFailure([](QFile & /*file*/) {}, "File too large");
+    }
+}
+
+TEST_F(FailingWrite, ADiskThatIsFullWhenADamagedFileIsWrittenNew) {
+    PdfBuilder pdf = threePages();
+    pdf.addNoise(300'000);
+    pdf.save(in);
+    const QByteArray whole = contentOf(in);
+    test::writeFile(in, whole.left(whole.lastIndexOf("xref\n0 ") + 20));
+    for (const rlim_t limit : {rlim_t{1000}, rlim_t{200'000}}) {
         const SizeLimit full(limit);
         expectFailure([](QFile & /*file*/) {}, "File too large");
     }

@@ -97,6 +97,34 @@ TEST(OutlineReader, OtherActionsAreRead) {
     EXPECT_EQ(web.entry().action, (leafwright::OutlineEntry::Action{"URI", "about:blank"}));
 }
 
+/// By the sign of its count (ISO 32000-1, table 153).
+TEST(OutlineReader, EntryIsOpenWhereItsCountIsAboveZero) {
+    for (const auto &[count, isOpen] : std::vector<std::pair<const char *, bool>>{{"", false},
+                                                                                  {"/Count 0", false},
+                                                                                  {"/Count 1", true},
+                                                                                  {"/Count -1", false},
+                                                                                  {"/Count (2)", false}}) {
+        PdfBuilder pdf;
+        pdf.addNumberedPages(1);
+        const std::vector<int> entries = addOutline(pdf, {{"(One)", "[0 /Fit]"}});
+        pdf.replaceObject(entries[0], std::string("<< /Title (One) /Dest [0 /Fit] ") + count + " >>");
+        EXPECT_EQ(openPdf(pdf)->outlineRoot().childAtIndex(0).entry().open, isOpen) << count;
+    }
+}
+
+TEST(OutlineReader, StyleIsThatOfTheFlags) {
+    for (const int flags : {0, 1, 2, 3, 4, 7}) {
+        PdfBuilder pdf;
+        pdf.addNumberedPages(1);
+        const std::vector<int> entries = addOutline(pdf, {{"(One)", "[0 /Fit]"}});
+        pdf.replaceObject(entries[0], "<< /Title (One) /F " + std::to_string(flags) + " >>");
+        const auto document = openPdf(pdf);
+        const auto &entry = document->outlineRoot().childAtIndex(0).entry();
+        EXPECT_EQ(entry.italic, flags % 2 == 1) << flags;
+        EXPECT_EQ(entry.bold, flags / 2 % 2 == 1) << flags;
+    }
+}
+
 TEST(OutlineReader, EntriesThatAreNoObjectsOfTheirOwn) {
     PdfBuilder pdf;
     pdf.addNumberedPages(1);

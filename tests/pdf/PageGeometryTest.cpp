@@ -49,7 +49,8 @@ TEST(MediaBox, Inherited) {
 TEST(MediaBox, MissingOrMeaninglessIsUsLetter) {
     const Rect letter{0, 0, 612, 792};
     EXPECT_EQ(inheritedGeometry("", "").mediaBox, letter);
-    for (const char *box : {"null", "7", "[]", "[0 0 100]", "[0 0 0 0]", "[5 5 5 90]", "[(a) /b null << >>]"})
+    for (const char *box :
+         {"null", "7", "[]", "[0 0 100]", "[0 5 9]", "[0 0 0 0]", "[5 5 5 90]", "[(a) /b null << >>]"})
         EXPECT_EQ(geometryWith(std::string("/MediaBox ") + box).mediaBox, letter) << box;
 }
 

@@ -127,6 +127,81 @@ TEST(Rendering, AnnotationIsDrawnWhereItsRectangleIs) {
     EXPECT_EQ(colour(image, 205, 792 - 150), white);
 }
 
+/// A square with a red left and a green right half, a blue corner at its lower left, moved from the origin.
+std::string halves(PdfBuilder &pdf, const std::string &entries) {
+    const std::string content =
+        fill("1 0 0", 5, 20, 5, 10) + fill("0 1 0", 10, 20, 5, 10) + fill("0 0 1", 5, 20, 2, 2);
+    return PdfBuilder::reference(
+        pdf.addStream(content, "/Type /XObject /Subtype /Form /BBox [5 20 15 30] " + entries));
+}
+
+QImage drawStamp(PdfBuilder &pdf, const std::string &form, const std::string &entries = {}) {
+    pdf.addPage({}, "/Annots [ << /Subtype /Stamp /Rect [100 100 300 200] /AP << /N " + form + " >> " +
+                        entries + " >> ]");
+    const auto document = openPdf(pdf);
+    return draw(*document, document->pageCount() - 1);
+}
+
+TEST(Rendering, AppearanceIsStretchedFromItsBoxToTheRectangle) {
+    PdfBuilder pdf;
+    const QImage image = drawStamp(pdf, halves(pdf, ""));
+    EXPECT_EQ(colour(image, 105, 792 - 195), red);
+    EXPECT_EQ(colour(image, 195, 792 - 150), red);
+    EXPECT_EQ(colour(image, 205, 792 - 150), green);
+    EXPECT_EQ(colour(image, 295, 792 - 105), green);
+    EXPECT_EQ(colour(image, 105, 792 - 105), blue);
+    EXPECT_EQ(colour(image, 135, 792 - 115), blue);
+    EXPECT_EQ(colour(image, 145, 792 - 115), red);
+    EXPECT_EQ(colour(image, 135, 792 - 125), red);
+    for (const QPoint outside : {QPoint(95, 150), QPoint(305, 150), QPoint(200, 95), QPoint(200, 205)})
+        EXPECT_EQ(colour(image, outside.x(), 792 - outside.y()), white);
+}
+
+TEST(Rendering, AppearanceThatIsTurnedByItsMatrix) {
+    PdfBuilder pdf;
+    const QImage image = drawStamp(pdf, halves(pdf, "/Matrix [0 1 -1 0 40 -7]"));
+    EXPECT_EQ(colour(image, 200, 792 - 105), red);
+    EXPECT_EQ(colour(image, 200, 792 - 195), green);
+    EXPECT_EQ(colour(image, 295, 792 - 105), blue);
+}
+
+TEST(Rendering, AppearancesWithoutAreaAreNotDrawn) {
+    PdfBuilder pdf;
+    for (const char *box : {"[0 0 0 10]", "[0 0 10 0]", "[10 10 10 10]", "[]", "7"}) {
+        const int form = pdf.addStream(fill("1 0 0", -500, -500, 1000, 1000),
+                                       std::string("/Type /XObject /Subtype /Form /BBox ") + box);
+        const QImage image = drawStamp(pdf, PdfBuilder::reference(form));
+        EXPECT_EQ(colour(image, 150, 792 - 150), white) << box;
+        EXPECT_EQ(colour(image, 10, 792 - 10), white) << box;
+    }
+}
+
+TEST(Rendering, FlagsAndKindsOfAnnotations) {
+    PdfBuilder pdf;
+    for (const char *shown : {"/F 0", "/F 1", "/F 4", "/F 8", "/F 16", "/F 64", "/F 128", "/F (2)"})
+        EXPECT_EQ(colour(drawStamp(pdf, halves(pdf, ""), shown), 150, 792 - 150), red) << shown;
+    for (const char *hidden : {"/F 2", "/F 3", "/F 32", "/F 36", "/Subtype /Popup"})
+        EXPECT_EQ(colour(drawStamp(pdf, halves(pdf, ""), hidden), 150, 792 - 150), white) << hidden;
+}
+
+TEST(Rendering, AllAnnotationsAreDrawnInTheirOrder) {
+    PdfBuilder pdf;
+    const auto stamp = [&](const std::string &colour, const std::string &rectangle) {
+        const int form =
+            pdf.addStream(fill(colour, 0, 0, 10, 10), "/Type /XObject /Subtype /Form /BBox [0 0 10 10]");
+        return "<< /Subtype /Stamp /Rect " + rectangle + " /AP << /N " + PdfBuilder::reference(form) +
+               " >> >> ";
+    };
+    pdf.addPage(fill("0 0 0", 0, 0, 50, 50),
+                "/Annots [ " + stamp("1 0 0", "[0 0 30 30]") + "7 << >> << /Subtype /Stamp /AP 7 >> " +
+                    stamp("0 1 0", "[10 10 40 40]") + stamp("0 0 1", "[20 20 25 25]") + "]");
+    const QImage image = draw(*openPdf(pdf), 0);
+    EXPECT_EQ(colour(image, 5, 792 - 5), red);
+    EXPECT_EQ(colour(image, 15, 792 - 15), green);
+    EXPECT_EQ(colour(image, 22, 792 - 22), blue);
+    EXPECT_EQ(colour(image, 45, 792 - 45), black);
+}
+
 TEST(Rendering, AppearanceIsThatOfTheAnnotationsState) {
     PdfBuilder pdf;
     const std::string box = "/Type /XObject /Subtype /Form /BBox [0 0 10 10]";
@@ -158,6 +233,57 @@ TEST(Rendering, BlendingMixesWithWhatIsBeneath) {
     EXPECT_EQ(colour(image, 200, 792 - 200), green);
     EXPECT_EQ(colour(image, 50, 792 - 50), "#ffff00");
     EXPECT_EQ(colour(image, 350, 792 - 350), "#00ffff");
+}
+
+/// A page on which a red square is mixed with what is beneath it, which is nothing.
+std::string cornerOfPageWith(PdfBuilder &pdf, const std::string &content, const std::string &entries) {
+    pdf.addPage(content, entries);
+    const auto document = openPdf(pdf);
+    return colour(draw(*document, document->pageCount() - 1), 50, 792 - 50);
+}
+
+/// The paper counts for nothing where something is blended: it would make anything white.
+TEST(Rendering, BlendingIsFoundWhereverItIsAskedFor) {
+    const std::string square = fill("1 0 0", 0, 0, 100, 100);
+    const std::string screen =
+        "<< /Plain << /ca 1 /BM /Normal >> /Old << /BM /Compatible >> "
+        "/S << /BM /Screen >> >>";
+    const std::string box = "/Type /XObject /Subtype /Form /BBox [0 0 100 100] ";
+    PdfBuilder pdf;
+    EXPECT_EQ(cornerOfPageWith(pdf, "/S gs " + square, "/Resources << /ExtGState " + screen + " >>"), red);
+    EXPECT_EQ(cornerOfPageWith(pdf, "/S gs " + square,
+                               "/Resources << /ExtGState << /S << /BM [/Screen /Normal] >> >> >>"),
+              red);
+    const auto formOf = [&](const std::string &content, const std::string &resources) {
+        return PdfBuilder::reference(pdf.addStream(content, box + "/Resources << " + resources + " >>"));
+    };
+    const std::string plain = formOf("", "");
+    const std::string inner = formOf("/S gs " + square, "/ExtGState " + screen);
+    const std::string outer = formOf("/F Do", "/XObject << /E " + plain + " /F " + inner + " >>");
+    for (const std::string &form : {inner, outer})
+        EXPECT_EQ(cornerOfPageWith(pdf, "/F Do",
+                                   "/Resources << /ExtGState << /P << /ca 1 >> >> /XObject << /A 7 /E " +
+                                       plain + " /F " + form + " >> >>"),
+                  red);
+    EXPECT_EQ(cornerOfPageWith(pdf, "/F Do",
+                               "/Group << /S /Transparency >> /Resources << /XObject << /F << >> >> >>"),
+              white)
+        << "a group of nothing";
+}
+
+TEST(Rendering, APageThatIsAGroupIsDrawnAsOne) {
+    PdfBuilder pdf;
+    // The state is one that is set by content which is not looked at.
+    const std::string own = "/Resources << /Pattern << >> /ExtGState 7 >> ";
+    EXPECT_EQ(cornerOfPageWith(pdf, fill("1 0 0", 0, 0, 100, 100), own + "/Group << /S /Transparency >>"),
+              red);
+}
+
+TEST(Rendering, StatesThatBlendNothing) {
+    PdfBuilder pdf;
+    EXPECT_EQ(cornerOfPageWith(pdf, "/Half gs " + fill("0 0 0", 0, 0, 100, 100),
+                               "/Resources << /ExtGState << /One << >> /Half << /ca 0.5 >> /BM 7 >> >>"),
+              "#808080");
 }
 
 TEST(Rendering, FormWithColourSpacesOfItsOwn) {
@@ -260,6 +386,33 @@ TEST(Rendering, PatternOfUsualTilesIsDrawn) {
     const QImage image = draw(*openPdf(pdf), 0);
     EXPECT_EQ(colour(image, 401, 300), red);
     EXPECT_EQ(colour(image, 403, 300), white);
+}
+
+/// What counts are the tiles in the part that is painted and seen.
+TEST(Rendering, PatternOfTinyTilesIsDrawnWhereLittleOfItIsSeen) {
+    for (const QPoint corner : {QPoint(0, 0), QPoint(600, 0), QPoint(0, 780), QPoint(600, 780)}) {
+        PdfBuilder pdf;
+        const int pattern =
+            pdf.addStream("1 0 0 rg 0 0 1 1 re f",
+                          "/Type /Pattern /PatternType 1 /PaintType 1 /TilingType 1 /BBox [0 0 1 1] "
+                          "/XStep 0.05 /YStep 0.05 /Resources << >>");
+        pdf.addPage("/Pattern cs /Tiny scn " + std::to_string(corner.x()) + " " + std::to_string(corner.y()) +
+                        " 12 12 re f",
+                    "/Resources << /Pattern << /Tiny " + PdfBuilder::reference(pattern) + " >> >>");
+        const QImage image = draw(*openPdf(pdf), 0);
+        EXPECT_EQ(colour(image, corner.x() + 6, 791 - corner.y() - 6), red);
+    }
+}
+
+TEST(Rendering, PatternOfTilesInAMirrorIsLimitedToo) {
+    PdfBuilder pdf;
+    const int pattern =
+        pdf.addStream("1 0 0 rg 0 0 1 1 re f",
+                      "/Type /Pattern /PatternType 1 /PaintType 1 /TilingType 1 /BBox [0 0 1 1] "
+                      "/XStep -0.001 /YStep 0.001 /Matrix [0 2 -2 0 0 0] /Resources << >>");
+    pdf.addPage(fill("0 0 1", 0, 0, 100, 100) + "/Pattern cs /Tiny scn 200 200 400 400 re f",
+                "/Resources << /Pattern << /Tiny " + PdfBuilder::reference(pattern) + " >> >>");
+    EXPECT_EQ(colour(draw(*openPdf(pdf), 0), 300, 792 - 300), white);
 }
 
 TEST(Rendering, CountlessDashesEnd) {

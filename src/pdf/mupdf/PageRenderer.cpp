@@ -273,7 +273,7 @@ QImage blankImage(const QRect &clip) {
 
 QImage renderPage(Reader &reader, const RenderRequest &request, const std::stop_token &stop) {
     QImage image = blankImage(request.clip);
-    if (image.isNull()) return image;
+    if (image.isNull()) return {};
     fz_cookie cookie{};
     {
         const TimeLimit limit(cookie, longestRun);

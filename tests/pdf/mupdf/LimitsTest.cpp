@@ -2,6 +2,7 @@
 #include "pdf/mupdf/TimeLimit.h"
 
 #include <atomic>
+#include <cstring>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -66,6 +67,58 @@ TEST(Context, ContextsOfAFileShareItsBudget) {
     EXPECT_FALSE(one.problem());
     fz_free(other, second);
     EXPECT_LT(budget->taken(), 64U << 20) << "what was freed counts no more";
+}
+
+TEST(Context, WhatGrowsCounts) {
+    const auto budget = std::make_shared<MemoryBudget>();
+    const Context context(budget);
+    constexpr size_t megabyte = size_t{1} << 20;
+    const size_t before = budget->taken();
+    void *block = guarded(context, [&] { return fz_malloc(context, 1); });
+    for (const size_t size : {1, 10, 100, 200, 300}) {
+        block = guarded(context, [&] { return fz_realloc(context, block, size * megabyte); });
+        // What grows comes with some room, so that it need not be moved again soon.
+        EXPECT_GE(budget->taken(), size * megabyte) << size;
+        EXPECT_LE(budget->taken(), before + (size + size / 8 + 5) * megabyte) << size;
+    }
+    block = guarded(context, [&] { return fz_realloc(context, block, 10 * megabyte); });
+    fz_free(context, block);
+    EXPECT_LE(budget->taken(), before + 8 * megabyte) << "what was freed counts no more";
+}
+
+TEST(Context, WhatGrowsKeepsItsBytes) {
+    const Context context;
+    std::vector<unsigned char> expected;
+    unsigned char *block = nullptr;
+    for (size_t size = 1000; size < 3'000'000; size += size < 200'000 ? 99'000 : 1'001) {
+        block =
+            guarded(context, [&] { return static_cast<unsigned char *>(fz_realloc(context, block, size)); });
+        while (expected.size() < size) {
+            const auto byte = static_cast<unsigned char>(expected.size() * 7);
+            block[expected.size()] = byte;
+            expected.push_back(byte);
+        }
+    }
+    EXPECT_EQ(std::memcmp(block, expected.data(), expected.size()), 0);
+    block =
+        guarded(context, [&] { return static_cast<unsigned char *>(fz_realloc(context, block, 500'000)); });
+    EXPECT_EQ(std::memcmp(block, expected.data(), 500'000), 0);
+    fz_free(context, block);
+}
+
+TEST(Context, ManyStepsAreLimitedAsOneIs) {
+    const Context context;
+    std::vector<void *> blocks;
+    EXPECT_THROW(
+        {
+            while (blocks.size() < 2000)
+                blocks.push_back(guarded(context, [&] { return fz_malloc(context, 1U << 20); }));
+        },
+        ReadProblem);
+    EXPECT_GT(blocks.size(), 1000U);
+    EXPECT_LT(blocks.size(), 1024U);
+    for (void *block : blocks)
+        fz_free(context, block);
 }
 
 TEST(Context, ThreadMayTakeTheLockOfTheLibrariesTwice) {

@@ -5,6 +5,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -56,8 +57,29 @@ TEST_F(OutputFileTest, KeepsLittleInMemory) {
     const QByteArray piece(1'000, 'x');
     for (int i = 0; i < 1'000; ++i)
         file.write(piece);
+    EXPECT_EQ(file.position(), 1'000'000);
+    EXPECT_EQ(reported.back(), contentOf(out).size());
     EXPECT_GE(contentOf(out).size(), 900'000);
     EXPECT_GT(reported.size(), 5U);
+}
+
+TEST_F(OutputFileTest, WhatFillsTheBufferIsWritten) {
+    OutputFile file = makeOutput();
+    file.write(QByteArray(65'535, 'x'));
+    EXPECT_TRUE(reported.empty());
+    file.write("x");
+    EXPECT_EQ(reported, std::vector<qint64>{65'536});
+    EXPECT_EQ(contentOf(out).size(), 65'536);
+}
+
+TEST_F(OutputFileTest, ALargeCopyIsReportedByPieces) {
+    test::writeFile(in, QByteArray(40'000'000, 'x'));
+    OutputFile file = makeOutput();
+    file.copyFrom(FileHandle(in), 40'000'000);
+    EXPECT_TRUE(std::is_sorted(reported.begin(), reported.end()));
+    EXPECT_EQ(reported.back(), 40'000'000);
+    EXPECT_TRUE(contentOf(in) == contentOf(out));
+    EXPECT_EQ(file.position(), 40'000'000);
 }
 
 TEST_F(OutputFileTest, GoesOnBehindACopy) {
@@ -90,6 +112,23 @@ TEST_F(OutputFileTest, HolesStayHoles) {
     file.flush();
     EXPECT_EQ(contentOf(out), contentOf(in) + "end");
     EXPECT_LT(blocksOf(out), 1000);
+}
+
+/// As between two disks. The system does not copy into a file that is only appended to.
+TEST_F(OutputFileTest, WhereTheSystemDoesNotCopyItIsDoneByHand) {
+    QByteArray content("front%PDF-1.4\n");
+    for (int i = 0; content.size() < 300'000; ++i)
+        content += QByteArray::number(i) + ' ';
+    test::writeFile(in, content);
+    const int appending = ::open(QFile::encodeName(out).constData(), O_RDWR | O_APPEND | O_CLOEXEC);
+    OutputFile file(appending, [this](qint64 bytes) { reported.push_back(bytes); });
+    file.copyFrom(FileHandle(in), 200'000);
+    file.write("more");
+    file.flush();
+    ::close(appending);
+    EXPECT_TRUE(contentOf(out) == content.first(200'000) + "more");
+    EXPECT_TRUE(std::is_sorted(reported.begin(), reported.end()));
+    EXPECT_GT(reported.size(), 3U);
 }
 
 TEST_F(OutputFileTest, MayBeginAgain) {
