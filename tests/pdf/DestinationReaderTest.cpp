@@ -133,6 +133,12 @@ TEST_F(DestinationReaderTest, NameWithoutAValueAtTheEndOfItsList) {
     EXPECT_EQ(read("/Dest (b)"), "2 (0, 0)");
 }
 
+TEST_F(DestinationReaderTest, ADictionaryIsNoListOfNames) {
+    pdf.setCatalogEntry("/Names",
+                        "<< /Dests << /Kids [<< /Names << /A 1 /B 2 >> >> << /Names [() [1 /Fit]] >>] >> >>");
+    EXPECT_EQ(read("/Dest ()"), "1 (0, 0)");
+}
+
 TEST_F(DestinationReaderTest, NameThatLeadsToAName) {
     pdf.setCatalogEntry("/Names", "<< /Dests << /Names [(a) (b) (b) [1 /Fit]] >> >>");
     EXPECT_EQ(read("/Dest (a)"), "1 (0, 0)");

@@ -219,6 +219,40 @@ TEST(Appending, ToAFileWhoseCountOfPagesLies) {
     EXPECT_EQ(test::linesOf(openPdf(dir.path("out.pdf"))->outlineRoot()).at(0), "Last -> 2 (72, 700)");
 }
 
+/// Its number is then one of ours, and stays another than those of later entries.
+TEST(Appending, ToAFileWhoseCatalogIsNoObjectOfItsOwn) {
+    const TempDir dir;
+    const QByteArray objects[] = {
+        "1 0 obj\n<< /Type /Pages /Kids [2 0 R] /Count 1 >>\nendobj\n",
+        "2 0 obj\n<< /Type /Page /Parent 1 0 R /MediaBox [0 0 9 9] /Resources << >> >>\nendobj\n"};
+    QByteArray pdf = "%PDF-1.4\n";
+    QByteArray table = "xref\n0 3\n0000000000 65535 f \n";
+    for (const QByteArray &object : objects) {
+        table += QByteArray::number(pdf.size()).rightJustified(10, '0') + " 00000 n \n";
+        pdf += object;
+    }
+    const QByteArray start = QByteArray::number(pdf.size());
+    pdf += table + "trailer\n<< /Root << /Type /Catalog /Pages 1 0 R >> /Size 3 >>\nstartxref\n" + start +
+           "\n%%EOF\n";
+    const QString path = dir.path("a.pdf");
+    test::writeFile(path, pdf);
+    for (int session = 1; session <= 3; ++session) {
+        const auto document = openPdf(path);
+        ASSERT_FALSE(document->wasRepaired());
+        std::vector<test::Entry> entries;
+        std::vector<std::string> expected;
+        for (int i = 0; i < 3 * session; ++i) {
+            entries.push_back({QString::number(i), PDFDestination{0, {1, 2}}});
+            expected.push_back(std::to_string(i) + " -> 0 (1, 2)");
+        }
+        document->setOutlineRoot(makeOutline(entries));
+        const auto error = document->writeToFile(path);
+        ASSERT_FALSE(error) << error->message.toStdString();
+        EXPECT_TRUE(contentOf(path).startsWith(pdf));
+        EXPECT_EQ(linesByQpdf(path), expected);
+    }
+}
+
 TEST(Appending, ObjectsKeepTheirGenerations) {
     const TempDir dir;
     const QByteArray page = "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 9 9] >>\nendobj\n";

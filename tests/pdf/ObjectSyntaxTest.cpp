@@ -23,6 +23,9 @@ TEST(ObjectSyntax, Strings) {
     EXPECT_EQ(stringSyntax("a (b) \\ c"), "(a \\(b\\) \\\\ c)");
     EXPECT_EQ(stringSyntax(""), "()");
     EXPECT_EQ(stringSyntax(QByteArray("\0\n\xFF", 3)), "<000aff>");
+    EXPECT_EQ(stringSyntax(" ~"), "( ~)");
+    EXPECT_EQ(stringSyntax("\x7F"), "<7f>");
+    EXPECT_EQ(stringSyntax("\x1F"), "<1f>");
 }
 
 TEST(ObjectSyntax, Numbers) {

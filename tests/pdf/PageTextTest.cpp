@@ -93,6 +93,17 @@ TEST(PageText, CharactersBeyondTheBasicPlane) {
     EXPECT_EQ(document->engine().characterBoxes(0).size(), 3U);
 }
 
+TEST(PageText, TheLastCharacterOfUnicodeIsOne) {
+    PdfBuilder pdf;
+    const int map = pdf.addStream(
+        "1 begincodespacerange <00> <FF> endcodespacerange\n"
+        "2 beginbfchar <41> <DBFFDFFF> <42> <DBFFDFFE> endbfchar");
+    pdf.addFont("L", "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica /ToUnicode " +
+                         PdfBuilder::reference(map) + " >>");
+    pdf.addPage("BT /L 10 Tf 72 700 Td (AB) Tj ET");
+    EXPECT_EQ(test::textOf(*openPdf(pdf), 0), QString::fromUtf8("\U0010FFFF\U0010FFFE\n"));
+}
+
 TEST(PageText, SizesAreRoundedToHundredths) {
     EXPECT_THAT(runsWith(show("F1", 11.9552, 72, 700, "TeX")), ElementsAre("Helvetica 11.96: TeX\n"));
     EXPECT_THAT(runsWith("BT /F1 7.97011 Tf 72 700 Td (a) Tj ET"), ElementsAre("Helvetica 7.97: a\n"));

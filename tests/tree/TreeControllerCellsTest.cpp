@@ -150,6 +150,13 @@ TEST(TreeControllerDrags, AViewCannotRemoveRows) {
     EXPECT_EQ(tree.text(), "A");
 }
 
+TEST(TreeControllerCells, IndexesAreWithinTheirParent) {
+    const Tree tree("A(B C) D");
+    EXPECT_EQ(tree.controller->index(1, 1, tree.index("A")), tree.index("C", 1));
+    for (const auto &[row, column] : {std::pair(-1, 0), {2, 0}, {0, -1}, {0, 2}})
+        EXPECT_FALSE(tree.controller->index(row, column, tree.index("A")).isValid()) << row << ' ' << column;
+}
+
 TEST(TreeControllerCells, SiblingsAreWithinTheirParent) {
     const Tree tree("A(B C) D");
     const auto sibling = [&](int row, int column, const QModelIndex &index) {

@@ -21,7 +21,7 @@ namespace {
 
 constexpr int deepest = 99;
 constexpr int indexRole = Qt::UserRole;  // of the entry among those shown, or the style's id
-enum EntryColumn : int { TitleColumn, PageColumn, DoubtColumn, EntryColumns };
+enum EntryColumn : int { TitleColumn, PageColumn, DoubtColumn };
 enum StyleColumn : int { SampleColumn, CountColumn, LevelColumn, StyleColumns };
 
 /// What speaks for an entry, for people.
@@ -106,7 +106,6 @@ QWidget *ContentsProposal::makeEntries() {
     entries_ = new QTreeWidget;
     entries_->setObjectName(QStringLiteral("contentsEntries"));
     entries_->setAccessibleName(tr("Proposed entries"));
-    entries_->setColumnCount(EntryColumns);
     entries_->setHeaderLabels({tr("Title"), tr("Page"), QString()});
     entries_->headerItem()->setToolTip(DoubtColumn, tr("Whether the entry is doubtful"));
     entries_->setUniformRowHeights(true);

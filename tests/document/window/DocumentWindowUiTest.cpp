@@ -417,6 +417,7 @@ TEST_F(Window, NoticesStandAboveThePagesAcrossTheWindow) {
     const NoticeBar *bar = window().notices()->bar("failedWrite");
     ASSERT_TRUE(bar);
     QCoreApplication::processEvents();
+    ASSERT_TRUE(window().isAncestorOf(bar));
     EXPECT_TRUE(bar->isVisible());
     const QPoint place = bar->mapTo(&window(), QPoint(0, bar->height()));
     EXPECT_LE(place.y(), window().splitViewTopLevel()->mapTo(&window(), QPoint(0, 0)).y());

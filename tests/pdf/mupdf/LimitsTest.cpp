@@ -2,6 +2,7 @@
 #include "pdf/mupdf/TimeLimit.h"
 
 #include <atomic>
+#include <cerrno>
 #include <cstring>
 #include <gtest/gtest.h>
 #include <thread>
@@ -40,6 +41,21 @@ TEST(Context, MemoryThatRunsOutIsAProblemAndNoDamage) {
     fz_free(context, block);
     ASSERT_TRUE(context.problem());
     EXPECT_EQ(context.problem()->kind, PDFError::Kind::OutOfMemory);
+}
+
+TEST(Context, WhatIsNotedIsAProblem) {
+    Context full;
+    full.noteOutOfMemory();
+    ASSERT_TRUE(full.problem());
+    EXPECT_EQ(full.problem()->kind, PDFError::Kind::OutOfMemory);
+    EXPECT_THROW(full.throwProblem(), ReadProblem);
+    Context unread;
+    unread.noteReadFailure(EIO);
+    ASSERT_TRUE(unread.problem());
+    EXPECT_EQ(unread.problem()->kind, PDFError::Kind::FileUnreadable);
+    unread.noteOutOfMemory();
+    EXPECT_EQ(unread.problem()->kind, PDFError::Kind::FileUnreadable)
+        << "what went wrong on the disk is told first";
 }
 
 TEST(Context, AskingForTooMuchAtOnceIsDamageAndNoProblem) {
