@@ -33,6 +33,7 @@ NO_STATEMENT = re.compile(
     r"static_assert|public|private|protected|namespace|class|struct|enum|friend|explicit|virtual|static|const|"
     r"constexpr|inline|extern|Q_(?!EMIT)[A-Z]+|[A-Z_]+\()\b"
 )
+TABLE = re.compile(r"^constexpr [^;{}()]+ = \{\n.*?^\};\n", re.S | re.M)
 LITERAL = re.compile(
     r"""(?P<comment>//[^\n]*|/\*.*?\*/)|(?P<preprocessor>^[ \t]*\#(?:[^\n\\]|\\.)*)|"""
     r"""(?P<raw>R"(?P<mark>[^(\s]*)\(.*?\)(?P=mark)")|(?P<string>"(?:[^"\\\n]|\\.)*")|"""
@@ -56,6 +57,14 @@ class Site(NamedTuple):
 
 def blank(text: str) -> str:
     return re.sub(r"[^\n]", " ", text)
+
+
+def is_fraction(digits: str) -> bool:
+    return re.search(r"[.eE]", digits) is not None and not digits.lower().startswith("0x")
+
+
+def integer(digits: str) -> int:
+    return int(digits, 8 if re.fullmatch(r"0\d+", digits) else 0)
 
 
 class Source:
@@ -186,20 +195,32 @@ class Source:
                 yield self.site("operator", start, end, mutated, guarded)
 
     def constants(self) -> Iterator[Site]:
+        for match, digits, suffix in self.numbers():
+            for step in (1, -1):
+                if is_fraction(digits):
+                    yield self.in_place("constant", match, repr(float(digits) + step) + suffix)
+                elif integer(digits) + step >= 0:
+                    yield self.in_place("constant", match, str(integer(digits) + step) + suffix)
+
+    def thirds(self, up: bool) -> Iterator[Site]:
+        """Thresholds moved by a third, or by one where that is more; flags and the like are none."""
+        for match, digits, suffix in self.numbers():
+            if is_fraction(digits):
+                moved = repr(round(float(digits) * (4 if up else 2) / 3, 6))
+            elif integer(digits) > 2:
+                step = max(1, round(integer(digits) / 3))
+                moved = str(integer(digits) + (step if up else -step))
+            else:
+                continue
+            yield self.in_place("third up" if up else "third down", match, moved + suffix)
+
+    def numbers(self) -> Iterator[tuple[re.Match, str, str]]:
+        """Constants, with their digits and the letters behind these."""
         for match in CONSTANT.finditer(self.mask):
             if re.search(r"(?:\)|const|override) =\s*$", self.mask[: match.start()][-20:]):
                 continue  # a pure virtual function
             digits, suffix = re.fullmatch(r"(0[xX][0-9a-fA-F']+|[\d'.eE+-]+?)([uUlLzZfF]*)", match[0]).groups()
-            plain = digits.replace("'", "")
-            for step in (1, -1):
-                if re.search(r"[.eE]", plain) and not plain.lower().startswith("0x"):
-                    other = repr(float(plain) + step)
-                else:
-                    value = int(plain, 0) if not re.fullmatch(r"0\d+", plain) else int(plain, 8)
-                    if value + step < 0:
-                        continue
-                    other = str(value + step)
-                yield self.in_place("constant", match, other + suffix)
+            yield match, digits.replace("'", ""), suffix
 
     def booleans(self) -> Iterator[Site]:
         for match in BOOLEAN.finditer(self.mask):
@@ -273,7 +294,11 @@ class Source:
             return True
         return bool(re.fullmatch(r"(?:\+\+|--)[\w.\->]+", statement))
 
-    def sites(self) -> Iterator[Site]:
+    def sites(self, thirds: str | None = None) -> Iterator[Site]:
+        """All of them; with "up" or "down" only thresholds, by a third in that direction."""
+        if thirds:
+            yield from self.thirds(thirds == "up")
+            return
         yield from self.operators()
         yield from self.constants()
         yield from self.booleans()
@@ -288,5 +313,6 @@ class Source:
         for number, site in sorted(chosen, key=lambda each: each[1].start, reverse=True):
             guarded = site.guarded.replace("{number}", str(number))
             text = text[: site.start] + guarded + text[site.end :]
+        text = TABLE.sub(lambda m: m[0].replace("constexpr", "const", 1) if "mutant(" in m[0] else m[0], text)
         once = "#pragma once\n" if self.path.endswith(".h") else ""
         return f'{once}#pragma GCC system_header\n#include "Mutant.h"\n#line 1 "{self.path}"\n{text}'
