@@ -225,7 +225,7 @@ ProposedEntry Completion::printedEntry(size_t index) const {
     proposed.y = entry.y;
     proposed.level = entry.level;
     proposed.sources = PrintedSource | (entry.link ? LinkSource : 0U);
-    proposed.confidence = entry.link ? 0.5 : 0.3;
+    proposed.confidence = entry.link ? 0.45 : 0.3;
     if (!entry.heading.isNull()) {
         const PageLines &page = stages_.pages[static_cast<size_t>(entry.heading.page)];
         proposed.column = page.line(entry.heading.line).column;
@@ -309,11 +309,15 @@ std::vector<ProposedEntry> headingsOutline(const ContentsAnalysis::Stages &stage
 
 }  // namespace
 
+int idOfCandidate(size_t candidate) {
+    return idOf(Origin::Candidate, candidate);
+}
+
 ProposedEntry proposedHeading(const ContentsAnalysis::Stages &stages, size_t index, int level) {
     const HeadingCandidate &candidate = stages.headings.candidates[index];
     const int key = static_cast<int>(index);
     ProposedEntry entry;
-    entry.id = idOf(Origin::Candidate, index);
+    entry.id = idOfCandidate(index);
     entry.title = candidate.block.text;
     entry.page = candidate.block.page;
     entry.column = candidate.block.column;

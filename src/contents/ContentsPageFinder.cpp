@@ -2,6 +2,7 @@
 
 #include "contents/ContentsWords.h"
 #include "contents/TextFolding.h"
+#include "pdf/ReadAhead.h"
 
 #include <QRegularExpression>
 #include <QSet>
@@ -75,6 +76,21 @@ bool isContentsPage(const PageCounts &page, bool continues) {
            page.risingLinks >= 0.85 && page.targets >= std::min(4.0, page.linked * 0.3);
 }
 
+/// A page that may be one of a contents.
+struct FrontPage {
+    PageCounts counts;
+    std::vector<ContentsRow> rows;  ///< None where it is no such page, whatever the page before is.
+};
+
+FrontPage readFrontPage(const PageLines &page, int index, bool withLinks) {
+    FrontPage result;
+    result.rows = contentsRows(page, index, withLinks);
+    result.counts = countRows(result.rows);
+    if (!withLinks) result.counts.linked = 0;
+    if (!isContentsPage(result.counts, true)) result.rows.clear();
+    return result;
+}
+
 }  // namespace
 
 int endOfFrontPages(int pageCount) {
@@ -85,28 +101,33 @@ int endOfFrontPages(int pageCount) {
 
 ContentsPageFindings findContentsPages(const std::vector<PageLines> &pages, bool withLinks) {
     ContentsPageFindings findings;
-    std::map<int, PageCounts> counts;
-    for (int i = 0; i < endOfFrontPages(static_cast<int>(pages.size())); ++i) {
-        const PageLines &page = pages[static_cast<size_t>(i)];
-        if (page.lines.empty()) continue;
-        findings.rows[i] = contentsRows(page, i, withLinks);
-        counts[i] = countRows(findings.rows[i]);
-        if (!withLinks) counts[i].linked = 0;
-    }
-    const auto isOne = [&counts](int page, bool continues) {
-        const auto found = counts.find(page);
-        return found != counts.end() && isContentsPage(found->second, continues);
+    const int end = endOfFrontPages(static_cast<int>(pages.size()));
+    std::vector<FrontPage> front(static_cast<size_t>(end));
+    onAllCores(end, [&](int i) {
+        front[static_cast<size_t>(i)] = readFrontPage(pages[static_cast<size_t>(i)], i, withLinks);
+    });
+    const auto isEmpty = [&pages, end](int page) {
+        return page >= end || pages[static_cast<size_t>(page)].lines.empty();
     };
-    for (const auto &[first, count] : counts) {
+    const auto isOne = [&front, &isEmpty](int page, bool continues) {
+        return !isEmpty(page) && isContentsPage(front[static_cast<size_t>(page)].counts, continues);
+    };
+    for (int first = 0; first < end; ++first) {
+        if (!front[static_cast<size_t>(first)].rows.empty())
+            findings.rows[first] = std::move(front[static_cast<size_t>(first)].rows);
         if (!findings.regions.empty() && first <= findings.regions.back().lastPage) continue;
         if (!isOne(first, false)) continue;
+        // Where rows have numbers, a page of links without any is no more of the contents.
+        const bool isNumbered = front[static_cast<size_t>(first)].counts.entries > 0;
+        const auto continues = [&](int page) {
+            return isOne(page, true) && !(isNumbered && front[static_cast<size_t>(page)].counts.entries == 0);
+        };
         int last = first;
         while (true) {
             // One page without text may lie between.
-            const bool emptyBetween = !counts.contains(last + 1);
-            if (isOne(last + 1, true)) {
+            if (continues(last + 1)) {
                 ++last;
-            } else if (emptyBetween && isOne(last + 2, true)) {
+            } else if (isEmpty(last + 1) && continues(last + 2)) {
                 last += 2;
             } else {
                 break;

@@ -14,7 +14,7 @@ struct ContentsRegion {
 
 /// Where printed contents may be.
 struct ContentsPageFindings {
-    std::map<int, std::vector<ContentsRow>> rows;  ///< Of each page that was looked at.
+    std::map<int, std::vector<ContentsRow>> rows;  ///< Of the pages that may be ones of a contents.
     std::vector<ContentsRegion> regions;
 };
 

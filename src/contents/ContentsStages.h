@@ -58,6 +58,9 @@ std::vector<ProposedEntry> completeEntries(const ContentsAnalysis::Stages &stage
                                            const std::vector<ExistingEntry> &existing,
                                            const ContentsChoices &choices);
 
+/// The id of a candidate as an entry.
+int idOfCandidate(size_t candidate);
+
 /// A candidate as an entry.
 ProposedEntry proposedHeading(const ContentsAnalysis::Stages &stages, size_t candidate, int level);
 

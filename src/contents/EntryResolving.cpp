@@ -221,6 +221,12 @@ void Resolver::betweenNeighbours(size_t index) {
 void resolveEntries(std::vector<PrintedEntry> &entries, const std::vector<PageLines> &pages,
                     const PrintedNumbers &numbers, TitleSearch &search) {
     Resolver resolver(entries, pages, numbers, search);
+    QSet<int> linked;
+    for (const PrintedEntry &entry : entries) {
+        const int page = entry.link ? entry.link->targetPage : -1;
+        if (page >= 0 && page < static_cast<int>(pages.size())) linked.insert(page);
+    }
+    search.prepare(linked);
     for (PrintedEntry &entry : entries) {
         if (entry.link) resolver.byLink(entry);
     }

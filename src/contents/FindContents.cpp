@@ -4,6 +4,7 @@
 #include "contents/ContentsStages.h"
 #include "contents/RunningHeads.h"
 #include "contents/TextFolding.h"
+#include "pdf/ReadAhead.h"
 
 #include <QRegularExpression>
 #include <QSet>
@@ -20,14 +21,28 @@ bool isFromTeX(const QString &producer) {
     return tex.match(producer).hasMatch();
 }
 
+/// Whether there is something to be read. A document without pages lacks none.
 bool hasEnoughText(const std::vector<PageLines> &pages) {
     constexpr double fewestLetters = 50;  // a page
+    if (pages.empty()) return true;
+    const double enough = fewestLetters * static_cast<double>(pages.size());
     double letters = 0;
     for (const PageLines &page : pages) {
         for (const TextLine &line : page.lines)
             letters += countLetters(line.text);
+        if (letters >= enough) return true;
     }
-    return letters > 0 && letters >= fewestLetters * static_cast<double>(pages.size());
+    return false;
+}
+
+/// Nothing, but what there is to read.
+FoundContents nothingOf(const Stages &stages) {
+    FoundContents found;
+    found.hasText = stages.hasText;
+    found.pageCount = static_cast<int>(stages.pages.size());
+    found.pagesWithoutText = static_cast<int>(std::count_if(
+        stages.pages.begin(), stages.pages.end(), [](const PageLines &page) { return page.lines.empty(); }));
+    return found;
 }
 
 /// Applies what the user says to styles and entries.
@@ -41,7 +56,7 @@ std::vector<ProposedEntry> withChoices(const Stages &stages, std::vector<Propose
     for (size_t i = 0; i < stages.headings.candidates.size(); ++i) {
         const int style = stages.headings.candidates[i].style;
         const bool wanted = choices.styles.value(style).accepted.value_or(false) ||
-                            choices.entries.value(proposedHeading(stages, i, 1).id, false);
+                            choices.entries.value(idOfCandidate(i), false);
         if (wanted && !present.contains(static_cast<int>(i))) added.push_back(i);
     }
     int deepest = 0;
@@ -137,17 +152,20 @@ std::vector<HeadingStyle> stylesOf(const Stages &stages, const std::vector<Conte
 }
 
 /// Concludes from the lines what there is.
-void analyseLines(Stages &stages, const DocumentEvidence &document, bool textOnly,
+void analyseLines(Stages &stages, const ContentsPages &pages, bool textOnly,
                   const std::function<void(double)> &progress) {
+    DocumentEvidence document;
+    const std::function<void()> independent[] = {[&] { document = pages.documentEvidence(); },
+                                                 [&] { stages.body = findBodyStyle(stages.pages); },
+                                                 [&] { markRunningHeads(stages.pages); }};
+    onAllCores(static_cast<int>(std::size(independent)), [&](int i) { independent[i](); });
     stages.isFromTeX = isFromTeX(document.producer);
-    stages.body = findBodyStyle(stages.pages);
-    markRunningHeads(stages.pages);
     const PrintedNumbers numbers(stages.pages, textOnly ? QStringList() : document.pageLabels);
     progress(0.2);
     stages.printed =
         findPrintedContents(stages.pages, findContentsPages(stages.pages, !textOnly), numbers, stages.body);
-    for (PageLines &page : stages.pages)
-        dropSpans(page);
+    onAllCores(static_cast<int>(stages.pages.size()),
+               [&stages](int page) { dropSpans(stages.pages[static_cast<size_t>(page)]); });
     progress(0.6);
     stages.headings = findHeadingCandidates(makeBlocks(stages.pages, stages.body), stages.pages, stages.body);
     scoreHeadings(stages.headings, stages.body);
@@ -164,8 +182,7 @@ ContentsAnalysis::ContentsAnalysis() : stages_(std::make_unique<Stages>()) {}
 ContentsAnalysis::~ContentsAnalysis() = default;
 
 FoundContents ContentsAnalysis::choose(const ContentsOptions &options, const ContentsChoices &choices) const {
-    FoundContents found;
-    found.hasText = stages_->hasText;
+    FoundContents found = nothingOf(*stages_);
     if (!found.hasText) return found;
     const std::vector<ProposedEntry> proposed =
         withChoices(*stages_, combineStages(*stages_, options.depth), choices);
@@ -177,8 +194,7 @@ FoundContents ContentsAnalysis::choose(const ContentsOptions &options, const Con
 FoundContents ContentsAnalysis::complete(const std::vector<ExistingEntry> &existing,
                                          const ContentsOptions &options,
                                          const ContentsChoices &choices) const {
-    FoundContents found;
-    found.hasText = stages_->hasText;
+    FoundContents found = nothingOf(*stages_);
     if (!found.hasText) return found;
     found.entries = finishedEntries(*stages_, completeEntries(*stages_, existing, choices), options.maxDepth);
     found.styles = stylesOf(*stages_, found.entries);
@@ -206,7 +222,7 @@ std::unique_ptr<ContentsAnalysis> analyseContents(const ContentsPages &pages, bo
     if (stop.stop_requested()) return nullptr;
     stages.hasText = hasEnoughText(stages.pages);
     if (!stages.hasText) return analysis;
-    analyseLines(stages, pages.documentEvidence(), textOnly,
+    analyseLines(stages, pages, textOnly,
                  [&](double done) { tell(readingShare + (1 - readingShare) * done); });
     tell(1);
     return analysis;

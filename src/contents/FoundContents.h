@@ -87,7 +87,12 @@ struct FoundContents {
     std::vector<ContentsEntry> entries;
     std::vector<HeadingStyle> styles;  ///< From large to small.
     bool hasText = true;               ///< False for page images: fewer than 50 letters a page.
+    int pageCount = 0;                 ///< Of the document.
+    int pagesWithoutText = 0;          ///< Blank ones and page images.
     bool cancelled = false;            ///< Stopped before the end; nothing else is set.
+
+    /// Whether so many pages have no text, a quarter and more than one, that they can't just be blank.
+    bool lacksText() const { return pagesWithoutText > 1 && 4 * pagesWithoutText >= pageCount; }
 };
 
 }  // namespace leafwright

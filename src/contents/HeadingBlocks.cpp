@@ -1,6 +1,7 @@
 #include "contents/HeadingBlocks.h"
 
 #include "contents/TextFolding.h"
+#include "pdf/ReadAhead.h"
 
 #include <cmath>
 
@@ -168,6 +169,20 @@ void addLabel(const TextBlock &label, TextBlock &title) {
     title.lines.insert(title.lines.begin(), label.lines.begin(), label.lines.end());
 }
 
+std::vector<TextBlock> blocksOfPage(PageLines &page, const BodyStyle &body) {
+    const bool hasColumns = assignColumns(page);
+    std::vector<TextBlock> all = BlockMaker(page, body, hasColumns).blocks();
+    std::vector<TextBlock> blocks;
+    for (size_t k = 0; k < all.size(); ++k) {
+        if (k + 1 < all.size() && isLabelOf(all[k], all[k + 1], page, body)) {
+            addLabel(all[k], all[k + 1]);
+            ++k;
+        }
+        blocks.push_back(std::move(all[k]));
+    }
+    return blocks;
+}
+
 }  // namespace
 
 bool assignColumns(PageLines &page) {
@@ -205,19 +220,14 @@ bool assignColumns(PageLines &page) {
 }
 
 std::vector<TextBlock> makeBlocks(std::vector<PageLines> &pages, const BodyStyle &body) {
+    std::vector<std::vector<TextBlock>> ofPages(pages.size());
+    onAllCores(static_cast<int>(pages.size()), [&](int i) {
+        const auto index = static_cast<size_t>(i);
+        ofPages[index] = blocksOfPage(pages[index], body);
+    });
     std::vector<TextBlock> blocks;
-    for (size_t i = 0; i < pages.size(); ++i) {
-        const bool hasColumns = assignColumns(pages[i]);
-        BlockMaker maker(pages[i], body, hasColumns);
-        std::vector<TextBlock> own = maker.blocks();
-        for (size_t k = 0; k < own.size(); ++k) {
-            if (k + 1 < own.size() && isLabelOf(own[k], own[k + 1], pages[i], body)) {
-                addLabel(own[k], own[k + 1]);
-                ++k;
-            }
-            blocks.push_back(std::move(own[k]));
-        }
-    }
+    for (std::vector<TextBlock> &ofPage : ofPages)
+        std::move(ofPage.begin(), ofPage.end(), std::back_inserter(blocks));
     return blocks;
 }
 

@@ -55,9 +55,7 @@ bool isCandidate(const TextBlock &block, const TextLine &first, const BodyStyle 
     constexpr double apart = 1.25;
     constexpr double slightlyApart = 1.15;
     const QString &text = block.text;
-    if (countLetters(text) < fewestLetters && !hasIdeographs(text)) return false;
     if (block.lines.size() > mostLines + (block.hasLabel ? 1 : 0) || text.size() > longest) return false;
-    if (text.startsWith(u'[') && text.endsWith(u']')) return false;
     const bool bigger = isBigger(block, body);
     const bool bold = block.look.bold && !body.bold;
     const bool italicApart = block.look.italic && first.gapAbove > slightlyApart * body.leading;
@@ -66,6 +64,8 @@ bool isCandidate(const TextBlock &block, const TextLine &first, const BodyStyle 
     const bool numbered = kind != NumberKind::None && kind != NumberKind::PerhapsSingle;
     if (!bigger && !bold && !italicApart && !block.look.capitals && !otherFamily && !numbered) return false;
     if (block.look.size < smallest * body.size) return false;
+    if (countLetters(text) < fewestLetters && !hasIdeographs(text)) return false;
+    if (text.startsWith(u'[') && text.endsWith(u']')) return false;
     if (bigger || block.look.bold) return true;
     return !block.look.mono &&
            block.gapAbove > apart * std::max(body.leading, slightlyApart * block.look.size);

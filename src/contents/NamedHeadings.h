@@ -2,6 +2,8 @@
 
 #include "contents/HeadingFeatures.h"
 
+#include <QHash>
+
 namespace leafwright {
 
 /// What a named destination says of the heading that it leads to.

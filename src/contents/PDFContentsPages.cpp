@@ -1,5 +1,6 @@
 #include "contents/PDFContentsPages.h"
 
+#include "contents/ContentsPageFinder.h"
 #include "pdf/ReadAhead.h"
 
 #include <map>
@@ -57,7 +58,8 @@ std::shared_ptr<const PageEvidence> PDFContentsPages::pageEvidence(int index) co
     evidence->rotation = page.rotation();
     evidence->spans = document_.engine().textSpans(index);
     if (evidence->spans.empty() && copy_) evidence->spans = copy_->engine().textSpans(index);
-    evidence->links = linksOf(page);
+    // Those of later pages are of no printed contents, and finding where they lead takes its time.
+    if (index < endOfFrontPages(document_.pageCount())) evidence->links = linksOf(page);
     return evidence;
 }
 

@@ -10,9 +10,11 @@ namespace leafwright {
 
 namespace {
 
-constexpr double alongAxis = 0.95;  // the least part of a direction that counts as along an axis
+constexpr double alongAxis = 0.95;             // the least part of a direction that counts as along an axis
+constexpr char16_t firstRightToLeft = 0x0590;  // of Unicode's blocks
 
 bool isRightToLeftLetter(QChar c) {
+    if (c.unicode() < firstRightToLeft) return false;
     return c.direction() == QChar::DirR || c.direction() == QChar::DirAL;
 }
 
@@ -73,6 +75,16 @@ std::vector<std::pair<QChar, double>> placedLetters(const std::vector<LineSpan> 
     return letters;
 }
 
+/// The letters that stand between blanks.
+int countSingleLetters(const QString &text) {
+    int singles = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const bool alone = (i == 0 || text[i - 1] == u' ') && (i + 1 == text.size() || text[i + 1] == u' ');
+        singles += alone && text[i].isLetter() ? 1 : 0;
+    }
+    return singles;
+}
+
 double turnedBaseline(const TextSpan &span, const ReadingFrame &frame) {
     if (std::abs(span.direction.y()) < alongAxis) return frame.toRead(QPointF(0, span.baseline)).y();
     return frame.toRead(QPointF(span.baseline, 0)).y();
@@ -111,8 +123,8 @@ bool isRightToLeft(QStringView text) {
 }
 
 QString spanText(const TextSpan &span) {
-    const bool latin =
-        std::all_of(span.text.begin(), span.text.end(), [](QChar c) { return c.unicode() < 0x0590; });
+    const bool latin = std::all_of(span.text.begin(), span.text.end(),
+                                   [](QChar c) { return c.unicode() < firstRightToLeft; });
     if (latin) return span.text;
     const QString ordered = isInVisualOrder(span) ? turnedAround(span.text) : span.text;
     const bool forms = std::any_of(ordered.begin(), ordered.end(), isPresentationForm);
@@ -133,11 +145,10 @@ QString withoutLetterSpacing(const QString &text, const std::vector<LineSpan> &s
     constexpr qsizetype fewestPieces = 5;
     constexpr double shareOfSingles = 0.8;
     constexpr double wordGap = 1.6;  // of the median distance between two letters' beginnings
-    const QList<QStringView> pieces = QStringView(text).split(u' ');
-    if (pieces.size() < fewestPieces || hasIdeographs(text)) return text;
-    const auto singles = std::count_if(pieces.begin(), pieces.end(),
-                                       [](QStringView p) { return p.size() == 1 && p.front().isLetter(); });
-    if (static_cast<double>(singles) < shareOfSingles * static_cast<double>(pieces.size())) return text;
+    const qsizetype pieces = text.count(u' ') + 1;
+    if (pieces < fewestPieces) return text;
+    const auto singles = static_cast<double>(countSingleLetters(text));
+    if (singles < shareOfSingles * static_cast<double>(pieces) || hasIdeographs(text)) return text;
 
     const std::vector<std::pair<QChar, double>> letters = placedLetters(spans);
     if (letters.size() < 3) return QString(text).remove(u' ');

@@ -3,6 +3,7 @@
 #include "contents/Numbering.h"
 #include "contents/SequenceRatio.h"
 #include "contents/TextFolding.h"
+#include "pdf/ReadAhead.h"
 
 #include <cmath>
 
@@ -67,12 +68,17 @@ double roughScore(const QStringList &forms, const QStringList &lineForms) {
 }  // namespace
 
 const std::vector<QStringList> &TitleSearch::formsOf(int page) {
-    const auto known = forms_.constFind(page);
-    if (known != forms_.constEnd()) return *known;
-    std::vector<QStringList> forms;
+    std::optional<std::vector<QStringList>> &forms = forms_[static_cast<size_t>(page)];
+    if (forms) return *forms;
+    forms.emplace();
     for (const TextLine &line : pages_[static_cast<size_t>(page)].lines)
-        forms.push_back(titleForms(line.text));
-    return *forms_.insert(page, std::move(forms));
+        forms->push_back(titleForms(line.text));
+    return *forms;
+}
+
+void TitleSearch::prepare(const QSet<int> &pages) {
+    const std::vector<int> all(pages.begin(), pages.end());
+    onAllCores(static_cast<int>(all.size()), [&](int i) { formsOf(all[static_cast<size_t>(i)]); });
 }
 
 double TitleSearch::lookBonus(const TextLine &line) const {

@@ -2,7 +2,7 @@
 
 #include "contents/BodyStyle.h"
 
-#include <QHash>
+#include <QSet>
 
 namespace leafwright {
 
@@ -17,7 +17,11 @@ struct TitlePlace {
 class TitleSearch {
 public:
     /// @param pages and @param body must outlive the search.
-    TitleSearch(const std::vector<PageLines> &pages, const BodyStyle &body) : pages_(pages), body_(body) {}
+    TitleSearch(const std::vector<PageLines> &pages, const BodyStyle &body)
+        : pages_(pages), body_(body), forms_(pages.size()) {}
+
+    /// Looks at pages on all cores, as a search on them would one by one. @param pages that there are
+    void prepare(const QSet<int> &pages);
 
     /// The line of a page that best holds a title, alone or with the lines below it. Titles that are equal
     /// score most, then lines that go on behind the title, then those that are much alike; large and bold
@@ -36,7 +40,7 @@ private:
 
     const std::vector<PageLines> &pages_;
     const BodyStyle &body_;
-    QHash<int, std::vector<QStringList>> forms_;
+    std::vector<std::optional<std::vector<QStringList>>> forms_;  // of the pages that were looked at
 };
 
 }  // namespace leafwright

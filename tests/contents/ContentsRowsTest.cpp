@@ -166,6 +166,27 @@ TEST(ContentsPages, LinkedListsWithoutNumbers) {
     EXPECT_EQ(regionsOf(pages, false), 0U);
 }
 
+TEST(ContentsPages, LinkedListBehindNumberedRowsIsNoMoreOfThem) {
+    const auto lastPage = [](bool numbered) {
+        MadePages pages;
+        pages.page().text(60, 60, "Contents", boldLook(16));
+        for (int i = 0; i < 12; ++i) {
+            const int y = 80 + 12 * i;
+            const QString title = QString("Title %1").arg(QChar(u'a' + i));
+            numbered ? pages.contentsRow(60, y, title, QString::number(i + 1)) : pages.text(60, y, title);
+            pages.link(60, 540, y, i + 1, 80);
+        }
+        pages.page();
+        for (int i = 0; i < 12; ++i) {
+            pages.text(60, 80 + 12 * i, QString("What %1 says of it").arg(QChar(u'a' + i)));
+            pages.link(60, 540, 80 + 12 * i, i + 1, 80);
+        }
+        return findContentsPages(readAllLines(pages, {}, [](int) {}), true).regions.at(0).lastPage;
+    };
+    EXPECT_EQ(lastPage(true), 0);
+    EXPECT_EQ(lastPage(false), 1);
+}
+
 TEST(ContentsPages, AreLookedForInTheFront) {
     EXPECT_EQ(endOfFrontPages(20), 20);
     EXPECT_EQ(endOfFrontPages(100), 61);

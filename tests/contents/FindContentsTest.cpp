@@ -108,7 +108,39 @@ TEST(FindContents, PagesWithoutTextSaySo) {
     for (int i = 0; i < 5; ++i)
         pages.page().text(60, 100, "Scanned by a machine");
     EXPECT_FALSE(findContents(pages, {}).hasText);
-    EXPECT_FALSE(findContents(MadePages(), {}).hasText);
+}
+
+TEST(FindContents, FiftyLettersAPageAreEnoughText) {
+    const auto hasText = [](int letters) {
+        MadePages pages;
+        for (int i = 0; i < 5; ++i)
+            pages.page().text(60, 100, QString(letters, u'a'));
+        return findContents(pages, {}).hasText;
+    };
+    EXPECT_TRUE(hasText(50));
+    EXPECT_FALSE(hasText(49));
+}
+
+TEST(FindContents, WithoutPagesNothingIsFound) {
+    const FoundContents found = findContents(MadePages(), {});
+    EXPECT_TRUE(found.hasText) << "no page lacks it";
+    EXPECT_FALSE(found.lacksText());
+    EXPECT_TRUE(found.entries.empty());
+}
+
+TEST(FindContents, PagesWithoutTextAreCountedAmongOthers) {
+    const auto found = [](int withText, int without) {
+        MadePages pages;
+        addChapters(pages, withText);
+        for (int i = 0; i < without; ++i)
+            pages.page();
+        return findContents(pages, {});
+    };
+    EXPECT_EQ(found(6, 2).pageCount, 8);
+    EXPECT_EQ(found(6, 2).pagesWithoutText, 2);
+    EXPECT_TRUE(found(6, 2).lacksText()) << "a quarter";
+    EXPECT_FALSE(found(7, 2).lacksText()) << "which may be blank";
+    EXPECT_FALSE(found(2, 1).lacksText()) << "as the back of a leaf may be";
 }
 
 TEST(FindContents, DepthIsLimited) {

@@ -32,6 +32,16 @@ TEST(PDFContentsPages, WhatIsOnAPage) {
     EXPECT_FALSE(evidence->links[1].targetPoint);
 }
 
+TEST(PDFContentsPages, LinksOfThePagesInFrontAlone) {
+    PdfBuilder pdf;
+    for (int i = 0; i < 62; ++i)
+        pdf.addPage({}, "/Annots [<< /Subtype /Link /Rect [10 20 110 40] /Dest [0 /Fit] >>]");
+    const auto document = openPdf(pdf);
+    EXPECT_THAT(PDFContentsPages(*document).pageEvidence(60)->links, SizeIs(1));
+    EXPECT_THAT(PDFContentsPages(*document).pageEvidence(61)->links, IsEmpty())
+        << "where no printed contents is looked for";
+}
+
 TEST(PDFContentsPages, LabelsWhereTheFileHasThem) {
     PdfBuilder pdf;
     pdf.addNumberedPages(2);

@@ -141,6 +141,29 @@ TEST(BodyStyle, NoiseInSizesIsRoundedAway) {
     EXPECT_TRUE(lines[0].lines.at(4).isBody);
 }
 
+TEST(BodyStyle, LinesOfItsSizeAreInItAndLargerOnesAreNot) {
+    MadePages pages = MadePages().page().paragraph(100, 20);
+    pages.text(60, 400, "A quarter of a point more", {10.25}).text(60, 420, "Half a point more", {10.5});
+    std::vector<PageLines> lines = linesOf(pages);
+    findBodyStyle(lines);
+    EXPECT_TRUE(lines[0].line(20).isBody);
+    EXPECT_FALSE(lines[0].line(21).isBody);
+}
+
+/// The leading of pages with two lines of running text each, so far apart.
+double leadingOf(double distance) {
+    MadePages pages;
+    for (int i = 0; i < 3; ++i)
+        pages.page().paragraph(100, 1).paragraph(100 + distance, 1);
+    std::vector<PageLines> lines = linesOf(pages);
+    return findBodyStyle(lines).leading;
+}
+
+TEST(BodyStyle, LinesFarApartHaveNoLeading) {
+    EXPECT_EQ(leadingOf(39), 39);
+    EXPECT_EQ(leadingOf(41), 12) << "what is usual";
+}
+
 /// Pages numbered at the bottom: the numbers are the given texts.
 PrintedNumbers numbersOf(const QStringList &numbers, const QStringList &labels = {}) {
     return PrintedNumbers(linesOf(pagesWith(numbers, 770)), labels);

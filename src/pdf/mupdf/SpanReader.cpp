@@ -19,6 +19,7 @@ constexpr double largestShift = 0.4;
 
 /// Accents that the typesetter drew as characters of their own, at any height.
 bool isAccent(char32_t code) {
+    if (code < 0x80) return code == u'^' || code == u'`';
     switch (QChar::category(code)) {
         case QChar::Mark_NonSpacing:
         case QChar::Mark_Enclosing:
@@ -88,13 +89,14 @@ private:
         auto code = static_cast<char32_t>(character.c);
         if (code > QChar::LastValidCodePoint || QChar::isSurrogate(code)) code = QChar::ReplacementCharacter;
         const bool blank = code < u' ' || QChar::isSpace(code);
-        if (blank && span_.text.isEmpty()) return;
-        if (blank) code = u' ';
-        const double height = heightOf(character.origin);
+        if (blank && text_.isEmpty()) return;
         // Producers set blanks in any font, and accents at any height.
-        if (!blank && !continues(character, isAccent(code), height)) beginSpan(character);
+        if (blank) return append(u' ', character, blank);
+        const double height = heightOf(character.origin);
+        const bool accent = isAccent(code);
+        if (!continues(character, accent, height)) beginSpan(character);
         append(code, character, blank);
-        if (!blank && !isAccent(code)) heights_.push_back(height);
+        if (!accent) heights_.push_back(height);
     }
 
     /// How far below the page's top a point is, or right of its left edge where text runs up or down.
@@ -104,7 +106,7 @@ private:
     }
 
     bool continues(const fz_stext_char &character, bool accent, double height) const {
-        if (span_.text.isEmpty() || character.font != font_ || character.size != size_ ||
+        if (text_.isEmpty() || character.font != font_ || character.size != size_ ||
             character.color != color_)
             return false;
         return accent || heights_.empty() || std::abs(height - heights_.front()) <= largestShift * span_.size;
@@ -117,11 +119,13 @@ private:
         color_ = character.color;
         const auto known = std::find_if(fonts_.begin(), fonts_.end(),
                                         [this](const auto &font) { return font.first == font_; });
-        const SpanFont font = known == fonts_.end() ? SpanFont() : known->second;
-        span_.fontName = font.name;
-        span_.bold = font.bold;
-        span_.italic = font.italic;
-        span_.mono = font.mono;
+        if (known != fonts_.end()) {
+            const SpanFont &font = known->second;
+            span_.fontName = font.name;
+            span_.bold = font.bold;
+            span_.italic = font.italic;
+            span_.mono = font.mono;
+        }
         span_.size = double{size_} * sizeScale_;
         span_.direction = direction_;
         span_.color = static_cast<QRgb>(color_) | 0xff000000U;
@@ -131,18 +135,31 @@ private:
     }
 
     void append(char32_t code, const fz_stext_char &character, bool blank) {
-        const fz_rect box = fz_transform_rect(fz_rect_from_quad(character.quad), toShown_);
+        const fz_rect box = boxOf(character.quad);
         const auto utf16 = QChar::fromUcs4(code);
-        const QStringView units = utf16;
-        span_.text += units;
-        span_.starts.insert(span_.starts.end(), static_cast<size_t>(units.size()),
-                            vertical_ ? box.y0 : box.x0);
+        for (const char16_t unit : utf16) {
+            text_ += QChar(unit);
+            starts_.push_back(vertical_ ? box.y0 : box.x0);
+        }
         if (!blank) box_ = fz_union_rect(box_, box);
         ++characters_;
     }
 
+    /// As it is shown. Nearly all pages are shown as they are or upside down, for which there is a short way.
+    fz_rect boxOf(const fz_quad &quad) const {
+        const fz_rect box = fz_rect_from_quad(quad);
+        if (toShown_.b != 0 || toShown_.c != 0) return fz_transform_rect(box, toShown_);
+        const auto [x0, x1] =
+            std::minmax({box.x0 * toShown_.a + toShown_.e, box.x1 * toShown_.a + toShown_.e});
+        const auto [y0, y1] =
+            std::minmax({box.y0 * toShown_.d + toShown_.f, box.y1 * toShown_.d + toShown_.f});
+        return {x0, y0, x1, y1};
+    }
+
     void endSpan() {
-        if (!span_.text.isEmpty()) {
+        if (!text_.isEmpty()) {
+            span_.text = QString(text_.constData(), text_.size());
+            span_.starts.assign(starts_.begin(), starts_.end());
             // What most characters stand on, since the first may be raised.
             if (!heights_.empty()) {
                 const auto middle = heights_.begin() + static_cast<std::ptrdiff_t>(heights_.size() / 2);
@@ -157,6 +174,8 @@ private:
             spans_.push_back(std::move(span_));
         }
         span_ = {};
+        text_.resize(0);  // which keeps the room that it has
+        starts_.clear();
         heights_.clear();
     }
 
@@ -172,6 +191,8 @@ private:
     float size_ = 0;
     int color_ = 0;
     TextSpan span_;
+    QString text_;
+    std::vector<float> starts_;
     fz_rect box_ = fz_empty_rect;
     std::vector<double> heights_;  // of the characters that are no accents
 };
