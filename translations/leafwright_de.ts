@@ -769,6 +769,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>--ocr needs the program ocrmypdf; install the package of that name</source>
         <translation>--ocr braucht das Programm ocrmypdf; installieren Sie das Paket dieses Namens</translation>
     </message>
+    <message>
+        <source>%1: %2 of %3 pages are without text; --ocr recognises that of images</source>
+        <translation>%1: %2 von %3 Seiten sind ohne Text; --ocr erkennt den von Bildern</translation>
+    </message>
 </context>
 <context>
     <name>ContentsCommands</name>
@@ -791,14 +795,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>The program ocrmypdf can recognise their text; install the package of that name.</source>
         <translation>Das Programm ocrmypdf kann ihren Text erkennen; installieren Sie das Paket dieses Namens.</translation>
-    </message>
-    <message>
-        <source>The pages are images without text. Recognise their text with the program ocrmypdf?
-
-That takes some seconds a page. It is done in a copy; the file stays as it is.</source>
-        <translation>Die Seiten sind Bilder ohne Text. Den Text mit dem Programm ocrmypdf erkennen?
-
-Das dauert einige Sekunden je Seite. Es geschieht in einer Kopie; die Datei bleibt, wie sie ist.</translation>
     </message>
     <message>
         <source>Languages, such as deu+eng:</source>
@@ -839,6 +835,22 @@ Das dauert einige Sekunden je Seite. Es geschieht in einer Kopie; die Datei blei
     <message>
         <source>OK</source>
         <translation>OK</translation>
+    </message>
+    <message>
+        <source>%1 of %2 pages are without text.</source>
+        <translation>%1 von %2 Seiten sind ohne Text.</translation>
+    </message>
+    <message>
+        <source>Recognise their text with the program ocrmypdf?</source>
+        <translation>Den Text mit dem Programm ocrmypdf erkennen?</translation>
+    </message>
+    <message>
+        <source>That takes some seconds a page. It is done in a copy; the file stays as it is.</source>
+        <translation>Das dauert einige Sekunden je Seite. Es geschieht in einer Kopie; die Datei bleibt, wie sie ist.</translation>
+    </message>
+    <message>
+        <source>Go On Without</source>
+        <translation>Ohne sie fortfahren</translation>
     </message>
 </context>
 <context>

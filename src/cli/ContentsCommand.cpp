@@ -104,7 +104,7 @@ std::variant<Recognised, QString> recognise(const QString &file, const PDFDocume
 std::variant<FoundContents, QString> find(const QString &file, const PDFDocument &pdf, const Request &request,
                                           bool alone, Console &console) {
     Recognised recognised;
-    if (request.ocr) {
+    if (request.ocr && pdf.pageCount() > 0) {
         auto result = recognise(file, pdf, request, alone, console);
         if (const auto *failure = std::get_if<QString>(&result)) return *failure;
         recognised = std::get<Recognised>(std::move(result));
@@ -116,6 +116,12 @@ std::variant<FoundContents, QString> find(const QString &file, const PDFDocument
     FoundContents found = analysis->choose(request.options);
     if (!found.hasText)
         return translated("%1: page images without text; run text recognition first").arg(file);
+    if (found.lacksText() && !request.ocr) {
+        console.message(translated("%1: %2 of %3 pages are without text; --ocr recognises that of images")
+                            .arg(file)
+                            .arg(found.pagesWithoutText)
+                            .arg(found.pageCount));
+    }
     return found;
 }
 

@@ -124,6 +124,55 @@ TEST(ContentsCommand, PageImagesAreRefused) {
     EXPECT_FALSE(QFile::exists(dir.path("out.pdf")));
 }
 
+/// Saves a book in which pages have no text: those behind its first four.
+QString saveHalfScan(const TempDir &dir, const QString &name) {
+    PdfBuilder pdf;
+    for (int i = 0; i < 4; ++i)
+        pdf.addPage(
+            PdfBuilder::showText("F1", 10, 72, 700, "Plain text, of which there is enough on a page.") +
+            PdfBuilder::showText("F1", 10, 72, 688, "More of it, so that nobody takes it for an image."));
+    for (int i = 4; i < 10; ++i)
+        pdf.addPage("0.5 g 100 100 200 300 re f");
+    pdf.save(dir.path(name));
+    return dir.path(name);
+}
+
+TEST(ContentsCommand, SaysThatManyPagesHaveNoText) {
+    const TempDir dir;
+    const CliResult result = runCli({"contents", saveHalfScan(dir, "in.pdf"), "-o", dir.path("out.pdf")});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.err.toStdString(),
+                HasSubstr("in.pdf: 6 of 10 pages are without text; --ocr recognises that of images"));
+}
+
+TEST(ContentsCommand, RecognisesThePagesWithoutTextWhereOthersHaveSome) {
+    const TempDir dir;
+    const FakeProgram program("ocrmypdf",
+                              "while [ \"$1\" != -- ]; do shift; done\n"
+                              "cp \"$(dirname \"$0\")/book.pdf\" \"$3\"\n");
+    QFile::copy(savePdfWithContents(dir, "book.pdf"), program.path("book.pdf"));
+    const CliResult result =
+        runCli({"contents", saveHalfScan(dir, "in.pdf"), "-o", dir.path("out.pdf"), "--ocr"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(
+        plusLinesOf(dir.path("out.pdf")),
+        "+ @5 2 Water\n++ @6 2.1 Rain\n++ @7 2.2 Wells\n+ @8 3 Light\n++ @9 3.1 Shade\n++ @10 3.2 Glass\n")
+        << "the pages that have text are read as they are";
+}
+
+TEST(ContentsCommand, NothingIsFoundWhereThereIsNoPage) {
+    const TempDir dir;
+    PdfBuilder().save(dir.path("in.pdf"));
+    const FakeProgram program("ocrmypdf", "exit 1\n");
+    for (const QStringList &more : {QStringList(), QStringList("--ocr")}) {
+        const CliResult result =
+            runCli(QStringList{"contents", dir.path("in.pdf"), "-o", dir.path("out.pdf")} + more);
+        EXPECT_EQ(result.exitCode, 0);
+        EXPECT_THAT(result.err.toStdString(), HasSubstr("in.pdf: no headings were found; the outline stays"));
+    }
+}
+
 TEST(ContentsCommand, OutlineStaysWhereNothingIsFound) {
     const TempDir dir;
     PdfBuilder pdf;

@@ -21,6 +21,7 @@ namespace leafwright {
 
 namespace {
 
+constexpr int goOnTag = 1;
 /// Not that of what the command is given for, lest a script recognise text unasked.
 constexpr int recogniseTag = 2;
 
@@ -103,14 +104,16 @@ ContentsCommands::Analysis ContentsCommands::analyse() const {
 void ContentsCommands::findContents() {
     Analysis analysis = analyse();
     if (!analysis) return;
-    analysis->choose({}).hasText ? proposeContents(std::move(analysis)) : offerRecognition();
+    const FoundContents found = analysis->choose({});
+    const bool mayRecognise = !found.hasText || (found.lacksText() && canRecogniseText());
+    mayRecognise ? offerRecognition(std::move(analysis), found) : proposeContents(std::move(analysis));
 }
 
 void ContentsCommands::completeContents() {
     if (Analysis analysis = analyse()) proposeCompletion(std::move(analysis));
 }
 
-void ContentsCommands::offerRecognition() {
+void ContentsCommands::offerRecognition(Analysis analysis, const FoundContents &found) {
     if (!canRecogniseText()) {
         return tell(
             translated("The pages are images without text."),
@@ -118,16 +121,21 @@ void ContentsCommands::offerRecognition() {
     }
     auto *sheet = new Sheet(translated("Find Contents"));
     sheet->setObjectName(QStringLiteral("recogniseTextSheet"));
-    sheet->addText(translated(
-        "The pages are images without text. Recognise their text with the program ocrmypdf?\n\nThat takes "
-        "some seconds a page. It is done in a copy; the file stays as it is."));
+    const QString lack = translated("%1 of %2 pages are without text.");
+    sheet->addText(
+        (found.hasText ? lack.arg(found.pagesWithoutText).arg(found.pageCount)
+                       : translated("The pages are images without text.")) +
+        u' ' + translated("Recognise their text with the program ocrmypdf?") + QStringLiteral("\n\n") +
+        translated("That takes some seconds a page. It is done in a copy; the file stays as it is."));
     auto *languages = new QLineEdit;
     languages->setPlaceholderText(QStringLiteral("eng"));
     sheet->addField(translated("Languages, such as deu+eng:"), languages, QStringLiteral("ocrLanguage"));
     sheet->addButton(translated("Cancel"), 0);
     sheet->addButton(translated("Recognise Text"), recogniseTag);
-    document_.beginSheet(sheet, [this, languages](int returnCode) {
+    if (found.hasText) sheet->addButton(translated("Go On Without"), goOnTag);
+    document_.beginSheet(sheet, [this, languages, analysis = std::move(analysis)](int returnCode) {
         if (returnCode == recogniseTag) findInRecognisedText(languages->text().trimmed());
+        if (returnCode == goOnTag) proposeContents(analysis);
     });
 }
 
@@ -141,7 +149,7 @@ void ContentsCommands::findInRecognisedText(const QString &languages) {
     if (!result) return;
     if (const auto *failure = std::get_if<QString>(&*result))
         return tell(translated("The text could not be recognised."), *failure);
-    proposeContents(std::get<Analysis>(std::move(*result)));
+    proposeContents(std::get<std::unique_ptr<ContentsAnalysis>>(std::move(*result)));
 }
 
 void ContentsCommands::proposeContents(Analysis analysis) {
@@ -149,8 +157,9 @@ void ContentsCommands::proposeContents(Analysis analysis) {
         return tell(translated("No headings were found."), translated("The outline stays as it was."));
     const bool hasOutline = !document_.root().children().empty();
     propose(new ContentsProposal(
-                [analysis = std::shared_ptr<ContentsAnalysis>(std::move(analysis))](
-                    const auto &options, const auto &choices) { return analysis->choose(options, choices); },
+                [analysis = std::move(analysis)](const auto &options, const auto &choices) {
+                    return analysis->choose(options, choices);
+                },
                 labelsOf(*document_.pdfDoc()),
                 hasOutline ? ContentsProposal::Existing::Replaced : ContentsProposal::Existing::None),
             [this](const ContentsProposal &proposal) { take(proposal); });
@@ -158,9 +167,9 @@ void ContentsCommands::proposeContents(Analysis analysis) {
 
 void ContentsCommands::proposeCompletion(Analysis analysis) {
     // The outline may be edited while the proposal is there.
-    const auto choose = [this, shared = std::shared_ptr<ContentsAnalysis>(std::move(analysis))](
-                            const ContentsOptions &options, const ContentsChoices &choices) {
-        return shared->complete(entriesOf(document_), options, choices);
+    const auto choose = [this, analysis = std::move(analysis)](const ContentsOptions &options,
+                                                               const ContentsChoices &choices) {
+        return analysis->complete(entriesOf(document_), options, choices);
     };
     const auto isNew = [](const ContentsEntry &entry) { return entry.id >= 0; };
     if (std::ranges::none_of(choose({}, {}).entries, isNew)) {

@@ -22,8 +22,8 @@ public:
     ContentsCommands(const ContentsCommands &) = delete;
     ContentsCommands &operator=(const ContentsCommands &) = delete;
 
-    /// Reads the pages and proposes the outline that is found. Where they have no text, offers to recognise
-    /// it first.
+    /// Reads the pages and proposes the outline that is found. Where they, or many of them, have no text,
+    /// offers to recognise it first.
     void findContents();
     /// Reads the pages and proposes what is missing among the entries that are there: what looks like them.
     void completeContents();
@@ -34,11 +34,11 @@ public:
     ContentsProposal *proposal() const;
 
 private:
-    using Analysis = std::unique_ptr<ContentsAnalysis>;
+    using Analysis = std::shared_ptr<const ContentsAnalysis>;
 
     /// Null when it was cancelled.
     Analysis analyse() const;
-    void offerRecognition();
+    void offerRecognition(Analysis analysis, const FoundContents &found);
     void findInRecognisedText(const QString &languages);
     void proposeContents(Analysis analysis);
     void proposeCompletion(Analysis analysis);

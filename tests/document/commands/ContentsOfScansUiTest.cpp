@@ -1,6 +1,7 @@
 #include "document/commands/FindContentsFixture.h"
 #include "support/FakeProgram.h"
 
+#include <QLabel>
 #include <QLineEdit>
 
 namespace leafwright {
@@ -15,6 +16,19 @@ protected:
         PdfBuilder pdf;
         for (int i = 0; i < 10; ++i)
             pdf.addPage("0.5 g 100 100 200 300 re f");
+        open(pdf);
+    }
+    /// A window with as many pages, some of which have text.
+    void openWithText(int pages) {
+        PdfBuilder pdf;
+        for (int i = 0; i < 10; ++i) {
+            const double size = i % 3 == 0 ? 20 : 10;
+            std::string text = PdfBuilder::showText("F2", size, 72, 700, std::to_string(i) + " Heading");
+            for (int line = 0; line < 20; ++line)
+                text += PdfBuilder::showText("F1", 10, 72, 660 - 12 * line,
+                                             "Words that say what there is to say.");
+            pdf.addPage(i < pages ? text : "0.5 g 100 100 200 300 re f");
+        }
         open(pdf);
     }
     Sheet *offer() {
@@ -60,6 +74,32 @@ TEST_F(ContentsOfScan, RecognisedTextIsReadAndTheFileStaysAsItIs) {
     take();
     EXPECT_EQ(outline(), book);
     EXPECT_EQ(test::contentOf(document.pdfURL()), before);
+}
+
+TEST_F(ContentsOfScan, OfferedWhereManyPagesHaveNoText) {
+    const test::FakeProgram program("ocrmypdf", "exit 1\n");
+    openWithText(7);
+    find();
+    ASSERT_TRUE(offer());
+    EXPECT_TRUE(offer()->findChild<QLabel *>()->text().startsWith("3 of 10 pages are without text."));
+    offer()->pressButton(1);
+    EXPECT_TRUE(proposal()) << "of what has text";
+}
+
+TEST_F(ContentsOfScan, NotOfferedForAFewBlankPages) {
+    const test::FakeProgram program("ocrmypdf", "exit 1\n");
+    openWithText(8);
+    find();
+    EXPECT_EQ(offer(), nullptr);
+    EXPECT_TRUE(proposal());
+}
+
+TEST_F(ContentsOfScan, NotOfferedWithoutTheProgramWhereThereIsText) {
+    const test::FakeProgram none("ocrmypdf", QByteArray());
+    openWithText(4);
+    find();
+    EXPECT_TRUE(proposal());
+    EXPECT_TRUE(platform.alerts.isEmpty());
 }
 
 TEST_F(ContentsOfScan, RecognitionIsCancelled) {
