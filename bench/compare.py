@@ -1,8 +1,9 @@
 #!/usr/bin/env python3
 """Runs leafwright-cli side by side with its peers on a PDF and prints a Markdown table.
 
-Two jobs are compared: making an outline out of the headings (which reads the text of every page) with
-mutool's reading of the text, and writing an outline of 5,000 entries with qpdf's writing of the same file.
+Three jobs are compared: making an outline out of the headings (which reads the text of every page) with
+mutool's reading of the text, finding the contents with making that outline, and writing an outline of 5,000
+entries with qpdf's writing of the same file.
 The two of a pair take turns, so that whatever else the machine does hits both; the middle one of the runs
 counts. Exit status: 0 all targets met, 1 a target missed, 2 not run.
 """
@@ -124,6 +125,12 @@ def pairs(cli: str, pdf: str, folder: str) -> list[Pair]:
             [cli, "autotoc", pdf, "-o", ours],
             [mutool, "draw", "-F", "text", "-o", "/dev/null", pdf],
             0.8,
+        ),
+        Pair(
+            "`contents` / `autotoc`",
+            [cli, "contents", pdf, "-o", ours],
+            [cli, "autotoc", pdf, "-o", theirs],
+            1.5,
         ),
         Pair(
             f"`apply`, {ENTRIES:,} entries / `qpdf`",
