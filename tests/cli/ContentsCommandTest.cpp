@@ -124,13 +124,15 @@ TEST(ContentsCommand, PageImagesAreRefused) {
     EXPECT_FALSE(QFile::exists(dir.path("out.pdf")));
 }
 
-/// Saves a book in which pages have no text: those behind its first four.
+/// Saves a book of ten pages, of which the first four have text.
 QString saveHalfScan(const TempDir &dir, const QString &name) {
+    std::string text;
+    for (int line = 0; line < 10; ++line)
+        text += PdfBuilder::showText("F1", 10, 72, 700 - 12 * line,
+                                     "Plain text, so that nobody takes it for an image.");
     PdfBuilder pdf;
     for (int i = 0; i < 4; ++i)
-        pdf.addPage(
-            PdfBuilder::showText("F1", 10, 72, 700, "Plain text, of which there is enough on a page.") +
-            PdfBuilder::showText("F1", 10, 72, 688, "More of it, so that nobody takes it for an image."));
+        pdf.addPage(text);
     for (int i = 4; i < 10; ++i)
         pdf.addPage("0.5 g 100 100 200 300 re f");
     pdf.save(dir.path(name));

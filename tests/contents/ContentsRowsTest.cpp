@@ -172,7 +172,7 @@ TEST(ContentsPages, LinkedListBehindNumberedRowsIsNoMoreOfThem) {
         pages.page().text(60, 60, "Contents", boldLook(16));
         for (int i = 0; i < 12; ++i) {
             const int y = 80 + 12 * i;
-            const QString title = QString("Title %1").arg(QChar(u'a' + i));
+            const QString title = QString("The %1 title").arg(QChar(u'a' + i));
             numbered ? pages.contentsRow(60, y, title, QString::number(i + 1)) : pages.text(60, y, title);
             pages.link(60, 540, y, i + 1, 80);
         }

@@ -22,10 +22,11 @@ protected:
     void openWithText(int pages) {
         PdfBuilder pdf;
         for (int i = 0; i < 10; ++i) {
-            const double size = i % 3 == 0 ? 20 : 10;
-            std::string text = PdfBuilder::showText("F2", size, 72, 700, std::to_string(i) + " Heading");
+            const std::string title =
+                "1." + std::to_string(i + 1) + " On " + std::string(6, static_cast<char>('a' + i));
+            std::string text = PdfBuilder::showText("F2", 20, 72, 600, title);
             for (int line = 0; line < 20; ++line)
-                text += PdfBuilder::showText("F1", 10, 72, 660 - 12 * line,
+                text += PdfBuilder::showText("F1", 10, 72, 570 - 12 * line,
                                              "Words that say what there is to say.");
             pdf.addPage(i < pages ? text : "0.5 g 100 100 200 300 re f");
         }
