@@ -1,7 +1,7 @@
-// Qt starts programs by clone() with CLONE_VM: until the child has become the program it shares the memory of the thread
-// that starts it. ThreadSanitizer's own clone() switches its checks off in the child, and so in that thread too, for
-// good; what the thread does later then looks unsynchronised. This one, which the dynamic linker finds first, is the C
-// library's.
+// Qt starts programs by clone() with CLONE_VM: until the child has become the program it shares the memory of
+// the thread that starts it. ThreadSanitizer's own clone() switches its checks off in the child, and so in
+// that thread too, for good; what the thread does later then looks unsynchronised. This one, which the
+// dynamic linker finds first, is the C library's.
 #ifdef __SANITIZE_THREAD__
 
 #include <cstdarg>

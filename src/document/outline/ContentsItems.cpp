@@ -1,6 +1,5 @@
 #include "document/outline/ContentsItems.h"
 
-
 namespace leafwright {
 
 namespace {
