@@ -1677,6 +1677,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>it is damaged, and too large (over 2 GiB) to be written new</source>
         <translation>sie ist beschädigt und zu groß (über 2 GiB), um neu geschrieben zu werden</translation>
     </message>
+    <message>
+        <source>it is damaged: a page&apos;s content runs on into other objects</source>
+        <translation>sie ist beschädigt: Der Inhalt einer Seite läuft in andere Objekte hinein</translation>
+    </message>
 </context>
 <context>
     <name>WorkerProcess</name>

@@ -406,6 +406,31 @@ TEST(Writing, WhatDamageHasLeftAmongAPagesStreamsIsNotWritten) {
     EXPECT_EQ(page.getKey("/Contents").getArrayNItems(), 2);
 }
 
+/// Readers differ in what they make of it: MuPDF takes the first stream to its "endstream", others the second
+/// one.
+TEST(Writing, ContentThatRunsOnIntoOtherObjectsIsARefusal) {
+    for (const QByteArray &contents : {QByteArray("4 0 R"), QByteArray("[5 0 R 4 0 R]")}) {
+        const TempDir dir;
+        RawPdf pdf("1.4");
+        pdf.object(1, "<< /Type /Catalog /Pages 2 0 R >>")
+            .object(2, "<< /Type /Pages /Kids [3 0 R] /Count 1 >>")
+            .object(3, "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] /Resources << >> /Contents " +
+                           contents + " >>")
+            .object(5, "<< /Length 2 >>\nstream\nQ \nendstream")
+            .add(
+                "4 0 obj\n<< /Length 9 0 R >>\nstream\nq 1 0 0\n>>\nendobj\n"
+                "4 0 obj\n<< /Length 2 >>\nstream\nq \nendstream\nendobj\n");
+        ASSERT_TRUE(pdf.save(dir.path("in.pdf")));
+        const auto document = openPdf(dir.path("in.pdf"));
+        ASSERT_TRUE(document->wasRepaired());
+        document->setOutlineRoot(newOutline());
+        const auto error = document->writeToFile(dir.path("out.pdf"));
+        ASSERT_TRUE(error);
+        EXPECT_THAT(error->message.toStdString(), testing::HasSubstr("runs on into other objects"));
+        EXPECT_FALSE(QFile::exists(dir.path("out.pdf")));
+    }
+}
+
 TEST(Writing, TwiceAppendsOneSection) {
     const TempDir dir;
     threePages().save(dir.path("in.pdf"));

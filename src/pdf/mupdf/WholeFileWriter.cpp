@@ -84,6 +84,45 @@ void keepOnly(Reader &reader, const Object &array, Predicate &&isSound) {
         if (!isSound(array.at(i))) guarded(ctx, [&] { pdf_array_delete(ctx, array.get(), i); });
 }
 
+/// Whether a stream's bytes, as they stand in the file, have the end of an object in them. One without bytes
+/// has not.
+bool hasSwallowedObjects(fz_context *ctx, const Object &stream) {
+    fz_buffer *buffer = nullptr;
+    try {
+        buffer = guarded(ctx, [&] { return pdf_load_raw_stream(ctx, stream.get()); });
+    } catch (const Error &) {
+        return false;
+    }
+    unsigned char *bytes = nullptr;
+    const size_t size = fz_buffer_storage(ctx, buffer, &bytes);
+    const QByteArrayView raw(bytes, static_cast<qsizetype>(size));
+    const bool has = raw.contains("endobj");
+    fz_drop_buffer(ctx, buffer);
+    return has;
+}
+
+/// Throws Error where damage has made a page's content run on into the objects behind it. Other readers find
+/// these in the old file, and would no more in the new one.
+void refuseSwallowedObjects(Reader &reader) {
+    fz_context *ctx = reader.context();
+    const auto check = [ctx](const Object &stream) {
+        if (guarded(ctx, [&] { return pdf_is_stream(ctx, stream.get()) != 0; }) &&
+            hasSwallowedObjects(ctx, stream)) {
+            throw Error(QCoreApplication::translate(
+                            "WholeFileWriter", "it is damaged: a page's content runs on into other objects")
+                            .toStdString());
+        }
+    };
+    Walk walk;
+    for (int i = 0; i < reader.pages().count(); ++i) {
+        const Object contents = reader.page(i).get(PDF_NAME(Contents));
+        if (!walk.enter(contents)) continue;
+        if (!contents.isArray()) check(contents);
+        for (int k = 0; k < contents.size(); ++k)
+            if (walk.enter(contents.at(k))) check(contents.at(k));
+    }
+}
+
 /// Leaves nothing but pages in the lists of pages, and nothing but streams in a page's list of them.
 void removeWhatIsNoPage(Reader &reader) {
     const auto isStream = [&reader](const Object &object) {
@@ -133,6 +172,7 @@ void writeDocument(Reader &reader, Sink &sink) {
 
 void writeWhole(Reader &reader, const PDFOutline &root, OutputFile &out) {
     if (reader.file()->size() > largestFile) throwTooLarge();
+    refuseSwallowedObjects(reader);
     // Before new objects get the numbers of some that are missing.
     removeWhatIsNoPage(reader);
     const OwnSection all{reader.file()->size(), sizeOf(reader), 0};
