@@ -10,6 +10,7 @@
 #include <QThread>
 
 #include <atomic>
+#include <mutex>
 
 namespace leafwright {
 
@@ -21,9 +22,16 @@ class DocumentPortal : public QObject, protected QDBusContext {
 public:
     explicit DocumentPortal(const QString &mountPoint) : mountPoint_(mountPoint) {}
 
-    QStringList documents;  ///< Paths; the index is the document's identifier.
-    QList<uint> flags;
-    std::atomic<bool> refuses = false;  ///< Read on the thread of the bus.
+    QStringList documents() const {
+        const std::lock_guard lock(mutex_);
+        return documents_;
+    }
+    /// With which each document was asked for.
+    QList<uint> flags() const {
+        const std::lock_guard lock(mutex_);
+        return flags_;
+    }
+    std::atomic<bool> refuses = false;
 
     QString place(int document) const { return mountPoint_ + "/doc" + QString::number(document); }
 
@@ -35,8 +43,9 @@ public Q_SLOTS:
             sendErrorReply(QDBusError::AccessDenied, "not for you");
             return {};
         }
+        const std::lock_guard lock(mutex_);
         extra["mountpoint"] = GetMountPoint();
-        flags.append(how);
+        flags_.append(how);
         QStringList identifiers;
         for (const QDBusUnixFileDescriptor &file : files)
             identifiers.append(
@@ -49,19 +58,40 @@ public Q_SLOTS:
 private:
     /// The document that a path is or is in; a new one if there is none.
     qsizetype documentOf(const QString &path) {
-        for (qsizetype i = 0; i < documents.size(); ++i)
-            if (path == documents[i] || path.startsWith(documents[i] + '/')) return i;
-        const auto document = static_cast<int>(documents.size());
-        documents.append(path);
+        for (qsizetype i = 0; i < documents_.size(); ++i)
+            if (path == documents_[i] || path.startsWith(documents_[i] + '/')) return i;
+        const auto document = static_cast<int>(documents_.size());
+        documents_.append(path);
         QDir().mkpath(place(document));
         QFile::link(path, place(document) + '/' + QFileInfo(path).fileName());
         return document;
     }
 
-    QString mountPoint_;
+    const QString mountPoint_;
+    mutable std::mutex mutex_;
+    QStringList documents_;  ///< Paths; the index is the document's identifier.
+    QList<uint> flags_;
 };
 
 namespace {
+
+/// Whose end ThreadSanitizer sees, other than that of a thread that is all Qt's.
+class AnsweringThread final : public QThread {
+public:
+    void end() {
+        quit();
+        wait();
+        const std::lock_guard lock(mutex_);
+    }
+
+private:
+    void run() override {
+        exec();
+        const std::lock_guard lock(mutex_);
+    }
+
+    std::mutex mutex_;
+};
 
 class PortalBookmarksTest : public test::MessageBusFixture {
 protected:
@@ -76,8 +106,7 @@ protected:
         QDir().mkpath(dir.path("files/folder"));
     }
     void TearDown() override {
-        thread.quit();
-        thread.wait();
+        thread.end();
         MessageBusFixture::TearDown();
     }
     void startPortal() {
@@ -96,7 +125,7 @@ protected:
 
     test::TempDir dir;
     DocumentPortal portal{dir.path("mount")};
-    QThread thread;
+    AnsweringThread thread;
 };
 
 TEST_F(PortalBookmarksTest, AFileBecomesALastingDocument) {
@@ -104,7 +133,7 @@ TEST_F(PortalBookmarksTest, AFileBecomesALastingDocument) {
     PortalBookmarks bookmarks(asking);
     const QByteArray data = bookmarks.bookmarkDataForURL(file("a b#ä.pdf"));
     ASSERT_FALSE(data.isNull());
-    EXPECT_EQ(portal.flags, QList<uint>{1 | 2}) << "an existing document is reused, and it lasts";
+    EXPECT_EQ(portal.flags(), QList<uint>{1 | 2}) << "an existing document is reused, and it lasts";
     const auto resolution = bookmarks.resolveBookmarkData(data);
     EXPECT_EQ(resolution.url, documentURL(0, "a b#ä.pdf"));
     EXPECT_FALSE(resolution.isStale);
@@ -116,7 +145,7 @@ TEST_F(PortalBookmarksTest, AFolderIsExportedAsOne) {
     startPortal();
     PortalBookmarks bookmarks(asking);
     const QByteArray data = bookmarks.bookmarkDataForURL(QUrl::fromLocalFile(dir.path("files/folder")));
-    EXPECT_EQ(portal.flags, QList<uint>{1 | 2 | 8});
+    EXPECT_EQ(portal.flags(), QList<uint>{1 | 2 | 8});
     EXPECT_EQ(bookmarks.resolveBookmarkData(data).url, documentURL(0, "folder"));
 }
 
@@ -135,7 +164,7 @@ TEST_F(PortalBookmarksTest, ADocumentThatIsOneAlreadyKeepsItsPlace) {
     bookmarks.bookmarkDataForURL(file("a.pdf"));
     const QUrl document = documentURL(0, "a.pdf");
     EXPECT_EQ(bookmarks.resolveBookmarkData(bookmarks.bookmarkDataForURL(document)).url, document);
-    EXPECT_EQ(portal.documents.size(), 1);
+    EXPECT_EQ(portal.documents().size(), 1);
 }
 
 TEST_F(PortalBookmarksTest, WithdrawnLeaveLeadsNowhere) {
@@ -156,7 +185,7 @@ TEST_F(PortalBookmarksTest, WhatIsNotThereHasNoBookmark) {
     startPortal();
     EXPECT_TRUE(
         PortalBookmarks(asking).bookmarkDataForURL(QUrl::fromLocalFile(dir.path("none.pdf"))).isNull());
-    EXPECT_TRUE(portal.flags.isEmpty());
+    EXPECT_TRUE(portal.flags().isEmpty());
 }
 
 TEST_F(PortalBookmarksTest, WithoutAPortalThereAreNone) {
