@@ -113,11 +113,17 @@ bool mayBeFile(const QString &path) {
     return ::stat(fileNameBytes(path).constData(), &status) != 0 || S_ISREG(status.st_mode);
 }
 
-/// The text of a file of settings without what does not change what a value is: escapes, quotes, blanks and
-/// continued lines.
+/// The character of an escape's digits, of which Qt lets the last 16 bits count.
+QChar escapedCharacter(QStringView digits, int base) {
+    constexpr qsizetype enough = 6;  // digits; octal ones have three bits each
+    return QChar(char16_t(digits.right(enough).toUInt(nullptr, base) & 0xffffU));
+}
+
+/// The text of a file of settings without what may not change what a value is: escapes, quotes, blanks,
+/// continued lines and whatever is not printable ASCII, such as a byte order mark.
 QString plainText(const QString &text) {
-    static const QRegularExpression passedOver(
-        QStringLiteral("\\\\(?:x([0-9A-Fa-f]+)|([0-7]+)|\r?\n|.)|[\" \t]"));
+    static const QRegularExpression passedOver(QStringLiteral("\\\\(?:x([0-9A-Fa-f]+)|([0-7]+)|.)|[^!#-~]"),
+                                               QRegularExpression::DotMatchesEverythingOption);
     QString plain;
     qsizetype end = 0;
     for (auto matches = passedOver.globalMatch(text); matches.hasNext();) {
@@ -126,8 +132,8 @@ QString plainText(const QString &text) {
         end = match.capturedEnd();
         constexpr int hexadecimal = 16;
         constexpr int octal = 8;
-        if (match.hasCaptured(1)) plain += QChar(match.captured(1).toUShort(nullptr, hexadecimal));
-        if (match.hasCaptured(2)) plain += QChar(match.captured(2).toUShort(nullptr, octal));
+        if (match.hasCaptured(1)) plain += escapedCharacter(match.capturedView(1), hexadecimal);
+        if (match.hasCaptured(2)) plain += escapedCharacter(match.capturedView(2), octal);
     }
     plain += QStringView(text).sliced(end);
     return plain;
