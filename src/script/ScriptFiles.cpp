@@ -89,7 +89,7 @@ QString notWritten(const QString &path, const QString &reason) {
 std::optional<QString> putInPlace(std::vector<std::unique_ptr<FileReplacement>> &files,
                                   QStringList &notices) {
     // Nothing brings back what has gone into a pipe, so whatever else can fail comes behind it.
-    std::ranges::stable_partition(files, [](const auto &file) { return file->isStream(); });
+    std::stable_partition(files.begin(), files.end(), [](const auto &file) { return file->isStream(); });
     if (files.size() > 1)
         for (const auto &file : files)
             file->keepOld();
