@@ -14,16 +14,16 @@ struct NamedDestination {
 
 /// A piece of a page's content that the structure names by a number (ISO 32000-1, 14.7.4.2).
 struct MarkedContent {
-    int pageIndex = 0;
-    int identifier = 0;
+    int pageIndex;
+    int identifier;
 
     friend bool operator==(const MarkedContent &, const MarkedContent &) = default;
 };
 
 /// A heading of the document's structure (ISO 32000-1, 14.8.4.3.2): an element H or H1 to H6.
 struct StructureElement {
-    int level = 0;  ///< 1 to 6; 0 for H.
-    QString text;   ///< What stands for its content (/ActualText); null where nothing does.
+    int level;     ///< 1 to 6; 0 for H.
+    QString text;  ///< What stands for its content (/ActualText); null where nothing does.
     std::vector<MarkedContent> content;  ///< In the order of the structure; may be empty.
 
     friend bool operator==(const StructureElement &, const StructureElement &) = default;

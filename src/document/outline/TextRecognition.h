@@ -24,7 +24,7 @@ private:
 
 /// Why no text was recognised.
 struct RecognitionFailure {
-    bool cancelled = false;
+    bool cancelled;
     QString message;  ///< What went wrong, for people; empty when cancelled.
 };
 

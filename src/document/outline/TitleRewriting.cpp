@@ -37,10 +37,9 @@ bool isCaseIgnorable(char32_t c) {
 /// nothing (Unicode: Final_Sigma).
 bool endsItsWord(const QList<uint> &text, qsizetype position) {
     const auto isCasedNext = [&](qsizetype step) {
-        qsizetype at = position + step;
-        while (at >= 0 && at < text.size() && isCaseIgnorable(text[at]))
-            at += step;
-        return at >= 0 && at < text.size() && isCased(text[at]);
+        for (qsizetype at = position + step; at >= 0 && at < text.size(); at += step)
+            if (!isCaseIgnorable(text[at])) return isCased(text[at]);
+        return false;
     };
     return isCasedNext(-1) && !isCasedNext(1);
 }

@@ -16,7 +16,6 @@ namespace {
 
 constexpr int millisecondsToLook = 1000;
 constexpr int indicatorWidth = 120;  // points
-constexpr int nothingRuns = -1;
 
 constexpr Translated translated{"AutoTOCProgress"};
 
@@ -63,19 +62,19 @@ void AutoTOCProgress::guessPDFStep3Begins() {
 }
 
 void AutoTOCProgress::guessPDFStep3Ends(const QString &result) {
-    show(nothingRuns, result == u"Failed" ? QStringLiteral("✘") : QStringLiteral("✔"));
+    show(steps_.size(), result == u"Failed" ? QStringLiteral("✘") : QStringLiteral("✔"));
     if (!sheet_->isVisible()) return;
     platform_.pause(millisecondsToLook);
     sheet_->end(0);
 }
 
-/// @param before what stands at the steps before the one that runs; at all if none does
-void AutoTOCProgress::show(int running, const QString &before) {
-    for (int i = 0; i < static_cast<int>(steps_.size()); ++i) {
-        const bool isDone = running == nothingRuns || i < running;
-        const Step &step = steps_[static_cast<size_t>(i)];
+/// @param running the step that runs; one behind the last if none does any more
+/// @param before what stands at the steps before that
+void AutoTOCProgress::show(size_t running, const QString &before) {
+    for (size_t i = 0; i < steps_.size(); ++i) {
+        const Step &step = steps_[i];
         step.text->setVisible(i != running);
-        step.text->setText(isDone ? before : QString());
+        step.text->setText(i < running ? before : QString());
         step.indicator->setVisible(i == running);
     }
     sheet_->drawAtOnce();

@@ -41,7 +41,7 @@ private:
         QProgressBar *indicator;
     };
 
-    void show(int running, const QString &before);
+    void show(size_t running, const QString &before);
 
     Platform &platform_;
     Document::Busy busy_;

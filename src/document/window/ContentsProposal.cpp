@@ -13,6 +13,7 @@
 #include <QTreeWidget>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace leafwright {
@@ -136,7 +137,7 @@ QWidget *ContentsProposal::makeEntries() {
     decisions->addWidget(acceptLike_);
     decisions->addWidget(rejectLike_);
     column->addLayout(head);
-    column->addWidget(entries_, 1);
+    column->addWidget(entries_);
     column->addLayout(decisions);
     return pane;
 }
@@ -225,8 +226,7 @@ void ContentsProposal::showDoubt(QTreeWidgetItem &item) const {
 
 void ContentsProposal::showEntries(FoundContents found) {
     const ContentsEntry *current = entryOf(entries_->currentItem());
-    const bool hadCurrent = current != nullptr;
-    const int currentId = hadCurrent ? current->id : 0;
+    const std::optional<int> currentId = current ? std::optional(current->id) : std::nullopt;
     const int scrolled = entries_->verticalScrollBar()->value();
     const QSignalBlocker quiet(entries_);
     shown_ = std::move(found);
@@ -238,7 +238,7 @@ void ContentsProposal::showEntries(FoundContents found) {
     for (QTreeWidgetItem *item : itemsOf(*entries_)) {
         const int id = entryOf(item)->id;
         if (foldedEntries_.contains(id)) item->setExpanded(false);
-        if (hadCurrent && id == currentId) entries_->setCurrentItem(item);
+        if (id == currentId) entries_->setCurrentItem(item);
     }
 }
 

@@ -76,13 +76,15 @@ private:
     void addLine(const fz_stext_line &line) {
         const fz_point direction = fz_normalize_vector(fz_transform_vector(line.dir, toShown_));
         direction_ = {double{direction.x}, double{direction.y}};
-        vertical_ = std::abs(direction.y) > std::abs(direction.x);
         for (const fz_stext_char *character = line.first_char; character; character = character->next) {
             if (characters_ >= mostCharacters) break;
             addCharacter(*character);
         }
         endSpan();
     }
+
+    /// Whether the line runs up or down.
+    bool isVertical() const { return std::abs(direction_.y()) > std::abs(direction_.x()); }
 
     void addCharacter(const fz_stext_char &character) {
         if (character.c <= 0) return;
@@ -130,7 +132,7 @@ private:
         span_.direction = direction_;
         span_.color = static_cast<QRgb>(color_) | 0xff000000U;
         const fz_point origin = fz_transform_point(character.origin, toShown_);
-        span_.baseline = double{vertical_ ? origin.x : origin.y};
+        span_.baseline = double{isVertical() ? origin.x : origin.y};
         box_ = fz_empty_rect;
     }
 
@@ -139,7 +141,7 @@ private:
         const auto utf16 = QChar::fromUcs4(code);
         for (const char16_t unit : utf16) {
             text_ += QChar(unit);
-            starts_.push_back(vertical_ ? box.y0 : box.x0);
+            starts_.push_back(isVertical() ? box.y0 : box.x0);
         }
         if (!blank) box_ = fz_union_rect(box_, box);
         ++characters_;
@@ -164,7 +166,7 @@ private:
             if (!heights_.empty()) {
                 const auto middle = heights_.begin() + static_cast<std::ptrdiff_t>(heights_.size() / 2);
                 std::nth_element(heights_.begin(), middle, heights_.end());
-                const double component = vertical_ ? -direction_.y() : direction_.x();
+                const double component = isVertical() ? -direction_.y() : direction_.x();
                 // Where text runs aslant, the first one's is as good as any.
                 constexpr double straight = 0.999;
                 if (std::abs(component) > straight) span_.baseline = component > 0 ? *middle : -*middle;
@@ -185,8 +187,7 @@ private:
     std::vector<TextSpan> spans_;
     int characters_ = 0;
     // The line and the span that are being read.
-    QPointF direction_{1, 0};
-    bool vertical_ = false;
+    QPointF direction_;
     const fz_font *font_ = nullptr;
     float size_ = 0;
     int color_ = 0;
