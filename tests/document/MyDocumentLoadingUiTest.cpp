@@ -110,6 +110,13 @@ TEST_F(Loading, ALockedFileIsEncryptedTooAndGetsBothAlertsInOrder) {
     EXPECT_FALSE(document.outlineview()->isEnabled());
 }
 
+TEST_F(Loading, ALockedFileIsClosedToEditingFromItsFirstAlertOn) {
+    QMap<QString, bool> allowed;
+    platform.whenAsked = [&] { allowed[platform.alerts.last().message] = document.allowTOCediting(); };
+    open(pages(1), {.userPassword = "user", .ownerPassword = "owner"});
+    EXPECT_EQ(allowed.value("This PDF is encrypted", true), false) << "the alert before has said so";
+}
+
 TEST_F(Loading, AllThreeAlertsComeInTheirOrder) {
     warnAboutVersions();
     open(pages(1), {.version = "1.6", .userPassword = "user", .ownerPassword = "owner"});
@@ -314,6 +321,20 @@ TEST_F(Loading, TheFirstPageIsOnTheScreenBeforeTheFontsAreCounted) {
     ASSERT_TRUE(QTest::qWaitFor([this] { return !document.listH1H2H3Config().empty(); }));
     EXPECT_TRUE(pageIsShown);
     EXPECT_TRUE(mapCameLater);
+}
+
+TEST_F(Loading, WhatWasSaidOfAnotherFileIsForgotten) {
+    document.listH1H2H3Config() = {levelRecord(1, Font(FontFace{"Courier", "Courier"}, 30))};
+    document.setUserHasCheckedPrintedPageNumbers(true);
+    document.setPrintedPageOffset(7);
+    document.setAllowTOCediting(false);
+    document.setLockTOCediting(true);
+    openWithoutWaiting(pages(1));
+    EXPECT_TRUE(document.listH1H2H3Config().empty()) << "until the new one is guessed";
+    EXPECT_FALSE(document.userHasCheckedPrintedPageNumbers());
+    EXPECT_EQ(document.printedPageOffset(), 0U);
+    EXPECT_TRUE(document.allowTOCediting());
+    EXPECT_FALSE(document.lockTOCediting());
 }
 
 TEST_F(Loading, TheRenamingSheetsHaveSomethingToStartFrom) {

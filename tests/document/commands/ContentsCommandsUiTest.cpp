@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <QSpinBox>
 
+#include <set>
+
 namespace leafwright {
 namespace {
 
@@ -199,6 +201,29 @@ TEST_F(FindContentsWindow, TheColumnsOfTheListsFillThem) {
     EXPECT_EQ(styleHeader.sectionResizeMode(0), QHeaderView::Stretch);
 }
 
+TEST_F(FindContentsWindow, TheHeadsOfTheListsLookTheSameWhateverIsSelected) {
+    find();
+    document.window()->show();
+    styles().clearSelection();
+    const QImage before = styles().horizontalHeader()->grab().toImage();
+    styles().selectRow(0);
+    EXPECT_TRUE(styles().horizontalHeader()->grab().toImage() == before)
+        << "columns are not what is selected";
+}
+
+TEST_F(FindContentsWindow, TheEntriesHaveAllTheRoomThatThereIs) {
+    find();
+    document.window()->resize(1000, 700);
+    document.window()->show();
+    QCoreApplication::processEvents();
+    const int before = entries().height();
+    const int summary = part<QLabel>("contentsSummary").height();
+    document.window()->resize(1000, 1000);
+    QCoreApplication::processEvents();
+    EXPECT_GT(entries().height(), before + 100);
+    EXPECT_EQ(part<QLabel>("contentsSummary").height(), summary);
+}
+
 TEST_F(FindContentsWindow, TheTabKeyLeavesItsLists) {
     find();
     document.window()->show();
@@ -303,8 +328,8 @@ TEST_F(FindContentsWindow, WindowMayBeClosedWithItsProposal) {
     EXPECT_EQ(outline(), "Old Entry");
 }
 
-/// A book whose printed contents have one chapter that is nowhere on its pages.
-PdfBuilder makeDoubtfulBook() {
+/// A book whose printed contents have chapters that are nowhere on its pages.
+PdfBuilder makeDoubtfulBook(const std::set<std::string> &missing = {"Frost"}) {
     const auto show = PdfBuilder::showText;
     const auto number = [&](int page) { return show("F1", 10, 300, 40, std::to_string(page)); };
     const std::vector<std::string> titles = {"Soil", "Water", "Light", "Wind", "Frost", "Rain"};
@@ -317,7 +342,7 @@ PdfBuilder makeDoubtfulBook() {
     }
     pdf.addPage(contents);
     for (size_t i = 0; i < titles.size(); ++i) {
-        std::string page = titles[i] == "Frost" ? "" : show("F2", 18, 72, 700, titles[i]);
+        std::string page = missing.contains(titles[i]) ? "" : show("F2", 18, 72, 700, titles[i]);
         for (int line = 0; line < 30; ++line)
             page += show("F1", 10, 72, 660 - 14 * line,
                          "There is much to say, and so it is said in plain words.");
@@ -371,6 +396,20 @@ TEST_F(DoubtfulContentsWindow, NextDoubtfulBeginsAgainAtTheTop) {
     entries().setCurrentItem(entries().itemAbove(firstDoubtful()));
     part<QPushButton>("nextDoubtful").click();
     EXPECT_EQ(entries().currentItem(), firstDoubtful()) << "the next one may follow at once";
+}
+
+class DoubtfulNeighboursWindow : public FindContentsWindow {
+protected:
+    void SetUp() override { open(makeDoubtfulBook({"Water", "Light"})); }
+};
+
+TEST_F(DoubtfulNeighboursWindow, NextDoubtfulPassesOverNone) {
+    find();
+    for (const char *title : {"Water", "Light", "Water"}) {
+        part<QPushButton>("nextDoubtful").click();
+        ASSERT_TRUE(entries().currentItem());
+        EXPECT_EQ(entries().currentItem()->text(0), title);
+    }
 }
 
 TEST_F(FindContentsWindow, CompletionAddsWhatLooksLikeTheEntries) {

@@ -5,6 +5,7 @@
 #include "support/CliFiles.h"
 #include "support/LogRecorder.h"
 
+#include <QHeaderView>
 #include <QLineEdit>
 
 #include <gtest/gtest.h>
@@ -43,6 +44,24 @@ TEST_F(HeadingMap, AFontThatIsMappedKeepsItsLevel) {
 TEST_F(HeadingMap, LooksLikeAListAndIsSelectedByRows) {
     EXPECT_FALSE(table().showGrid());
     EXPECT_EQ(table().selectionBehavior(), QAbstractItemView::SelectRows);
+}
+
+TEST_F(HeadingMap, TheTabKeyLeavesIt) {
+    document.window()->show();
+    document.window()->activateWindow();
+    table().setFocus();
+    table().selectRow(0);
+    ASSERT_EQ(document.window()->focusWidget(), &table());
+    QTest::keyClick(&table(), Qt::Key_Tab);
+    EXPECT_NE(document.window()->focusWidget(), &table());
+}
+
+TEST_F(HeadingMap, ItsHeadLooksTheSameWhateverIsSelected) {
+    document.window()->show();
+    table().clearSelection();
+    const QImage before = table().horizontalHeader()->grab().toImage();
+    table().selectRow(0);
+    EXPECT_TRUE(table().horizontalHeader()->grab().toImage() == before) << "columns are not what is selected";
 }
 
 TEST_F(HeadingMap, SelectedRowsAreDeleted) {

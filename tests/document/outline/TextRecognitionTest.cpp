@@ -1,6 +1,7 @@
 #include "document/outline/TextRecognition.h"
 #include "support/CliFiles.h"
 #include "support/FakeProgram.h"
+#include "support/LogRecorder.h"
 
 #include <QFileInfo>
 #include <QTest>
@@ -91,6 +92,32 @@ TEST(TextRecognition, CancelEndsTheProgramAndAllItHasStarted) {
     };
     EXPECT_TRUE(QTest::qWaitFor(hasEnded, 10'000));
     EXPECT_FALSE(QFileInfo::exists(QString::fromUtf8(bytesOf(program.path("folder")).trimmed())));
+}
+
+/// Takes the three seconds that a program has to end by itself.
+TEST(TextRecognition, CancelKillsAProgramThatDoesNotListen) {
+    const TempDir dir;
+    const FakeProgram program(name,
+                              "trap '' TERM\necho '    1 Rasterize'\nsleep 20\n"
+                              "touch \"$(dirname \"$0\")/survived\"\n");
+    const test::LogRecorder log;
+    const auto result =
+        recogniseText(test::savePdf(dir, "in.pdf", 1), {}, [](int pages) { return pages == 0; });
+    ASSERT_TRUE(std::holds_alternative<RecognitionFailure>(result));
+    EXPECT_TRUE(std::get<RecognitionFailure>(result).cancelled);
+    EXPECT_FALSE(QFileInfo::exists(program.path("survived")));
+    EXPECT_TRUE(log.messages().isEmpty())
+        << "it has ended by now: " << log.messages().join(u' ').toStdString();
+}
+
+TEST(TextRecognition, ProgramThatCanNotBeStarted) {
+    const TempDir dir;
+    const FakeProgram program(name, copies);
+    test::saveBytes(program.path(name), "#!/no/such/shell\n");
+    const auto result = recognise(test::savePdf(dir, "in.pdf", 1));
+    ASSERT_TRUE(std::holds_alternative<RecognitionFailure>(result));
+    EXPECT_THAT(std::get<RecognitionFailure>(result).message.toStdString(),
+                HasSubstr("No such file or directory"));
 }
 
 TEST(TextRecognition, FailureSaysTheProgramsLastWords) {

@@ -59,6 +59,11 @@ TEST_F(Window, TheTitleNamesTheFileAndMarksChanges) {
     EXPECT_FALSE(window().isWindowModified());
 }
 
+/// A style sheet goes by it, say.
+TEST_F(Window, HasTheNameOfItsLayout) {
+    EXPECT_EQ(window().objectName(), "MyDocument");
+}
+
 TEST_F(Window, WhatAFileIsCalledIsShownAsItIs) {
     document.setPdfURL(dir.path("a[*]b.pdf"));
     EXPECT_TRUE(window().windowTitle().startsWith("a[*][*]b.pdf[*]"));
@@ -144,6 +149,36 @@ TEST_F(Window, WhenSavingFailsTheWindowStays) {
     platform.answers = {0};
     EXPECT_FALSE(window().close());
     EXPECT_TRUE(document.isDocumentEdited());
+}
+
+TEST_F(Window, ClosingWaitsUntilTheDocumentIsIdle) {
+    QSignalSpy closed(&document, &Document::closed);
+    {
+        const Document::Busy busy(document);
+        EXPECT_FALSE(window().close());
+        QCoreApplication::processEvents();
+        EXPECT_TRUE(window().isVisible());
+    }
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !window().isVisible(); }));
+    EXPECT_EQ(closed.size(), 1);
+}
+
+TEST_F(Window, ClosingThatHasWaitedAsksOnceHoweverOftenItWasTried) {
+    document.updateChangeCount(Document::Change::Done);
+    for (const int times : {1, 2, 3}) {
+        platform.alerts.clear();
+        platform.answers = {2};
+        {
+            const Document::Busy busy(document);
+            for (int i = 0; i < times; ++i)
+                EXPECT_FALSE(window().close());
+            QCoreApplication::processEvents();
+            EXPECT_TRUE(platform.alerts.isEmpty());
+        }
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !platform.alerts.isEmpty(); }));
+        QCoreApplication::processEvents();
+        EXPECT_EQ(platform.alerts.size(), 1) << times;
+    }
 }
 
 TEST_F(Window, EveryCommandOfTheMenusWorks) {

@@ -175,6 +175,16 @@ TEST_F(Dropping, ASpotOnAnItemChangesOnlyWhereItLeads) {
     EXPECT_TRUE(document.isDocumentEdited());
 }
 
+TEST_F(Dropping, ASpotIsDroppedOnce) {
+    setOutline("a b");
+    EXPECT_EQ(dragPoint(node({0}), -1), DragOperation::Generic);
+    QMimeData text;
+    text.setText("whatever");
+    EXPECT_FALSE(
+        delegate().outlineViewAcceptDrop(*document.outlineview(), info(text, nullptr, ""), nullptr, 1));
+    EXPECT_EQ(outline(), "a b") << "nothing is left to be inserted";
+}
+
 class DroppingText : public test::WindowFixture {};
 
 TEST_F(DroppingText, ThreeLinesBetweenItemsBecomeOneItem) {
