@@ -1,3 +1,4 @@
+#include "pdf/mupdf/WholeFileWriter.h"
 #include "support/CliRun.h"
 #include "support/OpenPdf.h"
 #include "support/OutlineText.h"
@@ -5,6 +6,7 @@
 #include "support/TempDir.h"
 
 #include <gmock/gmock.h>
+#include <limits>
 #include <sys/stat.h>
 
 namespace leafwright {
@@ -156,6 +158,38 @@ TEST_F(LargeFiles, AnOffsetThatATableHoldsStaysInOne) {
     EXPECT_FALSE(sectionBehind(pdf).contains("/XRef"));
 }
 
+/// Writes a file again, with its first entries by these titles.
+void rename(const QString &from, const QString &to, const QStringList &titles) {
+    const auto document = openPdf(from);
+    auto root = std::make_unique<PDFOutline>();
+    for (int i = 0; i < titles.size(); ++i) {
+        const PDFOutline &old = document->outlineRoot().childAtIndex(i);
+        PDFOutline &entry = root->insertChildAtIndex(std::make_unique<PDFOutline>(titles[i]), i);
+        entry.setDestination(old.destination());
+        entry.setEntry(old.entry());
+    }
+    document->setOutlineRoot(std::move(root));
+    ASSERT_FALSE(document->writeToFile(to));
+}
+
+/// What stood in the section that is replaced is nowhere any more, its first object neither.
+TEST_F(LargeFiles, EntryThatIsRemovedAgainIsNotListed) {
+    RawPdf pdf = rawPdfOfOnePage("/Outlines 4 0 R");
+    pdf.object(4, "<< /First 5 0 R /Last 6 0 R /Count 2 >>")
+        .object(5, "<< /Title (One) /Parent 4 0 R /Next 6 0 R /Dest [3 0 R /XYZ 72 700 0] >>")
+        .object(6, "<< /Title (Two) /Parent 4 0 R /Prev 5 0 R /Dest [3 0 R /XYZ 72 600 0] >>")
+        .object(7, "(more)")
+        .goOnAt(3 * GB)
+        .endWithTable();
+    if (!pdf.save(in) || roomOf(in) > GB / 10) GTEST_SKIP() << "the disk knows no sparse files of this size";
+    rename(in, out, {"One", "Changed"});
+    EXPECT_TRUE(sectionBehind(pdf).startsWith("6 0 obj")) << sectionBehind(pdf).constData();
+    rename(out, out, {"One"});
+    EXPECT_THAT(linesByQpdf(out), ElementsAre("One -> 0 (72, 700)"));
+    const auto check = test::runProgram("qpdf", {"--check", out});
+    EXPECT_EQ(check.exitCode, 0) << check.out.toStdString() << check.err.toStdString();
+}
+
 /// A page, a stream that is a hole, and some objects behind it that bring the file over 2 GiB. Repair passes
 /// over streams of a known length, so that it does not read the hole.
 RawPdf onePageAndAHole() {
@@ -169,6 +203,36 @@ RawPdf onePageAndAHole() {
 
 TEST_F(LargeFiles, AreNotWrittenNewWhenTheyAreDamaged) {
     expectRefused(onePageAndAHole());
+}
+
+/// Writes a damaged file new, behind a hole of this size. @return the size of what is there then
+qint64 sizeBehindHole(const TempDir &dir, qint64 hole) {
+    EXPECT_TRUE(rawPdfOfOnePage().save(dir.path("damaged.pdf")));
+    QFile sparse(dir.path("hole"));
+    QFile written(dir.path("written"));
+    EXPECT_TRUE(sparse.open(QIODevice::ReadWrite) && sparse.resize(hole));
+    EXPECT_TRUE(written.open(QIODevice::ReadWrite | QIODevice::Truncate));
+    mupdf::Reader reader(std::make_shared<const mupdf::FileHandle>(dir.path("damaged.pdf")));
+    const mupdf::Object pages = reader.catalog().get(PDF_NAME(Pages));
+    reader.setPages(std::make_shared<const mupdf::PageTree>(pages, mupdf::PageTree::Kids::LookedAt));
+    mupdf::OutputFile file(written.handle(), [](qint64) {});
+    file.copyFrom(mupdf::FileHandle(sparse.fileName()), hole);
+    mupdf::writeWhole(reader, *makeOutline({{"New", PDFDestination{0, {72, 700}}}}), file);
+    file.flush();
+    return written.size();
+}
+
+TEST_F(LargeFiles, AreWrittenNewUpTo2GiB) {
+    constexpr qint64 largest = std::numeric_limits<qint32>::max();
+    const qint64 size = sizeBehindHole(dir, 2 * GB) - 2 * GB;
+    if (roomOf(dir.path("written")) > GB / 10) GTEST_SKIP() << "the disk knows no sparse files of this size";
+    EXPECT_EQ(sizeBehindHole(dir, largest - size), largest);
+    try {
+        sizeBehindHole(dir, largest - size + 1);
+        FAIL() << "MuPDF can't count so far";
+    } catch (const mupdf::Error &error) {
+        EXPECT_THAT(error.what(), HasSubstr("too large"));
+    }
 }
 
 /// MuPDF can't follow the older section's place, so it repairs the file in memory.

@@ -1,6 +1,7 @@
 #include "pdf/mupdf/FileStream.h"
 #include "support/CliFiles.h"
 #include "support/CliRun.h"
+#include "support/LogRecorder.h"
 #include "support/OpenPdf.h"
 #include "support/OutlineText.h"
 
@@ -16,6 +17,7 @@ using test::openPdf;
 using test::PdfBuilder;
 using test::runCli;
 using test::TempDir;
+using testing::Contains;
 using testing::HasSubstr;
 
 constexpr const char *reason = "Input/output error";
@@ -82,6 +84,9 @@ protected:
         }
         const auto error = document->writeToFile(out);
         EXPECT_TRUE(error || !isProblem);
+        if (error) {
+            EXPECT_THAT(error->message.toStdString(), HasSubstr(reason));
+        }
         return !error;
     }
 
@@ -129,6 +134,14 @@ TEST_F(ReadError, PageThatCantBeReadIsAProblemAndTheOthersAreRead) {
     EXPECT_THAT(test::textOf(*document, 4).toStdString(), HasSubstr("Heading 4"));
     EXPECT_TRUE(document->writeToFile(out));
     expectUntouched();
+}
+
+TEST_F(ReadError, TheLogTellsWhyAPageEndsEarly) {
+    const auto document = openPdf(path);
+    const test::LogRecorder log(QStringLiteral("leafwright.pagetext.debug=true"));
+    const FailingReads failing([](qint64, qint64) { return EIO; });
+    document->pageText(3);
+    EXPECT_THAT(log.messages(), Contains(QString("page content ends early: %1").arg(reason)));
 }
 
 /// One read after the other fails: none may be taken for damage, which would be repaired.

@@ -6,10 +6,17 @@
 #include <QFile>
 
 #include <algorithm>
+#include <cerrno>
+#include <cstddef>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <system_error>
+#include <thread>
 #include <unistd.h>
 
 namespace leafwright::mupdf {
@@ -148,6 +155,40 @@ TEST_F(OutputFileTest, AnOriginalThatWasCutShortIsAnError) {
     ASSERT_TRUE(QFile::resize(in, 100'000));
     OutputFile file = makeOutput();
     EXPECT_THROW(file.copyFrom(handle, 200'000), Error);
+}
+
+/// Has the calling thread write nothing from now on, without an error. @return whether the system can do that
+bool letWritesDoNothing() {
+    sock_filter answers[] = {
+        BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+        BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_pwrite64, 0, 1),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | 0),
+        BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW),
+    };
+    const sock_fprog filter{std::size(answers), answers};
+    return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
+}
+
+/// To try again would be to try for ever, whatever has been interrupted before.
+TEST_F(OutputFileTest, ADiskThatWritesNothingIsAnError) {
+    for (const int before : {0, EINTR}) {
+        bool canBeTried = false;
+        std::error_code code;
+        std::thread([&] {
+            OutputFile file = makeOutput();
+            file.write("x");
+            canBeTried = letWritesDoNothing();
+            errno = before;
+            try {
+                if (canBeTried) file.flush();
+            } catch (const std::system_error &error) {
+                code = error.code();
+            }
+        }).join();
+        if (!canBeTried) GTEST_SKIP() << "the system lets no thread have such a disk";
+        EXPECT_EQ(code, std::error_code(EIO, std::generic_category()));
+    }
 }
 
 TEST_F(OutputFileTest, WhatTheSystemRefusesIsAnError) {

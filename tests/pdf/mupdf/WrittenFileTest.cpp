@@ -2,6 +2,7 @@
 #include "pdf/mupdf/WrittenFile.h"
 #include "support/OpenPdf.h"
 #include "support/OutlineText.h"
+#include "support/RawPdf.h"
 #include "support/TempDir.h"
 
 #include <QFile>
@@ -149,6 +150,31 @@ TEST_F(WrittenFileTest, DamageShows) {
     EXPECT_NE(wrongWith("startxref\n", "startxraf\n"), "");
     EXPECT_NE(wrongWith(content.first(100), *outline()), "");
     EXPECT_NE(wrongWith(QByteArray(), *outline()), "");
+}
+
+/// Without what can't be read, the pages look like others.
+TEST_F(WrittenFileTest, PagesThatCanNotBeReadAreNoDamage) {
+    constexpr qint64 place = 50'000;  // so that nothing else is read with it
+    test::RawPdf pdf;
+    pdf.object(1, "<< /Type /Catalog /Pages 2 0 R >>")
+        .object(3, "<< /Type /Page /Parent 2 0 R /MediaBox [0 0 612 792] >>")
+        .goOnAt(place)
+        .object(2, "<< /Type /Pages /Kids [3 0 R] /Count 1 >>")
+        .goOnAt(2 * place)
+        .endWithTable();
+    ASSERT_TRUE(pdf.save(dir.path("large.pdf")));
+    const QByteArray bytes = contentOf(dir.path("large.pdf"));
+    Reader reader(std::make_shared<const FileHandle>(dir.path("large.pdf")));
+    pages = std::make_unique<PageTree>(reader.catalog().get(PDF_NAME(Pages)), PageTree::Kids::Presumed);
+    EXPECT_EQ(wrongWith(bytes, PDFOutline()), "");
+    for (const int times : {1, 1'000}) {
+        int failed = 0;
+        const FailingReads failing([&](qint64 offset, qint64 length) {
+            return offset <= place && place < offset + length && failed++ < times ? EIO : 0;
+        });
+        EXPECT_EQ(wrongWith(bytes, PDFOutline()), "Input/output error") << times;
+        EXPECT_GT(failed, 0);
+    }
 }
 
 TEST_F(WrittenFileTest, AReadThatFailsIsNoDamage) {
