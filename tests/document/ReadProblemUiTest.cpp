@@ -1,3 +1,7 @@
+#include "document/commands/AutoTOCCommands.h"
+#include "document/commands/ContentsCommands.h"
+#include "document/window/ContentsProposal.h"
+#include "support/BookPdf.h"
 #include "support/OpenPdf.h"
 #include "support/RawPdf.h"
 #include "support/WindowFixture.h"
@@ -20,24 +24,35 @@ protected:
         const NoticeBar *bar = document.myWindow()->notices()->bar(name);
         return bar ? bar->text().toStdString() : std::string();
     }
+    /// The same with pages that take many reads.
+    static PdfBuilder longer(PdfBuilder pdf) {
+        for (int i = 0; i < 4; ++i) {
+            pdf.addPage(PdfBuilder::showText("F1", 12, 72, 700, "Page " + std::to_string(i)));
+            pdf.addNoise(100'000);
+        }
+        return pdf;
+    }
+    /// Has another program cut the file short, and the document meet that.
+    void cutShort() {
+        ASSERT_TRUE(QFile::resize(document.pdfURL(), 1000));
+        for (int i = 0; i < document.pdfDoc()->pageCount(); ++i)
+            document.pdfDoc()->page(i)->characterBoxes();
+        ASSERT_TRUE(document.pdfDoc()->readProblem());
+        ASSERT_EQ(textOf("readProblem"), "");
+    }
+    void perform(const char *selector) { ASSERT_TRUE(document.actions().perform(selector)); }
+
+    const std::string notAll = "Not all of this PDF could be read: it was cut short by another program";
 };
 
 TEST_F(ReadProblem, FileIsNotSavedOver) {
-    PdfBuilder pdf;
-    for (int i = 0; i < 4; ++i) {
-        pdf.addPage(PdfBuilder::showText("F1", 12, 72, 700, "Page " + std::to_string(i)));
-        pdf.addNoise(100'000);
-    }
+    PdfBuilder pdf = longer({});
     addOutline(pdf, {{"(One)", "[" + pdf.pageReference(0) + " /XYZ 72 700 null]"}});
     open(pdf);
     EXPECT_EQ(textOf("readProblem"), "");
 
-    // Another program cuts the file short.
+    cutShort();
     const QString path = document.pdfURL();
-    ASSERT_TRUE(QFile::resize(path, 1000));
-    for (int i = 0; i < 4; ++i)
-        document.pdfDoc()->page(i)->characterBoxes();
-    ASSERT_TRUE(document.pdfDoc()->readProblem());
     const QByteArray rest = contentOf(path);
 
     document.root().children()[0]->setPageTitle("New");
@@ -47,6 +62,42 @@ TEST_F(ReadProblem, FileIsNotSavedOver) {
     EXPECT_TRUE(document.isDocumentEdited());
     EXPECT_THAT(textOf("failedWrite"), HasSubstr("it was cut short by another program"));
     EXPECT_EQ(platform.alerts.size(), 0);
+}
+
+TEST_F(ReadProblem, HeadingsThatAreMadeAnOutlineMayLackSome) {
+    open(longer(test::makeBook()));
+    cutShort();
+    document.autoTOCCommands().runAutoTOCwithH1H2H3Map();
+    EXPECT_THAT(textOf("readProblem"), HasSubstr(notAll));
+}
+
+TEST_F(ReadProblem, ContentsThatAreTakenMayLackSome) {
+    open(longer(test::makeBook()));
+    perform("findContents:");
+    cutShort();
+    ASSERT_TRUE(document.contentsCommands().proposal());
+    document.contentsCommands().proposal()->pressButton(1);
+    EXPECT_THAT(textOf("readProblem"), HasSubstr(notAll));
+}
+
+TEST_F(ReadProblem, ContentsThatAreCompletedMayLackSome) {
+    open(longer(test::makeBook()));
+    document.root().children()[0]->setPageTitle("Light");
+    document.root().children()[0]->setPageLabel("8");
+    perform("completeContents:");
+    cutShort();
+    ASSERT_TRUE(document.contentsCommands().proposal());
+    document.contentsCommands().proposal()->pressButton(1);
+    EXPECT_THAT(textOf("readProblem"), HasSubstr(notAll));
+}
+
+TEST_F(ReadProblem, ContentsThatLackNothingMayLackSome) {
+    open(longer(test::makeBook()));
+    cutShort();
+    perform("completeContents:");
+    ASSERT_EQ(platform.alerts.size(), 1);
+    EXPECT_EQ(platform.alerts[0].message, "Nothing is missing.");
+    EXPECT_THAT(textOf("readProblem"), HasSubstr(notAll));
 }
 
 TEST_F(ReadProblem, FileThatTakesTooMuchMemoryOpensAndSaysSo) {
