@@ -892,6 +892,17 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>FileClash</name>
+    <message>
+        <source>%1 is read, and would be overwritten; nothing was written</source>
+        <translation>%1 wird gelesen und würde überschrieben; nichts wurde geschrieben</translation>
+    </message>
+    <message>
+        <source>two results would be written to %1; nothing was written</source>
+        <translation>zwei Ergebnisse kämen nach %1; nichts wurde geschrieben</translation>
+    </message>
+</context>
+<context>
     <name>FileReplacement</name>
     <message>
         <source>it had other names (hard links), which still lead to the old file</source>
@@ -908,6 +919,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1 could not be written: %2</source>
         <translation>%1 ließ sich nicht schreiben: %2</translation>
+    </message>
+    <message>
+        <source>%1 could not be put back as it was: %2</source>
+        <translation>%1 ließ sich nicht wiederherstellen: %2</translation>
+    </message>
+    <message>
+        <source>the file system gives no file a second name</source>
+        <translation>das Dateisystem gibt keiner Datei einen zweiten Namen</translation>
     </message>
 </context>
 <context>
@@ -1371,6 +1390,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>it could not be copied to %1: %2</source>
         <translation>sie ließ sich nicht nach %1 kopieren: %2</translation>
     </message>
+    <message>
+        <source>something else is to be written there too</source>
+        <translation>dorthin soll auch etwas anderes geschrieben werden</translation>
+    </message>
 </context>
 <context>
     <name>ScriptGestures</name>
@@ -1616,6 +1639,13 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>&amp;Text:</source>
         <translation>&amp;Text:</translation>
+    </message>
+</context>
+<context>
+    <name>SystemError</name>
+    <message>
+        <source>it is a pipe or a device, and not a file</source>
+        <translation>es ist eine Pipe oder ein Gerät und keine Datei</translation>
     </message>
 </context>
 <context>
@@ -2089,6 +2119,10 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>Not all of this PDF could be read: %1. It can&apos;t be saved, for what is missing would be lost.</source>
         <translation>Nicht alles in dieser PDF ließ sich lesen: %1. Sie lässt sich nicht speichern, denn was fehlt, ginge verloren.</translation>
+    </message>
+    <message>
+        <source>Not all of this PDF could be read: %1. What is made of its text may not be all.</source>
+        <translation>Nicht alles in dieser PDF ließ sich lesen: %1. Was aus ihrem Text entsteht, ist vielleicht nicht alles.</translation>
     </message>
 </context>
 <context>

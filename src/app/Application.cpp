@@ -8,6 +8,7 @@
 #include "files/FileName.h"
 #include "files/FileReading.h"
 #include "files/FileWriting.h"
+#include "files/StandardStreams.h"
 #include "texts/Translation.h"
 
 #include <QApplication>
@@ -77,6 +78,7 @@ void setUp() {
 }  // namespace
 
 int applicationMain(int argc, char **argv) {
+    reserveStandardStreams();
     letTooLargeFilesFail();
     QApplication application(argc, argv);
     installTranslators(application, QLocale(), translationsFolder());

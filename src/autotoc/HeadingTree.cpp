@@ -45,7 +45,7 @@ bool HeadingTree::continuesLast(const Heading &heading) const {
 
 void HeadingTree::insertBelow(MyOutlineItem &parent, const Heading &heading) {
     path_.push_back(&parent.appendChild(std::make_unique<MyOutlineItem>(
-        trimSpacesString(heading.text), PageTarget{heading.pageLabel, heading.point})));
+        trimSpacesString(heading.text), PageTarget{heading.pageLabel, heading.point, heading.pageIndex})));
     lastEnd_ = heading.range.end();
 }
 

@@ -14,6 +14,7 @@ struct Heading {
     QString text;  ///< Cleaned and trimmed.
     Font font;
     QString pageLabel;  ///< Of its page.
+    int pageIndex;      ///< 0-based.
     QPointF point;      ///< Of its top left corner, in page space; the zero point is no particular spot.
     TextRange range;    ///< Where it stands in its page's text.
 };
@@ -65,7 +66,8 @@ void walkHeadings(const TextPages &pages, LevelOf &&levelOf, Visit &&visit) {
             if (!level) return;
             const QString title = trimmedBlanksAndNewlines(run.text);
             if (!canBeHeading(title)) return;
-            visit(Heading{title, run.font, pages.pageLabel(page), topLeftPointOfRun(*text, index), run.range},
+            visit(Heading{title, run.font, pages.pageLabel(page), page, topLeftPointOfRun(*text, index),
+                          run.range},
                   *level);
         });
     }

@@ -62,7 +62,7 @@ std::unique_ptr<MyOutlineItem> runMiniTOC(const TextPages &pages, const QStringL
             const QPointF point = topLeftPointOfRun(*text, runIndex++);
             if (!match.take(fontStrings.of(run.font), trimmedBlanksAndNewlines(run.text), point)) return;
             top->appendChild(std::make_unique<MyOutlineItem>(
-                match.title(), PageTarget{pages.pageLabel(page), match.point()}));
+                match.title(), PageTarget{pages.pageLabel(page), match.point(), page}));
         });
     }
     return top;

@@ -1,4 +1,5 @@
 #include "cli/Commands.h"
+#include "cli/FileClash.h"
 #include "cli/OpenFile.h"
 #include "cli/OutlineOutput.h"
 #include "cli/OutlineTree.h"
@@ -15,13 +16,16 @@ namespace {
 constexpr Translated translated{"ApplyCommand"};
 
 std::optional<QByteArray> readTree(const QString &path, Console &console) {
+    constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
     auto text = path == QLatin1String("-") ? readDescriptor(STDIN_FILENO) : readFile(path);
     if (const auto *reason = std::get_if<QString>(&text)) {
         console.message(translated("%1: the outline can't be read: %2").arg(path, *reason));
         return std::nullopt;
     }
     // What a program leaves that failed, or a file that was never written, is no wish to have no outline.
-    if (std::get<QByteArray>(text).trimmed().isEmpty()) {
+    QByteArrayView content = std::get<QByteArray>(text);
+    if (content.startsWith(byteOrderMark)) content = content.sliced(byteOrderMark.size());
+    if (content.trimmed().isEmpty()) {
         console.message(
             translated("%1: there is nothing in it; [] says that no outline is wanted").arg(path));
         return std::nullopt;
@@ -74,6 +78,10 @@ ExitCode ApplyCommand::run(const QCommandLineParser &arguments, Console &console
     const QString file = arguments.positionalArguments()[0];
     const QString treeFile = arguments.positionalArguments()[1];
 
+    if (const auto clash = clashOf({.pdf = file, .read = {treeFile}, .out = out})) {
+        console.message(*clash);
+        return Failed;
+    }
     OutlineDocument document;
     if (QString failure; !openForEditing(document, file, failure)) {
         console.message(failure);

@@ -1,6 +1,7 @@
 #include "autotoc/AutoTOC.h"
 #include "autotoc/CalibratingAutoTOC.h"
 #include "cli/Commands.h"
+#include "cli/FileClash.h"
 #include "cli/HeadingMapFile.h"
 #include "cli/OpenFile.h"
 #include "cli/OutlineOutput.h"
@@ -55,6 +56,7 @@ std::unique_ptr<MyOutlineItem> headingsByCalibration(const QString &file, const 
 /// Makes one file's headings its outline. @return why that failed
 std::optional<QString> autoTOC(const QString &file, const QString &out, const Request &request, bool alone,
                                Console &console) {
+    if (auto clash = clashOf({.pdf = file, .read = {request.mapFile}, .out = out})) return clash;
     OutlineDocument document;
     if (QString failure; !openForEditing(document, file, failure)) return failure;
     const PDFDocument &pdf = *document.pdfDoc();

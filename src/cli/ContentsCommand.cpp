@@ -1,6 +1,7 @@
 #include "cli/Batch.h"
 #include "cli/Commands.h"
 #include "cli/ContentsReport.h"
+#include "cli/FileClash.h"
 #include "cli/Interruption.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
@@ -112,6 +113,9 @@ std::variant<FoundContents, QString> find(const QString &file, const PDFDocument
     const PDFContentsPages pages =
         recognised.pdf ? PDFContentsPages(pdf, *recognised.pdf) : PDFContentsPages(pdf);
     const auto analysis = analyseContents(pages, request.options.textOnly);
+    if (auto failure = readFailure(file, pdf)) return *failure;
+    if (recognised.pdf)
+        if (auto failure = readFailure(file, *recognised.pdf)) return *failure;
     if (request.explain) console.write(analysis->explanation());
     FoundContents found = analysis->choose(request.options);
     if (!found.hasText)
@@ -128,6 +132,11 @@ std::variant<FoundContents, QString> find(const QString &file, const PDFDocument
 /// Makes what is found in one file its outline. @return why that failed
 std::optional<QString> contents(const QString &file, const Request &request, const OutlineOutput &output,
                                 Console &console) {
+    const QString printed = request.explain ? QStringLiteral("-") : QString();
+    if (auto clash = clashOf({.pdf = file,
+                              .out = output.targetOf(file),
+                              .written = {printed, reportOf(file, request, output)}}))
+        return clash;
     OutlineDocument document;
     if (QString failure; !openForEditing(document, file, failure)) return failure;
     const PDFDocument &pdf = *document.pdfDoc();

@@ -1,6 +1,7 @@
 #include "autotoc/HeadingMapText.h"
 #include "categories/FontIdentity.h"
 #include "cli/Commands.h"
+#include "cli/FileClash.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
 #include "files/FileReplacement.h"
@@ -79,6 +80,11 @@ CommandInfo FontsCommand::info() const {
 
 ExitCode FontsCommand::run(const QCommandLineParser &arguments, Console &console) const {
     const QString path = arguments.positionalArguments().first();
+    const QString results = QStringLiteral("-");
+    if (const auto clash = clashOf({.pdf = path, .written = {results, arguments.value(saveMapOption)}})) {
+        console.message(*clash);
+        return Failed;
+    }
     const auto document = openForReading(path, console);
     if (!document) return Failed;
     readAllPages(*document);

@@ -1,6 +1,7 @@
 #include "cli/OutlineOutput.h"
 
 #include "cli/Batch.h"
+#include "cli/FileClash.h"
 #include "cli/WorkerProcess.h"
 #include "files/FileReading.h"
 #include "texts/Translated.h"
@@ -78,7 +79,10 @@ std::optional<QString> OutlineOutput::problem() const {
     if (folder_.isEmpty() && files_.size() > 1) return translated("several files need --out-dir DIR");
     if (const QString name = sharedFileName(files_); !name.isEmpty())
         return translated("two of the files are named \"%1\"").arg(name);
-    return std::nullopt;
+    QStringList targets;
+    for (const QString &file : files_)
+        targets.append(targetOf(file));
+    return clashOfResults(files_, targets);
 }
 
 bool OutlineOutput::makeFolder(Console &console) const {

@@ -13,7 +13,7 @@ public:
 
     explicit OutlineOutput(const QCommandLineParser &arguments);
 
-    /// What is wrong with the usage; absent when all is well.
+    /// What is wrong with the usage, or with where the results would go; absent when all is well.
     std::optional<QString> problem() const;
     /// Makes the folder that is needed. @return whether it is there now; if not, that is said
     bool makeFolder(Console &console) const;

@@ -1,4 +1,5 @@
 #include "cli/Commands.h"
+#include "cli/FileClash.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
 #include "document/MyDocument.h"
@@ -171,6 +172,10 @@ ExitCode RunCommand::run(const QCommandLineParser &arguments, Console &console) 
     const Request request{arguments.positionalArguments()[0], arguments.positionalArguments()[1],
                           arguments.value(outputOption()), arguments.value(reportOption),
                           arguments.isSet(keepPagesOption().names().first())};
+    if (const auto clash = clashOf({request.file, {request.steps}, request.out, {request.report}})) {
+        console.message(*clash);
+        return Failed;
+    }
     const auto steps = readSteps(request.steps);
     if (const auto *problem = std::get_if<QString>(&steps)) {
         console.message(request.steps + QLatin1String(": ") + *problem);

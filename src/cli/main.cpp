@@ -1,6 +1,7 @@
 #include "cli/CommandLine.h"
 #include "files/FileName.h"
 #include "files/FileWriting.h"
+#include "files/StandardStreams.h"
 #include "texts/Translation.h"
 
 #include <QApplication>
@@ -27,6 +28,7 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv) {
 }  // namespace
 
 int main(int argc, char *argv[]) {
+    leafwright::reserveStandardStreams();
     leafwright::letTooLargeFilesFail();
     // Commands say themselves what failed. QT_LOGGING_RULES still turns the log on.
     QLoggingCategory::setFilterRules(QStringLiteral("leafwright.*.warning=false\ndefault.warning=false"));

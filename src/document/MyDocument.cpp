@@ -173,10 +173,12 @@ void MyDocument::prepareForEditing() {
 void MyDocument::tellReadProblem() {
     const auto problem = pdfDoc() ? pdfDoc()->readProblem() : std::nullopt;
     if (!problem || !myWindow()) return;
-    myWindow()->notices()->setNotice(
-        QStringLiteral("readProblem"),
-        {tr("Not all of this PDF could be read: %1. It can't be saved, for what is missing would be lost.")
-             .arg(problem->message)});
+    const QString text =
+        pdfDoc()->canBeWritten()
+            ? tr("Not all of this PDF could be read: %1. What is made of its text may not be all.")
+            : tr("Not all of this PDF could be read: %1. It can't be saved, for what is missing would be "
+                 "lost.");
+    myWindow()->notices()->setNotice(QStringLiteral("readProblem"), {text.arg(problem->message)});
 }
 
 }  // namespace leafwright

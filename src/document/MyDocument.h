@@ -128,8 +128,8 @@ public:
     std::optional<PDFError> writeNewPDFOutline(const QString &path, const QString &type);
     /// Why the last write failed, whichever command asked for it; absent where it did not, and before any.
     const std::optional<PDFError> &writeError() const { return outline_.writeError(); }
-    /// Tells the user, in the window, that not all of the PDF could be read, if that is so. It is not saved
-    /// then.
+    /// Tells the user, in the window, that not all of the PDF could be read, if that is so, and whether it
+    /// can be saved all the same.
     void tellReadProblem();
     /// Documents are written when the user says so, never by themselves.
     static bool autosavesInPlace() { return false; }

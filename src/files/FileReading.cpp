@@ -3,8 +3,6 @@
 #include "files/FileName.h"
 #include "files/SystemError.h"
 
-#include <QDir>
-
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -13,6 +11,17 @@
 #include <unistd.h>
 
 namespace leafwright {
+
+namespace {
+
+QByteArray currentFolder() {
+    char *current = ::get_current_dir_name();
+    QByteArray folder(current);
+    std::free(current);  // NOLINT(cppcoreguidelines-no-malloc): so the call above wants it
+    return folder;
+}
+
+}  // namespace
 
 std::variant<QByteArray, QString> readDescriptor(int descriptor) {
     constexpr qsizetype blockSize = 1 << 16;
@@ -62,11 +71,21 @@ bool fileExists(const QString &path) {
 }
 
 QString absolutePath(const QString &path) {
-    if (path.startsWith(u'/')) return QDir::cleanPath(path);
-    char *current = ::get_current_dir_name();
-    const QString folder = fileNameText(current);
-    std::free(current);  // NOLINT(cppcoreguidelines-no-malloc): so the call above wants it
-    return QDir::cleanPath(folder + u'/' + path);
+    std::filesystem::path whole = fileNameBytes(path).toStdString();
+    if (whole.is_relative()) whole = std::filesystem::path(currentFolder().toStdString()) / whole;
+    std::filesystem::path clean;
+    for (const std::filesystem::path &part : whole) {
+        if (part.empty() || part == ".") continue;
+        if (part != "..") {
+            clean /= part;
+            continue;
+        }
+        std::error_code error;
+        if (std::filesystem::is_symlink(clean, error)) clean = std::filesystem::canonical(clean, error);
+        if (error) return path.startsWith(u'/') ? path : fileNameText(currentFolder()) + u'/' + path;
+        clean = clean.parent_path();
+    }
+    return fileNameText(QByteArray::fromStdString(clean.string()));
 }
 
 }  // namespace leafwright

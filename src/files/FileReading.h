@@ -23,7 +23,8 @@ std::optional<QString> makeFolder(const QString &path);
 /// Whether there is something at a path.
 bool fileExists(const QString &path);
 
-/// An absolute, clean path; a relative one begins at the current folder.
+/// An absolute, clean path; a relative one begins at the current folder. ".." leads where the system goes by
+/// it, which behind a symbolic link is not the folder that the path says.
 QString absolutePath(const QString &path);
 
 }  // namespace leafwright

@@ -5,7 +5,6 @@
 #include "files/FileWriting.h"
 #include "files/SystemError.h"
 #include "files/TemporaryFolder.h"
-#include "files/UnfinishedFiles.h"
 #include "texts/Translated.h"
 
 #include <QThread>
@@ -55,7 +54,8 @@ FileReplacement::FileReplacement(const QString &path) : path_(path) {}
 
 FileReplacement::~FileReplacement() {
     discard();
-    if (!oldName_.isEmpty()) ::unlinkat(folder_, oldName_.constData(), 0);
+    if (!old_.name.isEmpty()) ::unlinkat(folder_, old_.name.constData(), 0);
+    if (old_.descriptor >= 0) ::close(old_.descriptor);
     if (folder_ >= 0) ::close(folder_);
 }
 
@@ -201,19 +201,24 @@ void FileReplacement::discard() {
 }
 
 void FileReplacement::keepOld() {
-    if (target_.status && !target_.isStream() && oldName_.isEmpty())
-        oldName_ = linkAsUnfinished(folder_, target_.name());
+    if (target_.status && !target_.isStream() && old_.name.isEmpty())
+        old_ = linkAsUnfinished(folder_, target_.name());
 }
 
-void FileReplacement::undo() {
+std::optional<QString> FileReplacement::undo() {
+    if (!isInPlace_) return std::nullopt;
+    const auto stays = [this](const QString &reason) {
+        return translated("%1 could not be put back as it was: %2").arg(path_, reason);
+    };
     const QByteArray name = target_.name();
-    if (!isInPlace_) return;
-    if (!oldName_.isEmpty()) {
-        if (::renameat(folder_, oldName_.constData(), folder_, name.constData()) == 0) oldName_.clear();
-    } else if (!target_.status) {
-        ::unlinkat(folder_, name.constData(), 0);
-    }
+    if (target_.status && old_.name.isEmpty())
+        return stays(translated("the file system gives no file a second name"));
+    const int result = target_.status ? ::renameat(folder_, old_.name.constData(), folder_, name.constData())
+                                      : ::unlinkat(folder_, name.constData(), 0);
+    if (result != 0) return stays(reasonOfSystem(errno));
+    old_.name.clear();
     isInPlace_ = false;
+    return std::nullopt;
 }
 
 }  // namespace leafwright

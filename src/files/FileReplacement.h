@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/FileTarget.h"
+#include "files/UnfinishedFiles.h"
 
 #include <QIODevice>
 #include <QStringList>
@@ -61,7 +62,8 @@ public:
     /// be undone of streams, nor where the file system gives no file a second name.
     void keepOld();
     /// Puts the old file back in its place, or removes the new one where there was none.
-    void undo();
+    /// @return why the new file stands there all the same; absent where it does not
+    std::optional<QString> undo();
     /// Whether the target takes bytes as they come.
     bool isStream() const { return target_.isStream(); }
 
@@ -92,7 +94,7 @@ private:
     bool folderCanSync_ = false;  ///< Not where the folder may be written to but not read.
     int descriptor_ = -1;
     QByteArray temporaryName_;  ///< In the folder; empty for streams, whose file has no name.
-    QByteArray oldName_;        ///< The old file's second name in the folder; empty for none.
+    UnfinishedFile old_;        ///< The old file under a second name in the folder; none without a name.
     bool failed_ = false;
     bool prepared_ = false;
     bool isInPlace_ = false;  ///< The new file has the name.

@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <climits>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace leafwright {
@@ -61,7 +62,12 @@ QByteArray FileTarget::name() const {
 Found findTarget(const QString &path) {
     QByteArray current = fileNameBytes(path);
     for (int links = 0; links <= mostLinks; ++links) {
-        if (const auto descriptor = descriptorNamed(current)) return FileTarget{{}, {}, *descriptor};
+        if (const auto descriptor = descriptorNamed(current)) {
+            // Those that the program has opened itself are not meant, and close when it starts another.
+            const int flags = ::fcntl(*descriptor, F_GETFD);
+            if (flags < 0 || (flags & FD_CLOEXEC) != 0) return reasonOfSystem(EBADF);
+            return FileTarget{{}, {}, *descriptor};
+        }
         struct stat status = {};
         if (::lstat(current.constData(), &status) != 0) {
             const bool isNew = errno == ENOENT && !current.isEmpty() && !current.endsWith('/');

@@ -100,12 +100,18 @@ UnfinishedFile makeUnfinishedFile(int folder, const QByteArray &name, unsigned m
     return file;
 }
 
-QByteArray linkAsUnfinished(int folder, const QByteArray &name) {
+UnfinishedFile linkAsUnfinished(int folder, const QByteArray &name) {
+    UnfinishedFile file;
+    // Locked before it has the name.
+    file.descriptor = ::openat(folder, name.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (file.descriptor < 0) return file;
+    ::flock(file.descriptor, LOCK_SH | LOCK_NB);
     for (int i = 0; i < attempts; ++i) {
-        QByteArray second = newName(name);
-        if (::linkat(folder, name.constData(), folder, second.constData(), 0) == 0) return second;
+        file.name = newName(name);
+        if (::linkat(folder, name.constData(), folder, file.name.constData(), 0) == 0) return file;
         if (errno != EEXIST) break;
     }
+    ::close(file.descriptor);
     return {};
 }
 

@@ -7,7 +7,7 @@ namespace leafwright {
 // A file that is being written stands beside the one whose place it will take, as ".NAME.XXXXXX". What a
 // program leaves there that is killed meanwhile, the next one removes.
 
-/// A new file that is open for writing, locked as long as that lasts.
+/// A file that is open, and locked as long as that lasts.
 struct UnfinishedFile {
     int descriptor = -1;  ///< -1 with errno set where none could be made.
     QByteArray name;
@@ -17,9 +17,9 @@ struct UnfinishedFile {
 /// @param name the one that it is to take. @param mode its permissions, before the system's mask
 UnfinishedFile makeUnfinishedFile(int folder, const QByteArray &name, unsigned mode);
 
-/// Gives a file a second name of this kind, by which it can come back. @return the name; null where there is
-/// none
-QByteArray linkAsUnfinished(int folder, const QByteArray &name);
+/// Gives a file a second name of this kind, by which it can come back, and opens it for reading, locked, so
+/// that nobody takes it for abandoned, however old it is. @return a descriptor of -1 where there can be none
+UnfinishedFile linkAsUnfinished(int folder, const QByteArray &name);
 
 /// Whether a name is one that these give. Of the six letters at its end, four depend on what
 /// stands before them, so that it is not taken for such a name what a person has called "notes.backup".

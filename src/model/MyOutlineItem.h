@@ -100,8 +100,9 @@ public:
     const OutlineEntry &entry() const { return entry_; }
     void setEntry(const OutlineEntry &entry) { entry_ = entry; }
 
-    /// For an entry of the file that leads to a page: the page's 0-based index there, for as long as nobody
-    /// sets the label, which may stand for another page with the same label. Absent for any other item.
+    /// For an entry of the file that leads to a page, and for an item that was made for one: the page's
+    /// 0-based index, for as long as nobody sets the label, which may stand for another page with the same
+    /// label. Absent for any other item.
     std::optional<int> importedPage() const;
     /// @param index absent for no page; to be set after the label
     void setImportedPage(std::optional<int> index) { importedPage_ = index.value_or(noPage); }

@@ -14,8 +14,8 @@ struct PageTarget {
     QString label;
     /// The spot on the page, in page space; absent for no particular one.
     std::optional<QPointF> point = {};
-    /// The 0-based page that the entry came with, which other pages may share the label of; absent for an
-    /// entry whose label somebody has set.
+    /// The 0-based page that the entry came with from the file, or was made for, which other pages may share
+    /// the label of; absent for an entry whose label somebody has set.
     std::optional<int> importedPage = {};
 };
 

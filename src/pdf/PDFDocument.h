@@ -55,9 +55,11 @@ public:
     bool isSigned() const { return engine_->facts().isSigned; }
     bool hasOutline() const { return engine_->facts().hasOutline; }
     PDFVersion version() const { return engine_->facts().version; }
-    /// Why some of the file could not be read that is there: what has been asked for may not be all. The
-    /// document is not written then. Absent as long as all is well. May be asked from any thread.
+    /// Why some of the file could not be read that is there: what has been asked for may not be all. Absent
+    /// as long as all is well. May be asked from any thread.
     std::optional<PDFError> readProblem() const { return engine_->readProblem(); }
+    /// Whether nothing is missing of what is written again. It is not written otherwise.
+    bool canBeWritten() const { return engine_->canBeWritten(); }
 
     /// The outline in memory: the file's own until another is set. Its root has no label. Empty where the
     /// file's can't be read, see readProblem().

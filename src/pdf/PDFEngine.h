@@ -46,6 +46,9 @@ public:
     /// out. Absent while all could be read that was asked for. What could not be read is left out where it is
     /// asked for, so whoever needs all asks this afterwards.
     virtual std::optional<PDFError> readProblem() const = 0;
+    /// Whether all could be read that is written again. Memory that ran out for the text of pages does not
+    /// matter there.
+    virtual bool canBeWritten() const = 0;
     /// The text of a page; an empty one where the page can't be read. @param index 0-based, within range.
     virtual std::shared_ptr<const PageText> pageText(int index) const = 0;
     /// The box in page space of every UTF-16 unit of the page's text, parallel to its string.

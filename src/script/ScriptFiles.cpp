@@ -1,6 +1,7 @@
 #include "script/ScriptFiles.h"
 
 #include "files/FileName.h"
+#include "files/FilePlace.h"
 #include "files/FileReading.h"
 #include "files/FileReplacement.h"
 #include "files/FileWriting.h"
@@ -13,6 +14,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
+#include <set>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -97,8 +99,10 @@ std::optional<QString> putInPlace(std::vector<std::unique_ptr<FileReplacement>> 
     for (auto file = files.begin(); file != files.end(); ++file) {
         const FileReplacement::Outcome outcome = (*file)->commit();
         if (outcome == FileReplacement::Outcome::NotWritten) {
-            std::for_each(files.begin(), file, [](const auto &written) { written->undo(); });
-            return (*file)->message();
+            QString message = (*file)->message();
+            for (auto written = files.begin(); written != file; ++written)
+                if (const auto stays = (*written)->undo()) message += QLatin1String("; ") + *stays;
+            return message;
         }
         if (outcome == FileReplacement::Outcome::NotDurable) notDurable = (*file)->message();
         notices += (*file)->notices();
@@ -123,7 +127,7 @@ void ScriptFiles::makeOwnFolder(const QString &path) {
 }
 
 QString ScriptFiles::absolute(const QString &path) const {
-    return QDir::cleanPath(QDir(base_).absoluteFilePath(path));
+    return absolutePath(path.startsWith(u'/') ? path : base_ + u'/' + path);
 }
 
 const ScriptFiles::Staged *ScriptFiles::stagedFor(const QString &path) const {
@@ -180,8 +184,14 @@ QString ScriptFiles::toldIn(QString message) const {
 
 std::optional<QString> ScriptFiles::publish(QStringList &notices) const {
     std::vector<std::unique_ptr<FileReplacement>> files;
+    std::set<FilePlace> taken;
     for (const Staged &staged : staged_) {
         if (!fileExists(staged.place) || areEqual(staged.place, staged.path)) continue;
+        const auto wanted = placeOf(staged.path);
+        if (wanted && !taken.insert(*wanted).second) {
+            return notWritten(staged.path, QCoreApplication::translate(
+                                               "ScriptFiles", "something else is to be written there too"));
+        }
         const Descriptor source(openRegularFile(staged.place));
         if (source.number() < 0) return notWritten(staged.path, reasonOfSystem(errno));
         FileReplacement &target = *files.emplace_back(std::make_unique<FileReplacement>(staged.path));

@@ -29,7 +29,7 @@ DocumentController::DocumentController(Platform &platform, Factory makeDocument)
 DocumentController::~DocumentController() = default;
 
 Document *DocumentController::openDocumentWithContentsOfURL(const QString &path, bool display) {
-    const QString absolute = QFileInfo(path).absoluteFilePath();
+    const QString absolute = absolutePath(path);
     for (const auto &document : documents_) {
         if (identityOfFile(document->fileURL()) != identityOfFile(absolute)) continue;
         if (QWidget *window = document->window(); window && display) {

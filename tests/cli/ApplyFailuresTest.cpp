@@ -147,7 +147,7 @@ TEST(ApplyCommand, AnEmptyTreeIsAFailureAndAnEmptyListIsNone) {
     const TempDir dir;
     const QString path = savePdf(dir, "in.pdf", 1, {"Old Entry"});
     const QByteArray before = bytesOf(path);
-    for (const char *nothing : {"", "\n", "  \n\t"}) {
+    for (const char *nothing : {"", "\n", "  \n\t", "\xEF\xBB\xBF", "\xEF\xBB\xBF\n"}) {
         saveBytes(dir.path("tree"), nothing);
         const CliResult result = runCli({"apply", path, dir.path("tree"), "-o", path});
         EXPECT_EQ(result.exitCode, 1);

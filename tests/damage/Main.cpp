@@ -160,10 +160,13 @@ private:
     std::vector<Row> rows_{
         {"info", {"info", "MUTANT"}},
         {"outline", {"outline", "MUTANT"}},
+        {"labels", {"labels", "MUTANT"}},
+        {"text", {"text", "MUTANT"}},
         {"fonts", {"fonts", "MUTANT"}},
         {"autotoc", {"autotoc", "MUTANT", "-o", "OUT"}},
         {"apply", {"apply", "MUTANT", "TREE", "-o", "OUT"}},
         {"contents", {"contents", "MUTANT", "-o", "OUT"}},
+        {"minitoc", {"minitoc", "MUTANT", "--page", "1", "--text", "e", "-o", "OUT"}},
         {"run", {"run", "STEPS", "MUTANT", "-o", "OUT"}},
     };
 };

@@ -119,6 +119,26 @@ TEST_F(ReadProblem, FileThatTakesTooMuchMemoryOpensAndSaysSo) {
     document.finishLoading();
 }
 
+TEST_F(ReadProblem, WhatIsNotWrittenMayBeTooMuch) {
+    PdfBuilder pdf;
+    pdf.addNumberedPages(1);
+    std::string text(60'000, 'x');
+    text.front() = '(';
+    text.back() = ')';
+    const std::string name = PdfBuilder::reference(pdf.addObject(text));
+    std::string names;
+    for (int i = 0; i < 5000; ++i)
+        names += name + " [" + pdf.pageReference(0) + " /Fit] ";
+    pdf.setCatalogEntry("/Names", "<< /Dests << /Names [" + names + "] >> >>");
+    open(pdf);
+    document.pdfDoc()->engine().marks();
+    document.tellReadProblem();
+    EXPECT_THAT(textOf("readProblem"), HasSubstr("What is made of its text may not be all."));
+    document.updateChangeCount(Document::Change::Done);
+    ASSERT_TRUE(document.actions().perform("saveDocument:"));
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
 TEST_F(ReadProblem, CommandThatRunsOutOfMemoryEndsAlone) {
     PdfBuilder pdf;
     pdf.addNumberedPages(1);

@@ -186,6 +186,10 @@ TEST_F(Replacing, AnOpenDescriptorIsWrittenTo) {
     for (const char *folder : {"/dev/fd/%1", "/proc/self/fd/%1"})
         EXPECT_EQ(replace(QString(folder).arg(file), "new "), Outcome::Written) << reason;
     EXPECT_EQ(bytesOf(path), "before new new ");
+    // One that the program has opened for itself.
+    ASSERT_EQ(::fcntl(file, F_SETFD, FD_CLOEXEC), 0);
+    EXPECT_EQ(replace(QStringLiteral("/dev/fd/%1").arg(file)), Outcome::NotWritten);
+    EXPECT_EQ(bytesOf(path), "before new new ");
     ::close(file);
     EXPECT_EQ(replace(QStringLiteral("/dev/fd/%1").arg(file)), Outcome::NotWritten);
     EXPECT_EQ(reason, "Bad file descriptor");
@@ -337,12 +341,24 @@ TEST_F(Replacing, CanBeUndoneWhereThatWasAskedFor) {
             ASSERT_EQ(each->commit(), Outcome::Written);
         }
         EXPECT_EQ(bytesOf(path), "new");
-        file.undo();
-        another.undo();
+        EXPECT_EQ(file.undo(), std::nullopt);
+        EXPECT_EQ(another.undo(), std::nullopt);
         EXPECT_EQ(statusOf(path).st_ino, inode);
     }
     EXPECT_EQ(bytesOf(path), "old");
     EXPECT_EQ(files(), QStringList{"a.pdf"});
+}
+
+TEST_F(Replacing, WhatCantBeUndoneIsTold) {
+    saveBytes(path, "old");
+    FileReplacement file(path);
+    ASSERT_TRUE(file.start());
+    file.write("new");
+    file.keepOld();
+    ASSERT_EQ(file.commit(), Outcome::Written);
+    for (const QString &each : QDir(dir.path({})).entryList({".a.pdf.*"}, QDir::Files | QDir::Hidden))
+        ASSERT_TRUE(QFile::remove(dir.path(each)));
+    EXPECT_EQ(file.undo(), path + " could not be put back as it was: No such file or directory");
 }
 
 TEST_F(Replacing, WhatIsNotUndoneLeavesNothingOfTheOldFile) {
@@ -393,6 +409,21 @@ TEST_F(Abandoned, IsNotWhatSomebodyWritesStill) {
     EXPECT_EQ(replace(path), Outcome::Written) << reason;
     EXPECT_EQ(files(), (QStringList{file, "a.pdf"}));
     ::close(writer);
+}
+
+TEST_F(Abandoned, IsNotTheOldFileThatMayComeBack) {
+    saveBytes(path, "old");
+    makeOld("a.pdf", 11);
+    FileReplacement file(path);
+    ASSERT_TRUE(file.start());
+    file.write("new");
+    file.keepOld();
+    ASSERT_EQ(file.commit(), FileReplacement::Outcome::Written);
+    const int folder = ::open(name(dir.path(".")).constData(), O_RDONLY | O_DIRECTORY);
+    removeAbandonedFiles(folder, "as another program does");
+    ::close(folder);
+    EXPECT_EQ(file.undo(), std::nullopt);
+    EXPECT_EQ(bytesOf(path), "old");
 }
 
 TEST_F(Abandoned, IsNotWhatAPersonHasCalledAlike) {

@@ -164,5 +164,27 @@ TEST(HostileMemory, LongNameOfManyDestinations) {
     EXPECT_EQ(document->readProblem()->kind, PDFError::Kind::OutOfMemory);
 }
 
+TEST(HostileMemory, ContentsOfWhatCanNotAllBeReadAreNotWritten) {
+    const TempDir dir;
+    std::string content = PdfBuilder::showText("F2", 24, 72, 720, "Heading");
+    for (int line = 0; line < 10; ++line)
+        content += PdfBuilder::showText("F1", 10, 72, 680 - 12 * line, "Text, so that it is no page image.");
+    PdfBuilder pdf;
+    pdf.addPage(content);
+    std::string text(60'000, 'x');
+    text.front() = '(';
+    text.back() = ')';
+    const std::string name = PdfBuilder::reference(pdf.addObject(text));
+    std::string names;
+    for (int i = 0; i < 5000; ++i)
+        names += name + " [" + pdf.pageReference(0) + " /Fit] ";
+    pdf.setCatalogEntry("/Names", "<< /Dests << /Names [" + names + "] >> >>");
+    pdf.save(dir.path("names.pdf"));
+    const auto result = test::runCli({"contents", dir.path("names.pdf"), "-o", dir.path("out.pdf")});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_THAT(result.err.toStdString(), HasSubstr("it takes more memory than a file may have"));
+    EXPECT_FALSE(QFile::exists(dir.path("out.pdf")));
+}
+
 }  // namespace
 }  // namespace leafwright

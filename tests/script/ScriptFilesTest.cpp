@@ -78,6 +78,27 @@ TEST_F(FilesOfAScript, WhereOneCantBeWrittenNoneIs) {
     EXPECT_FALSE(QFile::exists(dir.path("first.txt")));
 }
 
+TEST_F(FilesOfAScript, TwoDoNotGoToOnePlace) {
+    saveBytes(dir.path("a.pdf"), "old");
+    ASSERT_TRUE(QFile::link(dir.path("a.pdf"), dir.path("link.pdf")));
+    saveBytes(files.placeFor("a.pdf"), "one");
+    saveBytes(files.placeFor("link.pdf"), "other");
+    EXPECT_EQ(files.publish(notices),
+              dir.path("link.pdf") + " could not be written: something else is to be written there too");
+    EXPECT_EQ(bytesOf(dir.path("a.pdf")), "old");
+}
+
+TEST_F(FilesOfAScript, GoUpFromWhereALinkLeads) {
+    ASSERT_TRUE(QDir(base).mkpath("real/sub"));
+    ASSERT_TRUE(QFile::link(base + "/real/sub", base + "/link"));
+    saveBytes(base + "/a.pdf", "here");
+    saveBytes(base + "/real/a.pdf", "there");
+    const auto made = files.copyOf("link/../a.pdf");
+    const auto *copy = std::get_if<QString>(&made);
+    ASSERT_TRUE(copy);
+    EXPECT_EQ(bytesOf(*copy), "there");
+}
+
 TEST_F(FilesOfAScript, PathsAreToldAlikeInEveryRun) {
     const QString place = files.placeFor("sub/out.pdf");
     EXPECT_EQ(files.told(place), "sub/out.pdf");

@@ -17,6 +17,7 @@ public:
 
     const PDFFacts &facts() const override { return facts_; }
     std::optional<PDFError> readProblem() const override { return std::nullopt; }
+    bool canBeWritten() const override { return true; }
     std::shared_ptr<const PageText> pageText(int) const override {
         return std::make_shared<const PageText>();
     }

@@ -71,7 +71,9 @@ std::variant<std::unique_ptr<ContentsAnalysis>, QString> recognisedAndAnalysed(c
     const PDFDocument &text = *std::get<std::unique_ptr<PDFDocument>>(opened);
     if (text.pageCount() != pdf.pageCount())
         return translated("The copy with the recognised text has other pages.");
-    return analyseContents(PDFContentsPages(pdf, text), false, stop);
+    auto analysis = analyseContents(PDFContentsPages(pdf, text), false, stop);
+    if (const auto problem = text.readProblem()) return problem->message;
+    return analysis;
 }
 
 }  // namespace
@@ -183,6 +185,7 @@ void ContentsCommands::proposeCompletion(Analysis analysis) {
 
 void ContentsCommands::propose(ContentsProposal *proposal,
                                std::function<void(const ContentsProposal &)> take) {
+    document_.tellReadProblem();  // What is proposed may not be all.
     proposal_ = proposal;
     QObject::connect(proposal, &ContentsProposal::entryChosen, proposal,
                      [this](const ContentsEntry &entry) { show(entry); });

@@ -160,8 +160,9 @@ void StructuralEdits::editSelectedTitle() {
 
 std::unique_ptr<MyOutlineItem> StructuralEdits::itemForCurrentPage() const {
     const PDFPage *page = document_.pdfview()->currentPage();
-    return std::make_unique<MyOutlineItem>(getSuggestedTitleOnCurrentPage(),
-                                           PageTarget{page ? page->label() : QString()});
+    return std::make_unique<MyOutlineItem>(
+        getSuggestedTitleOnCurrentPage(),
+        page ? PageTarget{page->label(), std::nullopt, page->index()} : PageTarget{QString()});
 }
 
 void StructuralEdits::addSiblingOutlineItem() {
@@ -225,9 +226,9 @@ void StructuralEdits::removeNodeAtIndexPath(const IndexPath &path) {
 std::unique_ptr<MyOutlineItem> StructuralEdits::itemForSelectedText() const {
     const auto selection = document_.pdfview()->currentSelection();
     if (!selection || selection->isEmpty()) return nullptr;
-    return std::make_unique<MyOutlineItem>(
-        cleanedRun(selection->string(), charactersToTrim()),
-        PageTarget{selection->pages().front()->label(), topLeftPoint(*selection)});
+    const PDFPage &page = *selection->pages().front();
+    return std::make_unique<MyOutlineItem>(cleanedRun(selection->string(), charactersToTrim()),
+                                           PageTarget{page.label(), topLeftPoint(*selection), page.index()});
 }
 
 void StructuralEdits::addSelectedTextAsTOCSibling() {

@@ -1,6 +1,7 @@
 #include "document/outline/TextRecognition.h"
 
 #include "files/FileName.h"
+#include "files/FileReading.h"
 #include "texts/Translated.h"
 
 #include <QFileInfo>
@@ -57,7 +58,7 @@ private:
 };
 
 /// The file to be read, by a name that no program can take for anything else.
-QString originalIn(const QTemporaryDir &folder) {
+QString originalIn(const TemporaryFolder &folder) {
     return folder.filePath(QStringLiteral("original.pdf"));
 }
 
@@ -70,9 +71,10 @@ void stop(QProcess &process) {
     process.waitForFinished(-1);
 }
 
-void start(QProcess &process, const QString &languages, const QTemporaryDir &folder) {
+void start(QProcess &process, const QString &languages, const TemporaryFolder &folder) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TMPDIR"), folder.path());  // so that nothing is left, whatever happens
+    // So that nothing is left, whatever happens.
+    environment.insert(QStringLiteral("TMPDIR"), folder.filePath(QStringLiteral(".")));
     process.setProcessEnvironment(environment);
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.setStandardInputFile(QProcess::nullDevice());
@@ -109,11 +111,11 @@ std::variant<std::unique_ptr<RecognisedCopy>, RecognitionFailure> recogniseText(
         return failure(
             translated("the program %1 is not there; install the package of that name").arg(program));
     }
-    auto folder = std::make_unique<QTemporaryDir>();
-    if (!folder->isValid()) return failure(folder->errorString());
+    auto folder = std::make_unique<TemporaryFolder>();
+    if (!folder->isThere()) return failure(folder->errorString());
     QProcess process;
-    const QByteArray original = fileNameBytes(QFileInfo(path).absoluteFilePath());
-    if (::symlink(original.constData(), originalIn(*folder).toUtf8().constData()) != 0)
+    const QByteArray original = fileNameBytes(absolutePath(path));
+    if (::symlink(original.constData(), fileNameBytes(originalIn(*folder)).constData()) != 0)
         return failure(translated("the temporary folder can't be written to"));
     start(process, languages, *folder);
     if (!process.waitForStarted(-1)) return failure(process.errorString());

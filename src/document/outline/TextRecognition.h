@@ -1,7 +1,8 @@
 #pragma once
 
+#include "files/TemporaryFolder.h"
+
 #include <QString>
-#include <QTemporaryDir>
 
 #include <functional>
 #include <memory>
@@ -13,13 +14,15 @@ namespace leafwright {
 /// files are gone with this.
 class RecognisedCopy {
 public:
-    explicit RecognisedCopy(std::unique_ptr<QTemporaryDir> folder) : folder_(std::move(folder)) {}
+    explicit RecognisedCopy(std::unique_ptr<TemporaryFolder> folder) : folder_(std::move(folder)) {}
 
     QString path() const { return pathIn(*folder_); }
-    static QString pathIn(const QTemporaryDir &folder) { return folder.filePath(QStringLiteral("text.pdf")); }
+    static QString pathIn(const TemporaryFolder &folder) {
+        return folder.filePath(QStringLiteral("text.pdf"));
+    }
 
 private:
-    std::unique_ptr<QTemporaryDir> folder_;
+    std::unique_ptr<TemporaryFolder> folder_;
 };
 
 /// Why no text was recognised.

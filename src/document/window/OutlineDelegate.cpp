@@ -85,9 +85,10 @@ DragOperation OutlineDelegate::validatePoint(const QMimeData &pasteboard) {
 DragOperation OutlineDelegate::validateText() {
     const auto selection = document_.pdfview()->currentSelection();
     if (!selection || selection->isEmpty()) return DragOperation::None;
-    draggedNewTOCItem_ = std::make_unique<MyOutlineItem>(
-        titleOfDraggedText(selection->string()),
-        PageTarget{selection->pages().front()->label(), topLeftPoint(*selection)});
+    const PDFPage &page = *selection->pages().front();
+    draggedNewTOCItem_ =
+        std::make_unique<MyOutlineItem>(titleOfDraggedText(selection->string()),
+                                        PageTarget{page.label(), topLeftPoint(*selection), page.index()});
     return DragOperation::Generic;
 }
 

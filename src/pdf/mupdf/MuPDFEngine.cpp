@@ -61,6 +61,8 @@ public:
         return problem_;
     }
 
+    bool canBeWritten() const override { return !problemForWriting(); }
+
     std::shared_ptr<const PageText> pageText(int index) const override {
         auto text = std::make_unique<const PageText>(read(index, nullptr));
         const size_t bytes = sizeOf(*text);

@@ -1,0 +1,91 @@
+#include "support/CliFiles.h"
+#include "support/CliRun.h"
+
+#include <QFile>
+
+#include <gmock/gmock.h>
+
+namespace leafwright::test {
+namespace {
+
+using testing::EndsWith;
+using testing::HasSubstr;
+
+/// What is written never takes the place of what is read, nor of something else that is written. `link.*` is
+/// a symbolic link to `a.*`.
+class FileClash : public testing::Test {
+protected:
+    void SetUp() override {
+        saveBytes(dir.path("steps.json"), "[]");
+        saveBytes(dir.path("tree.txt"), "+ @1 New\n");
+        before = bytesOf(pdf);
+        ASSERT_TRUE(QFile::link(pdf, dir.path("link.pdf")));
+    }
+    /// Runs a command whose names stand for files of the folder.
+    CliResult run(QStringList arguments) {
+        for (qsizetype i = 1; i < arguments.size(); ++i)
+            if (arguments[i].contains(u'.')) arguments[i] = dir.path(arguments[i]);
+        return runCli(arguments);
+    }
+    void expectRefusal(const QStringList &arguments, const std::string &message) {
+        const CliResult result = run(arguments);
+        EXPECT_EQ(result.exitCode, 1) << arguments.join(u' ').toStdString();
+        EXPECT_THAT(result.err.toStdString(), EndsWith(message + '\n'));
+        EXPECT_EQ(bytesOf(pdf), before);
+        EXPECT_FALSE(QFile::exists(dir.path("out.pdf")));
+    }
+
+    const std::string read = " is read, and would be overwritten; nothing was written";
+    TempDir dir;
+    QString pdf = savePdfWithHeadings(dir, "a.pdf");
+    QByteArray before;
+};
+
+TEST_F(FileClash, WhatIsReadIsNotWrittenOver) {
+    expectRefusal({"fonts", "a.pdf", "--save-map", "a.pdf"}, "a.pdf" + read);
+    expectRefusal({"fonts", "a.pdf", "--save-map", "link.pdf"}, "link.pdf" + read);
+    expectRefusal({"contents", "a.pdf", "-o", "out.pdf", "--report", "link.pdf"}, "link.pdf" + read);
+    expectRefusal({"run", "steps.json", "a.pdf", "--report", "link.pdf"}, "link.pdf" + read);
+    expectRefusal({"run", "steps.json", "a.pdf", "--report", "steps.json"}, "steps.json" + read);
+    expectRefusal({"apply", "a.pdf", "tree.txt", "-o", "tree.txt"}, "tree.txt" + read);
+    expectRefusal({"autotoc", "a.pdf", "--map", "tree.txt", "-o", "./tree.txt"}, "./tree.txt" + read);
+    EXPECT_EQ(bytesOf(dir.path("tree.txt")), "+ @1 New\n");
+    EXPECT_EQ(bytesOf(dir.path("steps.json")), "[]");
+}
+
+TEST_F(FileClash, StandardInputMayBeAFile) {
+    const StandardInput input(dir.path("tree.txt"));
+    expectRefusal({"apply", "a.pdf", "-", "-o", "tree.txt"}, "tree.txt" + read);
+}
+
+TEST_F(FileClash, TwoResultsDoNotMeet) {
+    const std::string meet = "nothing was written";
+    expectRefusal({"contents", "a.pdf", "-o", "out.pdf", "--report", "./out.pdf"}, meet);
+    expectRefusal({"run", "steps.json", "a.pdf", "-o", "out.pdf", "--report", "./out.pdf"}, meet);
+    ASSERT_TRUE(QFile::link(dir.path("out.pdf"), dir.path("soon.pdf")));
+    expectRefusal({"run", "steps.json", "a.pdf", "-o", "out.pdf", "--report", "soon.pdf"}, meet);
+}
+
+TEST_F(FileClash, ThePdfMayBeWrittenAgain) {
+    EXPECT_EQ(run({"autotoc", "a.pdf", "-o", "link.pdf"}).exitCode, 0);
+    EXPECT_EQ(plusLinesOf(pdf), outlineOfHeadings);
+    EXPECT_EQ(run({"run", "steps.json", "a.pdf", "-o", "link.pdf", "--report", "report.json"}).exitCode, 0);
+}
+
+TEST_F(FileClash, SeveralFilesHaveAResultEach) {
+    savePdfWithHeadings(dir, "b.pdf");
+    ASSERT_TRUE(QDir(dir.path({})).mkdir("out"));
+    ASSERT_TRUE(QFile::link(dir.path("out/b.pdf"), dir.path("out/a.pdf")));
+    const CliResult result = run({"autotoc", "a.pdf", "b.pdf", "--out-dir", "./out"});
+    EXPECT_EQ(result.exitCode, 2);
+    EXPECT_THAT(result.err.toStdString(), HasSubstr("two results would be written to"));
+    EXPECT_FALSE(QFile::exists(dir.path("out/b.pdf")));
+
+    ASSERT_TRUE(QFile::remove(dir.path("out/a.pdf")));
+    ASSERT_TRUE(QFile::link(dir.path("b.pdf"), dir.path("out/a.pdf")));
+    EXPECT_EQ(run({"contents", "a.pdf", "b.pdf", "--out-dir", "./out"}).exitCode, 2);
+    EXPECT_EQ(bytesOf(dir.path("b.pdf")), before) << "another file's result is not written over it";
+}
+
+}  // namespace
+}  // namespace leafwright::test
