@@ -67,7 +67,9 @@ void SectionWriter::end(CrossReference kind, DictionarySyntax trailer, const Own
     if (standsAlone) entries_.push_back({0, {ObjectPlace::Kind::Free, 0, neverUsedAgain}});
     std::sort(entries_.begin(), entries_.end(),
               [](const Entry &a, const Entry &b) { return a.number < b.number; });
-    trailer.set("Size", QByteArray::number(asStream ? size + 1 : size));
+    // What has been left out may have had the highest number.
+    const int sizeOfAll = standsAlone ? entries_.back().number + 1 : asStream ? size + 1 : size;
+    trailer.set("Size", QByteArray::number(sizeOfAll));
     if (!standsAlone) trailer.set("Prev", QByteArray::number(original.previous));
     trailer.set(ownSectionKey, stringSyntax(ownSectionText(original, hash_.result())));
     if (asStream) {
