@@ -26,6 +26,7 @@ QString openFailure(const QString &path, const PDFError &error) {
             return translated("%1: the file can't be read: %2").arg(path, error.message);
         case PDFError::Kind::Locked:
             return lockedMessage(path);
+        case PDFError::Kind::FileChanged:
         case PDFError::Kind::WriteFailed:
         case PDFError::Kind::NotDurable:
             return path + QLatin1String(": ") + error.message;

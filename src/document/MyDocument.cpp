@@ -8,6 +8,7 @@
 #include "document/commands/EditMenuCommands.h"
 #include "document/commands/HeadingMapCommands.h"
 #include "document/commands/NavigationCommands.h"
+#include "document/commands/OtherPrograms.h"
 #include "document/commands/OutlineCopy.h"
 #include "document/commands/PrintedPageCommands.h"
 #include "document/commands/SavingCommands.h"
@@ -38,6 +39,7 @@ MyDocument::MyDocument(Platform &platform)
       outlineCopy_(std::make_unique<OutlineCopy>(*this)),
       outlineDelegate_(std::make_unique<OutlineDelegate>(*this)),
       saving_(std::make_unique<SavingCommands>(*this)),
+      otherPrograms_(std::make_unique<OtherPrograms>(*this)),
       structuralEdits_(std::make_unique<StructuralEdits>(*this)),
       batchRenaming_(std::make_unique<BatchRenaming>(*this)),
       selectionCommands_(std::make_unique<SelectionCommands>(*this)),

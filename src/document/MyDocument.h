@@ -26,6 +26,7 @@ class LabelPDFView;
 class NavigationCommands;
 class OKNSOutlineView;
 class OutlineCopy;
+class OtherPrograms;
 class OutlineDelegate;
 class PageWarmer;
 class PrioritySplitViewDelegate;
@@ -126,6 +127,11 @@ public:
     /// Makes the tree the PDF's outline and writes the PDF to a path.
     /// @return why the writing failed; the outline in memory is the new one all the same
     std::optional<PDFError> writeNewPDFOutline(const QString &path, const QString &type);
+    /// What becomes of the outline when the file is read anew.
+    enum class Reload { KeepOutline, TakeOutline };
+    /// Shows the pages that the file has now; see OutlineDocument::keepOutlineFor() and takeOutlineOf(). What
+    /// can't be read is told, and all stays as it is. @return whether it was read
+    bool reload(Reload kind);
     /// Why the last write failed, whichever command asked for it; absent where it did not, and before any.
     const std::optional<PDFError> &writeError() const { return outline_.writeError(); }
     /// Tells the user, in the window, that not all of the PDF could be read, if that is so, and whether it
@@ -159,6 +165,7 @@ public:
     /// Has other hooks called from now on.
     void setUndoSupport(std::unique_ptr<UndoSupport> support) { undoSupport_ = std::move(support); }
     SavingCommands &saving() { return *saving_; }
+    OtherPrograms &otherPrograms() { return *otherPrograms_; }
     BatchRenaming &batchRenaming() { return *batchRenaming_; }
     SelectionCommands &selectionCommands() { return *selectionCommands_; }
     HeadingMapCommands &headingMapCommands() { return *headingMapCommands_; }
@@ -217,11 +224,14 @@ private:
     void setUpSplitView();
     void documentDidLoad();
     void bindThumbnails();
+    void guessHeadingMap();
     void takeGuessedHeadingMap();
     void showAlert(const QString &message, const QString &informativeText);
     void showWriteError(const QString &type);
     void showLosses() const;
     void showEntriesElsewhere() const;
+    void showOtherPages(const std::function<void()> &exchange);
+    void showLostTargets(const LostTargets &lost) const;
 
     OutlineDocument outline_;
     bool shouldIgnoreKVO_ = false;
@@ -236,6 +246,7 @@ private:
     std::unique_ptr<OutlineCopy> outlineCopy_;
     std::unique_ptr<OutlineDelegate> outlineDelegate_;
     std::unique_ptr<SavingCommands> saving_;
+    std::unique_ptr<OtherPrograms> otherPrograms_;
     std::unique_ptr<StructuralEdits> structuralEdits_;
     std::unique_ptr<BatchRenaming> batchRenaming_;
     std::unique_ptr<SelectionCommands> selectionCommands_;

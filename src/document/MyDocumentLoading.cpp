@@ -2,6 +2,7 @@
 #include "document/HeadingMapGuess.h"
 #include "document/MyDocument.h"
 #include "document/commands/NavigationCommands.h"
+#include "document/commands/OtherPrograms.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/HeadingMapModel.h"
 #include "document/window/OutlineDelegate.h"
@@ -142,6 +143,11 @@ void MyDocument::documentDidLoad() {
     pdfview()->setAutoScales(true);
     QTimer::singleShot(thumbnailDelay, this, [this] { whenIdle([this] { bindThumbnails(); }); });
     if (!pdfDoc()) return;
+    guessHeadingMap();
+    otherPrograms_->watch();
+}
+
+void MyDocument::guessHeadingMap() {
     // The census reads every page, which takes more than a second for thousands of them. So it is left to
     // other threads, and begins when the first page is on the screen.
     readers_.headingMapGuess = std::make_unique<HeadingMapGuess>(*pdfDoc());

@@ -1,4 +1,5 @@
 #include "document/MyDocument.h"
+#include "document/commands/OtherPrograms.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/SaveProgress.h"
 #include "platform/Settings.h"
@@ -47,6 +48,7 @@ std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, cons
     outline_.write(path, type);
     showWriteError(type);
     if (type == saveFinalPDF) showLosses();
+    otherPrograms_->tell();
     return writeError();
 }
 
@@ -66,7 +68,9 @@ void MyDocument::showWriteError(const QString &type) {
     if (!error) return myWindow()->notices()->removeNotice(failedWriteNotice);
     Notice notice{error->message};
     // No other place would do for what can't be read, nor does a preview have one that the user chose.
-    if (type == saveFinalPDF && error->kind != PDFError::Kind::Locked) {
+    const bool canBeRead =
+        error->kind != PDFError::Kind::Locked && outline_.stateOnDisk() != FileOnDisk::State::Overwritten;
+    if (type == saveFinalPDF && canBeRead) {
         notice.buttons.append({actionTitle(*actionDescription(QStringLiteral("saveDocumentAs:"))),
                                [this] { actions_.perform(QStringLiteral("saveDocumentAs:")); }});
     }

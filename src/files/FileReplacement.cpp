@@ -69,7 +69,16 @@ bool FileReplacement::fail(int error) {
     return fail(reasonOfSystem(error));
 }
 
+bool FileReplacement::failsByObjection() {
+    const auto objection = fileOnDisk_ ? fileOnDisk_->objectionTo(path_) : std::nullopt;
+    if (!objection) return false;
+    metObjection_ = true;
+    fail(*objection);
+    return true;
+}
+
 bool FileReplacement::start() {
+    if (failsByObjection()) return false;
     auto found = findTarget(path_);
     if (const auto *reason = std::get_if<QString>(&found)) return fail(*reason);
     target_ = std::get<FileTarget>(std::move(found));
@@ -149,7 +158,10 @@ bool FileReplacement::prepare() {
 
 FileReplacement::Outcome FileReplacement::commit() {
     if (!prepare()) return Outcome::NotWritten;
-    const Outcome outcome = target_.isStream() ? pourOut() : rename();
+    // As late as can be: nothing but the change of the name is left to do.
+    const Outcome outcome = failsByObjection()   ? Outcome::NotWritten
+                            : target_.isStream() ? pourOut()
+                                                 : rename();
     discard();
     return outcome;
 }
@@ -161,6 +173,7 @@ FileReplacement::Outcome FileReplacement::rename() {
     }
     temporaryName_.clear();
     isInPlace_ = true;
+    if (fileOnDisk_) fileOnDisk_->noteWritten(path_, descriptor_);
     const bool synced = hasSynced(folderCanSync_ ? ::fsync(folder_) : ::syncfs(descriptor_));
     const int error = synced ? 0 : errno;
     // What a server says at the end counts as well.

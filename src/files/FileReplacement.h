@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/FileOnDisk.h"
 #include "files/FileTarget.h"
 #include "files/UnfinishedFiles.h"
 
@@ -48,6 +49,9 @@ public:
     QString temporaryPath() const;
     /// Has the new file looked at when all is written, and left unused if something is wrong with it.
     void setCheck(Check check) { check_ = std::move(check); }
+    /// Asks, at the start and again right before the new file takes its place, whether another program has
+    /// changed what was read to make it, and tells of the new file there. @param file must outlive this
+    void heed(FileOnDisk &file) { fileOnDisk_ = &file; }
 
     /// Does all that can fail for want of space: checks the file, gives it the old one's owner, permissions
     /// and attributes, and waits until the disk has it. Only its name is to be changed then, by commit().
@@ -66,6 +70,8 @@ public:
     std::optional<QString> undo();
     /// Whether the target takes bytes as they come.
     bool isStream() const { return target_.isStream(); }
+    /// Whether it failed because another program has changed something, see heed().
+    bool metObjection() const { return metObjection_; }
 
     /// Why the path has not been written, or not for certain, as a message to the user.
     QString message() const;
@@ -82,6 +88,7 @@ protected:
 private:
     bool fail(const QString &reason);
     bool fail(int error);
+    bool failsByObjection();
     bool startBesideTarget();
     bool startApart();
     Outcome rename();
@@ -90,12 +97,14 @@ private:
     QString path_;
     FileTarget target_;
     Check check_;
+    FileOnDisk *fileOnDisk_ = nullptr;
     int folder_ = -1;             ///< Where the name changes; -1 for streams.
     bool folderCanSync_ = false;  ///< Not where the folder may be written to but not read.
     int descriptor_ = -1;
     QByteArray temporaryName_;  ///< In the folder; empty for streams, whose file has no name.
     UnfinishedFile old_;        ///< The old file under a second name in the folder; none without a name.
     bool failed_ = false;
+    bool metObjection_ = false;
     bool prepared_ = false;
     bool isInPlace_ = false;  ///< The new file has the name.
     QStringList notices_;

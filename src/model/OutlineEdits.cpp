@@ -93,6 +93,10 @@ void OutlineEdits::setPageLabel(MyOutlineItem &item, const QString &label) {
     make(ValueStep{&item, LabelAndPage{label, std::nullopt}});
 }
 
+void OutlineEdits::setImportedPage(MyOutlineItem &item, std::optional<int> index) {
+    make(ValueStep{&item, LabelAndPage{item.pageLabel(), index}});
+}
+
 void OutlineEdits::setPointOnPage(MyOutlineItem &item, const QPointF &point) {
     make(ValueStep{&item, point});
 }

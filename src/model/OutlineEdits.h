@@ -65,6 +65,8 @@ public:
     void setPageTitle(MyOutlineItem &item, const QString &title);
     /// An item with a new label has no page of its own any more.
     void setPageLabel(MyOutlineItem &item, const QString &label);
+    /// The page that an item keeps as its own, or none; its label stays.
+    void setImportedPage(MyOutlineItem &item, std::optional<int> index);
     void setPointOnPage(MyOutlineItem &item, const QPointF &point);
     void setEntry(MyOutlineItem &item, const OutlineEntry &entry);
 

@@ -8,8 +8,9 @@
 
 namespace leafwright {
 
-Result<std::unique_ptr<PDFDocument>> PDFDocument::open(const QString &path) {
-    auto engine = openWithMuPDF(path);
+Result<std::unique_ptr<PDFDocument>> PDFDocument::open(const QString &path,
+                                                       std::shared_ptr<const FileSnapshot> *asItWas) {
+    auto engine = openWithMuPDF(path, asItWas);
     if (auto *error = std::get_if<PDFError>(&engine)) return std::move(*error);
     return std::unique_ptr<PDFDocument>(
         new PDFDocument(std::get<std::unique_ptr<PDFEngine>>(std::move(engine))));
@@ -74,20 +75,20 @@ void PDFDocument::setOutlineRoot(std::unique_ptr<PDFOutline> root) {
 }
 
 std::optional<PDFError> PDFDocument::writeToFile(const QString &path, PDFWriteObserver *observer,
-                                                 QStringList *notices) const {
+                                                 QStringList *notices, FileOnDisk *onDisk) const {
     if (!observer)
         return writeAndReplace(
-            path, [](int) {}, notices);
+            path, [](int) {}, notices, onDisk);
     observer->documentBeginWrite(pageCount());
     auto error = writeAndReplace(
-        path, [observer](int page) { observer->documentEndPageWrite(page); }, notices);
+        path, [observer](int page) { observer->documentEndPageWrite(page); }, notices, onDisk);
     observer->documentEndWrite();
     return error;
 }
 
 std::optional<PDFError> PDFDocument::writeAndReplace(const QString &path,
                                                      const std::function<void(int)> &progress,
-                                                     QStringList *notices) const {
+                                                     QStringList *notices, FileOnDisk *onDisk) const {
     const auto failure = [&path](const QString &reason) {
         return PDFError{
             PDFError::Kind::WriteFailed,
@@ -103,12 +104,16 @@ std::optional<PDFError> PDFDocument::writeAndReplace(const QString &path,
     }
     if (isEncrypted()) return failure(QCoreApplication::translate("PDFDocument", "it is encrypted"));
     FileReplacement file(path);
-    if (!file.start()) return PDFError{PDFError::Kind::WriteFailed, file.message()};
+    if (onDisk) file.heed(*onDisk);
+    const auto notWritten = [&file] {
+        return PDFError{file.metObjection() ? PDFError::Kind::FileChanged : PDFError::Kind::WriteFailed,
+                        file.message()};
+    };
+    if (!file.start()) return notWritten();
     if (auto error = engine_->write(outlineRoot(), file.descriptor(), progress))
         return failure(error->message);
     const FileReplacement::Outcome outcome = file.commit();
-    if (outcome == FileReplacement::Outcome::NotWritten)
-        return PDFError{PDFError::Kind::WriteFailed, file.message()};
+    if (outcome == FileReplacement::Outcome::NotWritten) return notWritten();
     if (notices) *notices += file.notices();
     if (outcome == FileReplacement::Outcome::Written) return std::nullopt;
     return PDFError{PDFError::Kind::NotDurable, file.message()};

@@ -9,6 +9,9 @@
 
 namespace leafwright {
 
+class FileOnDisk;
+class FileSnapshot;
+
 /// Told about a file while it is written. All calls come from the writing thread.
 class PDFWriteObserver {
 public:
@@ -27,7 +30,9 @@ public:
 class PDFDocument final : public TextPages {
 public:
     /// Opens a file. A locked or encrypted file opens too, see isLocked().
-    static Result<std::unique_ptr<PDFDocument>> open(const QString &path);
+    /// @param asItWas gets the file as it was before anything was read of it; may be null
+    static Result<std::unique_ptr<PDFDocument>> open(const QString &path,
+                                                     std::shared_ptr<const FileSnapshot> *asItWas = nullptr);
     /// A document on an engine that has opened its file.
     explicit PDFDocument(std::unique_ptr<PDFEngine> engine);
     ~PDFDocument() override;
@@ -70,14 +75,16 @@ public:
     /// is made beside it and takes its place when complete. On failure what was there is unchanged, unless it
     /// is said to be written, but not durable. A locked document is not written.
     /// @param notices gets what the old file had and the new one has not, a message each; may be null
+    /// @param onDisk knows whether another program has changed the file that was read: then nothing is
+    /// written. It is told of the new file; may be null
     std::optional<PDFError> writeToFile(const QString &path, PDFWriteObserver *observer = nullptr,
-                                        QStringList *notices = nullptr) const;
+                                        QStringList *notices = nullptr, FileOnDisk *onDisk = nullptr) const;
 
     const PDFEngine &engine() const { return *engine_; }
 
 private:
     std::optional<PDFError> writeAndReplace(const QString &path, const std::function<void(int)> &progress,
-                                            QStringList *notices) const;
+                                            QStringList *notices, FileOnDisk *onDisk) const;
 
     std::unique_ptr<PDFEngine> engine_;
     std::vector<PDFPage> pages_;

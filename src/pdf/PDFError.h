@@ -14,6 +14,7 @@ struct PDFError {
         OutOfMemory,     ///< Reading it takes more memory than there is, or than one file may take.
         NotAPDF,         ///< What is in the file can't be read as a PDF, even after repair.
         Locked,          ///< A password is needed.
+        FileChanged,     ///< Another program has changed it since it was read; nothing has been written.
         WriteFailed,     ///< The new file could not be written; an old one at its place is unchanged.
         NotDurable,      ///< The new file has been written, but the disk does not confirm that it has it.
     };

@@ -147,7 +147,8 @@ QString ScriptFiles::placeFor(const QString &path) {
 
 Result<QString> ScriptFiles::copyOf(const QString &path) {
     const Descriptor source(openRegularFile(absolute(path)));
-    if (source.number() < 0) return unreadable(errno);
+    auto asItWas = source.number() < 0 ? nullptr : FileSnapshot::of(source.number());
+    if (!asItWas) return unreadable(errno);
     const QString place = placeFor(path);
     const auto notCopied = [&place](const QString &reason) {
         return PDFError{PDFError::Kind::WriteFailed,
@@ -156,9 +157,15 @@ Result<QString> ScriptFiles::copyOf(const QString &path) {
     };
     // Only ever a new file: a copy must not be written over what somebody has.
     const Descriptor copy(
-        ::open(fileNameBytes(place).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
+        ::open(fileNameBytes(place).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
     if (copy.number() < 0) return notCopied(reasonOfSystem(errno));
     if (const auto reason = copyInto(copy.number(), source.number())) return notCopied(*reason);
+    if (asItWas->isAsItWas() != true)
+        return notCopied(
+            QCoreApplication::translate("ScriptFiles", "another program writes to it at the moment"));
+    Staged &staged = *std::ranges::find(staged_, place, &Staged::place);
+    staged.original = std::make_shared<FileOnDisk>(std::move(asItWas), staged.path);
+    staged.copy = FileSnapshot::of(copy.number());
     return place;
 }
 
@@ -182,11 +189,18 @@ QString ScriptFiles::toldIn(QString message) const {
     return message.replace(temporaryDirectory(), QLatin1String("<temporary>"));
 }
 
+/// Whether it is a copy that the script has not saved. The original may be another by now.
+bool ScriptFiles::isLeftAlone(const Staged &staged) {
+    struct stat status = {};
+    return staged.copy && ::stat(fileNameBytes(staged.place).constData(), &status) == 0 &&
+           staged.copy->isAlso(status) == true;
+}
+
 std::optional<QString> ScriptFiles::publish(QStringList &notices) const {
     std::vector<std::unique_ptr<FileReplacement>> files;
     std::set<FilePlace> taken;
     for (const Staged &staged : staged_) {
-        if (!fileExists(staged.place) || areEqual(staged.place, staged.path)) continue;
+        if (!fileExists(staged.place) || isLeftAlone(staged) || areEqual(staged.place, staged.path)) continue;
         const auto wanted = placeOf(staged.path);
         if (wanted && !taken.insert(*wanted).second) {
             return notWritten(staged.path, QCoreApplication::translate(
@@ -195,6 +209,7 @@ std::optional<QString> ScriptFiles::publish(QStringList &notices) const {
         const Descriptor source(openRegularFile(staged.place));
         if (source.number() < 0) return notWritten(staged.path, reasonOfSystem(errno));
         FileReplacement &target = *files.emplace_back(std::make_unique<FileReplacement>(staged.path));
+        if (staged.original) target.heed(*staged.original);
         if (!target.start()) return target.message();
         if (const auto reason = copyInto(target.descriptor(), source.number()))
             return notWritten(staged.path, *reason);

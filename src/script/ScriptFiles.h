@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/FileOnDisk.h"
 #include "files/TemporaryFolder.h"
 #include "pdf/PDFError.h"
 
@@ -41,15 +42,19 @@ public:
     QString toldIn(QString message) const;
 
     /// Puts all that was written in its place: first everything is copied beside it, then all is renamed.
+    /// None is where another program has changed a file since it was copied which is to be replaced.
     /// @param notices gets what the old files had and the new ones have not
     /// @return why that failed
     std::optional<QString> publish(QStringList &notices) const;
 
 private:
     struct Staged {
-        QString path;   ///< Where it belongs.
-        QString place;  ///< Where it stands until then.
+        QString path;                                   ///< Where it belongs.
+        QString place;                                  ///< Where it stands until then.
+        std::shared_ptr<FileOnDisk> original = {};      ///< Of a copy: what it was made of.
+        std::shared_ptr<const FileSnapshot> copy = {};  ///< The copy as it was made.
     };
+    static bool isLeftAlone(const Staged &staged);
     const Staged *stagedFor(const QString &path) const;
     void makeOwnFolder(const QString &path);
 

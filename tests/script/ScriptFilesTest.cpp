@@ -69,6 +69,22 @@ TEST_F(FilesOfAScript, WhatWasNotChangedIsNotWritten) {
     EXPECT_EQ(QFileInfo(dir.path("a.pdf")).metadataChangeTime(), written);
 }
 
+TEST_F(FilesOfAScript, WhatAnotherProgramHasChangedMeanwhileStays) {
+    saveBytes(dir.path("a.pdf"), "before");
+    const auto copy = files.copyOf("a.pdf");
+    saveBytes(dir.path("a.pdf"), "theirs");
+    EXPECT_EQ(files.publish(notices), std::nullopt) << "the script has not saved it";
+    EXPECT_EQ(bytesOf(dir.path("a.pdf")), "theirs");
+    saveBytes(std::get<QString>(copy), "after");
+    saveBytes(files.placeFor("b.pdf"), "of the script");
+    const auto failure = files.publish(notices);
+    ASSERT_TRUE(failure);
+    EXPECT_TRUE(failure->contains("a.pdf could not be written: another program has written to it"))
+        << qPrintable(*failure);
+    EXPECT_EQ(bytesOf(dir.path("a.pdf")), "theirs");
+    EXPECT_FALSE(QFile::exists(dir.path("b.pdf"))) << "all or nothing";
+}
+
 TEST_F(FilesOfAScript, WhereOneCantBeWrittenNoneIs) {
     saveBytes(files.placeFor("first.txt"), "first");
     saveBytes(files.placeFor("no/second.txt"), "second");

@@ -28,6 +28,7 @@ constexpr auto descriptions = std::to_array<ActionDescription>({
     {"saveDocumentAs:", Menu::File, TITLE("Save As…"), "Ctrl+Shift+S"},
     {"openPDFInDefaultApp:", Menu::File, TITLE("Open in Default Application"), "", group | bar},
     {"revertOutlineToSaved:", Menu::File, TITLE("Revert Outline to Saved"), ""},
+    {"reloadFromDisk:", Menu::File, TITLE("Reload"), "F5"},
     {"terminate:", Menu::File, TITLE("Quit"), "Ctrl+Q", group},
 
     {"undo:", Menu::Edit, TITLE("Undo"), "Ctrl+Z"},

@@ -1,6 +1,7 @@
 #include "document/commands/SavingCommands.h"
 
 #include "document/MyDocument.h"
+#include "document/commands/OtherPrograms.h"
 #include "document/window/DocumentWindow.h"
 #include "platform/Settings.h"
 #include "platform/UserDefaults.h"
@@ -44,7 +45,10 @@ void SavingCommands::saveDocumentAs() {
     const auto path = document_.runSavePanel({.title = MyDocument::tr("Save PDF As"),
                                               .path = document_.pdfURL(),
                                               .allowedFileTypes = {QStringLiteral("pdf")}});
-    if (path && !document_.writeNewPDFOutline(*path, MyDocument::saveFinalPDF)) document_.setPdfURL(*path);
+    if (!path) return;
+    // The panel has asked whether what is there may be replaced.
+    document_.outline().acceptFileOnDisk(*path);
+    if (!document_.writeNewPDFOutline(*path, MyDocument::saveFinalPDF)) document_.setPdfURL(*path);
 }
 
 void SavingCommands::openPDFInDefaultApp() {
@@ -66,6 +70,7 @@ void SavingCommands::revertOutlineToSaved() {
 }
 
 bool SavingCommands::saveFinal() {
+    if (!document_.otherPrograms().letWrite()) return false;
     return !document_.writeNewPDFOutline(document_.pdfURL(), MyDocument::saveFinalPDF);
 }
 

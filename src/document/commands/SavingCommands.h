@@ -27,7 +27,8 @@ public:
     /// Makes the outline last written, or that of the file if none was, the tree again.
     void revertOutlineToSaved();
 
-    /// Writes the document's own file without an offer. @return whether it was written
+    /// Writes the document's own file without an offer; asks where another program has changed it. @return
+    /// whether it was written
     bool saveFinal();
     /// The preview copy's path: the document's file name in the temporary directory.
     QString previewPath() const;

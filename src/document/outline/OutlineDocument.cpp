@@ -21,17 +21,72 @@ const QString OutlineDocument::saveFinalPDF = QStringLiteral("SaveFinalPDF");
 
 bool OutlineDocument::open(const QString &path) {
     openError_.reset();
-    auto opened = PDFDocument::open(path);
+    std::shared_ptr<const FileSnapshot> asItWas;
+    auto opened = PDFDocument::open(path, &asItWas);
     if (auto *error = std::get_if<PDFError>(&opened)) {
         openError_ = std::move(*error);
         if (openError_->kind == PDFError::Kind::FileMissing) return false;
         pdfURL_ = path;
         pdfDoc_.reset();
+        onDisk_.reset();
         return false;
     }
     pdfURL_ = path;
     pdfDoc_ = std::get<std::unique_ptr<PDFDocument>>(std::move(opened));
+    onDisk_ = std::make_unique<FileOnDisk>(std::move(asItWas), path);
     return true;
+}
+
+void OutlineDocument::setPdfURL(const QString &path) {
+    pdfURL_ = path;
+    if (onDisk_) onDisk_->setPlace(path);
+}
+
+FileOnDisk::State OutlineDocument::stateOnDisk() const {
+    return onDisk_ ? onDisk_->state() : FileOnDisk::State::Unchanged;
+}
+
+void OutlineDocument::acceptFileOnDisk(const QString &path) {
+    if (onDisk_) onDisk_->accept(path);
+}
+
+Result<OutlineDocument::Reopened> OutlineDocument::reopen() const {
+    std::shared_ptr<const FileSnapshot> asItWas;
+    auto opened = PDFDocument::open(pdfURL_, &asItWas);
+    if (auto *error = std::get_if<PDFError>(&opened)) return std::move(*error);
+    auto pdf = std::get<std::unique_ptr<PDFDocument>>(std::move(opened));
+    if (auto problem = pdf->readProblem()) return std::move(*problem);
+    if (pdf->isLocked() || pdf->isEncrypted())
+        return PDFError{
+            PDFError::Kind::Locked,
+            translated("The file is locked or encrypted now, and its outline could not be saved.")};
+    return Reopened{std::move(pdf), std::make_unique<FileOnDisk>(std::move(asItWas), pdfURL_)};
+}
+
+void OutlineDocument::takePages(Reopened file) {
+    pdfDoc_ = std::move(file.pdf);
+    onDisk_ = std::move(file.onDisk);
+    writeError_.reset();
+    prepareForEditing();
+}
+
+LostTargets OutlineDocument::keepOutlineFor(Reopened file) {
+    const LostTargets lost = relinkOutline(edits_, *pdfDoc_, *file.pdf, file.pdf->outlineRoot());
+    // What is away stands for entries and pages of the file before.
+    edits_.forgetHistory();
+    takePages(std::move(file));
+    return lost;
+}
+
+void OutlineDocument::takeOutlineOf(Reopened file) {
+    takePages(std::move(file));
+    edits_.setSavedRevision(edits_.revision());
+    {
+        const OutlineEdits::Transaction edit(edits_, QStringLiteral("reloadFromDisk:"),
+                                             OutlineEdits::Counting::No);
+        edits_.removeAll(root_);
+    }
+    importOutline();
 }
 
 void OutlineDocument::prepareForEditing() {
@@ -134,7 +189,7 @@ std::optional<PDFError> OutlineDocument::write(const QString &path, const QStrin
     try {
         pdfDoc_->setOutlineRoot(outlineExport.run(root_));
         tellOfEntriesElsewhere(type);
-        writeError_ = pdfDoc_->writeToFile(path, writeObserver_, &losses_);
+        writeError_ = pdfDoc_->writeToFile(path, writeObserver_, &losses_, onDisk_.get());
     } catch (const std::length_error &) {
         writeError_ = PDFError{PDFError::Kind::WriteFailed,
                                translated("%1 was not written: its outline is more than %2 levels deep")

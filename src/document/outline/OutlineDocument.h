@@ -1,7 +1,9 @@
 #pragma once
 
 #include "document/outline/EntriesElsewhere.h"
+#include "document/outline/OutlineRelinking.h"
 #include "document/outline/PageLabelMap.h"
+#include "files/FileOnDisk.h"
 #include "model/MyOutlineItem.h"
 #include "model/OutlineEdits.h"
 #include "pdf/PDFDocument.h"
@@ -38,7 +40,7 @@ public:
     /// The same for who reads it on another thread; it may outlive the document.
     std::shared_ptr<const PDFDocument> sharedPdfDoc() const { return pdfDoc_; }
     const QString &pdfURL() const { return pdfURL_; }
-    void setPdfURL(const QString &path) { pdfURL_ = path; }
+    void setPdfURL(const QString &path);
 
     /// Decides whether the file that was opened may be edited (not when locked or encrypted), builds the page
     /// label map, and forgets what was known of another file's printed page numbers.
@@ -49,6 +51,27 @@ public:
     void setAllowTOCediting(bool allow) { allowTOCediting_ = allow; }
     bool lockTOCediting() const { return lockTOCediting_; }
     void setLockTOCediting(bool lock) { lockTOCediting_ = lock; }
+
+    // Other programs
+
+    /// What became of the file since it was read, or written by us. No write changes what another program
+    /// has.
+    FileOnDisk::State stateOnDisk() const;
+    /// Lets the next write to a path replace what is there now, though it is not what was read.
+    void acceptFileOnDisk(const QString &path);
+    /// The file at the document's place, opened anew.
+    struct Reopened {
+        std::shared_ptr<PDFDocument> pdf;
+        std::unique_ptr<FileOnDisk> onDisk;
+    };
+    /// Opens the file anew; what is open stays. One that may not be edited is a failure too.
+    Result<Reopened> reopen() const;
+    /// Goes on with a file opened anew, and keeps the outline, whose items are found again by their page
+    /// labels. It counts as edited, and no change before can be taken back. Nobody must be reading the pages.
+    LostTargets keepOutlineFor(Reopened file);
+    /// Goes on with a file opened anew and its outline, as if it had just been opened. Nobody must be reading
+    /// the pages.
+    void takeOutlineOf(Reopened file);
 
     // The outline
 
@@ -117,11 +140,13 @@ public:
     void setWriteObserver(PDFWriteObserver *observer) { writeObserver_ = observer; }
 
 private:
+    void takePages(Reopened file);
     PageLookUp lookUp(const QString &label) const;
     void tellOfEntriesElsewhere(const QString &type) const;
 
     std::shared_ptr<PDFDocument> pdfDoc_;
     QString pdfURL_;
+    std::unique_ptr<FileOnDisk> onDisk_;  ///< There when the PDF is.
     std::optional<PDFError> openError_;
     bool allowTOCediting_ = true;
     bool lockTOCediting_ = false;

@@ -1,5 +1,6 @@
 #include "pdf/mupdf/MuPDFEngine.h"
 
+#include "files/FileSnapshot.h"
 #include "pdf/mupdf/Context.h"
 #include "pdf/mupdf/FileOpener.h"
 #include "pdf/mupdf/FileWriter.h"
@@ -14,6 +15,7 @@
 
 #include <QLoggingCategory>
 
+#include <cerrno>
 #include <system_error>
 #include <thread>
 
@@ -227,15 +229,26 @@ PDFError unreadable(const std::system_error &error) {
             QString::fromLocal8Bit(error.code().message().c_str())};
 }
 
+/// Opens a file. @param asItWas gets the file as it was before the handle looked at it; may be null
+std::shared_ptr<const FileHandle> handleOf(const QString &path,
+                                           std::shared_ptr<const FileSnapshot> *asItWas) {
+    auto file = std::make_shared<const FileHandle>(path);
+    if (!asItWas) return file;
+    *asItWas = FileSnapshot::of(file->descriptor());
+    if (!*asItWas) throw std::system_error(errno, std::generic_category());
+    return std::make_shared<const FileHandle>(file->descriptor());
+}
+
 }  // namespace
 
 QString pdfEngineName() {
     return QStringLiteral("MuPDF " FZ_VERSION);
 }
 
-Result<std::unique_ptr<PDFEngine>> openWithMuPDF(const QString &path) {
+Result<std::unique_ptr<PDFEngine>> openWithMuPDF(const QString &path,
+                                                 std::shared_ptr<const FileSnapshot> *asItWas) {
     try {
-        const auto file = std::make_shared<const FileHandle>(path);
+        const std::shared_ptr<const FileHandle> file = handleOf(path, asItWas);
         if (file->size() == 0) return PDFError{PDFError::Kind::NotAPDF, translated("the file is empty")};
         OpenedFile opened = openFile(file);
         const bool mayLackPages = opened.facts.locked || opened.isMeantEmpty;

@@ -1,0 +1,84 @@
+#include "document/HeadingMapGuess.h"
+#include "document/MyDocument.h"
+#include "document/commands/OtherPrograms.h"
+#include "document/window/DocumentWindow.h"
+#include "outlineview/OKNSOutlineView.h"
+#include "pdf/ReadAhead.h"
+#include "view/LabelPDFView.h"
+#include "widgets/NoticeBars.h"
+
+namespace leafwright {
+
+namespace {
+
+const QString lostTargetsNotice = QStringLiteral("lostTargets");
+
+}  // namespace
+
+bool MyDocument::reload(Reload kind) {
+    if (!pdfDoc()) return false;
+    auto reopened = outline_.reopen();
+    if (const auto *error = std::get_if<PDFError>(&reopened)) {
+        showAlert(tr("Unable to load “%1”").arg(displayName()), error->message);
+        return false;
+    }
+    auto &file = std::get<OutlineDocument::Reopened>(reopened);
+    // What is proposed is about pages that go.
+    if (openPanel()) openPanel()->end(0);
+    LostTargets lost;
+    showOtherPages([&] {
+        if (kind == Reload::KeepOutline) {
+            lost = outline_.keepOutlineFor(std::move(file));
+        } else {
+            outline_.takeOutlineOf(std::move(file));
+        }
+    });
+    if (!myWindow()) return true;
+    outlineview()->setEnabled(true);
+    showEntriesElsewhere();
+    showLostTargets(lost);
+    tellReadProblem();
+    otherPrograms_->tell();
+    return true;
+}
+
+/// Has the document's pages exchanged, which nobody may be reading then. @param exchange does that
+void MyDocument::showOtherPages(const std::function<void()> &exchange) {
+    const PDFPage *shown = myWindow() ? pdfview()->currentPage() : nullptr;
+    const QString label = shown ? shown->label() : QString();
+    const bool warms = readers_.warmer != nullptr;
+    const bool guesses = readers_.headingMapGuess && !readers_.headingMapGuess->isTaken();
+    readers_.estimate = std::jthread();
+    readers_.warmer.reset();
+    readers_.headingMapGuess.reset();
+    if (myWindow()) pdfview()->setDocument(nullptr);
+    exchange();
+    if (!myWindow()) return;
+    pdfview()->setDocument(pdfDoc());
+    if (const PDFPage *page = pdfDoc()->page(pdfMapPageLabelToIndex().value(label, 0)))
+        pdfview()->goToPage(page);
+    estimatePrintedPageOffsetInBackground();
+    if (warms) readers_.warmer = std::make_unique<PageWarmer>(*pdfDoc());
+    if (guesses) guessHeadingMap();
+}
+
+/// Until the next reload.
+void MyDocument::showLostTargets(const LostTargets &lost) const {
+    NoticeBars &notices = *myWindow()->notices();
+    QStringList sentences;
+    if (lost.unknownLabels > 0) {
+        sentences.append(
+            tr("%1 entries have page labels that no page has any more (%2), and saving leads them to the "
+               "first page.")
+                .arg(QString::number(lost.unknownLabels), lost.firstUnknownLabels.join(QLatin1String(", "))));
+    }
+    if (lost.actions > 0) {
+        sentences.append(tr("%1 entries that did something else than show a page lead nowhere now, because "
+                            "the new file does not have them.")
+                             .arg(lost.actions));
+    }
+    if (sentences.isEmpty()) return notices.removeNotice(lostTargetsNotice);
+    notices.setNotice(lostTargetsNotice, {sentences.join(u' ')});
+}
+
+}  // namespace leafwright

@@ -1,0 +1,131 @@
+#include "files/FileOnDisk.h"
+
+#include "files/FileName.h"
+#include "files/FileReading.h"
+#include "files/FileTarget.h"
+#include "files/SystemError.h"
+#include "texts/Translated.h"
+
+#include <cerrno>
+#include <unistd.h>
+
+namespace leafwright {
+
+namespace {
+
+constexpr Translated translated{"FileOnDisk"};
+
+bool meansNothingThere(int error) {
+    return error == ENOENT || error == ENOTDIR;
+}
+
+/// Where a name stands, however its path is spelled: the folder, and the name in it.
+struct Spot {
+    dev_t device;
+    ino_t folder;
+    QByteArray name;
+
+    friend bool operator==(const Spot &, const Spot &) = default;
+};
+
+std::optional<Spot> spotOf(const QString &path) {
+    const auto found = findTarget(path);
+    const auto *target = std::get_if<FileTarget>(&found);
+    struct stat folder = {};
+    if (!target || target->isStream() || ::stat(target->folder().constData(), &folder) != 0)
+        return std::nullopt;
+    return Spot{folder.st_dev, folder.st_ino, target->name()};
+}
+
+}  // namespace
+
+FileOnDisk::FileOnDisk(std::shared_ptr<const FileSnapshot> read, QString place)
+    : read_(std::move(read)), place_(std::move(place)), expected_{read_} {}
+
+bool FileOnDisk::isPlace(const QString &path) const {
+    if (path == place_) return true;
+    const std::optional<Spot> spot = spotOf(path);
+    return spot && spot == spotOf(place_);
+}
+
+FileOnDisk::State FileOnDisk::state() const {
+    int error = 0;
+    return look(error);
+}
+
+/// @param error set to the system's reason where the state is unknown
+FileOnDisk::State FileOnDisk::look(int &error) const {
+    const auto unknown = [&error](int reason) {
+        error = reason;
+        return State::Unknown;
+    };
+    const std::optional<bool> isThere = read_->isAsItWas();
+    if (!isThere) return unknown(errno);
+    if (!*isThere) return State::Overwritten;
+    struct stat status = {};
+    if (::stat(fileNameBytes(place_).constData(), &status) != 0) {
+        if (!meansNothingThere(errno)) return unknown(errno);
+        return meansNothingThere(expected_.error) ? State::Unchanged : State::Missing;
+    }
+    if (meansNothingThere(expected_.error)) return State::Replaced;
+    if (!expected_.file) return unknown(expected_.error);
+    const std::optional<bool> isExpected = expected_.file->isAlso(status);
+    if (!isExpected) return unknown(errno);
+    return *isExpected ? State::Unchanged : State::Replaced;
+}
+
+std::optional<QString> FileOnDisk::objectionTo(const QString &path) const {
+    int error = 0;
+    switch (look(error)) {
+        case State::Unchanged:
+            return std::nullopt;
+        case State::Overwritten:
+            return isPlace(path)
+                       ? translated("another program has written to it since it was read; open it again")
+                       : translated("another program has written to %1 since it was read; open that again")
+                             .arg(place_);
+        case State::Replaced:
+            if (!isPlace(path)) return std::nullopt;
+            return translated(
+                "another program has put another file there since this one was read; open that, or write "
+                "to another place");
+        case State::Missing:
+            if (!isPlace(path)) return std::nullopt;
+            return translated("it is no longer where it was read; write to another place");
+        case State::Unknown:
+            break;
+    }
+    return translated("whether another program has changed %1 since it was read can't be told: %2")
+        .arg(place_, reasonOfSystem(error));
+}
+
+/// @param descriptor -1, with errno set, for a file that could not be opened
+FileOnDisk::Expected FileOnDisk::expectedOf(int descriptor) {
+    auto file = descriptor < 0 ? nullptr : FileSnapshot::of(descriptor);
+    const int error = file ? 0 : errno;
+    return {std::move(file), error};
+}
+
+void FileOnDisk::accept(const QString &path) {
+    if (!isPlace(path)) return;
+    const int descriptor = openRegularFile(place_);
+    expected_ = expectedOf(descriptor);
+    if (descriptor >= 0) ::close(descriptor);
+}
+
+void FileOnDisk::noteWritten(const QString &path, int descriptor) {
+    lastPath_ = path;
+    lastWritten_ = expectedOf(descriptor);
+    if (isPlace(path)) expected_ = lastWritten_;
+}
+
+void FileOnDisk::setPlace(const QString &path) {
+    place_ = path;
+    if (path == lastPath_) {
+        expected_ = lastWritten_;
+    } else {
+        accept(path);
+    }
+}
+
+}  // namespace leafwright

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "files/FileSnapshot.h"
+
+#include <QString>
+
+namespace leafwright {
+
+/// The file that a document was read from, and the one at the document's place, which is the same until the
+/// document is saved: whether other programs have left both alone. Looks when it is asked, at no other time.
+class FileOnDisk {
+public:
+    enum class State {
+        Unchanged,
+        Overwritten,  ///< What was read is gone: the file itself has been written to.
+        Replaced,     ///< Something else is at the document's place; what was read is still there.
+        Missing,      ///< Nothing is at the document's place; what was read is still there.
+        Unknown,      ///< The system does not tell.
+    };
+
+    /// @param read what was read, taken before the reading
+    /// @param place where it was read
+    FileOnDisk(std::shared_ptr<const FileSnapshot> read, QString place);
+
+    State state() const;
+    /// Why nothing may be written to a path: what was read is gone, or the path is the document's place, and
+    /// another program has put something there, or taken it away. Part of a sentence, "... could not be
+    /// written: (reason)". Other paths are their owners' business.
+    std::optional<QString> objectionTo(const QString &path) const;
+
+    /// Takes what is at a path now for what a write may replace; matters where that is the document's place.
+    void accept(const QString &path);
+    /// The document has been written to a path. @param descriptor of the file that stands there
+    void noteWritten(const QString &path, int descriptor);
+    /// The document's place is another from now on: one that it was written to, or else what is there is
+    /// accepted.
+    void setPlace(const QString &path);
+
+private:
+    /// What is expected at a place.
+    struct Expected {
+        std::shared_ptr<const FileSnapshot> file;
+        int error = 0;  ///< Why there is none: the system's reason, such as that nothing is there.
+    };
+
+    static Expected expectedOf(int descriptor);
+
+    State look(int &error) const;
+    bool isPlace(const QString &path) const;
+
+    std::shared_ptr<const FileSnapshot> read_;
+    QString place_;
+    Expected expected_;
+    QString lastPath_;      ///< The one last written to.
+    Expected lastWritten_;  ///< What stood there then.
+};
+
+}  // namespace leafwright

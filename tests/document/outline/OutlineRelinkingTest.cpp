@@ -1,0 +1,103 @@
+#include "document/outline/OutlineRelinking.h"
+#include "support/FakePages.h"
+#include "support/OutlineItems.h"
+
+#include <gmock/gmock.h>
+
+namespace leafwright {
+namespace {
+
+using testing::ElementsAre;
+
+class Relinked : public testing::Test {
+protected:
+    MyOutlineItem &add(const QString &title, const QString &label, std::optional<int> page = {}) {
+        MyOutlineItem &item = root.appendChild(std::make_unique<MyOutlineItem>());
+        item.setPageTitle(title);
+        item.setPageLabel(label);
+        item.setImportedPage(page);
+        return item;
+    }
+    static OutlineEntry entry(int number, const QString &action = {}) {
+        return {.number = number, .bold = true, .action = {action, {}}};
+    }
+    void addEntry(const QString &title, const OutlineEntry &entry) {
+        outline.insertChildAtIndex(std::make_unique<PDFOutline>(title), outline.numberOfChildren())
+            .setEntry(entry);
+    }
+
+    LostTargets relink() { return relinkOutline(edits, before, now, outline); }
+
+    MyOutlineItem root;
+    OutlineEdits edits{root};
+    test::FakePages before;
+    test::FakePages now;
+    PDFOutline outline;
+};
+
+TEST_F(Relinked, AnItemKeepsItsPageByItsLabelAndTheOrderOfThoseThatHaveIt) {
+    before.add("1", {}).add("2", {}).add("1", {});
+    now.add("cover", {}).add("1", {}).add("2", {}).add("3", {}).add("1", {});
+    const MyOutlineItem &first = add("First", "1", 0);
+    const MyOutlineItem &last = add("Last", "1", 2);
+    const MyOutlineItem &made = add("Made here", "1");
+    EXPECT_EQ(relink().unknownLabels, 0U);
+    EXPECT_EQ(first.importedPage(), 1);
+    EXPECT_EQ(last.importedPage(), 4);
+    EXPECT_EQ(made.importedPage(), std::nullopt);
+}
+
+TEST_F(Relinked, WhereThereAreFewerPagesWithALabelItIsTheLabelThatCounts) {
+    before.add("1", {}).add("1", {});
+    now.add("1", {});
+    const MyOutlineItem &item = add("Second", "1", 1);
+    EXPECT_EQ(relink().unknownLabels, 0U);
+    EXPECT_EQ(item.importedPage(), std::nullopt);
+}
+
+TEST_F(Relinked, LabelsThatAreGoneAreTold) {
+    for (const char *label : {"1", "2", "3", "4", "5"})
+        before.add(label, {});
+    now.add("1", {});
+    add("Stays", "1", 0);
+    MyOutlineItem &chapter = add("Gone", "2", 1);
+    chapter.appendChild(std::make_unique<MyOutlineItem>()).setPageLabel("2");
+    add("Gone", "3");
+    add("Gone", "4", 3);
+    add("Gone", "5", 4);
+    add("Never there", "17");
+    add("Web", QString());
+    const LostTargets lost = relink();
+    EXPECT_EQ(lost.unknownLabels, 5U);
+    EXPECT_THAT(lost.firstUnknownLabels, ElementsAre("2", "3", "4"));
+    EXPECT_EQ(chapter.importedPage(), std::nullopt);
+}
+
+TEST_F(Relinked, EntriesAreFoundByTheirTitlesAndWhatTheyDo) {
+    for (const int number : {7, 8})
+        add("Twice", QString()).setEntry(entry(number, "Launch"));
+    add("Twice", "1").setEntry(entry(9));
+    addEntry("Twice", entry(16));
+    addEntry("Twice", entry(17, "Launch"));
+    addEntry("Twice", entry(18, "Launch"));
+    EXPECT_EQ(relink().actions, 0U);
+    EXPECT_EQ(root.children()[0]->entry(), entry(17, "Launch"));
+    EXPECT_EQ(root.children()[1]->entry(), entry(18, "Launch"));
+    EXPECT_EQ(root.children()[2]->entry(), entry(16));
+}
+
+TEST_F(Relinked, AnItemWithoutItsEntryIsNewAndLosesWhatOnlyTheEntryKnew) {
+    add("Page", "1").setEntry(entry(7));
+    add("Web", QString()).setEntry(entry(8, "URI"));
+    add("File", QString()).setEntry(entry(9, "GoToR"));
+    add("Program", QString()).setEntry(entry(10, "Launch"));
+    add("Made here", "1");
+    outline.setEntry(entry(7));
+    EXPECT_EQ(relink().actions, 1U);
+    for (const auto &item : root.children())
+        EXPECT_EQ(item->entry().number, 0) << "a number of the file before may be anything in this";
+    EXPECT_TRUE(root.children()[0]->entry().bold);
+}
+
+}  // namespace
+}  // namespace leafwright
