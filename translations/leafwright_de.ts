@@ -327,6 +327,10 @@
         <source>Complete from Existing Entries</source>
         <translation>Nach vorhandenen Einträgen vervollständigen</translation>
     </message>
+    <message>
+        <source>Reload</source>
+        <translation>Neu laden</translation>
+    </message>
 </context>
 <context>
     <name>Application</name>
@@ -903,6 +907,29 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>FileOnDisk</name>
+    <message>
+        <source>another program has written to it since it was read; open it again</source>
+        <translation>ein anderes Programm hat hineingeschrieben, seit die Datei gelesen wurde; bitte noch einmal öffnen</translation>
+    </message>
+    <message>
+        <source>another program has written to %1 since it was read; open that again</source>
+        <translation>ein anderes Programm hat in %1 geschrieben, seit diese Datei gelesen wurde; bitte diese noch einmal öffnen</translation>
+    </message>
+    <message>
+        <source>another program has put another file there since this one was read; open that, or write to another place</source>
+        <translation>ein anderes Programm hat eine andere Datei dorthin gelegt, seit diese gelesen wurde; bitte jene öffnen oder an einen anderen Ort schreiben</translation>
+    </message>
+    <message>
+        <source>it is no longer where it was read; write to another place</source>
+        <translation>die Datei ist nicht mehr da, wo sie gelesen wurde; bitte an einen anderen Ort schreiben</translation>
+    </message>
+    <message>
+        <source>whether another program has changed %1 since it was read can&apos;t be told: %2</source>
+        <translation>ob ein anderes Programm %1 geändert hat, seit die Datei gelesen wurde, lässt sich nicht feststellen: %2</translation>
+    </message>
+</context>
+<context>
     <name>FileReplacement</name>
     <message>
         <source>it had other names (hard links), which still lead to the old file</source>
@@ -1158,6 +1185,85 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>OtherPrograms</name>
+    <message>
+        <source>Another program has written to “%1”, and the pages that are shown here are no longer in it. Load its new pages to go on; the outline stays as you have it.</source>
+        <translation>Ein anderes Programm hat in „%1“ geschrieben, und die Seiten, die hier zu sehen sind, stehen nicht mehr darin. Laden Sie die neuen Seiten, um weiterzuarbeiten; die Gliederung bleibt, wie Sie sie haben.</translation>
+    </message>
+    <message>
+        <source>Another program has replaced “%1”. Load its new pages, and the outline stays as you have it; or save what is shown here in another place.</source>
+        <translation>Ein anderes Programm hat „%1“ ersetzt. Laden Sie die neuen Seiten, und die Gliederung bleibt, wie Sie sie haben; oder speichern Sie an einem anderen Ort, was hier zu sehen ist.</translation>
+    </message>
+    <message>
+        <source>“%1” is no longer where it was. What is shown here can still be saved.</source>
+        <translation>„%1“ ist nicht mehr da, wo es war. Was hier zu sehen ist, lässt sich noch speichern.</translation>
+    </message>
+    <message>
+        <source>Whether another program has changed “%1” can’t be told at the moment.</source>
+        <translation>Ob ein anderes Programm „%1“ geändert hat, lässt sich im Moment nicht feststellen.</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>“%1” is no longer where it was</source>
+        <translation>„%1“ ist nicht mehr da, wo es war</translation>
+    </message>
+    <message>
+        <source>It was removed or given another name, or its folder is not there at the moment. Saving it here makes it anew.</source>
+        <translation>Die Datei wurde gelöscht oder umbenannt, oder ihr Ordner ist im Moment nicht da. Beim Speichern an dieser Stelle entsteht sie neu.</translation>
+    </message>
+    <message>
+        <source>Save Here</source>
+        <translation>Hier speichern</translation>
+    </message>
+    <message>
+        <source>Saving here puts the pages that are shown in place of whatever is there now.</source>
+        <translation>Beim Speichern an dieser Stelle kommen die Seiten, die hier zu sehen sind, an die Stelle dessen, was jetzt dort ist.</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
+    <message>
+        <source>Whether another program has changed “%1” can’t be told</source>
+        <translation>Ob ein anderes Programm „%1“ geändert hat, lässt sich nicht feststellen</translation>
+    </message>
+    <message>
+        <source>Another program has replaced “%1”</source>
+        <translation>Ein anderes Programm hat „%1“ ersetzt</translation>
+    </message>
+    <message>
+        <source>Load New Pages</source>
+        <translation>Neue Seiten laden</translation>
+    </message>
+    <message>
+        <source>Another program has written to “%1”</source>
+        <translation>Ein anderes Programm hat in „%1“ geschrieben</translation>
+    </message>
+    <message>
+        <source>The pages that are shown here are no longer in the file, so they can’t be saved. Loading its new pages keeps the outline as you have it, to be saved then.</source>
+        <translation>Die Seiten, die hier zu sehen sind, stehen nicht mehr in der Datei und lassen sich nicht speichern. Beim Laden der neuen Seiten bleibt die Gliederung, wie Sie sie haben, und kann dann gespeichert werden.</translation>
+    </message>
+    <message>
+        <source>Do you want to keep the outline while “%1” is loaded again?</source>
+        <translation>Möchten Sie die Gliederung behalten, wenn „%1“ neu geladen wird?</translation>
+    </message>
+    <message>
+        <source>Its entries are found again by their page labels. If the outline that the file has now takes its place, yours is lost.</source>
+        <translation>Ihre Einträge werden an den Seitenbezeichnungen wiedergefunden. Kommt die Gliederung, die die Datei jetzt hat, an ihre Stelle, geht Ihre verloren.</translation>
+    </message>
+    <message>
+        <source>Keep Outline</source>
+        <translation>Gliederung behalten</translation>
+    </message>
+    <message>
+        <source>Take Outline of File</source>
+        <translation>Gliederung der Datei nehmen</translation>
+    </message>
+</context>
+<context>
     <name>OutlineCommand</name>
     <message>
         <source>Prints the outline, as JSON, plus lines or text.</source>
@@ -1185,6 +1291,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1 was not written: its outline is more than %2 levels deep</source>
         <translation>%1 wurde nicht geschrieben: Die Gliederung ist mehr als %2 Ebenen tief</translation>
+    </message>
+    <message>
+        <source>The file is locked or encrypted now, and its outline could not be saved.</source>
+        <translation>Die Datei ist jetzt gesperrt oder verschlüsselt, und ihre Gliederung ließe sich nicht speichern.</translation>
     </message>
 </context>
 <context>
@@ -1393,6 +1503,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>something else is to be written there too</source>
         <translation>dorthin soll auch etwas anderes geschrieben werden</translation>
+    </message>
+    <message>
+        <source>another program writes to it at the moment</source>
+        <translation>ein anderes Programm schreibt gerade hinein</translation>
     </message>
 </context>
 <context>
@@ -2123,6 +2237,18 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>Not all of this PDF could be read: %1. What is made of its text may not be all.</source>
         <translation>Nicht alles in dieser PDF ließ sich lesen: %1. Was aus ihrem Text entsteht, ist vielleicht nicht alles.</translation>
+    </message>
+    <message>
+        <source>Unable to load “%1”</source>
+        <translation>„%1“ lässt sich nicht laden</translation>
+    </message>
+    <message>
+        <source>%1 entries have page labels that no page has any more (%2), and saving leads them to the first page.</source>
+        <translation>%1 Einträge haben Seitenbezeichnungen, die keine Seite mehr hat (%2), und führen nach dem Speichern zur ersten Seite.</translation>
+    </message>
+    <message>
+        <source>%1 entries that did something else than show a page lead nowhere now, because the new file does not have them.</source>
+        <translation>%1 Einträge, die etwas anderes taten, als eine Seite zu zeigen, führen jetzt nirgendwohin, weil die neue Datei sie nicht hat.</translation>
     </message>
 </context>
 <context>

@@ -100,32 +100,32 @@ std::optional<QString> FileOnDisk::objectionTo(const QString &path) const {
 }
 
 /// @param descriptor -1, with errno set, for a file that could not be opened
-FileOnDisk::Expected FileOnDisk::expectedOf(int descriptor) {
+FileOnDisk::Seen FileOnDisk::seenBy(int descriptor) {
     auto file = descriptor < 0 ? nullptr : FileSnapshot::of(descriptor);
     const int error = file ? 0 : errno;
     return {std::move(file), error};
 }
 
-void FileOnDisk::accept(const QString &path) {
-    if (!isPlace(path)) return;
-    const int descriptor = openRegularFile(place_);
-    expected_ = expectedOf(descriptor);
+FileOnDisk::Seen FileOnDisk::seenAt(const QString &path) {
+    const int descriptor = openRegularFile(path);
+    Seen seen = seenBy(descriptor);
     if (descriptor >= 0) ::close(descriptor);
+    return seen;
+}
+
+void FileOnDisk::accept(const QString &path, Seen seen) {
+    if (isPlace(path)) expected_ = std::move(seen);
 }
 
 void FileOnDisk::noteWritten(const QString &path, int descriptor) {
     lastPath_ = path;
-    lastWritten_ = expectedOf(descriptor);
+    lastWritten_ = seenBy(descriptor);
     if (isPlace(path)) expected_ = lastWritten_;
 }
 
 void FileOnDisk::setPlace(const QString &path) {
     place_ = path;
-    if (path == lastPath_) {
-        expected_ = lastWritten_;
-    } else {
-        accept(path);
-    }
+    expected_ = path == lastPath_ ? lastWritten_ : seenAt(path);
 }
 
 }  // namespace leafwright

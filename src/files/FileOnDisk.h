@@ -18,6 +18,13 @@ public:
         Unknown,      ///< The system does not tell.
     };
 
+    /// What somebody has seen at a place.
+    struct Seen {
+        std::shared_ptr<const FileSnapshot> file;
+        int error = 0;  ///< Why there is none: the system's reason, such as that nothing is there.
+    };
+    static Seen seenAt(const QString &path);
+
     /// @param read what was read, taken before the reading
     /// @param place where it was read
     FileOnDisk(std::shared_ptr<const FileSnapshot> read, QString place);
@@ -28,8 +35,8 @@ public:
     /// written: (reason)". Other paths are their owners' business.
     std::optional<QString> objectionTo(const QString &path) const;
 
-    /// Takes what is at a path now for what a write may replace; matters where that is the document's place.
-    void accept(const QString &path);
+    /// A write to a path may replace what was seen there, and nothing else. Matters for the document's place.
+    void accept(const QString &path, Seen seen);
     /// The document has been written to a path. @param descriptor of the file that stands there
     void noteWritten(const QString &path, int descriptor);
     /// The document's place is another from now on: one that it was written to, or else what is there is
@@ -37,22 +44,16 @@ public:
     void setPlace(const QString &path);
 
 private:
-    /// What is expected at a place.
-    struct Expected {
-        std::shared_ptr<const FileSnapshot> file;
-        int error = 0;  ///< Why there is none: the system's reason, such as that nothing is there.
-    };
-
-    static Expected expectedOf(int descriptor);
+    static Seen seenBy(int descriptor);
 
     State look(int &error) const;
     bool isPlace(const QString &path) const;
 
     std::shared_ptr<const FileSnapshot> read_;
     QString place_;
-    Expected expected_;
-    QString lastPath_;      ///< The one last written to.
-    Expected lastWritten_;  ///< What stood there then.
+    Seen expected_;
+    QString lastPath_;  ///< The one last written to.
+    Seen lastWritten_;  ///< What stood there then.
 };
 
 }  // namespace leafwright

@@ -183,14 +183,14 @@ TEST_F(OnDisk, ALinkThatLeadsElsewhereIsAReplacement) {
 TEST_F(OnDisk, WhatIsAcceptedIsUnchangedUntilTheNextChange) {
     FileOnDisk file = fileAt(path);
     replace();
-    file.accept(dir.path("b.pdf"));
+    file.accept(dir.path("b.pdf"), FileOnDisk::seenAt(path));
     EXPECT_EQ(file.state(), State::Replaced) << "another place says nothing of this one";
-    file.accept(path);
+    file.accept(path, FileOnDisk::seenAt(path));
     EXPECT_EQ(file.state(), State::Unchanged);
     overwrite(path, "third");
     EXPECT_EQ(file.state(), State::Replaced) << "what was read is in another file by now";
     ASSERT_TRUE(QFile::remove(path));
-    file.accept(path);
+    file.accept(path, FileOnDisk::seenAt(path));
     EXPECT_EQ(file.state(), State::Unchanged) << "that nothing is there";
     saveBytes(path, "anything");
     EXPECT_EQ(file.state(), State::Replaced);

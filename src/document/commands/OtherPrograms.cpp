@@ -114,12 +114,14 @@ bool OtherPrograms::letWrite() {
 }
 
 bool OtherPrograms::letWriteOverOthers(State state) {
+    // The answer is about this, not about what comes while the question is up.
+    FileOnDisk::Seen seen = FileOnDisk::seenAt(document_.pdfURL());
     enum Answer { SaveAs, WriteHere, Cancel };
     switch (document_.runModal(questionBeforeWriting(state, document_.displayName()))) {
         case SaveAs:
             return document_.saving().saveDocumentAs(), false;
         case WriteHere:
-            document_.outline().acceptFileOnDisk(document_.pdfURL());
+            document_.outline().acceptFileOnDisk(document_.pdfURL(), std::move(seen));
             return true;
         default:
             return false;
@@ -139,7 +141,7 @@ void OtherPrograms::reloadFromDisk() {
         {translated("Do you want to keep the outline while “%1” is loaded again?")
              .arg(document_.displayName()),
          translated("Its entries are found again by their page labels. If the outline that the file has now "
-                    "takes its place, your changes are lost."),
+                    "takes its place, yours is lost."),
          {translated("Keep Outline"), translated("Take Outline of File"), translated("Cancel")}})) {
         case Keep:
             return loadNewPages();

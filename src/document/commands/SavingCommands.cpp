@@ -47,7 +47,7 @@ void SavingCommands::saveDocumentAs() {
                                               .allowedFileTypes = {QStringLiteral("pdf")}});
     if (!path) return;
     // The panel has asked whether what is there may be replaced.
-    document_.outline().acceptFileOnDisk(*path);
+    document_.outline().acceptFileOnDisk(*path, FileOnDisk::seenAt(*path));
     if (!document_.writeNewPDFOutline(*path, MyDocument::saveFinalPDF)) document_.setPdfURL(*path);
 }
 

@@ -46,8 +46,8 @@ FileOnDisk::State OutlineDocument::stateOnDisk() const {
     return onDisk_ ? onDisk_->state() : FileOnDisk::State::Unchanged;
 }
 
-void OutlineDocument::acceptFileOnDisk(const QString &path) {
-    if (onDisk_) onDisk_->accept(path);
+void OutlineDocument::acceptFileOnDisk(const QString &path, FileOnDisk::Seen seen) {
+    if (onDisk_) onDisk_->accept(path, std::move(seen));
 }
 
 Result<OutlineDocument::Reopened> OutlineDocument::reopen() const {

@@ -57,8 +57,8 @@ public:
     /// What became of the file since it was read, or written by us. No write changes what another program
     /// has.
     FileOnDisk::State stateOnDisk() const;
-    /// Lets the next write to a path replace what is there now, though it is not what was read.
-    void acceptFileOnDisk(const QString &path);
+    /// Lets the next write to a path replace what was seen there, though it is not what was read.
+    void acceptFileOnDisk(const QString &path, FileOnDisk::Seen seen);
     /// The file at the document's place, opened anew.
     struct Reopened {
         std::shared_ptr<PDFDocument> pdf;
