@@ -57,11 +57,13 @@ TEST_F(ReadProblem, FileIsNotSavedOver) {
 
     document.root().children()[0]->setPageTitle("New");
     document.updateChangeCount(Document::Change::Done);
+    enum Answer { LoadNewPages, Cancel };
+    platform.answers = {Cancel};
     ASSERT_TRUE(document.actions().perform("saveDocument:"));
     EXPECT_EQ(contentOf(path), rest);
     EXPECT_TRUE(document.isDocumentEdited());
-    EXPECT_THAT(textOf("failedWrite"), HasSubstr("it was cut short by another program"));
-    EXPECT_EQ(platform.alerts.size(), 0);
+    EXPECT_THAT(textOf("changedOnDisk"), HasSubstr("Another program has written to “a.pdf”"));
+    EXPECT_EQ(platform.alerts.size(), 1);
 }
 
 TEST_F(ReadProblem, HeadingsThatAreMadeAnOutlineMayLackSome) {

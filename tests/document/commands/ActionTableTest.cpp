@@ -102,6 +102,7 @@ TEST(ActionDescriptions, AreThoseThatHelpAndPeoplesFingersRelyOn) {
         "File: Save As… [Ctrl+Shift+S]",
         "File: Open in Default Application",
         "File: Revert Outline to Saved",
+        "File: Reload [F5]",
         "File: Quit [Ctrl+Q]",
         "Edit: Undo [Ctrl+Z]",
         "Edit: Redo [Ctrl+Shift+Z]",
