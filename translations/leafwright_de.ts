@@ -1227,10 +1227,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <translation>Ersetzen</translation>
     </message>
     <message>
-        <source>Whether another program has changed “%1” can’t be told</source>
-        <translation>Ob ein anderes Programm „%1“ geändert hat, lässt sich nicht feststellen</translation>
-    </message>
-    <message>
         <source>Another program has replaced “%1”</source>
         <translation>Ein anderes Programm hat „%1“ ersetzt</translation>
     </message>

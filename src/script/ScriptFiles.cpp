@@ -160,7 +160,9 @@ Result<QString> ScriptFiles::copyOf(const QString &path) {
         ::open(fileNameBytes(place).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR));
     if (copy.number() < 0) return notCopied(reasonOfSystem(errno));
     if (const auto reason = copyInto(copy.number(), source.number())) return notCopied(*reason);
-    if (asItWas->isAsItWas() != true)
+    const std::optional<bool> isWhole = asItWas->isAsItWas();
+    if (!isWhole) return notCopied(reasonOfSystem(errno));
+    if (!*isWhole)
         return notCopied(
             QCoreApplication::translate("ScriptFiles", "another program writes to it at the moment"));
     Staged &staged = *std::ranges::find(staged_, place, &Staged::place);

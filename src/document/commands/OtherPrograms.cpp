@@ -50,14 +50,9 @@ Alert questionBeforeWriting(State state, const QString &name) {
                            "Saving it here makes it anew."),
                 {saveAs, translated("Save Here"), cancel}};
     }
-    const QString inPlace =
-        translated("Saving here puts the pages that are shown in place of whatever is there now.");
-    const QString replace = translated("Replace");
-    if (state == State::Unknown)
-        return {translated("Whether another program has changed “%1” can’t be told").arg(name),
-                inPlace,
-                {saveAs, replace, cancel}};
-    return {translated("Another program has replaced “%1”").arg(name), inPlace, {saveAs, replace, cancel}};
+    return {translated("Another program has replaced “%1”").arg(name),
+            translated("Saving here puts the pages that are shown in place of whatever is there now."),
+            {saveAs, translated("Replace"), cancel}};
 }
 
 }  // namespace
@@ -99,7 +94,8 @@ void OtherPrograms::tell() {
 bool OtherPrograms::letWrite() {
     if (!document_.myWindow()) return true;
     const State state = document_.outline().stateOnDisk();
-    if (state == State::Unchanged) return true;
+    // What can't be told is a failure of the write, which says why.
+    if (state == State::Unchanged || state == State::Unknown) return true;
     tell();
     if (state != State::Overwritten) return letWriteOverOthers(state);
     enum Answer { LoadNewPages, Cancel };
