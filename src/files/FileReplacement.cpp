@@ -5,6 +5,7 @@
 #include "files/FileWriting.h"
 #include "files/SystemError.h"
 #include "files/TemporaryFolder.h"
+#include "files/WritingJournal.h"
 #include "texts/Translated.h"
 
 #include <QThread>
@@ -167,6 +168,7 @@ FileReplacement::Outcome FileReplacement::commit() {
 }
 
 FileReplacement::Outcome FileReplacement::rename() {
+    noteReplacement(descriptor_, fileNameBytes(path_));
     if (::renameat(folder_, temporaryName_.constData(), folder_, target_.name().constData()) != 0) {
         fail(errno);
         return Outcome::NotWritten;

@@ -76,6 +76,10 @@ QByteArray systemTemporaryFolder() {
     return folder.isEmpty() ? QByteArrayLiteral("/tmp") : fileNameBytes(absolutePath(fileNameText(folder)));
 }
 
+void TemporaryFolder::removeAbandoned() {
+    removeAbandonedFolders(systemTemporaryFolder());
+}
+
 TemporaryFolder::TemporaryFolder() {
     const QByteArray parent = systemTemporaryFolder();
     removeAbandonedFolders(parent);

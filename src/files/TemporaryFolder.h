@@ -19,6 +19,9 @@ public:
     TemporaryFolder(const TemporaryFolder &) = delete;
     TemporaryFolder &operator=(const TemporaryFolder &) = delete;
 
+    /// Removes the folders of this user whose makers were killed, as making one does.
+    static void removeAbandoned();
+
     bool isThere() const { return lock_ >= 0; }
     /// Why it is not there, with the name of the folder where it was to be.
     const QString &errorString() const { return error_; }

@@ -1,5 +1,7 @@
 #include "files/UnfinishedFiles.h"
 
+#include "files/WritingJournal.h"
+
 #include <QMutex>
 #include <QMutexLocker>
 #include <QRandomGenerator>
@@ -91,6 +93,7 @@ UnfinishedFile makeUnfinishedFile(int folder, const QByteArray &name, unsigned m
     UnfinishedFile file;
     for (int i = 0; i < attempts; ++i) {
         file.name = newName(name);
+        noteUnfinishedFile(folder, file.name);
         file.descriptor =
             ::openat(folder, file.name.constData(), O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
         if (file.descriptor >= 0 || errno != EEXIST) break;
@@ -108,6 +111,7 @@ UnfinishedFile linkAsUnfinished(int folder, const QByteArray &name) {
     ::flock(file.descriptor, LOCK_SH | LOCK_NB);
     for (int i = 0; i < attempts; ++i) {
         file.name = newName(name);
+        noteUnfinishedFile(folder, file.name);
         if (::linkat(folder, name.constData(), folder, file.name.constData(), 0) == 0) return file;
         if (errno != EEXIST) break;
     }
@@ -120,6 +124,17 @@ bool isNameOfUnfinishedFile(const QByteArray &name) {
     if (name.size() < shortest || !name.startsWith('.') || name[name.size() - allLetters - 1] != '.')
         return false;
     return withCheck(name.chopped(allLetters - randomLetters)) == name;
+}
+
+void removeUnfinishedFile(const QByteArray &path) {
+    struct stat status = {};
+    if (!isNameOfUnfinishedFile(path.mid(path.lastIndexOf('/') + 1)) ||
+        ::lstat(path.constData(), &status) != 0 || !S_ISREG(status.st_mode))
+        return;
+    const int file = ::open(path.constData(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    const bool isHeld = file >= 0 && ::flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    if (!isHeld) ::unlink(path.constData());
+    if (file >= 0) ::close(file);
 }
 
 void removeAbandonedFiles(int folder, const QByteArray &path) {

@@ -25,6 +25,9 @@ UnfinishedFile linkAsUnfinished(int folder, const QByteArray &name);
 /// stands before them, so that it is not taken for such a name what a person has called "notes.backup".
 bool isNameOfUnfinishedFile(const QByteArray &name);
 
+/// Removes a file of this kind whose maker has ended, unless somebody else writes under its name now.
+void removeUnfinishedFile(const QByteArray &path);
+
 /// Removes from a folder the files of this kind that nobody writes any more: our user's own, not changed for
 /// ten minutes, and not locked. What can't be removed stays. A folder is looked through once in ten minutes.
 /// @param folder a descriptor of the folder. @param path the same folder's path
