@@ -1,8 +1,9 @@
 #include "cli/Batch.h"
 
+#include "cli/Interruption.h"
 #include "cli/ProgressBar.h"
+#include "texts/Translated.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <atomic>
@@ -11,14 +12,22 @@
 
 namespace leafwright::cli {
 
+namespace {
+
+constexpr Translated translated{"Batch"};
+
+}  // namespace
+
 bool runBatch(const QStringList &files, const std::function<std::optional<QString>(const QString &)> &job,
               Console &console) {
     std::vector<std::optional<QString>> failures(static_cast<size_t>(files.size()));
+    std::atomic<qsizetype> next = 0;
     {
         ProgressBar bar(console, static_cast<int>(files.size()));
-        std::atomic<qsizetype> next = 0;
         const auto work = [&] {
-            for (qsizetype i = next++; i < files.size(); i = next++) {
+            while (!Interruption::requested()) {
+                const qsizetype i = next++;
+                if (i >= files.size()) break;
                 failures[static_cast<size_t>(i)] = job(files[i]);
                 bar.advance(QFileInfo(files[i]).fileName());
             }
@@ -35,11 +44,12 @@ bool runBatch(const QStringList &files, const std::function<std::optional<QStrin
         ++failed;
         console.message(*failure);
     }
-    if (failed > 0 && files.size() > 1) {
-        console.message(
-            QCoreApplication::translate("Batch", "%1 of %2 files failed").arg(failed).arg(files.size()));
-    }
-    return failed == 0;
+    if (failed > 0 && files.size() > 1)
+        console.message(translated("%1 of %2 files failed").arg(failed).arg(files.size()));
+    const qsizetype left = std::max<qsizetype>(0, files.size() - next);
+    if (left > 0)
+        console.message(translated("cancelled: %1 of %2 files were not begun").arg(left).arg(files.size()));
+    return failed == 0 && left == 0;
 }
 
 }  // namespace leafwright::cli

@@ -52,14 +52,14 @@ ExitCode runParsed(const Command &command, const CommandInfo &info, const QStrin
     const auto limit = timeLimit(parser).value_or(std::chrono::seconds(0));
     if (limit.count() > 0 && workerOf() == WorkerOf::None && !command.limitsTime(parser))
         return runWithin(limit, info, arguments, parser, console);
+    const QString what = parser.positionalArguments().join(u' ') + QLatin1String(": ");
     try {
         return command.run(parser, console);
     } catch (const std::bad_alloc &) {
-        console.message(info.name + QLatin1String(": ") +
-                        QCoreApplication::translate("Command", "there is not enough memory"));
+        console.message(what + QCoreApplication::translate("Command", "there is not enough memory"));
     } catch (const std::system_error &error) {
         // A thread, say, that could not be started.
-        console.message(info.name + QLatin1String(": ") + QString::fromLocal8Bit(error.what()));
+        console.message(what + QString::fromLocal8Bit(error.what()));
     }
     return Failed;
 }

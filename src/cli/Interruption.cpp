@@ -1,23 +1,35 @@
 #include "cli/Interruption.h"
 
+#include <array>
 #include <atomic>
+#include <cerrno>
 #include <csignal>
+#include <cstdint>
 #include <mutex>
+#include <sys/eventfd.h>
+#include <unistd.h>
 
 namespace leafwright::cli {
 
 namespace {
 
-std::atomic<bool> interrupted = false;
-static_assert(std::atomic<bool>::is_always_lock_free);  // for use in a signal handler
+constexpr std::array signals{SIGINT, SIGTERM, SIGHUP};
+
+std::atomic<int> requestedBy = 0;  // the signal
+std::atomic<int> event = -1;
+static_assert(std::atomic<int>::is_always_lock_free);  // for use in a signal handler
 
 std::mutex mutex;
 int living = 0;
-struct sigaction savedInterrupt;
-struct sigaction savedTerminate;
+std::array<struct sigaction, signals.size()> saved;
 
-void note(int /*signal*/) {
-    interrupted = true;
+void note(int signal) {
+    const int error = errno;
+    requestedBy = signal;
+    constexpr uint64_t one = 1;
+    // It fails only where so many have been noted that there is something to read.
+    [[maybe_unused]] const ssize_t written = ::write(event, &one, sizeof one);
+    errno = error;
 }
 
 }  // namespace
@@ -25,21 +37,34 @@ void note(int /*signal*/) {
 Interruption::Interruption() {
     const std::lock_guard lock(mutex);
     if (living++ > 0) return;
+    if (event < 0) event = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     struct sigaction noting {};
     noting.sa_handler = note;
-    sigaction(SIGINT, &noting, &savedInterrupt);
-    sigaction(SIGTERM, &noting, &savedTerminate);
+    for (size_t i = 0; i < signals.size(); ++i) {
+        sigaction(signals.at(i), nullptr, &saved.at(i));
+        if (saved.at(i).sa_handler != SIG_IGN) sigaction(signals.at(i), &noting, nullptr);
+    }
 }
 
 Interruption::~Interruption() {
     const std::lock_guard lock(mutex);
     if (--living > 0) return;
-    sigaction(SIGINT, &savedInterrupt, nullptr);
-    sigaction(SIGTERM, &savedTerminate, nullptr);
+    for (size_t i = 0; i < signals.size(); ++i)
+        sigaction(signals.at(i), &saved.at(i), nullptr);
 }
 
 bool Interruption::requested() {
-    return interrupted;
+    return requestedBy != 0;
+}
+
+int Interruption::descriptor() {
+    return event;
+}
+
+void Interruption::takeEffect() {
+    if (requestedBy == 0) return;
+    std::signal(requestedBy, SIG_DFL);
+    std::raise(requestedBy);
 }
 
 }  // namespace leafwright::cli

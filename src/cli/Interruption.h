@@ -2,8 +2,9 @@
 
 namespace leafwright::cli {
 
-/// Takes note of Ctrl+C and of a request to end (SIGINT, SIGTERM) while it lives, instead of ending at once.
-/// Several may live at a time, on any threads.
+/// Takes note of Ctrl+C and of requests to end (SIGINT, SIGTERM, SIGHUP) while it lives, instead of ending at
+/// once. Those that this program was started to ignore it ignores. Several may live at a time, on any
+/// threads.
 class Interruption {
 public:
     Interruption();
@@ -13,6 +14,10 @@ public:
 
     /// Whether there was such a request. Once there was, it holds for the rest of the run.
     static bool requested();
+    /// For poll(): can be read from once there was such a request. -1 while none has lived.
+    static int descriptor();
+    /// Ends this process as the request would have, now that all is tidied up; does nothing without one.
+    static void takeEffect();
 };
 
 }  // namespace leafwright::cli

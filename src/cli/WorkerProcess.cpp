@@ -1,6 +1,10 @@
 #include "cli/WorkerProcess.h"
 
+#include "cli/Command.h"
+#include "cli/Interruption.h"
 #include "files/FileName.h"
+#include "files/TemporaryFolder.h"
+#include "files/WritingJournal.h"
 #include "texts/Translated.h"
 
 #include <algorithm>
@@ -10,6 +14,8 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
+#include <sys/mman.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
@@ -21,8 +27,10 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// Tells a process whose worker it is.
+/// Tells a process whose worker it is: "batch" or "command", and the number of the process that waits for it.
 constexpr const char *environmentName = "LEAFWRIGHT_WORKER";
+/// Where a worker finds its journal.
+constexpr int journalDescriptor = STDERR_FILENO + 1;
 
 QByteArray &program() {
     static QByteArray path = QByteArrayLiteral("/proc/self/exe");
@@ -52,16 +60,60 @@ QByteArrayList environmentFor(WorkerOf waiting) {
     for (char **entry = environ; *entry; ++entry) {
         if (!QByteArrayView(*entry).startsWith(own)) environment.append(*entry);
     }
-    environment.append(own + (waiting == WorkerOf::Batch ? "batch" : "command"));
+    environment.append(own + (waiting == WorkerOf::Batch ? "batch " : "command ") +
+                       QByteArray::number(::getpid()));
     return environment;
 }
 
-/// A started worker, and the pipe that its messages come through.
+using MessageHandler = std::function<void(const QByteArray &)>;
+
+/// What a worker gets: its standard streams, its journal, and the signals that end it.
+class SpawnSettings {
+public:
+    /// @param results -1 for none, and for no standard input
+    SpawnSettings(int results, int messages, int journal) {
+        posix_spawn_file_actions_init(&actions_);
+        if (results < 0) {
+            posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+            posix_spawn_file_actions_addopen(&actions_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+        } else {
+            posix_spawn_file_actions_adddup2(&actions_, results, STDOUT_FILENO);
+        }
+        posix_spawn_file_actions_adddup2(&actions_, messages, STDERR_FILENO);
+        posix_spawn_file_actions_adddup2(&actions_, journal, journalDescriptor);
+        // Whoever has started this program may have it ignore what its workers must not.
+        sigset_t heeded;
+        sigset_t blocked;
+        sigemptyset(&heeded);
+        sigaddset(&heeded, SIGTERM);
+        sigemptyset(&blocked);
+        posix_spawnattr_init(&attributes_);
+        posix_spawnattr_setsigdefault(&attributes_, &heeded);
+        posix_spawnattr_setsigmask(&attributes_, &blocked);
+        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+    }
+    ~SpawnSettings() {
+        posix_spawn_file_actions_destroy(&actions_);
+        posix_spawnattr_destroy(&attributes_);
+    }
+    SpawnSettings(const SpawnSettings &) = delete;
+    SpawnSettings &operator=(const SpawnSettings &) = delete;
+
+    const posix_spawn_file_actions_t *actions() const { return &actions_; }
+    const posix_spawnattr_t *attributes() const { return &attributes_; }
+
+private:
+    posix_spawn_file_actions_t actions_;
+    posix_spawnattr_t attributes_;
+};
+
+/// A started worker, the pipe that its messages come through, and its journal.
 class Child {
 public:
     Child(const QStringList &arguments, WorkerOf waiting, int results) {
         int ends[2];
-        if (::pipe2(ends, O_CLOEXEC) != 0) {
+        journal_ = ::memfd_create("leafwright-journal", MFD_CLOEXEC);
+        if (journal_ < 0 || ::pipe2(ends, O_CLOEXEC) != 0) {
             error_ = errno;
             return;
         }
@@ -71,46 +123,41 @@ public:
             words.append(fileNameBytes(argument));
         const StringVector argv(std::move(words));
         const StringVector environment(environmentFor(waiting));
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        if (results < 0) {
-            posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-            posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-        } else {
-            posix_spawn_file_actions_adddup2(&actions, results, STDOUT_FILENO);
-        }
-        posix_spawn_file_actions_adddup2(&actions, ends[1], STDERR_FILENO);
-        error_ = ::posix_spawn(&id_, program().constData(), &actions, nullptr, argv.get(), environment.get());
-        posix_spawn_file_actions_destroy(&actions);
+        const SpawnSettings settings(results, ends[1], journal_);
+        error_ = ::posix_spawn(&id_, program().constData(), settings.actions(), settings.attributes(),
+                               argv.get(), environment.get());
         ::close(ends[1]);
     }
     ~Child() {
         if (messages_ >= 0) ::close(messages_);
+        if (journal_ >= 0) ::close(journal_);
     }
     Child(const Child &) = delete;
     Child &operator=(const Child &) = delete;
 
     int error() const { return error_; }
 
-    /// Hands on messages until the worker closes its end of the pipe, which it does by ending.
-    /// @return whether that was before the deadline
-    bool listen(std::optional<Clock::time_point> deadline,
-                const std::function<void(const QByteArray &)> &messages) const {
-        QByteArray buffer(1 << 12, Qt::Uninitialized);
-        for (;;) {
-            pollfd waiting{messages_, POLLIN, 0};
-            const int ready = ::poll(&waiting, 1, deadline ? millisecondsTo(*deadline) : -1);
-            if (ready < 0 && errno == EINTR) continue;
-            if (ready == 0 && deadline && Clock::now() < *deadline) continue;
-            if (ready == 0) return false;
-            const ssize_t count = ::read(messages_, buffer.data(), static_cast<size_t>(buffer.size()));
-            if (count < 0 && errno == EINTR) continue;
-            if (count <= 0) return true;
-            messages(buffer.left(count));
-        }
+    /// Hands on messages until the worker ends, the deadline comes, or this program is asked to end.
+    /// @return Exited, TimedOut or Cancelled
+    WorkerEnd::How wait(std::optional<Clock::time_point> deadline, const MessageHandler &messages) const {
+        return listen(deadline, Interruption::descriptor(), messages);
     }
 
-    void kill() const { ::kill(id_, SIGKILL); }
+    /// Ends the worker: it may stop what it has started itself, which takes some time, but not for ever.
+    void end(const MessageHandler &messages) const {
+        constexpr std::chrono::seconds patience(5);
+        ::kill(id_, SIGTERM);
+        if (listen(Clock::now() + patience, -1, messages) != WorkerEnd::How::Exited) ::kill(id_, SIGKILL);
+    }
+
+    /// What it has put in place. Removes what else it has left. For use once it has ended.
+    QStringList settle() const {
+        QStringList written;
+        for (const QByteArray &path : settleWritingJournal(journal_))
+            written.append(fileNameText(path));
+        TemporaryFolder::removeAbandoned();
+        return written;
+    }
 
     /// Waits for the end.
     int status() const {
@@ -121,6 +168,26 @@ public:
     }
 
 private:
+    /// @param interruption a descriptor that can be read from when it is time to stop listening; -1 for none
+    WorkerEnd::How listen(std::optional<Clock::time_point> deadline, int interruption,
+                          const MessageHandler &messages) const {
+        using How = WorkerEnd::How;
+        QByteArray buffer(1 << 12, Qt::Uninitialized);
+        for (;;) {
+            pollfd waiting[] = {{messages_, POLLIN, 0}, {interruption, POLLIN, 0}};
+            const int ready = ::poll(waiting, std::size(waiting), deadline ? millisecondsTo(*deadline) : -1);
+            if (ready < 0 && errno == EINTR) continue;
+            if (ready == 0 && deadline && Clock::now() < *deadline) continue;
+            if (ready == 0) return How::TimedOut;
+            if (waiting[1].revents != 0) return How::Cancelled;
+            // It closes its end of the pipe by ending.
+            const ssize_t count = ::read(messages_, buffer.data(), static_cast<size_t>(buffer.size()));
+            if (count < 0 && errno == EINTR) continue;
+            if (count <= 0) return How::Exited;
+            messages(buffer.left(count));
+        }
+    }
+
     static int millisecondsTo(Clock::time_point deadline) {
         constexpr std::chrono::milliseconds longest(std::chrono::hours(1));
         const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
@@ -129,30 +196,53 @@ private:
 
     pid_t id_ = 0;
     int messages_ = -1;
+    int journal_ = -1;
     int error_ = 0;
 };
+
+QString messageOf(const WorkerEnd &end, std::chrono::seconds limit) {
+    switch (end.how) {
+        case WorkerEnd::How::Signalled:
+            return translated("the program ended unexpectedly: %1")
+                .arg(QString::fromLocal8Bit(::strsignal(end.code)));
+        case WorkerEnd::How::TimedOut:
+            return translated("given up after %1 s").arg(limit.count());
+        case WorkerEnd::How::Cancelled:
+            return translated("cancelled");
+        case WorkerEnd::How::Exited:
+        case WorkerEnd::How::NotStarted:
+            break;
+    }
+    return translated("no process could be started: %1")
+        .arg(QString::fromLocal8Bit(std::generic_category().message(end.code).c_str()));
+}
 
 }  // namespace
 
 WorkerOf workerOf() {
     const QByteArray value = qgetenv(environmentName);
-    return value == "batch" ? WorkerOf::Batch : value == "command" ? WorkerOf::Command : WorkerOf::None;
+    return value.startsWith("batch ")     ? WorkerOf::Batch
+           : value.startsWith("command ") ? WorkerOf::Command
+                                          : WorkerOf::None;
+}
+
+void beginAsWorker() {
+    if (workerOf() == WorkerOf::None) return;
+    // The system sends this when the thread ends that has started the worker; it waits for the worker.
+    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
+    // It may be too late for that.
+    const QByteArray value = qgetenv(environmentName);
+    if (::getppid() != value.mid(value.indexOf(' ') + 1).toInt()) ::_exit(Failed);
+    ::fcntl(journalDescriptor, F_SETFD, FD_CLOEXEC);
+    keepWritingJournal(journalDescriptor);
 }
 
 std::optional<QString> WorkerEnd::reason(std::chrono::seconds limit) const {
-    switch (how) {
-        case How::Exited:
-            return std::nullopt;
-        case How::Signalled:
-            return translated("the program ended unexpectedly: %1")
-                .arg(QString::fromLocal8Bit(::strsignal(code)));
-        case How::TimedOut:
-            return translated("given up after %1 s").arg(limit.count());
-        case How::NotStarted:
-            break;
-    }
-    return translated("no process could be started: %1")
-        .arg(QString::fromLocal8Bit(std::generic_category().message(code).c_str()));
+    if (how == How::Exited) return std::nullopt;
+    QString text = messageOf(*this, limit);
+    for (const QString &path : written)
+        text += translated("; %1 was written, but may not outlive a power failure").arg(path);
+    return text;
 }
 
 void WorkerProcess::setProgram(const QString &path) {
@@ -163,14 +253,18 @@ WorkerEnd WorkerProcess::run(std::chrono::seconds limit, int results,
                              const std::function<void(const QByteArray &)> &messages) const {
     using How = WorkerEnd::How;
     const auto deadline = limit.count() > 0 ? std::optional(Clock::now() + limit) : std::nullopt;
+    const Interruption interruption;
     const Child child(arguments_, waiting_, results);
     if (child.error() != 0) return {How::NotStarted, child.error()};
-    const bool inTime = child.listen(deadline, messages);
-    if (!inTime) child.kill();
+    const How how = child.wait(deadline, messages);
+    if (how != How::Exited) child.end(messages);
     const int status = child.status();
-    if (!inTime) return {How::TimedOut, 0};
-    return WIFEXITED(status) ? WorkerEnd{How::Exited, WEXITSTATUS(status)}
-                             : WorkerEnd{How::Signalled, WTERMSIG(status)};
+    if (WIFEXITED(status)) return {How::Exited, WEXITSTATUS(status)};
+    const QStringList written = child.settle();
+    if (how != How::Exited) return {how, 0, written};
+    // Ctrl+C reaches both.
+    if (Interruption::requested()) return {How::Cancelled, 0, written};
+    return {How::Signalled, WTERMSIG(status), written};
 }
 
 }  // namespace leafwright::cli

@@ -19,16 +19,22 @@ enum class WorkerOf {
 /// Whose worker this process is.
 WorkerOf workerOf();
 
+/// For main(), before anything else. Where this process is a worker, it ends with the process that waits for
+/// it, and tells that one in a journal what it writes.
+void beginAsWorker();
+
 /// How a worker ended.
 struct WorkerEnd {
     enum class How {
         Exited,
         Signalled,  ///< The system ended it: it crashed, or there was no memory left for it.
         TimedOut,   ///< It took too long and was ended.
+        Cancelled,  ///< It was ended because this program was asked to end.
         NotStarted
     };
     How how = How::NotStarted;
     int code = 0;  ///< The exit code, the signal, or the number of the error that kept it from starting.
+    QStringList written = {};  ///< Files that are new, though it was ended.
 
     /// What to say to people when it is neither "done" nor a failure that the worker has told itself.
     std::optional<QString> reason(std::chrono::seconds limit) const;
@@ -43,7 +49,9 @@ public:
     explicit WorkerProcess(QStringList arguments, WorkerOf waiting)
         : arguments_(std::move(arguments)), waiting_(waiting) {}
 
-    /// Starts the worker and waits for its end. May be called from any thread.
+    /// Starts the worker and waits for its end. May be called from any thread. Requests to end this program
+    /// end the worker, and are noted as by an Interruption. What a worker that was ended, or crashed, has
+    /// left of files that it was about to write is removed.
     /// @param limit when to end it; 0 is never
     /// @param results the descriptor of its standard output; -1 is none, and nor is there standard input then
     /// @param messages gets what it writes to standard error, in pieces as they come

@@ -1,4 +1,7 @@
+#include "cli/Command.h"
 #include "cli/CommandLine.h"
+#include "cli/Interruption.h"
+#include "cli/WorkerProcess.h"
 #include "files/FileName.h"
 #include "files/FileWriting.h"
 #include "files/StandardStreams.h"
@@ -28,12 +31,16 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv) {
 }  // namespace
 
 int main(int argc, char *argv[]) {
+    namespace cli = leafwright::cli;
+    cli::beginAsWorker();
     leafwright::reserveStandardStreams();
     leafwright::letTooLargeFilesFail();
     // Commands say themselves what failed. QT_LOGGING_RULES still turns the log on.
     QLoggingCategory::setFilterRules(QStringLiteral("leafwright.*.warning=false\ndefault.warning=false"));
     const auto application = makeApplication(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(LEAFWRIGHT_VERSION));
-    leafwright::cli::Console console;
-    return leafwright::cli::runCommandLine(leafwright::argumentTexts(argc, argv), console);
+    cli::Console console;
+    const int code = cli::runCommandLine(leafwright::argumentTexts(argc, argv), console);
+    if (code != cli::Done) cli::Interruption::takeEffect();
+    return code;
 }

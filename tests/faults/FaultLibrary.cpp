@@ -1,11 +1,13 @@
-// Lets one system call of the program that it is preloaded into fail, or kills the program there.
+// Lets one system call of the program that it is preloaded into fail or wait, or kills the program there.
 //
 //   LEAFWRIGHT_FAULT_ROOT   the folder whose files count; calls that concern others pass unseen
 //   LEAFWRIGHT_FAULT_LOG    a file that gets a line for each call that counts, such as "fsync", and numbers
 //   the
 //                           calls of all processes of the run
 //   LEAFWRIGHT_FAULT_AT     the number, from 0, of the call that fails
-//   LEAFWRIGHT_FAULT_ERROR  the errno that it fails with; 0 kills the program instead
+//   LEAFWRIGHT_FAULT_ERROR  the errno that it fails with; 0 kills the program instead, -1 lets it wait for a
+//                           minute, as for a disk that does not answer
+//   LEAFWRIGHT_FAULT_CALL   the name of the only calls that count; empty for all
 //
 // The functions of the system's library are defined here once more, and so come before it.
 
@@ -37,6 +39,7 @@ struct Plan {
     std::string log = setting("LEAFWRIGHT_FAULT_LOG");
     long at = *setting("LEAFWRIGHT_FAULT_AT") ? std::atol(setting("LEAFWRIGHT_FAULT_AT")) : -1;
     int error = std::atoi(setting("LEAFWRIGHT_FAULT_ERROR"));
+    std::string call = setting("LEAFWRIGHT_FAULT_CALL");
 };
 
 const Plan &plan() {
@@ -78,7 +81,10 @@ long note(const char *call) {
 bool fails(const char *call, const std::string &path) {
     if (plan().root.empty() || plan().log.empty()) return false;
     if (path.compare(0, plan().root.size(), plan().root) != 0) return false;
+    if (!plan().call.empty() && plan().call != call) return false;
     if (note(call) != plan().at) return false;
+    constexpr unsigned minute = 60;
+    if (plan().error < 0) return sleep(minute) > minute;
     if (plan().error == 0) syscall(SYS_kill, syscall(SYS_getpid), SIGKILL);
     errno = plan().error;
     return true;

@@ -115,7 +115,7 @@ protected:
         return now == after[name];
     }
     void expectTruth(const ProgramResult &result, const QByteArray &call);
-    void expectNextRunTidiesUp();
+    void expectNextRunTidiesUp(const ProgramResult &killed);
 
     TempDir dir;
     QString root = QFileInfo(dir.path(".")).canonicalFilePath() + "/root";
@@ -152,7 +152,7 @@ void Faults::expectTruth(const ProgramResult &result, const QByteArray &call) {
 }
 
 /// After a program was killed: the next run works, and removes what the killed one left once that is old.
-void Faults::expectNextRunTidiesUp() {
+void Faults::expectNextRunTidiesUp(const ProgramResult &killed) {
     for (const QString &name : GetParam().written)
         expectWhole(name);
     // Where several are put in place together, the old files have second names meanwhile, which
@@ -170,7 +170,9 @@ void Faults::expectNextRunTidiesUp() {
             ::utimensat(AT_FDCWD, (folder + '/' + name).toUtf8().constData(), times, 0);
         }
     }
-    EXPECT_LE(unfinished, several ? 2 * GetParam().written.size() : 1);
+    // Where it was one of its workers, the program itself has tidied up.
+    const int most = killed.exitCode == 1 ? 0 : several ? 2 * static_cast<int>(GetParam().written.size()) : 1;
+    EXPECT_LE(unfinished, most) << killed.err.constData();
     const ProgramResult again = run();
     EXPECT_EQ(again.exitCode, 0) << again.err.constData();
     for (const QString &name : names())
@@ -208,7 +210,7 @@ TEST_P(Faults, LeaveTheOldFileOrTheNewOneAndAreToldAsTheyAre) {
         SCOPED_TRACE(fault.name + (" at call " + std::to_string(call) + ", ") + failed.toStdString());
         SCOPED_TRACE("exit status " + std::to_string(result.exitCode) + ": " + result.err.toStdString());
         if (fault.error == 0) {
-            expectNextRunTidiesUp();
+            expectNextRunTidiesUp(result);
         } else {
             expectTruth(result, failed);
         }
