@@ -519,6 +519,10 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
         <source>%1 of %2 files failed</source>
         <translation>%1 von %2 Dateien sind misslungen</translation>
     </message>
+    <message>
+        <source>cancelled: %1 of %2 files were not begun</source>
+        <translation>abgebrochen: %1 von %2 Dateien wurden nicht begonnen</translation>
+    </message>
 </context>
 <context>
     <name>BatchRenaming</name>
@@ -762,10 +766,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <translation>Liest eine PDF wie ein Leser und macht, was es findet, zur Gliederung.</translation>
     </message>
     <message>
-        <source>What the author printed as contents is the outline, as far as there is any; else it is made of the headings, told by their look, numbers, links and names. It takes the place of the outline, unless --keep is given. With --out-dir, several files are done at once, on all cores.</source>
-        <translation>Was der Autor als Inhaltsverzeichnis gedruckt hat, ist die Gliederung, soweit es eines gibt; sonst besteht sie aus den Überschriften, die an Aussehen, Nummern, Verknüpfungen und Namen erkannt werden. Sie ersetzt die vorhandene, außer mit --keep. Mit --out-dir werden mehrere Dateien zugleich bearbeitet, auf allen Kernen.</translation>
-    </message>
-    <message>
         <source>The PDF, or several with --out-dir.</source>
         <translation>Die PDF oder, mit --out-dir, mehrere.</translation>
     </message>
@@ -776,6 +776,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1: %2 of %3 pages are without text; --ocr recognises that of images</source>
         <translation>%1: %2 von %3 Seiten sind ohne Text; --ocr erkennt den von Bildern</translation>
+    </message>
+    <message>
+        <source>What the author printed as contents is the outline, as far as there is any; else it is made of the headings, told by their look, numbers, links and names. It takes the place of the outline, unless --keep is given. With --out-dir, several files are done at once, on all cores, each in a process of its own; one that takes more than 60 seconds, or --timeout, is given up. With --ocr, which takes seconds a page, only --timeout limits the time.</source>
+        <translation>Was der Autor als Inhaltsverzeichnis gedruckt hat, ist die Gliederung, soweit es eines gibt; sonst besteht sie aus den Überschriften, die an Aussehen, Nummern, Verknüpfungen und Namen erkannt werden. Sie ersetzt die vorhandene, außer mit --keep. Mit --out-dir werden mehrere Dateien zugleich bearbeitet, auf allen Kernen, jede in einem eigenen Prozess; eine, die länger als 60 Sekunden oder --timeout braucht, wird aufgegeben. Mit --ocr, das Sekunden je Seite braucht, begrenzt nur --timeout die Zeit.</translation>
     </message>
 </context>
 <context>
@@ -1835,6 +1839,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>no process could be started: %1</source>
         <translation>es ließ sich kein Prozess starten: %1</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>abgebrochen</translation>
+    </message>
+    <message>
+        <source>; %1 was written, but may not outlive a power failure</source>
+        <translation>; %1 wurde geschrieben, übersteht aber vielleicht keinen Stromausfall</translation>
     </message>
 </context>
 <context>

@@ -132,9 +132,9 @@ ExitCode AutoTOCCommand::run(const QCommandLineParser &arguments, Console &conso
     }
     if (const auto problem = output.problem()) return wrongUsage(*this, *problem, console);
     if (!output.makeFolder(console)) return Failed;
-    const auto job = [&](const QString &file) {
+    const OutlineOutput::Job job{[&](const QString &file) {
         return autoTOC(file, output.targetOf(file), request, output.isAlone(), console);
-    };
+    }};
     return output.run(info(), arguments, job, console) ? Done : Failed;
 }
 

@@ -39,11 +39,12 @@ public:
     ExitCode run(const QCommandLineParser &arguments, Console &console) const override;
 };
 
-/// `contents FILE -o OUT`: reads a PDF as a reader does, and makes what it finds the outline.
+/// `contents FILE -o OUT`: reads a PDF, or many, as a reader does, and makes what it finds the outline.
 class ContentsCommand final : public Command {
 public:
     CommandInfo info() const override;
     ExitCode run(const QCommandLineParser &arguments, Console &console) const override;
+    bool limitsTime(const QCommandLineParser &arguments) const override;
 };
 
 /// `autotoc FILE -o OUT`: makes the headings of a document, or of many, its outline.

@@ -1,4 +1,3 @@
-#include "cli/Batch.h"
 #include "cli/Commands.h"
 #include "cli/ContentsReport.h"
 #include "cli/FileClash.h"
@@ -44,7 +43,8 @@ struct Request {
 
 /// Where a file's report goes.
 QString reportOf(const QString &file, const Request &request, const OutlineOutput &output) {
-    if (request.report.isEmpty() || !output.isFolder()) return request.report;
+    const bool isPrinted = request.report == QLatin1String("-");
+    if (request.report.isEmpty() || isPrinted || !output.isFolder()) return request.report;
     return QDir(request.report).filePath(QFileInfo(file).completeBaseName() + QLatin1String(".json"));
 }
 
@@ -77,7 +77,7 @@ struct Recognised {
 /// Recognises the text of a file, on a terminal with progress. @return the copy, or why there is none
 std::variant<Recognised, QString> recognise(const QString &file, const PDFDocument &pdf,
                                             const Request &request, bool alone, Console &console) {
-    const Interruption interruption;
+    std::optional<Interruption> interruption(std::in_place);
     std::optional<ProgressBar> bar;
     if (alone) bar.emplace(console, pdf.pageCount());
     int shown = 0;
@@ -87,10 +87,10 @@ std::variant<Recognised, QString> recognise(const QString &file, const PDFDocume
         return !Interruption::requested();
     };
     auto result = recogniseText(file, request.ocrLanguage, progress);
-    if (const auto *failure = std::get_if<RecognitionFailure>(&result)) {
-        return failure->cancelled ? translated("%1: cancelled; nothing was written").arg(file)
-                                  : translated("%1: %2").arg(file, failure->message);
-    }
+    interruption.reset();
+    if (Interruption::requested()) return translated("%1: cancelled; nothing was written").arg(file);
+    if (const auto *failure = std::get_if<RecognitionFailure>(&result))
+        return translated("%1: %2").arg(file, failure->message);
     Recognised recognised{std::get<std::unique_ptr<RecognisedCopy>>(std::move(result)), nullptr};
     auto opened = PDFDocument::open(recognised.copy->path());
     if (const auto *error = std::get_if<PDFError>(&opened))
@@ -156,6 +156,12 @@ std::optional<QString> contents(const QString &file, const Request &request, con
     return report.isEmpty() ? std::nullopt : writeReport(found, pdf, report, console);
 }
 
+/// The options of a process that does one file of a folder.
+QStringList optionsOf(const QString &file, const Request &request, const OutlineOutput &output) {
+    if (request.report.isEmpty()) return {};
+    return {QLatin1String("--") + reportOption + u'=' + reportOf(file, request, output)};
+}
+
 /// What the options ask for. @return what is wrong with them; absent when all is well
 std::optional<QString> readRequest(const QCommandLineParser &arguments, const OutlineOutput &output,
                                    Request &request) {
@@ -215,10 +221,15 @@ CommandInfo ContentsCommand::info() const {
         translated(
             "What the author printed as contents is the outline, as far as there is any; else it is made of "
             "the headings, told by their look, numbers, links and names. It takes the place of the "
-            "outline, unless --keep is given. With --out-dir, several files are done at once, on all "
-            "cores."),
+            "outline, unless --keep is given. With --out-dir, several files are done at once, on all cores, "
+            "each in a process of its own; one that takes more than 60 seconds, or --timeout, is given up. "
+            "With --ocr, which takes seconds a page, only --timeout limits the time."),
         {{QStringLiteral("FILE..."), translated("The PDF, or several with --out-dir.")}},
         options()};
+}
+
+bool ContentsCommand::limitsTime(const QCommandLineParser &arguments) const {
+    return OutlineOutput(arguments).isFolder();
 }
 
 ExitCode ContentsCommand::run(const QCommandLineParser &arguments, Console &console) const {
@@ -231,10 +242,13 @@ ExitCode ContentsCommand::run(const QCommandLineParser &arguments, Console &cons
         return Failed;
     }
     if (!output.makeFolder(console)) return Failed;
-    if (output.isFolder() && !request.report.isEmpty() && !cli::makeFolder(request.report, console))
-        return Failed;
-    const auto job = [&](const QString &file) { return contents(file, request, output, console); };
-    return runBatch(output.files(), job, console) ? Done : Failed;
+    const bool hasReports =
+        output.isFolder() && !request.report.isEmpty() && request.report != QLatin1String("-");
+    if (hasReports && !cli::makeFolder(request.report, console)) return Failed;
+    OutlineOutput::Job job{[&](const QString &file) { return contents(file, request, output, console); },
+                           [&](const QString &file) { return optionsOf(file, request, output); }};
+    if (request.ocr) job.limit = std::chrono::seconds(0);
+    return output.run(info(), arguments, job, console) ? Done : Failed;
 }
 
 }  // namespace leafwright::cli

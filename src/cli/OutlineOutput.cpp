@@ -2,6 +2,7 @@
 
 #include "cli/Batch.h"
 #include "cli/FileClash.h"
+#include "cli/Interruption.h"
 #include "cli/WorkerProcess.h"
 #include "files/FileReading.h"
 #include "texts/Translated.h"
@@ -15,7 +16,6 @@ namespace leafwright::cli {
 namespace {
 
 const QString outDirOption = QStringLiteral("out-dir");
-constexpr std::chrono::seconds batchTimeLimit(60);
 
 constexpr Translated translated{"OutlineOutput"};
 
@@ -30,9 +30,10 @@ QString sharedFileName(const QStringList &files) {
     return {};
 }
 
-/// The arguments that have a command do one file of several as it would do all of them.
+/// The arguments that have a command do one file of several as it would do all of them. @param own options of
+/// this file
 QStringList argumentsFor(const QString &file, const QString &out, const CommandInfo &command,
-                         const QCommandLineParser &given) {
+                         const QCommandLineParser &given, const QStringList &own) {
     QStringList arguments{command.name, QLatin1String("--output=") + out};
     for (const QCommandLineOption &option : command.options) {
         const QString name = option.names().last();
@@ -41,17 +42,18 @@ QStringList argumentsFor(const QString &file, const QString &out, const CommandI
              option.valueName().isEmpty() ? QStringList{QString()} : given.values(option))
             arguments += QLatin1String("--") + name + (value.isNull() ? QString() : u'=' + value);
     }
-    return arguments + QStringList{QStringLiteral("--"), file};
+    // Of an option that is given twice, the last one counts.
+    return arguments + own + QStringList{QStringLiteral("--"), file};
 }
 
-/// Does one file in a process of its own. @return why that failed
-std::optional<QString> doInWorker(const QString &file, const QStringList &arguments,
+/// Does one file in a process of its own. @param alone whether there is no other, so that it may use all
+/// cores and print results @return why that failed
+std::optional<QString> doInWorker(const QString &file, bool alone, const QStringList &arguments,
                                   std::chrono::seconds limit, Console &console) {
     QByteArray said;
-    const WorkerEnd end =
-        WorkerProcess(arguments, WorkerOf::Batch).run(limit, -1, [&said](const QByteArray &text) {
-            said += text;
-        });
+    const WorkerProcess worker(arguments, alone ? WorkerOf::Command : WorkerOf::Batch);
+    const WorkerEnd end = worker.run(limit, alone ? console.resultsDescriptor() : -1,
+                                     [&said](const QByteArray &text) { said += text; });
     if (const auto reason = end.reason(limit)) return file + QLatin1String(": ") + *reason;
     if (end.code != Done) return Console::messageText(said);
     if (!said.isEmpty()) console.relay(said);
@@ -93,15 +95,18 @@ bool OutlineOutput::isAlone() const {
     return files_.size() == 1 && workerOf() != WorkerOf::Batch;
 }
 
-bool OutlineOutput::run(const CommandInfo &command, const QCommandLineParser &arguments,
-                        const std::function<std::optional<QString>(const QString &file)> &job,
+bool OutlineOutput::run(const CommandInfo &command, const QCommandLineParser &arguments, const Job &job,
                         Console &console) const {
-    if (!isFolder()) return runBatch(files_, job, console);
-    const std::chrono::seconds limit = timeLimit(arguments).value_or(batchTimeLimit);
+    if (!isFolder()) return runBatch(files_, job.run, console);
+    const Interruption interruption;
+    const std::chrono::seconds limit = timeLimit(arguments).value_or(job.limit);
+    console.flush();
     return runBatch(
         files_,
         [&](const QString &file) {
-            return doInWorker(file, argumentsFor(file, targetOf(file), command, arguments), limit, console);
+            const QStringList own = job.optionsOf ? job.optionsOf(file) : QStringList();
+            return doInWorker(file, isAlone(), argumentsFor(file, targetOf(file), command, arguments, own),
+                              limit, console);
         },
         console);
 }

@@ -25,12 +25,20 @@ public:
     /// The PDF to write for a file.
     QString targetOf(const QString &file) const;
 
+    /// What a command does for a file of its own. Failures are told at the end.
+    struct Job {
+        /// Does it in this process. @return why that failed
+        std::function<std::optional<QString>(const QString &file)> run;
+        /// Options for a process that does this file only, in place of the command's; may be empty.
+        std::function<QStringList(const QString &file)> optionsOf = {};
+        /// How long such a process may take without timeLimit(); 0 is as long as it likes.
+        std::chrono::seconds limit{60};
+    };
     /// Does a command's job for its file or, with a folder, for all of them: each in a process of its own,
-    /// which runs the command with the same options, and is ended when it takes longer than timeLimit(), or
-    /// 60 seconds. Failures are told at the end. @param job returns why it failed @return whether all went
-    /// well
-    bool run(const CommandInfo &command, const QCommandLineParser &arguments,
-             const std::function<std::optional<QString>(const QString &file)> &job, Console &console) const;
+    /// which runs the command with the same options, and is ended when it takes too long.
+    /// @return whether all went well
+    bool run(const CommandInfo &command, const QCommandLineParser &arguments, const Job &job,
+             Console &console) const;
 
 private:
     QStringList files_;

@@ -19,8 +19,8 @@ enum class WorkerOf {
 /// Whose worker this process is.
 WorkerOf workerOf();
 
-/// For main(), before anything else. Where this process is a worker, it ends with the process that waits for
-/// it, and tells that one in a journal what it writes.
+/// For main(), before anything is written. Where this process is a worker, it ends with the process that
+/// waits for it, and tells that one in a journal what it writes.
 void beginAsWorker();
 
 /// How a worker ended.

@@ -32,8 +32,8 @@ std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv) {
 
 int main(int argc, char *argv[]) {
     namespace cli = leafwright::cli;
-    cli::beginAsWorker();
     leafwright::reserveStandardStreams();
+    cli::beginAsWorker();
     leafwright::letTooLargeFilesFail();
     // Commands say themselves what failed. QT_LOGGING_RULES still turns the log on.
     QLoggingCategory::setFilterRules(QStringLiteral("leafwright.*.warning=false\ndefault.warning=false"));

@@ -206,6 +206,17 @@ TEST(ContentsCommand, ManyFilesWithAReportEach) {
     EXPECT_EQ(QDir(dir.path("reports")).entryList(QDir::Files), (QStringList{"one.json", "two.json"}));
 }
 
+TEST(ContentsCommand, WhatIsToldOfOneFileIsPrintedWithAFolderToo) {
+    const TempDir dir;
+    const QString path = savePdfWithContents(dir, "in.pdf");
+    const CliResult explained = runCli({"contents", path, "--out-dir", dir.path("out"), "--explain"});
+    EXPECT_EQ(explained.exitCode, 0);
+    EXPECT_THAT(explained.out.toStdString(), HasSubstr("What is in the Ground"));
+    const CliResult report = runCli({"contents", path, "--out-dir", dir.path("out"), "--report", "-"});
+    EXPECT_EQ(report.exitCode, 0) << report.err.constData();
+    EXPECT_EQ(parsedJson(report.out).array().size(), 3);
+}
+
 TEST(ContentsCommand, WrongUsage) {
     const TempDir dir;
     const QString path = savePdf(dir, "in.pdf", 1);
