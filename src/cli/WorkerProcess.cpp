@@ -152,10 +152,10 @@ public:
 
     /// What it has put in place. Removes what else it has left. For use once it has ended.
     QStringList settle() const {
+        TemporaryFolder::removeAbandoned();  // first: what is new in there is nobody's concern
         QStringList written;
         for (const QByteArray &path : settleWritingJournal(journal_))
             written.append(fileNameText(path));
-        TemporaryFolder::removeAbandoned();
         return written;
     }
 

@@ -44,6 +44,7 @@ protected:
     void start(const QStringList &arguments, const QString &call, int number, const QString &folder = "out") {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("TMPDIR", root + "/tmp");
+        environment.insert("XDG_RUNTIME_DIR", root + "/runtime");
         environment.insert("LD_PRELOAD", faultLibrary());
         environment.insert("LEAFWRIGHT_FAULT_ROOT", root + '/' + folder);
         environment.insert("LEAFWRIGHT_FAULT_LOG", root + "/log");
@@ -116,6 +117,30 @@ TEST_F(EndedWorkers, EndWithWhoWaitsForThemAndLeaveNothing) {
         send(signal);
         expectEndBy(signal);
         EXPECT_EQ(namesIn("out"), QStringList());
+    }
+}
+
+TEST_F(EndedWorkers, LeaveNothingOfAScriptAndTellWhichFilesAreNew) {
+    saveBytes(work("steps"), R"([{"do": "setTitle", "path": [0], "title": "New"}, {"do": "saveDocument:"}])");
+    const QStringList before = namesIn("work");
+    // The script's file gets its name before the output does.
+    for (const bool isNew : {false, true}) {
+        QFile::remove(root + "/log");
+        start({"run", work("steps"), work("a.pdf"), "-o", out() + "/new.pdf", "--timeout", "600"},
+              isNew ? "renameat" : "fsync", 0);
+        waitUntilHeldUp();
+        EXPECT_NE(namesIn("work"), before);
+        EXPECT_NE(namesIn("tmp"), QStringList());
+        send(SIGTERM);
+        const std::string said = end();
+        EXPECT_EQ(program.exitCode(), SIGTERM);
+        EXPECT_THAT(said, HasSubstr("cancelled"));
+        EXPECT_EQ(said.find("work/a.pdf was written") != std::string::npos, isNew) << said;
+        EXPECT_THAT(said, Not(HasSubstr("new.pdf was written")));
+        EXPECT_EQ(plusLinesOf(work("a.pdf")), isNew ? "+ @2 New\n" : "+ @2 Old Entry\n");
+        EXPECT_EQ(namesIn("tmp"), QStringList());
+        EXPECT_EQ(namesIn("out"), QStringList());
+        EXPECT_EQ(namesIn("work"), before);
     }
 }
 
