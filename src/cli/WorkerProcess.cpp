@@ -27,10 +27,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// Tells a process whose worker it is: "batch" or "command", and the number of the process that waits for it.
+/// Tells a process whose worker it is: "batch" or "command", the number of the process that waits for it, and
+/// that of the descriptor of its journal.
 constexpr const char *environmentName = "LEAFWRIGHT_WORKER";
-/// Where a worker finds its journal.
-constexpr int journalDescriptor = STDERR_FILENO + 1;
 
 QByteArray &program() {
     static QByteArray path = QByteArrayLiteral("/proc/self/exe");
@@ -54,14 +53,14 @@ private:
     std::vector<char *> pointers_;
 };
 
-QByteArrayList environmentFor(WorkerOf waiting) {
+QByteArrayList environmentFor(WorkerOf waiting, int journal) {
     QByteArrayList environment;
     const QByteArray own = QByteArray(environmentName) + '=';
     for (char **entry = environ; *entry; ++entry) {
         if (!QByteArrayView(*entry).startsWith(own)) environment.append(*entry);
     }
     environment.append(own + (waiting == WorkerOf::Batch ? "batch " : "command ") +
-                       QByteArray::number(::getpid()));
+                       QByteArray::number(::getpid()) + ' ' + QByteArray::number(journal));
     return environment;
 }
 
@@ -80,7 +79,9 @@ public:
             posix_spawn_file_actions_adddup2(&actions_, results, STDOUT_FILENO);
         }
         posix_spawn_file_actions_adddup2(&actions_, messages, STDERR_FILENO);
-        posix_spawn_file_actions_adddup2(&actions_, journal, journalDescriptor);
+        // Under its own number, which is none that the user has given the program: this only lets it stay
+        // open.
+        posix_spawn_file_actions_adddup2(&actions_, journal, journal);
         // Whoever has started this program may have it ignore what its workers must not.
         sigset_t heeded;
         sigset_t blocked;
@@ -122,7 +123,7 @@ public:
         for (const QString &argument : arguments)
             words.append(fileNameBytes(argument));
         const StringVector argv(std::move(words));
-        const StringVector environment(environmentFor(waiting));
+        const StringVector environment(environmentFor(waiting, journal_));
         const SpawnSettings settings(results, ends[1], journal_);
         error_ = ::posix_spawn(&id_, program().constData(), settings.actions(), settings.attributes(),
                                argv.get(), environment.get());
@@ -231,10 +232,11 @@ void beginAsWorker() {
     // The system sends this when the thread ends that has started the worker; it waits for the worker.
     ::prctl(PR_SET_PDEATHSIG, SIGTERM);
     // It may be too late for that.
-    const QByteArray value = qgetenv(environmentName);
-    if (::getppid() != value.mid(value.indexOf(' ') + 1).toInt()) ::_exit(Failed);
-    ::fcntl(journalDescriptor, F_SETFD, FD_CLOEXEC);
-    keepWritingJournal(journalDescriptor);
+    const QByteArrayList words = qgetenv(environmentName).split(' ');
+    if (words.size() != 3 || ::getppid() != words[1].toInt()) ::_exit(Failed);
+    const int journal = words[2].toInt();
+    ::fcntl(journal, F_SETFD, FD_CLOEXEC);
+    keepWritingJournal(journal);
 }
 
 std::optional<QString> WorkerEnd::reason(std::chrono::seconds limit) const {

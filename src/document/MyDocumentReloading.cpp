@@ -35,6 +35,7 @@ bool MyDocument::reload(Reload kind) {
     });
     if (!myWindow()) return true;
     outlineview()->setEnabled(true);
+    showWriteError(saveFinalPDF);  // None of the file that is shown now.
     showEntriesElsewhere();
     showLostTargets(lost);
     tellReadProblem();

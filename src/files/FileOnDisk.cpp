@@ -69,7 +69,9 @@ FileOnDisk::State FileOnDisk::look(int &error) const {
     }
     if (meansNothingThere(expected_.error)) return State::Replaced;
     if (!expected_.file) return unknown(expected_.error);
-    const std::optional<bool> isExpected = expected_.file->isAlso(status);
+    const bool isLookedAt = expected_.file == read_;
+    const std::optional<bool> isExpected =
+        isLookedAt ? read_->standsAt(status) : expected_.file->isAlso(status);
     if (!isExpected) return unknown(errno);
     return *isExpected ? State::Unchanged : State::Replaced;
 }
@@ -93,6 +95,8 @@ std::optional<QString> FileOnDisk::objectionTo(const QString &path) const {
             if (!isPlace(path)) return std::nullopt;
             return translated("it is no longer where it was read; write to another place");
         case State::Unknown:
+            // What was read can be written elsewhere as long as it is there.
+            if (!isPlace(path) && read_->isAsItWas().value_or(false)) return std::nullopt;
             break;
     }
     return translated("whether another program has changed %1 since it was read can't be told: %2")

@@ -12,6 +12,7 @@
 
 #include <cerrno>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace leafwright {
@@ -175,6 +176,9 @@ FileReplacement::Outcome FileReplacement::rename() {
     }
     temporaryName_.clear();
     isInPlace_ = true;
+    // Whoever keeps the new file open would keep it locked. On some file systems nobody else could read it
+    // then.
+    ::flock(descriptor_, LOCK_UN);
     if (fileOnDisk_) fileOnDisk_->noteWritten(path_, descriptor_);
     const bool synced = hasSynced(folderCanSync_ ? ::fsync(folder_) : ::syncfs(descriptor_));
     const int error = synced ? 0 : errno;

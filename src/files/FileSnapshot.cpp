@@ -14,17 +14,31 @@ namespace {
 constexpr qint64 largestRead = 16 << 20;
 constexpr qsizetype blockSize = 1 << 18;
 
+/// Fills a block, however little comes at a time, so that a digest does not go by that. @return less than a
+/// block at the end; nothing, with errno set, if it can't be read
+std::optional<qsizetype> readBlock(int descriptor, qint64 offset, QByteArray &block) {
+    qsizetype filled = 0;
+    while (filled < block.size()) {
+        const ssize_t count = ::pread(descriptor, block.data() + filled,
+                                      static_cast<size_t>(block.size() - filled), offset + filled);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return std::nullopt;
+        if (count == 0) break;
+        filled += count;
+    }
+    return filled;
+}
+
 /// Tells contents apart that differ by accident. Nothing, with errno set, if it can't be read.
 std::optional<quint64> digestOf(int descriptor) {
     QByteArray block(blockSize, Qt::Uninitialized);
     quint64 digest = 0;
     for (qint64 offset = 0;;) {
-        const ssize_t count = ::pread(descriptor, block.data(), static_cast<size_t>(block.size()), offset);
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return std::nullopt;
-        if (count == 0) return digest;
-        digest = qHashBits(block.constData(), static_cast<size_t>(count), digest);
-        offset += count;
+        const std::optional<qsizetype> count = readBlock(descriptor, offset, block);
+        if (!count) return std::nullopt;
+        digest = qHashBits(block.constData(), static_cast<size_t>(*count), digest);
+        if (*count < block.size()) return digest;
+        offset += *count;
     }
 }
 
@@ -70,12 +84,16 @@ std::optional<bool> FileSnapshot::isAsItWas() const {
 }
 
 std::optional<bool> FileSnapshot::isAlso(const struct stat &status) const {
+    const std::optional<bool> isThere = standsAt(status);
+    return isThere && *isThere ? isAsItWas() : isThere;
+}
+
+std::optional<bool> FileSnapshot::standsAt(const struct stat &status) const {
     if (status.st_dev != status_.st_dev || status.st_ino != status_.st_ino) return false;
     // Where file systems lie in layers, what is open may be the old file still under the number of the new.
     struct stat now = {};
     if (::fstat(descriptor_, &now) != 0) return std::nullopt;
-    if (!sameSizeAndTime(now, status)) return false;
-    return isAsItWas();
+    return sameSizeAndTime(now, status);
 }
 
 }  // namespace leafwright

@@ -28,6 +28,8 @@ public:
     std::optional<bool> isAsItWas() const;
     /// Whether what stands somewhere is this file, as it was. @param status of what stands there
     std::optional<bool> isAlso(const struct stat &status) const;
+    /// The same of a file that is known to be as it was.
+    std::optional<bool> standsAt(const struct stat &status) const;
 
 private:
     explicit FileSnapshot(int descriptor) : descriptor_(descriptor) {}

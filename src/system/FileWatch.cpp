@@ -47,11 +47,12 @@ void FileWatch::watch() {
     QStringList wanted{QFileInfo(path_).absolutePath()};
     if (!file.isEmpty()) wanted += {file, QFileInfo(file).absolutePath()};
     wanted.removeDuplicates();
-    const QStringList watched = watcher_.files() + watcher_.directories();
-    for (const QString &path : watched)
-        if (!wanted.contains(path)) watcher_.removePath(path);
+    // A file that has taken another's place is not watched, though its path is listed: as long as somebody
+    // has the old one open, nobody is told that it is gone.
+    for (const QString &path : watcher_.files() + watcher_.directories())
+        watcher_.removePath(path);
     for (const QString &path : wanted)
-        if (!watched.contains(path) && QFileInfo::exists(path)) watcher_.addPath(path);
+        if (QFileInfo::exists(path)) watcher_.addPath(path);
 }
 
 }  // namespace leafwright

@@ -12,6 +12,7 @@
 #include <functional>
 #include <gmock/gmock.h>
 #include <ostream>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -222,6 +223,14 @@ TEST_F(Heeding, OurOwnWritesAreNoChange) {
     }
     overwrite(path, "them");
     EXPECT_EQ(file.state(), State::Replaced);
+}
+
+TEST_F(Heeding, WhatWasWrittenIsNotKeptLocked) {
+    FileOnDisk file = fileAt(path);
+    ASSERT_EQ(write(file, path), FileReplacement::Outcome::Written);
+    const int another = ::open(fileNameBytes(path).constData(), O_RDONLY | O_CLOEXEC);
+    EXPECT_EQ(::flock(another, LOCK_EX | LOCK_NB), 0);
+    ::close(another);
 }
 
 TEST_F(Heeding, NothingBeginsWhereSomethingHasChanged) {

@@ -69,8 +69,13 @@ void OtherPrograms::watch() {
         watch_->setPath(document_.pdfURL());
         tell();
     });
-    QObject::connect(watch_.get(), &FileWatch::touched, &document_,
-                     [this] { document_.whenIdle([this] { tell(); }); });
+    QObject::connect(watch_.get(), &FileWatch::touched, &document_, [this] {
+        if (std::exchange(tellsWhenIdle_, true)) return;
+        document_.whenIdle([this] {
+            tellsWhenIdle_ = false;
+            tell();
+        });
+    });
 }
 
 void OtherPrograms::tell() {

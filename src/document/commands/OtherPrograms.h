@@ -38,6 +38,7 @@ private:
     MyDocument &document_;
     std::unique_ptr<FileWatch> watch_;
     FileOnDisk::State told_ = FileOnDisk::State::Unchanged;
+    bool tellsWhenIdle_ = false;  ///< However often the file is touched until then.
 };
 
 }  // namespace leafwright

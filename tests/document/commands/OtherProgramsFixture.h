@@ -13,9 +13,10 @@ namespace leafwright::test {
 class OtherProgramsFixture : public WindowFixture {
 protected:
     void SetUp() override {
+        // Before anybody watches the folder.
+        other = savedAs("other.pdf", pages(5, "B"));
         open(pages(3, "A"));
         rename("Edited");
-        other = savedAs("other.pdf", pages(5, "B"));
     }
 
     void rename(const QString &title) {

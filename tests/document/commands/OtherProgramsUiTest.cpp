@@ -1,6 +1,8 @@
 #include "document/commands/OtherProgramsFixture.h"
 #include "support/Unprivileged.h"
 
+#include <QGuiApplication>
+
 #include <gmock/gmock.h>
 
 namespace leafwright {
@@ -41,6 +43,9 @@ TEST_F(OtherProgramsDo, ADeletedFileIsWrittenAnewWhenThatIsWanted) {
 
 TEST_F(OtherProgramsDo, AFolderThatIsGoneIsToldOfAndAnotherPlaceIsOffered) {
     ASSERT_EQ(::rename(qPrintable(dir.path({})), qPrintable(dir.path({}).chopped(1) + "-away")), 0);
+    // The system tells nobody in the folder; coming back to the program does.
+    Q_EMIT qobject_cast<QGuiApplication *>(QCoreApplication::instance())
+        ->applicationStateChanged(Qt::ApplicationActive);
     waitForBar();
     platform.answers = {0};
     test::TempDir elsewhere;
