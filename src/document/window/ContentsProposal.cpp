@@ -226,7 +226,8 @@ void ContentsProposal::showDoubt(QTreeWidgetItem &item) const {
 
 void ContentsProposal::showEntries(FoundContents found) {
     const ContentsEntry *current = entryOf(entries_->currentItem());
-    const std::optional<int> currentId = current ? std::optional(current->id) : std::nullopt;
+    const bool hasCurrent = current != nullptr;  // an optional would be taken for uninitialized by GCC 12
+    const int currentId = hasCurrent ? current->id : 0;
     const int scrolled = entries_->verticalScrollBar()->value();
     const QSignalBlocker quiet(entries_);
     shown_ = std::move(found);
@@ -238,7 +239,7 @@ void ContentsProposal::showEntries(FoundContents found) {
     for (QTreeWidgetItem *item : itemsOf(*entries_)) {
         const int id = entryOf(item)->id;
         if (foldedEntries_.contains(id)) item->setExpanded(false);
-        if (id == currentId) entries_->setCurrentItem(item);
+        if (hasCurrent && id == currentId) entries_->setCurrentItem(item);
     }
 }
 
