@@ -4,6 +4,7 @@
 #include "support/BookPdf.h"
 #include "support/OpenPdf.h"
 #include "support/RawPdf.h"
+#include "support/TooManyNames.h"
 #include "support/WindowFixture.h"
 #include "widgets/NoticeBars.h"
 
@@ -124,14 +125,7 @@ TEST_F(ReadProblem, FileThatTakesTooMuchMemoryOpensAndSaysSo) {
 TEST_F(ReadProblem, WhatIsNotWrittenMayBeTooMuch) {
     PdfBuilder pdf;
     pdf.addNumberedPages(1);
-    std::string text(60'000, 'x');
-    text.front() = '(';
-    text.back() = ')';
-    const std::string name = PdfBuilder::reference(pdf.addObject(text));
-    std::string names;
-    for (int i = 0; i < 5000; ++i)
-        names += name + " [" + pdf.pageReference(0) + " /Fit] ";
-    pdf.setCatalogEntry("/Names", "<< /Dests << /Names [" + names + "] >> >>");
+    test::addTooManyNames(pdf);
     open(pdf);
     document.pdfDoc()->engine().marks();
     document.tellReadProblem();

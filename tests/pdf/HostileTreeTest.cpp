@@ -5,6 +5,7 @@
 #include "support/OpenPdf.h"
 #include "support/OutlineText.h"
 #include "support/RawPdf.h"
+#include "support/TooManyNames.h"
 
 #include <gmock/gmock.h>
 
@@ -171,14 +172,7 @@ TEST(HostileMemory, ContentsOfWhatCanNotAllBeReadAreNotWritten) {
         content += PdfBuilder::showText("F1", 10, 72, 680 - 12 * line, "Text, so that it is no page image.");
     PdfBuilder pdf;
     pdf.addPage(content);
-    std::string text(60'000, 'x');
-    text.front() = '(';
-    text.back() = ')';
-    const std::string name = PdfBuilder::reference(pdf.addObject(text));
-    std::string names;
-    for (int i = 0; i < 5000; ++i)
-        names += name + " [" + pdf.pageReference(0) + " /Fit] ";
-    pdf.setCatalogEntry("/Names", "<< /Dests << /Names [" + names + "] >> >>");
+    test::addTooManyNames(pdf);
     pdf.save(dir.path("names.pdf"));
     const auto result = test::runCli({"contents", dir.path("names.pdf"), "-o", dir.path("out.pdf")});
     EXPECT_EQ(result.exitCode, 1);
