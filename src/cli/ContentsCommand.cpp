@@ -156,6 +156,14 @@ std::optional<QString> contents(const QString &file, const Request &request, con
     return report.isEmpty() ? std::nullopt : writeReport(found, pdf, report, console);
 }
 
+/// Why the reports of several files can't all be written: names may differ by their extension alone.
+std::optional<QString> clashOfReports(const Request &request, const OutlineOutput &output) {
+    QStringList reports;
+    for (const QString &file : output.files())
+        reports.append(reportOf(file, request, output));
+    return clashOfResults(output.files(), reports);
+}
+
 /// The options of a process that does one file of a folder.
 QStringList optionsOf(const QString &file, const Request &request, const OutlineOutput &output) {
     if (request.report.isEmpty()) return {};
@@ -245,6 +253,10 @@ ExitCode ContentsCommand::run(const QCommandLineParser &arguments, Console &cons
     const bool hasReports =
         output.isFolder() && !request.report.isEmpty() && request.report != QLatin1String("-");
     if (hasReports && !cli::makeFolder(request.report, console)) return Failed;
+    if (const auto clash = hasReports ? clashOfReports(request, output) : std::nullopt) {
+        console.message(*clash);
+        return Failed;
+    }
     OutlineOutput::Job job{[&](const QString &file) { return contents(file, request, output, console); },
                            [&](const QString &file) { return optionsOf(file, request, output); }};
     if (request.ocr) job.limit = std::chrono::seconds(0);

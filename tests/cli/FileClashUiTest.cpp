@@ -87,5 +87,14 @@ TEST_F(FileClash, SeveralFilesHaveAResultEach) {
     EXPECT_EQ(bytesOf(dir.path("b.pdf")), before) << "another file's result is not written over it";
 }
 
+TEST_F(FileClash, SeveralFilesHaveAReportEach) {
+    savePdfWithHeadings(dir, "a.PDF");
+    const CliResult result =
+        run({"contents", "a.pdf", "a.PDF", "--out-dir", "./out", "--report", "./reports"});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_THAT(result.err.toStdString(), HasSubstr("two results would be written to"));
+    EXPECT_FALSE(QFile::exists(dir.path("out/a.pdf")));
+}
+
 }  // namespace
 }  // namespace leafwright::test
