@@ -13,6 +13,7 @@
 #include "files/FileReplacement.h"
 #include "texts/Translated.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 namespace leafwright::cli {
