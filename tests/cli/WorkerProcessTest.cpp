@@ -87,7 +87,7 @@ QString saveSlowPdf(const TempDir &dir, const QString &name) {
     while (content.size() < 4'000'000)
         content += "BT /F1 12 Tf ET ";
     const std::string stream = PdfBuilder::reference(pdf.addStream(content));
-    for (int i = 0; i < 200; ++i)
+    for (int i = 0; i < 4'000; ++i)
         pdf.addPage({}, "/Contents " + stream);
     pdf.save(dir.path(name));
     return dir.path(name);
