@@ -86,6 +86,7 @@ void Sheet::beginInPlace(DidEnd didEnd) {
     setWindowModality(Qt::NonModal);
     setAttribute(Qt::WA_Moved);  // a dialog that nobody moved would go to the middle of its parent
     show();
+    setFocus();
 }
 
 void Sheet::end(int returnCode) {

@@ -38,7 +38,8 @@ public:
     /// Shows the sheet on a window, which owns it from then on, and returns at once. A sheet that is open
     /// stays as it is. @param didEnd called once, when the sheet is hidden again; it may begin the next
     void begin(QWidget *window, DidEnd didEnd);
-    /// The same for a sheet that stands within a window, wherever it was put. It blocks nothing.
+    /// The same for a sheet that stands within a window, wherever it was put. It gets the keyboard, and
+    /// blocks nothing.
     void beginInPlace(DidEnd didEnd);
     /// Ends the sheet with a return code; without effect if it is not open.
     void end(int returnCode);

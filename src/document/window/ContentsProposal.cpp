@@ -95,7 +95,7 @@ ContentsProposal::ContentsProposal(Choose choose, QStringList pageLabels, Existi
     addButton(tr("Cancel"), 0);
     addButton(existing == Existing::Completed ? tr("Complete Outline") : tr("Use as Outline"), 1);
     chooseAnew();
-    entries_->setFocus();
+    setFocusProxy(entries_);
 }
 
 ContentsProposal::~ContentsProposal() = default;

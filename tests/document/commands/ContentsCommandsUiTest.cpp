@@ -224,6 +224,20 @@ TEST_F(FindContentsWindow, TheEntriesHaveAllTheRoomThatThereIs) {
     EXPECT_EQ(part<QLabel>("contentsSummary").height(), summary);
 }
 
+TEST_F(FindContentsWindow, TheKeyboardGoesToItsEntries) {
+    for (const char *before : {"Old Entry", ""}) {
+        setOutline(before);
+        document.window()->show();
+        document.window()->activateWindow();
+        document.outlineview()->setFocus();
+        find();
+        EXPECT_EQ(document.window()->focusWidget(), &entries())
+            << "an empty outline goes, and its focus with it";
+        proposal()->pressButton(0);
+        EXPECT_EQ(document.window()->focusWidget(), document.outlineview());
+    }
+}
+
 TEST_F(FindContentsWindow, TheTabKeyLeavesItsLists) {
     find();
     document.window()->show();
