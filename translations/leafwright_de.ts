@@ -1397,6 +1397,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>it is encrypted</source>
         <translation>sie ist verschlüsselt</translation>
     </message>
+    <message>
+        <source>%1: it was damaged and has been written new</source>
+        <translation>%1: Die Datei war beschädigt und wurde neu geschrieben</translation>
+    </message>
 </context>
 <context>
     <name>PrintedPageCommands</name>
@@ -1441,6 +1445,17 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>Saving</source>
         <translation>Speichern</translation>
+    </message>
+</context>
+<context>
+    <name>RepairDoubt</name>
+    <message>
+        <source>it is damaged: which of several versions of object %1 is meant can’t be told</source>
+        <translation>sie ist beschädigt: welche von mehreren Fassungen des Objekts %1 gemeint ist, ist nicht festzustellen</translation>
+    </message>
+    <message>
+        <source>it is damaged: where the stream of object %1 ends can’t be told</source>
+        <translation>sie ist beschädigt: wo der Datenstrom des Objekts %1 endet, ist nicht festzustellen</translation>
     </message>
 </context>
 <context>

@@ -115,6 +115,10 @@ std::optional<PDFError> PDFDocument::writeAndReplace(const QString &path,
     const FileReplacement::Outcome outcome = file.commit();
     if (outcome == FileReplacement::Outcome::NotWritten) return notWritten();
     if (notices) *notices += file.notices();
+    if (notices && wasRepaired())
+        notices->append(
+            QCoreApplication::translate("PDFDocument", "%1: it was damaged and has been written new")
+                .arg(path));
     if (outcome == FileReplacement::Outcome::Written) return std::nullopt;
     return PDFError{PDFError::Kind::NotDurable, file.message()};
 }

@@ -74,7 +74,8 @@ public:
     /// Writes the document with its outline in memory to a path, which may be the file's own: a new file
     /// is made beside it and takes its place when complete. On failure what was there is unchanged, unless it
     /// is said to be written, but not durable. A locked document is not written.
-    /// @param notices gets what the old file had and the new one has not, a message each; may be null
+    /// @param notices gets what the old file had and the new one has not, and that a damaged file was written
+    /// new, a message each; may be null
     /// @param onDisk knows whether another program has changed the file that was read: then nothing is
     /// written. It is told of the new file; may be null
     std::optional<PDFError> writeToFile(const QString &path, PDFWriteObserver *observer = nullptr,

@@ -500,5 +500,26 @@ TEST_F(FailingWrite, ADiskThatIsFullWhenADamagedFileIsWrittenNew) {
     }
 }
 
+TEST(Writing, WhatStandsBehindAPdfStaysAndDamagesNothing) {
+    for (const QByteArray &behind : {QByteArray(2000, '\0'), QByteArray(100'000, '\n'),
+                                     QByteArray("PK\x03\x04") + QByteArray(3000, 'z')}) {
+        const TempDir dir;
+        threePages().save(dir.path("in.pdf"));
+        const QByteArray whole = contentOf(dir.path("in.pdf")) + behind;
+        test::writeFile(dir.path("in.pdf"), whole);
+        for (int i = 0; i < 2; ++i) {
+            const auto document = openPdf(dir.path("in.pdf"));
+            EXPECT_FALSE(document->wasRepaired());
+            document->setOutlineRoot(newOutline());
+            ASSERT_FALSE(document->writeToFile(dir.path("in.pdf")));
+            EXPECT_TRUE(contentOf(dir.path("in.pdf")).startsWith(whole));
+            const auto check = test::runProgram("qpdf", {"--check", dir.path("in.pdf")});
+            EXPECT_EQ(check.exitCode, 0) << check.err.toStdString();
+            EXPECT_THAT(linesByQpdf(dir.path("in.pdf")),
+                        ElementsAre("New -> 0 (72, 700)", "  Below -> 0 (72, 600)"));
+        }
+    }
+}
+
 }  // namespace
 }  // namespace leafwright

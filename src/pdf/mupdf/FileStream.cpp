@@ -2,6 +2,7 @@
 
 #include "files/FileReading.h"
 #include "pdf/mupdf/Context.h"
+#include "pdf/mupdf/PdfEnd.h"
 
 #include <QByteArray>
 
@@ -9,6 +10,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <new>
+#include <optional>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -29,7 +31,7 @@ void FileHandle::adopt() {
     bool readable = ::fstat(descriptor_, &status) == 0;
     if (readable) {
         size_ = status.st_size;
-        readable = findHeader();
+        readable = findHeader() && findEnd();
     }
     if (readable) return;
     const int failure = errno;
@@ -47,6 +49,16 @@ bool FileHandle::findHeader() {
     start_ = std::max<qint64>(0, text.indexOf("%PDF-"));
     size_ -= start_;
     return true;
+}
+
+/// @return whether it could be read
+bool FileHandle::findEnd() {
+    const auto read = [this](qint64 offset, void *data, qint64 length) {
+        return readAt(offset, data, length);
+    };
+    const std::optional<qint64> found = findPdfEnd(read, size_);
+    end_ = found.value_or(size_);
+    return found.has_value();
 }
 
 FileHandle::~FileHandle() {
@@ -95,8 +107,10 @@ struct StreamState {
 
 int nextBytes(fz_context *ctx, fz_stream *stream, size_t /*max*/) {
     auto *state = static_cast<StreamState *>(stream->state);
-    const qint64 count = state->file->readAt(stream->pos, state->buffer, sizeof state->buffer);
-    const bool isCutShort = count == 0 && stream->pos < state->file->size();
+    const qint64 left = std::max<qint64>(0, state->file->end() - stream->pos);
+    const qint64 wanted = std::min<qint64>(left, sizeof state->buffer);
+    const qint64 count = wanted == 0 ? 0 : state->file->readAt(stream->pos, state->buffer, wanted);
+    const bool isCutShort = count == 0 && wanted > 0;
     if (count < 0 || isCutShort) {
         Context::of(ctx).noteReadFailure(isCutShort ? cutShort : errno);
         // The one error that MuPDF never takes for the end of the file or for damage, which it would repair.
@@ -112,7 +126,7 @@ int nextBytes(fz_context *ctx, fz_stream *stream, size_t /*max*/) {
 
 void seekTo(fz_context *ctx, fz_stream *stream, int64_t offset, int whence) {
     auto *state = static_cast<StreamState *>(stream->state);
-    const int64_t target = whence == SEEK_END ? state->file->size() + offset : offset;
+    const int64_t target = whence == SEEK_END ? state->file->end() + offset : offset;
     if (target < 0) fz_throw(ctx, FZ_ERROR_GENERIC, "cannot seek before the start of the file");
     if (stream->wp && target <= stream->pos && target >= stream->pos - (stream->wp - state->buffer)) {
         stream->rp = stream->wp - (stream->pos - target);

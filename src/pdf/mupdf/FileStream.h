@@ -16,7 +16,7 @@ namespace leafwright::mupdf {
 /// Never mapped into memory: another program may truncate it.
 ///
 /// What stands in front of the header ("%PDF-") is passed over: all offsets count from there, as the offsets
-/// in the file do (ISO 32000-1, 7.5.2 and annex H.3.4.1).
+/// in the file do (ISO 32000-1, 7.5.2 and annex H.3.4.1). What stands behind the PDF, MuPDF does not see.
 class FileHandle {
 public:
     /// Opens a regular file for reading. Throws std::system_error when the system refuses.
@@ -31,6 +31,8 @@ public:
     qint64 size() const { return size_; }
     /// How many bytes stand in front of the header; `size()` is without them.
     qint64 start() const { return start_; }
+    /// Where the PDF ends: `size()`, unless other data stand behind it.
+    qint64 end() const { return end_; }
     /// For the system's own means of copying, by the offsets of the system.
     int descriptor() const { return descriptor_; }
     /// Reads up to `length` bytes. Returns how many, 0 at the end, -1 with errno set on failure.
@@ -44,10 +46,12 @@ private:
     /// Takes the descriptor over.
     void adopt();
     bool findHeader();
+    bool findEnd();
 
     int descriptor_;
     qint64 size_ = 0;
     qint64 start_ = 0;
+    qint64 end_ = 0;
     std::shared_ptr<MemoryBudget> memory_ = std::make_shared<MemoryBudget>();
 };
 

@@ -6,8 +6,9 @@ namespace leafwright::mupdf {
 
 namespace {
 
-/// The dictionary of "12 0 obj << ... >> endobj". Nothing where that is not what the text begins with.
-std::optional<DictionarySyntax> dictionaryOf(QByteArrayView text, int objectNumber) {
+/// The dictionary of "12 0 obj << ... >> endobj", or of another word at the end. Nothing where that is not
+/// what the text begins with.
+std::optional<DictionarySyntax> dictionaryOf(QByteArrayView text, int objectNumber, QByteArrayView lastWord) {
     qsizetype position = 0;
     const QByteArrayView wanted[] = {{}, {}, QByteArrayView("obj")};
     for (int i = 0; i < 3; ++i) {
@@ -20,7 +21,7 @@ std::optional<DictionarySyntax> dictionaryOf(QByteArrayView text, int objectNumb
     }
     const auto object = objectAt(text, position);
     const auto end = object ? tokenAt(text, object->end) : std::nullopt;
-    if (!end || !text.sliced(end->begin).startsWith("endobj")) return std::nullopt;
+    if (!end || !text.sliced(end->begin).startsWith(lastWord)) return std::nullopt;
     return DictionarySyntax::parse(text.sliced(object->begin, object->end - object->begin));
 }
 
@@ -62,7 +63,7 @@ DictionarySyntax ObjectSource::dictionary(const Object &reference) {
     if (const pdf_xref_entry *entry = entryOf(number)) {
         const char type = entry->type;
         const qint64 place = entry->ofs;
-        if (type == 'n') found = inFile(number, place);
+        if (type == 'n') found = inFile(number, place, "endobj");
         if (type == 'o') found = inStream(number, static_cast<int>(place));
     }
     if (!found) {
@@ -84,7 +85,13 @@ QByteArray ObjectSource::spelled(const Object &value) const {
     return bytes;
 }
 
-std::optional<DictionarySyntax> ObjectSource::inFile(int objectNumber, qint64 offset) const {
+std::optional<DictionarySyntax> ObjectSource::streamDictionary(int objectNumber) const {
+    const qint64 offset = offsetOf(objectNumber);
+    return offset < 0 ? std::nullopt : inFile(objectNumber, offset, "stream");
+}
+
+std::optional<DictionarySyntax> ObjectSource::inFile(int objectNumber, qint64 offset,
+                                                     QByteArrayView lastWord) const {
     const FileHandle &file = *reader_.file();
     constexpr qsizetype first = 1 << 12;
     constexpr qsizetype longest = 1 << 24;  // more than any dictionary of an outline or a catalog
@@ -94,7 +101,7 @@ std::optional<DictionarySyntax> ObjectSource::inFile(int objectNumber, qint64 of
         text.resize(wanted);
         const qint64 count = file.readOrThrow(offset + have, text.data() + have, wanted - have);
         text.truncate(have + count);
-        if (auto dictionary = dictionaryOf(text, objectNumber)) return dictionary;
+        if (auto dictionary = dictionaryOf(text, objectNumber, lastWord)) return dictionary;
         if (count == 0) break;
     }
     return std::nullopt;

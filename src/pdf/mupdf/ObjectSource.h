@@ -23,6 +23,9 @@ public:
     /// The dictionary that a reference leads to. Where its bytes make no sense by themselves (a broken file),
     /// it is spelled as MuPDF understands it. Throws Error when there is no dictionary.
     DictionarySyntax dictionary(const Object &reference);
+    /// A stream's dictionary as it stands in the file. Nothing where its bytes make no sense by themselves,
+    /// or where no stream stands.
+    std::optional<DictionarySyntax> streamDictionary(int objectNumber) const;
     /// A value as MuPDF understands it; references stay what they are.
     QByteArray spelled(const Object &value) const;
     /// A reference to an object of the file, with its generation: "12 0 R".
@@ -36,7 +39,7 @@ public:
 
 private:
     const pdf_xref_entry *entryOf(int objectNumber) const;
-    std::optional<DictionarySyntax> inFile(int objectNumber, qint64 offset) const;
+    std::optional<DictionarySyntax> inFile(int objectNumber, qint64 offset, QByteArrayView lastWord) const;
     std::optional<DictionarySyntax> inStream(int objectNumber, int streamNumber);
 
     Reader &reader_;

@@ -4,6 +4,7 @@
 
 #include <QByteArrayView>
 #include <QHash>
+#include <QList>
 
 namespace leafwright::mupdf {
 
@@ -18,6 +19,8 @@ public:
 
     /// The stream's bytes from where an object begins; empty where it does not have that object.
     QByteArrayView textFrom(int objectNumber) const;
+    /// Of all that it has, in no order.
+    QList<int> objectNumbers() const { return offsets_.keys(); }
     qsizetype size() const { return content().size(); }
 
 private:

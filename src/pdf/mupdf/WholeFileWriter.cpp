@@ -1,6 +1,7 @@
 #include "pdf/mupdf/WholeFileWriter.h"
 
 #include "pdf/mupdf/OutlineWriter.h"
+#include "pdf/mupdf/RepairDoubt.h"
 #include "pdf/mupdf/Walk.h"
 
 #include <QCoreApplication>
@@ -172,6 +173,7 @@ void writeDocument(Reader &reader, Sink &sink) {
 
 void writeWhole(Reader &reader, const PDFOutline &root, OutputFile &out) {
     if (reader.file()->size() > largestFile) throwTooLarge();
+    refuseDoubtfulRepair(reader);
     refuseSwallowedObjects(reader);
     // Before new objects get the numbers of some that are missing.
     removeWhatIsNoPage(reader);

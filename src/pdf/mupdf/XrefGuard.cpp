@@ -81,7 +81,7 @@ std::optional<qint64> integerOf(QByteArrayView dictionary, QByteArrayView name) 
 class SectionWalk {
 public:
     explicit SectionWalk(const FileHandle &file) : file_(file) {
-        const QByteArray end = readBlock(file, std::max<qint64>(0, file.size() - marginSize), marginSize);
+        const QByteArray end = readBlock(file, std::max<qint64>(0, file.end() - marginSize), marginSize);
         constexpr QByteArrayView word("startxref");
         const qsizetype at = end.lastIndexOf(word);
         if (at < 0) return;
