@@ -7,10 +7,16 @@ authors and typesetters write differently: case, blanks, quotes, accents, dashes
 number in front ("1.2", "Chapter 3"). The level of a right entry is right when the nearest right entry
 above it is the author's. Precision, recall and F1 are those of each document; the means are over documents.
 
-Nothing is fetched: the documents lie below FOLDER, as listed in a file. Exit status: 0 done, 2 not run.
+With --check, nothing is measured: what Find Contents makes of each document, with all evidence and of the text
+alone, is compared with what --record noted in contents-results.txt, to the last entry. So nobody changes a result
+unawares; who means to, measures, and records anew.
+
+Nothing is fetched: the documents lie below FOLDER, as listed in a file. Exit status: 0 done, 1 documents differ,
+2 not run.
 """
 
 import argparse
+import hashlib
 import json
 import re
 import sys
@@ -156,6 +162,13 @@ CONTENTS = [
 ]
 
 
+RESULTS = Path(__file__).with_name("contents-results.txt")
+RESULTS_HEAD = """\
+# What Find Contents makes of the documents of contents.txt, noted by contents.py --record: digests of the outline with
+# all evidence, and of that by the text alone.
+"""
+
+
 class Measured(NamedTuple):
     document: str
     wanted: int
@@ -197,6 +210,60 @@ def compared(cli: Cli, folder: Path, measured: list[Measured], name: str, result
         ]
         wanted = list(entries(cli.outline(folder / document.document)))
         document.scores[name] = score(wanted, found)
+
+
+def essence(nodes: Iterable[dict]) -> Iterator[list]:
+    """What there is to an outline, without what reckoning may change in the last digits."""
+    for node in nodes:
+        place = [node["pageIndex"], *(round(part) for part in node["point"])]
+        yield [node["level"], node["title"], place, node["evidence"], round(node["confidence"], 2)]
+        yield from essence(node["children"])
+
+
+def digests(cli: Cli, file: Path) -> str:
+    """Of what Find Contents makes of a document; one that fails has none, and says why."""
+    found = []
+    with tempfile.TemporaryDirectory(prefix="leafwright-contents-") as scratch:
+        for generator in reversed(CONTENTS):
+            try:
+                made = list(essence(cli.contents(file, Path(scratch) / "out.pdf", *generator.options)))
+                found.append(hashlib.sha256(json.dumps(made).encode()).hexdigest()[:16])
+            except CannotRun as reason:
+                print(f"{file}: {generator.name}: {reason}", file=sys.stderr)
+                found.append("none")
+    return " ".join(found)
+
+
+def recorded_results() -> dict[str, str]:
+    """The noted digests by the documents' paths."""
+    lines = [line.rsplit(" ", 2) for line in listed_documents(RESULTS)]
+    return {path: f"{all_evidence} {text_only}" for path, all_evidence, text_only in lines}
+
+
+def check(options: argparse.Namespace, documents: list[str]) -> bool:
+    """Names the documents of which something else is made than was noted. @return whether there is none"""
+    cli, recorded = Cli(options.cli), recorded_results()
+    documents = sorted(documents, key=lambda path: (options.folder / path).stat().st_size)
+    is_same = True
+    with ThreadPoolExecutor(options.jobs) as pool:
+        results = pool.map(lambda path: digests(cli, options.folder / path), documents)
+        for path, result in zip(documents, results):
+            if result == recorded.get(path):
+                continue
+            print(f"{path}: not as recorded", flush=True)
+            is_same = False
+            if options.fail_fast:
+                pool.shutdown(cancel_futures=True)
+                break
+    return is_same
+
+
+def record(options: argparse.Namespace, documents: list[str]) -> None:
+    cli = Cli(options.cli)
+    with ThreadPoolExecutor(options.jobs) as pool:
+        results = pool.map(lambda path: digests(cli, options.folder / path), documents)
+        lines = [f"{path} {result}\n" for path, result in zip(documents, results)]
+    RESULTS.write_text(RESULTS_HEAD + "".join(lines), encoding="utf-8")
 
 
 def mean(values: Iterable[float]) -> float:
@@ -252,15 +319,31 @@ def parsed_arguments() -> argparse.Namespace:
         help="another program's outlines as JSON: {PATH: [[LEVEL, TITLE, PAGE FROM 1], ...], ...}",
     )
     parser.add_argument("--into", type=Path, metavar="FILE", help="a Markdown file that has the tables")
+    doing = parser.add_mutually_exclusive_group()
+    doing.add_argument("--check", action="store_true", help="compare with the results that were noted")
+    doing.add_argument("--record", action="store_true", help="note the results of all documents")
+    parser.add_argument("--fail-fast", action="store_true", help="with --check, stop at the first that differs")
     parser.add_argument("--json", type=Path, metavar="FILE", help="where all figures go as JSON")
     return parser.parse_args()
 
 
-def run(options: argparse.Namespace) -> None:
-    cli = Cli(options.cli)
-    documents = [path for path in listed_documents(options.list) if not options.only or options.only in path]
+def run(options: argparse.Namespace) -> bool:
+    """@return whether all is as it was noted, as far as that was asked"""
+    documents = listed_documents(options.list)
+    if options.record:
+        record(options, documents)
+        return True
+    documents = [path for path in documents if not options.only or options.only in path]
     if not documents:
         raise CannotRun("no document is listed")
+    if options.check:
+        return check(options, documents)
+    measure_all(options, documents)
+    return True
+
+
+def measure_all(options: argparse.Namespace, documents: list[str]) -> None:
+    cli = Cli(options.cli)
     generators = [CONTENTS[-1]] if options.quick else AUTOTOC + CONTENTS
     with ThreadPoolExecutor(options.jobs) as pool:
         measured = list(pool.map(lambda path: measure(cli, options.folder, path, generators), documents))
@@ -284,11 +367,10 @@ def run(options: argparse.Namespace) -> None:
 
 def main() -> int:
     try:
-        run(parsed_arguments())
+        return 0 if run(parsed_arguments()) else 1
     except (CannotRun, OSError) as reason:
         print(f"contents.py: {reason}", file=sys.stderr)
         return 2
-    return 0
 
 
 if __name__ == "__main__":
