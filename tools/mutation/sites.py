@@ -205,9 +205,9 @@ class Source:
     def thirds(self, up: bool) -> Iterator[Site]:
         """Thresholds moved by a third, or by one where that is more; flags and the like are none."""
         for match, digits, suffix in self.numbers():
-            if is_fraction(digits):
+            if is_fraction(digits) and float(digits) != 0:
                 moved = repr(round(float(digits) * (4 if up else 2) / 3, 6))
-            elif integer(digits) > 2:
+            elif not is_fraction(digits) and integer(digits) > 2:
                 step = max(1, round(integer(digits) / 3))
                 moved = str(integer(digits) + (step if up else -step))
             else:
