@@ -30,6 +30,8 @@ public:
     void byLink(PrintedEntry &entry);
     void byNumbers();
     void betweenNeighbours(size_t index);
+    /// How many entries lead behind the last page.
+    int countBeyond() const { return beyond_; }
 
 private:
     std::map<int, int> votesAtNumbers(const std::vector<PrintedEntry *> &entries);
@@ -42,6 +44,7 @@ private:
     const std::vector<PageLines> &pages_;
     const PrintedNumbers &numbers_;
     TitleSearch &search_;
+    int beyond_ = 0;
 };
 
 void Resolver::byLink(PrintedEntry &entry) {
@@ -161,6 +164,9 @@ void Resolver::byNumber(PrintedEntry &entry, const std::vector<int> &offsets) {
         settle(entry, *best, pages_);
     } else if (!candidates.empty()) {
         entry.page = candidates.front();
+    } else if (isDecimalNumber(entry.number) && !offsets.empty() &&
+               decimalValue(entry.number) + offsets.front() >= static_cast<int>(pages_.size())) {
+        ++beyond_;
     }
 }
 
@@ -218,8 +224,8 @@ void Resolver::betweenNeighbours(size_t index) {
 
 }  // namespace
 
-void resolveEntries(std::vector<PrintedEntry> &entries, const std::vector<PageLines> &pages,
-                    const PrintedNumbers &numbers, TitleSearch &search) {
+int resolveEntries(std::vector<PrintedEntry> &entries, const std::vector<PageLines> &pages,
+                   const PrintedNumbers &numbers, TitleSearch &search) {
     Resolver resolver(entries, pages, numbers, search);
     QSet<int> linked;
     for (const PrintedEntry &entry : entries) {
@@ -235,6 +241,7 @@ void resolveEntries(std::vector<PrintedEntry> &entries, const std::vector<PageLi
         if (entries[i].page < 0) resolver.betweenNeighbours(i);
     }
     std::erase_if(entries, [](const PrintedEntry &entry) { return entry.page < 0; });
+    return resolver.countBeyond();
 }
 
 int countLocated(const std::vector<PrintedEntry> &entries) {

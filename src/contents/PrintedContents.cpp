@@ -53,7 +53,7 @@ PrintedContents findPrintedContents(std::vector<PageLines> &pages, const Content
     PrintedContents best;
     int mostLocated = -1;
     for (PrintedContents &contents : found) {
-        resolveEntries(contents.entries, pages, numbers, search);
+        contents.rawEntries -= resolveEntries(contents.entries, pages, numbers, search);
         if (!areContents(contents.entries) || countLocated(contents.entries) <= mostLocated) continue;
         mostLocated = countLocated(contents.entries);
         best = std::move(contents);

@@ -8,7 +8,7 @@ namespace leafwright {
 struct PrintedContents {
     std::vector<PrintedEntry> entries;  ///< Empty where there is none.
     ContentsRegion region;
-    int rawEntries = 0;  ///< With those whose page could not be told.
+    int rawEntries = 0;  ///< With those whose page could not be told; without those behind an excerpt.
 
     /// Share of the entries whose heading was found.
     double locatedShare() const;
