@@ -11,11 +11,10 @@ namespace leafwright {
 namespace {
 
 /// Ids of entries say what they were made of, so that they stay the same whatever is chosen.
-enum class Origin { Candidate, Printed, Structure };
+enum class Origin { Candidate, Printed, Structure, Count };
 
 int idOf(Origin origin, size_t index) {
-    constexpr int origins = 3;
-    return static_cast<int>(index) * origins + static_cast<int>(origin);
+    return static_cast<int>(index) * static_cast<int>(Origin::Count) + static_cast<int>(origin);
 }
 
 int levelMapped(const std::map<int, Tally<int>> &levels, int depth) {

@@ -65,13 +65,13 @@ bool isContentsPage(const PageCounts &page, bool continues) {
     const bool expected = page.isTitled || continues;
     const double fewest = expected ? 3 : 6;
     if (page.isOtherList && !continues) return false;
-    if (page.manyNumbers > indexShare * std::max(1.0, page.entries)) return false;
+    if (page.manyNumbers > indexShare * page.entries) return false;
     const double share = page.entries / std::max(1.0, page.rows);
     if (page.entries >= fewest && share >= (expected ? 0.3 : 0.5) &&
         page.rising >= (page.entries > 4 ? 0.75 : 0.6))
         return true;
     // The last few rows of a contents may stand on a page of their own.
-    if (continues && page.entries >= 1 && page.rows <= 12 && share >= 0.5 && page.rising >= 0.75) return true;
+    if (continues && page.entries >= 1 && share >= 0.5 && page.rising == 1) return true;
     return page.linked >= fewest && page.linked >= (expected ? 0.45 : 0.75) * page.rows &&
            page.risingLinks >= 0.85 && page.targets >= std::min(4.0, page.linked * 0.3);
 }

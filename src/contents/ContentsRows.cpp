@@ -127,7 +127,6 @@ ColumnEvidence columnEvidence(const std::vector<std::vector<LineSpan>> &rows, do
 
 std::optional<double> gutterOf(const std::vector<std::vector<LineSpan>> &rows, double width) {
     constexpr double step = 3;
-    constexpr int fewestNumbers = 4;
     constexpr int fewestRows = 4;
     constexpr double leftmost = 0.28;  // of the width
     constexpr double rightmost = 0.6;
@@ -147,7 +146,7 @@ std::optional<double> gutterOf(const std::vector<std::vector<LineSpan>> &rows, d
         numbers = near;
         x = key * step;
     }
-    if (numbers < fewestNumbers || x <= leftmost * width) return std::nullopt;
+    if (x <= leftmost * width) return std::nullopt;
     const ColumnEvidence evidence = columnEvidence(rows, x);
     const auto all = static_cast<double>(rows.size());
     const bool parted = evidence.commonLeft >= 3 && evidence.rowsRight >= fewestRows &&
@@ -175,7 +174,6 @@ bool endsInPageNumber(const ContentsRow &row, int aligned) {
     if (!row.end) return false;
     const bool linked = !row.links.empty();
     const bool isDecimal = isDecimalNumber(row.end->number);
-    if (!row.end->number[0].isDigit() && !row.end->hasLeaders && aligned < 3 && !linked) return false;
     return row.end->hasLeaders || (row.end->gap > wideGap * row.line.look.size && (aligned >= 3 || linked)) ||
            (aligned >= 5 && row.end->gap > 0.2) || (linked && aligned >= 2) ||
            (isDecimal && linked && row.links.back().box.right() >= row.line.right - 4);

@@ -207,13 +207,13 @@ void measureStyle(std::vector<HeadingCandidate> &all, const std::vector<size_t> 
             style[mean] += candidate.features[feature] / count;
     }
     const auto pagesWithOne = static_cast<double>(pages.size());
-    style[StyleShare] = std::min(1.0, own / std::max(1.0, lines));
-    style[StyleFrequency] = std::min(3.0, 2 * std::log1p(count / std::max(1.0, pageCount)));
+    style[StyleShare] = std::min(1.0, own / lines);
+    style[StyleFrequency] = std::min(3.0, 2 * std::log1p(count / pageCount));
     style[StyleCrowding] = std::min(3.0, std::log(count / pagesWithOne));
     style[StyleUnique] = static_cast<double>(texts.size()) / count;
     style[StyleSingle] = members.size() == 1;
     style[StyleFew] = members.size() <= 3;
-    style[StyleSpread] = std::min(1.0, pagesWithOne / std::max(1.0, 0.1 * pageCount));
+    style[StyleSpread] = std::min(1.0, pagesWithOne / (0.1 * pageCount));
     for (const size_t member : members) {
         for (size_t i = static_cast<size_t>(StyleAtMargin); i < headingFeatureCount; ++i)
             all[member].features.values[i] = style.values[i];

@@ -151,7 +151,7 @@ QString withoutLetterSpacing(const QString &text, const std::vector<LineSpan> &s
     if (singles < shareOfSingles * static_cast<double>(pieces) || hasIdeographs(text)) return text;
 
     const std::vector<std::pair<QChar, double>> letters = placedLetters(spans);
-    if (letters.size() < 3) return QString(text).remove(u' ');
+    if (letters.empty()) return QString(text).remove(u' ');
     std::vector<double> distances;
     for (size_t i = 1; i < letters.size(); ++i)
         distances.push_back(std::abs(letters[i].second - letters[i - 1].second));

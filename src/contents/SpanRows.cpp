@@ -86,11 +86,11 @@ bool isOnBaseline(const LineSpan &span, const Row &row) {
            std::abs(box.bottom() - first.bottom()) < 0.12 * size;
 }
 
-bool isRaisedInRow(const LineSpan &span, const Row &row) {
+/// Whether a span is small text below the baseline of a row. Rows begin with what stands highest.
+bool isLoweredInRow(const LineSpan &span, const Row &row) {
     constexpr size_t mostLookedAt = 200;
     if (span.span->size > smallSize * row.size) return false;
-    if (span.baseline <= row.baseline - 0.75 * row.size || span.baseline >= row.baseline + 0.3 * row.size)
-        return false;
+    if (span.baseline >= row.baseline + 0.3 * row.size) return false;
     const auto last =
         row.spans.rbegin() + static_cast<std::ptrdiff_t>(std::min(row.spans.size(), mostLookedAt));
     return std::any_of(row.spans.rbegin(), last, [&](const LineSpan &other) {
@@ -108,7 +108,7 @@ std::vector<Row> rowsByBaseline(std::vector<LineSpan> spans) {
     for (const LineSpan &span : spans) {
         const auto end = rows.rbegin() + static_cast<std::ptrdiff_t>(std::min(rows.size(), openRows));
         const auto row = std::find_if(rows.rbegin(), end, [&span](const Row &r) {
-            return isOnBaseline(span, r) || isRaisedInRow(span, r);
+            return isOnBaseline(span, r) || isLoweredInRow(span, r);
         });
         if (row != end) {
             row->spans.push_back(span);

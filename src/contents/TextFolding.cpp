@@ -25,7 +25,7 @@ bool isQuote(char16_t c) {
 }
 
 bool isDash(char16_t c) {
-    return c == u'-' || (c >= 0x2010 && c <= 0x2015) || c == 0x2212 || c == 0xfe63 || c == 0xff0d;
+    return c == u'-' || (c >= 0x2010 && c <= 0x2015) || c == 0x2212;
 }
 
 bool isInvisible(QChar c) {

@@ -24,6 +24,11 @@ TEST(Numbering, SingleNumbersLettersAndRomans) {
     }
 }
 
+TEST(Numbering, AParagraphSignMayStandBefore) {
+    EXPECT_EQ(numberingOf("§ 3 Title").kind, NumberKind::Single);
+    EXPECT_EQ(numberingOf("§3.1 Title").kind, NumberKind::Dotted);
+}
+
 TEST(Numbering, AnArticleOrPronounMayBeNone) {
     EXPECT_EQ(numberingOf("A title").kind, NumberKind::PerhapsSingle);
     EXPECT_EQ(numberingOf("I think").kind, NumberKind::PerhapsSingle);

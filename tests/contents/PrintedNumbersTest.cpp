@@ -124,5 +124,25 @@ TEST(RunningHeads, WhatIsBesideThemStandsOnTheirRow) {
     EXPECT_FALSE(isRunning(125, 0)) << "too far from the edge";
 }
 
+/// Whether a number is that of the page on which it stands. So many pages agree with it; of the others more
+/// count from one, so that it can't be reckoned.
+bool isAgreedOn(int agreeing, int fromOne, int others) {
+    MadePages made;
+    for (int i = 0; i < agreeing + fromOne + others; ++i) {
+        const int number = i < agreeing ? i + 500 : i < agreeing + fromOne ? i + 1 : 2000 + 7 * i;
+        made.page().text(300, 770, QString::number(number)).paragraph(300, 20);
+    }
+    return !PrintedNumbers(linesOf(made), {}).pagesOf("500").empty();
+}
+
+TEST(PrintedNumbers, MoreAgreeInLongerDocuments) {
+    EXPECT_TRUE(isAgreedOn(2, 3, 3)) << "of eight pages";
+    EXPECT_FALSE(isAgreedOn(2, 3, 4));
+    EXPECT_TRUE(isAgreedOn(3, 4, 13));
+    EXPECT_FALSE(isAgreedOn(2, 4, 14));
+    EXPECT_TRUE(isAgreedOn(4, 6, 90)) << "of a hundred";
+    EXPECT_FALSE(isAgreedOn(3, 6, 91));
+}
+
 }  // namespace
 }  // namespace leafwright

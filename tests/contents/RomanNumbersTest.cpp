@@ -20,5 +20,9 @@ TEST(RomanNumbers, LessBeforeMoreIsTakenOff) {
     EXPECT_EQ(romanValue(u"MCMXC"), 1990);
 }
 
+TEST(RomanNumbers, EachLetterHasItsValue) {
+    EXPECT_EQ(romanValue(u"MDCLXVI"), 1666);
+}
+
 }  // namespace
 }  // namespace leafwright

@@ -77,5 +77,31 @@ TEST(DecimalValue, DigitsOfAnyScript) {
     EXPECT_FALSE(isDecimalNumber(u""));
 }
 
+TEST(FoldedTitle, SignsOfOtherKindsAreFoldedToo) {
+    EXPECT_EQ(foldedTitle(QString("a\u2212b")), "a-b") << "a minus sign";
+    EXPECT_EQ(foldedTitle(QString("a\u00a8")), "a") << "an accent beside its letter";
+    for (const char16_t invisible : {u'\x01', u'\x1f', u'\u200b', u'\u200f', u'\ufeff', u'\ufffd'})
+        EXPECT_EQ(foldedTitle(u'a' + QString(QChar(invisible)) + u'b'), "ab") << static_cast<int>(invisible);
+    EXPECT_EQ(foldedTitle("a!(b)"), "a!(b)");
+}
+
+TEST(SingleBlanks, StandForBlanksOfAllKinds) {
+    for (const char16_t blank : {u' ', u'\t', u'\x01', u'\u00a0', u'\u200b', u'\ufeff'})
+        EXPECT_EQ(withSingleBlanks(" a" + QString(QChar(blank)) + " b "), "a b") << static_cast<int>(blank);
+}
+
+TEST(Ideographs, OfAllScripts) {
+    for (const char16_t character :
+         {u'\u2e80', u'\u3042', u'\u9fff', u'\uac00', u'\ud7af', u'\uf900', u'\ufaff'})
+        EXPECT_TRUE(isIdeographic(QChar(character))) << static_cast<int>(character);
+    for (const char16_t character : {u'a', u'\u0628', u'\ufb01'})
+        EXPECT_FALSE(isIdeographic(QChar(character))) << static_cast<int>(character);
+}
+
+TEST(DecimalValue, IsThatOfNineDigitsAtMost) {
+    EXPECT_EQ(decimalValue(u"123456789"), 123456789);
+    EXPECT_EQ(decimalValue(u"1234567891"), 123456789);
+}
+
 }  // namespace
 }  // namespace leafwright

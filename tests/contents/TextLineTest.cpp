@@ -184,5 +184,30 @@ TEST(Lines, NumbersAndNamesKeepTheirOrderInTextThatIsTurned) {
     EXPECT_EQ(textsOf(pages), QStringList{QString("\u0633\u0644\u0645 2015 TeX")});
 }
 
+TEST(Lines, PagesWhoseTextRunsDownAreTurnedTheOtherWay) {
+    PageEvidence evidence;
+    evidence.visibleBox = {0, 0, 600, 800};
+    evidence.spans = {test::madeSpan(0, 0, "Turned title")};
+    const QPointF point(10, 20);
+    const auto turned = [&](int rotation, double y) {
+        evidence.rotation = rotation;
+        evidence.spans[0].direction = {0, y};
+        return readingFrameOf(evidence).turned.toShown(point);
+    };
+    const auto shown = [&](int rotation) {
+        return PageTransform(evidence.visibleBox, rotation).toShown(point);
+    };
+    EXPECT_EQ(turned(0, 1), shown(270));
+    EXPECT_EQ(turned(0, -1), shown(90));
+    EXPECT_EQ(turned(270, -1), shown(0));
+    EXPECT_EQ(turned(180, 1), shown(90));
+}
+
+TEST(Lines, LigaturesAreResolved) {
+    MadePages pages;
+    pages.page().text(60, 100, QString("\ufb01nd"));
+    EXPECT_EQ(textsOf(pages), QStringList{"find"});
+}
+
 }  // namespace
 }  // namespace leafwright

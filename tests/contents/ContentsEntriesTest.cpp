@@ -1,0 +1,101 @@
+#include "contents/ContentsEntries.h"
+#include "support/MadePages.h"
+
+#include <gtest/gtest.h>
+
+namespace leafwright {
+namespace {
+
+using test::boldLook;
+using test::MadePages;
+
+/// A titled contents of so many entries, "Title a" on page 1 and so on; the next row is to stand at
+/// rowBehind().
+MadePages contentsOf(int entries) {
+    MadePages pages;
+    pages.page().text(60, 60, "Contents", boldLook(16));
+    for (int i = 0; i < entries; ++i)
+        pages.contentsRow(60, 90 + 12 * i, QString("Title %1").arg(QChar(u'a' + i)), QString::number(i + 1));
+    return pages;
+}
+
+double rowBehind(int entries) {
+    return 114 + 12 * entries;
+}
+
+/// What follows so many entries.
+QStringList behind(int entries, const MadePages &pages) {
+    const std::vector<PageLines> lines = readAllLines(pages, {}, [](int) {});
+    const ContentsPageFindings findings = findContentsPages(lines, true);
+    QStringList titles;
+    if (findings.regions.empty()) return titles;
+    for (const PrintedEntry &entry : entriesOfRegion(findings, findings.regions[0], BodyStyle()))
+        titles += entry.title;
+    return titles.mid(entries);
+}
+
+TEST(ContentsEntries, AListOfFiguresBehindThreeEntriesEndsThem) {
+    const auto isEnd = [](int entries) {
+        const double y = rowBehind(entries);
+        MadePages pages =
+            contentsOf(entries).text(60, y, "List of Figures").contentsRow(60, y + 24, "More", "19");
+        return behind(entries, pages.contentsRow(60, y + 36, "Still more", "20")).isEmpty();
+    };
+    EXPECT_TRUE(isEnd(3));
+    EXPECT_FALSE(isEnd(2)) << "before that it is a part of the contents";
+}
+
+/// Whether a row without number is the beginning of the title in the next row.
+bool isJoined(const QString &upper, double size, double distance, const QString &lower = "Second row",
+              double left = 75) {
+    const double y = rowBehind(4);
+    MadePages pages = contentsOf(4).text(60, y, upper, {size}).contentsRow(left, y + distance, lower, "9");
+    return behind(4, pages) == QStringList{upper + u' ' + lower};
+}
+
+TEST(ContentsEntries, RowsOfATitleAreNearAndOfNearlyOneSize) {
+    EXPECT_TRUE(isJoined("First row", 10.5, 12));
+    EXPECT_FALSE(isJoined("First row", 10.75, 12));
+    EXPECT_TRUE(isJoined("First row", 10, 17.5));
+    EXPECT_FALSE(isJoined("First row", 10, 18.5));
+}
+
+TEST(ContentsEntries, AFullRowGoesOnInTheNext) {
+    EXPECT_TRUE(isJoined(QString(56, u'w'), 10, 12, "Second row", 60));
+    EXPECT_FALSE(isJoined(QString(55, u'w'), 10, 12, "Second row", 60));
+}
+
+TEST(ContentsEntries, FullContentsBehindBriefOnesBeginWithTheSameTitle) {
+    const auto isEnd = [](int entries, int number) {
+        MadePages pages = contentsOf(entries);
+        pages.contentsRow(60, rowBehind(entries), "Title a", QString::number(number));
+        return behind(entries, pages).isEmpty();
+    };
+    EXPECT_TRUE(isEnd(9, 1));
+    EXPECT_FALSE(isEnd(8, 1)) << "too few to be contents of their own";
+    EXPECT_TRUE(isEnd(9, 3));
+    EXPECT_FALSE(isEnd(9, 4)) << "contents do not begin there";
+}
+
+TEST(ContentsEntries, SixRowsWithoutNumberAreRemembered) {
+    MadePages pages = contentsOf(12);
+    double y = rowBehind(12);
+    for (int i = 1; i <= 7; ++i, y += 24)
+        pages.text(60, y, QString("Bold row ") + QString(i, u'x'), boldLook(10));
+    const QStringList kept = behind(12, pages.contentsRow(60, y, "Plain", "19"));
+    EXPECT_EQ(kept.size(), 7);
+    EXPECT_EQ(kept.front(), "Bold row xx");
+}
+
+TEST(ContentsEntries, BoldRowsThatStayAreNotTooLong) {
+    const auto isKept = [](int letters) {
+        const double y = rowBehind(4);
+        MadePages pages = contentsOf(4).text(60, y, QString(letters, u'w'), boldLook(10));
+        return behind(4, pages.contentsRow(60, y + 24, "Plain", "9")).size() == 2;
+    };
+    EXPECT_TRUE(isKept(89));
+    EXPECT_FALSE(isKept(90));
+}
+
+}  // namespace
+}  // namespace leafwright
