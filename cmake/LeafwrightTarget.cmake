@@ -19,10 +19,10 @@ function(leafwright_configure target)
 endfunction()
 
 # leafwright_library(<name> SOURCES ... [DEPENDS ...] [PRIVATE_DEPENDS ...] [WIDGETS]): a folder of src/. Its objects
-# go into the library that all programs share; see src/CMakeLists.txt.
-# DEPENDS is public: it says which folders this one may include. As all end in one library, no linker checks
+# go into one of the libraries that the programs share; see src/CMakeLists.txt.
+# DEPENDS is public: it says which folders this one may include. As many end in one library, no linker checks
 # that; tests/sources/IncludesTest.cpp does.
-# WIDGETS: the folder draws on Qt Widgets.
+# WIDGETS: the folder draws on Qt Widgets, or on one that does.
 function(leafwright_library name)
   cmake_parse_arguments(ARG "WIDGETS" "" "SOURCES;DEPENDS;PRIVATE_DEPENDS" ${ARGN})
   add_library(${name} OBJECT ${ARG_SOURCES})
@@ -34,15 +34,33 @@ function(leafwright_library name)
   else()
     target_precompile_headers(${name} REUSE_FROM leafwright_core_headers)
   endif()
-  set_property(GLOBAL APPEND PROPERTY LEAFWRIGHT_LIBRARIES ${name})
+  if(ARG_WIDGETS)
+    set_property(GLOBAL APPEND PROPERTY LEAFWRIGHT_WINDOW_FOLDERS ${name})
+  else()
+    set_property(GLOBAL APPEND PROPERTY LEAFWRIGHT_FOLDERS ${name})
+  endif()
 endfunction()
 
-# leafwright_program(<name> SOURCES ...): a program on the shared library; found in bin/ of the build.
+# leafwright_shared_library(<name> <file> FOLDERS ... DEPENDS ...): what the programs share. It is nobody else's, so it
+# is installed to a folder of its own; libraries find each other there, and programs by their INSTALL_RPATH.
+function(leafwright_shared_library name file)
+  cmake_parse_arguments(ARG "" "" "FOLDERS;DEPENDS" ${ARGN})
+  add_library(${name} SHARED)
+  target_link_libraries(${name} PRIVATE ${ARG_FOLDERS} PUBLIC ${ARG_DEPENDS})
+  # What the folders of the other library stand on is not needed here as well.
+  target_link_options(${name} PRIVATE LINKER:--as-needed)
+  target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+  set_target_properties(${name} PROPERTIES
+    OUTPUT_NAME ${file} LINKER_LANGUAGE CXX LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib INSTALL_RPATH "$ORIGIN")
+  install(TARGETS ${name} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/leafwright)
+endfunction()
+
+# leafwright_program(<name> SOURCES ... DEPENDS ...): a program on shared libraries; found in bin/ of the build.
 function(leafwright_program name)
-  cmake_parse_arguments(ARG "" "" "SOURCES" ${ARGN})
+  cmake_parse_arguments(ARG "" "" "SOURCES;DEPENDS" ${ARGN})
   add_executable(${name} ${ARG_SOURCES})
   leafwright_configure(${name})
-  target_link_libraries(${name} PRIVATE leafwright_shared)
+  target_link_libraries(${name} PRIVATE ${ARG_DEPENDS})
   set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 endfunction()
 

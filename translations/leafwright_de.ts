@@ -1461,18 +1461,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
 <context>
     <name>RunCommand</name>
     <message>
-        <source>the script can&apos;t be read: %1</source>
-        <translation>das Skript ist nicht lesbar: %1</translation>
-    </message>
-    <message>
-        <source>the report could not be written: %1</source>
-        <translation>der Bericht ließ sich nicht schreiben: %1</translation>
-    </message>
-    <message>
-        <source>the script closed the document; there is no outline to write</source>
-        <translation>das Skript hat das Dokument geschlossen; es gibt keine Gliederung zu schreiben</translation>
-    </message>
-    <message>
         <source>Plays a script: whatever can be done in the window.</source>
         <translation>Spielt ein Skript ab: alles, was im Fenster getan werden kann.</translation>
     </message>
@@ -1495,10 +1483,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>Lists all commands as JSON instead, without arguments.</source>
         <translation>Listet stattdessen alle Befehle als JSON auf, ohne Argumente.</translation>
-    </message>
-    <message>
-        <source>scripts need a program with windows</source>
-        <translation>Skripte brauchen ein Programm mit Fenstern</translation>
     </message>
 </context>
 <context>
@@ -1560,6 +1544,13 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>ScriptLibrary</name>
+    <message>
+        <source>the part of the program that plays scripts can&apos;t be loaded: %1</source>
+        <translation>der Teil des Programms, der Skripte abspielt, lässt sich nicht laden: %1</translation>
+    </message>
+</context>
+<context>
     <name>ScriptPlatform</name>
     <message>
         <source>there is no folder %1</source>
@@ -1603,6 +1594,25 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>it can&apos;t be shown</source>
         <translation>sie lässt sich nicht anzeigen</translation>
+    </message>
+</context>
+<context>
+    <name>ScriptRun</name>
+    <message>
+        <source>the script can&apos;t be read: %1</source>
+        <translation>das Skript ist nicht lesbar: %1</translation>
+    </message>
+    <message>
+        <source>the report could not be written: %1</source>
+        <translation>der Bericht ließ sich nicht schreiben: %1</translation>
+    </message>
+    <message>
+        <source>the script closed the document; there is no outline to write</source>
+        <translation>das Skript hat das Dokument geschlossen; es gibt keine Gliederung zu schreiben</translation>
+    </message>
+    <message>
+        <source>scripts need a program with windows</source>
+        <translation>Skripte brauchen ein Programm mit Fenstern</translation>
     </message>
 </context>
 <context>

@@ -1,25 +1,8 @@
 #include "cli/Commands.h"
 #include "cli/FileClash.h"
-#include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
-#include "document/MyDocument.h"
-#include "files/FileName.h"
-#include "files/FileReading.h"
-#include "files/SystemError.h"
-#include "platform/Settings.h"
-#include "script/ActionList.h"
-#include "script/ScriptFiles.h"
-#include "script/ScriptPlayer.h"
+#include "cli/ScriptLibrary.h"
 #include "texts/Translated.h"
-
-#include <QApplication>
-#include <QCoreApplication>
-#include <QFile>
-
-#include <cerrno>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace leafwright::cli {
 
@@ -29,121 +12,6 @@ const QString reportOption = QStringLiteral("report");
 const QString listOption = QStringLiteral("list");
 
 constexpr Translated translated{"RunCommand"};
-
-struct Request {
-    QString steps;
-    QString file;
-    QString out;     ///< Empty for none.
-    QString report;  ///< Empty for none; "-" for the results.
-    bool keepPages = false;
-};
-
-bool printsReport(const Request &request) {
-    return request.report == QLatin1String("-");
-}
-
-/// @return the steps, or what is wrong with them
-std::variant<std::vector<script::Step>, QString> readSteps(const QString &path) {
-    const auto text = path == QLatin1String("-") ? readDescriptor(STDIN_FILENO) : readFile(path);
-    if (const auto *reason = std::get_if<QString>(&text))
-        return translated("the script can't be read: %1").arg(*reason);
-    return script::parseSteps(std::get<QByteArray>(text));
-}
-
-/// Writes the records as they come. The report of a long script on a large outline would fill the memory.
-class ReportFile {
-public:
-    /// Begins the report. @return why there can't be one
-    std::optional<QString> open(const QString &path) {
-        const int file =
-            ::open(fileNameBytes(path).constData(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
-        if (file < 0) return problem(reasonOfSystem(errno));
-        file_.open(file, QIODevice::ReadWrite, QFile::AutoCloseHandle);
-        json_.emplace([this](const QByteArray &bytes) { file_.write(bytes); });
-        json_->beginArray();
-        return std::nullopt;
-    }
-
-    script::ScriptPlayer::Recorder recorder() {
-        if (!json_) return nullptr;
-        return [this](const script::StepRecord &record, MyDocument *document) {
-            script::writeRecord(record, document, *json_);
-        };
-    }
-    /// Ends the report. @return why it could not be written
-    std::optional<QString> finish() {
-        if (!json_) return std::nullopt;
-        json_->endArray();
-        json_.reset();
-        if (file_.flush() && file_.error() == QFile::NoError) return std::nullopt;
-        return problem(file_.errorString());
-    }
-    void print(Console &console) {
-        file_.seek(0);
-        constexpr qint64 blockSize = 1 << 20;
-        while (!file_.atEnd())
-            console.write(file_.read(blockSize));
-    }
-
-private:
-    static QString problem(const QString &reason) {
-        return translated("the report could not be written: %1").arg(reason);
-    }
-
-    QFile file_;
-    std::optional<leafwright::JsonWriter> json_;
-};
-
-std::optional<QString> writeOutcome(const script::ScriptPlayer &player, const QString &out,
-                                    script::ScriptFiles &files) {
-    if (!player.document()) return translated("the script closed the document; there is no outline to write");
-    const QString place = files.placeFor(out);
-    auto error = player.document()->writeNewPDFOutline(place, MyDocument::saveFinalPDF);
-    // What stands there is only on its way, and need not outlive anything.
-    if (!error || error->kind == PDFError::Kind::NotDurable) return std::nullopt;
-    return error->message.replace(place, out);
-}
-
-/// @return why the script did not come to its end, or can't tell of it
-std::optional<QString> play(const std::vector<script::Step> &steps, const Request &request,
-                            script::ScriptFiles &files, ReportFile &report, Console &console) {
-    if (!request.report.isEmpty()) {
-        const QString place = printsReport(request) ? files.temporaryDirectory() + QLatin1String("/.report")
-                                                    : files.placeFor(request.report);
-        if (auto problem = report.open(place)) return problem;
-    }
-    {
-        script::ScriptPlayer player(files, report.recorder());
-        player.userDefaults().setValue(setting::keepPagesOfEntries, request.keepPages);
-        if (const auto error = player.open(request.file)) return openFailure(request.file, *error);
-        observeWriting(player.document()->outline(), request.file, console);
-        if (auto failure = player.play(steps)) return request.steps + QLatin1String(": ") + *failure;
-        const MyDocument *document = player.document();
-        if (document && document->pdfDoc())
-            if (auto failure = readFailure(request.file, *document->pdfDoc())) return failure;
-        if (!request.out.isEmpty())
-            if (auto failure = writeOutcome(player, request.out, files)) return failure;
-    }
-    return report.finish();
-}
-
-/// @return why the script was not played, or what it wrote is not all in its place
-std::optional<QString> playAndPublish(const std::vector<script::Step> &steps, const Request &request,
-                                      Console &console) {
-    script::ScriptFiles files(absolutePath(QStringLiteral(".")));
-    if (auto problem = files.problem()) return problem;
-    ReportFile report;
-    auto failure = play(steps, request, files, report, console);
-    // A folder that is missing is why what was to be written there could not be.
-    if (auto problem = files.problem()) return problem;
-    if (failure) return failure;
-    QStringList notices;
-    failure = files.publish(notices);
-    for (const QString &notice : notices)
-        console.message(notice);
-    if (!failure && printsReport(request)) report.print(console);
-    return failure;
-}
 
 }  // namespace
 
@@ -164,32 +32,24 @@ CommandInfo RunCommand::info() const {
 }
 
 ExitCode RunCommand::run(const QCommandLineParser &arguments, Console &console) const {
+    const auto scripts = scriptLibrary();
+    if (const auto *problem = std::get_if<QString>(&scripts)) {
+        console.message(*problem);
+        return Failed;
+    }
+    const ScriptLibrary &library = *std::get<const ScriptLibrary *>(scripts);
     if (arguments.isSet(listOption)) {
-        JsonWriter json(console);
-        script::writeActionList(json);
+        library.listActions(console);
         return Done;
     }
-    const Request request{arguments.positionalArguments()[0], arguments.positionalArguments()[1],
-                          arguments.value(outputOption()), arguments.value(reportOption),
-                          arguments.isSet(keepPagesOption().names().first())};
+    const ScriptRequest request{arguments.positionalArguments()[0], arguments.positionalArguments()[1],
+                                arguments.value(outputOption()), arguments.value(reportOption),
+                                arguments.isSet(keepPagesOption().names().first())};
     if (const auto clash = clashOf({request.file, {request.steps}, request.out, {request.report}})) {
         console.message(*clash);
         return Failed;
     }
-    const auto steps = readSteps(request.steps);
-    if (const auto *problem = std::get_if<QString>(&steps)) {
-        console.message(request.steps + QLatin1String(": ") + *problem);
-        return Failed;
-    }
-    if (!qobject_cast<QApplication *>(QCoreApplication::instance())) {
-        console.message(translated("scripts need a program with windows"));
-        return Failed;
-    }
-    if (const auto failure = playAndPublish(std::get<std::vector<script::Step>>(steps), request, console)) {
-        console.message(*failure);
-        return Failed;
-    }
-    return Done;
+    return library.play(request, console);
 }
 
 }  // namespace leafwright::cli

@@ -1,13 +1,14 @@
 #include "cli/Command.h"
 #include "cli/CommandLine.h"
 #include "cli/Interruption.h"
+#include "cli/ScriptLibrary.h"
 #include "cli/WorkerProcess.h"
 #include "files/FileName.h"
 #include "files/FileWriting.h"
 #include "files/StandardStreams.h"
 #include "texts/Translation.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QLocale>
 #include <QLoggingCategory>
 
@@ -16,16 +17,18 @@
 
 namespace {
 
-/// Scripts are played in windows, which nobody sees. All other commands start quicker without. Nor do scripts
-/// depend on the language: titles that the program gives are part of what they report and write.
+/// Scripts are played in windows. All other commands start quicker without. Nor do scripts depend on the
+/// language: titles that the program gives are part of what they report and write.
 std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv) {
-    if (argc < 2 || std::strcmp(argv[1], "run") != 0) {
-        auto application = std::make_unique<QCoreApplication>(argc, argv);
-        leafwright::installTranslators(*application, QLocale(), leafwright::translationsFolder());
-        return application;
+    if (argc >= 2 && std::strcmp(argv[1], "run") == 0) {
+        const auto scripts = leafwright::cli::scriptLibrary();
+        // Where it is missing, the command says so.
+        if (const auto *library = std::get_if<const leafwright::cli::ScriptLibrary *>(&scripts))
+            return (*library)->makeApplication(argc, argv);
     }
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    return std::make_unique<QApplication>(argc, argv);
+    auto application = std::make_unique<QCoreApplication>(argc, argv);
+    leafwright::installTranslators(*application, QLocale(), leafwright::translationsFolder());
+    return application;
 }
 
 }  // namespace
