@@ -331,6 +331,14 @@
         <source>Reload</source>
         <translation>Neu laden</translation>
     </message>
+    <message>
+        <source>Step Back</source>
+        <translation>Schritt zurück</translation>
+    </message>
+    <message>
+        <source>Step Forward</source>
+        <translation>Schritt vor</translation>
+    </message>
 </context>
 <context>
     <name>Application</name>
@@ -859,6 +867,13 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>Go On Without</source>
         <translation>Ohne sie fortfahren</translation>
+    </message>
+</context>
+<context>
+    <name>EditMenuCommands</name>
+    <message>
+        <source>“%1” takes changes of the outline back, “%2” does them again.</source>
+        <translation>„%1“ nimmt Änderungen der Gliederung zurück, „%2“ macht sie wieder.</translation>
     </message>
 </context>
 <context>
@@ -1781,6 +1796,33 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>StepCommands</name>
+    <message>
+        <source>Remove 1 Entry</source>
+        <translation>1 Eintrag entfernen</translation>
+    </message>
+    <message>
+        <source>Remove %1 Entries</source>
+        <translation>%1 Einträge entfernen</translation>
+    </message>
+    <message>
+        <source>Edit Title</source>
+        <translation>Titel bearbeiten</translation>
+    </message>
+    <message>
+        <source>Edit Page</source>
+        <translation>Seite bearbeiten</translation>
+    </message>
+    <message>
+        <source>Drop</source>
+        <translation>Ablegen</translation>
+    </message>
+    <message>
+        <source>Change</source>
+        <translation>Änderung</translation>
+    </message>
+</context>
+<context>
     <name>SystemError</name>
     <message>
         <source>it is a pipe or a device, and not a file</source>
@@ -2157,6 +2199,10 @@ Contents &gt; Find Contents… reads the pages and proposes an outline. Or selec
 
 Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor. Oder markieren Sie auf der Seite eine Überschrift, und ziehen Sie sie hierher.</translation>
     </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
 </context>
 <context>
     <name>leafwright::HeadingMapModel</name>
@@ -2382,6 +2428,10 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>&amp;Keep the pages of entries where page labels repeat</source>
         <translation>Seiten der Einträge &amp;beibehalten, wo sich Seitenbezeichnungen wiederholen</translation>
+    </message>
+    <message>
+        <source>Undo &amp;steps back where there is nothing to undo</source>
+        <translation>Rückgängig geht einen &amp;Schritt zurück, wo es sonst nichts täte</translation>
     </message>
 </context>
 <context>

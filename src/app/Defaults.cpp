@@ -22,7 +22,7 @@ const std::vector<DefaultSetting> &defaultSettings() {
 }
 
 const QStringList &laterSettings() {
-    static const QStringList keys{setting::keepPagesOfEntries};
+    static const QStringList keys{setting::keepPagesOfEntries, setting::undoStepsBack};
     return keys;
 }
 

@@ -82,6 +82,7 @@ void PreferencesWindow::addOutlineGroup() {
     doubleClickEditing_ =
         addCheckBox(group, tr("&Double-click edits the item"), setting::enableDoubleClickEditing);
     labelDoubleClickEditingMessage_ = addExplanation(group, QString());
+    addCheckBox(group, tr("Undo &steps back where there is nothing to undo"), setting::undoStepsBack);
 }
 
 void PreferencesWindow::addContentsGroup() {

@@ -13,6 +13,7 @@
 #include "document/commands/PrintedPageCommands.h"
 #include "document/commands/SavingCommands.h"
 #include "document/commands/SelectionCommands.h"
+#include "document/commands/StepCommands.h"
 #include "document/commands/StructuralEdits.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/HeadingMapModel.h"
@@ -47,10 +48,12 @@ MyDocument::MyDocument(Platform &platform)
       headingMapCommands_(std::make_unique<HeadingMapCommands>(*this)),
       autoTOCCommands_(std::make_unique<AutoTOCCommands>(*this)),
       contentsCommands_(std::make_unique<ContentsCommands>(*this)),
-      editMenuCommands_(std::make_unique<EditMenuCommands>(*this)) {
+      editMenuCommands_(std::make_unique<EditMenuCommands>(*this)),
+      stepCommands_(std::make_unique<StepCommands>(*this)) {
     actions_.setGate([this] { return !isBusy(); });
     actions_.setCondition([this](Needs needs) { return isThere(needs); });
     outline_.edits().setEditedHandler([this](bool edited) { Q_EMIT editedChanged(edited); });
+    outline_.edits().setHistoryHandler([this] { Q_EMIT historyChanged(); });
     outline_.setKeepsPages(
         [this] { return this->platform().userDefaults().boolForKey(setting::keepPagesOfEntries); });
     actions_.setWhenOutOfMemory([self = QPointer(this)] {
@@ -128,6 +131,10 @@ bool MyDocument::isThere(Needs needs) const {
             return myWindow() && pdfview()->canGoBack();
         case Needs::PageAhead:
             return myWindow() && pdfview()->canGoForward();
+        case Needs::StepBehind:
+            return stepCommands_->canStepBack();
+        case Needs::StepAhead:
+            return stepCommands_->canStepForward();
         case Needs::RoomForProposal:
             return contentsCommands_->mayPropose();
         case Needs::EntriesToComplete:

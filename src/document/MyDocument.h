@@ -34,6 +34,7 @@ class PrintedPageCommands;
 class SaveProgress;
 class SavingCommands;
 class SelectionCommands;
+class StepCommands;
 class SplitView;
 class StructuralEdits;
 class ThumbnailView;
@@ -174,6 +175,7 @@ public:
     PrintedPageCommands &printedPageCommands() { return *printedPageCommands_; }
     StructuralEdits &structuralEdits() { return *structuralEdits_; }
     NavigationCommands &navigation() { return *navigation_; }
+    StepCommands &stepCommands() { return *stepCommands_; }
     OutlineCopy &outlineCopy() { return *outlineCopy_; }
 
     /// The outline's selected items, as tree nodes, in the order of their rows.
@@ -209,6 +211,8 @@ public:
 Q_SIGNALS:
     /// The window is there, and about to be filled.
     void windowMade();
+    /// What can be taken back or done again is something else.
+    void historyChanged();
 
 protected:
     bool saveBeforeClosing() override;
@@ -255,6 +259,7 @@ private:
     std::unique_ptr<AutoTOCCommands> autoTOCCommands_;
     std::unique_ptr<ContentsCommands> contentsCommands_;
     std::unique_ptr<EditMenuCommands> editMenuCommands_;
+    std::unique_ptr<StepCommands> stepCommands_;
     std::unique_ptr<PrioritySplitViewDelegate> splitViewDelegate_;
     bool thumbnailsBound_ = false;
     QPointer<Sheet> openSheet_;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <new>
 #include <stdexcept>
+#include <utility>
 
 namespace leafwright {
 
@@ -25,10 +26,12 @@ OutlineEdits::OutlineEdits(MyOutlineItem &root) : root_(root) {
 }
 
 void OutlineEdits::begin(const QString &name, Counting counting) {
-    if (depth_++ == 0) {
+    if (depth_ == 0) {
         open_ = {};
-        open_.name = name;
+        open_.summary.name = name;
+        open_.lookBefore = currentLook();
     }
+    ++depth_;
     if (counting == Counting::Yes) open_.counting = counting;
 }
 
@@ -56,6 +59,7 @@ void OutlineEdits::make(OutlineStep step) {
     open_.steps.push_back(std::move(step));
     try {
         exchange(open_.steps.back(), moveObserver_);
+        if (changesNothing(open_.steps.back())) open_.steps.pop_back();
     } catch (...) {
         open_.steps.pop_back();
         if (depth_ == 1) open_.counting = Counting::No;
@@ -111,32 +115,45 @@ void OutlineEdits::countChange() {
 
 void OutlineEdits::keep(Done transaction) {
     undone_.clear();
-    for (const OutlineStep &step : transaction.steps)
-        transaction.weight += weightOf(step);
+    for (const OutlineStep &step : transaction.steps) {
+        transaction.weight += bytesKeptBy(step);
+        transaction.summary.itemsGone += itemsTakenOutBy(step);
+    }
+    const Look &look = transaction.lookBefore;
+    const bool isNewLook = look && (done_.empty() || done_.back().lookBefore != look);
+    if (isNewLook) transaction.weight += (look->selected.size() + look->unfolded.size()) * sizeof(quint64);
     weight_ += transaction.weight;
     done_.push_back(std::move(transaction));
     while (weight_ > heaviestHistory_ && done_.size() > 1) {
         weight_ -= done_.front().weight;
         done_.pop_front();
     }
+    historyChanged();
 }
 
 void OutlineEdits::undo() {
     if (depth_ > 0 || done_.empty()) throw std::logic_error("there is nothing to take back");
+    done_.back().lookAfter = currentLook();
     undone_.push_back(std::move(done_.back()));
     done_.pop_back();
     weight_ -= undone_.back().weight;
     exchangeAll(undone_.back(), true);
     setRevisions(undone_.back().before, savedRevision_);
+    show(undone_.back().lookBefore);
+    historyChanged();
 }
 
 void OutlineEdits::redo() {
     if (depth_ > 0 || undone_.empty()) throw std::logic_error("there is nothing to do again");
+    // What was selected since it was taken back is what is there before it is done this time.
+    undone_.back().lookBefore = currentLook();
     done_.push_back(std::move(undone_.back()));
     undone_.pop_back();
     weight_ += done_.back().weight;
     exchangeAll(done_.back(), false);
     setRevisions(done_.back().after, savedRevision_);
+    show(std::exchange(done_.back().lookAfter, nullptr));
+    historyChanged();
 }
 
 void OutlineEdits::exchangeAll(Done &transaction, bool isBack) {
@@ -165,6 +182,22 @@ void OutlineEdits::forgetHistory() {
     done_.clear();
     undone_.clear();
     weight_ = 0;
+    historyChanged();
+}
+
+OutlineEdits::Look OutlineEdits::currentLook() {
+    if (!display_) return nullptr;
+    OutlineLook look = display_->look();
+    if (!lastLook_ || *lastLook_ != look) lastLook_ = std::make_shared<const OutlineLook>(std::move(look));
+    return lastLook_;
+}
+
+void OutlineEdits::show(const Look &look) const {
+    if (display_ && look) display_->setLook(*look);
+}
+
+void OutlineEdits::historyChanged() const {
+    if (historyHandler_) historyHandler_();
 }
 
 void OutlineEdits::setSavedRevision(quint64 revision) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/OutlineLook.h"
 #include "model/OutlineSteps.h"
 
 #include <deque>
@@ -84,15 +85,25 @@ public:
     void undo();
     /// Does again what was taken back last. Must be possible, and not be asked amid a transaction.
     void redo();
-    /// The name of what undo() would take back; null if there is nothing.
-    QString undoName() const { return done_.empty() ? QString() : done_.back().name; }
-    /// The name of what redo() would do again; null if there is nothing.
-    QString redoName() const { return undone_.empty() ? QString() : undone_.back().name; }
+    /// A transaction, for people.
+    struct Summary {
+        QString name;          ///< As the transaction was given it.
+        size_t itemsGone = 0;  ///< How many items it removed, with those below them, as it was done.
+    };
+    /// What undo() would take back; its name is null if there is nothing.
+    Summary undoSummary() const { return done_.empty() ? Summary() : done_.back().summary; }
+    /// What redo() would do again; its name is null if there is nothing.
+    Summary redoSummary() const { return undone_.empty() ? Summary() : undone_.back().summary; }
     /// Nothing can be taken back or done again from now on.
     void forgetHistory();
-    /// How many items and values all transactions together may keep (half a million); the oldest are
-    /// forgotten when there are more, but not the last one.
-    void setHeaviestHistory(size_t weight) { heaviestHistory_ = weight; }
+    /// How many bytes, about, all transactions together may keep (256 MB); the oldest are forgotten when
+    /// there are more, but not the last one.
+    void setHeaviestHistory(size_t bytes) { heaviestHistory_ = bytes; }
+    /// Who shows the outline. What is taken back looks again as it looked before it was done; what is done
+    /// again, as it looked when it was taken back. Not owned; null for nobody.
+    void setDisplay(OutlineDisplay *display) { display_ = display; }
+    /// Called whenever what can be taken back or done again is something else.
+    void setHistoryHandler(std::function<void()> handler) { historyHandler_ = std::move(handler); }
 
     // Revisions
 
@@ -107,13 +118,18 @@ public:
     void setMoveObserver(OutlineMoveObserver *observer) { moveObserver_ = observer; }
 
 private:
+    using Look =
+        std::shared_ptr<const OutlineLook>;  ///< Shared by what looks the same; null without a display.
+
     struct Done {
-        QString name;
+        Summary summary;
         Counting counting = Counting::No;
         std::vector<OutlineStep> steps;
+        Look lookBefore;
+        Look lookAfter;
         quint64 before = 0;  ///< The revision without it.
         quint64 after = 0;   ///< The revision with it.
-        size_t weight = 0;
+        size_t weight = 0;   ///< In bytes.
     };
 
     void begin(const QString &name, Counting counting);
@@ -124,6 +140,9 @@ private:
     /// Exchanges all steps; the last first where they are taken back.
     void exchangeAll(Done &transaction, bool isBack);
     void giveIdentities(MyOutlineItem &top);
+    Look currentLook();
+    void show(const Look &look) const;
+    void historyChanged() const;
 
     MyOutlineItem &root_;
     quint64 lastIdentity_ = 0;
@@ -132,11 +151,14 @@ private:
     std::deque<Done> done_;
     std::vector<Done> undone_;  ///< What was taken back first stands first.
     size_t weight_ = 0;         ///< Of what is done.
-    size_t heaviestHistory_ = 500'000;
+    size_t heaviestHistory_ = size_t{256} << 20;
+    OutlineDisplay *display_ = nullptr;
+    Look lastLook_;  ///< What was seen last, to be shared by what looks the same.
     quint64 revision_ = 0;
     quint64 savedRevision_ = 0;
     quint64 lastRevision_ = 0;
     std::function<void(bool edited)> editedHandler_;
+    std::function<void()> historyHandler_;
     OutlineMoveObserver *moveObserver_ = nullptr;
 };
 

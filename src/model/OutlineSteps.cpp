@@ -90,10 +90,24 @@ void exchangeStep(ValueStep &step, OutlineMoveObserver * /*observer*/) {
     }
 }
 
-size_t numberOfItems(const MyOutlineItem &top) {
-    size_t count = 0;
-    walkTree(top, [&count](const MyOutlineItem &, size_t) { ++count; });
-    return count;
+/// Calls `use(item)` for all that a step has taken out.
+template <typename Use>
+void forEachAway(const OutlineStep &step, Use &&use) {
+    const auto visit = [&use](const MyOutlineItem &item, size_t /*depth*/) { use(item); };
+    if (const auto *presence = std::get_if<PresenceStep>(&step); presence && presence->away)
+        walkTree(*presence->away, visit);
+    if (const auto *all = std::get_if<AllChildrenStep>(&step))
+        for (const auto &item : all->away)
+            walkTree(*item, visit);
+}
+
+/// Absent and empty texts are not the same.
+bool areIdentical(const QString &a, const QString &b) {
+    return a == b && a.isNull() == b.isNull();
+}
+
+size_t bytesOf(const QString &text) {
+    return static_cast<size_t>(text.capacity()) * sizeof(QChar);
 }
 
 }  // namespace
@@ -108,18 +122,38 @@ void exchange(OutlineStep &step, OutlineMoveObserver *observer) {
     std::visit([observer](auto &kind) { exchangeStep(kind, observer); }, step);
 }
 
-size_t weightOf(const OutlineStep &step) {
-    size_t weight = 1;
-    if (const auto *presence = std::get_if<PresenceStep>(&step); presence && presence->away) {
-        weight += numberOfItems(*presence->away);
-    } else if (const auto *all = std::get_if<AllChildrenStep>(&step)) {
-        for (const auto &item : all->away)
-            weight += numberOfItems(*item);
-    } else if (const auto *rearrangement = std::get_if<RearrangementStep>(&step)) {
+bool changesNothing(const OutlineStep &step) {
+    const auto *value = std::get_if<ValueStep>(&step);
+    if (!value) return false;
+    const MyOutlineItem &item = *value->item;
+    if (const auto *title = std::get_if<ValueStep::Title>(&value->other))
+        return areIdentical(title->text, item.pageTitle());
+    if (const auto *label = std::get_if<LabelAndPage>(&value->other))
+        return areIdentical(label->label, item.pageLabel()) && label->importedPage == item.importedPage();
+    if (const auto *point = std::get_if<QPointF>(&value->other))
+        return point->x() == item.pointOnPage().x() && point->y() == item.pointOnPage().y();
+    return std::get<OutlineEntry>(value->other) == item.entry();
+}
+
+size_t bytesKeptBy(const OutlineStep &step) {
+    size_t bytes = sizeof(step);
+    forEachAway(step, [&bytes](const MyOutlineItem &item) {
+        bytes += sizeof(item) + sizeof(void *) + bytesOf(item.pageTitle()) + bytesOf(item.pageLabel());
+    });
+    if (const auto *rearrangement = std::get_if<RearrangementStep>(&step))
         for (const OutlineArrangement &arrangement : rearrangement->other)
-            weight += arrangement.children.size();
+            bytes += sizeof(arrangement) + arrangement.children.size() * sizeof(MyOutlineItem *);
+    if (const auto *value = std::get_if<ValueStep>(&step)) {
+        if (const auto *title = std::get_if<ValueStep::Title>(&value->other)) bytes += bytesOf(title->text);
+        if (const auto *label = std::get_if<LabelAndPage>(&value->other)) bytes += bytesOf(label->label);
     }
-    return weight;
+    return bytes;
+}
+
+size_t itemsTakenOutBy(const OutlineStep &step) {
+    size_t count = 0;
+    forEachAway(step, [&count](const MyOutlineItem & /*item*/) { ++count; });
+    return count;
 }
 
 }  // namespace leafwright

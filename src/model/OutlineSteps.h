@@ -84,7 +84,13 @@ using OutlineStep = std::variant<PresenceStep, AllChildrenStep, OutlineMove, Rea
 /// @param observer told of moves; may be null
 void exchange(OutlineStep &step, OutlineMoveObserver *observer);
 
-/// How many items and values a step keeps.
-size_t weightOf(const OutlineStep &step);
+/// Whether a step has given an item the value that it had.
+bool changesNothing(const OutlineStep &step);
+
+/// How many bytes, about, a step keeps.
+size_t bytesKeptBy(const OutlineStep &step);
+
+/// How many items a step has taken out of the outline and keeps, with those below them.
+size_t itemsTakenOutBy(const OutlineStep &step);
 
 }  // namespace leafwright

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/OutlineLook.h"
 #include "outlineview/OutlineViewDelegate.h"
 #include "tree/TreeController.h"
 
@@ -14,7 +15,7 @@ namespace leafwright {
 /// Shows the nodes of a tree controller, whose selection is its own. Rows are 0-based and count what is
 /// shown: nodes inside folded ones have none. Selecting a node that is not shown unfolds nothing; when an
 /// item is folded over selected ones, it is selected in their place.
-class OutlineView : public QTreeView, private TreeDragHandler {
+class OutlineView : public QTreeView, public OutlineDisplay, private TreeDragHandler {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(OutlineView)
 
@@ -63,6 +64,10 @@ public:
     /// Changes the tree while the first row in sight that stays is the first, whatever happens to the current
     /// one.
     void keepingPlace(const std::function<void()> &change);
+    /// What is selected and unfolded, out of sight too.
+    OutlineLook look() const override;
+    /// Scrolls to the first selected item, if it is shown.
+    void setLook(const OutlineLook &look) override;
     /// Draws an item anew; null for all.
     void reloadItem(const TreeNode *item);
     /// What stands in the place of the rows while there are none, in a faint colour.

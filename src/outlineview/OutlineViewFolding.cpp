@@ -93,6 +93,36 @@ void OutlineView::revealItems(const std::vector<TreeNode *> &items) {
     scrollTo(controller_->indexForNode(*items.front()));
 }
 
+OutlineLook OutlineView::look() const {
+    OutlineLook look;
+    for (const TreeNode *node : controller_->selectedNodes())
+        look.selected.push_back(node->representedObject()->identity());
+    walkBelow(controller_->arrangedObjects(), [&](const TreeNode &node, size_t /*depth*/) {
+        if (isItemExpanded(node)) look.unfolded.push_back(node.representedObject()->identity());
+    });
+    return look;
+}
+
+void OutlineView::setLook(const OutlineLook &look) {
+    const std::unordered_set<quint64> selected(look.selected.begin(), look.selected.end());
+    const std::unordered_set<quint64> unfolded(look.unfolded.begin(), look.unfolded.end());
+    std::vector<TreeNode *> selection;
+    // With a layout to come, Qt notes what is unfolded instead of laying out each.
+    scheduleDelayedItemsLayout();
+    {
+        const QScopedValueRollback together(foldingMany_, true);
+        walkBelow(controller_->arrangedObjects(), [&](TreeNode &node, size_t /*depth*/) {
+            const quint64 identity = node.representedObject()->identity();
+            if (selected.contains(identity)) selection.push_back(&node);
+            const bool unfolds = unfolded.contains(identity);
+            if (node.childCount() > 0 && isItemExpanded(node) != unfolds)
+                setExpanded(controller_->indexForNode(node), unfolds);
+        });
+    }
+    controller_->setSelectedNodes(selection);
+    if (!selection.empty()) scrollTo(controller_->indexForNode(*selection.front()));
+}
+
 void OutlineView::keepingPlace(const std::function<void()> &change) {
     executeDelayedItemsLayout();
     const int offset = visualRect(indexAt({0, 0})).top();

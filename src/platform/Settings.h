@@ -21,6 +21,8 @@ inline constexpr QLatin1String warnAboutPDFVersion("LeafwrightShouldWarnAboutPDF
 inline constexpr QLatin1String redoMOIGenericPoints("LeafwrightShouldRedoMOIGenericPoints");
 /// Whether entries lead to the pages they led to in the file, even where page labels repeat.
 inline constexpr QLatin1String keepPagesOfEntries("LeafwrightKeepPagesOfEntries");
+/// Whether Undo and Redo step back and forward where they have nothing else to do.
+inline constexpr QLatin1String undoStepsBack("LeafwrightUndoStepsBack");
 
 // What the program keeps for itself.
 inline constexpr QLatin1String lastUsedHeadingMap("LastUsedH1H2H3MapString");  ///< The map as text.

@@ -83,12 +83,12 @@ TEST_F(OutlineEditsTest, ATransactionIsTakenBackAsAWhole) {
     }
     EXPECT_EQ(titles(), "YBA");
     EXPECT_EQ(edits.revision(), before + 1);
-    EXPECT_EQ(edits.undoName(), "everything:");
+    EXPECT_EQ(edits.undoSummary().name, "everything:");
     edits.undo();
     EXPECT_EQ(titles(), "ABC");
     EXPECT_EQ(edits.revision(), before);
     EXPECT_FALSE(edits.canUndo());
-    EXPECT_EQ(edits.redoName(), "everything:");
+    EXPECT_EQ(edits.redoSummary().name, "everything:");
     edits.redo();
     EXPECT_EQ(titles(), "YBA");
     EXPECT_EQ(at(0).pageLabel(), "ix");
@@ -141,7 +141,7 @@ TEST_F(OutlineEditsTest, AChangeEndsWhatCouldBeDoneAgain) {
     edits.undo();
     edits.setPageTitle(at(1), "Y");
     EXPECT_FALSE(edits.canRedo());
-    EXPECT_EQ(edits.redoName(), QString());
+    EXPECT_EQ(edits.redoSummary().name, QString());
 }
 
 TEST_F(OutlineEditsTest, AStepThatFailsIsNone) {
@@ -186,17 +186,78 @@ TEST_F(OutlineEditsTest, ItemsKeepTheirIdentitiesWhereverTheyAre) {
 }
 
 TEST_F(OutlineEditsTest, TheOldestIsForgottenWhenThereIsTooMuchToKeep) {
-    edits.setHeaviestHistory(5);
-    for (int i = 0; i < 3; ++i)
-        edits.setPageTitle(at(0), QString::number(i));
-    edits.remove(root, 2);  // a step and an item
-    EXPECT_TRUE(edits.canUndo());
-    edits.remove(root, 1);  // seven by now, so the first two go
+    constexpr qsizetype longTitle = 1'000'000;
+    constexpr size_t bytes = 5 * longTitle;
+    edits.setHeaviestHistory(bytes);
+    for (const char letter : {'1', '2', '3', '4'})  // each keeps the title before, two bytes a letter
+        edits.setPageTitle(at(0), QString(longTitle, QLatin1Char(letter)));
     int count = 0;
     for (; edits.canUndo(); ++count)
         edits.undo();
-    EXPECT_EQ(count, 3);
-    EXPECT_EQ(titles(), "1BC");
+    EXPECT_EQ(count, 2);
+    EXPECT_EQ(at(0).pageTitle().front(), u'2');
+}
+
+TEST_F(OutlineEditsTest, ManyItemsAreTooMuchAsWell) {
+    auto item = newItem("many");
+    for (int i = 0; i < 10'000; ++i)
+        item->appendChild(newItem("below"));
+    edits.insert(root, 0, std::move(item));
+    edits.forgetHistory();
+    edits.setHeaviestHistory(1'000'000);
+    edits.setPageTitle(at(1), "X");
+    edits.remove(root, 0);
+    edits.undo();
+    EXPECT_FALSE(edits.canUndo());
+    EXPECT_EQ(edits.redoSummary().itemsGone, 10'001U);
+}
+
+TEST_F(OutlineEditsTest, AValueThatWasThatAlreadyIsNoStep) {
+    edits.setPageTitle(at(0), "A");
+    edits.setPointOnPage(at(0), at(0).pointOnPage());
+    edits.setEntry(at(0), at(0).entry());
+    edits.setPageLabel(at(0), at(0).pageLabel());
+    EXPECT_FALSE(edits.canUndo());
+    EXPECT_TRUE(edits.isEdited()) << "it counts all the same";
+    edits.setPageTitle(at(0), "");
+    edits.setPageTitle(at(0), QString());
+    edits.undo();
+    EXPECT_FALSE(at(0).pageTitle().isNull()) << "an absent title is not an empty one";
+}
+
+/// Looks as it is told, and notes that.
+class NotedDisplay : public OutlineDisplay {
+public:
+    OutlineLook look() const override { return look_; }
+    void setLook(const OutlineLook &look) override { look_ = look; }
+    OutlineLook look_;
+};
+
+TEST_F(OutlineEditsTest, WhatIsTakenBackLooksAsItDidBefore) {
+    NotedDisplay display;
+    edits.setDisplay(&display);
+    const OutlineLook before{{1}, {2, 3}};
+    const OutlineLook after{{4}, {}};
+    display.look_ = before;
+    edits.setPageTitle(at(0), "X");
+    display.look_ = after;
+    edits.undo();
+    EXPECT_EQ(display.look_, before);
+    edits.redo();
+    EXPECT_EQ(display.look_, after);
+    edits.setDisplay(nullptr);
+    edits.undo();
+    EXPECT_EQ(display.look_, after);
+}
+
+TEST_F(OutlineEditsTest, ChangesOfTheHistoryAreTold) {
+    int changes = 0;
+    edits.setHistoryHandler([&changes] { ++changes; });
+    edits.setPageTitle(at(0), "X");
+    edits.undo();
+    edits.redo();
+    edits.forgetHistory();
+    EXPECT_EQ(changes, 4);
 }
 
 TEST_F(OutlineEditsTest, TheLastIsKeptHoweverHeavy) {

@@ -136,7 +136,7 @@ protected:
         Naive &chosen = any();
         MyOutlineItem &item = itemOf(chosen.identity);
         const QString text = QString::number(++made);
-        ++steps;
+        const Naive before = chosen;
         switch (below(4)) {
             case 0:
                 edits.setPageTitle(item, chosen.title = text);
@@ -152,6 +152,7 @@ protected:
                 chosen.bold = !chosen.bold;
                 edits.setEntry(item, {.bold = chosen.bold});
         }
+        if (!(chosen == before)) ++steps;  // a value that was that already is no step
     }
     void step() {
         const size_t size = all(naive).size();

@@ -33,6 +33,8 @@ constexpr auto descriptions = std::to_array<ActionDescription>({
 
     {"undo:", Menu::Edit, TITLE("Undo"), "Ctrl+Z"},
     {"redo:", Menu::Edit, TITLE("Redo"), "Ctrl+Shift+Z"},
+    {"stepBack:", Menu::Edit, TITLE("Step Back"), "Ctrl+Alt+Z", none, Needs::StepBehind},
+    {"stepForward:", Menu::Edit, TITLE("Step Forward"), "Ctrl+Alt+Shift+Z", none, Needs::StepAhead},
     {"copy:", Menu::Edit, TITLE("Copy"), "Ctrl+C", group},
     {"selectTOCAll:", Menu::Edit, TITLE("Select All"), "Ctrl+A", group},
     {"selectTOCOnlyLevel1:", Menu::Edit, TITLE("Select Level 1"), "Ctrl+1"},

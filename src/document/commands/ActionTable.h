@@ -24,6 +24,8 @@ enum class Needs {
     Text,        ///< Selected text.
     PageBehind,  ///< A page to go back to.
     PageAhead,
+    StepBehind,         ///< A change to take back, in an outline that may be edited.
+    StepAhead,          ///< One to do again.
     RoomForProposal,    ///< An outline that may be edited, for which nothing is proposed yet.
     EntriesToComplete,  ///< The same, with entries.
 };

@@ -2,6 +2,7 @@
 
 #include "document/MyDocument.h"
 #include "document/commands/HeadingMapCommands.h"
+#include "document/commands/StepCommands.h"
 #include "document/window/ContextMenus.h"
 #include "document/window/HeadingMapModel.h"
 #include "document/window/OutlineDelegate.h"
@@ -104,6 +105,7 @@ DocumentWindow::~DocumentWindow() {
     // The views read the document's PDF on threads.
     pdfthumbs_->setPDFView(nullptr);
     outlineview_->setDelegate(nullptr);
+    document_.edits().setDisplay(nullptr);
     pdfview_->setDocument(nullptr);
 }
 
@@ -274,9 +276,11 @@ void DocumentWindow::connectViews() {
             [this](const QString &uri) { document_.platform().openURL(QUrl(uri)); });
     connect(tableViewH1H2H3Config_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { document_.headingMapCommands().tableViewSelectionDidChange(); });
+    connect(&document_, &MyDocument::historyChanged, this, scheduleUpdate);
     connect(&document_, &Document::editedChanged, this, &DocumentWindow::updateTitle);
     connect(&document_, &Document::fileURLChanged, this, &DocumentWindow::updateTitle);
     outlineview_->setDelegate(&document_.outlineDelegate());
+    document_.edits().setDisplay(outlineview_);
 }
 
 void DocumentWindow::updateTitle() {
@@ -300,6 +304,16 @@ void DocumentWindow::updatePageStatus() {
 void DocumentWindow::updateActions() {
     for (QAction *action : tableActions_)
         action->setEnabled(document_.actions().validateUserInterfaceItem(action->objectName()));
+    nameStep(QStringLiteral("stepBack:"), document_.edits().undoSummary());
+    nameStep(QStringLiteral("stepForward:"), document_.edits().redoSummary());
+}
+
+void DocumentWindow::nameStep(const QString &selector, const OutlineEdits::Summary &step) {
+    auto *action = findChild<QAction *>(selector, Qt::FindDirectChildrenOnly);
+    // The title with its letter to be pressed, before anything was put behind it.
+    if (!action->data().isValid()) action->setData(action->text());
+    const QString title = action->data().toString();
+    action->setText(step.name.isNull() ? title : tr("%1: %2").arg(title, stepTitle(step)));
 }
 
 void DocumentWindow::restorePlace() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/commands/ActionTable.h"
+#include "model/OutlineEdits.h"
 
 #include <QMainWindow>
 #include <QTimer>
@@ -71,6 +72,8 @@ private:
     void updateTitle();
     void updatePageStatus();
     void restorePlace();
+    /// Lets a command's title say which step it is about.
+    void nameStep(const QString &selector, const OutlineEdits::Summary &step);
     void closeAfterWaiting();
 
     MyDocument &document_;

@@ -106,6 +106,8 @@ TEST(ActionDescriptions, AreThoseThatHelpAndPeoplesFingersRelyOn) {
         "File: Quit [Ctrl+Q]",
         "Edit: Undo [Ctrl+Z]",
         "Edit: Redo [Ctrl+Shift+Z]",
+        "Edit: Step Back [Ctrl+Alt+Z]",
+        "Edit: Step Forward [Ctrl+Alt+Shift+Z]",
         "Edit: Copy [Ctrl+C]",
         "Edit: Select All [Ctrl+A]",
         "Edit: Select Level 1 [Ctrl+1]",

@@ -22,6 +22,7 @@ public:
         QString title;
         QString label;
         QPointF point;
+        bool isOfItsPage = false;  ///< Made for a page, and not only by that page's label.
         bool selected = false;
         bool unfolded = false;
         bool hadChildren = false;  ///< Before the command; of others nobody says how they are unfolded.
@@ -340,6 +341,10 @@ public:
 
     // Dragging
 
+    /// Items that have been away are not dragged any more, even if they come back.
+    void forgetWhatIsGone() {
+        if (dragged_) std::erase_if(*dragged_, [this](int id) { return !has(id); });
+    }
     void beginDragOfItems(const std::vector<int> &ids) { dragged_ = ids; }
     /// @param source whether the drag came from this outline. @return whether it was dropped
     bool dropItems(const Place &place, bool fromHere) {
@@ -351,6 +356,7 @@ public:
             Item &target = at(*place.parent);
             target.label = item.label;
             target.point = item.point;
+            target.isOfItsPage = false;
             edited = true;
             return true;
         }

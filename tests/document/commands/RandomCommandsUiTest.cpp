@@ -50,10 +50,12 @@ protected:
                         PdfBuilder::showText("F1", 10, 72, 640, "third"));
         }
         open(pdf);
-        random.seed(GetParam().seed);
+        // Another number in the environment gives other runs.
+        random.seed(GetParam().seed + unsigned(qEnvironmentVariableIntValue("LEAFWRIGHT_SEED")));
         if (!GetParam().grows) fill(naive.root, 12);
-        MyOutlineItem::Children items = copiesOf(naive.root.children);
-        document.root().setChildren(std::move(items));
+        for (std::unique_ptr<MyOutlineItem> &item : copiesOf(naive.root.children))
+            document.edits().insert(document.root(), document.root().children().size(), std::move(item));
+        document.edits().forgetHistory();
         document.updateChangeCount(Document::Change::Cleared);
     }
 
@@ -106,6 +108,7 @@ protected:
             paths.push_back(indexPath(naive.pathOf(id)));
         select(paths);
         naive.select(ids);
+        before = naive.root;
     }
     /// Mostly a few items, as people select; sometimes nothing, or a lot.
     void selectSomething() {
@@ -161,7 +164,9 @@ protected:
     void turnPage() { document.pdfview()->goToPage(document.pdfDoc()->page(int(below(headings.size())))); }
     NaiveOutline::Item itemForCurrentPage() {
         const QString label = document.pdfview()->currentPage()->label();
-        return newItem(headings.at(size_t(label.toInt()) - 1), label, {});
+        NaiveOutline::Item item = newItem(headings.at(size_t(label.toInt()) - 1), label, {});
+        item.isOfItsPage = true;
+        return item;
     }
     /// Selects all three lines of a page. @return what is added for them
     NaiveOutline::Item selectText() {
@@ -170,7 +175,9 @@ protected:
         const PDFSelection selection = page.selectionForRange({0, int(text.size())});
         document.pdfview()->setCurrentSelection(selection);
         const QString title = headings.at(size_t(page.index())) + QStringLiteral(" second line third");
-        return newItem(title, page.label(), topLeftPoint(selection));
+        NaiveOutline::Item item = newItem(title, page.label(), topLeftPoint(selection));
+        item.isOfItsPage = true;
+        return item;
     }
 
     // Drags
@@ -287,13 +294,62 @@ protected:
     }
     /// Titles grow with every prefix and number; someone types new ones in time.
     void shortenTitles() {
+        const OutlineEdits::Transaction edit(document.edits(), "shorten", OutlineEdits::Counting::No);
         naive.walk([this](NaiveOutline::Item &item, const NaiveOutline::Path &path) {
             constexpr qsizetype longest = 60;
             if (item.title.size() < longest) return;
             item.title = QStringLiteral("item %1").arg(item.id);
-            nodeAt(path)->representedObject()->setPageTitle(item.title);
+            document.edits().setPageTitle(*nodeAt(path)->representedObject(), item.title);
         });
     }
+
+    // Steps back and forward
+
+    /// A change, as the model knows it: all that there was on the other side of it.
+    struct Step {
+        NaiveOutline::Item root;
+        int revisionBefore;
+        int revisionAfter;
+    };
+    static bool saySame(const NaiveOutline::Item &a, const NaiveOutline::Item &b) {
+        return a.id == b.id && a.title == b.title && a.label == b.label && a.point == b.point &&
+               a.isOfItsPage == b.isOfItsPage &&
+               std::equal(a.children.begin(), a.children.end(), b.children.begin(), b.children.end(),
+                          saySame);
+    }
+    void beginChange() {
+        before = naive.root;
+        naive.edited = false;
+    }
+    /// Notes what was changed since, as one step.
+    void endChange() {
+        const int old = revision;
+        if (naive.edited) revision = ++lastRevision;
+        if (!saySame(before, naive.root)) {
+            past.push_back({before, old, revision});
+            future.clear();
+        } else if (naive.edited && !past.empty()) {
+            past.back().revisionAfter = revision;
+        }
+        naive.edited = revision != saved;
+        naive.forgetWhatIsGone();
+    }
+    void step(const char *selector, std::vector<Step> &from, std::vector<Step> &to, int Step::*revisionThen) {
+        const bool enabled = naive.allowed && !naive.locked && !from.empty();
+        document.myWindow()->updateActions();
+        ASSERT_EQ(document.actions().perform(selector), enabled);
+        if (!enabled) return;
+        ++steps;
+        Step taken = std::move(from.back());
+        from.pop_back();
+        std::swap(taken.root, naive.root);
+        revision = taken.*revisionThen;
+        to.push_back(std::move(taken));
+        before = naive.root;
+        naive.forgetWhatIsGone();
+    }
+    void stepBack() { step("stepBack:", past, future, &Step::revisionBefore); }
+    void stepForward() { step("stepForward:", future, past, &Step::revisionAfter); }
 
     // Commands
 
@@ -429,7 +485,20 @@ protected:
             {4, "save",
              [this] {
                  document.updateChangeCount(Document::Change::Cleared);
-                 naive.edited = false;
+                 saved = revision;
+             }},
+            {5, "stepBack:", [this] { stepBack(); }},
+            {5, "stepForward:", [this] { stepForward(); }},
+            {1, "back to the beginning, and to the end",
+             [this] {
+                 if (!naive.allowed || naive.locked) return;
+                 while (!past.empty() && !HasFailure())
+                     stepBack();
+                 naive.edited = revision != saved;
+                 check();
+                 naive.edited = false;  // Steps count nothing.
+                 while (!future.empty() && !HasFailure())
+                     stepForward();
              }},
             {1, "forbid editing",
              [this] {
@@ -445,9 +514,11 @@ protected:
     void keepSmall() {
         constexpr size_t largest = 60;
         while (naive.size() > largest) {
+            beginChange();
             const NaiveOutline::Path path = naive.pathOf(naive.all().back());
             document.structuralEdits().removeNodeAtIndexPath(indexPath(path));
             naive.removeAt(path);
+            endChange();
         }
     }
 
@@ -493,6 +564,13 @@ protected:
     NaiveOutline naive;
     std::set<const MyOutlineItem *> selectedItems;
     int lastId = 0;
+    NaiveOutline::Item before;  ///< The model's outline when the command began.
+    std::vector<Step> past;
+    std::vector<Step> future;
+    int revision = 0;
+    int lastRevision = 0;
+    int saved = 0;
+    int steps = 0;
     int drops = 0;
     int refusals = 0;
 };
@@ -505,16 +583,21 @@ TEST_P(RandomCommands, GiveWhatANaiveOutlineGives) {
     for (const Command &command : all)
         weights.push_back(command.weight);
     std::discrete_distribution<size_t> chosen(weights.begin(), weights.end());
-    for (int step = 0; step < commandsARun; ++step) {
+    for (int number = 0; number < commandsARun; ++number) {
         const Command &command = all[chosen(random)];
+        beginChange();
         command.run();
+        endChange();
         check();
-        ASSERT_FALSE(HasFailure()) << "after " << command.name << ", command " << step;
+        ASSERT_FALSE(HasFailure()) << "after " << command.name << ", command " << number;
+        beginChange();
         shortenTitles();
+        endChange();
         if (!GetParam().grows) keepSmall();
     }
     EXPECT_GT(drops, 20);
     EXPECT_GT(refusals, 5);
+    EXPECT_GT(steps, 100);
     constexpr size_t grown = 200;
     EXPECT_TRUE(!GetParam().grows || naive.size() > grown) << naive.size();
 }

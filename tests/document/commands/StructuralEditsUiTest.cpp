@@ -437,6 +437,8 @@ TEST_F(Edits, EveryOtherCommandIsAlwaysEnabled) {
                                   "useSelectionforH4:",
                                   "goBack:",
                                   "goForward:",
+                                  "stepBack:",
+                                  "stepForward:",
                                   "findContents:",
                                   "completeContents:"};
     document.setAllowTOCediting(false);

@@ -1,0 +1,50 @@
+#include "document/commands/StepCommands.h"
+
+#include "document/MyDocument.h"
+#include "document/window/DocumentWindow.h"
+#include "outlineview/OKNSOutlineView.h"
+#include "texts/Translated.h"
+
+namespace leafwright {
+
+namespace {
+
+constexpr Translated translated{"StepCommands"};
+
+QString titleOfRemoval(size_t count) {
+    return count == 1 ? translated("Remove 1 Entry") : translated("Remove %1 Entries").arg(count);
+}
+
+}  // namespace
+
+QString stepTitle(const OutlineEdits::Summary &step) {
+    if (step.name == u"removeOutlineItems:" || step.name == u"removeNodeAtIndexPath:")
+        return titleOfRemoval(step.itemsGone);
+    if (step.name == u"setTitle") return translated("Edit Title");
+    if (step.name == u"setPageLabel") return translated("Edit Page");
+    if (step.name == u"acceptDrop:") return translated("Drop");
+    const ActionDescription *command = actionDescription(step.name);
+    QString title = command ? actionTitle(*command) : translated("Change");
+    if (title.endsWith(u'…')) title.chop(1);
+    return title;
+}
+
+StepCommands::StepCommands(MyDocument &document) : document_(document) {
+    ActionTable &actions = document.actions();
+    actions.handle("stepBack:", [this](QObject *) { document_.edits().undo(); });
+    actions.handle("stepForward:", [this](QObject *) { document_.edits().redo(); });
+}
+
+bool StepCommands::mayEdit() const {
+    return document_.allowTOCediting() && !document_.lockTOCediting();
+}
+
+bool StepCommands::canStepBack() const {
+    return mayEdit() && document_.edits().canUndo();
+}
+
+bool StepCommands::canStepForward() const {
+    return mayEdit() && document_.edits().canRedo();
+}
+
+}  // namespace leafwright
