@@ -21,15 +21,16 @@ namespace leafwright::bench {
 
 namespace {
 
-/// How 50,000 items are arranged.
+/// How the items are arranged.
 enum class Shape : int64_t {
     Flat,    ///< All at the top level.
-    Nested,  ///< 500 with 9 below each, and 10 below each of those.
+    Nested,  ///< Each hundred of them as one with 9 below it, and 10 below each of those.
 };
 
-constexpr size_t itemCount = 50'000;
+constexpr size_t manyItems = 50'000;
+constexpr size_t mostItems = 100'000;
 
-MyOutlineItem::Children makeItems(Shape shape) {
+MyOutlineItem::Children makeItems(Shape shape, size_t itemCount) {
     MyOutlineItem::Children top;
     size_t made = 0;
     const auto add = [&made](MyOutlineItem::Children &to) -> MyOutlineItem & {
@@ -53,16 +54,16 @@ MyOutlineItem::Children makeItems(Shape shape) {
     return top;
 }
 
-/// A document with 50,000 items, all of them shown in its window.
+/// A document with so many items, all of them shown in its window.
 class LargeDocument {
 public:
-    explicit LargeDocument(Shape shape) {
+    explicit LargeDocument(Shape shape, size_t itemCount = manyItems) {
         test::PdfBuilder pdf;
         pdf.addNumberedPages(3);
         pdf.save(dir_.filePath(QStringLiteral("large.pdf")));
         if (!document.readFromURL(dir_.filePath(QStringLiteral("large.pdf"))))
             throw std::runtime_error("cannot open what was just written");
-        document.root().setChildren(makeItems(shape));
+        insert(makeItems(shape, itemCount));
         document.makeWindowControllers();
         document.finishLoading();
         for (const TreeNode *node : document.treecontroller().arrangedObjects().childNodes())
@@ -91,6 +92,15 @@ public:
     }
 
 private:
+    void insert(MyOutlineItem::Children items) {
+        {
+            const OutlineEdits::Transaction edit(document.edits(), QStringLiteral("many"));
+            for (size_t i = 0; i < items.size(); ++i)
+                document.edits().insert(document.root(), i, std::move(items[i]));
+        }
+        document.edits().forgetHistory();
+    }
+
     QTemporaryDir dir_;
     test::RecordingPlatform platform_;
 
@@ -140,6 +150,25 @@ void moveSelectedDown(benchmark::State &state) {
         large.perform("moveDown:");
 }
 
+/// A step back over a command and a step forward again, each drawn, in an outline of 100,000 items.
+void stepOver(benchmark::State &state, const char *command, bool all) {
+    LargeDocument large(Shape{state.range(0)}, mostItems);
+    const bool forward = state.range(1) != 0;
+    if (all) {
+        large.select(true);
+    } else {
+        large.document.treecontroller().setSelectionIndexPaths({{2}});
+    }
+    large.perform(command);
+    if (forward) large.perform("stepBack:");
+    for (auto _ : state) {
+        large.perform(forward ? "stepForward:" : "stepBack:");
+        state.PauseTiming();
+        large.perform(forward ? "stepBack:" : "stepForward:");
+        state.ResumeTiming();
+    }
+}
+
 BENCHMARK(selectAllRows)->ArgName("nested")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 #define LEAFWRIGHT_EDITING_BENCHMARK(function) \
     BENCHMARK(function)                        \
@@ -149,6 +178,16 @@ BENCHMARK(selectAllRows)->ArgName("nested")->Arg(0)->Arg(1)->Unit(benchmark::kMi
 LEAFWRIGHT_EDITING_BENCHMARK(titleCase);
 LEAFWRIGHT_EDITING_BENCHMARK(findAndReplace);
 LEAFWRIGHT_EDITING_BENCHMARK(moveSelectedDown);
+#define LEAFWRIGHT_STEP_BENCHMARK(name, command, all) \
+    BENCHMARK_CAPTURE(stepOver, name, command, all)   \
+        ->ArgNames({"nested", "forward"})             \
+        ->ArgsProduct({{0, 1}, {0, 1}})               \
+        ->Unit(benchmark::kMillisecond)
+LEAFWRIGHT_STEP_BENCHMARK(oneRenamed, "changeCaseToUpperCase:", false);
+LEAFWRIGHT_STEP_BENCHMARK(oneMoved, "moveUp:", false);
+LEAFWRIGHT_STEP_BENCHMARK(oneRemoved, "removeOutlineItems:", false);
+LEAFWRIGHT_STEP_BENCHMARK(allRenamed, "changeCaseToUpperCase:", true);
+LEAFWRIGHT_STEP_BENCHMARK(allRemoved, "removeOutlineItems:", true);
 
 }  // namespace
 
