@@ -974,6 +974,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>the file system gives no file a second name</source>
         <translation>das Dateisystem gibt keiner Datei einen zweiten Namen</translation>
     </message>
+    <message>
+        <source>another program gives files other names there at the same time; what it has left is in %1</source>
+        <translation>ein anderes Programm benennt dort zur selben Zeit Dateien um; was es hinterlassen hat, steht in %1</translation>
+    </message>
+    <message>
+        <source>another program has put another file there meanwhile</source>
+        <translation>ein anderes Programm hat inzwischen eine andere Datei dorthin gelegt</translation>
+    </message>
 </context>
 <context>
     <name>FileTarget</name>

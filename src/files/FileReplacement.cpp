@@ -3,12 +3,11 @@
 #include "files/FileAttributes.h"
 #include "files/FileName.h"
 #include "files/FileWriting.h"
+#include "files/StreamPouring.h"
 #include "files/SystemError.h"
 #include "files/TemporaryFolder.h"
 #include "files/WritingJournal.h"
 #include "texts/Translated.h"
-
-#include <QThread>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -21,33 +20,13 @@ namespace {
 
 constexpr Translated translated{"FileReplacement"};
 
-/// Some file systems have no such operation, and nothing to wait for.
-bool hasSynced(int result) {
-    return result == 0 || errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
+/// Whether what others may do with a file is what it was.
+bool sameRights(const struct stat &a, const struct stat &b) {
+    return a.st_mode == b.st_mode && a.st_uid == b.st_uid && a.st_gid == b.st_gid;
 }
 
-/// Opens a named pipe for writing. That takes a reader, which may be about to come.
-int openPipe(const QByteArray &path) {
-    constexpr int attempts = 100;
-    constexpr unsigned long pause = 100;  // milliseconds
-    for (int i = 0;; ++i) {
-        const int pipe = ::open(path.constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
-        if (pipe >= 0) ::fcntl(pipe, F_SETFL, O_WRONLY);
-        if (pipe >= 0 || errno != ENXIO || i == attempts) return pipe;
-        QThread::msleep(pause);
-    }
-}
-
-/// @return 0, or the error
-int copyWhole(int from, int to) {
-    std::vector<char> buffer(1 << 16);
-    for (off_t offset = 0;;) {
-        const ssize_t count = ::pread(from, buffer.data(), buffer.size(), offset);
-        if (count < 0 && errno == EINTR) continue;
-        if (count <= 0) return count < 0 ? errno : 0;
-        if (const int error = writeWhole(to, buffer.data(), count)) return error;
-        offset += count;
-    }
+bool sameTime(const timespec &a, const timespec &b) {
+    return a.tv_sec == b.tv_sec && a.tv_nsec == b.tv_nsec;
 }
 
 }  // namespace
@@ -145,37 +124,93 @@ bool FileReplacement::prepare() {
     if (descriptor_ < 0 && !failed_) fail(EBADF);
     if (!failed_ && check_)
         if (const auto problem = check_(temporaryPath())) fail(*problem);
-    if (!failed_ && target_.status && !target_.isStream()) {
-        for (const QString &lost : keepAttributes(descriptor_, target_.path, *target_.status))
-            notices_.append(path_ + QLatin1String(": ") + lost);
-        if (target_.status->st_nlink > 1)
-            notices_.append(path_ + QLatin1String(": ") +
-                            translated("it had other names (hard links), which still lead to the old file"));
+    if (!failed_ && !target_.isStream()) {
+        const int error = target_.status ? takeOverAttributes(*target_.status, target_.path)
+                          : hasSynced(::fsync(descriptor_)) ? 0
+                                                            : errno;
+        if (error != 0) fail(error);
     }
-    if (!failed_ && !target_.isStream() && !hasSynced(::fsync(descriptor_))) fail(errno);
     prepared_ = !failed_;
     if (failed_) discard();
     return prepared_;
 }
 
+/// Gives the new file what the old one has beside its content, and waits until the disk has it.
+/// @param path where the old file stands. @return 0, or the error
+int FileReplacement::takeOverAttributes(const struct stat &old, const QByteArray &path) {
+    notices_.clear();
+    for (const QString &lost : keepAttributes(descriptor_, path, old))
+        notices_.append(path_ + QLatin1String(": ") + lost);
+    const nlink_t own = old_.name.isEmpty() ? 1 : 2;
+    if (old.st_nlink > own)
+        notices_.append(path_ + QLatin1String(": ") +
+                        translated("it had other names (hard links), which still lead to the old file"));
+    target_.status = old;
+    return hasSynced(::fsync(descriptor_)) ? 0 : errno;
+}
+
 FileReplacement::Outcome FileReplacement::commit() {
     if (!prepare()) return Outcome::NotWritten;
-    // As late as can be: nothing but the change of the name is left to do.
-    const Outcome outcome = failsByObjection()   ? Outcome::NotWritten
-                            : target_.isStream() ? pourOut()
-                                                 : rename();
+    const Outcome outcome = !target_.isStream()  ? rename()
+                            : failsByObjection() ? Outcome::NotWritten
+                                                 : pourOut();
     discard();
     return outcome;
 }
 
-FileReplacement::Outcome FileReplacement::rename() {
+/// @return whether the new file has its name. If something is left to tell then, it has failed all the same
+bool FileReplacement::takePlace() {
+    const FolderLock lock(folder_);
+    // Before the question whether the file is what was read, so that no writing falls between the two.
+    NameChange change{folder_, descriptor_, temporaryName_, target_.name(),
+                      statusAt(folder_, target_.name())};
+    // As late as can be: nothing but the change of the name is left to do.
+    if (failsByObjection()) return false;
+    if (change.old) {
+        if (!target_.status || !isSameFile(*change.old, *target_.status))
+            return failsByName(NameTaken::ByAnother);
+        const bool isAsPrepared = sameRights(*change.old, *target_.status) &&
+                                  change.old->st_nlink == target_.status->st_nlink &&
+                                  sameTime(change.old->st_ctim, target_.status->st_ctim);
+        const int error = isAsPrepared ? 0 : takeOverAttributes(*change.old, target_.path);
+        if (error != 0) return fail(error);
+    }
     noteReplacement(descriptor_, fileNameBytes(path_));
-    if (::renameat(folder_, temporaryName_.constData(), folder_, target_.name().constData()) != 0) {
-        fail(errno);
-        return Outcome::NotWritten;
+    NameTaken result = takeName(change);
+    if (result == NameTaken::ByAnother && change.old && !statusAt(folder_, change.to)) {
+        if (failsByObjection()) return false;
+        change.old.reset();
+        result = takeName(change);
+    }
+    if (result != NameTaken::Yes && result != NameTaken::InExchange) return failsByName(result);
+    isInPlace_ = true;
+    if (result == NameTaken::InExchange) {
+        const auto old = statusAt(folder_, temporaryName_);
+        const int error = !old || sameRights(*old, *target_.status)
+                              ? 0
+                              : takeOverAttributes(*old, target_.folder() + '/' + temporaryName_);
+        if (error != 0) fail(error);
+        ::unlinkat(folder_, temporaryName_.constData(), 0);
     }
     temporaryName_.clear();
-    isInPlace_ = true;
+    return true;
+}
+
+/// With errno set.
+bool FileReplacement::failsByName(NameTaken result) {
+    if (result == NameTaken::Not) return fail(errno);
+    if (result == NameTaken::Unclear)
+        return fail(
+            translated("another program gives files other names there at the same time; what it has left "
+                       "is in %1")
+                .arg(temporaryPath()));
+    if (failsByObjection()) return false;
+    metObjection_ = true;
+    return fail(translated("another program has put another file there meanwhile"));
+}
+
+FileReplacement::Outcome FileReplacement::rename() {
+    if (!takePlace()) return Outcome::NotWritten;
     // Whoever keeps the new file open would keep it locked. On some file systems nobody else could read it
     // then.
     ::flock(descriptor_, LOCK_UN);
@@ -185,19 +220,17 @@ FileReplacement::Outcome FileReplacement::rename() {
     // What a server says at the end counts as well.
     const bool closed = ::close(descriptor_) == 0;
     descriptor_ = -1;
-    if (synced && closed) return Outcome::Written;
+    if (synced && closed) return failed_ ? Outcome::NotDurable : Outcome::Written;
     fail(synced ? errno : error);
     return Outcome::NotDurable;
 }
 
 FileReplacement::Outcome FileReplacement::pourOut() {
-    const int out =
-        target_.descriptor >= 0 ? ::fcntl(target_.descriptor, F_DUPFD_CLOEXEC, 0) : openPipe(target_.path);
-    int error = out < 0 ? errno : copyWhole(descriptor_, out);
-    if (out >= 0 && ::close(out) != 0 && error == 0) error = errno;
-    if (error == 0) return Outcome::Written;
-    fail(error == ENXIO ? translated("nobody reads from this pipe") : reasonOfSystem(error));
-    return Outcome::NotWritten;
+    const Poured poured = pourInto(target_, descriptor_);
+    isInPlace_ = poured.isThere;
+    if (poured.error == 0) return Outcome::Written;
+    fail(poured.error == ENXIO ? translated("nobody reads from this pipe") : reasonOfSystem(poured.error));
+    return isInPlace_ ? Outcome::NotDurable : Outcome::NotWritten;
 }
 
 QString FileReplacement::message() const {
@@ -212,7 +245,9 @@ void FileReplacement::discard() {
         close();
         setErrorString(reason);
     }
-    if (!temporaryName_.isEmpty()) ::unlinkat(folder_, temporaryName_.constData(), 0);
+    // What another program has put there is not ours to remove.
+    if (!temporaryName_.isEmpty() && isNameOf(folder_, temporaryName_, descriptor_))
+        ::unlinkat(folder_, temporaryName_.constData(), 0);
     temporaryName_.clear();
     if (descriptor_ >= 0) ::close(descriptor_);
     descriptor_ = -1;
@@ -225,7 +260,7 @@ void FileReplacement::keepOld() {
 }
 
 std::optional<QString> FileReplacement::undo() {
-    if (!isInPlace_) return std::nullopt;
+    if (!isInPlace_ || isStream()) return std::nullopt;
     const auto stays = [this](const QString &reason) {
         return translated("%1 could not be put back as it was: %2").arg(path_, reason);
     };

@@ -2,6 +2,7 @@
 
 #include "files/FileOnDisk.h"
 #include "files/FileTarget.h"
+#include "files/NameTaking.h"
 #include "files/UnfinishedFiles.h"
 
 #include <QIODevice>
@@ -18,7 +19,8 @@ namespace leafwright {
 ///
 /// It is written beside the target, as ".NAME.XXXXXX"; what a killed program leaves of that, the next one
 /// removes. Symbolic links are followed. A named pipe or an open descriptor ("/dev/stdout") is not replaced,
-/// but gets all bytes at the end; folders, devices and sockets are refused.
+/// but gets all bytes at the end; folders, devices and sockets are refused. What may be replaced is what
+/// stood there at the start: what another program puts there meanwhile stays.
 ///
 ///     FileReplacement file(path);
 ///     if (!file.start() || file.write(bytes) != bytes.size() || file.commit() !=
@@ -70,13 +72,13 @@ public:
     std::optional<QString> undo();
     /// Whether the target takes bytes as they come.
     bool isStream() const { return target_.isStream(); }
-    /// Whether it failed because another program has changed something, see heed().
+    /// Whether it failed because another program has changed something, see heed(), or put it there.
     bool metObjection() const { return metObjection_; }
 
     /// Why the path has not been written, or not for certain, as a message to the user.
     QString message() const;
     /// What the old file had and the new one has not, each as a message that begins with the path; complete
-    /// after prepare().
+    /// after commit().
     const QStringList &notices() const { return notices_; }
 
     bool isSequential() const override { return true; }
@@ -91,6 +93,9 @@ private:
     bool failsByObjection();
     bool startBesideTarget();
     bool startApart();
+    int takeOverAttributes(const struct stat &old, const QByteArray &path);
+    bool takePlace();
+    bool failsByName(NameTaken result);
     Outcome rename();
     Outcome pourOut();
 

@@ -17,6 +17,10 @@ int writeWhole(int descriptor, const char *data, qint64 size) {
     return 0;
 }
 
+bool hasSynced(int result) {
+    return result == 0 || errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
+}
+
 void letTooLargeFilesFail() {
     std::signal(SIGXFSZ, SIG_IGN);
 }

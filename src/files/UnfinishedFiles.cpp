@@ -1,5 +1,6 @@
 #include "files/UnfinishedFiles.h"
 
+#include "files/NameTaking.h"
 #include "files/WritingJournal.h"
 
 #include <QMutex>
@@ -68,6 +69,9 @@ bool isAbandoned(const struct stat &status) {
 void removeIfAbandoned(int folder, const char *name) {
     struct stat status = {};
     if (::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) != 0 || !isAbandoned(status)) return;
+    // Whoever changes names just now may have to give this one back.
+    const FolderLock lock(folder, std::chrono::milliseconds(0));
+    if (lock.isTaken()) return;
     const int file = ::openat(folder, name, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     if (file < 0) return;
     if (::flock(file, LOCK_EX | LOCK_NB) == 0 && ::fstat(file, &status) == 0 && isAbandoned(status))

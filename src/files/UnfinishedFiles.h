@@ -29,7 +29,8 @@ bool isNameOfUnfinishedFile(const QByteArray &name);
 void removeUnfinishedFile(const QByteArray &path);
 
 /// Removes from a folder the files of this kind that nobody writes any more: our user's own, not changed for
-/// ten minutes, and not locked. What can't be removed stays. A folder is looked through once in ten minutes.
+/// ten minutes, and not locked, nor is their folder (FolderLock). What can't be removed stays. A folder is
+/// looked through once in ten minutes.
 /// @param folder a descriptor of the folder. @param path the same folder's path
 void removeAbandonedFiles(int folder, const QByteArray &path);
 

@@ -111,7 +111,7 @@ TEST_F(EndedWorkers, GivenUpOnceTheNewFileIsInPlaceIsToldSo) {
 TEST_F(EndedWorkers, EndWithWhoWaitsForThemAndLeaveNothing) {
     for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
         QFile::remove(root + "/log");
-        start({"autotoc", work("a.pdf"), "-o", out() + "/new.pdf", "--timeout", "600"}, "renameat", 0);
+        start({"autotoc", work("a.pdf"), "-o", out() + "/new.pdf", "--timeout", "600"}, "renameat2", 0);
         waitUntilHeldUp();
         EXPECT_EQ(namesIn("out").size(), 1);
         send(signal);
@@ -127,7 +127,7 @@ TEST_F(EndedWorkers, LeaveNothingOfAScriptAndTellWhichFilesAreNew) {
     for (const bool isNew : {false, true}) {
         QFile::remove(root + "/log");
         start({"run", work("steps"), work("a.pdf"), "-o", out() + "/new.pdf", "--timeout", "600"},
-              isNew ? "renameat" : "fsync", 0);
+              isNew ? "renameat2" : "fsync", 0);
         waitUntilHeldUp();
         EXPECT_NE(namesIn("work"), before);
         EXPECT_NE(namesIn("tmp"), QStringList());

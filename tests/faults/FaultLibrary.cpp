@@ -6,7 +6,7 @@
 //                           calls of all processes of the run
 //   LEAFWRIGHT_FAULT_AT     the number, from 0, of the call that fails
 //   LEAFWRIGHT_FAULT_ERROR  the errno that it fails with; 0 kills the program instead, -1 lets it wait for a
-//                           minute, as for a disk that does not answer
+//                           minute, as for a disk that does not answer, -2 stops it until it gets SIGCONT
 //   LEAFWRIGHT_FAULT_CALL   the name of the only calls that count; empty for all
 //
 // The functions of the system's library are defined here once more, and so come before it.
@@ -84,6 +84,7 @@ bool fails(const char *call, const std::string &path) {
     if (!plan().call.empty() && plan().call != call) return false;
     if (note(call) != plan().at) return false;
     constexpr unsigned minute = 60;
+    if (plan().error == -2) return syscall(SYS_kill, syscall(SYS_getpid), SIGSTOP) != 0;
     if (plan().error < 0) return sleep(minute) > minute;
     if (plan().error == 0) syscall(SYS_kill, syscall(SYS_getpid), SIGKILL);
     errno = plan().error;

@@ -180,6 +180,25 @@ TEST_F(Replacing, APipeIsWrittenTo) {
     EXPECT_EQ(files(), QStringList{"a.pdf"});
 }
 
+TEST_F(Replacing, AFileThatCantTakeAllThatIsAppendedGetsNothing) {
+    saveBytes(path, "before ");
+    for (const int flags : {O_WRONLY | O_APPEND, O_WRONLY}) {
+        const int file = ::open(name(path).constData(), flags);
+        ::lseek(file, 0, SEEK_END);
+        {
+            const test::FileSizeLimit limit(100);
+            EXPECT_EQ(replace(QStringLiteral("/dev/fd/%1").arg(file), QByteArray(98, 'x')),
+                      Outcome::NotWritten);
+        }
+        EXPECT_EQ(reason, "File too large");
+        EXPECT_EQ(bytesOf(path), "before ");
+        EXPECT_EQ(::write(file, "behind ", 7), 7);
+        EXPECT_EQ(bytesOf(path), "before behind ") << "where the others of this descriptor go on";
+        ASSERT_TRUE(QFile::resize(path, 7));
+        ::close(file);
+    }
+}
+
 TEST_F(Replacing, AnOpenDescriptorIsWrittenTo) {
     const int file = ::open(name(path).constData(), O_RDWR | O_CREAT, 0600);
     ASSERT_EQ(::write(file, "before ", 7), 7);
@@ -207,6 +226,19 @@ TEST_F(Replacing, PermissionsAndOwnerAreKept) {
     EXPECT_EQ(status.st_gid, group);
     EXPECT_EQ(status.st_mode & 07777U, 0640U);
     EXPECT_THAT(notices, IsEmpty());
+}
+
+TEST_F(Replacing, PermissionsAreThoseOfTheLastMoment) {
+    saveBytes(path, "old");
+    ASSERT_EQ(::chmod(name(path).constData(), 0644), 0);
+    FileReplacement file(path);
+    ASSERT_TRUE(file.start());
+    file.write("new");
+    ASSERT_TRUE(file.prepare());
+    ASSERT_EQ(::chmod(name(path).constData(), 0600), 0);
+    EXPECT_EQ(file.commit(), Outcome::Written);
+    EXPECT_EQ(statusOf(path).st_mode & 07777U, 0600U);
+    EXPECT_THAT(file.notices(), IsEmpty());
 }
 
 TEST_F(Replacing, OwnerAndGroupThatCantBeKeptAreTold) {
@@ -375,6 +407,102 @@ TEST_F(Replacing, WhatIsNotUndoneLeavesNothingOfTheOldFile) {
     EXPECT_EQ(files(), QStringList{"a.pdf"});
 }
 
+/// Something happens amid the writing.
+class ReplacingAmid : public Replacing {
+protected:
+    /// Writes a file. @param amid happens before it takes its place; gets the name that it has for the time
+    /// being
+    template <typename Amid>
+    Outcome replaceAmid(Amid &&amid) {
+        FileReplacement file(path);
+        const bool written = file.start() && file.write("new") == 3 && file.prepare();
+        amid(file.temporaryPath());
+        const Outcome outcome = written ? file.commit() : Outcome::NotWritten;
+        reason = file.errorString().toStdString();
+        metObjection = file.metObjection();
+        return outcome;
+    }
+    void move(const QString &from, const QString &to) const {
+        ASSERT_EQ(::rename(name(from).constData(), name(to).constData()), 0);
+    }
+    bool metObjection = false;
+};
+
+TEST_F(ReplacingAmid, WhatComesToANewNameStays) {
+    EXPECT_EQ(replaceAmid([this](auto) { saveBytes(path, "theirs"); }), Outcome::NotWritten);
+    EXPECT_EQ(reason, "another program has put another file there meanwhile");
+    EXPECT_TRUE(metObjection);
+    EXPECT_EQ(bytesOf(path), "theirs");
+    ASSERT_TRUE(QFile::remove(path));
+    EXPECT_EQ(replaceAmid([this](auto) { QFile::link("b.pdf", path); }), Outcome::NotWritten);
+    EXPECT_TRUE(QFileInfo(path).isSymLink());
+    EXPECT_EQ(files(), QStringList{"a.pdf"});
+}
+
+TEST_F(ReplacingAmid, WhatTakesThePlaceOfTheOldFileStays) {
+    saveBytes(path, "old");
+    saveBytes(dir.path("b.pdf"), "theirs");
+    EXPECT_EQ(replaceAmid([this](auto) { move(dir.path("b.pdf"), path); }), Outcome::NotWritten);
+    EXPECT_EQ(reason, "another program has put another file there meanwhile");
+    EXPECT_EQ(bytesOf(path), "theirs");
+    EXPECT_EQ(files(), QStringList{"a.pdf"});
+}
+
+TEST_F(ReplacingAmid, WhatTakesThePlaceOfTheUnfinishedFileIsNotUsed) {
+    saveBytes(dir.path("b.pdf"), "theirs");
+    QString temporary;
+    for (const bool isThere : {false, true}) {
+        if (isThere) saveBytes(path, "old");
+        saveBytes(dir.path("b.pdf"), "theirs");
+        EXPECT_EQ(replaceAmid([&](const QString &unfinished) {
+                      temporary = unfinished;
+                      move(dir.path("b.pdf"), unfinished);
+                  }),
+                  Outcome::NotWritten);
+        EXPECT_THAT(reason, HasSubstr(name(temporary).toStdString()));
+        EXPECT_EQ(QFile::exists(path), isThere);
+        EXPECT_EQ(bytesOf(temporary), "theirs") << "nor is it removed";
+    }
+    EXPECT_EQ(bytesOf(path), "old");
+}
+
+TEST_F(ReplacingAmid, AnUnfinishedFileThatIsGoneIsAFailure) {
+    EXPECT_EQ(replaceAmid([](const QString &unfinished) { QFile::remove(unfinished); }), Outcome::NotWritten);
+    EXPECT_EQ(reason, "No such file or directory");
+}
+
+TEST_F(ReplacingAmid, OthersOfUsAreWaitedForBeforeTheLastLook) {
+    saveBytes(path, "old");
+    saveBytes(dir.path("b.pdf"), "theirs");
+    const int folder = ::open(name(dir.path(".")).constData(), O_RDONLY | O_DIRECTORY);
+    ASSERT_EQ(::flock(folder, LOCK_EX), 0);
+    std::thread another;
+    EXPECT_EQ(replaceAmid([&](auto) {
+                  another = std::thread([&] {
+                      std::this_thread::sleep_for(std::chrono::milliseconds(200));
+                      move(dir.path("b.pdf"), path);
+                      ::close(folder);
+                  });
+              }),
+              Outcome::NotWritten);
+    another.join();
+    EXPECT_EQ(bytesOf(path), "theirs");
+}
+
+TEST_F(ReplacingAmid, AFolderThatSomebodyKeepsLockedHoldsNobodyUp) {
+    const int folder = ::open(name(dir.path(".")).constData(), O_RDONLY | O_DIRECTORY);
+    ASSERT_EQ(::flock(folder, LOCK_EX), 0);
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(replaceAmid([](auto) {}), Outcome::Written) << reason;
+    EXPECT_EQ(bytesOf(path), "new");
+    EXPECT_EQ(files(), QStringList{"a.pdf"});
+    ::close(folder);
+    EXPECT_EQ(replace(path), Outcome::Written);
+    const int again = ::open(name(dir.path(".")).constData(), O_RDONLY | O_DIRECTORY);
+    EXPECT_EQ(::flock(again, LOCK_EX | LOCK_NB), 0) << "we do not keep it ourselves";
+    ::close(again);
+}
+
 /// What a killed program has left.
 class Abandoned : public Replacing {
 protected:
@@ -409,6 +537,19 @@ TEST_F(Abandoned, IsNotWhatSomebodyWritesStill) {
     EXPECT_EQ(replace(path), Outcome::Written) << reason;
     EXPECT_EQ(files(), (QStringList{file, "a.pdf"}));
     ::close(writer);
+}
+
+TEST_F(Abandoned, StaysWhileNamesChangeInTheFolder) {
+    const QByteArray file = leave("a.pdf", 11);
+    const int changing = ::open(name(dir.path(".")).constData(), O_RDONLY | O_DIRECTORY);
+    const int folder = ::open(name(dir.path(".")).constData(), O_RDONLY | O_DIRECTORY);
+    ASSERT_EQ(::flock(changing, LOCK_EX), 0);
+    removeAbandonedFiles(folder, "a program that comes amid that");
+    EXPECT_EQ(files(), QStringList{file}) << "it may be what comes back";
+    ::close(changing);
+    removeAbandonedFiles(folder, "one that comes later");
+    EXPECT_EQ(files(), QStringList());
+    ::close(folder);
 }
 
 TEST_F(Abandoned, IsNotTheOldFileThatMayComeBack) {
