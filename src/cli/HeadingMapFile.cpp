@@ -1,6 +1,7 @@
 #include "cli/HeadingMapFile.h"
 
 #include "files/FileReading.h"
+#include "formats/Utf8Text.h"
 #include "texts/Translated.h"
 
 #include <QJsonArray>
@@ -43,7 +44,12 @@ HeadingLevelMap readHeadingMap(const QString &path, const FontCensus &census, Co
         const QJsonArray rows = json.isArray() ? json.array() : json.object()[QLatin1String("map")].toArray();
         map = mapFromJson(rows, fonts);
     } else {
-        LoadedMap loaded = loadHeadingMap(QString::fromUtf8(bytes), fonts);
+        const auto text = textOfUtf8(bytes);
+        if (const auto *fault = std::get_if<NotUtf8>(&text)) {
+            console.message(translated("%1:%2: the text is not UTF-8").arg(path).arg(fault->line));
+            return {};
+        }
+        LoadedMap loaded = loadHeadingMap(std::get<QString>(text), fonts);
         for (const int line : loaded.unreadableLines) {
             console.message(translated("%1:%2: not of the form H1/18.0/\"Times\" +B; the line is passed over")
                                 .arg(path)

@@ -1,5 +1,6 @@
 #include "cli/OutlineTree.h"
 
+#include "formats/Utf8Text.h"
 #include "model/TreeWalk.h"
 #include "texts/Translated.h"
 
@@ -229,7 +230,12 @@ OutlineEntries entriesByNumber(const PDFOutline &root) {
 }
 
 Tree parseOutlineTree(const QByteArray &text, const TextPages &pages, const OutlineEntries &inFile) {
-    if (!looksLikeJson(text)) return treeFromPlusLines(QString::fromUtf8(text), pages);
+    if (!looksLikeJson(text)) {
+        const auto lines = textOfUtf8(text);
+        if (const auto *fault = std::get_if<NotUtf8>(&lines))
+            return TreeError{translated("line %1").arg(fault->line), translated("the text is not UTF-8")};
+        return treeFromPlusLines(std::get<QString>(lines), pages);
+    }
     QJsonParseError error;
     const QJsonDocument json = QJsonDocument::fromJson(text, &error);
     if (error.error == QJsonParseError::DeepNesting) {

@@ -44,6 +44,7 @@ const char *const indexMessage = "\"pageIndex\" must be a page, from 0 to 2\n";
 const char *const colorMessage = "\"color\" must be null or three numbers from 0 to 1, [red, green, blue]\n";
 const char *const entryMessage = "\"entry\" must be an object number or null\n";
 const char *const titleMessage = "\"title\" must be a string\n";
+const char *const utf8Message = "the text is not UTF-8\n";
 const char *const lineMessage = "not of the form \"+ @12 Title\"\n";
 
 INSTANTIATE_TEST_SUITE_P(
@@ -92,7 +93,10 @@ INSTANTIATE_TEST_SUITE_P(PlusLines, ApplyBadTree,
                                          BadTree{"Prose", "This is prose.\n", "line 1", lineMessage},
                                          BadTree{"TwoBlanks", "+ @1 A\n\n+  @2 B\n", "line 3", lineMessage},
                                          BadTree{"OtherBullet", "* @1 A\n", "line 1", lineMessage},
-                                         BadTree{"MixedBullets", "+- @1 A\n", "line 1", lineMessage}),
+                                         BadTree{"MixedBullets", "+- @1 A\n", "line 1", lineMessage},
+                                         BadTree{"Latin1", "+ @1 A\n\n+ @2 Caf\xE9s\n", "line 3",
+                                                 utf8Message},
+                                         BadTree{"Cut", "+ @1 A\n+ @2 Caf\xC3", "line 2", utf8Message}),
                          [](const auto &test) { return std::string(test.param.name); });
 
 TEST(ApplyCommand, JsonNestedTooDeeplyIsRefusedAndPlusLinesAreNot) {

@@ -104,6 +104,16 @@ TEST(HeadingMapOption, UnreadableLinesAreSaidAndPassedOver) {
     EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), "+ @1 Chapter One\n+ @2 Chapter Two\n");
 }
 
+TEST(HeadingMapOption, MapThatIsNotUtf8IsAFailure) {
+    const TempDir dir;
+    const CliResult result = runWithMap(dir, "H1/18.0/\"Helvetica\" +B\nH2/14.0/\"Universit\xE9\"\n");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err, "leafwright-cli: " + dir.path("map").toUtf8() +
+                              ":2: the text is not UTF-8\nleafwright-cli: " + dir.path("in.pdf").toUtf8() +
+                              ": nothing was written\n");
+    EXPECT_FALSE(QFileInfo::exists(dir.path("out.pdf")));
+}
+
 TEST(HeadingMapOption, MapWithoutFontsIsAFailure) {
     const TempDir dir;
     for (const char *map : {"", "nothing here\n", "[]", "{}", "{\"map\": 5}", "[{\"font\": \"Times\"}]"}) {
