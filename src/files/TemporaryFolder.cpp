@@ -28,16 +28,26 @@ QByteArray lockOf(const QByteArray &folder) {
     return folder + "/lock";
 }
 
+/// Removes what stands in a folder beside the lock. @return whether all of that is gone
+bool removeContent(const QByteArray &folder) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    std::vector<fs::path> content;
+    for (fs::directory_iterator entry(folder.toStdString(), error);
+         !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        if (entry->path() != lockOf(folder).toStdString()) content.push_back(entry->path());
+    }
+    bool isGone = !error;
+    for (const fs::path &path : content) {
+        fs::remove_all(path, error);
+        isGone = isGone && !error;
+    }
+    return isGone;
+}
+
 /// The lock goes last: as long as there is something else, the next program finds whom it belonged to.
 void removeWhole(const QByteArray &folder) {
-    namespace fs = std::filesystem;
-    std::error_code ignored;
-    std::vector<fs::path> content;
-    for (const fs::directory_entry &entry : fs::directory_iterator(folder.toStdString(), ignored))
-        if (entry.path() != lockOf(folder).toStdString()) content.push_back(entry.path());
-    for (const fs::path &path : content)
-        fs::remove_all(path, ignored);
-    ::unlink(lockOf(folder).constData());
+    if (removeContent(folder)) ::unlink(lockOf(folder).constData());
     ::rmdir(folder.constData());
 }
 

@@ -8,6 +8,7 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/file.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 namespace leafwright {
@@ -67,6 +68,23 @@ TEST(TemporaryFolder, WhatAKilledProgramHasLeftIsRemovedByTheNext) {
     { const TemporaryFolder folder; }
     ::close(lock);
     EXPECT_EQ(foldersIn(dir.path(".")), (QStringList{prefix + "alive", "leafwright-running"}));
+}
+
+TEST(TemporaryFolder, WhatItCouldNotRemoveItselfIsRemovedByTheNext) {
+    const TempDir dir;
+    const EnvironmentVariable place("TMPDIR", QFile::encodeName(dir.path(".")));
+    rlimit before{};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    {
+        const TemporaryFolder folder;
+        ASSERT_TRUE(QDir().mkpath(folder.filePath("temporary")));
+        const rlimit none{3, before.rlim_max};  // of the numbers for files; the standard streams have three
+        ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+    }
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+    ASSERT_EQ(foldersIn(dir.path(".")).size(), 1) << "it can't look into it";
+    TemporaryFolder::removeAbandoned();
+    EXPECT_EQ(foldersIn(dir.path(".")), QStringList());
 }
 
 }  // namespace
