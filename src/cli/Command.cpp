@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
 #include <new>
 #include <system_error>
 
@@ -32,6 +33,18 @@ bool hasReadableTimeLimit(const QCommandLineParser &parser) {
     bool isNumber = false;
     const int seconds = parser.value(timeoutOption()).toInt(&isNumber);
     return isNumber && seconds >= 0 && seconds <= aYear;
+}
+
+/// An option that is given nothing, as by a variable of the shell that is not set: its name and what it
+/// wants; null if there is none.
+QString emptyOption(const CommandInfo &info, const QCommandLineParser &parser) {
+    for (const QCommandLineOption &option : info.options) {
+        if (option.valueName().isEmpty() || !parser.isSet(option)) continue;
+        const QStringList values = parser.values(option);
+        if (std::ranges::any_of(values, &QString::isEmpty))
+            return QLatin1String("--") + option.names().last() + u' ' + option.valueName();
+    }
+    return {};
 }
 
 /// Runs the command in a process that is ended when its time is over.
@@ -89,6 +102,10 @@ ExitCode parseAndRun(const Command &command, const QStringList &arguments, Conso
         return wrongUsage(command,
                           QCoreApplication::translate("Command", "--timeout wants a number of seconds, or 0"),
                           console);
+    }
+    if (const QString option = emptyOption(info, parser); !option.isNull()) {
+        return wrongUsage(
+            command, QCoreApplication::translate("Command", "%1: the value is empty").arg(option), console);
     }
     if (!info.aloneOption.isEmpty() && parser.isSet(info.aloneOption)) return command.run(parser, console);
     const qsizetype given = parser.positionalArguments().size();

@@ -116,6 +116,20 @@ TEST(CommandLine, OptionWithoutItsValueIsWrongUsage) {
     expectWrongUsage({"autotoc", "file.pdf", "-o"}, "o");
 }
 
+TEST(CommandLine, AnEmptyValueIsWrongUsage) {
+    for (const QStringList &command :
+         {QStringList{"run", "steps.json", "a.pdf"}, {"apply", "a.pdf", "tree"}, {"autotoc", "a.pdf"}})
+        expectWrongUsage(command + QStringList{"-o", ""}, "--output OUT: the value is empty");
+    expectWrongUsage({"run", "steps.json", "a.pdf", "--report="}, "--report R: the value is empty");
+    expectWrongUsage({"autotoc", "a.pdf", "-o", "b.pdf", "--map", ""}, "--map MAP: the value is empty");
+    expectWrongUsage({"autotoc", "a.pdf", "--out-dir", ""}, "--out-dir DIR: the value is empty");
+    expectWrongUsage({"contents", "a.pdf", "-o", "b.pdf", "-o", ""}, "--output OUT: the value is empty");
+    expectWrongUsage({"fonts", "a.pdf", "--save-map", ""}, "--save-map MAP: the value is empty");
+    expectWrongUsage({"autotoc", "a.pdf", "-o", "b.pdf", "--max-depth="},
+                     "--max-depth N: the value is empty");
+    expectWrongUsage({"text", "a.pdf", "--page="}, "--page N: the value is empty");
+}
+
 TEST(CommandLine, CommandsThatWriteWantAnOutput) {
     expectWrongUsage({"apply", "file.pdf", "tree.json"}, "-o OUT is missing");
     expectWrongUsage({"autotoc", "file.pdf"}, "either -o OUT or --out-dir DIR must be given");
