@@ -218,6 +218,16 @@ QString messageOf(const WorkerEnd &end, std::chrono::seconds limit) {
         .arg(QString::fromLocal8Bit(std::generic_category().message(end.code).c_str()));
 }
 
+/// Either the process that waited is gone, and nobody reads this, or the environment is not from one.
+[[noreturn]] void endAsNobodysWorker() {
+    Console().message(
+        translated(
+            "%1 is set, but not by the process that has started this one; it is for this program's own "
+            "use, so unset it")
+            .arg(QLatin1String(environmentName)));
+    ::_exit(Failed);
+}
+
 }  // namespace
 
 WorkerOf workerOf() {
@@ -233,7 +243,7 @@ void beginAsWorker() {
     ::prctl(PR_SET_PDEATHSIG, SIGTERM);
     // It may be too late for that.
     const QByteArrayList words = qgetenv(environmentName).split(' ');
-    if (words.size() != 3 || ::getppid() != words[1].toInt()) ::_exit(Failed);
+    if (words.size() != 3 || ::getppid() != words[1].toInt()) endAsNobodysWorker();
     const int journal = words[2].toInt();
     ::fcntl(journal, F_SETFD, FD_CLOEXEC);
     keepWritingJournal(journal);

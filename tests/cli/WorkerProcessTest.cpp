@@ -2,6 +2,7 @@
 #include "cli/WorkerProcess.h"
 #include "support/CliFiles.h"
 #include "support/CliRun.h"
+#include "support/EnvironmentVariable.h"
 #include "support/Paths.h"
 
 #include <QDir>
@@ -48,6 +49,16 @@ TEST(WorkerProcess, KnowsWhoWaitsForIt) {
     EXPECT_THAT(said.toStdString(), StartsWith("batch " + std::to_string(::getpid()) + ' '))
         << "with the journal's descriptor behind it";
     EXPECT_EQ(said.count('\n'), 1) << "and has nothing to read";
+}
+
+TEST(WorkerProcess, OfAnotherProgramSaysSo) {
+    for (const char *value : {"batch 1 2", "command 1", "batch "}) {
+        const EnvironmentVariable worker("LEAFWRIGHT_WORKER", value);
+        const ProgramResult result = runProgram(commandLineProgram(), {"--version"});
+        EXPECT_EQ(result.exitCode, 1) << value;
+        EXPECT_EQ(result.out, "");
+        EXPECT_THAT(result.err.toStdString(), StartsWith("leafwright-cli: LEAFWRIGHT_WORKER is set, but "));
+    }
 }
 
 TEST(WorkerProcess, ThatCrashesIsNoExit) {
