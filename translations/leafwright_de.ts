@@ -653,6 +653,10 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
         <source>Gives a file up that takes longer than this; 0 lets it take as long as it likes.</source>
         <translation>Gibt eine Datei auf, die länger braucht; 0 lässt ihr beliebig viel Zeit.</translation>
     </message>
+    <message>
+        <source>%1: the value is empty</source>
+        <translation>%1: Der Wert ist leer</translation>
+    </message>
 </context>
 <context>
     <name>CommandLine</name>
@@ -686,6 +690,9 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>there is no command &quot;%1&quot;; try --help</source>
         <translation>es gibt keinen Befehl „%1“; siehe --help</translation>
     </message>
+</context>
+<context>
+    <name>Console</name>
     <message>
         <source>the result could not be written to standard output</source>
         <translation>das Ergebnis ließ sich nicht auf die Standardausgabe schreiben</translation>
@@ -788,6 +795,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>What the author printed as contents is the outline, as far as there is any; else it is made of the headings, told by their look, numbers, links and names. It takes the place of the outline, unless --keep is given. With --out-dir, several files are done at once, on all cores, each in a process of its own; one that takes more than 60 seconds, or --timeout, is given up. With --ocr, which takes seconds a page, only --timeout limits the time.</source>
         <translation>Was der Autor als Inhaltsverzeichnis gedruckt hat, ist die Gliederung, soweit es eines gibt; sonst besteht sie aus den Überschriften, die an Aussehen, Nummern, Verknüpfungen und Namen erkannt werden. Sie ersetzt die vorhandene, außer mit --keep. Mit --out-dir werden mehrere Dateien zugleich bearbeitet, auf allen Kernen, jede in einem eigenen Prozess; eine, die länger als 60 Sekunden oder --timeout braucht, wird aufgegeben. Mit --ocr, das Sekunden je Seite braucht, begrenzt nur --timeout die Zeit.</translation>
+    </message>
+    <message>
+        <source>; %1 was written</source>
+        <translation>; %1 wurde geschrieben</translation>
     </message>
 </context>
 <context>
@@ -924,6 +935,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>two results would be written to %1; nothing was written</source>
         <translation>zwei Ergebnisse kämen nach %1; nichts wurde geschrieben</translation>
     </message>
+    <message>
+        <source>standard output leads to a file that is read; nothing was written</source>
+        <translation>die Standardausgabe führt in eine Datei, die gelesen wird; nichts wurde geschrieben</translation>
+    </message>
 </context>
 <context>
     <name>FileOnDisk</name>
@@ -946,6 +961,13 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>whether another program has changed %1 since it was read can&apos;t be told: %2</source>
         <translation>ob ein anderes Programm %1 geändert hat, seit die Datei gelesen wurde, lässt sich nicht feststellen: %2</translation>
+    </message>
+</context>
+<context>
+    <name>FileReading</name>
+    <message>
+        <source>the folder that this program was started in is gone, and with it what a relative path begins at; go to another folder, or give the whole path</source>
+        <translation>der Ordner, in dem dieses Programm gestartet wurde, ist nicht mehr da, und mit ihm, wo ein relativer Pfad beginnt; wechseln Sie in einen anderen Ordner, oder geben Sie den ganzen Pfad an</translation>
     </message>
 </context>
 <context>
@@ -1048,6 +1070,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1: there is no heading font in this map</source>
         <translation>%1: In dieser Tabelle steht keine Schrift einer Überschrift</translation>
+    </message>
+    <message>
+        <source>%1:%2: the text is not UTF-8</source>
+        <translation>%1:%2: Der Text ist nicht UTF-8</translation>
     </message>
 </context>
 <context>
@@ -1405,6 +1431,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>an &quot;action&quot; of type %1 must have a &quot;%2&quot;</source>
         <translation>eine &quot;action&quot; vom Typ %1 braucht ein &quot;%2&quot;</translation>
     </message>
+    <message>
+        <source>the text is not UTF-8</source>
+        <translation>der Text ist nicht UTF-8</translation>
+    </message>
 </context>
 <context>
     <name>PDFDocument</name>
@@ -1529,6 +1559,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>another program writes to it at the moment</source>
         <translation>ein anderes Programm schreibt gerade hinein</translation>
+    </message>
+    <message>
+        <source>it is read, and would be overwritten</source>
+        <translation>wird gelesen und würde überschrieben</translation>
+    </message>
+    <message>
+        <source>two results would be written to it</source>
+        <translation>zwei Ergebnisse kämen dorthin</translation>
     </message>
 </context>
 <context>
@@ -1923,6 +1961,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>; %1 was written, but may not outlive a power failure</source>
         <translation>; %1 wurde geschrieben, übersteht aber vielleicht keinen Stromausfall</translation>
     </message>
+    <message>
+        <source>%1 is set, but not by the process that has started this one; it is for this program&apos;s own use, so unset it</source>
+        <translation>%1 ist gesetzt, aber nicht von dem Prozess, der diesen gestartet hat; die Variable ist nur für dieses Programm selbst, entfernen Sie sie</translation>
+    </message>
 </context>
 <context>
     <name>WrittenFile</name>
@@ -2167,6 +2209,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>Open PDF</source>
         <translation>PDF öffnen</translation>
+    </message>
+    <message>
+        <source>“%1” can’t be opened</source>
+        <translation>„%1“ lässt sich nicht öffnen</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
     </message>
 </context>
 <context>

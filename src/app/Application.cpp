@@ -27,17 +27,9 @@ namespace leafwright {
 
 namespace {
 
-QStringList absolutePaths(const QStringList &arguments) {
-    QStringList paths;
-    for (const QString &argument : arguments) {
-        const QUrl url(argument);
-        paths.append(absolutePath(url.isLocalFile() ? pathOfFileUrl(url) : argument));
-    }
-    return paths;
-}
-
 struct Start {
-    QStringList files;
+    QStringList files;     ///< Absolute paths: another start may be the one that opens them.
+    QString problem;       ///< Why they can't be told by such paths; null when all is well.
     bool choose = false;   ///< Ask for a file if nothing is to be shown.
     bool service = false;  ///< Started by the message bus, which says in a moment what for.
 };
@@ -60,7 +52,16 @@ Start parseArguments(const QStringList &arguments) {
                                  QStringLiteral("[PDF...]"));
     // The first is the program's name.
     parser.process(QStringList{QString()} + arguments);
-    return {absolutePaths(parser.positionalArguments()), parser.isSet(choose), parser.isSet(service)};
+    Start start;
+    start.choose = parser.isSet(choose);
+    start.service = parser.isSet(service);
+    for (const QString &argument : parser.positionalArguments()) {
+        const QUrl url(argument);
+        const auto path = absolutePath(url.isLocalFile() ? pathOfFileUrl(url) : argument);
+        if (path) start.files.append(*path);
+        if (!path) start.problem = argument + QLatin1String(": ") + noWorkingFolder();
+    }
+    return start;
 }
 
 void setUp() {
@@ -84,6 +85,10 @@ int applicationMain(int argc, char **argv) {
     installTranslators(application, QLocale(), translationsFolder());
     setUp();
     const Start start = parseArguments(argumentTexts(argc, argv));
+    if (!start.problem.isNull()) {
+        std::fputs(qPrintable(QLatin1String("leafwright: ") + start.problem + u'\n'), stderr);
+        return 1;
+    }
 
     // The message bus settles which of two starts is the first; the socket serves where there is none.
     DesktopApplication desktop(QDBusConnection::sessionBus());

@@ -67,11 +67,10 @@ const std::vector<std::unique_ptr<Command>> &commands() {
 
 int runCommandLine(const QStringList &arguments, Console &console) {
     const ExitCode code = dispatch(arguments, console);
-    if (!console.flush() && code == Done) {
-        console.message(translated("the result could not be written to standard output"));
-        return Failed;
-    }
-    return code;
+    const auto problem = console.flush();
+    if (!problem || code != Done) return code;
+    console.message(*problem);
+    return Failed;
 }
 
 }  // namespace leafwright::cli

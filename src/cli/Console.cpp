@@ -2,6 +2,8 @@
 
 #include "files/FileName.h"
 
+#include <QCoreApplication>
+
 #include <unistd.h>
 
 namespace leafwright::cli {
@@ -50,8 +52,9 @@ bool Console::isTerminal() const {
     return ::isatty(::fileno(messages_)) == 1;
 }
 
-bool Console::flush() {
-    return std::fflush(results_) == 0 && std::ferror(results_) == 0;
+std::optional<QString> Console::flush() {
+    if (std::fflush(results_) == 0 && std::ferror(results_) == 0) return std::nullopt;
+    return QCoreApplication::translate("Console", "the result could not be written to standard output");
 }
 
 }  // namespace leafwright::cli

@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <mutex>
+#include <optional>
 
 namespace leafwright::cli {
 
@@ -30,8 +31,9 @@ public:
     int resultsDescriptor() const { return ::fileno(results_); }
     /// Whether messages are shown on a terminal.
     bool isTerminal() const;
-    /// Whether all results reached their destination; a full disk or closed pipe shows here.
-    bool flush();
+    /// Has all results reach their destination; a full disk or closed pipe shows here. @return what to say
+    /// where they did not
+    std::optional<QString> flush();
 
 private:
     std::FILE *results_;

@@ -49,25 +49,47 @@ QString reportOf(const QString &file, const Request &request, const OutlineOutpu
     return QDir(request.report).filePath(QFileInfo(file).completeBaseName() + QLatin1String(".json"));
 }
 
-/// @return why it could not be written
-std::optional<QString> writeReport(const FoundContents &found, const PDFDocument &pdf, const QString &path,
-                                   Console &console) {
-    if (path == QLatin1String("-")) {
-        JsonWriter json(console);
-        writeContentsReport(found, pdf, json);
-        return std::nullopt;
+/// What is printed of a file, and its report. All of it is written before the PDF, but for the report's name:
+/// what can't be written keeps the PDF as it was.
+class Report {
+public:
+    /// @param path empty for none; "-" for the results
+    Report(QString path, Console &console) : path_(std::move(path)), console_(console) {}
+
+    /// @return why it could not be written
+    std::optional<QString> write(const FoundContents &found, const PDFDocument &pdf) {
+        if (path_ == QLatin1String("-")) {
+            JsonWriter json(console_);
+            writeContentsReport(found, pdf, json);
+        }
+        if (auto problem = console_.flush()) return problem;
+        if (path_.isEmpty() || path_ == QLatin1String("-")) return std::nullopt;
+        file_.emplace(path_);
+        if (!file_->start()) return file_->message();
+        {
+            leafwright::JsonWriter json([this](const QByteArray &bytes) { file_->write(bytes); });
+            writeContentsReport(found, pdf, json);
+        }
+        // A stream may still refuse what a file has already taken.
+        if (file_->isStream()) return finish();
+        return file_->prepare() ? std::nullopt : std::optional(file_->message());
     }
-    FileReplacement file(path);
-    if (!file.start()) return file.message();
-    {
-        leafwright::JsonWriter json([&file](const QByteArray &bytes) { file.write(bytes); });
-        writeContentsReport(found, pdf, json);
+    /// Puts it in its place. @return why it is not there
+    std::optional<QString> finish() {
+        if (!file_) return std::nullopt;
+        const bool written = file_->commit() == FileReplacement::Outcome::Written;
+        for (const QString &notice : file_->notices())
+            console_.message(notice);
+        auto problem = written ? std::nullopt : std::optional(file_->message());
+        file_.reset();
+        return problem;
     }
-    const bool written = file.commit() == FileReplacement::Outcome::Written;
-    for (const QString &notice : file.notices())
-        console.message(notice);
-    return written ? std::nullopt : std::optional(file.message());
-}
+
+private:
+    QString path_;
+    Console &console_;
+    std::optional<FileReplacement> file_;
+};
 
 /// A document that has text where another has page images; its file is gone with this.
 struct Recognised {
@@ -150,11 +172,12 @@ std::optional<QString> contents(const QString &file, const Request &request, con
     observeWriting(document, file, console);
     if (found.entries.empty())
         console.message(translated("%1: no headings were found; the outline stays as it was").arg(file));
-    if (auto failure =
-            writeEntries(document, itemsOfContents(found, pdf), request.keep, output.targetOf(file)))
-        return failure;
-    const QString report = reportOf(file, request, output);
-    return report.isEmpty() ? std::nullopt : writeReport(found, pdf, report, console);
+    Report report(reportOf(file, request, output), console);
+    if (auto failure = report.write(found, pdf)) return failure;
+    const QString out = output.targetOf(file);
+    if (auto failure = writeEntries(document, itemsOfContents(found, pdf), request.keep, out)) return failure;
+    const auto failure = report.finish();
+    return failure ? std::optional(*failure + translated("; %1 was written").arg(out)) : std::nullopt;
 }
 
 /// Why the reports of several files can't all be written: names may differ by their extension alone.

@@ -1,6 +1,5 @@
 #include "cli/FileClash.h"
 
-#include "files/FilePlace.h"
 #include "texts/Translated.h"
 
 #include <algorithm>
@@ -20,16 +19,6 @@ bool isRegular(int descriptor) {
     return ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
 }
 
-/// What is read may be a terminal, which is written to as well.
-std::optional<FilePlace> placeToRead(const QString &path) {
-    if (path != QLatin1String("-")) return placeOf(path);
-    return isRegular(STDIN_FILENO) ? placeOf(STDIN_FILENO) : std::nullopt;
-}
-
-std::optional<FilePlace> placeToWrite(const QString &path) {
-    return path == QLatin1String("-") ? placeOf(STDOUT_FILENO) : placeOf(path);
-}
-
 bool isOneOf(const QString &path, const QStringList &read) {
     const auto place = placeToWrite(path);
     return place && std::ranges::any_of(read, [&](const QString &other) {
@@ -38,6 +27,8 @@ bool isOneOf(const QString &path, const QStringList &read) {
 }
 
 QString overwrites(const QString &path) {
+    if (path == QLatin1String("-"))
+        return translated("standard output leads to a file that is read; nothing was written");
     return translated("%1 is read, and would be overwritten; nothing was written").arg(path);
 }
 
@@ -57,12 +48,27 @@ std::optional<QString> sharedPlace(const QStringList &paths) {
 
 }  // namespace
 
+std::optional<FilePlace> placeToRead(const QString &path) {
+    if (path != QLatin1String("-")) return placeOf(path);
+    return isRegular(STDIN_FILENO) ? placeOf(STDIN_FILENO) : std::nullopt;
+}
+
+std::optional<FilePlace> placeToWrite(const QString &path) {
+    return path == QLatin1String("-") ? placeOf(STDOUT_FILENO) : placeOf(path);
+}
+
 std::optional<QString> clashOf(const FilesOfCommand &files) {
     if (const auto path = sharedPlace(files.written + QStringList{files.out})) return meet(*path);
-    if (!files.out.isEmpty() && isOneOf(files.out, files.read)) return overwrites(files.out);
+    // Through a stream the new PDF would not take the old one's place, but stand behind it or in it.
+    const QStringList kept = files.read + (isStream(files.out) ? QStringList{files.pdf} : QStringList());
+    if (!files.out.isEmpty() && isOneOf(files.out, kept)) return overwrites(files.out);
     for (const QString &path : files.written)
         if (!path.isEmpty() && isOneOf(path, files.read + QStringList{files.pdf})) return overwrites(path);
     return std::nullopt;
+}
+
+std::optional<QString> clashOfPrinting(const QString &pdf) {
+    return clashOf({.pdf = pdf, .written = {QStringLiteral("-")}});
 }
 
 std::optional<QString> clashOfResults(const QStringList &files, const QStringList &results) {

@@ -1,4 +1,5 @@
 #include "cli/Commands.h"
+#include "cli/FileClash.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
 
@@ -20,6 +21,10 @@ CommandInfo InfoCommand::info() const {
 
 ExitCode InfoCommand::run(const QCommandLineParser &arguments, Console &console) const {
     const QString path = arguments.positionalArguments().first();
+    if (const auto clash = clashOfPrinting(path)) {
+        console.message(*clash);
+        return Failed;
+    }
     const auto opened = PDFDocument::open(path);
     if (const auto *error = std::get_if<PDFError>(&opened)) {
         console.message(openFailure(path, *error));

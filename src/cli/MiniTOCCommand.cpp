@@ -1,5 +1,6 @@
 #include "autotoc/MiniTOC.h"
 #include "cli/Commands.h"
+#include "cli/FileClash.h"
 #include "cli/OpenFile.h"
 #include "cli/OutlineOutput.h"
 #include "pdf/ReadAhead.h"
@@ -44,6 +45,7 @@ std::optional<QString> samplePattern(const PDFDocument &pdf, int page, const QSt
 /// Adds the entry to the file's outline. @return why that failed
 std::optional<QString> miniTOC(const QString &file, int page, const QString &sample, const QString &out,
                                bool keepPages, Console &console) {
+    if (auto clash = clashOf({.pdf = file, .out = out})) return clash;
     OutlineDocument document;
     if (QString failure; !openForEditing(document, file, failure)) return failure;
     const PDFDocument &pdf = *document.pdfDoc();

@@ -1,5 +1,6 @@
 #include "cli/OpenFile.h"
 
+#include "cli/FileClash.h"
 #include "texts/Translated.h"
 
 namespace leafwright::cli {
@@ -43,6 +44,10 @@ std::optional<QString> readFailure(const QString &path, const PDFDocument &docum
 }
 
 std::unique_ptr<PDFDocument> openForReading(const QString &path, Console &console) {
+    if (const auto clash = clashOfPrinting(path)) {
+        console.message(*clash);
+        return nullptr;
+    }
     auto opened = PDFDocument::open(path);
     if (const auto *error = std::get_if<PDFError>(&opened)) {
         console.message(openFailure(path, *error));

@@ -9,8 +9,8 @@
 
 namespace leafwright::cli {
 
-/// Opens a PDF for reading. When it can't be opened, or not all of it can be read, or it is locked, says so
-/// and returns null.
+/// Opens a PDF of which something is printed. When it can't be opened, or not all of it can be read, or it is
+/// locked, or what is printed would go into it, says so and returns null.
 std::unique_ptr<PDFDocument> openForReading(const QString &path, Console &console);
 
 /// The reason why a file that can't be opened, in a line with its name and what to do.

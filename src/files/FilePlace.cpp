@@ -23,4 +23,10 @@ std::optional<FilePlace> placeOf(const QString &path) {
     return FilePlace{folder.st_dev, folder.st_ino, target->name()};
 }
 
+bool isStream(const QString &path) {
+    const auto found = findTarget(path);
+    const auto *target = std::get_if<FileTarget>(&found);
+    return target && target->isStream();
+}
+
 }  // namespace leafwright

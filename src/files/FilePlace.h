@@ -27,4 +27,8 @@ std::optional<FilePlace> placeOf(const QString &path);
 /// The place of what is open; absent for a number that is none.
 std::optional<FilePlace> placeOf(int descriptor);
 
+/// Whether what is written to a path is added to what is there, instead of taking its place: a named pipe, an
+/// open descriptor such as "/dev/stdout".
+bool isStream(const QString &path);
+
 }  // namespace leafwright

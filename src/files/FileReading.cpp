@@ -2,6 +2,7 @@
 
 #include "files/FileName.h"
 #include "files/SystemError.h"
+#include "texts/Translated.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -14,11 +15,19 @@ namespace leafwright {
 
 namespace {
 
-QByteArray currentFolder() {
+constexpr Translated translated{"FileReading"};
+
+/// Nothing where it has been removed. The process stays in it, and its paths lead nowhere.
+std::optional<std::filesystem::path> workingFolder() {
     char *current = ::get_current_dir_name();
-    QByteArray folder(current);
+    if (!current) return std::nullopt;
+    std::filesystem::path folder(current);
     std::free(current);  // NOLINT(cppcoreguidelines-no-malloc): so the call above wants it
     return folder;
+}
+
+QString textOf(const std::filesystem::path &path) {
+    return fileNameText(QByteArray::fromStdString(path.string()));
 }
 
 }  // namespace
@@ -70,9 +79,13 @@ bool fileExists(const QString &path) {
     return ::stat(fileNameBytes(path).constData(), &status) == 0;
 }
 
-QString absolutePath(const QString &path) {
+std::optional<QString> absolutePath(const QString &path) {
     std::filesystem::path whole = fileNameBytes(path).toStdString();
-    if (whole.is_relative()) whole = std::filesystem::path(currentFolder().toStdString()) / whole;
+    if (whole.is_relative()) {
+        const auto folder = workingFolder();
+        if (!folder) return std::nullopt;
+        whole = *folder / whole;
+    }
     std::filesystem::path clean;
     for (const std::filesystem::path &part : whole) {
         if (part.empty() || part == ".") continue;
@@ -82,10 +95,16 @@ QString absolutePath(const QString &path) {
         }
         std::error_code error;
         if (std::filesystem::is_symlink(clean, error)) clean = std::filesystem::canonical(clean, error);
-        if (error) return path.startsWith(u'/') ? path : fileNameText(currentFolder()) + u'/' + path;
+        if (error) return textOf(whole);
         clean = clean.parent_path();
     }
-    return fileNameText(QByteArray::fromStdString(clean.string()));
+    return textOf(clean);
+}
+
+QString noWorkingFolder() {
+    return translated(
+        "the folder that this program was started in is gone, and with it what a relative path begins at; go "
+        "to another folder, or give the whole path");
 }
 
 }  // namespace leafwright

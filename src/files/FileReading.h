@@ -23,8 +23,12 @@ std::optional<QString> makeFolder(const QString &path);
 /// Whether there is something at a path.
 bool fileExists(const QString &path);
 
-/// An absolute, clean path; a relative one begins at the current folder. ".." leads where the system goes by
+/// An absolute, clean path; a relative one begins at the working folder. ".." leads where the system goes by
 /// it, which behind a symbolic link is not the folder that the path says.
-QString absolutePath(const QString &path);
+/// @return nothing for a relative path where the working folder has been removed
+std::optional<QString> absolutePath(const QString &path);
+
+/// What to tell people then, behind the path.
+QString noWorkingFolder();
 
 }  // namespace leafwright

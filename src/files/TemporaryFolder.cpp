@@ -83,7 +83,10 @@ void removeAbandonedFolders(const QByteArray &parent) {
 
 QByteArray systemTemporaryFolder() {
     const QByteArray folder = qgetenv("TMPDIR");
-    return folder.isEmpty() ? QByteArrayLiteral("/tmp") : fileNameBytes(absolutePath(fileNameText(folder)));
+    if (folder.isEmpty()) return QByteArrayLiteral("/tmp");
+    // In a working folder that has been removed nothing can be made, which is told as of any other folder.
+    const auto absolute = absolutePath(fileNameText(folder));
+    return absolute ? fileNameBytes(*absolute) : folder;
 }
 
 void TemporaryFolder::removeAbandoned() {

@@ -1,7 +1,6 @@
 #include "script/ScriptFiles.h"
 
 #include "files/FileName.h"
-#include "files/FilePlace.h"
 #include "files/FileReading.h"
 #include "files/FileReplacement.h"
 #include "files/FileWriting.h"
@@ -87,6 +86,10 @@ QString notWritten(const QString &path, const QString &reason) {
     return QCoreApplication::translate("ScriptFiles", "%1 could not be written: %2").arg(path, reason);
 }
 
+PDFError refusal(const QString &reason) {
+    return {PDFError::Kind::WriteFailed, reason};
+}
+
 /// Gives all files their names, or none. @return why not, or why it is not for certain
 std::optional<QString> putInPlace(std::vector<std::unique_ptr<FileReplacement>> &files,
                                   QStringList &notices) {
@@ -112,7 +115,7 @@ std::optional<QString> putInPlace(std::vector<std::unique_ptr<FileReplacement>> 
 
 }  // namespace
 
-ScriptFiles::ScriptFiles(QString baseFolder) : base_(std::move(baseFolder)) {
+ScriptFiles::ScriptFiles(std::optional<QString> baseFolder) : base_(std::move(baseFolder)) {
     if (folder_.isThere()) makeOwnFolder(temporaryDirectory());
 }
 
@@ -126,30 +129,70 @@ void ScriptFiles::makeOwnFolder(const QString &path) {
                        .arg(path, *reason);
 }
 
-QString ScriptFiles::absolute(const QString &path) const {
-    return absolutePath(path.startsWith(u'/') ? path : base_ + u'/' + path);
+std::optional<QString> ScriptFiles::absolute(const QString &path) const {
+    if (path.startsWith(u'/')) return absolutePath(path);
+    return base_ ? absolutePath(*base_ + u'/' + path) : std::nullopt;
 }
 
-const ScriptFiles::Staged *ScriptFiles::stagedFor(const QString &path) const {
-    const auto found = std::ranges::find(staged_, absolute(path), &Staged::path);
+void ScriptFiles::keepRead(const std::optional<FilePlace> &place) {
+    if (place) read_.push_back(*place);
+}
+
+void ScriptFiles::keepWritten(const std::optional<FilePlace> &place) {
+    if (place) written_.push_back(*place);
+}
+
+const ScriptFiles::Staged *ScriptFiles::stagedFor(const QString &wanted) const {
+    const auto found = std::ranges::find(staged_, wanted, &Staged::path);
     return found == staged_.end() ? nullptr : &*found;
 }
 
-QString ScriptFiles::placeFor(const QString &path) {
-    if (const Staged *staged = stagedFor(path)) return staged->place;
+/// Why something may not be written to a place; absent where it may.
+std::optional<QString> ScriptFiles::objectionTo(const QString &wanted, Content content) const {
+    const auto place = placeOf(wanted);
+    const auto leadsThere = [&](const Staged &staged) {
+        return staged.path == wanted || (place && placeOf(staged.path) == place);
+    };
+    bool isRead = place && std::ranges::find(read_, *place) != read_.end();
+    bool isWritten = place && std::ranges::find(written_, *place) != written_.end();
+    for (const Staged &staged : staged_) {
+        if (!leadsThere(staged)) continue;
+        if (staged.original) {
+            isRead |= content != Content::PDF || isStream(wanted);
+        } else {
+            isWritten |= content != staged.content || content == Content::Report;
+        }
+    }
+    if (isRead) return QCoreApplication::translate("ScriptFiles", "it is read, and would be overwritten");
+    if (isWritten) return QCoreApplication::translate("ScriptFiles", "two results would be written to it");
+    return std::nullopt;
+}
+
+/// @return where to write it
+QString ScriptFiles::stage(const QString &wanted, Content content) {
+    if (const Staged *staged = stagedFor(wanted)) return staged->place;
     // A folder each: the documents go by their files' names.
     const QString folder = folder_.filePath(QString::number(staged_.size()));
     makeOwnFolder(folder);
-    const QString wanted = absolute(path);
-    staged_.push_back({wanted, QDir(folder).filePath(QFileInfo(wanted).fileName())});
-    return staged_.back().place;
+    const QString place = QDir(folder).filePath(QFileInfo(wanted).fileName());
+    staged_.push_back({wanted, place, content});
+    return place;
+}
+
+Result<QString> ScriptFiles::placeFor(const QString &path, Content content) {
+    const auto wanted = absolute(path);
+    if (!wanted) return refusal(noWorkingFolder());
+    if (const auto objection = objectionTo(*wanted, content)) return refusal(*objection);
+    return stage(*wanted, content);
 }
 
 Result<QString> ScriptFiles::copyOf(const QString &path) {
-    const Descriptor source(openRegularFile(absolute(path)));
+    const auto wanted = absolute(path);
+    if (!wanted) return refusal(noWorkingFolder());
+    const Descriptor source(openRegularFile(*wanted));
     auto asItWas = source.number() < 0 ? nullptr : FileSnapshot::of(source.number());
     if (!asItWas) return unreadable(errno);
-    const QString place = placeFor(path);
+    const QString place = stage(*wanted, Content::PDF);
     const auto notCopied = [&place](const QString &reason) {
         return PDFError{PDFError::Kind::WriteFailed,
                         QCoreApplication::translate("ScriptFiles", "it could not be copied to %1: %2")
@@ -173,7 +216,7 @@ Result<QString> ScriptFiles::copyOf(const QString &path) {
 
 QString ScriptFiles::placeToRead(const QString &path) const {
     const Staged *staged = stagedFor(path);
-    return staged && fileExists(staged->place) ? staged->place : absolute(path);
+    return staged && fileExists(staged->place) ? staged->place : path;
 }
 
 QString ScriptFiles::told(const QString &path) const {
@@ -181,8 +224,8 @@ QString ScriptFiles::told(const QString &path) const {
     const QString belongs = found == staged_.end() ? path : found->path;
     const QString temporary = temporaryDirectory() + u'/';
     if (belongs.startsWith(temporary)) return QLatin1String("<temporary>/") + belongs.mid(temporary.size());
-    const QString inBase = base_ + u'/';
-    return belongs.startsWith(inBase) ? belongs.mid(inBase.size()) : belongs;
+    const QString inBase = base_.value_or(QString()) + u'/';
+    return base_ && belongs.startsWith(inBase) ? belongs.mid(inBase.size()) : belongs;
 }
 
 QString ScriptFiles::toldIn(QString message) const {
@@ -198,7 +241,8 @@ bool ScriptFiles::isLeftAlone(const Staged &staged) {
            staged.copy->isAlso(status) == true;
 }
 
-std::optional<QString> ScriptFiles::publish(QStringList &notices) const {
+std::optional<QString> ScriptFiles::publish(QStringList &notices,
+                                            const std::function<std::optional<QString>()> &first) const {
     std::vector<std::unique_ptr<FileReplacement>> files;
     std::set<FilePlace> taken;
     for (const Staged &staged : staged_) {
@@ -217,6 +261,8 @@ std::optional<QString> ScriptFiles::publish(QStringList &notices) const {
             return notWritten(staged.path, *reason);
         if (!target.prepare()) return target.message();
     }
+    if (first)
+        if (auto problem = first()) return problem;
     return putInPlace(files, notices);
 }
 

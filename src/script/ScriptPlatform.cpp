@@ -62,14 +62,30 @@ std::optional<QString> ScriptPlatform::chooseFile(const FilePanel &panel, bool s
         return std::nullopt;
     }
     const std::optional<QString> path = chosenFiles_.takeFirst();
-    happenings_.panels.push_back({panel, saves, path ? files_.told(files_.absolute(*path)) : QString()});
+    const auto absolute = path ? files_.absolute(*path) : std::nullopt;
+    happenings_.panels.push_back({panel, saves, absolute ? files_.told(*absolute) : QString()});
     if (!path) return std::nullopt;
-    const QString wanted = saves ? files_.absolute(*path) : files_.placeToRead(*path);
+    if (!absolute) {
+        stop(*path + QLatin1String(": ") + noWorkingFolder());
+        return std::nullopt;
+    }
+    const QString wanted = saves ? *absolute : files_.placeToRead(*absolute);
     if (const QString problem = problemOfPath(panel, wanted, saves); !problem.isNull()) {
         stop(problem);
         return std::nullopt;
     }
-    return saves ? files_.placeFor(*path) : wanted;
+    return saves ? placeToSave(*absolute, panel) : wanted;
+}
+
+/// Nothing where the script may not save there, which stops it.
+std::optional<QString> ScriptPlatform::placeToSave(const QString &path, const FilePanel &panel) {
+    const bool isPDF = panel.allowedFileTypes.contains(QLatin1String("pdf"));
+    auto place = files_.placeFor(path, isPDF ? ScriptFiles::Content::PDF : ScriptFiles::Content::Map);
+    if (const auto *refusal = std::get_if<PDFError>(&place)) {
+        stop(files_.told(path) + QLatin1String(": ") + refusal->message);
+        return std::nullopt;
+    }
+    return std::get<QString>(std::move(place));
 }
 
 std::optional<QString> ScriptPlatform::runOpenPanel(const FilePanel &panel) {

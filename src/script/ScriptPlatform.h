@@ -82,6 +82,7 @@ private:
     };
     int buttonFor(const Alert &alert);
     std::optional<QString> chooseFile(const FilePanel &panel, bool saves);
+    std::optional<QString> placeToSave(const QString &path, const FilePanel &panel);
     void stop(const QString &reason);
 
     ScriptFiles &files_;

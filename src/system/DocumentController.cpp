@@ -29,9 +29,14 @@ DocumentController::DocumentController(Platform &platform, Factory makeDocument)
 DocumentController::~DocumentController() = default;
 
 Document *DocumentController::openDocumentWithContentsOfURL(const QString &path, bool display) {
-    const QString absolute = absolutePath(path);
+    const auto absolute = absolutePath(path);
+    if (!absolute) {
+        platform_.beep();
+        platform_.runModal({tr("“%1” can’t be opened").arg(path), noWorkingFolder(), {tr("OK")}});
+        return nullptr;
+    }
     for (const auto &document : documents_) {
-        if (identityOfFile(document->fileURL()) != identityOfFile(absolute)) continue;
+        if (identityOfFile(document->fileURL()) != identityOfFile(*absolute)) continue;
         if (QWidget *window = document->window(); window && display) {
             window->raise();
             window->activateWindow();
@@ -39,12 +44,12 @@ Document *DocumentController::openDocumentWithContentsOfURL(const QString &path,
         return document.get();
     }
     auto document = makeDocument_();
-    if (!document->readFromURL(absolute)) return nullptr;
+    if (!document->readFromURL(*absolute)) return nullptr;
     Document *opened = documents_.emplace_back(std::move(document)).get();
     connect(opened, &Document::closed, this, [this, opened] { remove(opened); });
     connect(opened, &Document::fileURLChanged, this,
             [this, opened] { noteRecentDocument(opened->fileURL()); });
-    noteRecentDocument(absolute);
+    noteRecentDocument(*absolute);
     Q_EMIT documentOpened(opened);
     if (display) opened->makeWindowControllers();
     return opened;

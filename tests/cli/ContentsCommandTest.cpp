@@ -99,6 +99,7 @@ TEST(ContentsCommand, ReportThatCannotBeWritten) {
     const CliResult result = runContents(dir, {"--report", dir.path("none/report.json")});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_THAT(result.err.toStdString(), HasSubstr("none/report.json could not be written"));
+    EXPECT_FALSE(QFile::exists(dir.path("out.pdf"))) << "nor is the PDF, then";
 }
 
 TEST(ContentsCommand, ExplainPrintsTheStages) {

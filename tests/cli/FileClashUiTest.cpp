@@ -35,6 +35,30 @@ protected:
         EXPECT_FALSE(QFile::exists(dir.path("out.pdf")));
     }
 
+    /// A script that saves the PDF, and then by a panel something under a name.
+    void saveScript(const char *selector, const QString &name) {
+        const QString path = QDir(dir.path({})).absoluteFilePath(name);
+        saveBytes(
+            dir.path("steps.json"),
+            QStringLiteral(R"([{"do": "setTitle", "path": [0], "title": "New"}, {"do": "saveDocument:"},)"
+                           R"({"do": "chooseFile", "path": "%1"}, {"do": "%2"}])")
+                .arg(path, QLatin1String(selector))
+                .toUtf8());
+    }
+    /// The script ends there, and nothing has changed.
+    void expectStop(const QStringList &options, const QString &name, const std::string &message) {
+        const QByteArray steps = bytesOf(dir.path("steps.json"));
+        const CliResult result = run(QStringList{"run", "steps.json", "a.pdf"} + options);
+        EXPECT_EQ(result.exitCode, 1) << qPrintable(name);
+        EXPECT_THAT(result.err.toStdString(), EndsWith(name.toStdString() + ": " + message + '\n'));
+        EXPECT_EQ(bytesOf(pdf), before);
+        EXPECT_EQ(bytesOf(dir.path("steps.json")), steps);
+        for (const char *file : {"out.pdf", "map.txt"})
+            EXPECT_FALSE(QFile::exists(dir.path(QLatin1String(file)))) << file;
+    }
+
+    static constexpr const char *saveMap = "buttonClickedSaveH1H2H3Map:";
+    static constexpr const char *saveAs = "saveDocumentAs:";
     const std::string read = " is read, and would be overwritten; nothing was written";
     TempDir dir;
     QString pdf = savePdfWithHeadings(dir, "a.pdf");
@@ -70,6 +94,45 @@ TEST_F(FileClash, ThePdfMayBeWrittenAgain) {
     EXPECT_EQ(run({"autotoc", "a.pdf", "-o", "link.pdf"}).exitCode, 0);
     EXPECT_EQ(plusLinesOf(pdf), outlineOfHeadings);
     EXPECT_EQ(run({"run", "steps.json", "a.pdf", "-o", "link.pdf", "--report", "report.json"}).exitCode, 0);
+}
+
+TEST_F(FileClash, WhatAScriptIsPlayedOnNothingElseIsSavedOver) {
+    const std::string isRead = "it is read, and would be overwritten";
+    for (const char *name : {"a.pdf", "link.pdf", "./a.pdf", "steps.json"}) {
+        saveScript(saveMap, QLatin1String(name));
+        expectStop({}, dir.path(QString(name).remove("./")), isRead);
+    }
+    ASSERT_TRUE(QFile::link(dir.path("steps.json"), dir.path("steps.pdf")));
+    for (const char *name : {"steps.json", "steps.pdf"}) {
+        saveScript(saveAs, QLatin1String(name));
+        expectStop({}, dir.path(QLatin1String(name)), isRead);
+        const StandardInput input(dir.path("steps.json"));
+        EXPECT_EQ(run({"run", "-", "a.pdf"}).exitCode, 1);
+        EXPECT_EQ(bytesOf(pdf), before);
+    }
+}
+
+TEST_F(FileClash, WhatARunWritesNothingElseIsSavedOver) {
+    const std::string meet = "two results would be written to it";
+    ASSERT_TRUE(QFile::link(dir.path("out.pdf"), dir.path("soon.pdf")));
+    for (const char *name : {"out.pdf", "soon.pdf"}) {
+        saveScript(saveMap, QLatin1String(name));
+        expectStop({"--report", "out.pdf"}, dir.path(QLatin1String(name)), meet);
+        expectStop({"-o", "out.pdf"}, dir.path("out.pdf"), meet);
+        saveScript(saveAs, QLatin1String(name));
+        expectStop({"--report", "out.pdf"}, dir.path(QLatin1String(name)), meet);
+    }
+}
+
+TEST_F(FileClash, AScriptMaySaveTheSameTwice) {
+    saveScript(saveAs, "out.pdf");
+    EXPECT_EQ(run({"run", "steps.json", "a.pdf", "-o", "out.pdf"}).exitCode, 0);
+    saveBytes(dir.path("map.txt"), "old");
+    const QByteArray save =
+        R"({"do": "chooseFile", "path": ")" + dir.path("map.txt").toUtf8() + R"("}, {"do": ")";
+    saveBytes(dir.path("steps.json"), '[' + save + saveMap + R"("}, )" + save + saveMap + R"("}])");
+    EXPECT_EQ(run({"run", "steps.json", "a.pdf"}).exitCode, 0);
+    EXPECT_THAT(bytesOf(dir.path("map.txt")).toStdString(), testing::StartsWith("H1/18"));
 }
 
 TEST_F(FileClash, SeveralFilesHaveAResultEach) {

@@ -32,6 +32,17 @@ TEST_F(AbsolutePath, GoesUpFromWhereALinkLeads) {
     EXPECT_EQ(absolutePath(base + "/link/../a.pdf"), base + "/real/a.pdf");
 }
 
+TEST_F(AbsolutePath, IsNoneWhereTheWorkingFolderIsGone) {
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir(base).mkpath("gone"));
+    ASSERT_TRUE(QDir::setCurrent(base + "/gone"));
+    ASSERT_TRUE(QDir(base).rmdir("gone"));
+    EXPECT_EQ(absolutePath("a.pdf"), std::nullopt);
+    EXPECT_EQ(absolutePath("../a.pdf"), std::nullopt);
+    EXPECT_EQ(absolutePath("/a.pdf"), "/a.pdf");
+    QDir::setCurrent(before);
+}
+
 TEST_F(AbsolutePath, WhatLeadsNowhereStaysSo) {
     EXPECT_EQ(absolutePath(base + "/none/../a.pdf"), base + "/none/../a.pdf");
 }

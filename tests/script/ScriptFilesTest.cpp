@@ -14,6 +14,19 @@ using test::saveBytes;
 
 class FilesOfAScript : public testing::Test {
 protected:
+    /// Where to write a PDF.
+    QString placeFor(const QString &path) {
+        const auto place = files.placeFor(path, ScriptFiles::Content::PDF);
+        EXPECT_TRUE(std::holds_alternative<QString>(place));
+        return std::get<QString>(place);
+    }
+    /// Why something else may not be written there; null where it may.
+    QString objectionTo(const QString &path, ScriptFiles::Content content) {
+        const auto place = files.placeFor(path, content);
+        const auto *refusal = std::get_if<PDFError>(&place);
+        return refusal ? refusal->message : QString();
+    }
+
     test::TempDir dir;
     QString base = QDir::cleanPath(dir.path({}));
     ScriptFiles files{base};
@@ -28,8 +41,8 @@ TEST_F(FilesOfAScript, ACopyStandsInForTheFileUntilItIsPublished) {
     EXPECT_TRUE(copy->endsWith("/a.pdf")) << "documents go by their files' names";
     saveBytes(*copy, "after");
     EXPECT_EQ(bytesOf(dir.path("a.pdf")), "before");
-    EXPECT_EQ(files.placeToRead("a.pdf"), *copy);
-    EXPECT_EQ(files.placeFor(dir.path("a.pdf")), *copy) << "by whatever name";
+    EXPECT_EQ(files.placeToRead(dir.path("a.pdf")), *copy);
+    EXPECT_EQ(placeFor(dir.path("a.pdf")), *copy) << "by whatever name";
     EXPECT_EQ(files.publish(notices), std::nullopt);
     EXPECT_EQ(bytesOf(dir.path("a.pdf")), "after");
 }
@@ -43,18 +56,18 @@ TEST_F(FilesOfAScript, AMissingFileHasNoCopy) {
 
 TEST_F(FilesOfAScript, ACopyIsNeverWrittenOverAnything) {
     saveBytes(dir.path("a.pdf"), "before");
-    saveBytes(files.placeFor("a.pdf"), "of the script");
+    saveBytes(placeFor("a.pdf"), "of the script");
     const auto made = files.copyOf("a.pdf");
     const auto *error = std::get_if<PDFError>(&made);
     ASSERT_TRUE(error);
     EXPECT_TRUE(error->message.endsWith(": File exists")) << qPrintable(error->message);
-    EXPECT_EQ(bytesOf(files.placeFor("a.pdf")), "of the script");
+    EXPECT_EQ(bytesOf(placeFor("a.pdf")), "of the script");
 }
 
 TEST_F(FilesOfAScript, WhatTheOldFileHadAndTheNewOneHasNotIsTold) {
     saveBytes(dir.path("a.pdf"), "before");
     ASSERT_EQ(::link(QFile::encodeName(dir.path("a.pdf")), QFile::encodeName(dir.path("b.pdf"))), 0);
-    saveBytes(files.placeFor("a.pdf"), "after");
+    saveBytes(placeFor("a.pdf"), "after");
     EXPECT_EQ(files.publish(notices), std::nullopt);
     EXPECT_EQ(notices, QStringList{dir.path("a.pdf") +
                                    ": it had other names (hard links), which still lead to the old file"});
@@ -76,7 +89,7 @@ TEST_F(FilesOfAScript, WhatAnotherProgramHasChangedMeanwhileStays) {
     EXPECT_EQ(files.publish(notices), std::nullopt) << "the script has not saved it";
     EXPECT_EQ(bytesOf(dir.path("a.pdf")), "theirs");
     saveBytes(std::get<QString>(copy), "after");
-    saveBytes(files.placeFor("b.pdf"), "of the script");
+    saveBytes(placeFor("b.pdf"), "of the script");
     const auto failure = files.publish(notices);
     ASSERT_TRUE(failure);
     EXPECT_TRUE(failure->contains("a.pdf could not be written: another program has written to it"))
@@ -86,8 +99,8 @@ TEST_F(FilesOfAScript, WhatAnotherProgramHasChangedMeanwhileStays) {
 }
 
 TEST_F(FilesOfAScript, WhereOneCantBeWrittenNoneIs) {
-    saveBytes(files.placeFor("first.txt"), "first");
-    saveBytes(files.placeFor("no/second.txt"), "second");
+    saveBytes(placeFor("first.txt"), "first");
+    saveBytes(placeFor("no/second.txt"), "second");
     const auto failure = files.publish(notices);
     ASSERT_TRUE(failure);
     EXPECT_TRUE(failure->contains("second.txt could not be written: ")) << qPrintable(*failure);
@@ -97,11 +110,58 @@ TEST_F(FilesOfAScript, WhereOneCantBeWrittenNoneIs) {
 TEST_F(FilesOfAScript, TwoDoNotGoToOnePlace) {
     saveBytes(dir.path("a.pdf"), "old");
     ASSERT_TRUE(QFile::link(dir.path("a.pdf"), dir.path("link.pdf")));
-    saveBytes(files.placeFor("a.pdf"), "one");
-    saveBytes(files.placeFor("link.pdf"), "other");
+    saveBytes(placeFor("a.pdf"), "one");
+    saveBytes(placeFor("link.pdf"), "other");
     EXPECT_EQ(files.publish(notices),
               dir.path("link.pdf") + " could not be written: something else is to be written there too");
     EXPECT_EQ(bytesOf(dir.path("a.pdf")), "old");
+}
+
+TEST_F(FilesOfAScript, OnlyThePdfTakesThePlaceOfWhatItWasMadeOf) {
+    using Content = ScriptFiles::Content;
+    const QString isRead = "it is read, and would be overwritten";
+    saveBytes(dir.path("a.pdf"), "before");
+    saveBytes(dir.path("steps.json"), "[]");
+    ASSERT_TRUE(QFile::link(dir.path("a.pdf"), dir.path("link.txt")));
+    files.keepRead(placeOf(dir.path("steps.json")));
+    files.copyOf("a.pdf");
+    for (const Content content : {Content::Map, Content::Report}) {
+        EXPECT_EQ(objectionTo("a.pdf", content), isRead);
+        EXPECT_EQ(objectionTo("link.txt", content), isRead);
+        EXPECT_EQ(objectionTo("steps.json", content), isRead);
+    }
+    EXPECT_EQ(objectionTo("steps.json", Content::PDF), isRead);
+    EXPECT_EQ(objectionTo("a.pdf", Content::PDF), QString());
+    EXPECT_EQ(objectionTo("link.txt", Content::PDF), QString());
+}
+
+TEST_F(FilesOfAScript, TwoOfDifferentContentDoNotMeet) {
+    using Content = ScriptFiles::Content;
+    const QString meet = "two results would be written to it";
+    ASSERT_TRUE(QFile::link(dir.path("report.json"), dir.path("link.txt")));
+    EXPECT_EQ(objectionTo("report.json", Content::Report), QString());
+    for (const Content content : {Content::Map, Content::PDF, Content::Report}) {
+        EXPECT_EQ(objectionTo("report.json", content), meet);
+        EXPECT_EQ(objectionTo("link.txt", content), meet) << "a link to what is still to come";
+    }
+    EXPECT_EQ(objectionTo("map.txt", Content::Map), QString());
+    EXPECT_EQ(objectionTo("map.txt", Content::Map), QString()) << "the last one stays";
+    EXPECT_EQ(objectionTo("map.txt", Content::PDF), meet);
+    saveBytes(dir.path("printed"), "");
+    files.keepWritten(placeOf(dir.path("printed")));
+    EXPECT_EQ(objectionTo("printed", Content::Map), meet);
+}
+
+TEST_F(FilesOfAScript, WithoutABaseFolderRelativePathsLeadNowhere) {
+    ScriptFiles without(std::nullopt);
+    for (const auto &made : {without.copyOf("a.pdf"), without.placeFor("a.pdf", ScriptFiles::Content::PDF)}) {
+        const auto *error = std::get_if<PDFError>(&made);
+        ASSERT_TRUE(error);
+        EXPECT_TRUE(error->message.startsWith("the folder that this program was started in is gone"));
+    }
+    saveBytes(dir.path("a.pdf"), "before");
+    EXPECT_TRUE(std::holds_alternative<QString>(without.copyOf(dir.path("a.pdf"))));
+    EXPECT_EQ(without.told("/a.pdf"), "/a.pdf");
 }
 
 TEST_F(FilesOfAScript, GoUpFromWhereALinkLeads) {
@@ -116,15 +176,15 @@ TEST_F(FilesOfAScript, GoUpFromWhereALinkLeads) {
 }
 
 TEST_F(FilesOfAScript, PathsAreToldAlikeInEveryRun) {
-    const QString place = files.placeFor("sub/out.pdf");
+    const QString place = placeFor("sub/out.pdf");
     EXPECT_EQ(files.told(place), "sub/out.pdf");
-    EXPECT_EQ(files.told(files.placeFor("/elsewhere/b.pdf")), "/elsewhere/b.pdf");
+    EXPECT_EQ(files.told(placeFor("/elsewhere/b.pdf")), "/elsewhere/b.pdf");
     EXPECT_EQ(files.told(files.temporaryDirectory() + "/a.pdf"), "<temporary>/a.pdf");
     EXPECT_EQ(files.told(base + "/c.pdf"), "c.pdf");
 }
 
 TEST_F(FilesOfAScript, TwoOfOneNameDoNotMeet) {
-    EXPECT_NE(files.placeFor("a/x.pdf"), files.placeFor("b/x.pdf"));
+    EXPECT_NE(placeFor("a/x.pdf"), placeFor("b/x.pdf"));
 }
 
 }  // namespace

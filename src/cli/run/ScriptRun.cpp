@@ -66,11 +66,13 @@ public:
         if (file_.flush() && file_.error() == QFile::NoError) return std::nullopt;
         return problem(file_.errorString());
     }
-    void print(Console &console) {
+    /// @return why it could not be printed
+    std::optional<QString> print(Console &console) {
         file_.seek(0);
         constexpr qint64 blockSize = 1 << 20;
         while (!file_.atEnd())
             console.write(file_.read(blockSize));
+        return console.flush();
     }
 
 private:
@@ -85,20 +87,29 @@ private:
 std::optional<QString> writeOutcome(const script::ScriptPlayer &player, const QString &out,
                                     script::ScriptFiles &files) {
     if (!player.document()) return translated("the script closed the document; there is no outline to write");
-    const QString place = files.placeFor(out);
-    auto error = player.document()->writeNewPDFOutline(place, MyDocument::saveFinalPDF);
+    const auto place = files.placeFor(out, script::ScriptFiles::Content::PDF);
+    if (const auto *refusal = std::get_if<PDFError>(&place))
+        return out + QLatin1String(": ") + refusal->message;
+    auto error = player.document()->writeNewPDFOutline(std::get<QString>(place), MyDocument::saveFinalPDF);
     // What stands there is only on its way, and need not outlive anything.
     if (!error || error->kind == PDFError::Kind::NotDurable) return std::nullopt;
-    return error->message.replace(place, out);
+    return error->message.replace(std::get<QString>(place), out);
+}
+
+Result<QString> placeForReport(const Request &request, script::ScriptFiles &files) {
+    if (!printsReport(request)) return files.placeFor(request.report, script::ScriptFiles::Content::Report);
+    files.keepWritten(placeToWrite(request.report));
+    return files.temporaryDirectory() + QLatin1String("/.report");
 }
 
 /// @return why the script did not come to its end, or can't tell of it
 std::optional<QString> play(const std::vector<script::Step> &steps, const ScriptRequest &request,
                             script::ScriptFiles &files, ReportFile &report, Console &console) {
     if (!request.report.isEmpty()) {
-        const QString place = printsReport(request) ? files.temporaryDirectory() + QLatin1String("/.report")
-                                                    : files.placeFor(request.report);
-        if (auto problem = report.open(place)) return problem;
+        const auto place = placeForReport(request, files);
+        if (const auto *refusal = std::get_if<PDFError>(&place))
+            return request.report + QLatin1String(": ") + refusal->message;
+        if (auto problem = report.open(std::get<QString>(place))) return problem;
     }
     {
         script::ScriptPlayer player(files, report.recorder());
@@ -120,16 +131,17 @@ std::optional<QString> playAndPublish(const std::vector<script::Step> &steps, co
                                       Console &console) {
     script::ScriptFiles files(absolutePath(QStringLiteral(".")));
     if (auto problem = files.problem()) return problem;
+    files.keepRead(placeToRead(request.steps));
     ReportFile report;
     auto failure = play(steps, request, files, report, console);
     // A folder that is missing is why what was to be written there could not be.
     if (auto problem = files.problem()) return problem;
     if (failure) return failure;
     QStringList notices;
-    failure = files.publish(notices);
+    failure =
+        files.publish(notices, [&] { return printsReport(request) ? report.print(console) : std::nullopt; });
     for (const QString &notice : notices)
         console.message(notice);
-    if (!failure && printsReport(request)) report.print(console);
     return failure;
 }
 

@@ -114,8 +114,9 @@ std::variant<std::unique_ptr<RecognisedCopy>, RecognitionFailure> recogniseText(
     auto folder = std::make_unique<TemporaryFolder>();
     if (!folder->isThere()) return failure(folder->errorString());
     QProcess process;
-    const QByteArray original = fileNameBytes(absolutePath(path));
-    if (::symlink(original.constData(), fileNameBytes(originalIn(*folder)).constData()) != 0)
+    const auto original = absolutePath(path);
+    if (!original) return failure(noWorkingFolder());
+    if (::symlink(fileNameBytes(*original).constData(), fileNameBytes(originalIn(*folder)).constData()) != 0)
         return failure(translated("the temporary folder can't be written to"));
     start(process, languages, *folder);
     if (!process.waitForStarted(-1)) return failure(process.errorString());
