@@ -1,3 +1,4 @@
+#include "cli/FileClash.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
 #include "cli/ScriptLibrary.h"
@@ -96,7 +97,7 @@ std::optional<QString> writeOutcome(const script::ScriptPlayer &player, const QS
     return error->message.replace(std::get<QString>(place), out);
 }
 
-Result<QString> placeForReport(const Request &request, script::ScriptFiles &files) {
+Result<QString> placeForReport(const ScriptRequest &request, script::ScriptFiles &files) {
     if (!printsReport(request)) return files.placeFor(request.report, script::ScriptFiles::Content::Report);
     files.keepWritten(placeToWrite(request.report));
     return files.temporaryDirectory() + QLatin1String("/.report");
