@@ -17,8 +17,9 @@ struct PrintedEntry {
     std::optional<ContentsLink> link;
 
     // Where it leads, once it is resolved.
-    int page = -1;    ///< 0-based; -1 for unknown.
-    LineRef heading;  ///< The first line of its heading; null where none was found.
+    int page = -1;          ///< 0-based; -1 for unknown.
+    bool isBeyond = false;  ///< Leads behind the last page, as many do in an excerpt.
+    LineRef heading;        ///< The first line of its heading; null where none was found.
     int headingLines = 0;
     std::optional<double> y;  ///< Top of the heading or the link's target, in the reading frame.
     double score = 0;         ///< Of the heading, see locateTitle().

@@ -30,8 +30,6 @@ public:
     void byLink(PrintedEntry &entry);
     void byNumbers();
     void betweenNeighbours(size_t index);
-    /// How many entries lead behind the last page.
-    int countBeyond() const { return beyond_; }
 
 private:
     std::map<int, int> votesAtNumbers(const std::vector<PrintedEntry *> &entries);
@@ -44,7 +42,6 @@ private:
     const std::vector<PageLines> &pages_;
     const PrintedNumbers &numbers_;
     TitleSearch &search_;
-    int beyond_ = 0;
 };
 
 void Resolver::byLink(PrintedEntry &entry) {
@@ -162,11 +159,11 @@ void Resolver::byNumber(PrintedEntry &entry, const std::vector<int> &offsets) {
     if (!best) best = bestNear(forms, candidates);
     if (best) {
         settle(entry, *best, pages_);
-    } else if (!candidates.empty()) {
-        entry.page = candidates.front();
     } else if (isDecimalNumber(entry.number) && !offsets.empty() &&
                decimalValue(entry.number) + offsets.front() >= static_cast<int>(pages_.size())) {
-        ++beyond_;
+        entry.isBeyond = true;
+    } else if (!candidates.empty()) {
+        entry.page = candidates.front();
     }
 }
 
@@ -224,8 +221,8 @@ void Resolver::betweenNeighbours(size_t index) {
 
 }  // namespace
 
-int resolveEntries(std::vector<PrintedEntry> &entries, const std::vector<PageLines> &pages,
-                   const PrintedNumbers &numbers, TitleSearch &search) {
+void resolveEntries(std::vector<PrintedEntry> &entries, const std::vector<PageLines> &pages,
+                    const PrintedNumbers &numbers, TitleSearch &search) {
     Resolver resolver(entries, pages, numbers, search);
     QSet<int> linked;
     for (const PrintedEntry &entry : entries) {
@@ -238,10 +235,9 @@ int resolveEntries(std::vector<PrintedEntry> &entries, const std::vector<PageLin
     }
     resolver.byNumbers();
     for (size_t i = 0; i < entries.size(); ++i) {
-        if (entries[i].page < 0) resolver.betweenNeighbours(i);
+        if (entries[i].page < 0 && !entries[i].isBeyond) resolver.betweenNeighbours(i);
     }
-    std::erase_if(entries, [](const PrintedEntry &entry) { return entry.page < 0; });
-    return resolver.countBeyond();
+    std::erase_if(entries, [](const PrintedEntry &entry) { return entry.page < 0 && !entry.isBeyond; });
 }
 
 int countLocated(const std::vector<PrintedEntry> &entries) {

@@ -7,8 +7,8 @@
 namespace leafwright {
 
 /// Finds the page and the heading of each entry: by its link, by its page number, by its title. Entries whose
-/// page can't be told are taken out. @return how many of these lead behind the last page, as in an excerpt
-int resolveEntries(std::vector<PrintedEntry> &entries, const std::vector<PageLines> &pages,
+/// page can't be told are taken out, those that lead behind the last page are marked.
+void resolveEntries(std::vector<PrintedEntry> &entries, const std::vector<PageLines> &pages,
                     const PrintedNumbers &numbers, TitleSearch &search);
 
 /// Whether resolved entries are those of a contents: they rise, and enough of their headings were found.

@@ -53,12 +53,15 @@ PrintedContents findPrintedContents(std::vector<PageLines> &pages, const Content
     PrintedContents best;
     int mostLocated = -1;
     for (PrintedContents &contents : found) {
-        contents.rawEntries -= resolveEntries(contents.entries, pages, numbers, search);
+        resolveEntries(contents.entries, pages, numbers, search);
+        // What an excerpt leaves out still tells the levels of the others.
+        assignPrintedLevels(contents.entries, body);
+        contents.rawEntries -= static_cast<int>(
+            std::erase_if(contents.entries, [](const PrintedEntry &entry) { return entry.isBeyond; }));
         if (!areContents(contents.entries) || countLocated(contents.entries) <= mostLocated) continue;
         mostLocated = countLocated(contents.entries);
         best = std::move(contents);
     }
-    assignPrintedLevels(best.entries, body);
     return best;
 }
 

@@ -138,28 +138,28 @@ TEST(ResolveEntries, RowsWithoutNumberAreLookedForOnSixtyPages) {
     EXPECT_FALSE(isFound(61));
 }
 
-/// A contents of twenty chapters, of which so many are there, one a page; the others are behind the last
-/// page.
-double locatedShareOfExcerpt(int chapters) {
+/// What is found of a contents of twenty chapters, of which so many are there, one a page. The others are
+/// behind the last page; but the last of them is named in the text of that page.
+PrintedContents contentsOfExcerpt(int chapters) {
+    const auto titleOf = [](int i) { return QString("%1 is the letter").arg(QString(6, QChar(u'a' + i))); };
     MadePages pages;
     pages.page().text(60, 60, "Contents", boldLook(16));
     for (int i = 0; i < 20; ++i)
-        pages.contentsRow(60, 90 + 12 * i, QString("%1 Chapter %2").arg(i + 1).arg(QChar(u'a' + i)),
-                          QString::number(i + 1));
+        pages.contentsRow(60, 90 + 12 * i, titleOf(i), QString::number(i + 1));
     for (int i = 0; i < chapters; ++i)
-        pages.page()
-            .text(60, 100, QString("%1 Chapter %2").arg(i + 1).arg(QChar(u'a' + i)), boldLook(14))
-            .paragraph(130, 20)
-            .text(300, 780, QString::number(i + 1));
+        pages.page().text(60, 100, titleOf(i), boldLook(14)).paragraph(130, 20);
+    pages.text(60, 500, titleOf(19));
     std::vector<PageLines> lines = readAllLines(pages, {}, [](int) {});
     const BodyStyle body = findBodyStyle(lines);
     const PrintedNumbers numbers(lines, {});
-    return findPrintedContents(lines, findContentsPages(lines, true), numbers, body).locatedShare();
+    return findPrintedContents(lines, findContentsPages(lines, true), numbers, body);
 }
 
 TEST(PrintedContents, ExcerptsLackTheirLastEntriesWithGoodReason) {
-    EXPECT_EQ(locatedShareOfExcerpt(20), 1);
-    EXPECT_EQ(locatedShareOfExcerpt(10), 1);
+    EXPECT_EQ(contentsOfExcerpt(20).locatedShare(), 1);
+    const PrintedContents excerpt = contentsOfExcerpt(10);
+    EXPECT_EQ(excerpt.locatedShare(), 1);
+    EXPECT_EQ(excerpt.entries.size(), 11U);
 }
 
 }  // namespace
