@@ -66,7 +66,7 @@ bool isContentsPage(const PageCounts &page, bool continues) {
     const double fewest = expected ? 3 : 6;
     if (page.isOtherList && !continues) return false;
     if (page.manyNumbers > indexShare * page.entries) return false;
-    const double share = page.entries / std::max(1.0, page.rows);
+    const double share = page.entries / page.rows;
     if (page.entries >= fewest && share >= (expected ? 0.3 : 0.5) &&
         page.rising >= (page.entries > 4 ? 0.75 : 0.6))
         return true;

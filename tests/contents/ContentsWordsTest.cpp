@@ -17,6 +17,8 @@ TEST(ListTitle, OfFiguresAndTables) {
          {"List of Figures", "Tabellenverzeichnis", "図 目 次", "表目次", "Table des figures"})
         EXPECT_TRUE(isListTitle(title)) << title.toStdString();
     EXPECT_FALSE(isListTitle("List"));
+    EXPECT_TRUE(isListTitle("Verzeichnis der " + QString(43, u'a')));
+    EXPECT_FALSE(isListTitle("Verzeichnis der " + QString(44, u'a'))) << "text that goes on";
 }
 
 TEST(Caption, BeginsWithAWordAndANumber) {

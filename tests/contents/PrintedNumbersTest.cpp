@@ -122,6 +122,8 @@ TEST(RunningHeads, WhatIsBesideThemStandsOnTheirRow) {
     };
     EXPECT_TRUE(isRunning(115, 0));
     EXPECT_FALSE(isRunning(125, 0)) << "too far from the edge";
+    EXPECT_TRUE(isRunning(100, 1.3));
+    EXPECT_FALSE(isRunning(100, 1.7)) << "a row of its own";
 }
 
 /// Whether a number is that of the page on which it stands. So many pages agree with it; of the others more
