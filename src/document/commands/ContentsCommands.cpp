@@ -193,7 +193,6 @@ void ContentsCommands::propose(ContentsProposal *proposal,
         proposal_ = nullptr;
         document_.pdfview()->setHighlightedArea(std::nullopt);
         if (returnCode != 0) take(*proposal);
-        document_.outlineview()->setFocus();
     });
 }
 

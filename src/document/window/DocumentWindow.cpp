@@ -176,6 +176,7 @@ void DocumentWindow::showPanel(Sheet &panel) {
         outlineview_->show();
         tableViewH1H2H3Config_->show();
         outlinePane_->setSizes(sizes);
+        outlineview_->setFocus();
     });
 }
 
