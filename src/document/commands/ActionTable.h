@@ -41,11 +41,11 @@ struct ActionDescription {
         HasSheet = 4,  ///< It opens a sheet of its own, which asks how it is to be done.
     };
 
-    const char *selector;  ///< The command's identity: "moveLeft:".
-    Menu menu;             ///< None for commands that no menu lists.
-    const char *title;     ///< Untranslated; an ellipsis at the end if the command asks something first.
-    const char *shortcut;  ///< In portable text, such as "Ctrl+O"; empty for none.
-    unsigned marks = 0;    ///< Those that it has, added up.
+    const char *selector = "";  ///< The command's identity: "moveLeft:".
+    Menu menu = Menu::None;     ///< None for commands that no menu lists.
+    const char *title = "";     ///< Untranslated; an ellipsis at the end if the command asks something first.
+    const char *shortcut = "";  ///< In portable text, such as "Ctrl+O"; empty for none.
+    unsigned marks = 0;         ///< Those that it has, added up.
     Needs needs = Needs::Nothing;
 
     bool has(Mark mark) const { return (marks & mark) != 0; }
