@@ -8,6 +8,8 @@
 #include "texts/Translated.h"
 
 #include <cmath>
+#include <memory>
+#include <system_error>
 
 namespace leafwright::mupdf {
 
@@ -98,10 +100,19 @@ void compare(Reader &reader, const PageTree &pages, PageTree::Kids kids, const P
     if (reader.wasRepaired()) fail(translated("it needs repair"));
 }
 
+/// Throws ReadProblem when the system refuses.
+std::shared_ptr<const FileHandle> handleOf(int descriptor) {
+    try {
+        return std::make_shared<const FileHandle>(descriptor);
+    } catch (const std::system_error &error) {
+        throw ReadProblem(readFailureError(error.code().value()));
+    }
+}
+
 }  // namespace
 
 void expectAsWritten(int descriptor, const PageTree &pages, PageTree::Kids kids, const PDFOutline &outline) {
-    Reader reader(std::make_shared<const FileHandle>(descriptor));
+    Reader reader(handleOf(descriptor));
     try {
         compare(reader, pages, kids, outline);
     } catch (const Error &) {
