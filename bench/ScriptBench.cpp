@@ -45,8 +45,9 @@ QString play(const std::vector<script::Step> &steps, const QString &file, const 
     script::ScriptPlayer player(files, nullptr);
     if (const auto error = player.open(file)) return error->message;
     if (!player.document()->allowTOCediting()) return QStringLiteral("can't be edited");
-    const auto failure = player.play(steps);
-    return failure ? *failure : files.publish().value_or(QString());
+    if (const auto failure = player.play(steps)) return *failure;
+    QStringList notices;
+    return files.publish(notices).value_or(QString());
 }
 
 /// @return the memory at the end, in megabytes
