@@ -69,6 +69,10 @@ TEST(PdfEnd, AnOffsetThatLeadsToNoCrossReferenceIsNotItsOwn) {
         bytes += QByteArray(2000, 'x');
         EXPECT_EQ(endOf(bytes), bytes.size()) << offset;
     }
+    QByteArray ahead = pdf;
+    ahead.replace("startxref\n9", "startxref\n60");
+    ahead += QByteArray(2000, '1');
+    EXPECT_EQ(endOf(ahead), ahead.size());
     QByteArray unfinished = pdf;
     unfinished.replace("%%EOF", "%%EO");
     unfinished += QByteArray(2000, 'x');
