@@ -6,11 +6,15 @@
 
 namespace leafwright {
 
-namespace {
-
 bool isWhiteSpace(char c) {
     return c == '\0' || c == '\t' || c == '\n' || c == '\f' || c == '\r' || c == ' ';
 }
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+namespace {
 
 bool isDelimiter(char c) {
     return QByteArrayView("()<>[]{}/%").contains(c);

@@ -10,6 +10,10 @@ namespace leafwright {
 // How objects are spelled in a file (ISO 32000-1, 7.2 and 7.3), for whatever has to read or write their bytes
 // as they stand.
 
+/// Blanks, line ends and NUL (ISO 32000-1, table 1).
+bool isWhiteSpace(char c);
+bool isDigit(char c);
+
 /// "/Name", with what a name can't hold as "#20".
 QByteArray nameSyntax(const QByteArray &name);
 /// A string: "(as it reads)" where that is plain ASCII, else in hexadecimal digits.

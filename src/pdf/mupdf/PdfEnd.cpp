@@ -1,5 +1,7 @@
 #include "pdf/mupdf/PdfEnd.h"
 
+#include "pdf/ObjectSyntax.h"
+
 #include <QByteArray>
 #include <QByteArrayView>
 
@@ -18,17 +20,8 @@ constexpr qint64 overlap = 64;
 constexpr QByteArrayView startWord("startxref");
 constexpr QByteArrayView endWord("%%EOF");
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-/// Of blanks and line ends, and of what no text has but padding.
-bool isSpace(char c) {
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f' || c == '\0';
-}
-
 qsizetype skipSpace(QByteArrayView text, qsizetype position) {
-    while (position < text.size() && isSpace(text[position]))
+    while (position < text.size() && isWhiteSpace(text[position]))
         ++position;
     return position;
 }
@@ -67,7 +60,7 @@ bool hasObject(QByteArrayView text) {
     for (qsizetype at = text.indexOf(word); at >= 0; at = text.indexOf(word, at + 1)) {
         const qsizetype end = at + word.size();
         const bool isWord =
-            end >= text.size() || isSpace(text[end]) || QByteArrayView("<[(/").contains(text[end]);
+            end >= text.size() || isWhiteSpace(text[end]) || QByteArrayView("<[(/").contains(text[end]);
         if (at > 0 && isDigit(text[at - 1]) && isWord) return true;
     }
     return false;

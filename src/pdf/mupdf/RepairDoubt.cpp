@@ -1,5 +1,6 @@
 #include "pdf/mupdf/RepairDoubt.h"
 
+#include "pdf/ObjectSyntax.h"
 #include "pdf/mupdf/ObjectSource.h"
 #include "pdf/mupdf/ObjectStream.h"
 
@@ -12,20 +13,12 @@ namespace leafwright::mupdf {
 
 namespace {
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-bool isSpace(char c) {
-    return c == ' ' || c == '\t' || c == '\r' || c == '\n' || c == '\f' || c == '\0';
-}
-
 /// The number that ends before a position and the white space in front of it; where it begins then is the
 /// position. Nothing where there is none.
 std::optional<int> numberBefore(QByteArrayView text, qsizetype &position) {
     constexpr qsizetype mostDigits = 9;
     qsizetype end = position;
-    while (end > 0 && isSpace(text[end - 1]))
+    while (end > 0 && isWhiteSpace(text[end - 1]))
         --end;
     qsizetype begin = end;
     while (begin > 0 && isDigit(text[begin - 1]) && end - begin <= mostDigits)
@@ -152,7 +145,7 @@ bool endsAt(const FileHandle &file, qint64 offset) {
     const qint64 count = file.readOrThrow(offset, text.data(), text.size());
     text.truncate(std::max<qint64>(0, count));
     const qsizetype at = text.indexOf(word);
-    return at >= 0 && std::all_of(text.cbegin(), text.cbegin() + at, isSpace);
+    return at >= 0 && std::all_of(text.cbegin(), text.cbegin() + at, isWhiteSpace);
 }
 
 void refuseCutStreams(Reader &reader, const ObjectSource &source, int size) {
