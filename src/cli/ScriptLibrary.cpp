@@ -14,7 +14,7 @@ constexpr Translated translated{"ScriptLibrary"};
 /// By its full name: of names alone, the linker's search depends on who asks, and sanitizers ask for us.
 QByteArray pathOfLibrary() {
     Dl_info here{};
-    dladdr(reinterpret_cast<const void *>(&scriptLibrary), &here);
+    dladdr(&translated, &here);
     const QByteArray path(here.dli_fname);
     return path.first(path.lastIndexOf('/') + 1) + LEAFWRIGHT_WINDOWS_LIBRARY;
 }
@@ -24,7 +24,8 @@ std::variant<const ScriptLibrary *, QString> loadLibrary() {
     void *const function = library ? dlsym(library, scriptLibraryFunction) : nullptr;
     if (!function)
         return translated("the part of the program that plays scripts can't be loaded: %1")
-            .arg(fileNameText(dlerror()));
+            .arg(fileNameText(dlerror()));  // NOLINT(concurrency-mt-unsafe): glibc keeps one a thread
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): dlsym has functions as addresses
     return reinterpret_cast<const ScriptLibrary *(*)()>(function)();
 }
 

@@ -24,6 +24,7 @@ class ScriptLibrary {
 public:
     ScriptLibrary(const ScriptLibrary &) = delete;
     ScriptLibrary &operator=(const ScriptLibrary &) = delete;
+    virtual ~ScriptLibrary() = default;
 
     /// The application that windows need, on a screen that nobody sees. For main(), before anything else that
     /// asks for an application.
@@ -35,7 +36,6 @@ public:
 
 protected:
     ScriptLibrary() = default;
-    ~ScriptLibrary() = default;
 };
 
 /// The function of the library by which it is reached: `const ScriptLibrary *leafwrightScripts()`, of C

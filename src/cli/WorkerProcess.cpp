@@ -104,16 +104,16 @@ public:
     const posix_spawnattr_t *attributes() const { return &attributes_; }
 
 private:
-    posix_spawn_file_actions_t actions_;
-    posix_spawnattr_t attributes_;
+    posix_spawn_file_actions_t actions_{};
+    posix_spawnattr_t attributes_{};
 };
 
 /// A started worker, the pipe that its messages come through, and its journal.
 class Child {
 public:
-    Child(const QStringList &arguments, WorkerOf waiting, int results) {
+    Child(const QStringList &arguments, WorkerOf waiting, int results)
+        : journal_(::memfd_create("leafwright-journal", MFD_CLOEXEC)) {
         int ends[2];
-        journal_ = ::memfd_create("leafwright-journal", MFD_CLOEXEC);
         if (journal_ < 0 || ::pipe2(ends, O_CLOEXEC) != 0) {
             error_ = errno;
             return;
@@ -205,6 +205,7 @@ QString messageOf(const WorkerEnd &end, std::chrono::seconds limit) {
     switch (end.how) {
         case WorkerEnd::How::Signalled:
             return translated("the program ended unexpectedly: %1")
+                // NOLINTNEXTLINE(concurrency-mt-unsafe): glibc keeps a text a thread
                 .arg(QString::fromLocal8Bit(::strsignal(end.code)));
         case WorkerEnd::How::TimedOut:
             return translated("given up after %1 s").arg(limit.count());

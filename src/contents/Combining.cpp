@@ -44,6 +44,7 @@ public:
 
 private:
     void matchCandidates();
+    bool isShallow() const { return deepest_ == 1; }
     bool isLostRow(const HeadingCandidate &candidate) const;
     bool extendsNumbers(const HeadingCandidate &candidate) const;
     std::vector<size_t> additionsOf(const std::vector<size_t> &open, const StyleUse &use) const;
@@ -55,7 +56,6 @@ private:
     const std::vector<PrintedEntry> &entries_;
     ContentsDepth depth_;
     int deepest_ = 0;
-    bool isShallow_ = false;
     QSet<QStringList> numbers_;  // of the entries
     qsizetype longestNumber_ = 0;
     std::vector<int> printedOf_;
@@ -77,7 +77,6 @@ Completion::Completion(const ContentsAnalysis::Stages &stages, ContentsDepth dep
         numbers_.insert(entry.numbering.components);
         longestNumber_ = std::max(longestNumber_, entry.numbering.components.size());
     }
-    isShallow_ = deepest_ == 1;
     matchCandidates();
 }
 
@@ -140,21 +139,21 @@ std::vector<size_t> Completion::additionsOf(const std::vector<size_t> &open, con
     }
     const bool mayGoDeeper = depth_ != ContentsDepth::AsPrinted;
     if (use.isOfContents())
-        return isShallow_ && mayGoDeeper && open.size() > static_cast<size_t>(use.printed) ? likely : lost;
+        return isShallow() && mayGoDeeper && open.size() > static_cast<size_t>(use.printed) ? likely : lost;
     if (!mayGoDeeper) return {};
     if (depth_ == ContentsDepth::Deeper) return open;
     const bool isBrief = !stages_.isFromTeX || deepest_ <= deepestOfBrief;
     const bool extends = extending.size() >= fewest && static_cast<double>(extending.size()) >=
                                                            extendingShare * static_cast<double>(open.size());
     if (isBrief && extends) return open;
-    if (isShallow_ && open.size() >= fewest) return open;
+    if (isShallow() && open.size() >= fewest) return open;
     return {};
 }
 
 std::vector<size_t> Completion::additions() const {
     constexpr double likely = 0.5;
     constexpr double likelyBelowShallow = 0.3;
-    const double least = isShallow_ && depth_ != ContentsDepth::AsPrinted ? likelyBelowShallow : likely;
+    const double least = isShallow() && depth_ != ContentsDepth::AsPrinted ? likelyBelowShallow : likely;
     std::vector<std::vector<size_t>> open(uses_.size());
     for (size_t i = 0; i < printedOf_.size(); ++i) {
         const HeadingCandidate &candidate = stages_.headings.candidates[i];
@@ -205,7 +204,7 @@ std::vector<int> Completion::levelsOf(const std::vector<size_t> &additions) cons
             level = levelMapped(levelsOfDepth, numbering.depth);
         } else if (uses_[static_cast<size_t>(candidates[i].style)].printed == 0) {
             level = std::max(level, deepest_ + 1);
-        } else if (isShallow_ && numbering.kind == NumberKind::None) {
+        } else if (isShallow() && numbering.kind == NumberKind::None) {
             level = deepest_ + 1;
         }
         levels.push_back(level);

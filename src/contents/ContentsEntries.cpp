@@ -30,8 +30,8 @@ private:
 
     bool addNumbered(const ContentsRow &row);
     void addWithoutNumber(const ContentsRow &row);
-    bool belongsAbove(const ContentsRow &waiting, const ContentsRow &below, const ContentsRow &numbered,
-                      const QString &titleBelow, bool isFirst) const;
+    static bool belongsAbove(const ContentsRow &waiting, const ContentsRow &below,
+                             const ContentsRow &numbered, const QString &titleBelow, bool isFirst);
     bool beginsAgain(int number, const QString &title) const;
     bool beginsOtherList(int number, const Numbering &numbering) const;
     void keepHeadings(const Rows &rows);
@@ -66,7 +66,7 @@ bool EntryMaker::add(const ContentsRow &row) {
 /// @param below the row directly below, @param numbered the row with the number
 /// @param isFirst whether the row below is the numbered one
 bool EntryMaker::belongsAbove(const ContentsRow &waiting, const ContentsRow &below,
-                              const ContentsRow &numbered, const QString &titleBelow, bool isFirst) const {
+                              const ContentsRow &numbered, const QString &titleBelow, bool isFirst) {
     constexpr double sameSize = 0.6;
     constexpr double widestLeading = 1.7;
     constexpr double hanging = 2;      // points further right than the first row

@@ -61,8 +61,8 @@ std::vector<ProposedEntry> completeEntries(const ContentsAnalysis::Stages &stage
 /// The id of a candidate as an entry.
 int idOfCandidate(size_t candidate);
 
-/// A candidate as an entry.
-ProposedEntry proposedHeading(const ContentsAnalysis::Stages &stages, size_t candidate, int level);
+/// The candidate of that index as an entry.
+ProposedEntry proposedHeading(const ContentsAnalysis::Stages &stages, size_t index, int level);
 
 /// What the stages have found, in words.
 QString explainStages(const ContentsAnalysis::Stages &stages);

@@ -24,7 +24,7 @@ bool isBigger(const TextBlock &block, const BodyStyle &body) {
 /// Where the body text begins, by the page's side and the column.
 class BodyMargins {
 public:
-    BodyMargins(const std::vector<PageLines> &pages) {
+    explicit BodyMargins(const std::vector<PageLines> &pages) {
         constexpr double fewestLetters = 15;
         std::map<std::pair<int, int>, Tally<int>> lefts;
         for (const PageLines &page : pages) {
@@ -215,7 +215,7 @@ void measureStyle(std::vector<HeadingCandidate> &all, const std::vector<size_t> 
     style[StyleFew] = members.size() <= 3;
     style[StyleSpread] = std::min(1.0, pagesWithOne / (0.1 * pageCount));
     for (const size_t member : members) {
-        for (size_t i = static_cast<size_t>(StyleAtMargin); i < headingFeatureCount; ++i)
+        for (auto i = static_cast<size_t>(StyleAtMargin); i < headingFeatureCount; ++i)
             all[member].features.values[i] = style.values[i];
     }
 }
