@@ -82,12 +82,15 @@ void start(QProcess &process, const QString &languages, const TemporaryFolder &f
         ::setpgid(0, 0);
         ::prctl(PR_SET_PDEATHSIG, SIGTERM);
     });
-    // Pages that have text are left as they are, and images too: only the text is wanted.
+    // Pages that have text are left as they are, and images too: only the text is wanted. A page that a busy
+    // machine takes long for is waited for; whoever asked may cancel.
     QStringList arguments{QStringLiteral("--skip-text"),
                           QStringLiteral("--output-type"),
                           QStringLiteral("pdf"),
                           QStringLiteral("--optimize"),
                           QStringLiteral("0"),
+                          QStringLiteral("--tesseract-timeout"),
+                          QStringLiteral("3600"),
                           QStringLiteral("--verbose"),
                           QStringLiteral("1")};
     if (!languages.isEmpty()) arguments << QStringLiteral("--language") << languages;

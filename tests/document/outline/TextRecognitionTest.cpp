@@ -54,6 +54,7 @@ TEST(TextRecognition, NamesOfFilesStandForThemselves) {
     EXPECT_EQ(bytesOf(std::get<std::unique_ptr<RecognisedCopy>>(result)->path()), bytesOf(path));
     const QList<QByteArray> arguments = bytesOf(program.path("arguments")).trimmed().split('\n');
     EXPECT_THAT(arguments, Contains("--skip-text"));
+    EXPECT_EQ(arguments.at(arguments.indexOf("--tesseract-timeout") + 1), "3600");
     EXPECT_EQ(arguments.at(arguments.indexOf("--language") + 1), "deu+eng");
     EXPECT_THAT(arguments.at(arguments.indexOf("--") + 1).toStdString(), EndsWith("/original.pdf"));
     EXPECT_EQ(arguments.size(), arguments.indexOf("--") + 3);
