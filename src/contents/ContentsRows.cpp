@@ -20,6 +20,12 @@ QString numberPattern() {
         "[xivl]+[-–]\\d+)");
 }
 
+/// Whether a character may be the last of such a number.
+bool mayEndNumber(QChar c) {
+    constexpr QStringView roman = u"ivxlcdmIVXLCDM";
+    return c.isDigit() || roman.contains(c);
+}
+
 /// How many values are within one step of a value.
 class Alignment {
 public:
@@ -89,7 +95,7 @@ bool endsInNumber(const LineSpan &span) {
     qsizetype end = text.size();
     while (end > 0 && text[end - 1].isSpace())
         --end;
-    return end > 0 && text[end - 1].isLetterOrNumber() && number.match(text).hasMatch();
+    return end > 0 && mayEndNumber(text[end - 1]) && number.match(text).hasMatch();
 }
 
 /// What speaks for a second column right of x.
@@ -229,7 +235,7 @@ std::optional<RowEnd> rowEnd(const TextLine &row) {
     static const QRegularExpression leadersBefore(QStringLiteral("(?:\\s*[.·…‥․_⋅]){2,}\\s*$|\\s*[…‥]+\\s*$"),
                                                   cased);
     static const QRegularExpression lastDot(QStringLiteral("[\\s.·_⋅]*\\s[.·_⋅]$"), cased);
-    if (row.text.isEmpty() || !row.text.back().isLetterOrNumber()) return std::nullopt;
+    if (row.text.isEmpty() || !mayEndNumber(row.text.back())) return std::nullopt;
     const QRegularExpressionMatch match = end.match(row.text);
     if (!match.hasMatch()) return std::nullopt;
     const QString title = match.captured(u"title");

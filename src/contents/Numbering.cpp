@@ -79,6 +79,7 @@ Numbering numberingOf(const QString &title) {
     if (!text[0].isDigit()) {
         if (const auto chapter = chapterNumbering(text)) return *chapter;
     }
+    if (startsWithWord(text)) return {};
     if (const auto dotted = dottedNumbering(text)) return *dotted;
     return singleNumbering(text).value_or(Numbering());
 }

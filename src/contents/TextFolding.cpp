@@ -17,8 +17,8 @@ bool isLooseAccent(char16_t c) {
 }
 
 bool isQuote(char16_t c) {
+    if (c < 0x80) return c == u'"' || c == u'\'' || c == u'`' || c == u'\\';
     static constexpr QStringView quotes =
-        u"\\\"'`"
         u"\u00b4\u2018\u2019\u201a\u201b\u201c\u201d\u201e\u201f\u00ab\u00bb\u2039\u203a\u2032\u2033\uff02"
         u"\uff07";
     return quotes.contains(QChar(c));
@@ -97,25 +97,23 @@ bool mayStartWithNumber(QStringView title) {
 
 QString foldedTitle(const QString &title) {
     const QString text = isAscii(title) ? title.toLower() : withoutAccents(title);
-    QString folded;
-    folded.reserve(text.size());
+    const auto goes = [](QChar c) { return c == u'.' || c == u':'; };
+    QString folded(text.size(), Qt::Uninitialized);
+    QChar *const begin = folded.data();
+    QChar *end = begin;
     for (const QChar c : text) {
         const char16_t u = c.unicode();
-        if (u == u'_' || isInvisible(c) || isQuote(u)) continue;
+        if (u == u'_' || isInvisible(c) || isQuote(u) || (end == begin && goes(c))) continue;
         if (!isDash(u)) {
-            folded += c;
-        } else if (!folded.endsWith(u'-')) {
-            folded += u'-';
+            *end++ = c;
+        } else if (end == begin || end[-1] != u'-') {
+            *end++ = u'-';
         }
     }
-    const auto goes = [](QChar c) { return c == u'.' || c == u':'; };
-    qsizetype end = folded.size();
-    while (end > 0 && goes(folded[end - 1]))
+    while (end != begin && goes(end[-1]))
         --end;
-    qsizetype begin = 0;
-    while (begin < end && goes(folded[begin]))
-        ++begin;
-    return folded.mid(begin, end - begin);
+    folded.truncate(end - begin);
+    return folded;
 }
 
 QStringList titleForms(const QString &title) {
@@ -127,8 +125,10 @@ QStringList titleForms(const QString &title) {
     };
     add(foldedTitle(text));
     if (!mayStartWithNumber(text)) return forms;
-    for (const QRegularExpression &pattern : leadingNumbers()) {
-        const QRegularExpressionMatch match = pattern.match(text);
+    // All but the first are of numbers that no word comes before.
+    const size_t patterns = startsWithWord(text) ? 1 : leadingNumbers().size();
+    for (size_t i = 0; i < patterns; ++i) {
+        const QRegularExpressionMatch match = leadingNumbers()[i].match(text);
         if (match.hasMatch()) add(foldedTitle(text.mid(match.capturedEnd())));
     }
     return forms;
@@ -148,19 +148,21 @@ bool shareForm(const QStringList &a, const QStringList &b) {
 }
 
 QString withSingleBlanks(const QString &text) {
-    QString result;
-    result.reserve(text.size());
+    QString result(text.size(), Qt::Uninitialized);
+    QChar *const begin = result.data();
+    QChar *end = begin;
     bool blank = false;
     for (const QChar c : text) {
         const char16_t u = c.unicode();
         if (c.isSpace() || u < 0x20 || u == 0x200b || u == 0xfeff) {
-            blank = !result.isEmpty();
+            blank = end != begin;
             continue;
         }
-        if (blank) result += u' ';
+        if (blank) *end++ = u' ';
         blank = false;
-        result += c;
+        *end++ = c;
     }
+    result.truncate(end - begin);
     return result;
 }
 
@@ -199,6 +201,13 @@ int decimalValue(QStringView text) {
         value = 10 * value + c.digitValue();
     }
     return value;
+}
+
+bool startsWithWord(QStringView text) {
+    constexpr QStringView roman = u"IVXLC";
+    const auto isAsciiLetter = [](QChar c) { return c.unicode() < 0x80 && c.isLetter(); };
+    return text.size() >= 2 && isAsciiLetter(text[0]) && isAsciiLetter(text[1]) &&
+           !(roman.contains(text[0]) && roman.contains(text[1]));
 }
 
 bool startsLowercase(QStringView text) {

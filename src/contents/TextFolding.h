@@ -37,6 +37,9 @@ int countLetters(QStringView text);
 bool isDecimalNumber(QStringView text);
 /// The value of digits of any script; stops at what is none, and at nine digits.
 int decimalValue(QStringView text);
+/// Whether a text begins with a word: with two letters of ASCII that are no roman number. No number of digits
+/// or single letters stands before it then.
+bool startsWithWord(QStringView text);
 /// Whether a text begins with a small letter.
 bool startsLowercase(QStringView text);
 

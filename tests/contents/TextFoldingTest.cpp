@@ -58,6 +58,23 @@ TEST(TitleForms, WordsAreNoNumbers) {
     EXPECT_EQ(titleForms(""), QStringList());
 }
 
+TEST(TitleForms, NumbersOfLettersAreToldFromWords) {
+    EXPECT_EQ(titleForms("Chapter Two Words"), (QStringList{"chaptertwowords", "words"}));
+    EXPECT_EQ(titleForms("II Words"), (QStringList{"iiwords", "words"}));
+    EXPECT_EQ(titleForms("XL. Words"), (QStringList{"xl.words", "words"}));
+    EXPECT_EQ(titleForms("CD. Words"), QStringList{"cd.words"}) << "numbers are below 400";
+    EXPECT_EQ(titleForms("A.1 Words"), (QStringList{"a.1words", "words"}));
+    EXPECT_EQ(titleForms("It. Words"), QStringList{"it.words"});
+    EXPECT_EQ(titleForms("§ab Words"), QStringList{"§abwords"});
+}
+
+TEST(StartsWithWord, TwoLettersThatAreNoRomanNumber) {
+    for (const char *word : {"Words", "It", "aI", "Ma", "cv"})
+        EXPECT_TRUE(startsWithWord(QString(word))) << word;
+    for (const char *other : {"", "A", "A.1", "1a", "a)", "IV", "XIth", "LXX", "CC", "Été", "文字", "§ab"})
+        EXPECT_FALSE(startsWithWord(QString(other))) << other;
+}
+
 TEST(SearchForms, OneCharacterIsTooLittle) {
     EXPECT_EQ(searchForms("1.2 X"), QStringList{"1.2x"});
     EXPECT_EQ(searchForms("X"), QStringList{"x"});
