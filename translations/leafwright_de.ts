@@ -1501,6 +1501,24 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>RecoveryFile</name>
+    <message>
+        <source>the folder %1 is somebody else’s</source>
+        <translation>der Ordner %1 gehört jemand anderem</translation>
+    </message>
+    <message>
+        <source>it is damaged, and stays there for four weeks</source>
+        <translation>die Datei ist beschädigt und bleibt vier Wochen dort</translation>
+    </message>
+</context>
+<context>
+    <name>RecoveryWriter</name>
+    <message>
+        <source>there is not enough memory</source>
+        <translation>der Speicher reicht nicht aus</translation>
+    </message>
+</context>
+<context>
     <name>RepairDoubt</name>
     <message>
         <source>it is damaged: which of several versions of object %1 is meant can’t be told</source>
@@ -1866,6 +1884,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>Change</source>
         <translation>Änderung</translation>
+    </message>
+    <message>
+        <source>Recover Outline</source>
+        <translation>Gliederung wiederherstellen</translation>
     </message>
 </context>
 <context>
@@ -2490,6 +2512,53 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>Undo &amp;steps back where there is nothing to undo</source>
         <translation>Rückgängig geht einen &amp;Schritt zurück, wo es sonst nichts täte</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::Recovery</name>
+    <message>
+        <source>What you change can’t be kept for the case that the program is ended before you save: %1.</source>
+        <translation>Was Sie ändern, kann nicht für den Fall aufbewahrt werden, dass das Programm vor dem Speichern beendet wird: %1.</translation>
+    </message>
+    <message>
+        <source>Recover Outline</source>
+        <translation>Gliederung wiederherstellen</translation>
+    </message>
+    <message>
+        <source>1 entry</source>
+        <translation>1 Eintrag</translation>
+    </message>
+    <message>
+        <source>%1 entries</source>
+        <translation>%1 Einträgen</translation>
+    </message>
+    <message>
+        <source>The file has changed since. Entries are found again by their page labels.</source>
+        <translation>Die Datei hat sich seitdem geändert. Die Einträge werden anhand ihrer Seitenbezeichnungen wiedergefunden.</translation>
+    </message>
+    <message>
+        <source>Later</source>
+        <translation>Später</translation>
+    </message>
+    <message>
+        <source>Recover</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Discard</source>
+        <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>Changes that were not saved can’t be read. %1.</source>
+        <translation>Nicht gespeicherte Änderungen können nicht gelesen werden. %1.</translation>
+    </message>
+    <message>
+        <source>What was kept of your changes can’t be removed, and may be offered again by the next start: %1.</source>
+        <translation>Was von Ihren Änderungen aufbewahrt wurde, kann nicht entfernt werden und wird beim nächsten Start vielleicht wieder angeboten: %1.</translation>
+    </message>
+    <message>
+        <source>Changes to the outline of “%1” were not saved. It can be had again as it was on %2 at %3, with %4.</source>
+        <translation>Änderungen an der Gliederung von „%1“ wurden nicht gespeichert. Sie lässt sich so wiederherstellen, wie sie am %2 um %3 war, mit %4.</translation>
     </message>
 </context>
 <context>

@@ -8,6 +8,7 @@
 #include "app/UpdateWindow.h"
 #include "app/Updater.h"
 #include "document/MyDocument.h"
+#include "document/Recovery.h"
 #include "document/window/DocumentWindow.h"
 #include "files/FileReading.h"
 #include "platform/Settings.h"
@@ -83,6 +84,12 @@ void AppDelegate::terminate() {
     if (documentController_.closeAllDocuments()) QCoreApplication::quit();
 }
 
+void AppDelegate::keepUnsavedChanges() {
+    for (const Document *document : documentController_.documents())
+        for (Recovery *recovery : document->findChildren<Recovery *>(Qt::FindDirectChildrenOnly))
+            recovery->keepNow();
+}
+
 void AppDelegate::changeLabelDoubleClickingMessage(const QCheckBox *sender) {
     setDoubleClickMessage(sender->checkState() == Qt::Checked);
 }
@@ -155,6 +162,7 @@ void AppDelegate::emailFeedback() {
 std::unique_ptr<Document> AppDelegate::makeDocument() {
     auto document = std::make_unique<MyDocument>(platform_);
     registerActions(*document);
+    if (!recoveryFolder_.isNull()) new Recovery(*document, recoveryFolder_);
     return document;
 }
 

@@ -42,6 +42,13 @@ public:
     /// Closes all documents and ends the program, unless the user keeps one open.
     void terminate();
 
+    /// Has every document that is opened from now on keep what is not saved in a folder, and offer what was
+    /// left there. Until then none does.
+    void setRecoveryFolder(const QString &folder) { recoveryFolder_ = folder; }
+    /// Keeps what is not saved of any document, and waits until it is; for when the program is about to be
+    /// ended by others, and nobody can be asked.
+    void keepUnsavedChanges();
+
     /// Explains what a double click does. @param sender the check box that decides it
     void changeLabelDoubleClickingMessage(const QCheckBox *sender);
     void showPreferences();
@@ -82,6 +89,7 @@ private:
     std::unique_ptr<Updater> sparkleUpdater_;
     std::unique_ptr<UpdateWindow> updateWindow_;
     QPointer<QAction> menuItemCheckForUpdates_;
+    QString recoveryFolder_;  ///< Null for none.
 };
 
 }  // namespace leafwright

@@ -2,9 +2,11 @@
 
 #include "app/AppDelegate.h"
 #include "app/DesktopApplication.h"
+#include "app/EndingSignals.h"
 #include "app/QtPlatform.h"
 #include "app/Requests.h"
 #include "app/SingleInstance.h"
+#include "document/Recovery.h"
 #include "files/FileName.h"
 #include "files/FileReading.h"
 #include "files/FileWriting.h"
@@ -100,6 +102,11 @@ int applicationMain(int argc, char **argv) {
 
     QtPlatform platform;
     AppDelegate delegate(platform);
+    delegate.setRecoveryFolder(Recovery::standardFolder());
+    const auto keepUnsavedChanges = [&delegate] { delegate.keepUnsavedChanges(); };
+    const EndingSignals endingSignals(keepUnsavedChanges);
+    // The end of the desktop's session, which asks where it closes the windows, and else ends the program.
+    QObject::connect(&application, &QGuiApplication::commitDataRequest, &delegate, keepUnsavedChanges);
     Requests requests(delegate);
     QObject::connect(&instance, &SingleInstance::filesReceived, &requests, &Requests::open);
     QObject::connect(&desktop, &DesktopApplication::filesReceived, &requests, &Requests::open);

@@ -2,18 +2,13 @@
 #include "document/MyDocument.h"
 #include "document/commands/OtherPrograms.h"
 #include "document/window/DocumentWindow.h"
+#include "document/window/LostTargetsNotice.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "pdf/ReadAhead.h"
 #include "view/LabelPDFView.h"
 #include "widgets/NoticeBars.h"
 
 namespace leafwright {
-
-namespace {
-
-const QString lostTargetsNotice = QStringLiteral("lostTargets");
-
-}  // namespace
 
 bool MyDocument::reload(Reload kind) {
     if (!pdfDoc()) return false;
@@ -65,21 +60,7 @@ void MyDocument::showOtherPages(const std::function<void()> &exchange) {
 
 /// Until the next reload.
 void MyDocument::showLostTargets(const LostTargets &lost) const {
-    NoticeBars &notices = *myWindow()->notices();
-    QStringList sentences;
-    if (lost.unknownLabels > 0) {
-        sentences.append(
-            tr("%1 entries have page labels that no page has any more (%2), and saving leads them to the "
-               "first page.")
-                .arg(QString::number(lost.unknownLabels), lost.firstUnknownLabels.join(QLatin1String(", "))));
-    }
-    if (lost.actions > 0) {
-        sentences.append(tr("%1 entries that did something else than show a page lead nowhere now, because "
-                            "the new file does not have them.")
-                             .arg(lost.actions));
-    }
-    if (sentences.isEmpty()) return notices.removeNotice(lostTargetsNotice);
-    notices.setNotice(lostTargetsNotice, {sentences.join(u' ')});
+    leafwright::showLostTargets(*myWindow()->notices(), lost);
 }
 
 }  // namespace leafwright

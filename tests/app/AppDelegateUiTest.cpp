@@ -16,6 +16,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDir>
 #include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -73,6 +74,24 @@ TEST(DefaultSettings, AreTenInTheirOrder) {
                          "LeafwrightShouldRedoMOIGenericPoints true",
                          "autotocIgnoreLowFrequencyFonts true",
                      }));
+}
+
+TEST_F(Delegate, KeepsWhatIsNotSavedForTheNextStart) {
+    const QString folder = dir.path("recovery");
+    delegate.openFiles({file("without.pdf")});
+    delegate.setRecoveryFolder(folder);
+    delegate.openFiles({file("with.pdf")});
+    for (size_t i = 0; i < 2; ++i) {
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !document(i).isBusy(); }));
+        QCoreApplication::processEvents();
+        document(i).edits().insert(document(i).root(), 0, std::make_unique<MyOutlineItem>());
+    }
+    delegate.keepUnsavedChanges();
+    EXPECT_EQ(QDir(folder).entryList({"*.outline"}).size(), 1);
+    platform.answers = {1};
+    EXPECT_TRUE(document(1).myWindow()->close());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(QDir(folder).entryList(QDir::Files).size(), 0) << "it was discarded";
 }
 
 TEST_F(Delegate, RegistersTheDefaultsBeforeAnyDocumentOpens) {

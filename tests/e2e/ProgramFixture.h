@@ -30,7 +30,8 @@ protected:
     void start(QProcess &process, const QStringList &arguments) const {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         // No settings of whoever runs this, and no program of theirs that would be handed the file.
-        for (const char *variable : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR", "TMPDIR"})
+        for (const char *variable :
+             {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR", "XDG_STATE_HOME", "TMPDIR"})
             environment.insert(variable, dir.path({}));
         environment.insert("LC_ALL", "C.UTF-8");
         process.setProcessEnvironment(environment);

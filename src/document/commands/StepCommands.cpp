@@ -23,6 +23,7 @@ QString stepTitle(const OutlineEdits::Summary &step) {
     if (step.name == u"setTitle") return translated("Edit Title");
     if (step.name == u"setPageLabel") return translated("Edit Page");
     if (step.name == u"acceptDrop:") return translated("Drop");
+    if (step.name == u"recoverOutline") return translated("Recover Outline");
     const ActionDescription *command = actionDescription(step.name);
     QString title = command ? actionTitle(*command) : translated("Change");
     if (title.endsWith(u'…')) title.chop(1);

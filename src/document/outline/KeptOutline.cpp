@@ -1,0 +1,176 @@
+#include "document/outline/KeptOutline.h"
+
+#include "formats/JsonWriter.h"
+#include "model/TreeWalk.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <array>
+
+namespace leafwright {
+
+namespace {
+
+constexpr int version = 1;
+
+/// The spelling of a file's mark; times do not fit into the numbers of JSON.
+void writeHead(const KeptOutline &outline, JsonWriter &json) {
+    json.beginObject(JsonWriter::Layout::Compact);
+    json.member("leafwrightOutline", version);
+    json.member("pdf", outline.pdf);
+    json.member("size", QString::number(outline.file.size));
+    json.member("modified", QString::number(outline.file.modified));
+    json.member("hash", QString::fromLatin1(outline.file.hash.toHex()));
+    json.member("date", QString::number(outline.date));
+    json.member("entries", static_cast<qint64>(outline.entries.size()));
+    json.endObject();
+}
+
+void writeEntry(const KeptEntry &kept, JsonWriter &json) {
+    json.beginObject(JsonWriter::Layout::Compact);
+    json.member("depth", static_cast<qint64>(kept.depth));
+    json.member("title", kept.title);
+    json.member("pageLabel", kept.label);
+    json.member("page", kept.page.value_or(-1));
+    json.member("point", kept.point);
+    json.member("entry", kept.entry.number);
+    json.member("bold", kept.entry.bold);
+    json.member("italic", kept.entry.italic);
+    json.member("open", kept.entry.open);
+    if (kept.entry.color) {
+        json.key("color");
+        json.beginArray();
+        for (const double part : *kept.entry.color)
+            json.value(part);
+        json.endArray();
+    }
+    json.member("action", kept.entry.action.type);
+    json.member("target", kept.entry.action.target);
+    json.endObject();
+}
+
+/// Absent where it is null; Qt makes no difference for an empty one.
+QString textOf(const QJsonValue &value) {
+    if (!value.isString()) return {};
+    const QString text = value.toString();
+    return text.isNull() ? QStringLiteral("") : text;
+}
+
+std::optional<std::array<double, 3>> readColor(const QJsonValue &value) {
+    const QJsonArray parts = value.toArray();
+    const auto isPart = [](const QJsonValue &part) {
+        return part.isDouble() && part.toDouble() >= 0 && part.toDouble() <= 1;
+    };
+    if (parts.size() != 3 || !std::all_of(parts.begin(), parts.end(), isPart)) return std::nullopt;
+    return {{parts[0].toDouble(), parts[1].toDouble(), parts[2].toDouble()}};
+}
+
+/// @param deepest the depth of an entry below the one before it
+std::optional<KeptEntry> readEntry(const QByteArray &line, size_t deepest) {
+    const QJsonObject object = QJsonDocument::fromJson(line).object();
+    const QJsonArray point = object[QLatin1String("point")].toArray();
+    const double depth = object[QLatin1String("depth")].toDouble(-1);
+    if (point.size() != 2 || !(depth >= 0 && depth <= static_cast<double>(deepest))) return std::nullopt;
+    KeptEntry kept;
+    kept.depth = static_cast<size_t>(depth);
+    kept.title = textOf(object[QLatin1String("title")]);
+    kept.label = textOf(object[QLatin1String("pageLabel")]);
+    if (const int page = object[QLatin1String("page")].toInt(-1); page >= 0) kept.page = page;
+    kept.point = {point[0].toDouble(), point[1].toDouble()};
+    kept.entry.number = object[QLatin1String("entry")].toInt();
+    kept.entry.bold = object[QLatin1String("bold")].toBool();
+    kept.entry.italic = object[QLatin1String("italic")].toBool();
+    kept.entry.open = object[QLatin1String("open")].toBool();
+    kept.entry.color = readColor(object[QLatin1String("color")]);
+    kept.entry.action = {textOf(object[QLatin1String("action")]), textOf(object[QLatin1String("target")])};
+    return kept;
+}
+
+/// Calls `use(line)` for each line until that says no. @return whether all were used
+template <typename Use>
+bool forEachLine(const QByteArray &text, Use &&use) {
+    for (qsizetype begin = 0; begin < text.size();) {
+        const qsizetype found = text.indexOf('\n', begin);
+        const qsizetype end = found < 0 ? text.size() : found;
+        if (!use(QByteArray::fromRawData(text.constData() + begin, end - begin))) return false;
+        begin = end + 1;
+    }
+    return true;
+}
+
+qint64 numberOf(const QJsonValue &value) {
+    return value.toString().toLongLong();
+}
+
+/// @param count set to how many entries it has
+std::optional<KeptOutline> readHead(const QByteArray &line, size_t &count) {
+    const QJsonObject head = QJsonDocument::fromJson(line).object();
+    const int entries = head[QLatin1String("entries")].toInt(-1);
+    if (head[QLatin1String("leafwrightOutline")].toInt() != version || entries < 0) return std::nullopt;
+    count = static_cast<size_t>(entries);
+    return KeptOutline{textOf(head[QLatin1String("pdf")]),
+                       {numberOf(head[QLatin1String("size")]), numberOf(head[QLatin1String("modified")]),
+                        QByteArray::fromHex(head[QLatin1String("hash")].toString().toLatin1())},
+                       numberOf(head[QLatin1String("date")]),
+                       {}};
+}
+
+}  // namespace
+
+std::vector<KeptEntry> keptEntries(const MyOutlineItem &root) {
+    std::vector<KeptEntry> entries;
+    walkBelow(root, [&entries](const MyOutlineItem &item, size_t depth) {
+        entries.push_back({depth, item.pageTitle(), item.pageLabel(), item.importedPage(), item.pointOnPage(),
+                           item.entry()});
+    });
+    return entries;
+}
+
+MyOutlineItem::Children itemsOfKeptEntries(const std::vector<KeptEntry> &entries) {
+    MyOutlineItem root;
+    std::vector<MyOutlineItem *> path{&root};
+    for (const KeptEntry &kept : entries) {
+        path.resize(std::min(path.size(), kept.depth + 1));
+        MyOutlineItem &item = path.back()->appendChild(std::make_unique<MyOutlineItem>());
+        item.setPageTitle(kept.title);
+        item.setPageLabel(kept.label);
+        item.setImportedPage(kept.page);
+        item.setPointOnPage(kept.point);
+        item.setEntry(kept.entry);
+        path.push_back(&item);
+    }
+    return root.takeChildren();
+}
+
+void writeKeptOutline(const KeptOutline &outline, const std::function<void(const QByteArray &bytes)> &sink) {
+    JsonWriter json(sink, JsonWriter::Layout::Compact);
+    writeHead(outline, json);
+    for (const KeptEntry &kept : outline.entries)
+        writeEntry(kept, json);
+}
+
+std::optional<KeptOutline> readKeptOutline(const QByteArray &text) {
+    std::optional<KeptOutline> outline;
+    size_t count = 0;
+    const bool isUnderstood = forEachLine(text, [&](const QByteArray &line) {
+        if (!outline) {
+            outline = readHead(line, count);
+            return outline.has_value();
+        }
+        const size_t deepest = outline->entries.empty() ? 0 : outline->entries.back().depth + 1;
+        auto entry = readEntry(line, deepest);
+        if (entry) outline->entries.push_back(std::move(*entry));
+        return entry.has_value();
+    });
+    return isUnderstood && outline && outline->entries.size() == count ? std::move(outline) : std::nullopt;
+}
+
+std::optional<KeptOutline> readHeadOfKeptOutline(const QByteArray &line) {
+    size_t count = 0;
+    return readHead(line, count);
+}
+
+}  // namespace leafwright

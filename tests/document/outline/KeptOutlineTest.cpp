@@ -1,0 +1,108 @@
+#include "document/outline/KeptOutline.h"
+
+#include <gtest/gtest.h>
+
+namespace leafwright {
+namespace {
+
+QByteArray written(const KeptOutline &outline) {
+    QByteArray text;
+    writeKeptOutline(outline, [&text](const QByteArray &bytes) { text += bytes; });
+    return text;
+}
+
+KeptOutline outlineOf(const MyOutlineItem &root) {
+    return {"/books/a.pdf", {12, 34, "hash"}, 56, keptEntries(root)};
+}
+
+MyOutlineItem &add(MyOutlineItem &parent, const QString &title, const QString &label) {
+    return parent.appendChild(std::make_unique<MyOutlineItem>(title, PageTarget{label}));
+}
+
+TEST(KeptOutline, SaysWhatThePdfWasAndWhen) {
+    const auto read = readKeptOutline(written(outlineOf(MyOutlineItem())));
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->pdf, "/books/a.pdf");
+    EXPECT_EQ(read->file.size, 12);
+    EXPECT_EQ(read->file.modified, 34);
+    EXPECT_EQ(read->file.hash, "hash");
+    EXPECT_EQ(read->date, 56);
+    EXPECT_TRUE(read->entries.empty());
+}
+
+TEST(KeptOutline, HasItemsBackAsTheyWere) {
+    MyOutlineItem root;
+    MyOutlineItem &whole = add(root, "A \"title\"\n\\ \u00e4\U0001F332", "iv");
+    whole.setImportedPage(3);
+    whole.setPointOnPage({0.1, -7e6});
+    whole.setEntry({.number = 17, .bold = true, .italic = true, .open = true, .color = {{0, 0.5, 1}}});
+    MyOutlineItem &below = add(whole, QString(QChar(0xDC80)), "");
+    below.setEntry({.action = {"URI", "https://example.org/"}});
+    add(root, QString(), QString()).setEntry({.number = 18, .action = {"Launch", QString()}});
+
+    const auto read = readKeptOutline(written(outlineOf(root)));
+    ASSERT_TRUE(read);
+    const MyOutlineItem::Children items = itemsOfKeptEntries(read->entries);
+    ASSERT_EQ(items.size(), 2);
+    EXPECT_EQ(items[0]->pageTitle(), whole.pageTitle());
+    EXPECT_EQ(items[0]->pageLabel(), "iv");
+    EXPECT_EQ(items[0]->importedPage(), 3);
+    EXPECT_EQ(items[0]->pointOnPage(), whole.pointOnPage());
+    EXPECT_EQ(items[0]->entry(), whole.entry());
+    ASSERT_EQ(items[0]->children().size(), 1);
+    const MyOutlineItem &readBelow = *items[0]->children()[0];
+    EXPECT_EQ(readBelow.pageTitle(), below.pageTitle());
+    EXPECT_TRUE(readBelow.pageLabel().isEmpty());
+    EXPECT_FALSE(readBelow.pageLabel().isNull()) << "a page may have the empty label";
+    EXPECT_FALSE(readBelow.importedPage());
+    EXPECT_EQ(readBelow.entry(), below.entry());
+    EXPECT_TRUE(items[1]->pageTitle().isNull());
+    EXPECT_TRUE(items[1]->pageLabel().isNull());
+    EXPECT_TRUE(items[1]->entry().action.target.isNull());
+}
+
+TEST(KeptOutline, MayBeOfAnyDepth) {
+    constexpr int depth = 5'000;
+    MyOutlineItem root;
+    MyOutlineItem *item = &root;
+    for (int i = 0; i < depth; ++i)
+        item = &add(*item, QString::number(i), "1");
+    const auto read = readKeptOutline(written(outlineOf(root)));
+    ASSERT_TRUE(read);
+    int levels = 0;
+    for (MyOutlineItem::Children items = itemsOfKeptEntries(read->entries); !items.empty(); ++levels)
+        items = items.front()->takeChildren();
+    EXPECT_EQ(levels, depth);
+}
+
+TEST(KeptOutline, IsNotReadWhereSomeOfItIsMissing) {
+    MyOutlineItem root;
+    for (int i = 0; i < 20; ++i)
+        add(root, QString::number(i), "1");
+    const QByteArray whole = written(outlineOf(root));
+    for (qsizetype size = 0; size < whole.size() - 1; ++size)
+        ASSERT_FALSE(readKeptOutline(whole.first(size))) << size;
+    EXPECT_TRUE(readKeptOutline(whole));
+}
+
+TEST(KeptOutline, HasNoColorThatIsNone) {
+    const auto read = readKeptOutline(
+        "{\"leafwrightOutline\": 1, \"entries\": 1}\n"
+        "{\"depth\": 0, \"point\": [0, 0], \"color\": [0, 2, 0]}\n");
+    ASSERT_TRUE(read);
+    EXPECT_FALSE(read->entries.at(0).entry.color);
+}
+
+TEST(KeptOutline, IsNothingElse) {
+    for (const char *text :
+         {"", "\n", "[]", "{}", "{\"leafwrightOutline\": 2, \"entries\": 0}\n", "\xff\n",
+          "{\"leafwrightOutline\": 1, \"entries\": 1}\n{\"depth\": -1, \"point\": [0, 0]}\n",
+          "{\"leafwrightOutline\": 1, \"entries\": 1}\n[]\n",
+          "{\"leafwrightOutline\": 1, \"entries\": 1e300}\n",
+          "{\"leafwrightOutline\": 1, \"entries\": 1}\n{\"depth\": 1e300, \"point\": [0, 0]}\n",
+          "{\"leafwrightOutline\": 1, \"entries\": 1}\n{\"depth\": 1, \"point\": [0, 0]}\n"})
+        EXPECT_FALSE(readKeptOutline(text)) << text;
+}
+
+}  // namespace
+}  // namespace leafwright
