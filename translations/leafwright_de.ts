@@ -1338,10 +1338,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
 <context>
     <name>OutlineDocument</name>
     <message>
-        <source>%1 was not written: its outline is more than %2 levels deep</source>
-        <translation>%1 wurde nicht geschrieben: Die Gliederung ist mehr als %2 Ebenen tief</translation>
-    </message>
-    <message>
         <source>The file is locked or encrypted now, and its outline could not be saved.</source>
         <translation>Die Datei ist jetzt gesperrt oder verschlüsselt, und ihre Gliederung ließe sich nicht speichern.</translation>
     </message>

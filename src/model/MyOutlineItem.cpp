@@ -56,7 +56,7 @@ std::unique_ptr<MyOutlineItem> MyOutlineItem::initWithPlusString(const QString &
     item->pageLabel_ = fields[1].sliced(1);
     item->pageTitle_ = line.sliced(item->pluslevelstr_.size() + item->pageLabel_.size() + 3);
     // Deliberately not the depth: `levelstr` is still absent here.
-    item->levelnum_ = static_cast<quint64>(item->levelstr_.size());
+    item->levelnum_ = static_cast<quint64>(item->levelstr().size());
     return item;
 }
 
@@ -131,8 +131,17 @@ MyOutlineItem::Children MyOutlineItem::takeChildren() {
     return taken;
 }
 
+QString MyOutlineItem::levelstr() const {
+    const auto *number = std::get_if<std::shared_ptr<const LevelNumber>>(&levelstr_);
+    return number ? (*number)->text() : std::get<QString>(levelstr_);
+}
+
 void MyOutlineItem::setLevelstr(const QString &levelstr) {
     change(QLatin1String("levelstr"), [&] { levelstr_ = levelstr; });
+}
+
+void MyOutlineItem::setLevelstr(std::shared_ptr<const LevelNumber> number) {
+    change(QLatin1String("levelstr"), [&] { levelstr_ = std::move(number); });
 }
 
 void MyOutlineItem::setLevelnum(quint64 levelnum) {
@@ -173,13 +182,15 @@ std::unique_ptr<MyOutlineItem> MyOutlineItem::removeObjectFromChildrenAtIndex(si
 }
 
 qint32 MyOutlineItem::attachPoint() const {
-    return leadingInteger(QStringView(levelstr_).sliced(levelstr_.lastIndexOf(u'.') + 1));
+    const QString number = levelstr();
+    return leadingInteger(QStringView(number).sliced(number.lastIndexOf(u'.') + 1));
 }
 
 QString MyOutlineItem::wantedParent() const {
     if (levelnum_ == 1) return QStringLiteral("Root");
-    const qsizetype lastDot = levelstr_.lastIndexOf(u'.');
-    return lastDot < 0 ? levelstr_ : levelstr_.first(lastDot);
+    const QString number = levelstr();
+    const qsizetype lastDot = number.lastIndexOf(u'.');
+    return lastDot < 0 ? number : number.first(lastDot);
 }
 
 QString MyOutlineItem::description() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "model/LevelNumber.h"
 #include "model/OutlineEntry.h"
 #include "model/Target.h"
 
@@ -9,6 +10,7 @@
 
 #include <memory>
 #include <optional>
+#include <variant>
 #include <vector>
 
 namespace leafwright {
@@ -73,8 +75,10 @@ public:
 
     /// Positions of the item and its ancestors among their siblings, 0-based, outermost first, joined by
     /// "."; absent until an export has numbered the tree, and stale between exports.
-    const QString &levelstr() const { return levelstr_; }
+    QString levelstr() const;
     void setLevelstr(const QString &levelstr);
+    /// The same, with the text made when it is asked for. @param number not null
+    void setLevelstr(std::shared_ptr<const LevelNumber> number);
 
     /// Depth as the last export numbered it: 1 for a top-level item.
     quint64 levelnum() const { return levelnum_; }
@@ -112,7 +116,8 @@ public:
     quint64 identity() const { return identity_; }
     void setIdentity(quint64 identity) { identity_ = identity; }
 
-    /// The item's position among its siblings as the last export numbered it; 0 without one.
+    /// The item's position among its siblings as the last export numbered it; 0 without one. Uncalled, but
+    /// fixed from outside, as is wantedParent().
     qint32 attachPoint() const;
     /// The `levelstr` of the item's parent as the last export numbered it; "Root" for a top-level item.
     QString wantedParent() const;
@@ -141,7 +146,7 @@ private:
     QString pageTitle_;
     QString pageLabel_;
     Children children_;
-    QString levelstr_;
+    std::variant<QString, std::shared_ptr<const LevelNumber>> levelstr_;
     quint64 levelnum_ = 0;
     QString pluslevelstr_;
     QPointF pointOnPage_;

@@ -109,6 +109,12 @@ void OutlineEdits::setEntry(MyOutlineItem &item, const OutlineEntry &entry) {
     make(ValueStep{&item, entry});
 }
 
+void OutlineEdits::setNumber(MyOutlineItem &item, quint64 levelnum,
+                             std::shared_ptr<const LevelNumber> number) {
+    item.setLevelnum(levelnum);
+    item.setLevelstr(std::move(number));
+}
+
 void OutlineEdits::countChange() {
     const Transaction nothing(*this, {});
 }

@@ -71,9 +71,13 @@ public:
     void setPointOnPage(MyOutlineItem &item, const QPointF &point);
     void setEntry(MyOutlineItem &item, const OutlineEntry &entry);
 
-    /// Gives an item without a particular spot the one that a write gives it. Nobody changed anything then:
-    /// it is no step, and would be given again.
+    // What a write gives items: nobody has changed anything then, it would be given again, so it is no step.
+
+    /// The spot of an item without a particular one.
     static void setDefaultPoint(MyOutlineItem &item, const QPointF &point) { item.setPointOnPage(point); }
+    /// Where an item stands in the tree. @param levelnum 1 for a top-level item
+    static void setNumber(MyOutlineItem &item, quint64 levelnum, std::shared_ptr<const LevelNumber> number);
+
     /// Counts a change that changed nothing.
     void countChange();
 

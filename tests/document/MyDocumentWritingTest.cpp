@@ -1,4 +1,3 @@
-#include "document/outline/OutlineExport.h"
 #include "support/DocumentFixture.h"
 
 #include <gmock/gmock.h>
@@ -132,19 +131,6 @@ TEST_F(MyDocumentWriting, AFailedSaveTellsWhyAndLeavesTheDocumentEdited) {
     EXPECT_TRUE(error->message.contains("folder.pdf"));
     EXPECT_TRUE(document.isDocumentEdited());
     EXPECT_FALSE(document.lockTOCediting());
-}
-
-TEST_F(MyDocumentWriting, ATreeThatIsTooDeepIsNotWritten) {
-    document.updateChangeCount(MyDocument::Change::Done);
-    MyOutlineItem *last = &document.root();
-    for (quint64 i = 0; i <= OutlineExport::deepestLevel; ++i)
-        last = &last->appendChild(std::make_unique<MyOutlineItem>());
-    const auto error = document.writeNewPDFOutline(out(), MyDocument::saveFinalPDF);
-    ASSERT_TRUE(error);
-    EXPECT_TRUE(error->message.contains("10000 levels"));
-    EXPECT_FALSE(QFile::exists(out()));
-    EXPECT_TRUE(document.isDocumentEdited());
-    EXPECT_EQ(document.pdfDoc()->outlineRoot().numberOfChildren(), 2);
 }
 
 class WriteRecorder final : public PDFWriteObserver {

@@ -43,7 +43,7 @@ TEST(ItemChanges, ChildrenComeAndGoThroughTheEdits) {
 TEST(ItemChanges, ValuesAreSetThroughTheEdits) {
     static const QRegularExpression changes(
         "(?<!edits)(?<!edits_)(?<!edits\\(\\))(\\.|->)"
-        "(setPageTitle|setPageLabel|setPointOnPage|setEntry|setImportedPage)\\(");
+        "(setPageTitle|setPageLabel|setPointOnPage|setEntry|setImportedPage|setLevelstr|setLevelnum)\\(");
     const QStringList builders{"autotoc/HeadingTree.cpp", "cli/OutlineTree.cpp",
                                "document/outline/OutlineImport.cpp"};
     const QStringList entriesOfPDFs{"document/outline/OutlineExport.cpp", "pdf/mupdf/OutlineReader.cpp"};

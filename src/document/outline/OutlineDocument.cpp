@@ -6,7 +6,6 @@
 #include "texts/Translated.h"
 
 #include <new>
-#include <stdexcept>
 
 namespace leafwright {
 
@@ -177,25 +176,18 @@ EntriesElsewhere OutlineDocument::entriesElsewhere() const {
 }
 
 std::optional<PDFError> OutlineDocument::write(const QString &path, const QString &type) {
-    OutlineExport outlineExport({[this](const QString &label) { return getRealPageArrayIndex(label); },
-                                 [this](int index) -> std::optional<Rect> {
-                                     const PDFPage *page = pdfDoc_->page(index);
-                                     return page ? std::optional(page->mediaBox()) : std::nullopt;
-                                 },
-                                 keepsPages()});
+    const OutlineExport outlineExport({[this](const QString &label) { return getRealPageArrayIndex(label); },
+                                       [this](int index) -> std::optional<Rect> {
+                                           const PDFPage *page = pdfDoc_->page(index);
+                                           return page ? std::optional(page->mediaBox()) : std::nullopt;
+                                       },
+                                       keepsPages()});
     writeError_.reset();
     losses_.clear();
     const quint64 exported = edits_.revision();
-    try {
-        pdfDoc_->setOutlineRoot(outlineExport.run(root_));
-        tellOfEntriesElsewhere(type);
-        writeError_ = pdfDoc_->writeToFile(path, writeObserver_, &losses_, onDisk_.get());
-    } catch (const std::length_error &) {
-        writeError_ = PDFError{PDFError::Kind::WriteFailed,
-                               translated("%1 was not written: its outline is more than %2 levels deep")
-                                   .arg(path)
-                                   .arg(OutlineExport::deepestLevel)};
-    }
+    pdfDoc_->setOutlineRoot(outlineExport.run(root_));
+    tellOfEntriesElsewhere(type);
+    writeError_ = pdfDoc_->writeToFile(path, writeObserver_, &losses_, onDisk_.get());
     lockTOCediting_ = false;
     if (type == saveFinalPDF && lossesHandler_ && !losses_.isEmpty()) lossesHandler_(losses_);
     if (type == saveFinalPDF && !writeError_) edits_.setSavedRevision(exported);

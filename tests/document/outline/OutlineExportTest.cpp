@@ -2,7 +2,6 @@
 #include "support/OutlineItems.h"
 
 #include <gmock/gmock.h>
-#include <stdexcept>
 
 namespace leafwright {
 namespace {
@@ -199,20 +198,30 @@ TEST_F(OutlineExportTest, TheDefaultPointIsAnnounced) {
     EXPECT_EQ(observer.points.size(), 1U);
 }
 
-void addChain(MyOutlineItem &root, quint64 depth) {
+/// @return the deepest item
+MyOutlineItem &addChain(MyOutlineItem &root, quint64 depth) {
     MyOutlineItem *last = &root;
     for (quint64 i = 0; i < depth; ++i)
         last = &last->appendChild(std::make_unique<MyOutlineItem>());
+    return *last;
 }
 
-TEST_F(OutlineExportTest, TheDeepestLevelIsExported) {
-    addChain(root, OutlineExport::deepestLevel);
-    EXPECT_EQ(exported(root)->countOfDescendants(), qsizetype{OutlineExport::deepestLevel});
+// The texts of all numbers together would take 80 GB.
+TEST_F(OutlineExportTest, TreesOfAnyDepthAreExported) {
+    constexpr quint64 levels = 200'000;
+    const MyOutlineItem &last = addChain(root, levels);
+    EXPECT_EQ(exported(root)->countOfDescendants(), qsizetype{levels});
+    EXPECT_EQ(last.levelnum(), levels);
+    EXPECT_EQ(last.levelstr(), QString("0.").repeated(levels - 1) + "0");
 }
 
-TEST_F(OutlineExportTest, DeeperTreesAreRefused) {
-    addChain(root, OutlineExport::deepestLevel + 1);
-    EXPECT_THROW(exported(root), std::length_error);
+TEST_F(OutlineExportTest, ARemovedItemKeepsItsNumber) {
+    addItems(root, {{"A"}, {"B", "1", {}, {{"C"}}}});
+    exported(root);
+    const auto item = root.children()[1]->removeObjectFromChildrenAtIndex(0);
+    root.removeObjectFromChildrenAtIndex(1);
+    exported(root);
+    EXPECT_EQ(item->levelstr(), "1.0");
 }
 
 TEST_F(OutlineExportTest, ImportedItemsLeadToThePageOfTheirLabelOrKeepTheirs) {
