@@ -19,8 +19,9 @@ public:
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size) {
     using namespace leafwright;
     OutlineEntry inFile;
-    inFile.number = 7;
+    constexpr int number = 7;
+    inFile.number = number;
     cli::parseOutlineTree(QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)), Pages(),
-                          {{inFile.number, inFile}});
+                          {{number, inFile}});
     return 0;
 }

@@ -8,15 +8,14 @@ namespace leafwright::cli {
 
 namespace {
 
-void printAction(const OutlineEntry::Action &action, JsonWriter &json) {
-    if (action.type.isNull()) {
+void printAction(const std::optional<OutlineEntry::Action> &action, JsonWriter &json) {
+    if (!action) {
         json.null();
         return;
     }
     json.beginObject(JsonWriter::Layout::Compact);
-    json.member("type", action.type);
-    if (action.type == QLatin1String("URI")) json.member("uri", action.target);
-    if (action.type == QLatin1String("GoToR")) json.member("file", action.target);
+    json.member("type", action->type);
+    if (action->target) json.member(action->type == QLatin1String("URI") ? "uri" : "file", *action->target);
     json.endObject();
 }
 
@@ -36,7 +35,7 @@ void printWhatElse(const OutlineEntry &entry, JsonWriter &json) {
     json.key("action");
     printAction(entry.action, json);
     json.key("entry");
-    entry.number != 0 ? json.value(entry.number) : json.null();
+    entry.number ? json.value(*entry.number) : json.null();
 }
 
 }  // namespace

@@ -86,7 +86,7 @@ private:
         const QJsonValue number = node[QLatin1String("entry")];
         if (!isAbsent(number) && number.toInt(0) <= 0)
             return translated("\"entry\" must be an object number or null");
-        OutlineEntry entry = inFile_.value(number.toInt(0));
+        OutlineEntry entry = isAbsent(number) ? OutlineEntry() : inFile_.value(number.toInt());
         for (const auto &[key, truth] : {std::pair{"bold", &entry.bold}, std::pair{"italic", &entry.italic},
                                          std::pair{"open", &entry.open}}) {
             const QJsonValue value = node[QLatin1String(key)];
@@ -118,12 +118,12 @@ private:
 
     static std::optional<QString> readAction(const QJsonValue &value, OutlineEntry &entry) {
         if (value.isUndefined()) return std::nullopt;
-        entry.action = {};
+        entry.action.reset();
         if (value.isNull()) return std::nullopt;
         const QJsonValue type = value[QLatin1String("type")];
         if (!type.isString()) return translated("\"action\" must be null or an object with a \"type\"");
-        entry.action.type = type.toString();
-        const QString &kind = entry.action.type;
+        const QString kind = type.toString();
+        entry.action = OutlineEntry::Action{kind};
         const char *key = kind == QLatin1String("URI")     ? "uri"
                           : kind == QLatin1String("GoToR") ? "file"
                                                            : nullptr;
@@ -131,7 +131,7 @@ private:
         const QJsonValue target = value[QLatin1String(key)];
         if (!target.isString())
             return translated("an \"action\" of type %1 must have a \"%2\"").arg(kind, QLatin1String(key));
-        entry.action.target = target.toString();
+        entry.action->target = target.toString();
         return std::nullopt;
     }
 
@@ -224,7 +224,7 @@ Tree treeFromPlusLines(const QString &text, const TextPages &pages) {
 OutlineEntries entriesByNumber(const PDFOutline &root) {
     OutlineEntries entries;
     walkBelow(root, [&](const PDFOutline &outline, size_t /*depth*/) {
-        if (outline.entry().number != 0) entries.insert(outline.entry().number, outline.entry());
+        if (const auto number = outline.entry().number) entries.insert(*number, outline.entry());
     });
     return entries;
 }

@@ -101,8 +101,7 @@ void MyOutlineItem::setPageTitle(const QString &title) {
 
 Target MyOutlineItem::target() const {
     if (pageLabel_.isNull()) {
-        const bool isElsewhere = entry_.number != 0 || !entry_.action.type.isNull();
-        return isElsewhere ? Target(EntryTarget()) : Target();
+        return entry_.number || entry_.action ? Target(EntryTarget()) : Target();
     }
     // Not Qt's comparison, which takes what is almost zero for zero.
     const bool isSomewhere = pointOnPage_.x() != 0 || pointOnPage_.y() != 0;

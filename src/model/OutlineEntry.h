@@ -16,20 +16,22 @@ struct OutlineEntry {
 
     /// What happens where no page is led to.
     struct Action {
-        QString type;    ///< As the file calls it: "URI", "GoToR", "Launch", ...; null for none.
-        QString target;  ///< The address of a URI, the file of a GoToR; null for others.
+        /// As the file calls it: "URI", "GoToR", "Launch", ...
+        QString type;
+        /// The address of a URI, the file of a GoToR; absent for others.
+        std::optional<QString> target = {};
 
         friend bool operator==(const Action &, const Action &) = default;
     };
 
-    /// The object number, in the file, of the entry that this one stands for; 0 for a new one. What it has
-    /// that we don't know is written again.
-    int number = 0;
+    /// The object number, in the file, of the entry that this one stands for; absent for a new one. What it
+    /// has that we don't know is written again.
+    std::optional<int> number = {};
     bool bold = false;
     bool italic = false;
     bool open = false;  ///< Whether viewers show its children at first.
     std::optional<Color> color = {};
-    Action action = {};
+    std::optional<Action> action = {};
 
     friend bool operator==(const OutlineEntry &, const OutlineEntry &) = default;
 };

@@ -31,7 +31,9 @@ protected:
         EXPECT_EQ(result.exitCode, 0) << result.err.constData();
     }
     /// The object number of an entry at top level.
-    int numberOf(int index) const { return openPdf(in)->outlineRoot().childAtIndex(index).entry().number; }
+    int numberOf(int index) const {
+        return openPdf(in)->outlineRoot().childAtIndex(index).entry().number.value();
+    }
 
     const TempDir dir;
     const QString in = dir.path("in.pdf");
@@ -48,7 +50,7 @@ TEST_F(KeptEntriesOfAScript, ARenamedAndAMovedEntryChangeNothingElse) {
             {"do": "select", "paths": [[4]]}, {"do": "moveUp:"}])");
     EXPECT_THAT(changedObjects(in, out),
                 UnorderedElementsAre(numberOf(0), numberOf(2), numberOf(3), numberOf(4),
-                                     openPdf(in)->outlineRoot().entry().number));
+                                     openPdf(in)->outlineRoot().entry().number.value()));
     EXPECT_THAT(changedKeys(in, out, numberOf(0)), ElementsAre("/Title"));
     EXPECT_THAT(changedKeys(in, out, numberOf(2)), ElementsAre("/Next"));
     EXPECT_THAT(changedKeys(in, out, numberOf(3)), ElementsAre("/Next", "/Prev"));

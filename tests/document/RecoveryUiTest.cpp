@@ -123,7 +123,7 @@ TEST_F(Recovering, OffersWhatWasNotSaved) {
     EXPECT_THAT(textOfSheet(), HasSubstr(QDate::currentDate().toString("yyyy").toStdString()));
     EXPECT_THAT(textOfSheet(), Not(HasSubstr("has changed since")));
     const auto entry = showing->root().children()[1]->entry();
-    ASSERT_NE(entry.number, 0);
+    ASSERT_TRUE(entry.number);
     press(Recover);
     EXPECT_EQ(title(0), "Changed");
     EXPECT_EQ(showing->root().children()[1]->entry(), entry) << "the entry of the file";
@@ -203,7 +203,7 @@ TEST_F(Recovering, SaysThatTheFileHasChanged) {
     EXPECT_EQ(title(0), "One");
     EXPECT_EQ(title(1), "Second");
     const MyOutlineItem &first = *showing->root().children()[0];
-    EXPECT_EQ(first.entry().number, 0) << "the entry that had that number is another now";
+    EXPECT_FALSE(first.entry().number) << "the entry that had that number is another now";
     EXPECT_FALSE(first.importedPage());
     EXPECT_EQ(showing->outline().knownPageIndexOfItem(first), 1) << "by its label";
 }
@@ -344,7 +344,7 @@ TEST_F(Recovering, WhatIsDamagedIsToldAndNotOffered) {
 
 TEST_F(Recovering, TakesNoPagesAndEntriesThatTheFileDoesNotHave) {
     rename(0, "Changed");
-    const int number = document.root().children()[1]->entry().number;
+    const int number = document.root().children()[1]->entry().number.value();
     crash();
     changeKept("\"page\": 1,", "\"page\": 2000000000,");
     changeKept("\"entry\": " + QByteArray::number(number), "\"entry\": 1");
@@ -352,7 +352,7 @@ TEST_F(Recovering, TakesNoPagesAndEntriesThatTheFileDoesNotHave) {
     press(Recover);
     const MyOutlineItem &second = *showing->root().children()[1];
     EXPECT_FALSE(second.importedPage());
-    EXPECT_EQ(second.entry().number, 0) << "which is the file's catalog, or a page";
+    EXPECT_FALSE(second.entry().number) << "which is the file's catalog, or a page";
     EXPECT_TRUE(showing->saving().saveFinal());
 }
 

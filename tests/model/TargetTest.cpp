@@ -43,7 +43,7 @@ TEST(Target, WithoutAPageItIsWhatTheFileHadOrAnAction) {
     ofTheFile.setEntry({.number = 7});
     EXPECT_TRUE(std::holds_alternative<EntryTarget>(ofTheFile.target()));
     MyOutlineItem link("A", {QString()});
-    link.setEntry({.action = {"URI", "https://example.org"}});
+    link.setEntry({.action = OutlineEntry::Action{"URI", "https://example.org"}});
     EXPECT_TRUE(std::holds_alternative<EntryTarget>(link.target()));
     link.setPageLabel("2");
     EXPECT_EQ(pageOf(link).label, "2");

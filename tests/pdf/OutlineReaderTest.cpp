@@ -50,10 +50,21 @@ TEST(OutlineReader, RootHasNoLabel) {
     EXPECT_TRUE(openWith({{"(A)", ""}})->outlineRoot().label().isNull());
 }
 
+TEST(OutlineReader, EntriesWithoutAnObjectOfTheirOwnHaveNoNumber) {
+    PdfBuilder pdf;
+    pdf.addNumberedPages(1);
+    pdf.setCatalogEntry("/Outlines", "<< /First << /Title (A) >> >>");
+    const auto document = openPdf(pdf);
+    ASSERT_EQ(document->outlineRoot().numberOfChildren(), 1);
+    EXPECT_FALSE(document->outlineRoot().entry().number);
+    EXPECT_FALSE(document->outlineRoot().childAtIndex(0).entry().number);
+    EXPECT_TRUE(openWith({{"(A)", ""}})->outlineRoot().childAtIndex(0).entry().number);
+}
+
 TEST(OutlineReader, EntryWithoutADestination) {
     const auto document = openWith({{"(A)", ""}});
     EXPECT_FALSE(document->outlineRoot().childAtIndex(0).destination());
-    EXPECT_TRUE(document->outlineRoot().childAtIndex(0).entry().action.type.isNull());
+    EXPECT_FALSE(document->outlineRoot().childAtIndex(0).entry().action);
 }
 
 TEST(OutlineReader, TitlesInEveryEncoding) {

@@ -181,7 +181,7 @@ TEST_F(OutlineWriterTest, AnActionSurvives) {
     EXPECT_EQ(written.getKey("/Title").getUTF8Value(), "Renamed");
     EXPECT_EQ(written.getKey("/A").getKey("/URI").getStringValue(), "about:blank");
     EXPECT_FALSE(written.hasKey("/Dest"));
-    EXPECT_EQ(openPdf(path)->outlineRoot().childAtIndex(0).entry().action.type, "URI");
+    EXPECT_EQ(openPdf(path)->outlineRoot().childAtIndex(0).entry().action->type, "URI");
 }
 
 TEST_F(OutlineWriterTest, DestinationsThatLeadNowhereAreKept) {

@@ -36,7 +36,7 @@ void writeEntry(const KeptEntry &kept, JsonWriter &json) {
     json.member("pageLabel", kept.label);
     json.member("page", kept.page.value_or(-1));
     json.member("point", kept.point);
-    json.member("entry", kept.entry.number);
+    json.member("entry", kept.entry.number.value_or(0));
     json.member("bold", kept.entry.bold);
     json.member("italic", kept.entry.italic);
     json.member("open", kept.entry.open);
@@ -47,8 +47,10 @@ void writeEntry(const KeptEntry &kept, JsonWriter &json) {
             json.value(part);
         json.endArray();
     }
-    json.member("action", kept.entry.action.type);
-    json.member("target", kept.entry.action.target);
+    if (const auto &action = kept.entry.action) {
+        json.member("action", action->type);
+        if (action->target) json.member("target", *action->target);
+    }
     json.endObject();
 }
 
@@ -68,6 +70,15 @@ std::optional<std::array<double, 3>> readColor(const QJsonValue &value) {
     return {{parts[0].toDouble(), parts[1].toDouble(), parts[2].toDouble()}};
 }
 
+std::optional<OutlineEntry::Action> readAction(const QJsonObject &entry) {
+    const QJsonValue type = entry[QLatin1String("action")];
+    if (!type.isString()) return std::nullopt;
+    OutlineEntry::Action action{type.toString()};
+    if (const auto target = entry.find(QLatin1String("target")); target != entry.end())
+        action.target = textOf(*target);
+    return action;
+}
+
 /// @param deepest the depth of an entry below the one before it
 std::optional<KeptEntry> readEntry(const QByteArray &line, size_t deepest) {
     const QJsonObject object = QJsonDocument::fromJson(line).object();
@@ -80,12 +91,12 @@ std::optional<KeptEntry> readEntry(const QByteArray &line, size_t deepest) {
     kept.label = textOf(object[QLatin1String("pageLabel")]);
     if (const int page = object[QLatin1String("page")].toInt(-1); page >= 0) kept.page = page;
     kept.point = {point[0].toDouble(), point[1].toDouble()};
-    kept.entry.number = object[QLatin1String("entry")].toInt();
+    if (const int number = object[QLatin1String("entry")].toInt(); number > 0) kept.entry.number = number;
     kept.entry.bold = object[QLatin1String("bold")].toBool();
     kept.entry.italic = object[QLatin1String("italic")].toBool();
     kept.entry.open = object[QLatin1String("open")].toBool();
     kept.entry.color = readColor(object[QLatin1String("color")]);
-    kept.entry.action = {textOf(object[QLatin1String("action")]), textOf(object[QLatin1String("target")])};
+    kept.entry.action = readAction(object);
     return kept;
 }
 

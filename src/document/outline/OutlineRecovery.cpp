@@ -47,10 +47,11 @@ bool isSameEntry(const KeptEntry &inFile, const KeptEntry &kept) {
 /// Takes from entries what the PDF does not have, since the file that they were kept in need not be sound.
 void forgetWhatIsNotIn(const PDFDocument &pdf, std::vector<KeptEntry> &entries) {
     QSet<int> numbers;
-    walkBelow(pdf.outlineRoot(),
-              [&](const PDFOutline &entry, size_t /*depth*/) { numbers.insert(entry.entry().number); });
+    walkBelow(pdf.outlineRoot(), [&](const PDFOutline &entry, size_t /*depth*/) {
+        if (const auto number = entry.entry().number) numbers.insert(*number);
+    });
     for (KeptEntry &kept : entries) {
-        if (!numbers.contains(kept.entry.number)) kept.entry.number = 0;
+        if (kept.entry.number && !numbers.contains(*kept.entry.number)) kept.entry.number.reset();
         if (kept.page && *kept.page >= pdf.pageCount()) kept.page.reset();
     }
 }

@@ -20,15 +20,19 @@ PagesByLabel pagesByLabel(const TextPages &pages) {
     return result;
 }
 
-/// What an entry is found again by: its title, and the type of what it does where it leads to no page.
+/// What an entry is found again by: its title, and the type of its action, empty for none.
 using EntryKey = std::pair<QString, QString>;
+
+EntryKey keyOf(const QString &title, const OutlineEntry &entry) {
+    return {title, entry.action ? entry.action->type : QString()};
+}
 
 /// The object numbers of the entries of an outline, the first of a key last.
 QHash<EntryKey, QList<int>> entriesByKey(const PDFOutline &outline) {
     QHash<EntryKey, QList<int>> result;
     walkBelow(outline, [&result](const PDFOutline &entry, size_t /*depth*/) {
-        if (entry.entry().number != 0)
-            result[{entry.label(), entry.entry().action.type}].append(entry.entry().number);
+        if (const auto number = entry.entry().number)
+            result[keyOf(entry.label(), entry.entry())].append(*number);
     });
     for (QList<int> &numbers : result)
         std::ranges::reverse(numbers);
@@ -36,8 +40,8 @@ QHash<EntryKey, QList<int>> entriesByKey(const PDFOutline &outline) {
 }
 
 /// Whether an action can be written from what is known of it, without the entry that it comes from.
-bool isKnownInFull(const OutlineEntry::Action &action) {
-    return action.type.isNull() || action.type == u"URI" || action.type == u"GoToR";
+bool isKnownInFull(const std::optional<OutlineEntry::Action> &action) {
+    return !action || action->type == u"URI" || action->type == u"GoToR";
 }
 
 class Relinking {
@@ -72,10 +76,10 @@ private:
 
     void relinkEntry(MyOutlineItem &item) {
         OutlineEntry entry = item.entry();
-        if (entry.number == 0) return;
-        const auto entries = entries_.find({item.pageTitle(), entry.action.type});
+        if (!entry.number) return;
+        const auto entries = entries_.find(keyOf(item.pageTitle(), entry));
         const bool isFound = entries != entries_.end() && !entries->isEmpty();
-        entry.number = isFound ? entries->takeLast() : 0;
+        entry.number = isFound ? std::optional(entries->takeLast()) : std::nullopt;
         edits_.setEntry(item, entry);
         if (!isFound && !isKnownInFull(entry.action)) ++lost_.actions;
     }

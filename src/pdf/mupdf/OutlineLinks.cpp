@@ -3,12 +3,12 @@
 namespace leafwright::mupdf {
 
 std::vector<LinkedEntry> listedEntries(const PDFOutline &root) {
-    std::vector<LinkedEntry> entries{{&root, -1, root.entry().number, {}}};
+    std::vector<LinkedEntry> entries{{&root, -1, root.entry().number.value_or(0), {}}};
     for (size_t i = 0; i < entries.size(); ++i) {
         const PDFOutline &parent = *entries[i].entry;
         for (int k = 0; k < parent.numberOfChildren(); ++k) {
             const PDFOutline &child = parent.childAtIndex(k);
-            entries.push_back({&child, static_cast<qsizetype>(i), child.entry().number, {}});
+            entries.push_back({&child, static_cast<qsizetype>(i), child.entry().number.value_or(0), {}});
         }
     }
     for (size_t i = entries.size() - 1; i > 0; --i) {

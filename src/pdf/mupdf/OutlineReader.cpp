@@ -14,10 +14,16 @@ struct Siblings {
     Object next;
 };
 
-OutlineEntry::Action readAction(const Object &action) {
+/// Absent for an object without a number of its own.
+std::optional<int> numberOf(const Object &object) {
+    const int number = object.objectNumber();
+    return number != 0 ? std::optional(number) : std::nullopt;
+}
+
+std::optional<OutlineEntry::Action> readAction(const Object &action) {
     const QByteArray type = action.get(PDF_NAME(S)).toName();
-    if (type.isEmpty()) return {};
-    OutlineEntry::Action read{QString::fromUtf8(type), QString()};
+    if (type.isEmpty()) return std::nullopt;
+    OutlineEntry::Action read{QString::fromUtf8(type)};
     if (type == "URI") read.target = QString::fromUtf8(action.get(PDF_NAME(URI)).toBytes());
     if (type == "GoToR") {
         // A file is told by its name or by a dictionary (ISO 32000-1, 7.11).
@@ -38,7 +44,7 @@ OutlineEntry readWhatElse(const Object &entry) {
     constexpr int italicFlag = 1;
     constexpr int boldFlag = 2;
     const int flags = entry.get(PDF_NAME(F)).toInt();
-    return {.number = entry.objectNumber(),
+    return {.number = numberOf(entry),
             .bold = (flags & boldFlag) != 0,
             .italic = (flags & italicFlag) != 0,
             .open = entry.get(PDF_NAME(Count)).toInt() > 0,
@@ -58,7 +64,7 @@ std::unique_ptr<PDFOutline> readEntry(const Object &entry, DestinationReader &de
 std::unique_ptr<PDFOutline> readOutline(Reader &reader) {
     auto root = std::make_unique<PDFOutline>();
     const Object outlines = reader.catalog().get(PDF_NAME(Outlines));
-    if (outlines.isDict()) root->setEntry({.number = outlines.objectNumber()});
+    if (outlines.isDict()) root->setEntry({.number = numberOf(outlines)});
     DestinationReader destinations(reader);
     Walk walk;
     std::vector<Siblings> open{{root.get(), outlines.get(PDF_NAME(First))}};

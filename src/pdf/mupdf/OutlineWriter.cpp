@@ -22,11 +22,12 @@ QByteArray colorSyntax(const OutlineEntry::Color &color) {
 }
 
 /// The action, where it is of a kind that can be made anew; else nothing.
-QByteArray actionSyntax(const OutlineEntry::Action &action) {
-    if (action.type == QLatin1String("URI"))
-        return "<</S /URI /URI " + stringSyntax(action.target.toUtf8()) + ">>";
-    if (action.type == QLatin1String("GoToR"))
-        return "<</S /GoToR /F " + stringSyntax(encodeTextString(action.target)) + " /D [0 /Fit]>>";
+QByteArray actionSyntax(const std::optional<OutlineEntry::Action> &action) {
+    if (!action || !action->target) return {};
+    if (action->type == QLatin1String("URI"))
+        return "<</S /URI /URI " + stringSyntax(action->target->toUtf8()) + ">>";
+    if (action->type == QLatin1String("GoToR"))
+        return "<</S /GoToR /F " + stringSyntax(encodeTextString(*action->target)) + " /D [0 /Fit]>>";
     return {};
 }
 

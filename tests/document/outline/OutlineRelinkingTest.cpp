@@ -18,8 +18,9 @@ protected:
         item.setImportedPage(page);
         return item;
     }
-    static OutlineEntry entry(int number, const QString &action = {}) {
-        return {.number = number, .bold = true, .action = {action, {}}};
+    static OutlineEntry entry(int number) { return {.number = number, .bold = true}; }
+    static OutlineEntry entry(int number, const QString &action) {
+        return {.number = number, .bold = true, .action = OutlineEntry::Action{action}};
     }
     void addEntry(const QString &title, const OutlineEntry &entry) {
         outline.insertChildAtIndex(std::make_unique<PDFOutline>(title), outline.numberOfChildren())
@@ -95,7 +96,7 @@ TEST_F(Relinked, AnItemWithoutItsEntryIsNewAndLosesWhatOnlyTheEntryKnew) {
     outline.setEntry(entry(7));
     EXPECT_EQ(relink().actions, 1U);
     for (const auto &item : root.children())
-        EXPECT_EQ(item->entry().number, 0) << "a number of the file before may be anything in this";
+        EXPECT_FALSE(item->entry().number) << "a number of the file before may be anything in this";
     EXPECT_TRUE(root.children()[0]->entry().bold);
 }
 

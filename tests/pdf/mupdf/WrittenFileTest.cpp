@@ -37,7 +37,7 @@ protected:
             {{"Top", PDFDestination{0, {72, 700}}, {{"Below", PDFDestination{1, {10, 20}}}}}, {"Web"}});
         root->childAtIndex(0).setEntry(
             {.bold = true, .open = true, .color = leafwright::OutlineEntry::Color{1, 0.5, 0}});
-        root->childAtIndex(1).setEntry({.action = {"URI", "about:x"}});
+        root->childAtIndex(1).setEntry({.action = leafwright::OutlineEntry::Action{"URI", "about:x"}});
         return root;
     }
 
@@ -135,7 +135,7 @@ TEST_F(WrittenFileTest, WhatCanNotBeWrittenIsNotMissed) {
     below.setEntry({.open = true});
     below.setDestination(PDFDestination{1, {10, 20 + 1e-9}});
     EXPECT_EQ(wrongWith(content, *wanted), "") << "it has no children to show; and rounding is no change";
-    wanted->childAtIndex(1).setEntry({.action = {"Launch", {}}});
+    wanted->childAtIndex(1).setEntry({.action = leafwright::OutlineEntry::Action{"Launch"}});
     const QByteArray key = "/S /URI";
     EXPECT_EQ(
         wrongWith(QByteArray(content).replace(content.lastIndexOf(key), key.size(), "/S /Foo"), *wanted), "");
