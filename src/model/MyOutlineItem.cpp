@@ -119,6 +119,14 @@ std::optional<int> MyOutlineItem::importedPage() const {
     return importedPage_ == noPage ? std::nullopt : std::optional(importedPage_);
 }
 
+void MyOutlineItem::setImportedPage(std::optional<int> index) {
+    change(QLatin1String("importedPage"), [&] { importedPage_ = index.value_or(noPage); });
+}
+
+void MyOutlineItem::setEntry(const OutlineEntry &entry) {
+    change(QLatin1String("entry"), [&] { entry_ = entry; });
+}
+
 void MyOutlineItem::setChildren(Children children) {
     // Swapped rather than overwritten: the old children live until everyone knows that they left.
     change(childrenKey, [&] { children_.swap(children); });

@@ -102,14 +102,14 @@ public:
     /// What the item is beside title, page and spot: the entry of the file that it stands for, how it looks,
     /// where it leads without a page.
     const OutlineEntry &entry() const { return entry_; }
-    void setEntry(const OutlineEntry &entry) { entry_ = entry; }
+    void setEntry(const OutlineEntry &entry);
 
     /// For an entry of the file that leads to a page, and for an item that was made for one: the page's
     /// 0-based index, for as long as nobody sets the label, which may stand for another page with the same
     /// label. Absent for any other item.
     std::optional<int> importedPage() const;
     /// @param index absent for no page; to be set after the label
-    void setImportedPage(std::optional<int> index) { importedPage_ = index.value_or(noPage); }
+    void setImportedPage(std::optional<int> index);
 
     /// The number that tells the item from all others that its outline has or had, wherever it moves and
     /// whether it is away for a while; 0 before it comes into one. OutlineEdits gives it.

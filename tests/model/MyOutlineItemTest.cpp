@@ -104,6 +104,9 @@ TEST(MyOutlineItem, EverySetterAnnouncesItsKey) {
                 ElementsAre("will pointOnPage ", "did pointOnPage "));
     EXPECT_THAT(noticesOf([&] { item.setInitiallevel(1); }),
                 ElementsAre("will initiallevel ", "did initiallevel "));
+    EXPECT_THAT(noticesOf([&] { item.setEntry({.bold = true}); }), ElementsAre("will entry ", "did entry "));
+    EXPECT_THAT(noticesOf([&] { item.setImportedPage(1); }),
+                ElementsAre("will importedPage ", "did importedPage "));
 }
 
 TEST(MyOutlineItem, NoticesComeBeforeAndAfterTheChange) {
