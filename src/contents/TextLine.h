@@ -25,8 +25,8 @@ struct LineLook {
     bool italic = false;
     bool mono = false;
     bool capitals = false;
-    QString family;  ///< See lookOfFontName().
-    QRgb color = 0;
+    QString family;     ///< See lookOfFontName().
+    quint32 color = 0;  ///< 0xAARRGGBB
 };
 
 /// Text on one baseline without wide gaps: a line of a column. Places are on the page as it is read, y down.

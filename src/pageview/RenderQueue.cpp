@@ -1,5 +1,7 @@
 #include "pageview/RenderQueue.h"
 
+#include "pageview/DrawnPage.h"
+
 #include <QSocketNotifier>
 
 #include <algorithm>
@@ -155,7 +157,7 @@ PageResult RenderQueue::perform(PageWork work, const RenderRequest &request,
     if (work == PageWork::Contents) {
         result.contents = readContents(*document.page(request.pageIndex));
     } else {
-        result.image = document.renderPage(request, stop);
+        result.image = drawnPage(document, request, stop);
         if (result.image.isNull()) result.image = whitePixel();
     }
     return result;

@@ -3,6 +3,7 @@
 #include "pageview/TextSelector.h"
 #include "pdf/PDFDocument.h"
 
+#include <QImage>
 #include <QObject>
 
 #include <array>

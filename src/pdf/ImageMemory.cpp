@@ -2,6 +2,7 @@
 
 #include <list>
 #include <mutex>
+#include <new>
 #include <sys/mman.h>
 
 namespace leafwright {
@@ -63,26 +64,21 @@ private:
     size_t bytes_ = 0;
 };
 
-void release(void *info) {
-    const std::unique_ptr<Block> block(static_cast<Block *>(info));
-    IdleBlocks::instance().giveBack(*block);
-}
-
 }  // namespace
 
-QImage makeImage(const QSize &size) {
-    constexpr size_t pixelBytes = 4;
-    const size_t line = static_cast<size_t>(size.width()) * pixelBytes;
+PageImage makeImage(const QSize &size) {
+    const size_t line = static_cast<size_t>(size.width()) * PageImage::pixelBytes;
     const size_t bytes = line * static_cast<size_t>(size.height());
-    if (bytes < smallestBlock) return QImage(size, QImage::Format_RGB32);
+    if (bytes < smallestBlock) return {size, std::shared_ptr<uchar[]>(new (std::nothrow) uchar[bytes])};
     Block block = IdleBlocks::instance().take(bytes);
     if (!block.memory) {
         void *const memory = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
         if (memory == MAP_FAILED) return {};
         block.memory = static_cast<uchar *>(memory);
     }
-    return {block.memory,         size.width(), size.height(),   static_cast<qsizetype>(line),
-            QImage::Format_RGB32, release,      new Block(block)};
+    return {size, std::shared_ptr<uchar[]>(block.memory, [bytes](uchar *memory) {
+                IdleBlocks::instance().giveBack({bytes, memory});
+            })};
 }
 
 qint64 idleImageBytes() {

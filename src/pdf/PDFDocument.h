@@ -50,7 +50,7 @@ public:
     bool hasReadPageText(int index) const;
 
     /// Draws part of a page, see PDFEngine::renderPage(); takes a while, so not on the main thread.
-    QImage renderPage(const RenderRequest &request, const std::stop_token &stop) const {
+    PageImage renderPage(const RenderRequest &request, const std::stop_token &stop) const {
         return engine_->renderPage(request, stop);
     }
 

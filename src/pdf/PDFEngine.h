@@ -4,11 +4,10 @@
 #include "pdf/PDFError.h"
 #include "pdf/PDFLink.h"
 #include "pdf/PDFOutline.h"
+#include "pdf/PageImage.h"
 #include "pdf/PageText.h"
 #include "pdf/RenderRequest.h"
 #include "pdf/TextSpan.h"
-
-#include <QImage>
 
 #include <functional>
 #include <memory>
@@ -64,7 +63,7 @@ public:
     /// Draws part of a page on white; a page that can't be read is blank. Gives up on what takes seconds.
     /// @param stop ends the drawing early, with a null image
     /// @return an opaque image of the size of the clip; a null one when that is empty or too large
-    virtual QImage renderPage(const RenderRequest &request, const std::stop_token &stop) const = 0;
+    virtual PageImage renderPage(const RenderRequest &request, const std::stop_token &stop) const = 0;
     /// The links of a page that lead into this document or to an address. @param index 0-based, within range.
     virtual std::vector<PDFLink> links(int index) const = 0;
     /// The outline as the file has it: a root, with no children where there is none. An error when an entry

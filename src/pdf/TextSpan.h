@@ -2,7 +2,6 @@
 
 #include <QPointF>
 #include <QRectF>
-#include <QRgb>
 #include <QString>
 
 #include <vector>
@@ -25,7 +24,7 @@ struct TextSpan {
     bool italic = false;      ///< The same.
     bool mono = false;        ///< The same.
     QPointF direction{1, 0};  ///< Unit vector in which the text runs; (0, -1) is up.
-    QRgb color = 0xff000000;
+    quint32 color = 0xff000000;  ///< 0xAARRGGBB
     /// The left edge of each UTF-16 unit of the text; for vertical text, its upper edge.
     std::vector<float> starts;
 };

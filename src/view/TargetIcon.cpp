@@ -1,6 +1,6 @@
 #include "view/TargetIcon.h"
 
-#include "pdf/PDFDocument.h"
+#include "pageview/DrawnPage.h"
 
 #include <QDebug>
 #include <QFile>
@@ -21,7 +21,7 @@ constexpr int pixelsPerPoint = 8;
 
 QImage drawPage(const PDFDocument &document, int index) {
     constexpr int pixels = points * pixelsPerPoint;
-    return document.renderPage({index, pixelsPerPoint, QRect(0, 0, pixels, pixels)}, {});
+    return drawnPage(document, {index, pixelsPerPoint, QRect(0, 0, pixels, pixels)});
 }
 
 /// Pages are drawn on white paper, so the icon has two: its colours, and its opacity in gray.

@@ -1,4 +1,4 @@
-#include "pdf/PDFDocument.h"
+#include "pageview/DrawnPage.h"
 #include "support/CliFiles.h"
 #include "support/CliRun.h"
 #include "support/OpenPdf.h"
@@ -19,7 +19,7 @@ PdfBuilder scanOf(const PDFDocument &pdf) {
     const QRect whole(0, 0, 1700, 2200);
     PdfBuilder scan;
     for (int i = 0; i < pdf.pageCount(); ++i) {
-        const QImage image = pdf.renderPage({i, scale, whole}, {}).convertToFormat(QImage::Format_Grayscale8);
+        const QImage image = drawnPage(pdf, {i, scale, whole}).convertToFormat(QImage::Format_Grayscale8);
         std::string pixels;
         for (int y = 0; y < image.height(); ++y)
             pixels.append(reinterpret_cast<const char *>(image.constScanLine(y)),

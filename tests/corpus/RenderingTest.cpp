@@ -1,8 +1,6 @@
 #include "support/Corpus.h"
 #include "support/OpenPdf.h"
 
-#include <QImage>
-
 namespace leafwright {
 namespace {
 

@@ -1,3 +1,4 @@
+#include "pageview/DrawnPage.h"
 #include "pageview/PDFViewFixture.h"
 #include "support/EmptyEngine.h"
 
@@ -59,7 +60,7 @@ TEST_F(RenderQueueTest, DrawsWhatIsWanted) {
     waitForResults(1);
     EXPECT_EQ(results[0].request, whole(2));
     EXPECT_EQ(results[0].work, PageWork::Page);
-    EXPECT_EQ(results[0].image, document->renderPage(whole(2), {}));
+    EXPECT_EQ(results[0].image, drawnPage(*document, whole(2)));
 }
 
 TEST_F(RenderQueueTest, ReadsContents) {
@@ -187,7 +188,7 @@ public:
         if (index == 0) throw std::bad_alloc();
         return EmptyEngine::pageText(index);
     }
-    QImage renderPage(const RenderRequest &request, const std::stop_token &stop) const override {
+    PageImage renderPage(const RenderRequest &request, const std::stop_token &stop) const override {
         if (request.pageIndex == 0) throw std::bad_alloc();
         return EmptyEngine::renderPage(request, stop);
     }

@@ -1,3 +1,4 @@
+#include "pageview/DrawnPage.h"
 #include "support/OpenPdf.h"
 #include "support/RawPdf.h"
 
@@ -16,7 +17,7 @@ using testing::ElementsAre;
 
 QImage draw(const PDFDocument &document, int page, double scale = 1) {
     const QSizeF size = document.page(page)->transform().shownSize() * scale;
-    return document.renderPage({page, scale, QRect(0, 0, qRound(size.width()), qRound(size.height()))}, {});
+    return drawnPage(document, {page, scale, QRect(0, 0, qRound(size.width()), qRound(size.height()))});
 }
 
 std::string colour(const QImage &image, int x, int y) {
@@ -89,11 +90,11 @@ TEST(Rendering, ScaleIsPixelsPerPoint) {
 TEST(Rendering, ClipIsTheSamePartOfTheWhole) {
     const auto document = openPdf(pageOfCorners(90));
     const QRect clip(150, 30, 100, 120);
-    EXPECT_EQ(document->renderPage({0, 2, clip}, {}), draw(*document, 0, 2).copy(clip));
+    EXPECT_EQ(drawnPage(*document, {0, 2, clip}), draw(*document, 0, 2).copy(clip));
 }
 
 TEST(Rendering, ClipBeyondThePageIsWhite) {
-    const QImage image = openPdf(pageOfCorners(0))->renderPage({0, 1, QRect(-50, -50, 200, 300)}, {});
+    const QImage image = drawnPage(*openPdf(pageOfCorners(0)), {0, 1, QRect(-50, -50, 200, 300)});
     EXPECT_EQ(colour(image, 45, 45), white) << "and not the gray outside the crop box";
     EXPECT_EQ(colour(image, 55, 55), blue);
     EXPECT_EQ(colour(image, 199, 299), white);

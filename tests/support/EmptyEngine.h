@@ -3,8 +3,6 @@
 #include "pdf/PDFEngine.h"
 #include "pdf/PDFOutline.h"
 
-#include <QImage>
-
 namespace leafwright::test {
 
 /// Pages that have nothing, in no file: what a test is about is overridden.
@@ -25,7 +23,7 @@ public:
     std::vector<TextSpan> textSpans(int) const override { return {}; }
     DocumentMarks marks() const override { return {}; }
     std::vector<QString> markedText(int, const std::vector<int> &) const override { return {}; }
-    QImage renderPage(const RenderRequest &, const std::stop_token &) const override { return {}; }
+    PageImage renderPage(const RenderRequest &, const std::stop_token &) const override { return {}; }
     std::vector<PDFLink> links(int) const override { return {}; }
     Result<std::unique_ptr<PDFOutline>> readOutline() const override {
         return std::make_unique<PDFOutline>();

@@ -9,7 +9,7 @@ struct TextLook {
     double size = 10;
     bool bold = false;
     QString font = QStringLiteral("Times");
-    QRgb color = 0xff000000;
+    quint32 color = 0xff000000;
     bool italic = false;
     QPointF direction{1, 0};
 };

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QKeySequence>
 #include <QString>
 
 #include <functional>

@@ -9,6 +9,7 @@
 #include "texts/Translated.h"
 #include "view/LabelPDFView.h"
 
+#include <QKeySequence>
 #include <QStatusBar>
 
 namespace leafwright {

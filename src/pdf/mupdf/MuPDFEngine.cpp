@@ -101,7 +101,7 @@ public:
                        [&](Reader &reader) { return readMarkedText(reader, index, identifiers); });
     }
 
-    QImage renderPage(const RenderRequest &request, const std::stop_token &stop) const override {
+    PageImage renderPage(const RenderRequest &request, const std::stop_token &stop) const override {
         return attempt(drawers_, Shortage::IsPassedOver, blankImage(request.clip),
                        [&](Reader &reader) { return mupdf::renderPage(reader, request, stop); });
     }

@@ -8,6 +8,7 @@
 
 #include <QLoggingCategory>
 
+#include <algorithm>
 #include <atomic>
 #include <cmath>
 
@@ -124,7 +125,7 @@ thread_local fz_rect PatternGuard::visibleArea = fz_empty_rect;
 class PageRun {
 public:
     PageRun(Reader &reader, const Object &page, const PageGeometry &geometry, const RenderRequest &request,
-            QImage &image, fz_cookie &cookie)
+            PageImage &image, fz_cookie &cookie)
         : ctx_(reader.context()),
           reader_(reader),
           page_(page),
@@ -262,17 +263,16 @@ private:
 
 }  // namespace
 
-QImage blankImage(const QRect &clip) {
+PageImage blankImage(const QRect &clip) {
     if (clip.isEmpty() || qint64{clip.width()} * clip.height() > mostPixelsOfImage) return {};
-    // MuPDF's pixels with blue first and alpha last, as Qt has them in memory.
-    static_assert(Q_BYTE_ORDER == Q_LITTLE_ENDIAN);
-    QImage image = makeImage(clip.size());
-    image.fill(Qt::white);
+    PageImage image = makeImage(clip.size());
+    const size_t pixels = static_cast<size_t>(clip.width()) * static_cast<size_t>(clip.height());
+    if (!image.isNull()) std::fill_n(image.bits(), pixels * PageImage::pixelBytes, uchar{255});
     return image;
 }
 
-QImage renderPage(Reader &reader, const RenderRequest &request, const std::stop_token &stop) {
-    QImage image = blankImage(request.clip);
+PageImage renderPage(Reader &reader, const RenderRequest &request, const std::stop_token &stop) {
+    PageImage image = blankImage(request.clip);
     if (image.isNull()) return {};
     fz_cookie cookie{};
     {
@@ -285,7 +285,7 @@ QImage renderPage(Reader &reader, const RenderRequest &request, const std::stop_
             qCDebug(log, "page %d can't be drawn whole: %s", request.pageIndex + 1, error.what());
         }
     }
-    return stop.stop_requested() ? QImage() : image;
+    return stop.stop_requested() ? PageImage() : image;
 }
 
 }  // namespace leafwright::mupdf

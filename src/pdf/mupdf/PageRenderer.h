@@ -1,9 +1,8 @@
 #pragma once
 
+#include "pdf/PageImage.h"
 #include "pdf/RenderRequest.h"
 #include "pdf/mupdf/Reader.h"
-
-#include <QImage>
 
 #include <stop_token>
 
@@ -13,9 +12,9 @@ namespace leafwright::mupdf {
 /// content ends it, as does a time limit; what was drawn by then is kept.
 /// @param stop ends the drawing early, with a null image
 /// @return an opaque image of the size of the clip; a null one when it is empty or too large
-QImage renderPage(Reader &reader, const RenderRequest &request, const std::stop_token &stop);
+PageImage renderPage(Reader &reader, const RenderRequest &request, const std::stop_token &stop);
 
 /// A white image of the size of the clip; a null one when it is empty or too large.
-QImage blankImage(const QRect &clip);
+PageImage blankImage(const QRect &clip);
 
 }  // namespace leafwright::mupdf

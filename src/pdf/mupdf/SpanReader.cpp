@@ -130,7 +130,7 @@ private:
         }
         span_.size = double{size_} * sizeScale_;
         span_.direction = direction_;
-        span_.color = static_cast<QRgb>(color_) | 0xff000000U;
+        span_.color = static_cast<quint32>(color_) | 0xff000000U;
         const fz_point origin = fz_transform_point(character.origin, toShown_);
         span_.baseline = double{isVertical() ? origin.x : origin.y};
         box_ = fz_empty_rect;
