@@ -1021,13 +1021,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
-    <name>FileWriter</name>
-    <message>
-        <source>the original was cut short by another program</source>
-        <translation>die Vorlage wurde von einem anderen Programm gekürzt</translation>
-    </message>
-</context>
-<context>
     <name>FontsCommand</name>
     <message>
         <source>Counts the fonts and guesses which are headings, as JSON.</source>
@@ -1430,6 +1423,13 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>the text is not UTF-8</source>
         <translation>der Text ist nicht UTF-8</translation>
+    </message>
+</context>
+<context>
+    <name>OutputFile</name>
+    <message>
+        <source>the original was cut short by another program</source>
+        <translation>die Vorlage wurde von einem anderen Programm gekürzt</translation>
     </message>
 </context>
 <context>

@@ -11,6 +11,7 @@
 #include "files/FileReading.h"
 #include "files/FileWriting.h"
 #include "files/StandardStreams.h"
+#include "texts/Translated.h"
 #include "texts/Translation.h"
 
 #include <QApplication>
@@ -29,6 +30,8 @@ namespace leafwright {
 
 namespace {
 
+constexpr Translated translated{"Application"};
+
 struct Start {
     QStringList files;     ///< Absolute paths: another start may be the one that opens them.
     QString problem;       ///< Why they can't be told by such paths; null when all is well.
@@ -37,20 +40,16 @@ struct Start {
 };
 
 Start parseArguments(const QStringList &arguments) {
-    const QCommandLineOption choose(
-        QStringLiteral("choose"),
-        QCoreApplication::translate("Application", "Asks for a file if there is none to show."));
-    const QCommandLineOption service(
-        QStringLiteral("service"),
-        QCoreApplication::translate("Application", "Waits to be told over D-Bus what to open."));
+    const QCommandLineOption choose(QStringLiteral("choose"),
+                                    translated("Asks for a file if there is none to show."));
+    const QCommandLineOption service(QStringLiteral("service"),
+                                     translated("Waits to be told over D-Bus what to open."));
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QCoreApplication::translate("Application", "Edits the outline (table of contents) of PDF files."));
+    parser.setApplicationDescription(translated("Edits the outline (table of contents) of PDF files."));
     parser.addHelpOption();
     parser.addVersionOption();
     parser.addOptions({choose, service});
-    parser.addPositionalArgument(QStringLiteral("PDF"),
-                                 QCoreApplication::translate("Application", "The files to open."),
+    parser.addPositionalArgument(QStringLiteral("PDF"), translated("The files to open."),
                                  QStringLiteral("[PDF...]"));
     // The first is the program's name.
     parser.process(QStringList{QString()} + arguments);
@@ -124,8 +123,7 @@ int applicationMain(int argc, char **argv) {
         QTimer::singleShot(longestWait, &requests, &Requests::checkForWindow);
     } else if (!requests.hasDocument()) {
         std::fputs(
-            qPrintable(QCoreApplication::translate(
-                "Application", "leafwright: no document is open. Name a PDF file: leafwright FILE.pdf\n")),
+            qPrintable(translated("leafwright: no document is open. Name a PDF file: leafwright FILE.pdf\n")),
             stderr);
         return start.files.isEmpty() ? 0 : 1;
     }

@@ -1,8 +1,7 @@
 #include "cli/Command.h"
 
 #include "cli/WorkerProcess.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 #include <algorithm>
 #include <new>
@@ -11,6 +10,8 @@
 namespace leafwright::cli {
 
 namespace {
+
+constexpr Translated translated{"Command"};
 
 QString usageLine(const CommandInfo &info) {
     QString line = QLatin1String("leafwright-cli ") + info.name;
@@ -23,8 +24,7 @@ QString usageLine(const CommandInfo &info) {
 /// The parser's own help begins with a usage line that does not know about subcommands.
 QString helpText(const CommandInfo &info, const QCommandLineParser &parser) {
     const QString text = parser.helpText();
-    return QCoreApplication::translate("Command", "Usage: %1").arg(usageLine(info)) +
-           text.mid(text.indexOf(u'\n'));
+    return translated("Usage: %1").arg(usageLine(info)) + text.mid(text.indexOf(u'\n'));
 }
 
 bool hasReadableTimeLimit(const QCommandLineParser &parser) {
@@ -69,7 +69,7 @@ ExitCode runParsed(const Command &command, const CommandInfo &info, const QStrin
     try {
         return command.run(parser, console);
     } catch (const std::bad_alloc &) {
-        console.message(what + QCoreApplication::translate("Command", "there is not enough memory"));
+        console.message(what + translated("there is not enough memory"));
     } catch (const std::system_error &error) {
         // A thread, say, that could not be started.
         console.message(what + QString::fromLocal8Bit(error.what()));
@@ -89,7 +89,7 @@ ExitCode parseAndRun(const Command &command, const QStringList &arguments, Conso
     }
     parser.addOptions(info.options);
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
-                                  QCoreApplication::translate("Command", "Shows this help."));
+                                  translated("Shows this help."));
     parser.addOptions({timeoutOption(), help});
 
     if (!parser.parse(QStringList{info.name} + arguments))
@@ -99,13 +99,10 @@ ExitCode parseAndRun(const Command &command, const QStringList &arguments, Conso
         return Done;
     }
     if (!hasReadableTimeLimit(parser)) {
-        return wrongUsage(command,
-                          QCoreApplication::translate("Command", "--timeout wants a number of seconds, or 0"),
-                          console);
+        return wrongUsage(command, translated("--timeout wants a number of seconds, or 0"), console);
     }
     if (const QString option = emptyOption(info, parser); !option.isNull()) {
-        return wrongUsage(
-            command, QCoreApplication::translate("Command", "%1: the value is empty").arg(option), console);
+        return wrongUsage(command, translated("%1: the value is empty").arg(option), console);
     }
     if (!info.aloneOption.isEmpty() && parser.isSet(info.aloneOption)) return command.run(parser, console);
     const qsizetype given = parser.positionalArguments().size();
@@ -115,9 +112,8 @@ ExitCode parseAndRun(const Command &command, const QStringList &arguments, Conso
         return wrongUsage(
             command,
             given < wanted
-                ? QCoreApplication::translate("Command", "%1 is missing").arg(info.arguments[given].name)
-                : QCoreApplication::translate("Command", "unexpected argument \"%1\"")
-                      .arg(parser.positionalArguments()[wanted]),
+                ? translated("%1 is missing").arg(info.arguments[given].name)
+                : translated("unexpected argument \"%1\"").arg(parser.positionalArguments()[wanted]),
             console);
     }
     return runParsed(command, info, arguments, parser, console);
@@ -126,15 +122,14 @@ ExitCode parseAndRun(const Command &command, const QStringList &arguments, Conso
 ExitCode wrongUsage(const Command &command, const QString &problem, Console &console) {
     const CommandInfo info = command.info();
     console.message(info.name + QLatin1String(": ") + problem);
-    console.message(QCoreApplication::translate("Command", "usage: %1").arg(usageLine(info)));
+    console.message(translated("usage: %1").arg(usageLine(info)));
     return WrongUsage;
 }
 
 QCommandLineOption timeoutOption() {
     return {QStringLiteral("timeout"),
-            QCoreApplication::translate("Command",
-                                        "Gives a file up that takes longer than this; 0 lets it take as long "
-                                        "as it likes."),
+            translated("Gives a file up that takes longer than this; 0 lets it take as long "
+                       "as it likes."),
             QStringLiteral("SECONDS")};
 }
 
@@ -145,9 +140,8 @@ std::optional<std::chrono::seconds> timeLimit(const QCommandLineParser &argument
 
 QCommandLineOption outputOption() {
     return {{QStringLiteral("o"), QStringLiteral("output")},
-            QCoreApplication::translate("Command",
-                                        "The PDF to write. It may be the input, which is then replaced when "
-                                        "the new file is complete."),
+            translated("The PDF to write. It may be the input, which is then replaced when "
+                       "the new file is complete."),
             QStringLiteral("OUT")};
 }
 

@@ -1,14 +1,15 @@
 #include "cli/Console.h"
 
 #include "files/FileName.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 #include <unistd.h>
 
 namespace leafwright::cli {
 
 namespace {
+
+constexpr Translated translated{"Console"};
 
 constexpr char prefix[] = "leafwright-cli: ";
 constexpr char clearedLine[] = "\r\x1b[K";
@@ -54,7 +55,7 @@ bool Console::isTerminal() const {
 
 std::optional<QString> Console::flush() {
     if (std::fflush(results_) == 0 && std::ferror(results_) == 0) return std::nullopt;
-    return QCoreApplication::translate("Console", "the result could not be written to standard output");
+    return translated("the result could not be written to standard output");
 }
 
 }  // namespace leafwright::cli

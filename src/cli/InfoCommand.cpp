@@ -2,20 +2,23 @@
 #include "cli/FileClash.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 namespace leafwright::cli {
 
+namespace {
+
+constexpr Translated translated{"InfoCommand"};
+
+}  // namespace
+
 CommandInfo InfoCommand::info() const {
     return {QStringLiteral("info"),
-            QCoreApplication::translate("InfoCommand", "Tells what kind of file a PDF is, as JSON."),
-            QCoreApplication::translate(
-                "InfoCommand",
-                "The number of pages, the version, and whether the file is locked (needs a "
-                "password), encrypted, damaged and repaired on opening, signed, and has an "
-                "outline. Of a locked file, the pages and what is on them can't be told."),
-            {{QStringLiteral("FILE"), QCoreApplication::translate("InfoCommand", "The PDF.")}},
+            translated("Tells what kind of file a PDF is, as JSON."),
+            translated("The number of pages, the version, and whether the file is locked (needs a "
+                       "password), encrypted, damaged and repaired on opening, signed, and has an "
+                       "outline. Of a locked file, the pages and what is on them can't be told."),
+            {{QStringLiteral("FILE"), translated("The PDF.")}},
             {}};
 }
 

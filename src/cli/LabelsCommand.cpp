@@ -1,19 +1,22 @@
 #include "cli/Commands.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 namespace leafwright::cli {
 
+namespace {
+
+constexpr Translated translated{"LabelsCommand"};
+
+}  // namespace
+
 CommandInfo LabelsCommand::info() const {
     return {QStringLiteral("labels"),
-            QCoreApplication::translate("LabelsCommand", "Lists the page labels, as a JSON array by page."),
-            QCoreApplication::translate(
-                "LabelsCommand",
-                "A label is a page's printed name, such as \"iv\". A page without one has "
-                "its number, counted from 1."),
-            {{QStringLiteral("FILE"), QCoreApplication::translate("LabelsCommand", "The PDF.")}},
+            translated("Lists the page labels, as a JSON array by page."),
+            translated("A label is a page's printed name, such as \"iv\". A page without one has "
+                       "its number, counted from 1."),
+            {{QStringLiteral("FILE"), translated("The PDF.")}},
             {}};
 }
 

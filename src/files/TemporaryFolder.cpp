@@ -3,8 +3,8 @@
 #include "files/FileName.h"
 #include "files/FileReading.h"
 #include "files/SystemError.h"
+#include "texts/Translated.h"
 
-#include <QCoreApplication>
 #include <QRandomGenerator>
 
 #include <cerrno>
@@ -18,6 +18,8 @@
 namespace leafwright {
 
 namespace {
+
+constexpr Translated translated{"TemporaryFolder"};
 
 /// What the names of this user's folders begin with.
 QByteArray prefix() {
@@ -102,9 +104,8 @@ TemporaryFolder::TemporaryFolder() {
         if (!makeAt(parent + '/' + prefix() + QByteArray::number(number, 36)) && errno != EEXIST) break;
     }
     if (lock_ >= 0) return;
-    error_ =
-        QCoreApplication::translate("TemporaryFolder", "no folder for temporary files can be made in %1: %2")
-            .arg(fileNameText(parent), reasonOfSystem(errno));
+    error_ = translated("no folder for temporary files can be made in %1: %2")
+                 .arg(fileNameText(parent), reasonOfSystem(errno));
 }
 
 TemporaryFolder::~TemporaryFolder() {

@@ -2,11 +2,17 @@
 
 #include "files/FileReplacement.h"
 #include "pdf/mupdf/MuPDFEngine.h"
+#include "texts/Translated.h"
 
-#include <QCoreApplication>
 #include <QScopeGuard>
 
 namespace leafwright {
+
+namespace {
+
+constexpr Translated translated{"PDFDocument"};
+
+}  // namespace
 
 Result<std::unique_ptr<PDFDocument>> PDFDocument::open(const QString &path,
                                                        std::shared_ptr<const FileSnapshot> *asItWas) {
@@ -90,19 +96,17 @@ std::optional<PDFError> PDFDocument::writeAndReplace(const QString &path,
                                                      const std::function<void(int)> &progress,
                                                      QStringList *notices, FileOnDisk *onDisk) const {
     const auto failure = [&path](const QString &reason) {
-        return PDFError{
-            PDFError::Kind::WriteFailed,
-            QCoreApplication::translate("PDFDocument", "%1 could not be written: %2").arg(path, reason)};
+        return PDFError{PDFError::Kind::WriteFailed,
+                        translated("%1 could not be written: %2").arg(path, reason)};
     };
     // Nothing of it could be read, so an outline that it has would be lost.
     if (isLocked()) {
         return PDFError{PDFError::Kind::Locked,
-                        QCoreApplication::translate("PDFDocument",
-                                                    "%1 could not be written: it is locked, and without its "
-                                                    "password nothing of it can be read")
+                        translated("%1 could not be written: it is locked, and without its "
+                                   "password nothing of it can be read")
                             .arg(path)};
     }
-    if (isEncrypted()) return failure(QCoreApplication::translate("PDFDocument", "it is encrypted"));
+    if (isEncrypted()) return failure(translated("it is encrypted"));
     FileReplacement file(path);
     if (onDisk) file.heed(*onDisk);
     const auto notWritten = [&file] {
@@ -116,9 +120,7 @@ std::optional<PDFError> PDFDocument::writeAndReplace(const QString &path,
     if (outcome == FileReplacement::Outcome::NotWritten) return notWritten();
     if (notices) *notices += file.notices();
     if (notices && wasRepaired())
-        notices->append(
-            QCoreApplication::translate("PDFDocument", "%1: it was damaged and has been written new")
-                .arg(path));
+        notices->append(translated("%1: it was damaged and has been written new").arg(path));
     if (outcome == FileReplacement::Outcome::Written) return std::nullopt;
     return PDFError{PDFError::Kind::NotDurable, file.message()};
 }

@@ -5,8 +5,8 @@
 #include "files/FileReplacement.h"
 #include "files/FileWriting.h"
 #include "files/SystemError.h"
+#include "texts/Translated.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 
@@ -20,6 +20,8 @@
 namespace leafwright::script {
 
 namespace {
+
+constexpr Translated translated{"ScriptFiles"};
 
 constexpr qint64 blockSize = 1 << 20;
 
@@ -83,7 +85,7 @@ PDFError unreadable(int error) {
 }
 
 QString notWritten(const QString &path, const QString &reason) {
-    return QCoreApplication::translate("ScriptFiles", "%1 could not be written: %2").arg(path, reason);
+    return translated("%1 could not be written: %2").arg(path, reason);
 }
 
 PDFError refusal(const QString &reason) {
@@ -125,8 +127,7 @@ std::optional<QString> ScriptFiles::problem() const {
 
 void ScriptFiles::makeOwnFolder(const QString &path) {
     if (const auto reason = makeFolder(path))
-        problem_ = QCoreApplication::translate("ScriptFiles", "the folder %1 could not be made: %2")
-                       .arg(path, *reason);
+        problem_ = translated("the folder %1 could not be made: %2").arg(path, *reason);
 }
 
 std::optional<QString> ScriptFiles::absolute(const QString &path) const {
@@ -163,8 +164,8 @@ std::optional<QString> ScriptFiles::objectionTo(const QString &wanted, Content c
             isWritten |= content != staged.content || content == Content::Report;
         }
     }
-    if (isRead) return QCoreApplication::translate("ScriptFiles", "it is read, and would be overwritten");
-    if (isWritten) return QCoreApplication::translate("ScriptFiles", "two results would be written to it");
+    if (isRead) return translated("it is read, and would be overwritten");
+    if (isWritten) return translated("two results would be written to it");
     return std::nullopt;
 }
 
@@ -195,8 +196,7 @@ Result<QString> ScriptFiles::copyOf(const QString &path) {
     const QString place = stage(*wanted, Content::PDF);
     const auto notCopied = [&place](const QString &reason) {
         return PDFError{PDFError::Kind::WriteFailed,
-                        QCoreApplication::translate("ScriptFiles", "it could not be copied to %1: %2")
-                            .arg(QFileInfo(place).path(), reason)};
+                        translated("it could not be copied to %1: %2").arg(QFileInfo(place).path(), reason)};
     };
     // Only ever a new file: a copy must not be written over what somebody has.
     const Descriptor copy(
@@ -205,9 +205,7 @@ Result<QString> ScriptFiles::copyOf(const QString &path) {
     if (const auto reason = copyInto(copy.number(), source.number())) return notCopied(*reason);
     const std::optional<bool> isWhole = asItWas->isAsItWas();
     if (!isWhole) return notCopied(reasonOfSystem(errno));
-    if (!*isWhole)
-        return notCopied(
-            QCoreApplication::translate("ScriptFiles", "another program writes to it at the moment"));
+    if (!*isWhole) return notCopied(translated("another program writes to it at the moment"));
     Staged &staged = *std::ranges::find(staged_, place, &Staged::place);
     staged.original = std::make_shared<FileOnDisk>(std::move(asItWas), staged.path);
     staged.copy = FileSnapshot::of(copy.number());
@@ -249,8 +247,7 @@ std::optional<QString> ScriptFiles::publish(QStringList &notices,
         if (!fileExists(staged.place) || isLeftAlone(staged) || areEqual(staged.place, staged.path)) continue;
         const auto wanted = placeOf(staged.path);
         if (wanted && !taken.insert(*wanted).second) {
-            return notWritten(staged.path, QCoreApplication::translate(
-                                               "ScriptFiles", "something else is to be written there too"));
+            return notWritten(staged.path, translated("something else is to be written there too"));
         }
         const Descriptor source(openRegularFile(staged.place));
         if (source.number() < 0) return notWritten(staged.path, reasonOfSystem(errno));

@@ -12,10 +12,10 @@
 #include "platform/Settings.h"
 #include "platform/UserDefaults.h"
 #include "system/InBackground.h"
+#include "texts/Translated.h"
 #include "view/LabelPDFView.h"
 #include "widgets/NoticeBars.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QItemSelectionModel>
 #include <QLoggingCategory>
@@ -31,9 +31,10 @@ Q_LOGGING_CATEGORY(log, "leafwright.headingmap", QtInfoMsg)
 
 constexpr qint64 longestMapFile = 1 << 20;  // bytes; a map has a line a font, so more is something else
 
-FilePanel mapPanel(const char *title) {
-    return {.title = QCoreApplication::translate("HeadingMapCommands", title),
-            .allowedFileTypes = {QStringLiteral("txt")}};
+constexpr Translated translated{"HeadingMapCommands"};
+
+FilePanel mapPanel(const QString &title) {
+    return {.title = title, .allowedFileTypes = {QStringLiteral("txt")}};
 }
 
 }  // namespace
@@ -82,8 +83,7 @@ void HeadingMapCommands::processSelectedTextForHLevel(int level) {
 void HeadingMapCommands::buttonClickedSaveH1H2H3Map() {
     document_.finishHeadingMap();
     const QByteArray text = stringToSaveListH1H2H3(mapWithFonts()).toUtf8();
-    const auto path =
-        document_.runSavePanel(mapPanel(QT_TRANSLATE_NOOP("HeadingMapCommands", "Save Heading Map")));
+    const auto path = document_.runSavePanel(mapPanel(translated("Save Heading Map")));
     if (!path) return;
     FileReplacement file(*path);
     const bool written =
@@ -97,8 +97,7 @@ void HeadingMapCommands::buttonClickedSaveH1H2H3Map() {
 }
 
 void HeadingMapCommands::buttonClickedLoadH1H2H3Map() {
-    const auto path =
-        document_.runOpenPanel(mapPanel(QT_TRANSLATE_NOOP("HeadingMapCommands", "Load Heading Map")));
+    const auto path = document_.runOpenPanel(mapPanel(translated("Load Heading Map")));
     if (!path) return;
     QFile file(*path);
     QString text;

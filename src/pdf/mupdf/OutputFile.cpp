@@ -1,8 +1,7 @@
 #include "pdf/mupdf/OutputFile.h"
 
 #include "pdf/mupdf/Context.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 #include <cerrno>
 #include <linux/fs.h>
@@ -14,6 +13,8 @@
 namespace leafwright::mupdf {
 
 namespace {
+
+constexpr Translated translated{"OutputFile"};
 
 constexpr qsizetype bufferSize = 1 << 16;
 constexpr qint64 pieceSize = 1 << 24;  // of what the system copies between two reports
@@ -88,8 +89,7 @@ void OutputFile::copyFrom(const FileHandle &file, qint64 size) {
     struct stat status = {};
     if (::fstat(file.descriptor(), &status) != 0) throwSystemError();
     if (status.st_size < size) {
-        throw Error(QCoreApplication::translate("FileWriter", "the original was cut short by another program")
-                        .toStdString());
+        throw Error(translated("the original was cut short by another program").toStdString());
     }
     setSize(descriptor_, size);
     flushed_ = size;

@@ -3,8 +3,7 @@
 #include "pdf/ObjectSyntax.h"
 #include "pdf/mupdf/ObjectSource.h"
 #include "pdf/mupdf/ObjectStream.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 #include <algorithm>
 #include <vector>
@@ -12,6 +11,8 @@
 namespace leafwright::mupdf {
 
 namespace {
+
+constexpr Translated translated{"RepairDoubt"};
 
 /// The number that ends before a position and the white space in front of it; where it begins then is the
 /// position. Nothing where there is none.
@@ -96,11 +97,9 @@ std::vector<qint64> lastStreams(Reader &reader, const ObjectSource &source, int 
 }
 
 [[noreturn]] void refuseVersion(int number) {
-    throw Error(
-        QCoreApplication::translate(
-            "RepairDoubt", "it is damaged: which of several versions of object %1 is meant can’t be told")
-            .arg(number)
-            .toStdString());
+    throw Error(translated("it is damaged: which of several versions of object %1 is meant can’t be told")
+                    .arg(number)
+                    .toStdString());
 }
 
 void refuseOlderVersions(Reader &reader, const ObjectSource &source, int size) {
@@ -158,8 +157,7 @@ void refuseCutStreams(Reader &reader, const ObjectSource &source, int size) {
         const qint64 taken = stream.get(PDF_NAME(Length)).toInt();
         const qint64 length = lengthInFile(reader, source, number);
         if (length <= taken || !endsAt(*reader.file(), begin + length)) continue;
-        throw Error(QCoreApplication::translate(
-                        "RepairDoubt", "it is damaged: where the stream of object %1 ends can’t be told")
+        throw Error(translated("it is damaged: where the stream of object %1 ends can’t be told")
                         .arg(number)
                         .toStdString());
     }

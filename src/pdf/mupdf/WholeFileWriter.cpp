@@ -3,8 +3,7 @@
 #include "pdf/mupdf/OutlineWriter.h"
 #include "pdf/mupdf/RepairDoubt.h"
 #include "pdf/mupdf/Walk.h"
-
-#include <QCoreApplication>
+#include "texts/Translated.h"
 
 #include <exception>
 #include <limits>
@@ -13,13 +12,13 @@ namespace leafwright::mupdf {
 
 namespace {
 
+constexpr Translated translated{"WholeFileWriter"};
+
 /// MuPDF writes offsets modulo 2^32, half of them negative.
 constexpr qint64 largestFile = std::numeric_limits<qint32>::max();
 
 [[noreturn]] void throwTooLarge() {
-    throw Error(QCoreApplication::translate("WholeFileWriter",
-                                            "it is damaged, and too large (over 2 GiB) to be written new")
-                    .toStdString());
+    throw Error(translated("it is damaged, and too large (over 2 GiB) to be written new").toStdString());
 }
 
 /// Where MuPDF writes to. C++ exceptions must not pass through MuPDF; they wait here.
@@ -109,9 +108,8 @@ void refuseSwallowedObjects(Reader &reader) {
     const auto check = [ctx](const Object &stream) {
         if (guarded(ctx, [&] { return pdf_is_stream(ctx, stream.get()) != 0; }) &&
             hasSwallowedObjects(ctx, stream)) {
-            throw Error(QCoreApplication::translate(
-                            "WholeFileWriter", "it is damaged: a page's content runs on into other objects")
-                            .toStdString());
+            throw Error(
+                translated("it is damaged: a page's content runs on into other objects").toStdString());
         }
     };
     Walk walk;
