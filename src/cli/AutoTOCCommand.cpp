@@ -21,7 +21,7 @@ const QString wrapOption = QStringLiteral("wrap");
 
 constexpr Translated translated{"AutoTOCCommand"};
 
-struct Request {
+struct AutoTOCRequest {
     QString mapFile;  ///< Empty: guess the map.
     int maxDepth = defaultMaxDepth;
     bool calibrate = false;
@@ -32,7 +32,7 @@ struct Request {
 
 /// The headings below a new item, by a map of their fonts; null when the given map has none, which is said.
 std::unique_ptr<MyOutlineItem> headingsByMap(const PDFDocument &pdf, const FontCensus &census,
-                                             const Request &request, Console &console) {
+                                             const AutoTOCRequest &request, Console &console) {
     if (request.mapFile.isEmpty())
         return runAutoTOCwithH1H2H3Map(pdf, headingsfromFonts(census), request.maxDepth);
     const HeadingLevelMap map = readHeadingMap(request.mapFile, census, console);
@@ -54,8 +54,8 @@ std::unique_ptr<MyOutlineItem> headingsByCalibration(const QString &file, const 
 }
 
 /// Makes one file's headings its outline. @return why that failed
-std::optional<QString> autoTOC(const QString &file, const QString &out, const Request &request, bool alone,
-                               Console &console) {
+std::optional<QString> autoTOC(const QString &file, const QString &out, const AutoTOCRequest &request,
+                               bool alone, Console &console) {
     if (auto clash = clashOf({.pdf = file, .read = {request.mapFile}, .out = out})) return clash;
     OutlineDocument document;
     if (QString failure; !openForEditing(document, file, failure)) return failure;
@@ -118,9 +118,10 @@ bool AutoTOCCommand::limitsTime(const QCommandLineParser &arguments) const {
 
 ExitCode AutoTOCCommand::run(const QCommandLineParser &arguments, Console &console) const {
     const OutlineOutput output(arguments);
-    Request request{arguments.value(mapOption),       defaultMaxDepth,
-                    arguments.isSet(calibrateOption), arguments.isSet(keepOption),
-                    arguments.isSet(wrapOption),      arguments.isSet(keepPagesOption().names().first())};
+    AutoTOCRequest request{
+        arguments.value(mapOption),       defaultMaxDepth,
+        arguments.isSet(calibrateOption), arguments.isSet(keepOption),
+        arguments.isSet(wrapOption),      arguments.isSet(keepPagesOption().names().first())};
     bool isNumber = false;
     request.maxDepth = arguments.value(maxDepthOption).toInt(&isNumber);
     if (!isNumber || request.maxDepth < 1) {

@@ -32,7 +32,7 @@ const QString explainOption = QStringLiteral("explain");
 
 constexpr Translated translated{"ContentsCommand"};
 
-struct Request {
+struct ContentsRequest {
     ContentsOptions options;
     bool ocr = false;
     QString ocrLanguage;
@@ -43,7 +43,7 @@ struct Request {
 };
 
 /// Where a file's report goes.
-QString reportOf(const QString &file, const Request &request, const OutlineOutput &output) {
+QString reportOf(const QString &file, const ContentsRequest &request, const OutlineOutput &output) {
     const bool isPrinted = request.report == QLatin1String("-");
     if (request.report.isEmpty() || isPrinted || !output.isFolder()) return request.report;
     return QDir(request.report).filePath(QFileInfo(file).completeBaseName() + QLatin1String(".json"));
@@ -99,7 +99,7 @@ struct Recognised {
 
 /// Recognises the text of a file, on a terminal with progress. @return the copy, or why there is none
 std::variant<Recognised, QString> recognise(const QString &file, const PDFDocument &pdf,
-                                            const Request &request, bool alone, Console &console) {
+                                            const ContentsRequest &request, bool alone, Console &console) {
     std::optional<Interruption> interruption(std::in_place);
     std::optional<ProgressBar> bar;
     if (alone) bar.emplace(console, pdf.pageCount());
@@ -125,8 +125,8 @@ std::variant<Recognised, QString> recognise(const QString &file, const PDFDocume
 }
 
 /// Finds the contents of a file that is open. @return the outline, or why there is none to be written
-std::variant<FoundContents, QString> find(const QString &file, const PDFDocument &pdf, const Request &request,
-                                          bool alone, Console &console) {
+std::variant<FoundContents, QString> find(const QString &file, const PDFDocument &pdf,
+                                          const ContentsRequest &request, bool alone, Console &console) {
     Recognised recognised;
     if (request.ocr && pdf.pageCount() > 0) {
         auto result = recognise(file, pdf, request, alone, console);
@@ -153,8 +153,8 @@ std::variant<FoundContents, QString> find(const QString &file, const PDFDocument
 }
 
 /// Makes what is found in one file its outline. @return why that failed
-std::optional<QString> contents(const QString &file, const Request &request, const OutlineOutput &output,
-                                Console &console) {
+std::optional<QString> contents(const QString &file, const ContentsRequest &request,
+                                const OutlineOutput &output, Console &console) {
     const QString printed = request.explain ? QStringLiteral("-") : QString();
     if (auto clash = clashOf({.pdf = file,
                               .out = output.targetOf(file),
@@ -181,7 +181,7 @@ std::optional<QString> contents(const QString &file, const Request &request, con
 }
 
 /// Why the reports of several files can't all be written: names may differ by their extension alone.
-std::optional<QString> clashOfReports(const Request &request, const OutlineOutput &output) {
+std::optional<QString> clashOfReports(const ContentsRequest &request, const OutlineOutput &output) {
     QStringList reports;
     for (const QString &file : output.files())
         reports.append(reportOf(file, request, output));
@@ -189,14 +189,14 @@ std::optional<QString> clashOfReports(const Request &request, const OutlineOutpu
 }
 
 /// The options of a process that does one file of a folder.
-QStringList optionsOf(const QString &file, const Request &request, const OutlineOutput &output) {
+QStringList optionsOf(const QString &file, const ContentsRequest &request, const OutlineOutput &output) {
     if (request.report.isEmpty()) return {};
     return {QLatin1String("--") + reportOption + u'=' + reportOf(file, request, output)};
 }
 
 /// What the options ask for. @return what is wrong with them; absent when all is well
 std::optional<QString> readRequest(const QCommandLineParser &arguments, const OutlineOutput &output,
-                                   Request &request) {
+                                   ContentsRequest &request) {
     bool isNumber = true;
     if (arguments.isSet(maxDepthOption))
         request.options.maxDepth = arguments.value(maxDepthOption).toInt(&isNumber);
@@ -266,7 +266,7 @@ bool ContentsCommand::limitsTime(const QCommandLineParser &arguments) const {
 
 ExitCode ContentsCommand::run(const QCommandLineParser &arguments, Console &console) const {
     const OutlineOutput output(arguments);
-    Request request;
+    ContentsRequest request;
     if (const auto problem = readRequest(arguments, output, request))
         return wrongUsage(*this, *problem, console);
     if (request.ocr && !canRecogniseText()) {

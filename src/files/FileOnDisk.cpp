@@ -20,21 +20,21 @@ bool meansNothingThere(int error) {
 }
 
 /// Where a name stands, however its path is spelled: the folder, and the name in it.
-struct Spot {
+struct PlaceOfName {
     dev_t device;
     ino_t folder;
     QByteArray name;
 
-    friend bool operator==(const Spot &, const Spot &) = default;
+    friend bool operator==(const PlaceOfName &, const PlaceOfName &) = default;
 };
 
-std::optional<Spot> spotOf(const QString &path) {
+std::optional<PlaceOfName> placeOfName(const QString &path) {
     const auto found = findTarget(path);
     const auto *target = std::get_if<FileTarget>(&found);
     struct stat folder = {};
     if (!target || target->isStream() || ::stat(target->folder().constData(), &folder) != 0)
         return std::nullopt;
-    return Spot{folder.st_dev, folder.st_ino, target->name()};
+    return PlaceOfName{folder.st_dev, folder.st_ino, target->name()};
 }
 
 }  // namespace
@@ -44,8 +44,8 @@ FileOnDisk::FileOnDisk(std::shared_ptr<const FileSnapshot> read, QString place)
 
 bool FileOnDisk::isPlace(const QString &path) const {
     if (path == place_) return true;
-    const std::optional<Spot> spot = spotOf(path);
-    return spot && spot == spotOf(place_);
+    const std::optional<PlaceOfName> place = placeOfName(path);
+    return place && place == placeOfName(place_);
 }
 
 FileOnDisk::State FileOnDisk::state() const {
