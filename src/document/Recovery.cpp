@@ -199,8 +199,9 @@ void Recovery::recover(std::unique_ptr<RecoveryFile> file, const KeptOutline &ou
     // What is kept from now on goes into the same file, so that something is there all the time.
     writer_.reset();
     leftBehind_ = std::move(file);
-    mayBeKept_ = true;
     const LostTargets lost = recoverOutline(document_.outline(), outline);
+    // Not before: when the history tells of the change, it does not count as one to be saved yet.
+    mayBeKept_ = true;
     if (notices()) showLostTargets(*notices(), lost);
 }
 
