@@ -339,6 +339,22 @@
         <source>Step Forward</source>
         <translation>Schritt vor</translation>
     </message>
+    <message>
+        <source>Open in Viewers</source>
+        <translation>In Betrachtern aufgeklappt</translation>
+    </message>
+    <message>
+        <source>Bold</source>
+        <translation>Fett</translation>
+    </message>
+    <message>
+        <source>Italic</source>
+        <translation>Kursiv</translation>
+    </message>
+    <message>
+        <source>Colour…</source>
+        <translation>Farbe …</translation>
+    </message>
 </context>
 <context>
     <name>Application</name>
@@ -2573,6 +2589,69 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>Pages</source>
         <translation>Seiten</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::TitleColorSheet</name>
+    <message>
+        <source>Black</source>
+        <translation>Schwarz</translation>
+    </message>
+    <message>
+        <source>Grey</source>
+        <translation>Grau</translation>
+    </message>
+    <message>
+        <source>Red</source>
+        <translation>Rot</translation>
+    </message>
+    <message>
+        <source>Orange</source>
+        <translation>Orange</translation>
+    </message>
+    <message>
+        <source>Green</source>
+        <translation>Grün</translation>
+    </message>
+    <message>
+        <source>Blue</source>
+        <translation>Blau</translation>
+    </message>
+    <message>
+        <source>Purple</source>
+        <translation>Violett</translation>
+    </message>
+    <message>
+        <source>Brown</source>
+        <translation>Braun</translation>
+    </message>
+    <message>
+        <source>Title Colour</source>
+        <translation>Farbe der Titel</translation>
+    </message>
+    <message>
+        <source>Viewers show the titles of the selected entries in this colour.</source>
+        <translation>Betrachter zeigen die Titel der ausgewählten Einträge in dieser Farbe.</translation>
+    </message>
+    <message>
+        <source>&amp;Colour:</source>
+        <translation>&amp;Farbe:</translation>
+    </message>
+    <message>
+        <source>&amp;More Colours…</source>
+        <translation>&amp;Weitere Farben …</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Set Colour</source>
+        <translation>Farbe setzen</translation>
+    </message>
+    <message>
+        <source>No Colour</source>
+        <translation>Keine Farbe</translation>
     </message>
 </context>
 <context>

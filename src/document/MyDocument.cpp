@@ -15,6 +15,7 @@
 #include "document/commands/SelectionCommands.h"
 #include "document/commands/StepCommands.h"
 #include "document/commands/StructuralEdits.h"
+#include "document/commands/StyleCommands.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/HeadingMapModel.h"
 #include "document/window/OutlineDelegate.h"
@@ -44,6 +45,7 @@ MyDocument::MyDocument(Platform &platform)
       structuralEdits_(std::make_unique<StructuralEdits>(*this)),
       batchRenaming_(std::make_unique<BatchRenaming>(*this)),
       selectionCommands_(std::make_unique<SelectionCommands>(*this)),
+      styleCommands_(std::make_unique<StyleCommands>(*this)),
       printedPageCommands_(std::make_unique<PrintedPageCommands>(*this)),
       headingMapCommands_(std::make_unique<HeadingMapCommands>(*this)),
       autoTOCCommands_(std::make_unique<AutoTOCCommands>(*this)),

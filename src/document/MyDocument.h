@@ -34,6 +34,7 @@ class PrintedPageCommands;
 class SaveProgress;
 class SavingCommands;
 class SelectionCommands;
+class StyleCommands;
 class StepCommands;
 class SplitView;
 class StructuralEdits;
@@ -169,6 +170,7 @@ public:
     OtherPrograms &otherPrograms() { return *otherPrograms_; }
     BatchRenaming &batchRenaming() { return *batchRenaming_; }
     SelectionCommands &selectionCommands() { return *selectionCommands_; }
+    StyleCommands &styleCommands() { return *styleCommands_; }
     HeadingMapCommands &headingMapCommands() { return *headingMapCommands_; }
     AutoTOCCommands &autoTOCCommands() { return *autoTOCCommands_; }
     ContentsCommands &contentsCommands() { return *contentsCommands_; }
@@ -254,6 +256,7 @@ private:
     std::unique_ptr<StructuralEdits> structuralEdits_;
     std::unique_ptr<BatchRenaming> batchRenaming_;
     std::unique_ptr<SelectionCommands> selectionCommands_;
+    std::unique_ptr<StyleCommands> styleCommands_;
     std::unique_ptr<PrintedPageCommands> printedPageCommands_;
     std::unique_ptr<HeadingMapCommands> headingMapCommands_;
     std::unique_ptr<AutoTOCCommands> autoTOCCommands_;

@@ -105,6 +105,7 @@ void TreeController::willChangeValueForKey(const MyOutlineItem & /*item*/, QLati
 void TreeController::didChangeValueForKey(const MyOutlineItem &item, QLatin1String key) {
     if (key == titleKey) followText(*nodeForItem(item), TitleColumn);
     if (key == labelKey) followText(*nodeForItem(item), PageColumn);
+    if (key == QLatin1String("entry")) followLook(*nodeForItem(item));
     if (key == childrenKey && !movingItems_) followChildren(*nodeForItem(item));
 }
 
@@ -112,6 +113,12 @@ void TreeController::followText(const TreeNode &node, int column) {
     if (&node == root_) return;
     const QModelIndex index = indexForNode(node, column);
     Q_EMIT dataChanged(index, index, {Qt::DisplayRole, Qt::EditRole});
+}
+
+void TreeController::followLook(const TreeNode &node) {
+    if (&node == root_) return;
+    const QModelIndex index = indexForNode(node);
+    Q_EMIT dataChanged(index, index, {ElsewhereRole, Qt::FontRole, Qt::ForegroundRole});
 }
 
 void TreeController::followChildren(TreeNode &node) {

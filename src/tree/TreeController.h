@@ -31,6 +31,10 @@ class TreeController final : public QAbstractItemModel,
 
 public:
     enum Column : int { TitleColumn, PageColumn };
+    enum Role : int {
+        /// Where an entry leads that leads to no page: "→ https://example.org"; "" for all others.
+        ElsewhereRole = Qt::UserRole
+    };
 
     explicit TreeController(OutlineEdits &edits, QObject *parent = nullptr);
     ~TreeController() override;
@@ -155,6 +159,7 @@ private:
     void willChangeValueForKey(const MyOutlineItem &item, QLatin1String key) override;
     void didChangeValueForKey(const MyOutlineItem &item, QLatin1String key) override;
     void followText(const TreeNode &node, int column);
+    void followLook(const TreeNode &node);
     void followChildren(TreeNode &node);
     void insertNodes(TreeNode &parent, size_t first, size_t count);
     void removeNodes(TreeNode &parent, size_t first, size_t count);

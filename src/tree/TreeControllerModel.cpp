@@ -6,6 +6,16 @@
 
 namespace leafwright {
 
+namespace {
+
+QString elsewhere(const MyOutlineItem &item) {
+    const auto &action = item.entry().action;
+    if (!action || std::holds_alternative<PageTarget>(item.target())) return {};
+    return QStringLiteral("→ ") + action->target.value_or(action->type);
+}
+
+}  // namespace
+
 TreeNode &TreeController::nodeForIndex(const QModelIndex &index) const {
     if (!index.isValid()) return *root_;
     Q_ASSERT(index.model() == this);
@@ -57,8 +67,12 @@ Qt::ItemFlags TreeController::flags(const QModelIndex &index) const {
 }
 
 QVariant TreeController::data(const QModelIndex &index, int role) const {
-    if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole)) return {};
+    if (!index.isValid()) return {};
     const MyOutlineItem &item = *nodeForIndex(index).representedObject();
+    const bool tellsMore =
+        role == ElsewhereRole || role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole;
+    if (tellsMore && index.column() == TitleColumn) return elsewhere(item);
+    if (role != Qt::DisplayRole && role != Qt::EditRole) return {};
     return index.column() == TitleColumn ? item.pageTitle() : item.pageLabel();
 }
 

@@ -55,6 +55,7 @@ constexpr auto descriptions = std::to_array<ActionDescription>({
     {"moveDown:", Menu::Outline, TITLE("Move Down"), "Alt+Down", bar, Needs::Entries},
     {"applyTOCExpand:", Menu::Outline, TITLE("Expand"), "Ctrl+Right", group, Needs::Entries},
     {"applyTOCCollapse:", Menu::Outline, TITLE("Collapse"), "Ctrl+Left", none, Needs::Entries},
+    {"toggleOpenInViewers:", Menu::Outline, TITLE("Open in Viewers"), "", none, Needs::Entries},
 
     {"renameSequentialNumbering:", Menu::Titles, TITLE("Number Sequentially…"), "", sheet, Needs::Entries},
     {"renameFindReplace:", Menu::Titles, TITLE("Find and Replace…"), "Ctrl+H", sheet, Needs::Entries},
@@ -62,6 +63,9 @@ constexpr auto descriptions = std::to_array<ActionDescription>({
     {"changeCaseToTitleCase:", Menu::Titles, TITLE("Title Case"), "", group, Needs::Entries},
     {"changeCaseToUpperCase:", Menu::Titles, TITLE("UPPER CASE"), "", none, Needs::Entries},
     {"changeCaseToLowerCase:", Menu::Titles, TITLE("lower case"), "", none, Needs::Entries},
+    {"toggleBold:", Menu::Titles, TITLE("Bold"), "", group, Needs::Entries},
+    {"toggleItalic:", Menu::Titles, TITLE("Italic"), "", none, Needs::Entries},
+    {"chooseTitleColor:", Menu::Titles, TITLE("Colour…"), "", sheet, Needs::Entries},
     {"changeOutlineItemToTitleCase:", Menu::Titles, TITLE("Title Case Selected Row"), "", group},
 
     {"findContents:", Menu::Contents, TITLE("Find Contents…"), "Ctrl+Shift+G", bar | sheet, Needs::RoomForProposal},
@@ -117,8 +121,8 @@ constexpr const char *separator = "";
 
 constexpr auto onEntries = std::to_array<const char *>(
     {"moveToPageOfOutlineItem:", separator, "addSiblingOutlineItem:", "addChildOutlineItem:", separator,
-     "copy:", "removeOutlineItems:", "promoteChildrenOutlineItem:", separator,
-     "moveLeft:", "moveRight:", "moveUp:", "moveDown:", separator, "applyTOCExpand:", "applyTOCCollapse:"});
+     "copy:", "removeOutlineItems:", "promoteChildrenOutlineItem:", separator, "moveLeft:", "moveRight:",
+     "moveUp:", "moveDown:", separator, "applyTOCExpand:", "applyTOCCollapse:", "toggleOpenInViewers:"});
 constexpr auto besideEntries =
     std::to_array<const char *>({"addSiblingOutlineItem:", separator,
                                  "selectTOCAll:", "runSearchSelectSheet:", separator, "runGuessPDF:"});

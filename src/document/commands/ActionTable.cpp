@@ -22,6 +22,16 @@ void ActionTable::handle(const char *selector, Handler handler) {
         throw std::logic_error(std::string("handled twice: ") + selector);
 }
 
+void ActionTable::setState(const char *selector, Rule isOn) {
+    entries_.at(QString::fromLatin1(selector)).isOn = std::move(isOn);
+}
+
+std::optional<bool> ActionTable::isOn(const QString &selector) const {
+    const auto found = entries_.find(selector);
+    if (found == entries_.end() || !found->second.isOn) return std::nullopt;
+    return found->second.isOn();
+}
+
 bool ActionTable::isHandled(const QString &selector) const {
     return entries_.contains(selector);
 }

@@ -76,6 +76,11 @@ public:
     /// Says who knows whether what a command needs is there. Never asked for Needs::Nothing.
     void setCondition(Condition isThere) { isThere_ = std::move(isThere); }
 
+    /// Says who knows whether a command that turns something on and off has it on now. Of a handled command.
+    void setState(const char *selector, Rule isOn);
+    /// Whether what the command turns on and off is on; absent for all other commands.
+    std::optional<bool> isOn(const QString &selector) const;
+
     bool isHandled(const QString &selector) const;
     /// Whether the command may be chosen now; false for one without a handler.
     bool validateUserInterfaceItem(const QString &selector) const;
@@ -93,6 +98,7 @@ private:
     struct Entry {
         Handler handler;
         Needs needs;
+        Rule isOn = {};
     };
     std::map<QString, Entry> entries_;
     Condition isThere_;

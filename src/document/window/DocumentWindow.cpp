@@ -304,8 +304,13 @@ void DocumentWindow::updatePageStatus() {
 }
 
 void DocumentWindow::updateActions() {
-    for (QAction *action : tableActions_)
+    for (QAction *action : tableActions_) {
         action->setEnabled(document_.actions().validateUserInterfaceItem(action->objectName()));
+        if (const auto isOn = document_.actions().isOn(action->objectName())) {
+            action->setCheckable(true);
+            action->setChecked(*isOn);
+        }
+    }
     nameStep(QStringLiteral("stepBack:"), document_.edits().undoSummary());
     nameStep(QStringLiteral("stepForward:"), document_.edits().redoSummary());
 }

@@ -48,6 +48,20 @@ TEST(ActionTable, OnlyKnownCommandsCanBeHandledAndOnlyOnce) {
     EXPECT_THROW(table.handle("moveLeft:", [](QObject *) {}), std::logic_error);
 }
 
+TEST(ActionTable, OnlySomeCommandsTurnSomethingOnAndOff) {
+    ActionTable table;
+    bool isBold = false;
+    table.handle("toggleBold:", [&](QObject *) { isBold = !isBold; });
+    table.handle("moveLeft:", [](QObject *) {});
+    EXPECT_FALSE(table.isOn("toggleBold:").has_value()) << "nobody knows";
+    table.setState("toggleBold:", [&] { return isBold; });
+    EXPECT_EQ(table.isOn("toggleBold:"), false);
+    table.perform("toggleBold:");
+    EXPECT_EQ(table.isOn("toggleBold:"), true);
+    EXPECT_FALSE(table.isOn("moveLeft:").has_value());
+    EXPECT_FALSE(table.isOn("toggleItalic:").has_value()) << "not handled";
+}
+
 TEST(ActionTable, ListsWhatIsHandledInTheOrderOfTheMenus) {
     ActionTable table;
     table.handle("zoomIn:", [](QObject *) {});
@@ -127,12 +141,16 @@ TEST(ActionDescriptions, AreThoseThatHelpAndPeoplesFingersRelyOn) {
         "Outline: Move Down [Alt+Down]",
         "Outline: Expand [Ctrl+Right]",
         "Outline: Collapse [Ctrl+Left]",
+        "Outline: Open in Viewers",
         "Titles: Number Sequentially…",
         "Titles: Find and Replace… [Ctrl+H]",
         "Titles: Add Prefix…",
         "Titles: Title Case",
         "Titles: UPPER CASE",
         "Titles: lower case",
+        "Titles: Bold",
+        "Titles: Italic",
+        "Titles: Colour…",
         "Titles: Title Case Selected Row",
         "Contents: Find Contents… [Ctrl+Shift+G]",
         "Contents: Complete from Existing Entries",

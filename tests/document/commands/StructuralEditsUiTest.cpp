@@ -381,7 +381,11 @@ TEST_F(Edits, WhatIsEnabledDependsOnTheSelectionInTheOutline) {
                                  "renameAddPrefix:",
                                  "renameFindReplace:",
                                  "changeCaseToTitleCase:",
-                                 "renameSequentialNumbering:"};
+                                 "renameSequentialNumbering:",
+                                 "toggleBold:",
+                                 "toggleItalic:",
+                                 "chooseTitleColor:",
+                                 "toggleOpenInViewers:"};
     select({});
     for (const char *selector : needsSelection)
         EXPECT_FALSE(isEnabled(selector)) << selector;
@@ -427,6 +431,10 @@ TEST_F(Edits, EveryOtherCommandIsAlwaysEnabled) {
                                   "renameSequentialNumbering:",
                                   "renameFindReplace:",
                                   "renameAddPrefix:",
+                                  "toggleBold:",
+                                  "toggleItalic:",
+                                  "chooseTitleColor:",
+                                  "toggleOpenInViewers:",
                                   "promoteChildrenOutlineItem:",
                                   "runMiniTOC:",
                                   "addSelectedTextAsTOCSibling:",

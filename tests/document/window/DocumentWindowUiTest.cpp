@@ -353,7 +353,7 @@ TEST_F(WindowOnATree, AClickWithTheSecondButtonOffersWhatCanBeDoneThere) {
     EXPECT_EQ(contextMenuOf(outline, entry),
               "moveToPageOfOutlineItem: | addSiblingOutlineItem: addChildOutlineItem: | copy: "
               "removeOutlineItems: promoteChildrenOutlineItem: | moveLeft: moveRight: moveUp: moveDown: | "
-              "applyTOCExpand: applyTOCCollapse: &Titles");
+              "applyTOCExpand: applyTOCCollapse: toggleOpenInViewers: &Titles");
     EXPECT_EQ(contextMenuOf(outline, {20, outline.viewport()->height() - 5}),
               "addSiblingOutlineItem: | selectTOCAll: runSearchSelectSheet: | runGuessPDF:");
     const QString onPages = contextMenuOf(*document.pdfview(), {100, 100});
