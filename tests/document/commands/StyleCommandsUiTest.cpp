@@ -151,5 +151,23 @@ TEST_F(Styles, AreInTheFile) {
     EXPECT_FALSE(file->outlineRoot().childAtIndex(0).entry().bold);
 }
 
+TEST_F(Styles, AnEntryThatLeadsToTheWebCanBeGivenAPage) {
+    OutlineEntry web;
+    web.action = OutlineEntry::Action{"URI", "https://example.org"};
+    for (const size_t row : {0, 1}) {
+        MyOutlineItem &item = *node({row})->representedObject();
+        document.edits().setEntry(item, web);
+        document.edits().setPageLabel(item, QString());
+    }
+    const QModelIndex page = document.treecontroller().indexForNode(*node({0}), TreeController::PageColumn);
+    ASSERT_TRUE(document.treecontroller().setData(page, "3", Qt::EditRole));
+    const auto file = saved();
+    ASSERT_TRUE(file->outlineRoot().childAtIndex(0).destination().has_value());
+    EXPECT_EQ(file->outlineRoot().childAtIndex(0).destination()->pageIndex, 2);
+    EXPECT_FALSE(file->outlineRoot().childAtIndex(0).entry().action.has_value());
+    EXPECT_EQ(file->outlineRoot().childAtIndex(1).destination(), std::nullopt);
+    EXPECT_EQ(file->outlineRoot().childAtIndex(1).entry().action, web.action);
+}
+
 }  // namespace
 }  // namespace leafwright
