@@ -7,20 +7,11 @@ namespace leafwright {
 namespace {
 
 using test::Hand;
-using test::PdfBuilder;
 
 /// The program, reached by the keyboard alone.
 class Keyboard : public test::ProgramFixture {
 protected:
-    void SetUp() override {
-        PdfBuilder pdf;
-        pdf.addNumberedPages(2);
-        addOutline(pdf, {{"(First)", "[" + pdf.pageReference(0) + " /XYZ 72 700 null]"},
-                         {"(Second)", "[" + pdf.pageReference(1) + " /XYZ 72 700 null]"}});
-        file = save(pdf, "walk.pdf");
-        program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        start({file});
-    }
+    void SetUp() override { file = startWithTwoEntries(); }
 
     QString file;
 };

@@ -38,6 +38,18 @@ protected:
         process.start(desktopProgram(), arguments);
         ASSERT_TRUE(process.waitForStarted());
     }
+    /// Starts the program with "walk.pdf", of two pages and the entries "First" and "Second". @return its
+    /// path
+    QString startWithTwoEntries() {
+        PdfBuilder pdf;
+        pdf.addNumberedPages(2);
+        addOutline(pdf, {{"(First)", "[" + pdf.pageReference(0) + " /XYZ 72 700 null]"},
+                         {"(Second)", "[" + pdf.pageReference(1) + " /XYZ 72 700 null]"}});
+        const QString file = save(pdf, "walk.pdf");
+        program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        start({file});
+        return file;
+    }
     /// The exit code of a process once it has ended; -1 if it crashes, or does not end.
     static int exitCodeOf(QProcess &process) {
         if (process.state() != QProcess::NotRunning && !process.waitForFinished(patience)) return -1;

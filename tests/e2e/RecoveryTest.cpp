@@ -10,19 +10,12 @@ namespace leafwright {
 namespace {
 
 using test::Hand;
-using test::PdfBuilder;
 
 /// The program, ended by others while there is something to save, and started again.
 class Ended : public test::ProgramFixture {
 protected:
     void SetUp() override {
-        PdfBuilder pdf;
-        pdf.addNumberedPages(2);
-        addOutline(pdf, {{"(First)", "[" + pdf.pageReference(0) + " /XYZ 72 700 null]"},
-                         {"(Second)", "[" + pdf.pageReference(1) + " /XYZ 72 700 null]"}});
-        file = save(pdf, "walk.pdf");
-        program.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        start({file});
+        file = startWithTwoEntries();
         focus([] { return windowTitled("walk.pdf"); });
         rename("Renamed by hand");
     }
