@@ -220,6 +220,18 @@ TEST_F(KeptEntries, NewEntriesMayHaveAStyle) {
               (OutlineEntry::Action{"URI", "about:blank"}));
 }
 
+TEST_F(KeptEntries, NewEntriesDoNothingWhereItIsNotKnownInFull) {
+    auto root = std::make_unique<PDFOutline>();
+    for (const char *type : {"URI", "GoToR", "Launch"})
+        root->insertChildAtIndex(std::make_unique<PDFOutline>(type), root->numberOfChildren())
+            .setEntry({.action = OutlineEntry::Action{type, {}}});
+    write(std::move(root));
+    const auto written = openPdf(out);
+    ASSERT_EQ(written->outlineRoot().numberOfChildren(), 3);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(written->outlineRoot().childAtIndex(i).entry().action, std::nullopt) << i;
+}
+
 TEST_F(KeptEntries, OpenOnesCountWhatIsSeen) {
     auto root = outlineInFile();
     PDFOutline &parent = root->childAtIndex(23);

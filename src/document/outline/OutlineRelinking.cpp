@@ -41,7 +41,7 @@ QHash<EntryKey, QList<int>> entriesByKey(const PDFOutline &outline) {
 
 /// Whether an action can be written from what is known of it, without the entry that it comes from.
 bool isKnownInFull(const std::optional<OutlineEntry::Action> &action) {
-    return !action || action->type == u"URI" || action->type == u"GoToR";
+    return !action || (action->target && (action->type == u"URI" || action->type == u"GoToR"));
 }
 
 class Relinking {

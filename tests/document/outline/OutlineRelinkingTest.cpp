@@ -89,12 +89,16 @@ TEST_F(Relinked, EntriesAreFoundByTheirTitlesAndWhatTheyDo) {
 
 TEST_F(Relinked, AnItemWithoutItsEntryIsNewAndLosesWhatOnlyTheEntryKnew) {
     add("Page", "1").setEntry(entry(7));
-    add("Web", QString()).setEntry(entry(8, "URI"));
-    add("File", QString()).setEntry(entry(9, "GoToR"));
+    const auto leads = [](const char *type, const char *target) {
+        return OutlineEntry{.number = 8, .action = OutlineEntry::Action{type, target}};
+    };
+    add("Web", QString()).setEntry(leads("URI", "about:blank"));
+    add("File", QString()).setEntry(leads("GoToR", "other.pdf"));
+    add("File without a name", QString()).setEntry(entry(9, "GoToR"));
     add("Program", QString()).setEntry(entry(10, "Launch"));
     add("Made here", "1");
     outline.setEntry(entry(7));
-    EXPECT_EQ(relink().actions, 1U);
+    EXPECT_EQ(relink().actions, 2U) << "of the program, and of the file without a name";
     for (const auto &item : root.children())
         EXPECT_FALSE(item->entry().number) << "a number of the file before may be anything in this";
     EXPECT_TRUE(root.children()[0]->entry().bold);
