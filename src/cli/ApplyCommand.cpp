@@ -3,6 +3,7 @@
 #include "cli/OpenFile.h"
 #include "cli/OutlineOutput.h"
 #include "cli/OutlineTree.h"
+#include "document/outline/PageLabelMap.h"
 #include "files/FileReading.h"
 #include "model/TreeWalk.h"
 #include "texts/Translated.h"
@@ -33,7 +34,18 @@ std::optional<QByteArray> readTree(const QString &path, Console &console) {
     return std::get<QByteArray>(std::move(text));
 }
 
-/// Says what will not be as the tree has it: labels that no page has, and entries without a page.
+QString unknownPage(const QString &title, const QString &label) {
+    const QString text =
+        isPrintedPageNumber(label)
+            ? translated(
+                  "\"%1\": \"%2\" is read as a printed page number, which no page is known to have; the "
+                  "entry leads to the first page")
+            : translated("\"%1\": no page is labelled \"%2\"; the entry leads to the first page");
+    return text.arg(title, label);
+}
+
+/// Says what will not be as the tree has it: labels that stand for no page, and entries without a page. Those
+/// that have a page of their own either keep it or are told of by the write.
 void reportPages(const OutlineDocument &document, const MyOutlineItem &root, Console &console) {
     constexpr int mostNamed = 10;
     int unknown = 0;
@@ -42,11 +54,9 @@ void reportPages(const OutlineDocument &document, const MyOutlineItem &root, Con
         const Target target = item.target();
         if (std::holds_alternative<std::monostate>(target)) ++without;
         const auto *page = std::get_if<PageTarget>(&target);
-        if (page && !document.getRealPageArrayIndex(page->label) && ++unknown <= mostNamed) {
-            console.message(
-                translated("\"%1\": no page is labelled \"%2\"; the entry leads to the first page")
-                    .arg(item.pageTitle(), page->label));
-        }
+        // Looked up in any case, since that finds out about printed page numbers.
+        const bool isUnknown = page && !document.pageIndexOfItem(item) && !page->importedPage;
+        if (isUnknown && ++unknown <= mostNamed) console.message(unknownPage(item.pageTitle(), page->label));
     });
     if (unknown > mostNamed) {
         console.message(translated("%1 more entries with unknown page labels lead to the first page")

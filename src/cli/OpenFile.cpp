@@ -105,10 +105,15 @@ void observeWriting(OutlineDocument &document, const QString &file, Console &con
             console.message(loss);
     });
     document.setEntriesElsewhereHandler([file, &console](const EntriesElsewhere &entries) {
-        console.message(
-            translated("%1: %2 entries lead elsewhere now, to the last page with their label: %3; "
-                       "--keep-pages keeps their pages")
-                .arg(file, QString::number(entries.count), entries.list()));
+        const auto tell = [&](const QString &text, const EntriesOfOneReason &moved) {
+            if (moved.count > 0) console.message(text.arg(file, QString::number(moved.count), moved.list()));
+        };
+        tell(translated("%1: %2 entries lead elsewhere now, to the last page with their label: %3; "
+                        "--keep-pages keeps their pages"),
+             entries.byRepeatedLabels);
+        tell(translated("%1: %2 entries lead elsewhere now, for a page label that begins with \"p\" is read "
+                        "as a printed page number: %3; --keep-pages keeps their pages"),
+             entries.byPrintedNumbers);
     });
 }
 

@@ -17,6 +17,7 @@
 #include "document/commands/StructuralEdits.h"
 #include "document/commands/StyleCommands.h"
 #include "document/window/DocumentWindow.h"
+#include "document/window/EntriesElsewhereNotice.h"
 #include "document/window/HeadingMapModel.h"
 #include "document/window/OutlineDelegate.h"
 #include "document/window/SaveProgress.h"

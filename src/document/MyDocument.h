@@ -19,6 +19,7 @@ class BatchRenaming;
 class ContentsCommands;
 class DocumentWindow;
 class EditMenuCommands;
+class EntriesElsewhereNotice;
 class HeadingMapCommands;
 class HeadingMapGuess;
 class HeadingMapModel;
@@ -235,7 +236,6 @@ private:
     void showAlert(const QString &message, const QString &informativeText);
     void showWriteError(const QString &type);
     void showLosses() const;
-    void showEntriesElsewhere() const;
     void showOtherPages(const std::function<void()> &exchange);
     void showLostTargets(const LostTargets &lost) const;
 
@@ -277,6 +277,7 @@ private:
     };
     Readers readers_;
     std::unique_ptr<SaveProgress> saveProgress_;
+    std::unique_ptr<EntriesElsewhereNotice> entriesElsewhereNotice_;
 };
 
 }  // namespace leafwright

@@ -4,6 +4,7 @@
 #include "document/commands/NavigationCommands.h"
 #include "document/commands/OtherPrograms.h"
 #include "document/window/DocumentWindow.h"
+#include "document/window/EntriesElsewhereNotice.h"
 #include "document/window/HeadingMapModel.h"
 #include "document/window/OutlineDelegate.h"
 #include "document/window/SaveProgress.h"
@@ -36,6 +37,7 @@ void MyDocument::makeWindowControllers() {
     readers_.window = std::make_unique<DocumentWindow>(*this);
     saveProgress_ = std::make_unique<SaveProgress>(myWindow());
     setWriteObserver(saveProgress_.get());
+    entriesElsewhereNotice_ = std::make_unique<EntriesElsewhereNotice>(*this);
     Q_EMIT windowMade();
     windowControllerDidLoadNib(*myWindow());
 }
@@ -105,10 +107,7 @@ void MyDocument::showPages() {
 
 void MyDocument::showOutline() {
     importOutline();
-    showEntriesElsewhere();
-    connect(&platform().userDefaults(), &UserDefaults::valueChanged, this, [this](const QString &key) {
-        if (key == setting::keepPagesOfEntries) showEntriesElsewhere();
-    });
+    entriesElsewhereNotice_->show();
     outlineview()->registerForDraggedTypes(OutlineDelegate::draggedTypes());
     connect(outlineview(), &OutlineView::doubleAction, this,
             [this](int /*row*/, int /*column*/, Qt::KeyboardModifiers modifiers) {

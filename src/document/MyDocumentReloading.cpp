@@ -2,6 +2,7 @@
 #include "document/MyDocument.h"
 #include "document/commands/OtherPrograms.h"
 #include "document/window/DocumentWindow.h"
+#include "document/window/EntriesElsewhereNotice.h"
 #include "document/window/LostTargetsNotice.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "pdf/ReadAhead.h"
@@ -31,7 +32,7 @@ bool MyDocument::reload(Reload kind) {
     if (!myWindow()) return true;
     outlineview()->setEnabled(true);
     showWriteError(saveFinalPDF);  // None of the file that is shown now.
-    showEntriesElsewhere();
+    entriesElsewhereNotice_->show();
     showLostTargets(lost);
     tellReadProblem();
     otherPrograms_->tell();

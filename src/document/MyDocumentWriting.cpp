@@ -1,9 +1,8 @@
 #include "document/MyDocument.h"
 #include "document/commands/OtherPrograms.h"
 #include "document/window/DocumentWindow.h"
+#include "document/window/EntriesElsewhereNotice.h"
 #include "document/window/SaveProgress.h"
-#include "platform/Settings.h"
-#include "platform/UserDefaults.h"
 #include "widgets/NoticeBars.h"
 
 #include <QLoggingCategory>
@@ -17,26 +16,11 @@ Q_LOGGING_CATEGORY(log, "leafwright.document", QtInfoMsg)
 // The names of notices in the window.
 const QString failedWriteNotice = QStringLiteral("failedWrite");
 const QString lossesNotice = QStringLiteral("losses");
-const QString entriesElsewhereNotice = QStringLiteral("entriesElsewhere");
 
 }  // namespace
 
 const QString &MyDocument::savePreviewPDF = OutlineDocument::savePreviewPDF;
 const QString &MyDocument::saveFinalPDF = OutlineDocument::saveFinalPDF;
-
-void MyDocument::showEntriesElsewhere() const {
-    if (!myWindow()) return;
-    NoticeBars &notices = *myWindow()->notices();
-    const EntriesElsewhere entries = outline_.entriesElsewhere();
-    if (entries.count == 0) return notices.removeNotice(entriesElsewhereNotice);
-    notices.setNotice(entriesElsewhereNotice,
-                      {tr("Some pages of this PDF have the same label, and saving leads these entries to the "
-                          "last page with theirs: %1.")
-                           .arg(entries.list()),
-                       {{tr("Keep Their Pages"), [this] {
-                             platform().userDefaults().setValue(setting::keepPagesOfEntries, true);
-                         }}}});
-}
 
 std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, const QString &type) {
     const Busy busy(*this);  // the progress is drawn amid the write
@@ -44,7 +28,7 @@ std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, cons
         saveProgress_->setText(type == savePreviewPDF ? tr("Generating Temporary PDF...")
                                                       : tr("Saving PDF..."));
     }
-    showEntriesElsewhere();
+    if (entriesElsewhereNotice_) entriesElsewhereNotice_->show();
     outline_.write(path, type);
     showWriteError(type);
     if (type == saveFinalPDF) showLosses();
@@ -68,8 +52,8 @@ void MyDocument::showWriteError(const QString &type) {
     if (!error) return myWindow()->notices()->removeNotice(failedWriteNotice);
     Notice notice{error->message};
     // No other place would do for what can't be read, nor does a preview have one that the user chose.
-    const bool canBeRead =
-        error->kind != PDFError::Kind::Locked && outline_.stateOnDisk() != FileOnDisk::State::Overwritten;
+    const bool canBeRead = error->kind != PDFError::Kind::Locked && pdfDoc()->canBeWritten() &&
+                           outline_.stateOnDisk() != FileOnDisk::State::Overwritten;
     if (type == saveFinalPDF && canBeRead) {
         notice.buttons.append({actionTitle(*actionDescription(QStringLiteral("saveDocumentAs:"))),
                                [this] { actions_.perform(QStringLiteral("saveDocumentAs:")); }});

@@ -1,6 +1,7 @@
 #include "document/commands/AutoTOCCommands.h"
 #include "document/commands/ContentsCommands.h"
 #include "document/window/ContentsProposal.h"
+#include "pdf/mupdf/FileStream.h"
 #include "support/BookPdf.h"
 #include "support/OpenPdf.h"
 #include "support/RawPdf.h"
@@ -8,6 +9,9 @@
 #include "support/WindowFixture.h"
 #include "widgets/NoticeBars.h"
 
+#include <QPushButton>
+
+#include <cerrno>
 #include <gmock/gmock.h>
 
 namespace leafwright {
@@ -65,6 +69,41 @@ TEST_F(ReadProblem, FileIsNotSavedOver) {
     EXPECT_TRUE(document.isDocumentEdited());
     EXPECT_THAT(textOf("changedOnDisk"), HasSubstr("Another program has written to “a.pdf”"));
     EXPECT_EQ(platform.alerts.size(), 1);
+}
+
+TEST_F(ReadProblem, FileThatCouldNotBeReadWholeIsNotSaved) {
+    PdfBuilder pdf = longer({});
+    // So many that one read does not have all of them.
+    std::vector<test::OutlineEntry> entries;
+    for (int i = 0; i < 300; ++i)
+        entries.push_back({"(Entry " + std::to_string(i) + ' ' + std::string(200, 'x') + ')',
+                           "[" + pdf.pageReference(0) + " /Fit]"});
+    addOutline(pdf, entries);
+    const QString path = save(pdf);
+    const QByteArray whole = contentOf(path);
+    const qint64 title = whole.lastIndexOf("(Entry 250 ");
+    registerDefaults(platform.userDefaults());
+    ASSERT_TRUE(document.readFromURL(path));
+    {
+        const mupdf::FailingReads failing(
+            [title](qint64 from, qint64 length) { return from <= title && title < from + length ? EIO : 0; });
+        document.makeWindowControllers();
+    }
+    document.finishLoading();
+    EXPECT_EQ(textOf("readProblem"),
+              "Not all of this PDF could be read: Input/output error. It can't be saved, for what is missing "
+              "would be lost.");
+
+    document.updateChangeCount(Document::Change::Done);
+    perform("saveDocument:");
+    EXPECT_EQ(contentOf(path), whole);
+    EXPECT_TRUE(document.isDocumentEdited());
+    ASSERT_TRUE(document.writeError());
+    EXPECT_EQ(textOf("failedWrite"), path.toStdString() +
+                                         " could not be written: the file could not be read whole, and "
+                                         "nothing is to be lost: Input/output error");
+    EXPECT_EQ(document.myWindow()->notices()->bar("failedWrite")->findChild<QPushButton *>(), nullptr)
+        << "it would fail at any other place as well";
 }
 
 TEST_F(ReadProblem, HeadingsThatAreMadeAnOutlineMayLackSome) {

@@ -1,5 +1,6 @@
 #include "document/outline/EntriesElsewhere.h"
 
+#include "document/outline/PageLabelMap.h"
 #include "model/TreeWalk.h"
 #include "texts/Translated.h"
 
@@ -11,7 +12,12 @@ constexpr Translated translated{"EntriesElsewhere"};
 
 }  // namespace
 
-QString EntriesElsewhere::list() const {
+void EntriesOfOneReason::add(EntryElsewhere entry) {
+    ++count;
+    if (first.size() < mostNamed) first.push_back(std::move(entry));
+}
+
+QString EntriesOfOneReason::list() const {
     QStringList parts;
     for (const EntryElsewhere &entry : first) {
         parts.append(
@@ -33,9 +39,9 @@ EntriesElsewhere entriesElsewhere(
         if (!page || !page->importedPage) return;
         const int now = pageOfLabel(page->label).value_or(0);
         if (now == *page->importedPage) return;
-        ++result.count;
-        if (result.first.size() < EntriesElsewhere::mostNamed)
-            result.first.push_back({item.pageTitle(), *page->importedPage, now});
+        EntriesOfOneReason &entries =
+            isPrintedPageNumber(page->label) ? result.byPrintedNumbers : result.byRepeatedLabels;
+        entries.add({item.pageTitle(), *page->importedPage, now});
     });
     return result;
 }

@@ -196,7 +196,7 @@ std::optional<PDFError> OutlineDocument::write(const QString &path, const QStrin
 
 void OutlineDocument::tellOfEntriesElsewhere(const QString &type) const {
     if (!entriesElsewhereHandler_ || type != saveFinalPDF) return;
-    if (const EntriesElsewhere entries = entriesElsewhere(); entries.count > 0)
+    if (const EntriesElsewhere entries = entriesElsewhere(); !entries.isEmpty())
         entriesElsewhereHandler_(entries);
 }
 
