@@ -93,14 +93,19 @@ bool FileReplacement::startApart() {
     const QByteArray folder = systemTemporaryFolder();
     constexpr unsigned forOwner = 0600;
     const int place = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (place < 0) return fail(errno);
+    if (place < 0) return failsIn(folder, errno);
     const UnfinishedFile file = makeUnfinishedFile(place, QByteArrayLiteral("stream"), forOwner);
     const int error = file.descriptor < 0                                ? errno
                       : ::unlinkat(place, file.name.constData(), 0) == 0 ? 0
                                                                          : errno;
     ::close(place);
     descriptor_ = file.descriptor;
-    return error == 0 || fail(error);
+    return error == 0 || failsIn(folder, error);
+}
+
+bool FileReplacement::failsIn(const QByteArray &folder, int error) {
+    return fail(translated("no temporary file can be made in %1: %2")
+                    .arg(fileNameText(folder), reasonOfSystem(error)));
 }
 
 QString FileReplacement::temporaryPath() const {

@@ -93,6 +93,7 @@ private:
     bool failsByObjection();
     bool startBesideTarget();
     bool startApart();
+    bool failsIn(const QByteArray &folder, int error);
     int takeOverAttributes(const struct stat &old, const QByteArray &path);
     bool takePlace();
     bool failsByName(NameTaken result);

@@ -2,6 +2,7 @@
 
 #include "app/Updater.h"
 #include "document/MyDocument.h"
+#include "files/FileReading.h"
 #include "script/ModalGuard.h"
 #include "script/ScriptFiles.h"
 #include "script/ScriptGestures.h"
@@ -47,12 +48,16 @@ std::optional<PDFError> ScriptPlayer::open(const QString &path) {
     const Result<QString> copy = files_.copyOf(path);
     if (const auto *error = std::get_if<PDFError>(&copy)) return *error;
     const auto &place = std::get<QString>(copy);
-    document_ = application_.documentController().openDocumentWithContentsOfURL(place, true);
-    if (!document()) {
-        auto again = PDFDocument::open(place);
-        if (auto *error = std::get_if<PDFError>(&again)) return *error;
-        return PDFError{PDFError::Kind::FileUnreadable, translated("it can't be shown")};
-    }
+    DocumentController &controller = application_.documentController();
+    // To open it again for the reason would be to ask something else: the next reading may go well.
+    std::optional<PDFError> error;
+    const auto failed =
+        QObject::connect(&controller, &DocumentController::openingFailed, [&error](Document *document) {
+            if (const auto *unread = qobject_cast<MyDocument *>(document)) error = unread->openError();
+        });
+    document_ = controller.openDocumentWithContentsOfURL(place, true);
+    QObject::disconnect(failed);
+    if (!document()) return error.value_or(PDFError{PDFError::Kind::FileUnreadable, noWorkingFolder()});
     document()->finishLoading();
     std::vector<ShownSheet> sheets;
     settle({}, sheets);

@@ -44,7 +44,10 @@ Document *DocumentController::openDocumentWithContentsOfURL(const QString &path,
         return document.get();
     }
     auto document = makeDocument_();
-    if (!document->readFromURL(*absolute)) return nullptr;
+    if (!document->readFromURL(*absolute)) {
+        Q_EMIT openingFailed(document.get());
+        return nullptr;
+    }
     Document *opened = documents_.emplace_back(std::move(document)).get();
     connect(opened, &Document::closed, this, [this, opened] { remove(opened); });
     connect(opened, &Document::fileURLChanged, this,

@@ -41,6 +41,8 @@ public:
 
 Q_SIGNALS:
     void documentOpened(Document *document);
+    /// A file can't be read; the document that was to show it goes right after this.
+    void openingFailed(Document *document);
     void recentDocumentsChanged();
     void lastDocumentClosed();
 

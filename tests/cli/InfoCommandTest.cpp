@@ -2,6 +2,7 @@
 #include "support/CliRun.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 namespace leafwright::test {
 namespace {
@@ -87,6 +88,15 @@ TEST(InfoCommand, DamagedFileIsRepaired) {
     ASSERT_GT(startxref, 0);
     saveBytes(dir.path("damaged.pdf"), bytes.left(startxref));
     EXPECT_EQ(infoOf(dir.path("damaged.pdf")), with(expectedInfo(2, "1.4"), "repaired"));
+}
+
+TEST(InfoCommand, PipeIsNoFile) {
+    const TempDir dir;
+    ASSERT_EQ(::mkfifo(QFile::encodeName(dir.path("pipe")).constData(), 0600), 0);
+    const CliResult result = runCli({"info", dir.path("pipe")});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_THAT(result.err.toStdString(),
+                HasSubstr("pipe: the file can't be read: it is a pipe or a device, and not a file"));
 }
 
 TEST(InfoCommand, SignedFile) {

@@ -1,9 +1,11 @@
+#include "pdf/mupdf/FileStream.h"
 #include "support/CliFiles.h"
 #include "support/CliRun.h"
 #include "support/EnvironmentVariable.h"
 
 #include <QDir>
 
+#include <cerrno>
 #include <gmock/gmock.h>
 
 namespace leafwright::test {
@@ -57,6 +59,14 @@ TEST_F(Running, ADocumentThatIsMissingIsTold) {
     const CliResult result = runCli({"run", dir.path("steps.json"), dir.path("no.pdf")});
     EXPECT_EQ(result.exitCode, 1);
     EXPECT_THAT(result.err.toStdString(), HasSubstr("no.pdf: there is no such file"));
+}
+
+TEST_F(Running, ADocumentThatCantBeReadOnceSaysWhy) {
+    int reads = 0;
+    const mupdf::FailingReads failing([&reads](qint64, qint64) { return reads++ == 0 ? EIO : 0; });
+    const CliResult result = run({});
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_THAT(result.err.toStdString(), HasSubstr("a.pdf: the file can't be read: Input/output error"));
 }
 
 TEST_F(Running, WhereTheReportCantBeWrittenNothingIs) {

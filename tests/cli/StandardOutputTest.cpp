@@ -75,6 +75,14 @@ TEST_F(StandardOutput, MayBeAnythingElse) {
     EXPECT_EQ(plusLinesOf(pdf), "+ @1 New\n");
 }
 
+TEST_F(StandardOutput, TakesNoPdfWhereNoTemporaryFileCanBeMade) {
+    expectRefusal("TMPDIR=/proc $P apply a.pdf tree -o /dev/stdout > out.pdf",
+                  "/dev/stdout could not be written: no temporary file can be made in /proc: No such file or "
+                  "directory");
+    expectRefusal("TMPDIR=$PWD/a.pdf $P apply a.pdf tree -o /dev/stdout > out.pdf", "a.pdf: Not a directory");
+    EXPECT_EQ(bytesOf(dir.path("out.pdf")), "");
+}
+
 TEST_F(StandardOutput, ThatTakesNoReportKeepsThePdfFromBeingWritten) {
     for (const char *command : {"run steps.json a.pdf --report -", "run steps.json a.pdf -o a.pdf --report -",
                                 "contents a.pdf -o a.pdf --report -", "contents a.pdf -o a.pdf --explain"}) {

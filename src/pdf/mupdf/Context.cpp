@@ -1,5 +1,6 @@
 #include "pdf/mupdf/Context.h"
 
+#include "files/SystemError.h"
 #include "texts/Translated.h"
 
 #include <QLoggingCategory>
@@ -9,7 +10,6 @@
 #include <malloc.h>
 #include <mutex>
 #include <new>
-#include <system_error>
 
 namespace leafwright::mupdf {
 
@@ -78,10 +78,15 @@ bool Context::Heap::reserve(size_t more) {
 
 /// MuPDF then drops something of its store and asks again, until nothing is left to drop. So only what it
 /// asks for next shows whether there was enough in the end.
-void *Context::Heap::refuse(size_t size) {
+void *Context::Heap::refuse(size_t size, Shortage shortage) {
     if (refused_ != 0 && refused_ != size) exhausted_ = true;
     refused_ = size;
+    shortage_ = shortage;
     return nullptr;
+}
+
+PDFError Context::Heap::error() const {
+    return shortage_ == Shortage::OfBudget ? tooMuchMemoryError() : outOfMemoryError();
 }
 
 void Context::Heap::grant(size_t size) {
@@ -94,8 +99,9 @@ void *Context::Heap::allocate(void *heap, size_t size) {
     auto &self = *static_cast<Heap *>(heap);
     // No more than a broken number in the file.
     if (size > mostBytes) return nullptr;
-    void *block = self.reserve(size) ? std::malloc(size) : nullptr;
-    if (!block) return self.refuse(size);
+    if (!self.reserve(size)) return self.refuse(size, Shortage::OfBudget);
+    void *block = std::malloc(size);
+    if (!block) return self.refuse(size, Shortage::OfSystem);
     self.grant(size);
     self.inUse_ += malloc_usable_size(block);
     return block;
@@ -120,10 +126,10 @@ void *Context::Heap::reallocate(void *heap, void *block, size_t size) {
         if (size <= before) return block;
         size = std::max(size, before + before / 8);
     }
-    if (size > before && !self.reserve(size - before)) return self.refuse(asked);
+    if (size > before && !self.reserve(size - before)) return self.refuse(asked, Shortage::OfBudget);
     // MuPDF frees a block rather than ask for one of 0 bytes.
     void *moved = std::realloc(block, size);  // NOLINT(clang-analyzer-optin.portability.UnixAPI)
-    if (!moved) return self.refuse(asked);
+    if (!moved) return self.refuse(asked, Shortage::OfSystem);
     self.grant(asked);
     self.inUse_ += malloc_usable_size(moved) - before;
     return moved;
@@ -132,7 +138,7 @@ void *Context::Heap::reallocate(void *heap, void *block, size_t size) {
 Context::Context(std::shared_ptr<MemoryBudget> budget) : heap_(std::move(budget)) {
     fz_alloc_context allocator{&heap_, Heap::allocate, Heap::reallocate, Heap::release};
     ctx_ = fz_new_context(&allocator, &locks, storeBytes);  // keeps a copy of the allocator
-    if (!ctx_) throw std::bad_alloc();
+    if (!ctx_) throw ReadProblem(heap_.error());
     fz_set_user_context(ctx_, this);
     fz_set_warning_callback(ctx_, logMessage, nullptr);
     fz_set_error_callback(ctx_, logMessage, nullptr);
@@ -140,7 +146,8 @@ Context::Context(std::shared_ptr<MemoryBudget> budget) : heap_(std::move(budget)
 
 std::optional<PDFError> Context::problem() const {
     if (readFailure_ != 0) return readFailureError(readFailure_);
-    if (outOfMemory_ || heap_.isExhausted()) return outOfMemoryError();
+    if (outOfMemory_) return outOfMemoryError();
+    if (heap_.isExhausted()) return heap_.error();
     return std::nullopt;
 }
 
@@ -154,11 +161,14 @@ Context::~Context() {
 
 PDFError readFailureError(int reason) {
     return {PDFError::Kind::FileUnreadable,
-            reason == cutShort ? translated("it was cut short by another program")
-                               : QString::fromLocal8Bit(std::generic_category().message(reason).c_str())};
+            reason == cutShort ? translated("it was cut short by another program") : reasonOfSystem(reason)};
 }
 
 PDFError outOfMemoryError() {
+    return {PDFError::Kind::OutOfMemory, translated("there is not enough memory for it")};
+}
+
+PDFError tooMuchMemoryError() {
     return {PDFError::Kind::OutOfMemory, translated("it takes more memory than a file may have")};
 }
 

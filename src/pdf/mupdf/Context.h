@@ -83,6 +83,7 @@ void runThenAlways(fz_context *ctx, Body &&body, Cleanup &&cleanup) {
 /// slower than one; contexts of their own share nothing but what MuPDF keeps in static variables.
 class Context {
 public:
+    /// Throws ReadProblem where there is no memory for it.
     /// @param budget what the context's memory counts on, beside its own limit
     explicit Context(std::shared_ptr<MemoryBudget> budget = std::make_shared<MemoryBudget>());
     ~Context();
@@ -121,10 +122,14 @@ private:
         static void release(void *heap, void *block);
         /// Whether MuPDF asked for memory in vain.
         bool isExhausted() const { return exhausted_ || refused_ != 0; }
+        /// Why it was in vain the last time.
+        PDFError error() const;
 
     private:
+        enum class Shortage { OfBudget, OfSystem };
+
         bool reserve(size_t more);
-        void *refuse(size_t size);
+        void *refuse(size_t size, Shortage shortage);
         void grant(size_t size);
 
         std::shared_ptr<MemoryBudget> budget_;
@@ -132,6 +137,7 @@ private:
         size_t reserved_ = 0;  ///< Taken from the budget.
         size_t refused_ = 0;   ///< The size last asked for in vain, until it is known whether that mattered.
         bool exhausted_ = false;
+        Shortage shortage_ = Shortage::OfSystem;
     };
 
     Heap heap_;
@@ -145,7 +151,9 @@ constexpr int cutShort = -1;
 
 /// The error of a file that the system would not read. @param reason its error number, or `cutShort`
 PDFError readFailureError(int reason);
-/// The error of a file that takes too much memory.
+/// The error where the system has no memory left.
 PDFError outOfMemoryError();
+/// The error of a file that takes more memory than one may.
+PDFError tooMuchMemoryError();
 
 }  // namespace leafwright::mupdf

@@ -1,6 +1,7 @@
 #include "pdf/mupdf/MuPDFEngine.h"
 
 #include "files/FileSnapshot.h"
+#include "files/SystemError.h"
 #include "pdf/mupdf/Context.h"
 #include "pdf/mupdf/FileOpener.h"
 #include "pdf/mupdf/FileWriter.h"
@@ -70,7 +71,7 @@ public:
         const size_t bytes = sizeOf(*text);
         const std::shared_ptr<MemoryBudget> &memory = file_->memory();
         if (!memory->take(bytes)) {
-            noted(outOfMemoryError(), Shortage::EndsReading);
+            noted(tooMuchMemoryError(), Shortage::EndsReading);
             return std::make_shared<const PageText>();
         }
         return {text.release(), [memory, bytes](const PageText *read) {
@@ -134,8 +135,7 @@ public:
             if (const auto problem = reader->problem()) return refusal(*problem);
             return std::nullopt;
         } catch (const std::system_error &error) {
-            return PDFError{PDFError::Kind::WriteFailed,
-                            QString::fromLocal8Bit(error.code().message().c_str())};
+            return PDFError{PDFError::Kind::WriteFailed, reasonOfSystem(error.code().value())};
         } catch (const ReadProblem &problem) {
             return refusal(problem.problem());
         } catch (const std::bad_alloc &) {
@@ -226,7 +226,7 @@ PDFError unreadable(const std::system_error &error) {
     const bool missing =
         error.code() == std::errc::no_such_file_or_directory || error.code() == std::errc::not_a_directory;
     return {missing ? PDFError::Kind::FileMissing : PDFError::Kind::FileUnreadable,
-            QString::fromLocal8Bit(error.code().message().c_str())};
+            reasonOfSystem(error.code().value())};
 }
 
 /// Opens a file. @param asItWas gets the file as it was before the handle looked at it; may be null

@@ -10,7 +10,7 @@ void Walk::step() {
 
 void Walk::keep(qsizetype bytes) {
     keptBytes_ += bytes;
-    if (keptBytes_ > mostKeptBytes) throw ReadProblem(outOfMemoryError());
+    if (keptBytes_ > mostKeptBytes) throw ReadProblem(tooMuchMemoryError());
 }
 
 bool Walk::enter(const Object &object) {

@@ -4,8 +4,11 @@
 #include <atomic>
 #include <cerrno>
 #include <cstring>
+#include <fstream>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <thread>
+#include <unistd.h>
 
 namespace leafwright::mupdf {
 namespace {
@@ -41,6 +44,44 @@ TEST(Context, MemoryThatRunsOutIsAProblemAndNoDamage) {
     fz_free(context, block);
     ASSERT_TRUE(context.problem());
     EXPECT_EQ(context.problem()->kind, PDFError::Kind::OutOfMemory);
+}
+
+/// Lets the system give this process only so much more address space, for as long as it lives.
+class MemoryLimit {
+public:
+    explicit MemoryLimit(size_t more) {
+        std::ifstream pages("/proc/self/statm");
+        size_t inUse = 0;
+        pages >> inUse;
+        getrlimit(RLIMIT_AS, &before_);
+        const rlimit limit{inUse * static_cast<size_t>(sysconf(_SC_PAGESIZE)) + more, before_.rlim_max};
+        setrlimit(RLIMIT_AS, &limit);
+    }
+    ~MemoryLimit() { setrlimit(RLIMIT_AS, &before_); }
+    MemoryLimit(const MemoryLimit &) = delete;
+    MemoryLimit &operator=(const MemoryLimit &) = delete;
+
+private:
+    rlimit before_{};
+};
+
+TEST(Context, ProblemIsTheBudgetOrTheSystem) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "a sanitizer does not go on without memory";
+#endif
+    const Context large;
+    void *block = guarded(large, [&] { return fz_malloc(large, 600U << 20); });
+    EXPECT_THROW(guarded(large, [&] { return fz_malloc(large, 600U << 20); }), ReadProblem);
+    fz_free(large, block);
+    EXPECT_EQ(large.problem()->message, "it takes more memory than a file may have");
+
+    const Context small;
+    {
+        const MemoryLimit limit(size_t{64} << 20);
+        EXPECT_THROW(guarded(small, [&] { return fz_malloc(small, 200U << 20); }), ReadProblem);
+    }
+    EXPECT_EQ(small.problem()->kind, PDFError::Kind::OutOfMemory);
+    EXPECT_EQ(small.problem()->message, "there is not enough memory for it");
 }
 
 TEST(Context, WhatIsNotedIsAProblem) {
