@@ -26,7 +26,7 @@ std::optional<QVersionNumber> versionFromString(const QString &text);
 /// enclosure or as an element, and perhaps a `shortVersionString` for people; the prefix does not matter.
 /// Items without a version that can be compared are passed over. Absent if none is left, or if the text is
 /// not a feed; one with a document type is not, for only entities need it, and neither is one that is nested
-/// more deeply, or has more attributes in a row, than feeds do.
+/// more deeply, or has more attributes in a tag, than feeds do.
 /// @param deadline when to give up
 std::optional<AppcastItem> newestVersionInAppcast(
     const QByteArray &xml, QDeadlineTimer deadline = QDeadlineTimer(std::chrono::seconds(5)));

@@ -150,6 +150,31 @@ TEST(Appcast, AttributesHaveABound) {
     EXPECT_FALSE(newestVersionInAppcast(utf16));
 }
 
+TEST(Appcast, TextMayHoldAnyNumberOfEqualsSigns) {
+    const QByteArray signs = QByteArray("a=b ").repeated(3'000);
+    EXPECT_EQ(displayed(item("1.5", "<description>" + signs + "</description>")), "1.5");
+    EXPECT_EQ(displayed(item("1.5", "<description><![CDATA[<a href='x'> <" + signs + "]]></description>")),
+              "1.5");
+    EXPECT_EQ(displayed("<!-- isn't <a " + signs + "-->" + item("1.5") + "<?note it's <a " + signs + "?>"),
+              "1.5");
+    EXPECT_EQ(displayed(item("1.5", "<x note='" + signs + "' more=\"it's " + signs + "\"/>")), "1.5");
+}
+
+TEST(Appcast, WhatStandsBeforeATagDoesNotHideItsAttributes) {
+    QByteArray tag = "<x";
+    for (int i = 0; i < 3'000; ++i)
+        tag += " a" + QByteArray::number(i) + "='>'";
+    tag += "/>";
+    for (const QByteArray before : {"", "<!-- ' -->", "<![CDATA[ \" ]]>", "it's", "<y z='\"'/>", "<?z \"?>"})
+        EXPECT_EQ(displayed(before + tag + item("1.5")), "none") << before.constData();
+}
+
+TEST(Appcast, ReadingEndsWhenItsTimeIsOver) {
+    const QByteArray whole = feed(item("1.5"));
+    EXPECT_TRUE(newestVersionInAppcast(whole, QDeadlineTimer(QDeadlineTimer::Forever)));
+    EXPECT_FALSE(newestVersionInAppcast(whole, QDeadlineTimer(0)));
+}
+
 TEST(Appcast, OtherEncodingsAreRead) {
     QString text = QString::fromUtf8(feed(item("1.5", "<description>ä</description>")));
     text.remove(0, text.indexOf("<rss"));
