@@ -68,6 +68,23 @@ int openRegularFile(const QString &path) {
     return -1;
 }
 
+std::variant<QByteArray, QString> readRegularFile(const QString &path, qint64 most) {
+    const int descriptor = openRegularFile(path);
+    if (descriptor < 0) return reasonOfSystem(errno);
+    struct stat status = {};
+    const int error = ::fstat(descriptor, &status) == 0 ? 0 : errno;
+    std::variant<QByteArray, QString> content;
+    if (error) {
+        content = reasonOfSystem(error);
+    } else if (status.st_size > most) {
+        content = translated("it has more than %1 bytes").arg(most);
+    } else {
+        content = readDescriptor(descriptor);
+    }
+    ::close(descriptor);
+    return content;
+}
+
 std::optional<QString> makeFolder(const QString &path) {
     std::error_code error;
     std::filesystem::create_directories(fileNameBytes(path).toStdString(), error);

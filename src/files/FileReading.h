@@ -12,6 +12,9 @@ namespace leafwright {
 std::variant<QByteArray, QString> readFile(const QString &path);
 /// The same of a descriptor, such as standard input, from where it stands.
 std::variant<QByteArray, QString> readDescriptor(int descriptor);
+/// The same of a regular file only, without waiting for anything. @param most bytes; one with more is not
+/// read
+std::variant<QByteArray, QString> readRegularFile(const QString &path, qint64 most);
 
 /// Opens a regular file for reading, without waiting for anything.
 /// @return a descriptor; -1 with errno set where there is none

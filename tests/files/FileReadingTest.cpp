@@ -5,6 +5,7 @@
 #include <QFile>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace leafwright {
 namespace {
@@ -45,6 +46,21 @@ TEST_F(AbsolutePath, IsNoneWhereTheWorkingFolderIsGone) {
 
 TEST_F(AbsolutePath, WhatLeadsNowhereStaysSo) {
     EXPECT_EQ(absolutePath(base + "/none/../a.pdf"), base + "/none/../a.pdf");
+}
+
+TEST(ReadRegularFile, TakesWhatIsNotTooLong) {
+    const test::TempDir dir;
+    test::saveBytes(dir.path("file"), "12345");
+    EXPECT_EQ(std::get<QByteArray>(readRegularFile(dir.path("file"), 5)), "12345");
+    EXPECT_EQ(std::get<QString>(readRegularFile(dir.path("file"), 4)), "it has more than 4 bytes");
+}
+
+TEST(ReadRegularFile, WaitsForNobody) {
+    const test::TempDir dir;
+    ASSERT_EQ(::mkfifo(QFile::encodeName(dir.path("pipe")).constData(), 0600), 0);
+    EXPECT_EQ(std::get<QString>(readRegularFile(dir.path("pipe"), 5)),
+              "it is a pipe or a device, and not a file");
+    EXPECT_EQ(std::get<QString>(readRegularFile(dir.path("none"), 5)), "No such file or directory");
 }
 
 }  // namespace

@@ -6,8 +6,10 @@
 #include "categories/SelectionFont.h"
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
+#include "files/FileReading.h"
 #include "files/FileReplacement.h"
 #include "formats/KeyedArchive.h"
+#include "formats/Utf8Text.h"
 #include "pdf/ReadAhead.h"
 #include "platform/Settings.h"
 #include "platform/UserDefaults.h"
@@ -16,7 +18,6 @@
 #include "view/LabelPDFView.h"
 #include "widgets/NoticeBars.h"
 
-#include <QFile>
 #include <QItemSelectionModel>
 #include <QLoggingCategory>
 #include <QTableView>
@@ -33,8 +34,25 @@ constexpr qint64 longestMapFile = 1 << 20;  // bytes; a map has a line a font, s
 
 constexpr Translated translated{"HeadingMapCommands"};
 
+const QString failedMapNotice = QStringLiteral("failedMap");
+
 FilePanel mapPanel(const QString &title) {
     return {.title = title, .allowedFileTypes = {QStringLiteral("txt")}};
+}
+
+/// @param failure gets why there is none, as a message to the user
+std::optional<QString> readMapFile(const QString &path, QString &failure) {
+    const auto content = readRegularFile(path, longestMapFile);
+    if (const auto *reason = std::get_if<QString>(&content)) {
+        failure = translated("%1: the map can't be read: %2").arg(path, *reason);
+        return std::nullopt;
+    }
+    auto text = textOfUtf8(std::get<QByteArray>(content));
+    if (const auto *fault = std::get_if<NotUtf8>(&text)) {
+        failure = translated("%1:%2: the text is not UTF-8").arg(path).arg(fault->line);
+        return std::nullopt;
+    }
+    return std::get<QString>(std::move(text));
 }
 
 }  // namespace
@@ -80,6 +98,12 @@ void HeadingMapCommands::processSelectedTextForHLevel(int level) {
     mapChanged();
 }
 
+void HeadingMapCommands::tellFailure(const QString &message) const {
+    qCWarning(log).noquote() << message;
+    if (DocumentWindow *window = document_.myWindow())
+        window->notices()->setNotice(failedMapNotice, {message});
+}
+
 void HeadingMapCommands::buttonClickedSaveH1H2H3Map() {
     document_.finishHeadingMap();
     const QByteArray text = stringToSaveListH1H2H3(mapWithFonts()).toUtf8();
@@ -90,21 +114,17 @@ void HeadingMapCommands::buttonClickedSaveH1H2H3Map() {
         file.start() && file.write(text) == text.size() && file.commit() == FileReplacement::Outcome::Written;
     QStringList messages = file.notices();
     if (!written) messages.prepend(file.message());
-    if (messages.isEmpty()) return;
-    qCWarning(log).noquote() << messages.join(u'\n');
-    if (DocumentWindow *window = document_.myWindow())
-        window->notices()->setNotice(QStringLiteral("failedMap"), {messages.join(u'\n')});
+    if (!messages.isEmpty()) tellFailure(messages.join(u'\n'));
 }
 
 void HeadingMapCommands::buttonClickedLoadH1H2H3Map() {
     const auto path = document_.runOpenPanel(mapPanel(translated("Load Heading Map")));
     if (!path) return;
-    QFile file(*path);
-    QString text;
-    if (file.open(QIODevice::ReadOnly) && file.size() <= longestMapFile)
-        text = QString::fromUtf8(file.readAll());
-    if (!loadMapText(text)) return document_.platform().beep();
-    document_.platform().userDefaults().setValue(setting::lastUsedHeadingMap, text);
+    QString failure;
+    const std::optional<QString> text = readMapFile(*path, failure);
+    if (!text) tellFailure(failure);
+    if (!text || !loadMapText(*text)) return document_.platform().beep();
+    document_.platform().userDefaults().setValue(setting::lastUsedHeadingMap, *text);
 }
 
 bool HeadingMapCommands::loadH1H2H3MapSavedInUserDefaults() {

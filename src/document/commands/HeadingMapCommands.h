@@ -18,7 +18,8 @@ public:
     void processSelectedTextForHLevel(int level);
     /// Writes the map to a file the user chooses. That it failed is logged only.
     void buttonClickedSaveH1H2H3Map();
-    /// Loads a map file the user chooses, and remembers its text. Beeps if it holds no map.
+    /// Loads a map file the user chooses, and remembers its text. Beeps if it holds no map, and tells in a
+    /// bar if it can't be read.
     void buttonClickedLoadH1H2H3Map();
     /// Loads the map that was remembered. @return whether there is one
     bool loadH1H2H3MapSavedInUserDefaults();
@@ -41,6 +42,7 @@ public:
 
 private:
     bool loadMapText(const QString &text);
+    void tellFailure(const QString &message) const;
     void mapChanged();
 
     MyDocument &document_;

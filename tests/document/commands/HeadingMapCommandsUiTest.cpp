@@ -4,11 +4,13 @@
 #include "document/window/HeadingMapModel.h"
 #include "support/CliFiles.h"
 #include "support/LogRecorder.h"
+#include "widgets/NoticeBars.h"
 
 #include <QHeaderView>
 #include <QLineEdit>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace leafwright {
 namespace {
@@ -229,6 +231,30 @@ TEST_F(HeadingMap, AFileTooLargeForAMapIsNone) {
     EXPECT_EQ(platform.beeps, 1);
     EXPECT_EQ(map(), "H1 24, H2 16");
     EXPECT_TRUE(platform.userDefaults().stringForKey(mapKey).isEmpty());
+}
+
+TEST_F(HeadingMap, AFileThatCantBeReadIsToldAndChangesNothing) {
+    const QString notUtf8 = writeMap("H1/10.0/\"Helvetica\"\nH2/12.0/\"caf\xE9\"\n");
+    const QString pipe = dir.path("pipe");
+    ASSERT_EQ(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    const QList<std::pair<QString, QString>> cases{
+        {notUtf8, notUtf8 + ":2: the text is not UTF-8"},
+        {pipe, pipe + ": the map can't be read: it is a pipe or a device, and not a file"},
+        {dir.path("."), dir.path(".") + ": the map can't be read: Is a directory"},
+        {dir.path("none"), dir.path("none") + ": the map can't be read: No such file or directory"}};
+    int beeps = 0;
+    for (const auto &[path, message] : cases) {
+        const test::LogRecorder log;
+        platform.filesToChoose = {path};
+        perform("buttonClickedLoadH1H2H3Map:");
+        EXPECT_EQ(platform.beeps, ++beeps) << qPrintable(message);
+        const NoticeBar *bar = document.myWindow()->notices()->bar("failedMap");
+        ASSERT_TRUE(bar) << qPrintable(message);
+        EXPECT_EQ(bar->text(), message);
+    }
+    EXPECT_EQ(map(), "H1 24, H2 16");
+    EXPECT_TRUE(platform.userDefaults().stringForKey(mapKey).isEmpty());
+    EXPECT_TRUE(platform.alerts.isEmpty());
 }
 
 TEST_F(HeadingMap, AFontMappedByItsStringKeepsItsLevel) {
