@@ -1,6 +1,7 @@
 #include "app/QtPlatform.h"
 
 #include "files/FileName.h"
+#include "files/TemporaryFolder.h"
 #include "system/FileManager.h"
 #include "widgets/FilePanelDialog.h"
 
@@ -9,7 +10,6 @@
 #include <QDateTime>
 #include <QDebug>
 #include <QDesktopServices>
-#include <QDir>
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QGridLayout>
@@ -140,15 +140,17 @@ void QtPlatform::openURL(const QUrl &url) {
 QString QtPlatform::temporaryDirectory() {
     // The system's folder is open to all, so what stands there under a name that can be guessed may be a
     // trap.
-    QString path = QStringLiteral("%1/leafwright-%2").arg(QDir::tempPath()).arg(getuid());
-    const QByteArray name = QFile::encodeName(path);
+    const QString folder = fileNameText(systemTemporaryFolder());
+    QString path = QStringLiteral("%1/leafwright-%2").arg(folder).arg(getuid());
+    const QByteArray name = fileNameBytes(path);
     mkdir(name.constData(), S_IRWXU);
     struct stat status {};
     const bool isOurs = lstat(name.constData(), &status) == 0 && S_ISDIR(status.st_mode) &&
                         status.st_uid == getuid() && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
     if (isOurs) return path;
     if (!ownTemporaryDirectory_) {
-        ownTemporaryDirectory_ = std::make_unique<QTemporaryDir>();
+        ownTemporaryDirectory_ =
+            std::make_unique<QTemporaryDir>(folder + QLatin1String("/leafwright-XXXXXX"));
         ownTemporaryDirectory_->setAutoRemove(false);
     }
     if (ownTemporaryDirectory_->isValid()) return ownTemporaryDirectory_->path();

@@ -1,4 +1,6 @@
 #include "app/QtPlatform.h"
+#include "support/CliFiles.h"
+#include "support/EnvironmentVariable.h"
 #include "support/MessageBus.h"
 #include "support/TempDir.h"
 #include "system/FileManager.h"
@@ -318,6 +320,21 @@ TEST_F(QtPlatformTest, FilesAndAddressesGoToTheDesktop) {
     platform.openFile("/tmp/a b#1.pdf");
     platform.openURL(QUrl("https://example.com/?q=1"));
     EXPECT_EQ(opened.urls, (QList{QUrl::fromLocalFile("/tmp/a b#1.pdf"), QUrl("https://example.com/?q=1")}));
+}
+
+TEST_F(QtPlatformTest, TheTemporaryDirectoryIsThereOrNull) {
+    const auto directoryIn = [this](const QString &place) {
+        const test::EnvironmentVariable temporary("TMPDIR", QFile::encodeName(place));
+        return QtPlatform(dir.path("settings.ini")).temporaryDirectory();
+    };
+    const QFileInfo made(directoryIn(dir.path(".")));
+    EXPECT_TRUE(made.isDir());
+    EXPECT_EQ(made.dir().canonicalPath(), QFileInfo(dir.path(".")).canonicalFilePath());
+    test::saveBytes(dir.path("file"), "somebody's");
+    for (const QString &place : {dir.path("missing"), dir.path("file"), QStringLiteral("/proc")})
+        EXPECT_TRUE(directoryIn(place).isNull()) << qPrintable(place);
+    EXPECT_FALSE(QFile::exists(dir.path("missing")));
+    EXPECT_EQ(test::bytesOf(dir.path("file")), "somebody's");
 }
 
 TEST_F(QtPlatformTest, TheClockIsTheSystems) {
