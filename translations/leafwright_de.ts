@@ -423,6 +423,10 @@
         <source>TREE is what &quot;outline&quot; prints, edited or not. An entry&apos;s page is told by its pageLabel; of pages with the same label it is the last. pageIndex counts only without a pageLabel, or with --keep-pages where it is a page with that label. An entry at [0, 0] is given the middle of its page&apos;s top edge. An empty TREE is refused: [] says that no outline is wanted.</source>
         <translation>TREE ist, was „outline“ ausgibt, bearbeitet oder nicht. Die Seite eines Eintrags nennt sein pageLabel; von Seiten mit gleicher Bezeichnung gilt die letzte. pageIndex zählt nur ohne pageLabel, oder mit --keep-pages, wenn es eine Seite mit dieser Bezeichnung ist. Ein Eintrag bei [0, 0] bekommt die Mitte des oberen Rands seiner Seite. Ein leeres TREE wird abgelehnt: [] sagt, dass keine Gliederung gewünscht ist.</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot;: &quot;%2&quot; is read as a printed page number, which no page is known to have; the entry leads to the first page</source>
+        <translation>„%1“: „%2“ wird als gedruckte Seitenzahl gelesen, die von keiner Seite bekannt ist; der Eintrag führt zur ersten Seite</translation>
+    </message>
 </context>
 <context>
     <name>AutoTOCCommand</name>
@@ -985,6 +989,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>the folder that this program was started in is gone, and with it what a relative path begins at; go to another folder, or give the whole path</source>
         <translation>der Ordner, in dem dieses Programm gestartet wurde, ist nicht mehr da, und mit ihm, wo ein relativer Pfad beginnt; wechseln Sie in einen anderen Ordner, oder geben Sie den ganzen Pfad an</translation>
     </message>
+    <message>
+        <source>it has more than %1 bytes</source>
+        <translation>sie hat mehr als %1 Bytes</translation>
+    </message>
 </context>
 <context>
     <name>FileReplacement</name>
@@ -1019,6 +1027,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>another program has put another file there meanwhile</source>
         <translation>ein anderes Programm hat inzwischen eine andere Datei dorthin gelegt</translation>
+    </message>
+    <message>
+        <source>no temporary file can be made in %1: %2</source>
+        <translation>in %1 lässt sich keine temporäre Datei anlegen: %2</translation>
     </message>
 </context>
 <context>
@@ -1064,6 +1076,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>Load Heading Map</source>
         <translation>Überschriftentabelle laden</translation>
+    </message>
+    <message>
+        <source>%1: the map can&apos;t be read: %2</source>
+        <translation>%1: Die Tabelle ist nicht lesbar: %2</translation>
+    </message>
+    <message>
+        <source>%1:%2: the text is not UTF-8</source>
+        <translation>%1:%2: Der Text ist nicht UTF-8</translation>
     </message>
 </context>
 <context>
@@ -1172,6 +1192,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>it takes more memory than a file may have</source>
         <translation>sie braucht mehr Speicher, als einer Datei zusteht</translation>
     </message>
+    <message>
+        <source>there is not enough memory for it</source>
+        <translation>für sie ist nicht genug Speicher da</translation>
+    </message>
 </context>
 <context>
     <name>MuPDFEngine</name>
@@ -1244,6 +1268,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1: %2 entries lead elsewhere now, to the last page with their label: %3; --keep-pages keeps their pages</source>
         <translation>%1: %2 Einträge führen jetzt woandershin, zur letzten Seite mit ihrer Bezeichnung: %3; --keep-pages behält ihre Seiten bei</translation>
+    </message>
+    <message>
+        <source>%1: %2 entries lead elsewhere now, for a page label that begins with &quot;p&quot; is read as a printed page number: %3; --keep-pages keeps their pages</source>
+        <translation>%1: %2 Einträge führen jetzt woandershin, denn eine Seitenbezeichnung, die mit „p“ beginnt, wird als gedruckte Seitenzahl gelesen: %3; --keep-pages behält ihre Seiten bei</translation>
     </message>
 </context>
 <context>
@@ -1681,10 +1709,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>no sheet opened to take the fields</source>
         <translation>es ging kein Fenster auf, das die Felder annimmt</translation>
-    </message>
-    <message>
-        <source>it can&apos;t be shown</source>
-        <translation>sie lässt sich nicht anzeigen</translation>
     </message>
 </context>
 <context>
@@ -2420,6 +2444,10 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>%1 entries that did something else than show a page lead nowhere now, because the new file does not have them.</source>
         <translation>%1 Einträge, die etwas anderes taten, als eine Seite zu zeigen, führen jetzt nirgendwohin, weil die neue Datei sie nicht hat.</translation>
+    </message>
+    <message>
+        <source>Page labels that begin with “p” are read as printed page numbers, and saving leads these entries to the pages with those: %1.</source>
+        <translation>Seitenbezeichnungen, die mit „p“ beginnen, werden als gedruckte Seitenzahlen gelesen, und das Speichern führt diese Einträge zu den Seiten mit diesen Zahlen: %1.</translation>
     </message>
 </context>
 <context>

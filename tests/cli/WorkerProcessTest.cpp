@@ -1,4 +1,5 @@
 #include "cli/Command.h"
+#include "cli/OutlineOutput.h"
 #include "cli/WorkerProcess.h"
 #include "support/CliFiles.h"
 #include "support/CliRun.h"
@@ -116,6 +117,10 @@ TEST(Timeout, FileOfABatchThatTakesTooLongDoesNotStopTheOthers) {
                                   ": given up after 10 s\nleafwright-cli: 1 of 2 files failed\n");
         EXPECT_EQ(QDir(out).entryList(QDir::Files | QDir::Hidden), QStringList("quick.pdf"));
     }
+}
+
+TEST(Timeout, FileOfABatchHasAMinuteUnlessSaidOtherwise) {
+    EXPECT_EQ(cli::OutlineOutput::Job().limit, 60s);
 }
 
 TEST(Timeout, SingleFileThatTakesTooLongIsAFailure) {

@@ -7,15 +7,35 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/file.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/un.h>
 #include <sys/xattr.h>
 #include <thread>
 #include <unistd.h>
+
+namespace {
+
+/// Whether no file takes the extended attribute "user.lost".
+bool attributeIsRefused = false;
+
+}  // namespace
+
+/// Takes the place of the system's.
+extern "C" int fsetxattr(int descriptor, const char *name, const void *value, size_t size,
+                         int flags) noexcept {
+    if (attributeIsRefused && std::strcmp(name, "user.lost") == 0) {
+        errno = ENOTSUP;
+        return -1;
+    }
+    return static_cast<int>(::syscall(SYS_fsetxattr, descriptor, name, value, size, flags));
+}
 
 namespace leafwright {
 namespace {
@@ -277,6 +297,21 @@ TEST_F(Replacing, ExtendedAttributesAreKept) {
     EXPECT_EQ(::getxattr(name(path).constData(), "user.note", value, sizeof value), 4);
     EXPECT_STREQ(value, "mine");
     EXPECT_THAT(notices, IsEmpty());
+}
+
+TEST_F(Replacing, AnExtendedAttributeThatIsLostIsTold) {
+    saveBytes(path, "old");
+    for (const char *attribute : {"user.lost", "user.note"})
+        if (::setxattr(name(path).constData(), attribute, "mine", 4, 0) != 0)
+            GTEST_SKIP() << "no extended attributes here";
+    attributeIsRefused = true;
+    EXPECT_EQ(replace(path), Outcome::Written) << reason;
+    attributeIsRefused = false;
+    EXPECT_EQ(notices, QStringList{path + ": its extended attribute \"user.lost\" could not be kept"});
+    EXPECT_EQ(bytesOf(path), "new");
+    char value[8] = {};
+    EXPECT_EQ(::getxattr(name(path).constData(), "user.lost", value, sizeof value), -1);
+    EXPECT_EQ(::getxattr(name(path).constData(), "user.note", value, sizeof value), 4);
 }
 
 /// An access list (acl(5)) that lets one more user read, as the system stores it.

@@ -4,12 +4,35 @@
 #include "support/Paths.h"
 #include "support/Unprivileged.h"
 #include "support/WindowFixture.h"
+#include "widgets/NoticeBars.h"
 
 #include <QDir>
 #include <QFileInfo>
+#include <QPushButton>
 #include <QRegularExpression>
 
+#include <cerrno>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+/// Whether the disk confirms no folder that it has what is in it.
+bool foldersFailToSync = false;
+
+}  // namespace
+
+/// Takes the place of the system's.
+extern "C" int fsync(int descriptor) {
+    struct stat status = {};
+    if (foldersFailToSync && ::fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode)) {
+        errno = EIO;
+        return -1;
+    }
+    return static_cast<int>(::syscall(SYS_fsync, descriptor));
+}
 
 namespace leafwright {
 namespace {
@@ -75,6 +98,28 @@ TEST_F(SafeSaving, AFullDiskLeavesTheOldFile) {
         editAndSave("New");
     }
     expectOldFileAndEditedDocument();
+}
+
+TEST_F(SafeSaving, WhatTheDiskDoesNotConfirmIsTold) {
+    foldersFailToSync = true;
+    editAndSave("New");
+    foldersFailToSync = false;
+    EXPECT_EQ(outlineOf(path()), "+ [1] New (72,700)\n");
+    EXPECT_TRUE(document.isDocumentEdited()) << "it is still to be saved, for certain";
+    ASSERT_TRUE(document.writeError());
+    EXPECT_EQ(document.writeError()->kind, PDFError::Kind::NotDurable);
+    const NoticeBar *bar = document.myWindow()->notices()->bar("failedWrite");
+    ASSERT_TRUE(bar);
+    EXPECT_EQ(bar->text(), path() + " was written, but may not outlive a power failure: Input/output error");
+
+    auto *saveAs = bar->findChild<QPushButton *>();
+    ASSERT_TRUE(saveAs);
+    EXPECT_EQ(saveAs->text(), "Save As…");
+    platform.filesToChoose = {dir.path("elsewhere.pdf")};
+    saveAs->click();
+    EXPECT_EQ(outlineOf(dir.path("elsewhere.pdf")), "+ [1] New (72,700)\n");
+    EXPECT_FALSE(document.isDocumentEdited());
+    EXPECT_EQ(document.myWindow()->notices()->bar("failedWrite"), nullptr);
 }
 
 TEST_F(SafeSaving, AReadOnlyFolderLeavesTheOldFile) {

@@ -1,3 +1,4 @@
+#include "files/FileName.h"
 #include "support/OpenPdf.h"
 #include "support/WindowFixture.h"
 #include "widgets/NoticeBars.h"
@@ -228,6 +229,21 @@ TEST_F(Window, DroppedFilesAreToldOf) {
     QCoreApplication::sendEvent(&window(), &event);
     ASSERT_EQ(dropped.size(), 1);
     EXPECT_EQ(dropped[0][0].toStringList(), (QStringList{"/one.pdf", "/3.pdf"}));
+}
+
+TEST_F(Window, DroppedFilesKeepTheBytesOfTheirNames) {
+    QSignalSpy dropped(&window(), &DocumentWindow::filesDropped);
+    QMimeData data;
+    // As a file manager drops it.
+    data.setData("text/uri-list", "file:///caf%E9.pdf\r\n");
+    QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&window(), &enter);
+    QDropEvent event({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, {});
+    QCoreApplication::sendEvent(&window(), &event);
+    ASSERT_EQ(dropped.size(), 1);
+    const QStringList paths = dropped[0][0].toStringList();
+    ASSERT_EQ(paths.size(), 1);
+    EXPECT_EQ(fileNameBytes(paths[0]), "/caf\xE9.pdf");
 }
 
 TEST_F(Window, TheNextWindowIsAsLargeAsTheLast) {
