@@ -7,6 +7,7 @@
 
 #include <iterator>
 #include <stdexcept>
+#include <utility>
 
 namespace leafwright {
 
@@ -30,8 +31,8 @@ qint32 leadingInteger(QStringView text) {
 
 MyOutlineItem::MyOutlineItem() : pageTitle_(QStringLiteral("Untitled")), pageLabel_(QStringLiteral("1")) {}
 
-MyOutlineItem::MyOutlineItem(const QString &title, const PageTarget &target)
-    : pageTitle_(title),
+MyOutlineItem::MyOutlineItem(QString title, const PageTarget &target)
+    : pageTitle_(std::move(title)),
       pageLabel_(target.label),
       pointOnPage_(target.point.value_or(QPointF())),
       importedPage_(target.importedPage.value_or(noPage)) {}

@@ -37,7 +37,7 @@ public:
     /// Title "Untitled", page label "1", no particular spot, no children.
     MyOutlineItem();
     /// @param target with an absent label for no page
-    MyOutlineItem(const QString &title, const PageTarget &target);
+    MyOutlineItem(QString title, const PageTarget &target);
     ~MyOutlineItem();
     MyOutlineItem(const MyOutlineItem &) = delete;
     MyOutlineItem &operator=(const MyOutlineItem &) = delete;

@@ -21,6 +21,9 @@ struct OutlineEntry {
         /// The address of a URI, the file of a GoToR; absent for others.
         std::optional<QString> target = {};
 
+        /// Whether it can be written without the entry of the file that it comes from.
+        bool isKnownInFull() const { return target && (type == u"URI" || type == u"GoToR"); }
+
         friend bool operator==(const Action &, const Action &) = default;
     };
 

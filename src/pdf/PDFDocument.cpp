@@ -18,8 +18,7 @@ Result<std::unique_ptr<PDFDocument>> PDFDocument::open(const QString &path,
                                                        std::shared_ptr<const FileSnapshot> *asItWas) {
     auto engine = openWithMuPDF(path, asItWas);
     if (auto *error = std::get_if<PDFError>(&engine)) return std::move(*error);
-    return std::unique_ptr<PDFDocument>(
-        new PDFDocument(std::get<std::unique_ptr<PDFEngine>>(std::move(engine))));
+    return std::make_unique<PDFDocument>(std::get<std::unique_ptr<PDFEngine>>(std::move(engine)));
 }
 
 PDFDocument::PDFDocument(std::unique_ptr<PDFEngine> engine) : engine_(std::move(engine)) {

@@ -175,7 +175,7 @@ QString ScriptFiles::stage(const QString &wanted, Content content) {
     // A folder each: the documents go by their files' names.
     const QString folder = folder_.filePath(QString::number(staged_.size()));
     makeOwnFolder(folder);
-    const QString place = QDir(folder).filePath(QFileInfo(wanted).fileName());
+    QString place = QDir(folder).filePath(QFileInfo(wanted).fileName());
     staged_.push_back({wanted, place, content});
     return place;
 }

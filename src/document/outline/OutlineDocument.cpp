@@ -70,7 +70,7 @@ void OutlineDocument::takePages(Reopened file) {
 }
 
 LostTargets OutlineDocument::keepOutlineFor(Reopened file) {
-    const LostTargets lost = relinkOutline(edits_, *pdfDoc_, *file.pdf, file.pdf->outlineRoot());
+    LostTargets lost = relinkOutline(edits_, *pdfDoc_, *file.pdf, file.pdf->outlineRoot());
     // What is away stands for entries and pages of the file before.
     edits_.forgetHistory();
     takePages(std::move(file));

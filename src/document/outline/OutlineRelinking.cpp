@@ -39,11 +39,6 @@ QHash<EntryKey, QList<int>> entriesByKey(const PDFOutline &outline) {
     return result;
 }
 
-/// Whether an action can be written from what is known of it, without the entry that it comes from.
-bool isKnownInFull(const std::optional<OutlineEntry::Action> &action) {
-    return !action || (action->target && (action->type == u"URI" || action->type == u"GoToR"));
-}
-
 class Relinking {
 public:
     Relinking(OutlineEdits &edits, const TextPages &before, const TextPages &now,
@@ -81,7 +76,7 @@ private:
         const bool isFound = entries != entries_.end() && !entries->isEmpty();
         entry.number = isFound ? std::optional(entries->takeLast()) : std::nullopt;
         edits_.setEntry(item, entry);
-        if (!isFound && !isKnownInFull(entry.action)) ++lost_.actions;
+        if (!isFound && entry.action && !entry.action->isKnownInFull()) ++lost_.actions;
     }
 
     OutlineEdits &edits_;

@@ -37,6 +37,7 @@ bool ObjectPeek::open(int streamNumber) {
 
 Object ObjectPeek::parse(QByteArrayView text) {
     fz_context *ctx = reader_.context();
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): MuPDF's bytes have no sign
     const auto *data = reinterpret_cast<const unsigned char *>(text.data());
     pdf_lexbuf lexbuf;
     pdf_lexbuf_init(ctx, &lexbuf, PDF_LEXBUF_SMALL);

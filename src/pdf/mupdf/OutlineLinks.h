@@ -18,9 +18,9 @@ struct LinkedEntry {
         friend bool operator==(const Links &, const Links &) = default;
     };
 
-    const PDFOutline *entry;
-    qsizetype parentIndex;  ///< In the list; -1 for the root.
-    int number = 0;         ///< Its own.
+    const PDFOutline *entry = nullptr;
+    qsizetype parentIndex = -1;  ///< In the list; -1 for the root.
+    int number = 0;              ///< Its own.
     Links links;
     qsizetype visible = 0;  ///< How many entries below it are seen when it is open.
 

@@ -21,14 +21,22 @@ QByteArray colorSyntax(const OutlineEntry::Color &color) {
     return '[' + numberSyntax(color[0]) + ' ' + numberSyntax(color[1]) + ' ' + numberSyntax(color[2]) + ']';
 }
 
-/// The action, where it is of a kind that can be made anew; else nothing.
+/// The action, where it is known in full; else nothing.
 QByteArray actionSyntax(const std::optional<OutlineEntry::Action> &action) {
-    if (!action || !action->target) return {};
-    if (action->type == QLatin1String("URI"))
-        return "<</S /URI /URI " + stringSyntax(action->target->toUtf8()) + ">>";
-    if (action->type == QLatin1String("GoToR"))
-        return "<</S /GoToR /F " + stringSyntax(encodeTextString(*action->target)) + " /D [0 /Fit]>>";
-    return {};
+    if (!action || !action->isKnownInFull()) return {};
+    if (action->type == u"URI") return "<</S /URI /URI " + stringSyntax(action->target->toUtf8()) + ">>";
+    return "<</S /GoToR /F " + stringSyntax(encodeTextString(*action->target)) + " /D [0 /Fit]>>";
+}
+
+void setStyle(DictionarySyntax &dictionary, const OutlineEntry &entry, const OutlineEntry &original) {
+    if (entry.bold != original.bold || entry.italic != original.italic) {
+        const int others = dictionary.value("F").toInt() & ~(italicFlag | boldFlag);
+        const int flags = others | (entry.italic ? italicFlag : 0) | (entry.bold ? boldFlag : 0);
+        dictionary.set("F", QByteArray::number(flags));
+    }
+    if (entry.color == original.color) return;
+    dictionary.remove("C");
+    if (entry.color) dictionary.set("C", colorSyntax(*entry.color));
 }
 
 }  // namespace
@@ -115,7 +123,7 @@ bool OutlineWriter::mayKeep(int number) const {
 Object OutlineWriter::objectOf(int number) const {
     fz_context *ctx = reader_.context();
     pdf_obj *raw = guarded(ctx, [&] { return pdf_new_indirect(ctx, reader_.document(), number, 0); });
-    const Object object(ctx, raw);
+    Object object(ctx, raw);
     pdf_drop_obj(ctx, raw);
     return object;
 }
@@ -173,18 +181,6 @@ QByteArray OutlineWriter::spelled(const PDFDestination &destination) {
         number != 0 ? source_.reference(number) : QByteArray::number(destination.pageIndex);
     return '[' + page + " /XYZ " + numberSyntax(destination.point.x()) + ' ' +
            numberSyntax(destination.point.y()) + " null]";
-}
-
-void OutlineWriter::setStyle(DictionarySyntax &dictionary, const OutlineEntry &entry,
-                             const OutlineEntry &original) {
-    if (entry.bold != original.bold || entry.italic != original.italic) {
-        const int others = dictionary.value("F").toInt() & ~(italicFlag | boldFlag);
-        const int flags = others | (entry.italic ? italicFlag : 0) | (entry.bold ? boldFlag : 0);
-        dictionary.set("F", QByteArray::number(flags));
-    }
-    if (entry.color == original.color) return;
-    dictionary.remove("C");
-    if (entry.color) dictionary.set("C", colorSyntax(*entry.color));
 }
 
 void OutlineWriter::setLinks(DictionarySyntax &dictionary, const LinkedEntry &entry,

@@ -47,7 +47,6 @@ private:
     bool isAsInFile(const LinkedEntry &entry, const LinkedEntry &original) const;
     DictionarySyntax spelled(const LinkedEntry &entry, int source);
     void setTarget(DictionarySyntax &dictionary, const PDFOutline &entry);
-    void setStyle(DictionarySyntax &dictionary, const OutlineEntry &entry, const OutlineEntry &original);
     void setLinks(DictionarySyntax &dictionary, const LinkedEntry &entry, const LinkedEntry *original);
     QByteArray spelled(const PDFDestination &destination);
     void put(int number, const DictionarySyntax &dictionary);

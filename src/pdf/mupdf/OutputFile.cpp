@@ -97,7 +97,7 @@ void OutputFile::copyFrom(const FileHandle &file, qint64 size) {
 }
 
 /// Lets both files share their bytes. @return false where the file system can't
-bool OutputFile::clone(const FileHandle &file) {
+bool OutputFile::clone(const FileHandle &file) const {
     return ::ioctl(descriptor_, FICLONE, file.descriptor()) == 0;
 }
 

@@ -30,7 +30,7 @@ public:
     void restart();
 
 private:
-    bool clone(const FileHandle &file);
+    bool clone(const FileHandle &file) const;
     void copyData(const FileHandle &file, qint64 begin, qint64 end);
     qint64 copyPiece(const FileHandle &file, qint64 offset, qint64 size);
 

@@ -52,6 +52,7 @@ int64_t positionInSink(fz_context * /*ctx*/, void *state) {
 void install(Reader &reader, const NewObject &object) {
     fz_context *ctx = reader.context();
     pdf_document *doc = reader.document();
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): MuPDF's bytes have no sign
     const auto *bytes = reinterpret_cast<const unsigned char *>(object.syntax.constData());
     const auto size = static_cast<size_t>(object.syntax.size());
     fz_stream *stream = guarded(ctx, [&] { return fz_open_memory(ctx, bytes, size); });

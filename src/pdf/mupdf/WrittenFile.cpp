@@ -47,9 +47,7 @@ bool isWhatElse(const OutlineEntry &read, const PDFOutline &outline) {
     const OutlineEntry &wanted = outline.entry();
     // Without children there is nothing to be open, and only some actions can be made anew.
     const bool opens = outline.numberOfChildren() > 0;
-    const bool acts =
-        !outline.destination() && wanted.action && wanted.action->target &&
-        (wanted.action->type == QLatin1String("URI") || wanted.action->type == QLatin1String("GoToR"));
+    const bool acts = !outline.destination() && wanted.action && wanted.action->isKnownInFull();
     return read.bold == wanted.bold && read.italic == wanted.italic && isColor(read.color, wanted.color) &&
            (!opens || read.open == wanted.open) && (!acts || read.action == wanted.action);
 }
