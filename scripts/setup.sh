@@ -8,7 +8,7 @@ build_packages=(
   fonts-dejavu-core
 )
 test_packages=(
-  libgtest-dev libgmock-dev libqpdf-dev qpdf poppler-utils man-db
+  libgtest-dev libgmock-dev libqpdf-dev qpdf poppler-utils openssl man-db
   dbus-daemon desktop-file-utils appstream xvfb xdotool qt6-l10n-tools
 )
 lint_packages=(clang clang-format clang-tidy)
