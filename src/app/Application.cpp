@@ -81,7 +81,7 @@ void setUp() {
 
 int applicationMain(int argc, char **argv) {
     reserveStandardStreams();
-    letTooLargeFilesFail();
+    letHopelessWritesFail();
     QApplication application(argc, argv);
     installTranslators(application, QLocale(), translationsFolder());
     setUp();

@@ -37,7 +37,7 @@ int main(int argc, char *argv[]) {
     namespace cli = leafwright::cli;
     leafwright::reserveStandardStreams();
     cli::beginAsWorker();
-    leafwright::letTooLargeFilesFail();
+    leafwright::letHopelessWritesFail();
     // Commands say themselves what failed. QT_LOGGING_RULES still turns the log on.
     QLoggingCategory::setFilterRules(QStringLiteral("leafwright.*.warning=false\ndefault.warning=false"));
     const auto application = makeApplication(argc, argv);

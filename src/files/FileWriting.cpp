@@ -21,8 +21,9 @@ bool hasSynced(int result) {
     return result == 0 || errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
 }
 
-void letTooLargeFilesFail() {
+void letHopelessWritesFail() {
     std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGPIPE, SIG_IGN);
 }
 
 }  // namespace leafwright

@@ -12,8 +12,9 @@ int writeWhole(int descriptor, const char *data, qint64 size);
 /// @param result of fsync(2) or the like, made just before
 bool hasSynced(int result);
 
-/// Has writes fail that would make a file larger than this process may (`ulimit -f`), so that the user is
-/// told. As processes start, the system ends them there without a word. For main().
-void letTooLargeFilesFail();
+/// Has writes fail that would make a file larger than this process may (`ulimit -f`), or that nobody will
+/// read (a pipe whose reader has gone), so that the user is told and nothing is left behind. As processes
+/// start, the system ends them there without a word. For main().
+void letHopelessWritesFail();
 
 }  // namespace leafwright

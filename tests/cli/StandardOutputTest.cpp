@@ -91,6 +91,25 @@ TEST_F(StandardOutput, ThatTakesNoReportKeepsThePdfFromBeingWritten) {
     }
 }
 
+TEST_F(StandardOutput, ThatNobodyReadsToItsEndIsAFailureAndLeavesNothing) {
+    PdfBuilder large;
+    large.addNumberedPages(1);
+    addOutline(large, {{"(Old)", "[" + large.pageReference(0) + " /Fit]"}});
+    large.addNoise(500'000);  // more than a pipe holds
+    large.save(pdf);
+    before = bytesOf(pdf);
+    const QStringList names = QDir(dir.path({})).entryList(QDir::AllEntries | QDir::Hidden);
+    for (const char *command : {"apply a.pdf tree", "run steps.json a.pdf"}) {
+        const ProgramResult result = shell(
+            QStringLiteral("{ $P %1 -o /dev/stdout; echo \"exit status $?\" >&2; } | head -c 10 >/dev/null")
+                .arg(command));
+        EXPECT_THAT(result.err.toStdString(), HasSubstr("/dev/stdout could not be written: Broken pipe"));
+        EXPECT_THAT(result.err.toStdString(), EndsWith("exit status 1\n"));
+        EXPECT_TRUE(bytesOf(pdf) == before);
+        EXPECT_EQ(QDir(dir.path({})).entryList(QDir::AllEntries | QDir::Hidden), names);
+    }
+}
+
 using WorkingFolder = FromAShell;
 
 TEST_F(WorkingFolder, ThatIsGoneMakesRelativePathsAnError) {

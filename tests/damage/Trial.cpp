@@ -54,7 +54,7 @@ Trial tryCommand(const QStringList &arguments, const QString &messages) {
         sendTo(STDOUT_FILENO, "/dev/null");
         sendTo(STDERR_FILENO, QFile::encodeName(messages).constData());
         limitProcessorTime();
-        letTooLargeFilesFail();
+        letHopelessWritesFail();
         runAndExit(arguments);
     }
     int status = 0;
