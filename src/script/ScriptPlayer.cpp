@@ -2,6 +2,7 @@
 
 #include "app/Updater.h"
 #include "document/MyDocument.h"
+#include "document/commands/HeadingMapCommands.h"
 #include "files/FileReading.h"
 #include "script/ModalGuard.h"
 #include "script/ScriptFiles.h"
@@ -94,7 +95,10 @@ void ScriptPlayer::playStep(const Step &step) {
 
 /// What was to be saved, and was not, would be missing from what the run puts in place.
 void ScriptPlayer::throwForFailedWrite() const {
-    const std::optional<PDFError> error = document() ? document()->writeError() : std::nullopt;
+    if (!document()) return;
+    if (const auto problem = document()->headingMapCommands().saveProblem())
+        throw StepFailure(files_.toldIn(*problem));
+    const std::optional<PDFError> error = document()->writeError();
     // What stands in the run's own folder is only on its way, and need not outlive anything.
     if (!error || error->kind == PDFError::Kind::NotDurable) return;
     throw StepFailure(files_.toldIn(error->message));

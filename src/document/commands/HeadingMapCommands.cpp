@@ -107,13 +107,15 @@ void HeadingMapCommands::tellFailure(const QString &message) const {
 void HeadingMapCommands::buttonClickedSaveH1H2H3Map() {
     document_.finishHeadingMap();
     const QByteArray text = stringToSaveListH1H2H3(mapWithFonts()).toUtf8();
+    saveProblem_.reset();
     const auto path = document_.runSavePanel(mapPanel(translated("Save Heading Map")));
     if (!path) return;
     FileReplacement file(*path);
-    const bool written =
-        file.start() && file.write(text) == text.size() && file.commit() == FileReplacement::Outcome::Written;
+    const bool isReady = file.start() && file.write(text) == text.size();
+    const auto outcome = isReady ? file.commit() : FileReplacement::Outcome::NotWritten;
+    if (outcome == FileReplacement::Outcome::NotWritten) saveProblem_ = file.message();
     QStringList messages = file.notices();
-    if (!written) messages.prepend(file.message());
+    if (outcome != FileReplacement::Outcome::Written) messages.prepend(file.message());
     if (!messages.isEmpty()) tellFailure(messages.join(u'\n'));
 }
 

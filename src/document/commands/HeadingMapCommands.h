@@ -2,6 +2,8 @@
 
 #include "autotoc/HeadingLevelMap.h"
 
+#include <optional>
+
 namespace leafwright {
 
 class MyDocument;
@@ -16,8 +18,10 @@ public:
     /// Maps the font that most of the selected text is set in to a level, unless it is mapped already.
     /// @param level 1 is the top level
     void processSelectedTextForHLevel(int level);
-    /// Writes the map to a file the user chooses. That it failed is logged only.
+    /// Writes the map to a file the user chooses. No alert tells that it failed; a bar and the log do.
     void buttonClickedSaveH1H2H3Map();
+    /// Why the map was not written when it was last to be; absent where it was, and where that was cancelled.
+    const std::optional<QString> &saveProblem() const { return saveProblem_; }
     /// Loads a map file the user chooses, and remembers its text. Beeps if it holds no map, and tells in a
     /// bar if it can't be read.
     void buttonClickedLoadH1H2H3Map();
@@ -46,6 +50,7 @@ private:
     void mapChanged();
 
     MyDocument &document_;
+    std::optional<QString> saveProblem_;
 };
 
 }  // namespace leafwright
