@@ -24,6 +24,7 @@ QString openFailure(const QString &path, const PDFError &error) {
             return translated("%1: there is no such file").arg(path);
         case PDFError::Kind::FileUnreadable:
         case PDFError::Kind::OutOfMemory:
+        case PDFError::Kind::TakesTooLong:
             return translated("%1: the file can't be read: %2").arg(path, error.message);
         case PDFError::Kind::Locked:
             return lockedMessage(path);

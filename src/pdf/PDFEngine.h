@@ -41,12 +41,12 @@ public:
     virtual ~PDFEngine() = default;
 
     virtual const PDFFacts &facts() const = 0;
-    /// Why something of the file could not be read that is there: the system would not read it, or memory ran
-    /// out. Absent while all could be read that was asked for. What could not be read is left out where it is
-    /// asked for, so whoever needs all asks this afterwards.
+    /// Why something of the file could not be read that is there: the system would not read it, or memory or
+    /// the time for a page ran out. Absent while all could be read that was asked for. What could not be read
+    /// is left out where it is asked for, so whoever needs all asks this afterwards.
     virtual std::optional<PDFError> readProblem() const = 0;
-    /// Whether all could be read that is written again. Memory that ran out for the text of pages does not
-    /// matter there.
+    /// Whether all could be read that is written again. Memory or time that ran out for the text of pages
+    /// does not matter there.
     virtual bool canBeWritten() const = 0;
     /// The text of a page; an empty one where the page can't be read. @param index 0-based, within range.
     virtual std::shared_ptr<const PageText> pageText(int index) const = 0;
@@ -72,7 +72,7 @@ public:
     /// Writes the file with the outline in place of its own: the original bytes and one appended section,
     /// or, for a repaired file, the whole file new. `progress` gets the index of each page written.
     /// Refuses when pages, outline or anything else of the file could not be read; text that took too much
-    /// memory does not matter.
+    /// memory or time does not matter.
     /// The new file is read back before this returns; that it is not what it was to be, is a failure too.
     /// @param descriptor of an empty regular file, open for reading and writing; it stays the caller's
     /// @return the reason when it fails; what has been written is then of no use

@@ -12,6 +12,7 @@ struct PDFError {
         FileMissing,     ///< No file at that path.
         FileUnreadable,  ///< The file is there, but the system does not let us read it.
         OutOfMemory,     ///< Reading it takes more memory than there is, or than one file may take.
+        TakesTooLong,    ///< Reading a page of it takes more time than a page may take.
         NotAPDF,         ///< What is in the file can't be read as a PDF, even after repair.
         Locked,          ///< A password is needed.
         FileChanged,     ///< Another program has changed it since it was read; nothing has been written.

@@ -148,6 +148,7 @@ std::optional<PDFError> Context::problem() const {
     if (readFailure_ != 0) return readFailureError(readFailure_);
     if (outOfMemory_) return outOfMemoryError();
     if (heap_.isExhausted()) return heap_.error();
+    if (slowPage_ != 0) return slowPageError(slowPage_);
     return std::nullopt;
 }
 
@@ -170,6 +171,11 @@ PDFError outOfMemoryError() {
 
 PDFError tooMuchMemoryError() {
     return {PDFError::Kind::OutOfMemory, translated("it takes more memory than a file may have")};
+}
+
+PDFError slowPageError(int number) {
+    return {PDFError::Kind::TakesTooLong,
+            translated("the text of its page %1 takes longer to read than a page may take").arg(number)};
 }
 
 }  // namespace leafwright::mupdf

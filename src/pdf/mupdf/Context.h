@@ -101,6 +101,8 @@ public:
     void noteReadFailure(int reason) { readFailure_ = reason; }
     /// The same of memory of our own that ran out.
     void noteOutOfMemory() { outOfMemory_ = true; }
+    /// The same of a page that was given up. @param number of the page, 1-based
+    void noteSlowPage(int number) { slowPage_ = number; }
     /// Why something could not be read in this context that is there; MuPDF may have passed over it. A
     /// context that has met such a problem may hold what is not in the file, and is not to be used much
     /// longer.
@@ -143,6 +145,7 @@ private:
     Heap heap_;
     int readFailure_ = 0;
     bool outOfMemory_ = false;
+    int slowPage_ = 0;  ///< Its number; 0 for none.
     fz_context *ctx_;
 };
 
@@ -155,5 +158,7 @@ PDFError readFailureError(int reason);
 PDFError outOfMemoryError();
 /// The error of a file that takes more memory than one may.
 PDFError tooMuchMemoryError();
+/// The error of a page whose text takes too long. @param number of the page, 1-based
+PDFError slowPageError(int number);
 
 }  // namespace leafwright::mupdf

@@ -56,7 +56,7 @@ DocumentMarks readMarks(Reader &reader) {
 std::vector<QString> readMarkedText(Reader &reader, int pageIndex, std::vector<int> identifiers) {
     std::vector<QString> texts(identifiers.size());
     if (identifiers.size() > mostMarks) identifiers.resize(mostMarks);
-    const StructuredText source(reader, reader.page(pageIndex), {.colours = false, .marks = identifiers});
+    const StructuredText source(reader, pageIndex, {.colours = false, .marks = identifiers});
     for (const fz_stext_block *block = source.page()->first_block; block; block = block->next) {
         if (block->type != FZ_STEXT_BLOCK_TEXT) continue;
         for (const fz_stext_line *line = block->u.t.first_line; line; line = line->next) {

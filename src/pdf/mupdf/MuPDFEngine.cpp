@@ -155,7 +155,8 @@ private:
         return reader;
     }
 
-    /// What it means that memory ran out. That the file can't be read always means that nothing is written.
+    /// What it means that memory or time ran out. That the file can't be read always means that nothing is
+    /// written.
     enum class Shortage {
         EndsWriting,  ///< What was asked for is part of what is written.
         EndsReading,  ///< It is not, but whoever asked has to know that it is not all.
@@ -164,7 +165,8 @@ private:
 
     /// Remembers the first problem of those that matter. @return the problem
     PDFError noted(PDFError problem, Shortage shortage) const {
-        const bool isShortage = problem.kind == PDFError::Kind::OutOfMemory;
+        const bool isShortage =
+            problem.kind == PDFError::Kind::OutOfMemory || problem.kind == PDFError::Kind::TakesTooLong;
         if (isShortage && shortage == Shortage::IsPassedOver) return problem;
         const std::lock_guard lock(problemMutex_);
         if (!problem_) problem_ = problem;

@@ -201,9 +201,8 @@ private:
 }  // namespace
 
 std::vector<TextSpan> readSpans(Reader &reader, int pageIndex) {
-    const Object page = reader.page(pageIndex);
-    const StructuredText source(reader, page, {.colours = true});
-    return SpanBuilder(reader.context(), source, geometryOf(page)).take();
+    const StructuredText source(reader, pageIndex, {.colours = true});
+    return SpanBuilder(reader.context(), source, geometryOf(reader.page(pageIndex))).take();
 }
 
 }  // namespace leafwright::mupdf

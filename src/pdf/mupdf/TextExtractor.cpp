@@ -115,7 +115,7 @@ std::shared_ptr<const FontFace> FaceTable::face(const QByteArray &baseFont, Font
 }
 
 PageText extractText(Reader &reader, FaceTable &faces, int pageIndex, std::vector<Rect> *boxes) {
-    const StructuredText source(reader, reader.page(pageIndex));
+    const StructuredText source(reader, pageIndex);
     return TextBuilder(reader.context(), source, faces, boxes).take();
 }
 

@@ -12,9 +12,6 @@ namespace {
 
 Q_LOGGING_CATEGORY(log, "leafwright.pagetext", QtWarningMsg)
 
-/// Pages take milliseconds. One that takes this long is made to keep us busy; what it showed by then is kept.
-constexpr std::chrono::seconds longestRun(5);
-
 /// A font as the content selects it: plain data, since it is recorded amid MuPDF's calls.
 struct RecordedFont {
     fz_font *font;        // kept
@@ -266,8 +263,9 @@ void keepOnlyText(pdf_processor *p) {
 
 }  // namespace
 
-StructuredText::StructuredText(Reader &reader, const Object &page, const TextRunOptions &options)
+StructuredText::StructuredText(Reader &reader, int pageIndex, const TextRunOptions &options)
     : ctx_(reader.context()) {
+    const Object page = reader.page(pageIndex);
     fz_matrix toDevice = fz_identity;
     page_ = guarded(ctx_, [&] {
         fz_rect visible = fz_empty_rect;
@@ -275,10 +273,10 @@ StructuredText::StructuredText(Reader &reader, const Object &page, const TextRun
         return fz_new_stext_page(ctx_, fz_transform_rect(visible, toDevice));
     });
     toPageSpace_ = fz_invert_matrix(toDevice);
-    run(reader, page, toDevice, options);
+    if (!run(reader, page, toDevice, options)) Context::of(ctx_).noteSlowPage(pageIndex + 1);
 }
 
-void StructuredText::run(Reader &reader, const Object &page, fz_matrix toDevice,
+bool StructuredText::run(Reader &reader, const Object &page, fz_matrix toDevice,
                          const TextRunOptions &options) {
     const Object resources = page.inherited(PDF_NAME(Resources));
     const Object contents = page.get(PDF_NAME(Contents));
@@ -286,7 +284,7 @@ void StructuredText::run(Reader &reader, const Object &page, fz_matrix toDevice,
     clipped.flags = FZ_STEXT_MEDIABOX_CLIP;
     fz_device *device = guarded(ctx_, [&] { return fz_new_stext_device(ctx_, page_, &clipped); });
     fz_cookie cookie{};
-    const TimeLimit limit(cookie, longestRun);
+    const TimeLimit limit(cookie, options.longest);
     pdf_processor *processor = nullptr;
     try {
         processor = guarded(ctx_, [&] {
@@ -324,6 +322,7 @@ void StructuredText::run(Reader &reader, const Object &page, fz_matrix toDevice,
     }
     pdf_drop_processor(ctx_, processor);
     fz_drop_device(ctx_, device);
+    return !limit.isOver();
 }
 
 StructuredText::~StructuredText() {
