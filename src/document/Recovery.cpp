@@ -68,8 +68,10 @@ void Recovery::begin() {
 
 void Recovery::changed() {
     if (!hasBegun_) return;
-    // An outline that was reverted counts as edited, but is the one of the file.
-    const bool isReverted = document_.edits().undoSummary().name == u"revertOutlineToSaved:";
+    // An outline that was reverted counts as edited, but is the one of the file; unless what it was reverted
+    // to has only gone into a preview, or nowhere.
+    const bool isReverted = document_.edits().undoSummary().name == u"revertOutlineToSaved:" &&
+                            document_.outline().hasOutlineOfFileInMemory();
     if (isReverted || !document_.isDocumentEdited()) return forget();
     // From the first change on, however many follow.
     if (!timer_.isActive() || timer_.remainingTimeAsDuration() > delay) timer_.start(delay);
@@ -77,8 +79,8 @@ void Recovery::changed() {
 
 void Recovery::keep() {
     if (!document_.isDocumentEdited()) return;
-    if (const auto pages = document_.sharedPdfDoc(); fileOf_.lock() != pages) {
-        file_ = markOfKnownFile(document_.outline());
+    if (const auto pages = document_.sharedPdfDoc(); !file_ || fileOf_.lock() != pages) {
+        file_ = document_.outline().markOfFile();
         fileOf_ = pages;
     }
     mayBeKept_ = true;

@@ -20,5 +20,7 @@ struct FileMark {
 
 /// The mark of the file at a path; nothing where there is none that can be read.
 std::optional<FileMark> markOfFile(const QString &path);
+/// The same of an open file, from its start, wherever the descriptor stands.
+std::optional<FileMark> markOfFile(int descriptor);
 
 }  // namespace leafwright

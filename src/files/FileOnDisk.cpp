@@ -40,7 +40,7 @@ std::optional<PlaceOfName> placeOfName(const QString &path) {
 }  // namespace
 
 FileOnDisk::FileOnDisk(std::shared_ptr<const FileSnapshot> read, QString place)
-    : read_(std::move(read)), place_(std::move(place)), expected_{read_} {}
+    : read_(std::move(read)), known_(read_), place_(std::move(place)), expected_{read_} {}
 
 bool FileOnDisk::isPlace(const QString &path) const {
     if (path == place_) return true;
@@ -103,6 +103,10 @@ std::optional<QString> FileOnDisk::objectionTo(const QString &path) const {
         .arg(place_, reasonOfSystem(error));
 }
 
+std::optional<FileMark> FileOnDisk::mark() const {
+    return known_ ? known_->mark() : std::nullopt;
+}
+
 /// @param descriptor -1, with errno set, for a file that could not be opened
 FileOnDisk::Seen FileOnDisk::seenBy(int descriptor) {
     auto file = descriptor < 0 ? nullptr : FileSnapshot::of(descriptor);
@@ -124,12 +128,16 @@ void FileOnDisk::accept(const QString &path, Seen seen) {
 void FileOnDisk::noteWritten(const QString &path, int descriptor) {
     lastPath_ = path;
     lastWritten_ = seenBy(descriptor);
-    if (isPlace(path)) expected_ = lastWritten_;
+    if (!isPlace(path)) return;
+    expected_ = lastWritten_;
+    known_ = lastWritten_.file;
 }
 
 void FileOnDisk::setPlace(const QString &path) {
     place_ = path;
-    expected_ = path == lastPath_ ? lastWritten_ : seenAt(path);
+    const bool isWritten = path == lastPath_;
+    expected_ = isWritten ? lastWritten_ : seenAt(path);
+    if (isWritten) known_ = lastWritten_.file;
 }
 
 }  // namespace leafwright

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "files/FileMark.h"
 #include "files/FileSnapshot.h"
 
 #include <QString>
@@ -35,6 +36,10 @@ public:
     /// written: (reason)". Other paths are their owners' business.
     std::optional<QString> objectionTo(const QString &path) const;
 
+    /// The mark of what was read, or written to the document's place since, under whatever name it is now;
+    /// absent where that is not what it was.
+    std::optional<FileMark> mark() const;
+
     /// A write to a path may replace what was seen there, and nothing else. Matters for the document's place.
     void accept(const QString &path, Seen seen);
     /// The document has been written to a path. @param descriptor of the file that stands there
@@ -50,6 +55,7 @@ private:
     bool isPlace(const QString &path) const;
 
     std::shared_ptr<const FileSnapshot> read_;
+    std::shared_ptr<const FileSnapshot> known_;  ///< What was read, or written to the place since.
     QString place_;
     Seen expected_;
     QString lastPath_;  ///< The one last written to.

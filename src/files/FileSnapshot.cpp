@@ -83,6 +83,12 @@ std::optional<bool> FileSnapshot::isAsItWas() const {
     return digest ? std::optional(digest == digest_) : std::nullopt;
 }
 
+std::optional<FileMark> FileSnapshot::mark() const {
+    auto mark = markOfFile(descriptor_);
+    // Looked at afterwards, so that what was marked is what was seen at first.
+    return isAsItWas() == true ? mark : std::nullopt;
+}
+
 std::optional<bool> FileSnapshot::isAlso(const struct stat &status) const {
     const std::optional<bool> isThere = standsAt(status);
     return isThere && *isThere ? isAsItWas() : isThere;

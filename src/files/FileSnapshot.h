@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QtGlobal>
+#include "files/FileMark.h"
 
 #include <memory>
 #include <optional>
@@ -30,6 +30,9 @@ public:
     std::optional<bool> isAlso(const struct stat &status) const;
     /// The same of a file that is known to be as it was.
     std::optional<bool> standsAt(const struct stat &status) const;
+
+    /// To be written down; absent if the file is not as it was, or that can't be told.
+    std::optional<FileMark> mark() const;
 
 private:
     explicit FileSnapshot(int descriptor) : descriptor_(descriptor) {}

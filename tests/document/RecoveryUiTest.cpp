@@ -261,6 +261,30 @@ TEST_F(Recovering, ARevertLeavesNothing) {
     EXPECT_EQ(kept().size(), 1) << "what was reverted is there again";
 }
 
+TEST_F(Recovering, ARevertToWhatOnlyAPreviewHasIsKept) {
+    rename(0, "Previewed");
+    document.saving().openPDFInDefaultApp();
+    rename(0, "Changed");
+    keeper(document).keepNow();
+    ASSERT_TRUE(document.actions().perform("revertOutlineToSaved:"));
+    EXPECT_EQ(title(0), "Previewed");
+    crash();
+    openAgain();
+    press(Recover);
+    EXPECT_EQ(title(0), "Previewed");
+}
+
+TEST_F(Recovering, ARevertAfterASaveThatFailedIsKept) {
+    rename(0, "Not saved");
+    EXPECT_TRUE(document.writeNewPDFOutline(dir.path("nowhere/a.pdf"), MyDocument::saveFinalPDF));
+    rename(0, "Changed");
+    ASSERT_TRUE(document.actions().perform("revertOutlineToSaved:"));
+    crash();
+    openAgain();
+    press(Recover);
+    EXPECT_EQ(title(0), "Not saved");
+}
+
 TEST_F(Recovering, AStepBackToWhatIsSavedLeavesNothing) {
     rename(0, "Changed");
     keeper(document).keepNow();
@@ -386,6 +410,53 @@ TEST_F(Recovering, FollowsAFileThatWasRenamed) {
     keeper(*showing).keepNow();
     ASSERT_EQ(kept().size(), 1);
     EXPECT_THAT(test::bytesOf(folder + '/' + kept()[0]).toStdString(), HasSubstr("b.pdf"));
+}
+
+TEST_F(Recovering, FollowsAFileThatWasRenamedBeforeTheFirstChange) {
+    ASSERT_TRUE(QFile::rename(dir.path("a.pdf"), dir.path("b.pdf")));
+    rename(0, "Changed");
+    crash();
+    openAgain("b.pdf");
+    EXPECT_THAT(textOfSheet(), HasSubstr("“b.pdf”"));
+    EXPECT_THAT(textOfSheet(), Not(HasSubstr("has changed since")));
+}
+
+TEST_F(Recovering, OffersWhatDiffersInNothingButWhichEntryIsWhich) {
+    MyOutlineItem &item = *document.root().children().at(0);
+    OutlineEntry entry = item.entry();
+    entry.number = document.root().children().at(1)->entry().number;
+    document.edits().setEntry(item, entry);
+    crash();
+    openAgain();
+    EXPECT_THAT(textOfSheet(), HasSubstr("2 entries"));
+}
+
+TEST_F(Recovering, DoesNotOfferAColorThatWasSavedInTheDigitsOfAFile) {
+    MyOutlineItem &item = *document.root().children().at(0);
+    OutlineEntry entry = item.entry();
+    entry.color = OutlineEntry::Color{0.6901960968971252, 0, 0.1254902};
+    document.edits().setEntry(item, entry);
+    keeper(document).keepNow();
+    const QString name = kept().value(0);
+    const QByteArray content = test::bytesOf(folder + '/' + name);
+    ASSERT_TRUE(document.saving().saveFinal());
+    keeper(document).keepNow();
+    document.myWindow()->close();
+    // As if the program had ended before it was removed.
+    test::saveBytes(folder + '/' + name, content);
+    openAgain();
+    EXPECT_EQ(textOfSheet(), "no sheet");
+    EXPECT_EQ(kept().size(), 0);
+}
+
+TEST_F(Recovering, MakesTheFolderAgainThatSomebodyRemoved) {
+    rename(0, "Changed");
+    keeper(document).keepNow();
+    ASSERT_TRUE(QDir(folder).removeRecursively());
+    rename(0, "Changed again");
+    keeper(document).keepNow();
+    EXPECT_EQ(kept().size(), 1);
+    EXPECT_EQ(QDir(folder).entryList({"*.lock"}).size(), 1) << "and keeps others out";
 }
 
 TEST_F(Recovering, KnowsTheFileOfWhichPagesWereLoaded) {

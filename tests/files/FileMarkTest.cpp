@@ -48,6 +48,16 @@ TEST_F(FileMarks, OfLargeFilesGoByTheTime) {
     EXPECT_FALSE(mark.isOfSameContentAs(markAt(1'000'001)));
 }
 
+TEST_F(FileMarks, OfAnOpenFileAreOfAllOfItAndLeaveItWhereItStands) {
+    const FileMark mark = markOf("content");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+    ASSERT_TRUE(file.seek(3));
+    for (int i = 0; i < 2; ++i)
+        EXPECT_EQ(markOfFile(file.handle()).value_or(FileMark()).hash, mark.hash);
+    EXPECT_EQ(file.readAll(), "tent");
+}
+
 TEST_F(FileMarks, AreThereOfFilesOnly) {
     EXPECT_FALSE(markOfFile(path));
     EXPECT_FALSE(markOfFile(dir.path(".")));

@@ -266,5 +266,25 @@ TEST_F(Heeding, ThePlaceMayBecomeWhereItWasWritten) {
     EXPECT_EQ(write(file, path), FileReplacement::Outcome::Written) << "the place that was";
 }
 
+TEST_F(Heeding, TheMarkIsOfWhatWasReadOrWrittenToThePlaceSince) {
+    FileOnDisk file = fileAt(path);
+    const FileMark read = markOfFile(path).value();
+    const auto marksAs = [&file](const FileMark &mark) {
+        return file.mark() && file.mark()->isOfSameContentAs(mark);
+    };
+    EXPECT_TRUE(marksAs(read));
+    replace();
+    EXPECT_TRUE(marksAs(read)) << "under whatever name it is now";
+    file.accept(path, FileOnDisk::seenAt(path));
+    EXPECT_TRUE(marksAs(read)) << "what may be replaced is another program's";
+    ASSERT_EQ(write(file, path), FileReplacement::Outcome::Written);
+    const FileMark written = markOfFile(path).value();
+    EXPECT_TRUE(marksAs(written));
+    ASSERT_EQ(write(file, dir.path("preview.pdf")), FileReplacement::Outcome::Written);
+    EXPECT_TRUE(marksAs(written)) << "a copy elsewhere is not it";
+    overwrite(path, "them");
+    EXPECT_FALSE(file.mark());
+}
+
 }  // namespace
 }  // namespace leafwright

@@ -63,9 +63,8 @@ QString textOf(const QJsonValue &value) {
 
 std::optional<std::array<double, 3>> readColor(const QJsonValue &value) {
     const QJsonArray parts = value.toArray();
-    const auto isPart = [](const QJsonValue &part) {
-        return part.isDouble() && part.toDouble() >= 0 && part.toDouble() <= 1;
-    };
+    // Files have colours beyond 0 and 1, too.
+    const auto isPart = [](const QJsonValue &part) { return part.isDouble(); };
     if (parts.size() != 3 || !std::all_of(parts.begin(), parts.end(), isPart)) return std::nullopt;
     return {{parts[0].toDouble(), parts[1].toDouble(), parts[2].toDouble()}};
 }
@@ -177,6 +176,10 @@ std::optional<KeptOutline> readKeptOutline(const QByteArray &text) {
         return entry.has_value();
     });
     return isUnderstood && outline && outline->entries.size() == count ? std::move(outline) : std::nullopt;
+}
+
+bool isHeadOfLaterVersion(const QByteArray &line) {
+    return QJsonDocument::fromJson(line).object()[QLatin1String("leafwrightOutline")].toInt() > version;
 }
 
 std::optional<KeptOutline> readHeadOfKeptOutline(const QByteArray &line) {

@@ -41,5 +41,7 @@ void writeKeptOutline(const KeptOutline &outline, const std::function<void(const
 std::optional<KeptOutline> readKeptOutline(const QByteArray &text);
 /// The same without its entries, of the first line alone.
 std::optional<KeptOutline> readHeadOfKeptOutline(const QByteArray &line);
+/// Whether a first line is one that only a later version of the program understands.
+bool isHeadOfLaterVersion(const QByteArray &line);
 
 }  // namespace leafwright

@@ -33,12 +33,17 @@ bool OutlineDocument::open(const QString &path) {
     pdfURL_ = path;
     pdfDoc_ = std::get<std::unique_ptr<PDFDocument>>(std::move(opened));
     onDisk_ = std::make_unique<FileOnDisk>(std::move(asItWas), path);
+    hasOutlineOfFileInMemory_ = true;
     return true;
 }
 
 void OutlineDocument::setPdfURL(const QString &path) {
     pdfURL_ = path;
     if (onDisk_) onDisk_->setPlace(path);
+}
+
+std::optional<FileMark> OutlineDocument::markOfFile() const {
+    return onDisk_ ? onDisk_->mark() : std::nullopt;
 }
 
 FileOnDisk::State OutlineDocument::stateOnDisk() const {
@@ -65,6 +70,7 @@ Result<OutlineDocument::Reopened> OutlineDocument::reopen() const {
 void OutlineDocument::takePages(Reopened file) {
     pdfDoc_ = std::move(file.pdf);
     onDisk_ = std::move(file.onDisk);
+    hasOutlineOfFileInMemory_ = true;
     writeError_.reset();
     prepareForEditing();
 }
@@ -187,7 +193,9 @@ std::optional<PDFError> OutlineDocument::write(const QString &path, const QStrin
     const quint64 exported = edits_.revision();
     pdfDoc_->setOutlineRoot(outlineExport.run(root_));
     tellOfEntriesElsewhere(type);
+    hasOutlineOfFileInMemory_ = false;
     writeError_ = pdfDoc_->writeToFile(path, writeObserver_, &losses_, onDisk_.get());
+    hasOutlineOfFileInMemory_ = type == saveFinalPDF && !writeError_;
     lockTOCediting_ = false;
     if (type == saveFinalPDF && lossesHandler_ && !losses_.isEmpty()) lossesHandler_(losses_);
     if (type == saveFinalPDF && !writeError_) edits_.setSavedRevision(exported);

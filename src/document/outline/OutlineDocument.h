@@ -57,6 +57,12 @@ public:
     /// What became of the file since it was read, or written by us. No write changes what another program
     /// has.
     FileOnDisk::State stateOnDisk() const;
+    /// The mark of the file that was read, or of what it was last saved as, wherever that is by now; absent
+    /// where nobody can tell any more.
+    std::optional<FileMark> markOfFile() const;
+    /// Whether the outline that the PDF has in memory, to which an outline is reverted, is the file's. It is
+    /// another one after a preview, and after a save that failed.
+    bool hasOutlineOfFileInMemory() const { return hasOutlineOfFileInMemory_; }
     /// Lets the next write to a path replace what was seen there, though it is not what was read.
     void acceptFileOnDisk(const QString &path, FileOnDisk::Seen seen);
     /// The file at the document's place, opened anew.
@@ -146,6 +152,7 @@ private:
 
     std::shared_ptr<PDFDocument> pdfDoc_;
     QString pdfURL_;
+    bool hasOutlineOfFileInMemory_ = true;
     std::unique_ptr<FileOnDisk> onDisk_;  ///< There when the PDF is.
     std::optional<PDFError> openError_;
     bool allowTOCediting_ = true;

@@ -5,6 +5,7 @@
 #include <QSet>
 
 #include <algorithm>
+#include <cmath>
 
 namespace leafwright {
 
@@ -32,16 +33,40 @@ bool isSameText(const QString &a, const QString &b) {
     return a == b && a.isNull() == b.isNull();
 }
 
-/// Whether an entry of the file is what was kept. Which objects they are in does not matter.
-bool isSameEntry(const KeptEntry &inFile, const KeptEntry &kept) {
+bool isSameColor(const std::optional<OutlineEntry::Color> &a, const std::optional<OutlineEntry::Color> &b) {
+    constexpr double coarseness = 0.0001;  // of what a file spells
+    if (!a || !b) return a.has_value() == b.has_value();
+    return std::ranges::equal(*a, *b, [](double x, double y) { return std::abs(x - y) <= coarseness; });
+}
+
+/// Whether a label is what a file has after another was written to it, where only pages stand: the same, or
+/// one of the same page. A label that no page has is written as the first page.
+bool isLabelOfSamePage(const OutlineDocument &document, const QString &inFile, const QString &kept) {
+    const auto pageOf = [&document](const QString &label) {
+        return document.knownPageIndexOfItem(MyOutlineItem(QString(), PageTarget{label})).value_or(0);
+    };
+    return isSameText(inFile, kept) || (!inFile.isNull() && !kept.isNull() && pageOf(inFile) == pageOf(kept));
+}
+
+/// Whether an entry of the file is what was kept before it was written there. Which objects they are in does
+/// not matter then.
+bool isWritten(const OutlineDocument &document, const KeptEntry &inFile, const KeptEntry &kept) {
     OutlineEntry entry = kept.entry;
     entry.number = inFile.entry.number;
+    entry.color = inFile.entry.color;
     // A file spells points with few digits; and none is not kept, but written as the page's default.
     constexpr double coarseness = 0.01;
     const bool isSamePoint =
         kept.point.isNull() || (inFile.point - kept.point).manhattanLength() <= coarseness;
+    return inFile.depth == kept.depth && inFile.title == kept.title &&
+           isLabelOfSamePage(document, inFile.label, kept.label) && isSamePoint &&
+           isSameColor(inFile.entry.color, kept.entry.color) && inFile.entry == entry;
+}
+
+/// Whether an entry is what was kept of the same file: nothing has been written since.
+bool isUntouched(const KeptEntry &inFile, const KeptEntry &kept) {
     return inFile.depth == kept.depth && inFile.title == kept.title && isSameText(inFile.label, kept.label) &&
-           isSamePoint && inFile.entry == entry;
+           inFile.page == kept.page && inFile.point == kept.point && inFile.entry == kept.entry;
 }
 
 /// Takes from entries what the PDF does not have, since the file that they were kept in need not be sound.
@@ -58,21 +83,17 @@ void forgetWhatIsNotIn(const PDFDocument &pdf, std::vector<KeptEntry> &entries) 
 
 }  // namespace
 
-std::optional<FileMark> markOfKnownFile(const OutlineDocument &document) {
-    const auto isKnown = [&document] { return document.stateOnDisk() == FileOnDisk::State::Unchanged; };
-    if (!isKnown()) return std::nullopt;
-    const auto mark = markOfFile(document.pdfURL());
-    // Not of what another program has put there meanwhile.
-    return isKnown() ? mark : std::nullopt;
-}
-
 bool isForFileOf(const OutlineDocument &document, const KeptOutline &kept) {
-    const auto mark = markOfKnownFile(document);
+    const auto mark = document.markOfFile();
     return mark && mark->isOfSameContentAs(kept.file);
 }
 
 bool isSameOutline(const OutlineDocument &document, const KeptOutline &kept) {
-    return std::ranges::equal(keptEntries(document.root()), kept.entries, isSameEntry);
+    const bool isForFile = isForFileOf(document, kept);
+    const auto isSame = [&](const KeptEntry &inFile, const KeptEntry &entry) {
+        return isForFile ? isUntouched(inFile, entry) : isWritten(document, inFile, entry);
+    };
+    return std::ranges::equal(keptEntries(document.root()), kept.entries, isSame);
 }
 
 LostTargets recoverOutline(OutlineDocument &document, const KeptOutline &kept) {

@@ -3,6 +3,7 @@
 #include "model/TreeWalk.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
 #include <utility>
@@ -20,33 +21,86 @@ PagesByLabel pagesByLabel(const TextPages &pages) {
     return result;
 }
 
-/// What an entry is found again by: its title, and the type of its action, empty for none.
+/// What an entry is found again by: its title, and the type of its action, empty for none. Where several have
+/// the same, see numbersHold() and entriesInOrder().
 using EntryKey = std::pair<QString, QString>;
 
 EntryKey keyOf(const QString &title, const OutlineEntry &entry) {
     return {title, entry.action ? entry.action->type : QString()};
 }
 
-/// The object numbers of the entries of an outline, the first of a key last.
-QHash<EntryKey, QList<int>> entriesByKey(const PDFOutline &outline) {
-    QHash<EntryKey, QList<int>> result;
+using NumbersByKey = QHash<EntryKey, QList<int>>;
+
+/// The object numbers of the entries of an outline, in its order.
+NumbersByKey entriesByKey(const PDFOutline &outline) {
+    NumbersByKey result;
     walkBelow(outline, [&result](const PDFOutline &entry, size_t /*depth*/) {
         if (const auto number = entry.entry().number)
             result[keyOf(entry.label(), entry.entry())].append(*number);
     });
-    for (QList<int> &numbers : result)
-        std::ranges::reverse(numbers);
     return result;
+}
+
+/// The numbers that items stand for, in their order.
+NumbersByKey itemsByKey(const MyOutlineItem &root) {
+    NumbersByKey result;
+    walkBelow(root, [&result](const MyOutlineItem &item, size_t /*depth*/) {
+        if (const auto number = item.entry().number)
+            result[keyOf(item.pageTitle(), item.entry())].append(*number);
+    });
+    return result;
+}
+
+/// Whether entries have the numbers by which items know them: what is added to a file leaves its objects
+/// theirs, and one that is made anew gives them to others. Of items whose key no entry has, nothing is known.
+bool numbersHold(const NumbersByKey &items, const NumbersByKey &entries) {
+    for (auto each = items.begin(); each != items.end(); ++each) {
+        const QList<int> found = entries.value(each.key());
+        const QSet<int> there(found.begin(), found.end());
+        const auto isThere = [&there](int number) { return there.contains(number); };
+        if (!there.isEmpty() && !std::ranges::all_of(each.value(), isThere)) return false;
+    }
+    return true;
+}
+
+using NumberPairs = QList<std::pair<int, int>>;
+
+/// The entries of a file that was made anew that stand for items, all of one key. None rather than another
+/// one: they must be as many, and the items in the order in which they were.
+NumberPairs entriesInOrder(QList<int> items, const QList<int> &entries) {
+    const bool isInOrder = std::ranges::is_sorted(items);
+    // Copies of an item stand for one entry.
+    items.erase(std::ranges::unique(items).begin(), items.end());
+    NumberPairs pairs;
+    if (!isInOrder || items.size() != entries.size()) return pairs;
+    for (qsizetype i = 0; i < items.size(); ++i)
+        pairs.append({items[i], entries[i]});
+    return pairs;
+}
+
+NumberPairs entriesOfTheSameNumbers(const QList<int> &items) {
+    NumberPairs pairs;
+    for (const int number : items)
+        pairs.append({number, number});
+    return pairs;
 }
 
 class Relinking {
 public:
     Relinking(OutlineEdits &edits, const TextPages &before, const TextPages &now,
               const PDFOutline &outlineNow)
-        : edits_(edits),
-          before_(pagesByLabel(before)),
-          now_(pagesByLabel(now)),
-          entries_(entriesByKey(outlineNow)) {}
+        : edits_(edits), before_(pagesByLabel(before)), now_(pagesByLabel(now)) {
+        const NumbersByKey entries = entriesByKey(outlineNow);
+        const NumbersByKey items = itemsByKey(edits.root());
+        const bool hold = numbersHold(items, entries);
+        for (auto each = items.begin(); each != items.end(); ++each) {
+            if (!entries.contains(each.key())) continue;
+            const auto pairs =
+                hold ? entriesOfTheSameNumbers(*each) : entriesInOrder(*each, entries.value(each.key()));
+            for (const auto &[old, current] : pairs)
+                numbers_.insert({each.key(), old}, current);
+        }
+    }
 
     void relink(MyOutlineItem &item) {
         const Target target = item.target();
@@ -72,9 +126,9 @@ private:
     void relinkEntry(MyOutlineItem &item) {
         OutlineEntry entry = item.entry();
         if (!entry.number) return;
-        const auto entries = entries_.find(keyOf(item.pageTitle(), entry));
-        const bool isFound = entries != entries_.end() && !entries->isEmpty();
-        entry.number = isFound ? std::optional(entries->takeLast()) : std::nullopt;
+        const auto found = numbers_.constFind({keyOf(item.pageTitle(), entry), *entry.number});
+        const bool isFound = found != numbers_.constEnd();
+        entry.number = isFound ? std::optional(*found) : std::nullopt;
         edits_.setEntry(item, entry);
         if (!isFound && entry.action && !entry.action->isKnownInFull()) ++lost_.actions;
     }
@@ -82,7 +136,7 @@ private:
     OutlineEdits &edits_;
     PagesByLabel before_;
     PagesByLabel now_;
-    QHash<EntryKey, QList<int>> entries_;
+    QHash<std::pair<EntryKey, int>, int> numbers_;  // in the file now, of those in the file before
     LostTargets lost_;
 };
 

@@ -77,6 +77,10 @@ std::optional<QString> makeFolderForUser(const QString &folder) {
     if (::stat(path.constData(), &status) != 0) return reasonOfSystem(errno);
     if (!S_ISDIR(status.st_mode)) return reasonOfSystem(ENOTDIR);
     if (status.st_uid != ::geteuid()) return translated("the folder %1 is somebody else’s").arg(folder);
+    // A folder that a link leads to is meant for other things as well.
+    struct stat named = {};
+    if (::lstat(path.constData(), &named) != 0) return reasonOfSystem(errno);
+    if (!S_ISDIR(named.st_mode)) return std::nullopt;
     // Where the file system has no permissions, there is nothing to be done.
     if ((status.st_mode & (S_IRWXG | S_IRWXO)) != 0) ::chmod(path.constData(), S_IRWXU);
     return std::nullopt;
@@ -84,8 +88,11 @@ std::optional<QString> makeFolderForUser(const QString &folder) {
 
 using Content = std::variant<KeptOutline, RecoveryFile::Unreadable>;
 
-Content contentOf(std::optional<KeptOutline> outline) {
+/// @param head the first line, from which an outline could be read or not
+Content contentOf(std::optional<KeptOutline> outline, const QByteArray &head) {
     if (outline) return std::move(*outline);
+    if (isHeadOfLaterVersion(head))
+        return RecoveryFile::Unreadable{translated("a later version of the program has kept it"), false};
     return RecoveryFile::Unreadable{translated("it is damaged, and stays there for four weeks"), true};
 }
 
@@ -99,7 +106,8 @@ Content headOf(const QByteArray &path) {
     if (descriptor >= 0) ::close(descriptor);
     if (count < 0) return RecoveryFile::Unreadable{reasonOfSystem(error), false};
     const qsizetype end = start.first(count).indexOf('\n');
-    return contentOf(end < 0 ? std::nullopt : readHeadOfKeptOutline(start.first(end)));
+    const QByteArray head = start.first(std::max<qsizetype>(end, 0));
+    return contentOf(readHeadOfKeptOutline(head), head);
 }
 
 /// A PDF that is opened, as those know it who have kept something for it.
@@ -228,6 +236,13 @@ RecoveryFile::~RecoveryFile() {
     ::close(lock_);
 }
 
+bool RecoveryFile::isThere() const {
+    struct stat own = {};
+    struct stat there = {};
+    return ::fstat(lock_, &own) == 0 && ::lstat((path_ + lockSuffix).constData(), &there) == 0 &&
+           own.st_dev == there.st_dev && own.st_ino == there.st_ino;
+}
+
 std::optional<QString> RecoveryFile::write(const KeptOutline &outline) {
     FileReplacement file(fileNameText(path_ + outlineSuffix));
     bool isWritten = file.start();
@@ -252,7 +267,8 @@ std::variant<KeptOutline, RecoveryFile::Unreadable> RecoveryFile::read() const {
     const auto content = isTooLarge ? QByteArray() : readDescriptor(descriptor);
     ::close(descriptor);
     if (const auto *reason = std::get_if<QString>(&content)) return Unreadable{*reason, false};
-    return contentOf(readKeptOutline(std::get<QByteArray>(content)));
+    const QByteArray &text = std::get<QByteArray>(content);
+    return contentOf(readKeptOutline(text), text.first(std::max<qsizetype>(text.indexOf('\n'), 0)));
 }
 
 /// Takes it out of the way of what is offered. @return where it is then

@@ -50,6 +50,8 @@ public:
 
     /// The path of the PDF that it was made or kept for.
     const QString &pdf() const { return pdf_; }
+    /// Whether its lock still stands in the folder, so that no other program takes it for left behind.
+    bool isThere() const;
     /// Keeps an outline in place of the one that was kept before; whatever fails, that one stays.
     /// @return why it is not kept
     std::optional<QString> write(const KeptOutline &outline);

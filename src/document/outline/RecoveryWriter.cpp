@@ -19,8 +19,9 @@ public:
         : folder_(std::move(folder)), file_(std::move(file)) {}
 
     std::optional<QString> write(const KeptOutline &outline) override {
-        if (file_ && file_->pdf() == outline.pdf) return file_->write(outline);
-        // The name of one for the place that the PDF had before tells of that. It goes when there is another.
+        if (file_ && file_->pdf() == outline.pdf && file_->isThere()) return file_->write(outline);
+        // The name of one for the place that the PDF had before tells of that; and a lock that somebody has
+        // tidied away keeps nobody out. It goes when there is another.
         RecoveryFile::removeForgotten(folder_, QDateTime::currentMSecsSinceEpoch());
         auto made = RecoveryFile::make(folder_, outline.pdf);
         if (auto *reason = std::get_if<QString>(&made)) return std::move(*reason);

@@ -46,6 +46,7 @@ QColor colorOf(const OutlineEntry::Color &color) {
 
 TitleColorSheet::TitleColorSheet(const std::optional<OutlineEntry::Color> &color)
     : Sheet(tr("Title Colour")),
+      proposed_(color),
       field_(new QLineEdit(colorOf(color.value_or(OutlineEntry::Color())).name())) {
     addText(tr("Viewers show the titles of the selected entries in this colour."));
     addSwatches();
@@ -88,6 +89,8 @@ void TitleColorSheet::chooseAnother() {
 
 std::optional<OutlineEntry::Color> TitleColorSheet::chosen(int returnCode) const {
     if (returnCode != Set) return std::nullopt;
+    // Files have more shades than the field.
+    if (proposed_ && field_->text() == colorOf(*proposed_).name()) return proposed_;
     const QColor color(field_->text());
     return OutlineEntry::Color{color.redF(), color.greenF(), color.blueF()};
 }

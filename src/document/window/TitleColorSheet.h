@@ -26,6 +26,7 @@ private:
     void choose(const QColor &color);
     void chooseAnother();
 
+    std::optional<OutlineEntry::Color> proposed_;
     QLineEdit *field_;
 };
 

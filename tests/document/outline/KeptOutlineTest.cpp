@@ -86,11 +86,17 @@ TEST(KeptOutline, IsNotReadWhereSomeOfItIsMissing) {
 }
 
 TEST(KeptOutline, HasNoColorThatIsNone) {
-    const auto read = readKeptOutline(
-        "{\"leafwrightOutline\": 1, \"entries\": 1}\n"
-        "{\"depth\": 0, \"point\": [0, 0], \"color\": [0, 2, 0]}\n");
-    ASSERT_TRUE(read);
-    EXPECT_FALSE(read->entries.at(0).entry.color);
+    const QByteArray head = "{\"leafwrightOutline\": 1, \"entries\": 1}\n";
+    for (const char *color : {"[0, 1]", "[0, 1, 0, 1]", "[0, \"1\", 0]", "1", "null"}) {
+        const auto read =
+            readKeptOutline(head + "{\"depth\": 0, \"point\": [0, 0], \"color\": " + color + "}\n");
+        ASSERT_TRUE(read) << color;
+        EXPECT_FALSE(read->entries.at(0).entry.color) << color;
+    }
+    const auto strange =
+        readKeptOutline(head + "{\"depth\": 0, \"point\": [0, 0], \"color\": [2, -1, 0.5]}\n");
+    ASSERT_TRUE(strange);
+    EXPECT_EQ(strange->entries.at(0).entry.color, (OutlineEntry::Color{2, -1, 0.5})) << "files have them";
 }
 
 TEST(KeptOutline, IsNothingElse) {

@@ -87,6 +87,56 @@ TEST_F(Relinked, EntriesAreFoundByTheirTitlesAndWhatTheyDo) {
     EXPECT_EQ(root.children()[2]->entry(), entry(16));
 }
 
+TEST_F(Relinked, WhatWasAddedToAFileLeavesEntriesTheirNumbers) {
+    add("Play", QString()).setEntry(entry(8, "JavaScript"));
+    add("Exercises", "1").setEntry(entry(10));
+    add("Play", QString()).setEntry(entry(7, "JavaScript"));
+    for (const int number : {7, 8, 9})
+        addEntry("Play", entry(number, "JavaScript"));
+    for (const int number : {10, 11})
+        addEntry("Exercises", entry(number));
+    EXPECT_EQ(relink().actions, 0U);
+    EXPECT_EQ(root.children()[0]->entry().number, 8);
+    EXPECT_EQ(root.children()[1]->entry().number, 10);
+    EXPECT_EQ(root.children()[2]->entry().number, 7);
+}
+
+TEST_F(Relinked, NoEntryIsTakenForAnotherThatLooksTheSame) {
+    add("Play", QString()).setEntry(entry(8, "JavaScript"));
+    addEntry("Play", entry(17, "JavaScript"));
+    addEntry("Play", entry(18, "JavaScript"));
+    EXPECT_EQ(relink().actions, 1U) << "one of two has been removed";
+    EXPECT_FALSE(root.children()[0]->entry().number);
+}
+
+TEST_F(Relinked, EntriesThatWereMovedAmongThoseThatLookTheSameAreNotFound) {
+    add("Play", QString()).setEntry(entry(8, "JavaScript"));
+    add("Play", QString()).setEntry(entry(7, "JavaScript"));
+    addEntry("Play", entry(17, "JavaScript"));
+    addEntry("Play", entry(18, "JavaScript"));
+    EXPECT_EQ(relink().actions, 2U);
+}
+
+TEST_F(Relinked, NumbersThatAFileHasGivenToOthersCountForNothing) {
+    add("Chapter", "1").setEntry(entry(5));
+    add("Play", QString()).setEntry(entry(8, "JavaScript"));
+    addEntry("Chapter", entry(6));
+    addEntry("Play", entry(8, "JavaScript"));
+    addEntry("Play", entry(9, "JavaScript"));
+    EXPECT_EQ(relink().actions, 1U) << "the second, which was 8, is 9 now";
+    EXPECT_EQ(root.children()[0]->entry().number, 6);
+    EXPECT_FALSE(root.children()[1]->entry().number);
+}
+
+TEST_F(Relinked, CopiesOfAnItemStandForOneEntry) {
+    add("Play", QString()).setEntry(entry(8, "JavaScript"));
+    add("Play", QString()).setEntry(entry(8, "JavaScript"));
+    addEntry("Play", entry(17, "JavaScript"));
+    EXPECT_EQ(relink().actions, 0U);
+    EXPECT_EQ(root.children()[0]->entry().number, 17);
+    EXPECT_EQ(root.children()[1]->entry().number, 17);
+}
+
 TEST_F(Relinked, AnItemWithoutItsEntryIsNewAndLosesWhatOnlyTheEntryKnew) {
     add("Page", "1").setEntry(entry(7));
     const auto leads = [](const char *type, const char *target) {

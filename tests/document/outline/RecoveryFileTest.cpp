@@ -147,6 +147,40 @@ TEST_F(RecoveryFiles, ThatAreDamagedAreToldAndSetAside) {
     }
 }
 
+TEST_F(RecoveryFiles, OfALaterVersionAreToldAndStay) {
+    leave(outline("/a.pdf", "one"));
+    QByteArray content = test::bytesOf(onlyPath());
+    test::saveBytes(onlyPath(), content.replace("\"leafwrightOutline\": 1", "\"leafwrightOutline\": 2"));
+    ASSERT_NE(test::bytesOf(onlyPath()).indexOf("\"leafwrightOutline\": 2"), -1);
+    const QStringList before = names();
+    EXPECT_THAT(problems("/a.pdf").join(' ').toStdString(), testing::HasSubstr("a later version"));
+    EXPECT_EQ(titles("/a.pdf"), QStringList());
+    EXPECT_TRUE(names().contains(before.value(0)));
+    EXPECT_EQ(QDir(folder).entryList({"*.damaged"}).size(), 0);
+}
+
+TEST_F(RecoveryFiles, KnowWhetherTheirLockKeepsOthersOut) {
+    const File file = make("/a.pdf");
+    EXPECT_TRUE(file->isThere());
+    const QString lock = folder + '/' + QDir(folder).entryList({"*.lock"}).value(0);
+    ASSERT_TRUE(QFile::remove(lock));
+    EXPECT_FALSE(file->isThere());
+    test::saveBytes(lock, "");
+    EXPECT_FALSE(file->isThere()) << "another one";
+}
+
+TEST_F(RecoveryFiles, LeaveAFolderAsItIsThatALinkLeadsTo) {
+    QDir().mkpath(dir.path("public"));
+    QDir().mkpath(dir.path("state/leafwright"));
+    ASSERT_EQ(::chmod(qPrintable(dir.path("public")), 0755), 0);
+    ASSERT_TRUE(QFile::link(dir.path("public"), folder));
+    const File file = make("/a.pdf");
+    ASSERT_TRUE(file);
+    EXPECT_EQ(file->write(outline("/a.pdf", "one")), std::nullopt);
+    EXPECT_EQ(rights(dir.path("public")), 0755U);
+    EXPECT_EQ(rights(onlyPath()), 0600U);
+}
+
 TEST_F(RecoveryFiles, ThatCantBeReadAreToldAndStay) {
     leave(outline("/a.pdf", "one"));
     const QString path = onlyPath();
