@@ -1550,6 +1550,18 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>it is damaged, and stays there for four weeks</source>
         <translation>die Datei ist beschädigt und bleibt vier Wochen dort</translation>
     </message>
+    <message>
+        <source>a later version of the program has kept it</source>
+        <translation>eine neuere Version des Programms hat es aufbewahrt</translation>
+    </message>
+    <message>
+        <source>the outline is too large</source>
+        <translation>die Gliederung ist zu groß</translation>
+    </message>
+    <message>
+        <source>it is too large</source>
+        <translation>es ist zu groß</translation>
+    </message>
 </context>
 <context>
     <name>RecoveryWriter</name>
@@ -2599,6 +2611,34 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>Changes to the outline of “%1” were not saved. It can be had again as it was on %2 at %3, with %4.</source>
         <translation>Änderungen an der Gliederung von „%1“ wurden nicht gespeichert. Sie lässt sich so wiederherstellen, wie sie am %2 um %3 war, mit %4.</translation>
+    </message>
+    <message>
+        <source>there is not enough memory</source>
+        <translation>der Speicher reicht nicht aus</translation>
+    </message>
+    <message>
+        <source>Changes to the outline of “%1” were not saved, and are kept as they were on %2 at %3. They can’t be put into this file, which can’t be edited.</source>
+        <translation>Änderungen an der Gliederung von „%1“ wurden nicht gespeichert und sind aufbewahrt, wie sie am %2 um %3 waren. Sie können nicht in diese Datei übernommen werden, da sie nicht bearbeitet werden kann.</translation>
+    </message>
+    <message>
+        <source>It is the latest of %1 that are kept. When it is discarded, the one before is offered.</source>
+        <translation>Es ist die neueste von %1, die aufbewahrt sind. Wird sie verworfen, wird die davor angeboten.</translation>
+    </message>
+    <message>
+        <source>It was kept for “%1”.</source>
+        <translation>Sie wurde für „%1“ aufbewahrt.</translation>
+    </message>
+    <message>
+        <source>Discard Outline</source>
+        <translation>Gliederung verwerfen</translation>
+    </message>
+    <message>
+        <source>The outline was kept for “%1” as that file was then. If you have the file elsewhere, these changes to its outline are lost.</source>
+        <translation>Die Gliederung wurde für „%1“ aufbewahrt, wie diese Datei damals war. Falls Sie die Datei anderswo haben, gehen diese Änderungen an ihrer Gliederung verloren.</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation>Behalten</translation>
     </message>
 </context>
 <context>

@@ -85,9 +85,17 @@ void AppDelegate::terminate() {
 }
 
 void AppDelegate::keepUnsavedChanges() {
+    keepChanges(&Recovery::keepNow);
+}
+
+void AppDelegate::keepEnteredChanges() {
+    keepChanges(&Recovery::keepEntered);
+}
+
+void AppDelegate::keepChanges(void (Recovery::*keep)()) {
     for (const Document *document : documentController_.documents())
         for (Recovery *recovery : document->findChildren<Recovery *>(Qt::FindDirectChildrenOnly))
-            recovery->keepNow();
+            (recovery->*keep)();
 }
 
 void AppDelegate::changeLabelDoubleClickingMessage(const QCheckBox *sender) {

@@ -14,6 +14,7 @@ class AboutWindow;
 class DocumentWindow;
 class MyDocument;
 class PreferencesWindow;
+class Recovery;
 class UpdateWindow;
 class Updater;
 
@@ -48,6 +49,8 @@ public:
     /// Keeps what is not saved of any document, and waits until it is; for when the program is about to be
     /// ended by others, and nobody can be asked.
     void keepUnsavedChanges();
+    /// The same without what is being typed, for where windows can be used no more.
+    void keepEnteredChanges();
 
     /// Explains what a double click does. @param sender the check box that decides it
     void changeLabelDoubleClickingMessage(const QCheckBox *sender);
@@ -77,6 +80,7 @@ public:
 
 private:
     std::unique_ptr<Document> makeDocument();
+    void keepChanges(void (Recovery::*keep)());
     void openFile(const QString &path);
     void registerActions(MyDocument &document);
     void adoptWindow(DocumentWindow &window);

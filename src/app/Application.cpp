@@ -1,6 +1,7 @@
 #include "app/Application.h"
 
 #include "app/AppDelegate.h"
+#include "app/AtExit.h"
 #include "app/DesktopApplication.h"
 #include "app/EndingSignals.h"
 #include "app/QtPlatform.h"
@@ -104,6 +105,7 @@ int applicationMain(int argc, char **argv) {
     delegate.setRecoveryFolder(Recovery::standardFolder());
     const auto keepUnsavedChanges = [&delegate] { delegate.keepUnsavedChanges(); };
     const EndingSignals endingSignals(keepUnsavedChanges);
+    const AtExit atExit([&delegate] { delegate.keepEnteredChanges(); });
     // The end of the desktop's session, which asks where it closes the windows, and else ends the program.
     QObject::connect(&application, &QGuiApplication::commitDataRequest, &delegate, keepUnsavedChanges);
     Requests requests(delegate);

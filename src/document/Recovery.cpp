@@ -5,6 +5,7 @@
 #include "document/window/DocumentWindow.h"
 #include "document/window/LostTargetsNotice.h"
 #include "files/FileName.h"
+#include "files/NameTaking.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "system/MainThread.h"
 #include "widgets/NoticeBars.h"
@@ -14,23 +15,38 @@
 #include <QLocale>
 #include <QPointer>
 
+#include <algorithm>
 #include <chrono>
+#include <new>
+#include <sys/stat.h>
 #include <utility>
 
 namespace leafwright {
 
 namespace {
 
-/// With what writing takes, and a main thread that is busy now and then, it stays below two.
+/// Between one keeping and the next. With what writing takes, and a main thread that is busy now and then, it
+/// stays below two seconds.
 constexpr std::chrono::milliseconds delay{1000};
+/// Of a change that comes alone: as long as it takes to show it.
+constexpr std::chrono::milliseconds shortDelay{100};
 /// Where it failed, a disk may have room again some time later.
 constexpr std::chrono::milliseconds delayOfNextAttempt{10'000};
 
 const QString notKeptNotice = QStringLiteral("notKept");
 const QString notRemovedNotice = QStringLiteral("notRemoved");
 const QString notRecoveredNotice = QStringLiteral("notRecovered");
+const QString notOfferedNotice = QStringLiteral("notOffered");
 
-enum Answer { Later, Recover, Discard };
+enum Answer { Later, Recover, Discard, Keep };
+
+QString dayOf(const KeptOutline &outline) {
+    return QLocale().toString(QDateTime::fromMSecsSinceEpoch(outline.date).date(), QLocale::LongFormat);
+}
+
+QString timeOf(const KeptOutline &outline) {
+    return QLocale().toString(QDateTime::fromMSecsSinceEpoch(outline.date).time(), QLocale::ShortFormat);
+}
 
 }  // namespace
 
@@ -60,9 +76,9 @@ void Recovery::begin() {
     if (hasBegun_ || !document_.pdfDoc()) return;
     hasBegun_ = true;
     if (document_.edits().canUndo()) changed();
-    if (!document_.allowTOCediting()) return;
     auto left = RecoveryFile::leftBehindFor(folder_, document_.pdfURL());
     tellWhatCantBeRead(left.problems);
+    if (!document_.allowTOCediting()) return tellWhatCantBePutIn(left.files);
     offer(std::move(left.files));
 }
 
@@ -70,26 +86,49 @@ void Recovery::changed() {
     if (!hasBegun_) return;
     // An outline that was reverted counts as edited, but is the one of the file; unless what it was reverted
     // to has only gone into a preview, or nowhere.
-    const bool isReverted = document_.edits().undoSummary().name == u"revertOutlineToSaved:" &&
+    const OutlineEdits &edits = document_.edits();
+    const bool isReverted = edits.undoSummary().name == u"revertOutlineToSaved:" &&
                             document_.outline().hasOutlineOfFileInMemory();
-    if (isReverted || !document_.isDocumentEdited()) return forget();
-    // From the first change on, however many follow.
-    if (!timer_.isActive() || timer_.remainingTimeAsDuration() > delay) timer_.start(delay);
+    if (!isReverted && document_.isDocumentEdited()) {
+        isTakenBack_ = false;
+        return startTimer();
+    }
+    // Who compares what was recovered with the file has not discarded it.
+    if (!isRecovered_ || edits.redoSummary().name != u"recoverOutline") return forget();
+    isTakenBack_ = true;
+    timer_.stop();
+}
+
+/// From the first change on, however many follow.
+void Recovery::startTimer() {
+    using namespace std::chrono;
+    const milliseconds wait =
+        sinceKept_.isValid() ? std::max(delay - milliseconds(sinceKept_.elapsed()), shortDelay) : shortDelay;
+    if (!timer_.isActive() || timer_.remainingTimeAsDuration() > wait) timer_.start(wait);
 }
 
 void Recovery::keep() {
     if (!document_.isDocumentEdited()) return;
-    if (const auto pages = document_.sharedPdfDoc(); !file_ || fileOf_.lock() != pages) {
-        file_ = document_.outline().markOfFile();
-        fileOf_ = pages;
+    sinceKept_.start();
+    try {
+        if (const auto pages = document_.sharedPdfDoc(); !file_ || fileOf_.lock() != pages) {
+            file_ = document_.outline().markOfFile();
+            fileOf_ = pages;
+        }
+        mayBeKept_ = true;
+        writer().keep({document_.pdfURL(), file_.value_or(FileMark()), QDateTime::currentMSecsSinceEpoch(),
+                       keptEntries(document_.root())});
+    } catch (const std::bad_alloc &) {
+        tellWhatIsNotKept(tr("there is not enough memory"));
     }
-    mayBeKept_ = true;
-    writer().keep({document_.pdfURL(), file_.value_or(FileMark()), QDateTime::currentMSecsSinceEpoch(),
-                   keptEntries(document_.root())});
 }
 
 void Recovery::keepNow() {
     if (document_.myWindow() && !document_.isBusy()) document_.outlineview()->endEditing();
+    keepEntered();
+}
+
+void Recovery::keepEntered() {
     if (timer_.isActive()) {
         timer_.stop();
         keep();
@@ -101,7 +140,17 @@ void Recovery::forget() {
     timer_.stop();
     file_.reset();
     fileOf_.reset();
+    isRecovered_ = false;
+    if (isTakenBack_) return leaveToNextStart();
     if (std::exchange(mayBeKept_, false)) writer().remove();
+}
+
+/// What is changed then is kept in another file.
+void Recovery::leaveToNextStart() {
+    isTakenBack_ = false;
+    mayBeKept_ = false;
+    writer_.reset();
+    leftBehind_.reset();
 }
 
 RecoveryWriter &Recovery::writer() {
@@ -153,6 +202,19 @@ void Recovery::tellWhatCantBeRead(const QStringList &problems) {
                          {tr("Changes that were not saved can’t be read. %1.").arg(problems.join(u'\n'))});
 }
 
+/// The file has been encrypted since, say.
+void Recovery::tellWhatCantBePutIn(const Files &files) {
+    if (!notices() || files.empty()) return;
+    const auto content = files.front()->read();
+    const auto *outline = std::get_if<KeptOutline>(&content);
+    if (!outline) return tellWhatCantBeRead({std::get<RecoveryFile::Unreadable>(content).reason});
+    const QString text =
+        tr("Changes to the outline of “%1” were not saved, and are kept as they were on %2 at %3. They can’t "
+           "be put into this file, which can’t be edited.");
+    notices()->setNotice(notOfferedNotice,
+                         {text.arg(document_.displayName(), dayOf(*outline), timeOf(*outline))});
+}
+
 /// Offers the first of what was left behind; when that is discarded, the next.
 void Recovery::offer(Files files) {
     while (!files.empty()) {
@@ -172,14 +234,17 @@ void Recovery::offer(Files files) {
 
 void Recovery::ask(Files files, KeptOutline outline) {
     auto *sheet = new Sheet(tr("Recover Outline"));
-    const QDateTime date = QDateTime::fromMSecsSinceEpoch(outline.date);
     const size_t count = outline.entries.size();
     const QString text =
         tr("Changes to the outline of “%1” were not saved. It can be had again as it was on %2 at "
            "%3, with %4.");
-    sheet->addText(text.arg(document_.displayName(), QLocale().toString(date.date(), QLocale::LongFormat),
-                            QLocale().toString(date.time(), QLocale::ShortFormat),
+    sheet->addText(text.arg(document_.displayName(), dayOf(outline), timeOf(outline),
                             count == 1 ? tr("1 entry") : tr("%1 entries").arg(count)));
+    if (files.size() > 1)
+        sheet->addText(tr("It is the latest of %1 that are kept. When it is discarded, the one before is "
+                          "offered.")
+                           .arg(files.size()));
+    if (!isForThisPlace(outline)) sheet->addText(tr("It was kept for “%1”.").arg(outline.pdf));
     if (!isForFileOf(document_.outline(), outline))
         sheet->addText(tr("The file has changed since. Entries are found again by their page labels."));
     sheet->addButton(tr("Later"), Later);
@@ -191,10 +256,43 @@ void Recovery::ask(Files files, KeptOutline outline) {
         Files offered = std::move(shared->first);
         if (!self || returnCode == Later) return;
         if (returnCode == Recover) return self->recover(std::move(offered.front()), shared->second);
-        self->tellWhatStays(offered.front()->remove());
+        self->discard(std::move(offered), shared->second);
+    });
+}
+
+void Recovery::discard(Files files, const KeptOutline &outline) {
+    const bool isOurs = isForThisPlace(outline) && isForFileOf(document_.outline(), outline);
+    if (!isOurs) return askBeforeDiscarding(std::move(files), outline);
+    tellWhatStays(files.front()->remove());
+    files.erase(files.begin());
+    offer(std::move(files));
+}
+
+/// The file that it was kept for may be another one, moved since, or away just now.
+void Recovery::askBeforeDiscarding(Files files, const KeptOutline &outline) {
+    auto *sheet = new Sheet(tr("Discard Outline"));
+    sheet->addText(tr("The outline was kept for “%1” as that file was then. If you have the file elsewhere, "
+                      "these changes to its outline are lost.")
+                       .arg(outline.pdf));
+    sheet->addButton(tr("Keep"), Keep);
+    sheet->addButton(tr("Discard"), Discard);
+    const auto shared = std::make_shared<Files>(std::move(files));
+    document_.beginSheet(sheet, [self = QPointer(this), shared](int returnCode) {
+        Files offered = std::move(*shared);
+        if (!self) return;
+        if (returnCode == Discard) self->tellWhatStays(offered.front()->remove());
         offered.erase(offered.begin());
         self->offer(std::move(offered));
     });
+}
+
+/// Whether an outline was kept for what the document's path leads to, by whichever path.
+bool Recovery::isForThisPlace(const KeptOutline &outline) const {
+    struct stat meant = {};
+    struct stat here = {};
+    return outline.pdf == document_.pdfURL() ||
+           (::stat(fileNameBytes(outline.pdf).constData(), &meant) == 0 &&
+            ::stat(fileNameBytes(document_.pdfURL()).constData(), &here) == 0 && isSameFile(meant, here));
 }
 
 void Recovery::recover(std::unique_ptr<RecoveryFile> file, const KeptOutline &outline) {
@@ -204,6 +302,7 @@ void Recovery::recover(std::unique_ptr<RecoveryFile> file, const KeptOutline &ou
     const LostTargets lost = recoverOutline(document_.outline(), outline);
     // Not before: when the history tells of the change, it does not count as one to be saved yet.
     mayBeKept_ = true;
+    isRecovered_ = true;
     if (notices()) showLostTargets(*notices(), lost);
 }
 

@@ -1,7 +1,9 @@
+#include "app/AtExit.h"
 #include "app/EndingSignals.h"
 #include "document/Recovery.h"
 #include "document/commands/SavingCommands.h"
 #include "support/CliFiles.h"
+#include "support/EnvironmentVariable.h"
 #include "support/WindowFixture.h"
 
 #include <QProcess>
@@ -18,6 +20,8 @@ namespace {
 
 constexpr const char *folderVariable = "LEAFWRIGHT_SESSION_FOLDER";
 constexpr const char *seedVariable = "LEAFWRIGHT_SESSION_SEED";
+/// How a session ends itself, before anything has been kept by time: "exit", "two signals", "a late signal".
+constexpr const char *endVariable = "LEAFWRIGHT_SESSION_END";
 
 /// The same for all processes of the machine.
 qint64 milliseconds() {
@@ -45,7 +49,11 @@ public:
         // As where a person starts it: who runs the tests may have them ignored.
         for (const int signal : {SIGTERM, SIGHUP, SIGINT})
             std::signal(signal, SIG_DFL);
-        const EndingSignals signals([this] { recovery_->keepNow(); });
+        const QByteArray end = qgetenv(endVariable);
+        const auto patience = end == "a late signal" ? std::chrono::hours(0) : std::chrono::hours(1);
+        const EndingSignals signals([this] { recovery_->keepNow(); }, patience);
+        const AtExit atExit([this] { recovery_->keepEntered(); });
+        if (!end.isEmpty()) endAs(end);
         while (true) {
             edit();
             if (random_.bounded(100) == 0) document_.saving().saveFinal();
@@ -54,6 +62,16 @@ public:
     }
 
 private:
+    [[noreturn]] void endAs(const QByteArray &end) {
+        document_.finishLoading();
+        for (int i = 0; i < 5; ++i)
+            edit();
+        if (end == "exit") std::exit(1);  // NOLINT(concurrency-mt-unsafe): as a library would
+        std::raise(SIGTERM);
+        std::raise(SIGTERM);
+        while (true)
+            QTest::qWait(1000);
+    }
     void edit() {
         MyOutlineItem &root = document_.root();
         OutlineEdits &edits = document_.edits();
@@ -93,7 +111,7 @@ protected:
         addOutline(pdf, {{"(0)", "[0 /Fit]"}, {"(Two)", "[1 /Fit]"}, {"(Three)", "[2 /Fit]"}});
         pdf.save(folder + "/a.pdf");
     }
-    static void start(QProcess &session, const QString &folder, unsigned seed) {
+    static void launch(QProcess &session, const QString &folder, unsigned seed) {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert(folderVariable, folder);
         environment.insert(seedVariable, QString::number(seed));
@@ -101,6 +119,9 @@ protected:
         session.start(QCoreApplication::applicationFilePath(),
                       {"--gtest_also_run_disabled_tests", "--gtest_filter=SessionToBeKilled.DISABLED_Runs"});
         ASSERT_TRUE(session.waitForStarted());
+    }
+    static void start(QProcess &session, const QString &folder, unsigned seed) {
+        launch(session, folder, seed);
         while (QFileInfo(pathOfLog(folder)).size() == 0 && !session.waitForFinished(1) &&
                session.state() == QProcess::Running)
             continue;
@@ -183,6 +204,36 @@ TEST_P(EndedWhileEditing, LosesNothing) {
     ASSERT_TRUE(session.waitForFinished(30'000));
     EXPECT_EQ(session.exitStatus(), QProcess::CrashExit) << "as the signal ends programs";
     EXPECT_EQ(lastKept(dir.path("a")), editsOf(dir.path("a")).rbegin()->first);
+}
+
+/// A session that ends itself right after the fifth edit.
+class EndedRightAway : public KilledWhileEditing {
+protected:
+    void run(const QByteArray &end) {
+        makeBook(dir.path("a"));
+        const EnvironmentVariable how(endVariable, end);
+        launch(session, dir.path("a"), 1);
+        ASSERT_TRUE(session.waitForFinished(30'000));
+    }
+
+    QProcess session;
+};
+
+TEST_F(EndedRightAway, ByExitLosesNothing) {
+    run("exit");
+    EXPECT_EQ(lastKept(dir.path("a")), 5);
+}
+
+TEST_F(EndedRightAway, ByASignalThatComesTwiceLosesNothing) {
+    run("two signals");
+    EXPECT_EQ(session.exitStatus(), QProcess::CrashExit);
+    EXPECT_EQ(lastKept(dir.path("a")), 5);
+}
+
+TEST_F(EndedRightAway, BySomebodyWhoHasWaitedItEndsAtOnce) {
+    run("a late signal");
+    EXPECT_EQ(session.exitStatus(), QProcess::CrashExit);
+    EXPECT_EQ(lastKept(dir.path("a")), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Signals, EndedWhileEditing, testing::Values(SIGTERM, SIGHUP, SIGINT));

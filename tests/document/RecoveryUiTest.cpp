@@ -20,7 +20,7 @@ using testing::HasSubstr;
 /// A document with the entries "One" and "Two" in its file, and a folder for what is not saved.
 class Recovering : public test::WindowFixture {
 protected:
-    enum Answer { Later, Recover, Discard };
+    enum Answer { Later, Recover, Discard, Keep };
 
     void SetUp() override {
         new Recovery(document, folder);
@@ -154,6 +154,40 @@ TEST_F(Recovering, WhatIsRecoveredIsAStepThatCanBeTakenBack) {
     EXPECT_EQ(kept().size(), 1);
 }
 
+TEST_F(Recovering, WhatIsRecoveredAndTakenBackIsThereForLater) {
+    rename(0, "Changed");
+    crash();
+    openAgain();
+    press(Recover);
+    keeper(*showing).keepNow();
+    ASSERT_TRUE(showing->actions().perform("stepBack:"));
+    EXPECT_EQ(kept().size(), 1);
+    EXPECT_FALSE(showing->isDocumentEdited());
+    ASSERT_TRUE(showing->myWindow()->close());
+    EXPECT_EQ(kept().size(), 1);
+    openAgain();
+    press(Recover);
+    EXPECT_EQ(title(0), "Changed");
+    ASSERT_TRUE(showing->saving().saveFinal());
+    keeper(*showing).keepNow();
+    EXPECT_EQ(names(), QStringList());
+}
+
+TEST_F(Recovering, WhatIsDoneInsteadOfWhatWasTakenBackIsKeptBesideIt) {
+    rename(0, "Changed");
+    crash();
+    openAgain();
+    press(Recover);
+    ASSERT_TRUE(showing->actions().perform("stepBack:"));
+    showing->edits().setPageTitle(*showing->root().children()[0], "Other");
+    keeper(*showing).keepNow();
+    EXPECT_EQ(kept().size(), 2);
+    ASSERT_TRUE(showing->saving().saveFinal());
+    keeper(*showing).keepNow();
+    ASSERT_EQ(kept().size(), 1);
+    EXPECT_THAT(test::bytesOf(folder + '/' + kept()[0]).toStdString(), HasSubstr("\"Changed\""));
+}
+
 TEST_F(Recovering, WhatIsChangedThenIsKeptInItsPlace) {
     rename(0, "Changed");
     crash();
@@ -186,9 +220,10 @@ TEST_F(Recovering, WhatIsLeftForLaterIsOfferedAgainAndNotWrittenOver) {
     EXPECT_EQ(kept().size(), 2);
     next.reset();
     openAgain();
-    EXPECT_THAT(textOfSheet(), HasSubstr("2 entries"));
+    EXPECT_THAT(textOfSheet(), HasSubstr("the latest of 2"));
     press(Discard);
     EXPECT_THAT(textOfSheet(), HasSubstr("2 entries")) << "the next";
+    EXPECT_THAT(textOfSheet(), Not(HasSubstr("the latest of")));
     press(Recover);
     EXPECT_EQ(title(0), "Changed");
 }
@@ -419,6 +454,85 @@ TEST_F(Recovering, FollowsAFileThatWasRenamedBeforeTheFirstChange) {
     openAgain("b.pdf");
     EXPECT_THAT(textOfSheet(), HasSubstr("“b.pdf”"));
     EXPECT_THAT(textOfSheet(), Not(HasSubstr("has changed since")));
+}
+
+TEST_F(Recovering, FollowsAFileThatWasMovedFromWhereAnotherIsNow) {
+    rename(0, "Changed");
+    crash();
+    ASSERT_TRUE(QFile::rename(dir.path("a.pdf"), dir.path("b.pdf")));
+    save(book("New edition", 3));
+    openAgain("b.pdf");
+    EXPECT_THAT(textOfSheet(), HasSubstr(dir.path("a.pdf").toStdString())) << "whose it was";
+    EXPECT_THAT(textOfSheet(), Not(HasSubstr("has changed since")));
+}
+
+TEST_F(Recovering, WhatIsForAnotherFileIsNotDiscardedUnasked) {
+    rename(0, "Changed");
+    crash();
+    ASSERT_TRUE(QFile::copy(dir.path("a.pdf"), dir.path("copy.pdf")));
+    ASSERT_TRUE(QFile::rename(dir.path("a.pdf"), dir.path("away.pdf")));
+    openAgain("copy.pdf");
+    press(Discard);
+    EXPECT_THAT(textOfSheet(), HasSubstr(dir.path("a.pdf").toStdString()));
+    EXPECT_EQ(kept().size(), 1);
+    press(Keep);
+    EXPECT_EQ(textOfSheet(), "no sheet");
+    EXPECT_EQ(kept().size(), 1);
+    openAgain("away.pdf");
+    press(Discard);
+    press(Discard);
+    EXPECT_EQ(names(), QStringList());
+}
+
+TEST_F(Recovering, WhatMayBeForAnEditionThatWasMovedIsNotDiscardedUnasked) {
+    rename(0, "Changed");
+    crash();
+    save(book("New edition", 3));
+    openAgain();
+    press(Discard);
+    EXPECT_EQ(kept().size(), 1);
+    press(Discard);
+    EXPECT_EQ(names(), QStringList());
+}
+
+TEST_F(Recovering, SaysThatItCantBePutIntoAnEncryptedFile) {
+    rename(0, "Changed");
+    crash();
+    test::saveEncryptedPdf(dir, "a.pdf");
+    openAgain();
+    EXPECT_EQ(textOfSheet(), "no sheet");
+    ASSERT_TRUE(notice(*showing, "notOffered"));
+    EXPECT_THAT(notice(*showing, "notOffered")->text().toStdString(),
+                HasSubstr("can’t be put into this file"));
+    EXPECT_EQ(kept().size(), 1);
+}
+
+TEST_F(Recovering, KnowsWhatWasSavedBeforeAPreview) {
+    rename(0, "Saved");
+    ASSERT_TRUE(document.saving().saveFinal());
+    rename(0, "Previewed");
+    document.saving().openPDFInDefaultApp();
+    ASSERT_TRUE(document.actions().perform("stepBack:"));
+    keeper(document).keepNow();
+    rename(0, "Changed");
+    crash();
+    openAgain();
+    EXPECT_THAT(textOfSheet(), HasSubstr("2 entries"));
+    EXPECT_THAT(textOfSheet(), Not(HasSubstr("has changed since")));
+}
+
+TEST_F(Recovering, DoesNotOfferALabelOfNoPageThatWasSavedAsTheFirst) {
+    document.edits().setPageLabel(*document.root().children().at(1), "99");
+    keeper(document).keepNow();
+    const QString name = kept().value(0);
+    const QByteArray content = test::bytesOf(folder + '/' + name);
+    ASSERT_TRUE(document.saving().saveFinal());
+    keeper(document).keepNow();
+    document.myWindow()->close();
+    test::saveBytes(folder + '/' + name, content);
+    openAgain();
+    EXPECT_EQ(textOfSheet(), "no sheet");
+    EXPECT_EQ(kept().size(), 0);
 }
 
 TEST_F(Recovering, OffersWhatDiffersInNothingButWhichEntryIsWhich) {

@@ -25,6 +25,7 @@ void writeHead(const KeptOutline &outline, JsonWriter &json) {
     json.member("modified", QString::number(outline.file.modified));
     json.member("hash", QString::fromLatin1(outline.file.hash.toHex()));
     json.member("date", QString::number(outline.date));
+    json.member("order", outline.order);
     json.member("entries", static_cast<qint64>(outline.entries.size()));
     json.endObject();
 }
@@ -125,7 +126,8 @@ std::optional<KeptOutline> readHead(const QByteArray &line, size_t &count) {
                        {numberOf(head[QLatin1String("size")]), numberOf(head[QLatin1String("modified")]),
                         QByteArray::fromHex(head[QLatin1String("hash")].toString().toLatin1())},
                        numberOf(head[QLatin1String("date")]),
-                       {}};
+                       {},
+                       head[QLatin1String("order")].toInt()};
 }
 
 }  // namespace

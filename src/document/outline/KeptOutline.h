@@ -27,6 +27,7 @@ struct KeptOutline {
     FileMark file;    ///< The file there, as the program that kept the outline knew it.
     qint64 date = 0;  ///< When it was kept: milliseconds since the start of 1970, UTC.
     std::vector<KeptEntry> entries;
+    int order = 0;  ///< Greater than that of what was kept for the same file before, whatever the clock said.
 };
 
 /// All that is below a root, in tree order.

@@ -1,5 +1,6 @@
 #include "document/outline/RecoveryFile.h"
 
+#include "document/outline/PdfOfKept.h"
 #include "files/FileName.h"
 #include "files/FileReading.h"
 #include "files/FileReplacement.h"
@@ -14,6 +15,7 @@
 #include <cerrno>
 #include <dirent.h>
 #include <fcntl.h>
+#include <limits>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -27,8 +29,8 @@ constexpr Translated translated{"RecoveryFile"};
 const QByteArray outlineSuffix = QByteArrayLiteral(".outline");
 const QByteArray lockSuffix = QByteArrayLiteral(".lock");
 const QByteArray damagedSuffix = QByteArrayLiteral(".damaged");
-constexpr qint64 fourWeeks = qint64{28} * 24 * 60 * 60 * 1000;  // milliseconds
 constexpr mode_t forOwner = S_IRUSR | S_IWUSR;
+constexpr qint64 largest = 1 << 28;  // bytes; that of 100,000 entries has 30 MB
 
 QByteArray startOfNames(const QString &pdf) {
     constexpr qsizetype enough = 16;
@@ -110,42 +112,18 @@ Content headOf(const QByteArray &path) {
     return contentOf(readHeadOfKeptOutline(head), head);
 }
 
-/// A PDF that is opened, as those know it who have kept something for it.
-class OpenedPdf {
-public:
-    explicit OpenedPdf(const QString &path) : path_(path), status_(statusOf(path)) {}
-
-    bool isMeantBy(const KeptOutline &head) {
-        if (head.pdf == path_) return true;
-        if (!status_) return false;
-        if (const auto there = statusOf(head.pdf)) return isSameFile(*there, *status_);
-        // It is gone from there. What has the same content may be that file, moved or renamed.
-        if (head.file.size != status_->st_size) return false;
-        if (!mark_) mark_ = markOfFile(path_).value_or(FileMark());
-        return mark_->isOfSameContentAs(head.file);
-    }
-
-private:
-    static std::optional<struct stat> statusOf(const QString &path) {
-        struct stat status = {};
-        return ::stat(fileNameBytes(path).constData(), &status) == 0 ? std::optional(status) : std::nullopt;
-    }
-
-    QString path_;
-    std::optional<struct stat> status_;
-    std::optional<FileMark> mark_;
-};
-
 bool isOlderThan(const QByteArray &path, qint64 milliseconds) {
     struct stat status = {};
     constexpr qint64 inASecond = 1000;
     return ::lstat(path.constData(), &status) == 0 && status.st_mtim.tv_sec < milliseconds / inASecond;
 }
 
-bool isForgotten(const QByteArray &outline, qint64 now) {
+/// @param path without the suffix
+bool isForgotten(const QByteArray &path, qint64 now) {
+    const QByteArray outline = path + outlineSuffix;
     const Content content = headOf(outline);
     if (const auto *head = std::get_if<KeptOutline>(&content))
-        return head->date < now - fourWeeks && !fileExists(head->pdf);
+        return isMissingForLong(head->pdf, path + lockSuffix, now);
     return std::get<RecoveryFile::Unreadable>(content).isDamaged && isOlderThan(outline, now - fourWeeks);
 }
 
@@ -178,7 +156,7 @@ RecoveryFile::LeftBehind RecoveryFile::leftBehindFor(const QString &folder, cons
     const QByteArray start = startOfNames(pdf);
     OpenedPdf opened(pdf);
     struct Found {
-        qint64 date;
+        std::pair<int, qint64> age;  // the order, then the date
         std::unique_ptr<RecoveryFile> file;
     };
     std::vector<Found> found;
@@ -197,14 +175,15 @@ RecoveryFile::LeftBehind RecoveryFile::leftBehindFor(const QString &folder, cons
         if (!file || !fileExists(fileNameText(path + outlineSuffix))) continue;
         const Content content = file->read();
         if (const auto *outline = std::get_if<KeptOutline>(&content)) {
-            if (opened.isMeantBy(*outline)) found.push_back({outline->date, std::move(file)});
+            if (opened.isMeantBy(*outline))
+                found.push_back({{outline->order, outline->date}, std::move(file)});
             continue;
         }
         const auto &problem = std::get<Unreadable>(content);
         const QString at = problem.isDamaged ? file->setAside() : fileNameText(path + outlineSuffix);
         left.problems.append(at + QLatin1String(": ") + problem.reason);
     }
-    std::ranges::stable_sort(found, std::greater(), &Found::date);
+    std::ranges::stable_sort(found, std::greater(), &Found::age);
     for (Found &each : found)
         left.files.push_back(std::move(each.file));
     return left;
@@ -215,9 +194,9 @@ void RecoveryFile::removeForgotten(const QString &folder, qint64 now) {
     for (const QByteArray &name : namesIn(place, outlineSuffix)) {
         const QByteArray path = place + '/' + name;
         // Who takes a file hides it from others meanwhile. So that is done last, and may come too late.
-        if (!isForgotten(path + outlineSuffix, now)) continue;
+        if (!isForgotten(path, now)) continue;
         const auto file = take(path, {});
-        if (file && isForgotten(path + outlineSuffix, now)) file->remove();
+        if (file && isForgotten(path, now)) file->remove();
     }
     for (const QByteArray &name : namesIn(place, damagedSuffix)) {
         const QByteArray path = place + '/' + name + damagedSuffix;
@@ -228,6 +207,16 @@ void RecoveryFile::removeForgotten(const QString &folder, qint64 now) {
         // Whoever gives one of these back removes it.
         if (!fileExists(fileNameText(path + outlineSuffix))) take(path, {});
     }
+}
+
+int RecoveryFile::latestOrder(const QString &folder) {
+    const QByteArray place = fileNameBytes(folder);
+    int latest = 0;
+    for (const QByteArray &name : namesIn(place, outlineSuffix)) {
+        const Content content = headOf(place + '/' + name + outlineSuffix);
+        if (const auto *head = std::get_if<KeptOutline>(&content)) latest = std::max(latest, head->order);
+    }
+    return std::min(latest, std::numeric_limits<int>::max() - 1);
 }
 
 RecoveryFile::~RecoveryFile() {
@@ -245,26 +234,29 @@ bool RecoveryFile::isThere() const {
 
 std::optional<QString> RecoveryFile::write(const KeptOutline &outline) {
     FileReplacement file(fileNameText(path_ + outlineSuffix));
+    qint64 size = 0;
     bool isWritten = file.start();
     if (isWritten) {
         ::fchmod(file.descriptor(), forOwner);
         writeKeptOutline(outline, [&](const QByteArray &bytes) {
-            isWritten = isWritten && file.write(bytes) == bytes.size();
+            size += bytes.size();
+            isWritten = isWritten && size <= largest && file.write(bytes) == bytes.size();
         });
     }
-    // What the disk has not confirmed is there all the same, and written again soon.
+    if (size > largest) return translated("the outline is too large");
+    // What the disk has not confirmed is there all the same, and outlives all but a power failure.
     if (!isWritten || file.commit() == FileReplacement::Outcome::NotWritten) return file.errorString();
     pdf_ = outline.pdf;
     return std::nullopt;
 }
 
 std::variant<KeptOutline, RecoveryFile::Unreadable> RecoveryFile::read() const {
-    constexpr qint64 largest = 1 << 28;  // bytes; that of 100,000 entries has 30 MB
     const int descriptor = openRegularFile(fileNameText(path_ + outlineSuffix));
     if (descriptor < 0) return Unreadable{reasonOfSystem(errno), false};
     struct stat status = {};
     const bool isTooLarge = ::fstat(descriptor, &status) == 0 && status.st_size > largest;
-    const auto content = isTooLarge ? QByteArray() : readDescriptor(descriptor);
+    using Read = std::variant<QByteArray, QString>;
+    const Read content = isTooLarge ? Read(translated("it is too large")) : readDescriptor(descriptor);
     ::close(descriptor);
     if (const auto *reason = std::get_if<QString>(&content)) return Unreadable{*reason, false};
     const QByteArray &text = std::get<QByteArray>(content);

@@ -37,11 +37,16 @@ public:
     static std::variant<std::unique_ptr<RecoveryFile>, QString> make(const QString &folder,
                                                                      const QString &pdf);
     /// Takes the files of a PDF that were left behind: for its path, for another path to the same file, and
-    /// for one that it has been moved from. What is damaged is set aside as "HASH-XXXXXX.damaged".
+    /// for one where its content is no longer, since it was moved. What is damaged is set aside as
+    /// "HASH-XXXXXX.damaged".
     static LeftBehind leftBehindFor(const QString &folder, const QString &pdf);
-    /// Removes what was left behind of PDF files that are no longer there, and what is damaged, once it is
-    /// four weeks old, and locks without a file. @param now milliseconds since the start of 1970, UTC
+    /// Removes what was left behind of PDF files four weeks after they were first missed in folders that are
+    /// there, which their locks say; what is damaged, once it is as old; and locks without a file.
+    /// @param now milliseconds since the start of 1970, UTC
     static void removeForgotten(const QString &folder, qint64 now);
+
+    /// The greatest KeptOutline::order in a folder; 0 for none.
+    static int latestOrder(const QString &folder);
 
     /// Leaves the file to whoever comes next.
     ~RecoveryFile();

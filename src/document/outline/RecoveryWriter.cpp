@@ -18,7 +18,9 @@ public:
     FolderStore(QString folder, std::unique_ptr<RecoveryFile> file)
         : folder_(std::move(folder)), file_(std::move(file)) {}
 
-    std::optional<QString> write(const KeptOutline &outline) override {
+    std::optional<QString> write(KeptOutline outline) override {
+        if (order_ == 0) order_ = RecoveryFile::latestOrder(folder_) + 1;
+        outline.order = order_;
         if (file_ && file_->pdf() == outline.pdf && file_->isThere()) return file_->write(outline);
         // The name of one for the place that the PDF had before tells of that; and a lock that somebody has
         // tidied away keeps nobody out. It goes when there is another.
@@ -39,6 +41,7 @@ public:
 private:
     QString folder_;
     std::unique_ptr<RecoveryFile> file_;
+    int order_ = 0;  ///< KeptOutline::order of what is kept here; 0 before the first.
 };
 
 }  // namespace
@@ -89,19 +92,19 @@ void RecoveryWriter::run() {
         changed_.wait(lock, [this] { return task_ || ends_; });
         if (!task_) return;
         const Task task = *std::exchange(task_, std::nullopt);
-        const KeptOutline outline = std::exchange(outline_, {});
+        KeptOutline outline = std::exchange(outline_, {});
         isAtWork_ = true;
         lock.unlock();
-        told_(task, perform(task, outline));
+        told_(task, perform(task, std::move(outline)));
         lock.lock();
         isAtWork_ = false;
         changed_.notify_all();
     }
 }
 
-std::optional<QString> RecoveryWriter::perform(Task task, const KeptOutline &outline) {
+std::optional<QString> RecoveryWriter::perform(Task task, KeptOutline outline) {
     try {
-        return task == Task::Remove ? store_->remove() : store_->write(outline);
+        return task == Task::Remove ? store_->remove() : store_->write(std::move(outline));
     } catch (const std::bad_alloc &) {
         return translated("there is not enough memory");
     }

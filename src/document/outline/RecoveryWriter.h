@@ -19,7 +19,7 @@ public:
     public:
         virtual ~Store() = default;
         /// @return why it is not kept
-        virtual std::optional<QString> write(const KeptOutline &outline) = 0;
+        virtual std::optional<QString> write(KeptOutline outline) = 0;
         virtual std::optional<QString> remove() = 0;
     };
     enum class Task { Keep, Remove };
@@ -43,7 +43,7 @@ public:
 
 private:
     void run();
-    std::optional<QString> perform(Task task, const KeptOutline &outline);
+    std::optional<QString> perform(Task task, KeptOutline outline);
 
     std::unique_ptr<Store> store_;
     Told told_;

@@ -1,4 +1,5 @@
 #include "document/outline/RecoveryFile.h"
+#include "document/outline/RecoveryWriter.h"
 #include "support/CliFiles.h"
 #include "support/TempDir.h"
 
@@ -109,6 +110,28 @@ TEST_F(RecoveryFiles, AreFoundWhereThePdfWasMovedTo) {
     EXPECT_EQ(titles(dir.path("other.pdf")), QStringList());
 }
 
+TEST_F(RecoveryFiles, AreFoundWhereThePdfWasMovedToThoughAnotherIsInItsPlace) {
+    test::saveBytes(dir.path("a.pdf"), "pdf");
+    leave(outlineOfFile(dir.path("a.pdf"), "one"));
+    test::saveBytes(dir.path("b.pdf"), "pdf");
+    EXPECT_EQ(titles(dir.path("b.pdf")), QStringList()) << "a copy, as far as anybody knows";
+    for (const char *content : {"new", "new edition"}) {
+        test::saveBytes(dir.path("a.pdf"), content);
+        EXPECT_EQ(titles(dir.path("b.pdf")), QStringList("one"));
+        EXPECT_EQ(titles(dir.path("a.pdf")), QStringList("one"));
+    }
+}
+
+TEST_F(RecoveryFiles, AreOrderedByWhatWasKeptLaterWhateverTheClockSaid) {
+    for (const char *title : {"early", "late"}) {
+        const auto store = RecoveryWriter::storeIn(folder, nullptr);
+        const qint64 date = title == QLatin1String("early") ? 2 : 1;
+        EXPECT_EQ(store->write(outline("/a.pdf", title, date)), std::nullopt);
+        EXPECT_EQ(store->write(outline("/a.pdf", title, date)), std::nullopt);
+    }
+    EXPECT_EQ(titles("/a.pdf"), (QStringList{"late", "early"}));
+}
+
 TEST_F(RecoveryFiles, OfOnePdfDoNotMeet) {
     File one = make("/a.pdf");
     File other = make("/a.pdf");
@@ -215,14 +238,42 @@ TEST_F(RecoveryFiles, GoInTimeWithTheirPdf) {
     test::saveBytes(dir.path("there.pdf"), "pdf");
     for (const QString &pdf : {dir.path("there.pdf"), dir.path("gone.pdf")})
         EXPECT_EQ(make(pdf)->write(outline(pdf, "kept", 0)), std::nullopt);
-    RecoveryFile::removeForgotten(folder, 27 * day);
+    RecoveryFile::removeForgotten(folder, 100 * day);
+    EXPECT_EQ(titles(dir.path("gone.pdf")), QStringList("kept")) << "just missed for the first time";
+    RecoveryFile::removeForgotten(folder, 127 * day);
     EXPECT_EQ(titles(dir.path("gone.pdf")), QStringList("kept"));
     const File living = make(dir.path("gone.pdf"));
     EXPECT_EQ(living->write(outline(dir.path("gone.pdf"), "living", 0)), std::nullopt);
-    RecoveryFile::removeForgotten(folder, 29 * day);
+    RecoveryFile::removeForgotten(folder, 129 * day);
+    RecoveryFile::removeForgotten(folder, 158 * day);
     EXPECT_EQ(titles(dir.path("gone.pdf")), QStringList());
     EXPECT_EQ(titles(dir.path("there.pdf")), QStringList("kept"));
     EXPECT_EQ(names().size(), 4) << "two files, each with its lock";
+}
+
+TEST_F(RecoveryFiles, StayWhileTheirPdfComesBackNowAndThen) {
+    constexpr qint64 day = qint64{24} * 60 * 60 * 1000;
+    const QString pdf = dir.path("a.pdf");
+    leave(outline(pdf, "one"));
+    RecoveryFile::removeForgotten(folder, 100 * day);
+    test::saveBytes(pdf, "pdf");
+    RecoveryFile::removeForgotten(folder, 120 * day);
+    ASSERT_TRUE(QFile::remove(pdf));
+    RecoveryFile::removeForgotten(folder, 140 * day);
+    EXPECT_EQ(titles(pdf), QStringList("one"));
+    RecoveryFile::removeForgotten(folder, 110 * day);  // the clock was wrong
+    RecoveryFile::removeForgotten(folder, 137 * day);
+    EXPECT_EQ(titles(pdf), QStringList("one"));
+    RecoveryFile::removeForgotten(folder, 139 * day);
+    EXPECT_EQ(titles(pdf), QStringList());
+}
+
+TEST_F(RecoveryFiles, StayWhereTheFolderOfTheirPdfIsAway) {
+    constexpr qint64 day = qint64{24} * 60 * 60 * 1000;
+    leave(outline(dir.path("stick/a.pdf"), "one"));
+    RecoveryFile::removeForgotten(folder, 100 * day);
+    RecoveryFile::removeForgotten(folder, 1000 * day);
+    EXPECT_EQ(titles(dir.path("stick/a.pdf")), QStringList("one"));
 }
 
 TEST_F(RecoveryFiles, GoInTimeWhereTheyAreDamaged) {

@@ -27,7 +27,7 @@ struct Orders {
 class StoreInMemory final : public RecoveryWriter::Store {
 public:
     explicit StoreInMemory(Orders &orders) : orders_(orders) {}
-    std::optional<QString> write(const KeptOutline &outline) override {
+    std::optional<QString> write(KeptOutline outline) override {
         orders_.writes.release();
         orders_.mayWrite.acquire();
         if (orders_.isOutOfMemory) throw std::bad_alloc();
