@@ -1,6 +1,6 @@
 // An outline as text, JSON or plus lines, as `apply` takes it.
 
-#include "cli/OutlineTree.h"
+#include "exchange/OutlineTree.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size) {
     OutlineEntry inFile;
     constexpr int number = 7;
     inFile.number = number;
-    cli::parseOutlineTree(QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)), Pages(),
-                          {{number, inFile}});
+    parseOutlineTree(QByteArray(reinterpret_cast<const char *>(data), qsizetype(size)), Pages(),
+                     {{number, inFile}});
     return 0;
 }

@@ -2,7 +2,7 @@
 #include "cli/FileClash.h"
 #include "cli/OpenFile.h"
 #include "cli/OutlineOutput.h"
-#include "cli/OutlineTree.h"
+#include "exchange/OutlineTree.h"
 #include "files/FileReading.h"
 #include "model/TreeWalk.h"
 #include "texts/Translated.h"

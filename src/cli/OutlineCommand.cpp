@@ -1,6 +1,6 @@
 #include "cli/Commands.h"
 #include "cli/OpenFile.h"
-#include "cli/OutlineFormats.h"
+#include "exchange/OutlineFormats.h"
 #include "texts/Translated.h"
 
 namespace leafwright::cli {
@@ -43,7 +43,7 @@ ExitCode OutlineCommand::run(const QCommandLineParser &arguments, Console &conso
         console.message(*failure);
         return Failed;
     }
-    print(*document, console);
+    print(*document, [&console](const QByteArray &bytes) { console.write(bytes); });
     return Done;
 }
 

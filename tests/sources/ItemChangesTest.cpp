@@ -44,7 +44,7 @@ TEST(ItemChanges, ValuesAreSetThroughTheEdits) {
     static const QRegularExpression changes(
         "(?<!edits)(?<!edits_)(?<!edits\\(\\))(\\.|->)"
         "(setPageTitle|setPageLabel|setPointOnPage|setEntry|setImportedPage|setLevelstr|setLevelnum)\\(");
-    const QStringList builders{"autotoc/HeadingTree.cpp", "cli/OutlineTree.cpp",
+    const QStringList builders{"autotoc/HeadingTree.cpp", "exchange/OutlineTree.cpp",
                                "document/outline/KeptOutline.cpp", "document/outline/OutlineImport.cpp"};
     const QStringList entriesOfPDFs{"document/outline/OutlineExport.cpp", "pdf/mupdf/OutlineReader.cpp"};
     EXPECT_THAT(linesMatching(changes, builders + entriesOfPDFs), IsEmpty());

@@ -1,10 +1,10 @@
-#include "cli/OutlineFormats.h"
+#include "exchange/OutlineFormats.h"
 
-#include "cli/JsonWriter.h"
+#include "formats/JsonWriter.h"
 #include "model/MyOutlineItem.h"
 #include "model/TreeWalk.h"
 
-namespace leafwright::cli {
+namespace leafwright {
 
 namespace {
 
@@ -40,8 +40,8 @@ void printWhatElse(const OutlineEntry &entry, JsonWriter &json) {
 
 }  // namespace
 
-void printOutlineAsJson(const PDFDocument &document, Console &console) {
-    JsonWriter json(console);
+void printOutlineAsJson(const PDFDocument &document, const TextSink &sink) {
+    JsonWriter json(sink);
     json.beginArray();
     walkBelow(
         document.outlineRoot(),
@@ -64,7 +64,7 @@ void printOutlineAsJson(const PDFDocument &document, Console &console) {
     json.endArray();
 }
 
-void printOutlineAsPlusLines(const PDFDocument &document, Console &console) {
+void printOutlineAsPlusLines(const PDFDocument &document, const TextSink &sink) {
     // An entry at a time: the lines of a deep outline, each as long as its depth, may not fit into memory.
     walkBelow(
         document.outlineRoot(),
@@ -72,12 +72,12 @@ void printOutlineAsPlusLines(const PDFDocument &document, Console &console) {
             const auto &destination = entry.destination();
             const QString label = destination ? document.pageLabel(destination->pageIndex) : QString();
             const MyOutlineItem item(entry.label(), PageTarget{label});
-            console.write(item.plusDescriptionForLevel(static_cast<qint32>(depth) + 1));
+            sink(item.plusDescriptionForLevel(static_cast<qint32>(depth) + 1).toUtf8());
         },
         [](const PDFOutline & /*entry*/) {});
 }
 
-void printOutlineAsText(const PDFDocument &document, Console &console) {
+void printOutlineAsText(const PDFDocument &document, const TextSink &sink) {
     constexpr size_t deepestIndent = 40;
     walkBelow(
         document.outlineRoot(),
@@ -87,9 +87,9 @@ void printOutlineAsText(const PDFDocument &document, Console &console) {
             if (const auto &destination = entry.destination()) {
                 line += QLatin1String("  [") + document.pageLabel(destination->pageIndex) + u']';
             }
-            console.write(line + u'\n');
+            sink((line + u'\n').toUtf8());
         },
         [](const PDFOutline & /*entry*/) {});
 }
 
-}  // namespace leafwright::cli
+}  // namespace leafwright

@@ -9,7 +9,7 @@
 
 #include <variant>
 
-namespace leafwright::cli {
+namespace leafwright {
 
 /// Why a text holds no outline: where, and what is wrong there.
 struct TreeError {
@@ -35,4 +35,4 @@ std::variant<std::unique_ptr<MyOutlineItem>, TreeError> parseOutlineTree(const Q
                                                                          const TextPages &pages,
                                                                          const OutlineEntries &inFile);
 
-}  // namespace leafwright::cli
+}  // namespace leafwright

@@ -1,4 +1,4 @@
-#include "cli/OutlineTree.h"
+#include "exchange/OutlineTree.h"
 
 #include "formats/Utf8Text.h"
 #include "model/TreeWalk.h"
@@ -12,7 +12,7 @@
 #include <cmath>
 #include <stdexcept>
 
-namespace leafwright::cli {
+namespace leafwright {
 
 namespace {
 
@@ -250,4 +250,4 @@ Tree parseOutlineTree(const QByteArray &text, const TextPages &pages, const Outl
     return treeFromJson(json.array(), pages, inFile);
 }
 
-}  // namespace leafwright::cli
+}  // namespace leafwright
