@@ -19,6 +19,7 @@ class BatchRenaming;
 class ContentsCommands;
 class DocumentWindow;
 class EditMenuCommands;
+class ExchangeCommands;
 class HeadingMapCommands;
 class HeadingMapGuess;
 class HeadingMapModel;
@@ -262,6 +263,7 @@ private:
     std::unique_ptr<AutoTOCCommands> autoTOCCommands_;
     std::unique_ptr<ContentsCommands> contentsCommands_;
     std::unique_ptr<EditMenuCommands> editMenuCommands_;
+    std::unique_ptr<ExchangeCommands> exchangeCommands_;
     std::unique_ptr<StepCommands> stepCommands_;
     std::unique_ptr<PrioritySplitViewDelegate> splitViewDelegate_;
     bool thumbnailsBound_ = false;

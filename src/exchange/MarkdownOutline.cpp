@@ -143,7 +143,7 @@ OutlineTree readMarkdownOutline(const QByteArray &text, const OutlineSource &sou
         if (line->trimmed().isEmpty()) continue;
         const auto indentation = takeMark(*line);
         const auto parts = indentation ? partsOf(*line) : std::nullopt;
-        if (!parts) return faultInLine(lines.number(), translated("not of the form - [Title](#page=12)"));
+        if (!parts) return faultInLine(lines.number(), translated("not of the form \"- [Title](#page=12)\""));
         auto item = itemOfEntry(*parts, source.pages);
         if (const auto *problem = std::get_if<QString>(&item)) return faultInLine(lines.number(), *problem);
         if (const auto problem =

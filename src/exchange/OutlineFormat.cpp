@@ -106,6 +106,13 @@ QStringList extensionsOfOutlines() {
     return extensions;
 }
 
+QStringList ownExtensionsOfOutlines() {
+    QStringList extensions;
+    for (const OutlineFormat &format : formats)
+        if (const char *own = format.extensions.front()) extensions.append(QLatin1String(own));
+    return extensions;
+}
+
 const OutlineFormat *formatToWrite(const QString &path) {
     const QString extension = extensionOf(path);
     const auto isItsOwn = [&](const OutlineFormat &format) {

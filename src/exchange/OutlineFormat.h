@@ -42,6 +42,8 @@ QStringList namesOfWrittenFormats();
 QStringList namesOfReadFormats();
 /// What names of files may end in, each format's own extension first of all.
 QStringList extensionsOfOutlines();
+/// Those that say by themselves in which format a file is.
+QStringList ownExtensionsOfOutlines();
 
 /// The format in which a file of this name is to be written; null where its extension says none, or several.
 const OutlineFormat *formatToWrite(const QString &path);

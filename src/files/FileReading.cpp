@@ -54,6 +54,23 @@ std::variant<QByteArray, QString> readFile(const QString &path) {
     return content;
 }
 
+std::variant<QByteArray, QString> readSmallFile(const QString &path, qint64 longest) {
+    const int descriptor = openRegularFile(path);
+    if (descriptor < 0) return reasonOfSystem(errno);
+    struct stat status = {};
+    std::variant<QByteArray, QString> content;
+    if (::fstat(descriptor, &status) != 0) {
+        content = reasonOfSystem(errno);
+    } else if (status.st_size > longest) {
+        constexpr int bitsOfMegabyte = 20;
+        content = translated("it is larger than %1 MB").arg(longest >> bitsOfMegabyte);
+    } else {
+        content = readDescriptor(descriptor);
+    }
+    ::close(descriptor);
+    return content;
+}
+
 int openRegularFile(const QString &path) {
     // Without O_NONBLOCK, opening a named pipe would wait for a writer.
     const int descriptor = ::open(fileNameBytes(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);

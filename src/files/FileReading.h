@@ -10,6 +10,8 @@ namespace leafwright {
 
 /// The content of a file, or of what else can be read to its end. @return it, or why it can't be read
 std::variant<QByteArray, QString> readFile(const QString &path);
+/// The same of a regular file that is no longer than so many bytes; does not wait for anything.
+std::variant<QByteArray, QString> readSmallFile(const QString &path, qint64 longest);
 /// The same of a descriptor, such as standard input, from where it stands.
 std::variant<QByteArray, QString> readDescriptor(int descriptor);
 
