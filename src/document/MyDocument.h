@@ -180,6 +180,7 @@ public:
     NavigationCommands &navigation() { return *navigation_; }
     StepCommands &stepCommands() { return *stepCommands_; }
     OutlineCopy &outlineCopy() { return *outlineCopy_; }
+    ExchangeCommands &exchangeCommands() { return *exchangeCommands_; }
 
     /// The outline's selected items, as tree nodes, in the order of their rows.
     std::vector<TreeNode *> selectedNodes() const;

@@ -23,6 +23,29 @@ constexpr Translated translated{"ExchangeCommands"};
 const QString failedExportNotice = QStringLiteral("failedExport");
 const QString failedImportNotice = QStringLiteral("failedImport");
 
+/// Hands what is written to a file in large pieces, as each is a call of the system.
+class Pieces {
+public:
+    explicit Pieces(FileReplacement &file) : file_(file) {}
+
+    void add(const QByteArray &bytes) {
+        constexpr qsizetype enough = 1 << 16;
+        pending_ += bytes;
+        if (pending_.size() >= enough) flush();
+    }
+    /// @return whether all that came so far has been taken
+    bool flush() {
+        isTaken_ = isTaken_ && file_.write(pending_) == pending_.size();
+        pending_.clear();
+        return isTaken_;
+    }
+
+private:
+    FileReplacement &file_;
+    QByteArray pending_;
+    bool isTaken_ = true;
+};
+
 /// The name of the PDF with the extension of the first format.
 QString proposedPath(const QString &pdf, const QStringList &extensions) {
     const QFileInfo file(pdf);
@@ -52,15 +75,17 @@ bool ExchangeCommands::canImport() const {
 }
 
 void ExchangeCommands::exportOutline() {
+    problem_.reset();
     const QStringList extensions = extensionsOfOutlines();
     const auto path = document_.runSavePanel({.title = translated("Export Outline"),
                                               .path = proposedPath(document_.pdfURL(), extensions),
                                               .allowedFileTypes = extensions});
     if (!path) return;
     QStringList notices;
-    if (const auto problem = write(*path, notices)) {
+    problem_ = write(*path, notices);
+    if (problem_) {
         document_.platform().beep();
-        notices.prepend(*problem);
+        notices.prepend(*problem_);
     }
     tell(failedExportNotice, notices);
 }
@@ -76,32 +101,35 @@ std::optional<QString> ExchangeCommands::write(const QString &path, QStringList 
     if (const auto place = placeOf(path); place && place == placeOf(document_.pdfURL()))
         return translated("%1 was not written: it is the PDF that is open.").arg(path);
     FileReplacement file(path);
-    bool isWritten = file.start();
-    if (isWritten) {
-        format->write(
-            document_.root(),
-            [this](const MyOutlineItem &item) { return document_.outline().knownPageIndexOfItem(item); },
-            [&](const QByteArray &bytes) { isWritten = isWritten && file.write(bytes) == bytes.size(); });
-    }
-    isWritten = isWritten && file.commit() == FileReplacement::Outcome::Written;
+    if (!file.start()) return file.message();
+    Pieces pieces(file);
+    format->write(
+        document_.root(),
+        [this](const MyOutlineItem &item) { return document_.outline().knownPageIndexOfItem(item); },
+        [&pieces](const QByteArray &bytes) { pieces.add(bytes); });
+    if (!pieces.flush()) return file.message();
+    const FileReplacement::Outcome outcome = file.commit();
+    if (outcome == FileReplacement::Outcome::NotWritten) return file.message();
     notices = file.notices();
-    return isWritten ? std::nullopt : std::optional(file.message());
+    if (outcome == FileReplacement::Outcome::NotDurable) notices.prepend(file.message());
+    return std::nullopt;
 }
 
 void ExchangeCommands::importOutline() {
-    if (!canImport()) return document_.platform().beep();
+    problem_.reset();
     const auto path = document_.runOpenPanel(
         {.title = translated("Import Outline"), .allowedFileTypes = extensionsOfOutlines()});
     if (!path) return;
     const auto existing = canExport() ? askForExisting() : Existing::Replaced;
     if (!existing) return;
-    const OutlineTree read = this->read(*path, *existing);
-    if (const auto *error = std::get_if<TreeError>(&read)) {
+    const OutlineTree outline = read(*path, *existing);
+    if (const auto *error = std::get_if<TreeError>(&outline)) {
+        problem_ = messageOf(*path, *error);
         document_.platform().beep();
-        return tell(failedImportNotice, {messageOf(*path, *error)});
+        return tell(failedImportNotice, {*problem_});
     }
     tell(failedImportNotice, {});
-    put(*std::get<std::unique_ptr<MyOutlineItem>>(read), *existing);
+    put(*std::get<std::unique_ptr<MyOutlineItem>>(outline), *existing);
 }
 
 OutlineTree ExchangeCommands::read(const QString &path, Existing existing) const {

@@ -21,6 +21,9 @@ public:
     /// takes its place or comes behind it. What can't be read is told with its line, and changes nothing.
     void importOutline();
 
+    /// Why the last export or import came to nothing; absent where it did not, and where it was cancelled.
+    const std::optional<QString> &problem() const { return problem_; }
+
     /// Whether there is anything to export.
     bool canExport() const;
     /// Whether the outline may be edited.
@@ -36,6 +39,7 @@ private:
     void tell(const QString &name, const QStringList &messages) const;
 
     MyDocument &document_;
+    std::optional<QString> problem_;
 };
 
 }  // namespace leafwright
