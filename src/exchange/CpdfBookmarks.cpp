@@ -64,9 +64,11 @@ QPointF spotOf(const QString &destination) {
         QStringLiteral(R"(^\s*\[\s*\d+\s*/XYZ\s+(-?[\d.]{1,20})\s+(-?[\d.]{1,20})\s)"));
     const QRegularExpressionMatch match = form.match(destination);
     constexpr double farthest = 1e7;  // as in JSON nodes
-    const QPointF spot(match.captured(1).toDouble(), match.captured(2).toDouble());
+    bool isX = false;
+    bool isY = false;
+    const QPointF spot(match.captured(1).toDouble(&isX), match.captured(2).toDouble(&isY));
     const bool isNear = std::max(std::abs(spot.x()), std::abs(spot.y())) <= farthest;
-    return match.hasMatch() && isNear ? spot : QPointF();
+    return isX && isY && isNear ? spot : QPointF();
 }
 
 struct Entry {

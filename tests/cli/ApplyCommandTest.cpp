@@ -58,6 +58,47 @@ TEST(ApplyCommand, PlusLinesReplaceTheOutline) {
     EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), lines);
 }
 
+TEST(ApplyCommand, EveryFormThatOutlinePrintsReplacesTheOutline) {
+    const TempDir dir;
+    ASSERT_EQ(apply(dir, "+ @1 One & <Two>\n++ @3 Below \"One\"\n+ @2 1.2 Three\n").exitCode, 0);
+    const QString lines = plusLinesOf(dir.path("out.pdf"));
+    for (const char *format : {"json", "plus", "markdown", "html", "opml", "pdftk", "cpdf", "pdfcpu"}) {
+        saveBytes(dir.path("other"), runCli({"outline", dir.path("out.pdf"), "--format", format}).out);
+        const CliResult result = runCli({"apply", savePdf(dir, "in.pdf", 3), dir.path("other"), "--format",
+                                         format, "-o", dir.path("again.pdf")});
+        EXPECT_EQ(result.exitCode, 0) << format << result.err.constData();
+        EXPECT_EQ(plusLinesOf(dir.path("again.pdf")), lines) << format;
+    }
+}
+
+TEST(ApplyCommand, TheFormIsToldByExtensionAndText) {
+    const TempDir dir;
+    const QString path = savePdf(dir, "in.pdf", 3);
+    const auto applied = [&](const QString &name, const QByteArray &text) {
+        saveBytes(dir.path(name), text);
+        const CliResult result = runCli({"apply", path, dir.path(name), "-o", dir.path("out.pdf")});
+        EXPECT_EQ(result.exitCode, 0) << result.err.constData();
+        return plusLinesOf(dir.path("out.pdf"));
+    };
+    EXPECT_EQ(applied("toc.md", "- [A](#page=2)\n"), "+ @2 A\n");
+    EXPECT_EQ(applied("toc.txt", "0 \"A\" 3\n"), "+ @3 A\n");
+    EXPECT_EQ(applied("toc", "{\"bookmarks\": [{\"title\": \"A\", \"page\": 1}]}"), "+ @1 A\n");
+    EXPECT_EQ(applied("lines.json", "+ @2 A\n"), "+ @2 A\n") << "as always";
+    EXPECT_EQ(applied("lines.md", "+ @3 A\n"), "+ @3 A\n") << "as always";
+}
+
+TEST(ApplyCommand, UnknownFormsAndTheOneForPeopleAreWrongUsage) {
+    const TempDir dir;
+    saveBytes(dir.path("tree"), "+ @1 A\n");
+    for (const char *format : {"xml", "text"}) {
+        const CliResult result = runCli({"apply", savePdf(dir, "in.pdf", 1), dir.path("tree"), "--format",
+                                         format, "-o", dir.path("out.pdf")});
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_THAT(result.err.toStdString(), HasSubstr("is no format that can be read"));
+        EXPECT_FALSE(QFileInfo::exists(dir.path("out.pdf")));
+    }
+}
+
 TEST(ApplyCommand, TheOriginalStandsInFrontOfTheResult) {
     const TempDir dir;
     apply(dir, "+ @2 One\n");

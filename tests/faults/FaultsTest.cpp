@@ -52,6 +52,12 @@ protected:
         saveBytes(work("tree"), "+ @1 New Entry\n++ @2 Below\n");
         saveBytes(work("steps"),
                   R"([{"do": "setTitle", "path": [0], "title": "New"}, {"do": "saveDocument:"}])");
+        saveBytes(work("export"),
+                  R"([{"do": "chooseFile", "path": "WORK/out.json"}, {"do": "exportOutline:"}])");
+        saveBytes(work("import"), R"([{"do": "answer", "button": "Replace"},
+                                      {"do": "chooseFile", "path": "WORK/tree"}, {"do": "importOutline:"}])");
+        for (const char *steps : {"export", "import"})
+            saveBytes(work(steps), bytesOf(work(steps)).replace("WORK", (root + "/work").toUtf8()));
         for (const QString &name : names())
             before[name] = bytesOf(work(name));
     }
@@ -96,7 +102,9 @@ protected:
         for (const QString &name : GetParam().written) {
             after[name] = bytesOf(work(name));
             EXPECT_NE(after[name], before.value(name));
-            EXPECT_EQ(runProgram("qpdf", {"--check", work(name)}).exitCode, 0);
+            if (name.endsWith(".pdf")) {
+                EXPECT_EQ(runProgram("qpdf", {"--check", work(name)}).exitCode, 0);
+            }
         }
         return loggedCalls();
     }
@@ -219,16 +227,19 @@ TEST_P(Faults, LeaveTheOldFileOrTheNewOneAndAreToldAsTheyAre) {
 
 INSTANTIATE_TEST_SUITE_P(
     Of, Faults,
-    testing::Values(Job{"AutoTOC", {"autotoc", "WORK/a.pdf", "-o", "WORK/new.pdf"}, {"new.pdf"}},
-                    Job{"AutoTOCOverItself", {"autotoc", "WORK/a.pdf", "-o", "WORK/a.pdf"}, {"a.pdf"}},
-                    Job{"Apply", {"apply", "WORK/a.pdf", "WORK/tree", "-o", "WORK/a.pdf"}, {"a.pdf"}},
-                    Job{"Batch",
-                        {"autotoc", "--out-dir", "WORK/out", "WORK/a.pdf", "WORK/b.pdf", "WORK/c.pdf"},
-                        {"out/a.pdf", "out/b.pdf", "out/c.pdf"}},
-                    Job{"RunToAnotherFile",
-                        {"run", "WORK/steps", "WORK/a.pdf", "-o", "WORK/new.pdf"},
-                        {"new.pdf", "a.pdf"}},
-                    Job{"SaveInTheWindow", {"run", "WORK/steps", "WORK/a.pdf"}, {"a.pdf"}}),
+    testing::Values(
+        Job{"AutoTOC", {"autotoc", "WORK/a.pdf", "-o", "WORK/new.pdf"}, {"new.pdf"}},
+        Job{"AutoTOCOverItself", {"autotoc", "WORK/a.pdf", "-o", "WORK/a.pdf"}, {"a.pdf"}},
+        Job{"Apply", {"apply", "WORK/a.pdf", "WORK/tree", "-o", "WORK/a.pdf"}, {"a.pdf"}},
+        Job{"Batch",
+            {"autotoc", "--out-dir", "WORK/out", "WORK/a.pdf", "WORK/b.pdf", "WORK/c.pdf"},
+            {"out/a.pdf", "out/b.pdf", "out/c.pdf"}},
+        Job{"RunToAnotherFile",
+            {"run", "WORK/steps", "WORK/a.pdf", "-o", "WORK/new.pdf"},
+            {"new.pdf", "a.pdf"}},
+        Job{"ExportInTheWindow", {"run", "WORK/export", "WORK/a.pdf"}, {"out.json"}},
+        Job{"ImportInTheWindow", {"run", "WORK/import", "WORK/a.pdf", "-o", "WORK/new.pdf"}, {"new.pdf"}},
+        Job{"SaveInTheWindow", {"run", "WORK/steps", "WORK/a.pdf"}, {"a.pdf"}}),
     [](const auto &test) { return std::string(test.param.name); });
 
 }  // namespace

@@ -47,5 +47,16 @@ TEST_F(AbsolutePath, WhatLeadsNowhereStaysSo) {
     EXPECT_EQ(absolutePath(base + "/none/../a.pdf"), base + "/none/../a.pdf");
 }
 
+TEST(SmallFile, IsReadToItsBoundOnly) {
+    const test::TempDir dir;
+    test::saveBytes(dir.path("a"), "12345");
+    EXPECT_EQ(std::get<QByteArray>(readSmallFile(dir.path("a"), 5)), "12345");
+    test::saveBytes(dir.path("large"), QByteArray((1 << 20) + 1, 'x'));
+    EXPECT_EQ(std::get<QString>(readSmallFile(dir.path("large"), 1 << 20)), "it is larger than 1 MB");
+    EXPECT_EQ(std::get<QString>(readSmallFile(dir.path("missing"), 5)), "No such file or directory");
+    EXPECT_EQ(std::get<QString>(readSmallFile(dir.path("."), 5)), "Is a directory");
+    EXPECT_TRUE(std::holds_alternative<QString>(readSmallFile("/dev/zero", 5)));
+}
+
 }  // namespace
 }  // namespace leafwright
