@@ -22,8 +22,6 @@ namespace leafwright {
 
 namespace {
 
-constexpr qsizetype largestText = qsizetype{256} << 20;  // bytes
-
 constexpr Translated translated{"OutlineFormat"};
 
 // clang-format off
@@ -138,8 +136,8 @@ const OutlineFormat *formatToRead(const QString &path, QByteArrayView text) {
 }
 
 OutlineTree readOutline(const OutlineFormat &format, const QByteArray &text, const OutlineSource &source) {
-    if (text.size() > largestText)
-        return TreeError{{}, translated("it is larger than %1 MB").arg(largestText >> 20)};
+    if (text.size() > largestOutlineText)
+        return TreeError{{}, translated("it is larger than %1 MB").arg(largestOutlineText >> 20)};
     return format.read(text, source);
 }
 

@@ -51,6 +51,9 @@ const OutlineFormat *formatToWrite(const QString &path);
 /// that extension, or none has. Null where that leaves it open, or the two contradict each other.
 const OutlineFormat *formatToRead(const QString &path, QByteArrayView text);
 
+/// What is larger is no outline that somebody has written, in bytes.
+inline constexpr qsizetype largestOutlineText = qsizetype{256} << 20;
+
 /// Reads a text in a format. Texts that are too large are refused.
 OutlineTree readOutline(const OutlineFormat &format, const QByteArray &text, const OutlineSource &source);
 

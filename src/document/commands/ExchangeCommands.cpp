@@ -15,8 +15,6 @@ namespace leafwright {
 
 namespace {
 
-constexpr qint64 largestFile = qint64{256} << 20;  // bytes; as many as the formats read
-
 constexpr Translated translated{"ExchangeCommands"};
 
 // The names of notices in the window.
@@ -133,7 +131,7 @@ void ExchangeCommands::importOutline() {
 }
 
 OutlineTree ExchangeCommands::read(const QString &path, Existing existing) const {
-    const auto content = readSmallFile(path, largestFile);
+    const auto content = readSmallFile(path, largestOutlineText);
     if (const auto *reason = std::get_if<QString>(&content))
         return TreeError{{}, translated("the file can't be read: %1").arg(*reason)};
     const QByteArray &text = std::get<QByteArray>(content);
