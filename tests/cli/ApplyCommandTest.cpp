@@ -74,17 +74,17 @@ TEST(ApplyCommand, EveryFormThatOutlinePrintsReplacesTheOutline) {
 TEST(ApplyCommand, TheFormIsToldByExtensionAndText) {
     const TempDir dir;
     const QString path = savePdf(dir, "in.pdf", 3);
-    const auto applied = [&](const QString &name, const QByteArray &text) {
+    const auto linesOf = [&](const QString &name, const QByteArray &text) {
         saveBytes(dir.path(name), text);
         const CliResult result = runCli({"apply", path, dir.path(name), "-o", dir.path("out.pdf")});
         EXPECT_EQ(result.exitCode, 0) << result.err.constData();
         return plusLinesOf(dir.path("out.pdf"));
     };
-    EXPECT_EQ(applied("toc.md", "- [A](#page=2)\n"), "+ @2 A\n");
-    EXPECT_EQ(applied("toc.txt", "0 \"A\" 3\n"), "+ @3 A\n");
-    EXPECT_EQ(applied("toc", "{\"bookmarks\": [{\"title\": \"A\", \"page\": 1}]}"), "+ @1 A\n");
-    EXPECT_EQ(applied("lines.json", "+ @2 A\n"), "+ @2 A\n") << "as always";
-    EXPECT_EQ(applied("lines.md", "+ @3 A\n"), "+ @3 A\n") << "as always";
+    EXPECT_EQ(linesOf("toc.md", "- [A](#page=2)\n"), "+ @2 A\n");
+    EXPECT_EQ(linesOf("toc.txt", "0 \"A\" 3\n"), "+ @3 A\n");
+    EXPECT_EQ(linesOf("toc", "{\"bookmarks\": [{\"title\": \"A\", \"page\": 1}]}"), "+ @1 A\n");
+    EXPECT_EQ(linesOf("lines.json", "+ @2 A\n"), "+ @2 A\n") << "as always";
+    EXPECT_EQ(linesOf("lines.md", "+ @3 A\n"), "+ @3 A\n") << "as always";
 }
 
 TEST(ApplyCommand, UnknownFormsAndTheOneForPeopleAreWrongUsage) {
