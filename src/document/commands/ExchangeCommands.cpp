@@ -103,7 +103,11 @@ std::optional<QString> ExchangeCommands::write(const QString &path, QStringList 
     Pieces pieces(file);
     format->write(
         document_.root(),
-        [this](const MyOutlineItem &item) { return document_.outline().knownPageIndexOfItem(item); },
+        // An absent label is not the empty one, which a page may have.
+        [this](const MyOutlineItem &item) -> std::optional<int> {
+            if (item.pageLabel().isNull()) return std::nullopt;
+            return document_.outline().knownPageIndexOfItem(item);
+        },
         [&pieces](const QByteArray &bytes) { pieces.add(bytes); });
     if (!pieces.flush()) return file.message();
     const FileReplacement::Outcome outcome = file.commit();

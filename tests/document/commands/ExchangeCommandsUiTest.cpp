@@ -68,6 +68,19 @@ TEST_F(Exchange, ExportWritesWhatIsEdited) {
     EXPECT_TRUE(bytesOf(dir.path("out.html")).contains("<a title=\"xii\">Renamed &#38; more</a>"));
 }
 
+TEST_F(Exchange, AnEntryWithoutAPageLeadsToNoneWhateverLabelsThereAre) {
+    PdfBuilder pdf;
+    pdf.addNumberedPages(2);
+    pdf.setCatalogEntry("/PageLabels", "<< /Nums [0 << /S /D >> 1 << >>] >>");
+    addOutline(pdf, {{"(Part)", ""}, {"(Plate)", "[" + pdf.pageReference(1) + " /Fit]"}});
+    MyDocument other(platform);
+    pdf.save(dir.path("plates.pdf"));
+    load(other, dir.path("plates.pdf"));
+    platform.filesToChoose.append(dir.path("out.cpdf"));
+    ASSERT_TRUE(other.actions().perform("exportOutline:"));
+    EXPECT_EQ(bytesOf(dir.path("out.cpdf")), "0 \"Part\" 0\n0 \"Plate\" 2\n");
+}
+
 TEST_F(Exchange, ExportReplacesAnOldFileAndKeepsItsRights) {
     saveBytes(dir.path("out.plus"), "old");
     QFile::setPermissions(dir.path("out.plus"), QFile::ReadOwner | QFile::WriteOwner);
