@@ -1006,6 +1006,18 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
+    <message>
+        <source>%1 was not written: in this form, the outline is larger than %2 MB.</source>
+        <translation>%1 wurde nicht geschrieben: In dieser Form ist die Gliederung größer als %2 MB.</translation>
+    </message>
+    <message>
+        <source>%1: this form counts pages, and no page is known to have the label of %2 entries, the first of which is “%3”. They lead nowhere there.</source>
+        <translation>%1: Diese Form zählt die Seiten, und von keiner ist bekannt, dass sie die Bezeichnung von %2 Einträgen hat, deren erste „%3“ ist. Sie führen dort nirgendwohin.</translation>
+    </message>
+    <message>
+        <source>No page is known to have the label of %1 imported entries, the first of which is “%2”. When they are saved, they lead to the first page.</source>
+        <translation>Von keiner Seite ist bekannt, dass sie die Bezeichnung von %1 importierten Einträgen hat, deren erste „%2“ ist. Gesichert führen sie auf die erste Seite.</translation>
+    </message>
 </context>
 <context>
     <name>FileAttributes</name>
@@ -1456,6 +1468,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>it is no OPML</source>
         <translation>es ist kein OPML</translation>
+    </message>
+    <message>
+        <source>an element has too many attributes</source>
+        <translation>ein Element hat zu viele Attribute</translation>
     </message>
 </context>
 <context>

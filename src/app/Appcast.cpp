@@ -1,6 +1,7 @@
 #include "app/Appcast.h"
 
 #include "app/PlainTextOfHtml.h"
+#include "formats/XmlAttributes.h"
 
 #include <QRegularExpression>
 #include <QStringDecoder>
@@ -13,8 +14,6 @@ namespace leafwright {
 namespace {
 
 constexpr qsizetype deepestLevel = 200;
-/// Two texts of every attribute are compared with each other, so many take long.
-constexpr qsizetype mostAttributes = 2'000;
 
 /// One <item>, as it stands there.
 struct FeedItem {
@@ -124,17 +123,6 @@ std::optional<AppcastItem> announcement(const FeedItem &item) {
     const QUrl page = webAddress(item.link);
     return AppcastItem{*version, item.shortVersion.isEmpty() ? item.version : item.shortVersion,
                        plainTextOfHtml(item.description), page.isEmpty() ? webAddress(item.enclosure) : page};
-}
-
-/// Whether some tag may have more attributes than are read in no time. No text of one holds a "<".
-template <typename Text>
-bool hasTooManyAttributes(const Text &xml) {
-    qsizetype signs = 0;
-    for (const auto c : xml) {
-        if (c == u'<') signs = 0;
-        if (c == u'=' && ++signs > mostAttributes) return true;
-    }
-    return false;
 }
 
 template <typename Text>

@@ -19,7 +19,8 @@ constexpr Translated translated{"ApplyCommand"};
 
 std::optional<QByteArray> readTree(const QString &path, Console &console) {
     constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
-    auto text = path == QLatin1String("-") ? readDescriptor(STDIN_FILENO) : readFile(path);
+    auto text = path == QLatin1String("-") ? readDescriptor(STDIN_FILENO, largestOutlineText)
+                                           : readFile(path, largestOutlineText);
     if (const auto *reason = std::get_if<QString>(&text)) {
         console.message(translated("%1: the outline can't be read: %2").arg(path, *reason));
         return std::nullopt;

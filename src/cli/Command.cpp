@@ -64,7 +64,7 @@ bool pours(const CommandInfo &info, const QCommandLineParser &parser) {
 QString optionThatPrints(const CommandInfo &info, const QCommandLineParser &parser) {
     for (const QCommandLineOption &option : info.options) {
         if (option.names() == outputOption().names() || !parser.isSet(option)) continue;
-        const QString name = QLatin1String("--") + option.names().last();
+        QString name = QLatin1String("--") + option.names().last();
         if (isStandardOutput(parser.value(option))) return name + QLatin1String(" -");
         if (info.printingOptions.contains(option.names().last())) return name;
     }

@@ -21,7 +21,8 @@ struct CharacterReference {
     QString text;          ///< What it stands for.
     qsizetype length = 0;  ///< Of itself.
 };
-/// The reference that a text begins with, which must be numeric, or one of amp, lt, gt, quot, apos and nbsp.
+/// The reference that a text begins with, which must be numeric, or one of the names of XML, of Latin-1 and
+/// of the usual punctuation.
 std::optional<CharacterReference> referenceAt(QStringView text);
 
 /// The text with all references replaced; a "&" that begins none stays.

@@ -6,7 +6,10 @@
 #include "model/TreeWalk.h"
 #include "texts/Translated.h"
 
+#include <QStringList>
+
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace leafwright {
@@ -15,13 +18,27 @@ namespace {
 
 constexpr Translated translated{"HtmlOutline"};
 
+/// What HTML folds into one blank; a no-break space is not among it.
+bool isBlank(QChar c) {
+    return c == u' ' || c == u'\t' || c == u'\n' || c == u'\f' || c == u'\r';
+}
+
+/// Whether what comes before a tag and behind it stand apart when they are shown.
+bool separates(const HtmlTag &tag) {
+    // clang-format off
+    static const QStringList names = QStringLiteral(
+        "blockquote br dd details div dl dt figure h1 h2 h3 h4 h5 h6 hr p pre section summary table tbody td tfoot "
+        "th thead tr").split(u' ');
+    // clang-format on
+    return names.contains(tag.name);
+}
+
 QString escaped(QStringView text) {
     QString result;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar c = text[i];
         // Blanks that a reader of HTML would leave out.
-        const bool isLoneBlank =
-            c.isSpace() && i > 0 && i + 1 < text.size() && !text[i - 1].isSpace() && c == u' ';
+        const bool isLoneBlank = c == u' ' && i > 0 && i + 1 < text.size() && !text[i - 1].isSpace();
         const bool isMarkup = c == u'&' || c == u'<' || c == u'>' || c == u'"';
         if (isMarkup || needsReference(text, i) || (c.isSpace() && !isLoneBlank)) {
             result += numericReference(c.unicode());
@@ -36,7 +53,7 @@ QString escaped(QStringView text) {
 /// beginning. Those that are spelled as references are kept.
 void addText(QStringView text, QString &result, bool &blankIsDue) {
     for (qsizetype i = 0; i < text.size();) {
-        if (text[i].isSpace()) {
+        if (isBlank(text[i])) {
             blankIsDue = !result.isEmpty();
             ++i;
             continue;
@@ -74,7 +91,7 @@ public:
             entry_ = EntryParts{.title = QStringLiteral("")};
         } else if (tag.name == QLatin1String("a") && !tag.isEnd && entry_) {
             return readLinkOf(tag);
-        } else if (tag.name == QLatin1String("br") && entry_) {
+        } else if (entry_ && separates(tag)) {
             blankIsDue_ = !entry_->title.isEmpty();
         }
         return std::nullopt;
@@ -161,9 +178,8 @@ OutlineTree readHtmlOutline(const QByteArray &text, const OutlineSource &source)
 bool looksLikeHtmlOutline(QByteArrayView text) {
     constexpr qsizetype longest = 14;
     const QByteArray begin = text.first(std::min(text.size(), longest)).toByteArray().toLower();
-    for (const char *each : {"<!doctype html", "<html", "<ul", "<ol"})
-        if (begin.startsWith(each)) return true;
-    return false;
+    constexpr auto begins = std::to_array<const char *>({"<!doctype html", "<html", "<ul", "<ol"});
+    return std::ranges::any_of(begins, [&](const char *each) { return begin.startsWith(each); });
 }
 
 }  // namespace leafwright

@@ -22,6 +22,32 @@ bool isOfBareValue(QChar c) {
     return !c.isSpace() && c != u'>';
 }
 
+/// How much of a text stands before the next "<"; one that begins no tag is text as well.
+qsizetype lengthOfText(QStringView text) {
+    if (text[0] != u'<') {
+        const qsizetype end = text.indexOf(u'<');
+        return end < 0 ? text.size() : end;
+    }
+    const QChar next = text.size() > 1 ? text[1] : QChar();
+    return next == u'/' || next == u'!' || next == u'?' || next.isLetter() ? 0 : 1;
+}
+
+/// What ends the comment, the declaration or the instruction that a text begins with.
+std::optional<QLatin1String> endOfDeclaration(QStringView text) {
+    if (text.startsWith(QLatin1String("<!--"))) return QLatin1String("-->");
+    if (text.startsWith(QLatin1String("<!")) || text.startsWith(QLatin1String("<?")))
+        return QLatin1String(">");
+    return std::nullopt;
+}
+
+/// What ends the text behind a tag that nobody reads: a script or a style.
+std::optional<QLatin1String> endOfUnread(const HtmlTag &tag) {
+    if (tag.isEnd) return std::nullopt;
+    if (tag.name == QLatin1String("script")) return QLatin1String("</script>");
+    if (tag.name == QLatin1String("style")) return QLatin1String("</style>");
+    return std::nullopt;
+}
+
 }  // namespace
 
 qint64 HtmlTags::line() const {
@@ -45,29 +71,19 @@ bool HtmlTags::skipBeyond(QLatin1String end) {
 std::optional<std::variant<HtmlTag, HtmlText>> HtmlTags::next() {
     while (position_ < text_.size()) {
         begin_ = position_;
-        if (text_[position_] != u'<') {
-            const qsizetype end = text_.indexOf(u'<', position_);
-            position_ = end < 0 ? text_.size() : end;
-            return HtmlText{text_.sliced(begin_, position_ - begin_)};
-        }
         const QStringView rest = text_.sliced(position_);
-        if (rest.startsWith(QLatin1String("<!--"))) {
-            if (!skipBeyond(QLatin1String("-->"))) return std::nullopt;
-        } else if (rest.startsWith(QLatin1String("<!")) || rest.startsWith(QLatin1String("<?"))) {
-            if (!skipBeyond(QLatin1String(">"))) return std::nullopt;
-        } else if (rest.size() < 2 || (rest[1] != u'/' && !rest[1].isLetter())) {
-            ++position_;
-            return HtmlText{rest.first(1)};
-        } else {
+        if (const qsizetype length = lengthOfText(rest); length > 0) {
+            position_ += length;
+            return HtmlText{rest.first(length)};
+        }
+        auto end = endOfDeclaration(rest);
+        if (!end) {
             auto tag = takeTag();
             if (!tag) return std::nullopt;
-            const bool isScript = tag->name == QLatin1String("script");
-            if (!tag->isEnd && (isScript || tag->name == QLatin1String("style"))) {
-                if (!skipBeyond(QLatin1String(isScript ? "</script>" : "</style>"))) return std::nullopt;
-                continue;
-            }
-            return *std::move(tag);
+            end = endOfUnread(*tag);
+            if (!end) return *std::move(tag);
         }
+        if (!skipBeyond(*end)) return std::nullopt;
     }
     return std::nullopt;
 }

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace leafwright {
 
@@ -146,7 +147,7 @@ private:
 
     static std::optional<QString> readAction(const QJsonValue &value, OutlineEntry &entry) {
         if (value.isUndefined()) return std::nullopt;
-        entry.action.reset();
+        const auto inFile = std::exchange(entry.action, std::nullopt);
         if (value.isNull()) return std::nullopt;
         const QJsonValue type = value[QLatin1String("type")];
         if (!type.isString()) return translated("\"action\" must be null or an object with a \"type\"");
@@ -157,6 +158,10 @@ private:
                                                            : nullptr;
         if (!key) return std::nullopt;
         const QJsonValue target = value[QLatin1String(key)];
+        if (isAbsent(target) && inFile && inFile->type == kind) {
+            entry.action = inFile;  // That of the file may lack it, too.
+            return std::nullopt;
+        }
         if (!target.isString())
             return translated("an \"action\" of type %1 must have a \"%2\"").arg(kind, QLatin1String(key));
         entry.action->target = target.toString();

@@ -109,6 +109,7 @@ std::optional<EntryParts> partsOf(QStringView content) {
 }
 
 QString spelledLink(const QString &link) {
+    if (link.isEmpty()) return QStringLiteral("<>");
     // Addresses may have parentheses and blanks, which would end them.
     QString text = link.contains(u' ') ? QString(link).replace(u' ', QLatin1String("%20")) : link;
     return escaped(text, QLatin1String("\\()<>"));

@@ -2,6 +2,7 @@
 
 #include "exchange/CharacterReferences.h"
 #include "exchange/PageLink.h"
+#include "formats/XmlAttributes.h"
 #include "model/TreeWalk.h"
 #include "texts/Translated.h"
 
@@ -82,6 +83,7 @@ std::optional<QString> readElements(QXmlStreamReader &xml, const OutlineSource &
             case QXmlStreamReader::StartElement: {
                 if (++depth == 1) isOpml = xml.name() == QLatin1String("opml");
                 if (!isOpml) return translated("it is no OPML");
+                if (auto problem = problemOfSize(0, depth)) return problem;
                 if (xml.name() != outlineElement) break;
                 EntryParts parts;
                 if (auto problem = readAttributes(xml.attributes(), parts)) return problem;
@@ -124,7 +126,11 @@ void writeOpmlOutline(const MyOutlineItem &root, const PageOfItem &pageOf, const
 OutlineTree readOpmlOutline(const QByteArray &text, const OutlineSource &source) {
     const auto decoded = textOfLines(text);
     if (const auto *error = std::get_if<TreeError>(&decoded)) return *error;
-    QXmlStreamReader xml(std::get<QString>(decoded));
+    const QString &content = std::get<QString>(decoded);
+    if (hasTooManyAttributes(content)) return TreeError{{}, translated("an element has too many attributes")};
+    QXmlStreamReader xml(content);
+    // Each name would be looked for in the declarations of all elements around it.
+    xml.setNamespaceProcessing(false);
     LevelledItems items;
     bool isOpml = false;
     if (const auto problem = readElements(xml, source, items, isOpml))

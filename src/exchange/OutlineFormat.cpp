@@ -26,15 +26,15 @@ constexpr Translated translated{"OutlineFormat"};
 
 // clang-format off
 constexpr auto formats = std::to_array<OutlineFormat>({
-    {"json", {"json"}, writeJsonNodes, readJsonNodes, looksLikeJsonNodes},
-    {"plus", {"plus", "txt"}, writePlusLines, readPlusLines, looksLikePlusLines},
-    {"text", {}, writePlainText, nullptr, nullptr},
-    {"markdown", {"md", "markdown"}, writeMarkdownOutline, readMarkdownOutline, nullptr},
-    {"html", {"html", "htm", "xhtml"}, writeHtmlOutline, readHtmlOutline, looksLikeHtmlOutline},
-    {"opml", {"opml", "xml"}, writeOpmlOutline, readOpmlOutline, looksLikeOpmlOutline},
-    {"pdftk", {"pdftk", "txt"}, writePdftkBookmarks, readPdftkBookmarks, looksLikePdftkBookmarks},
-    {"cpdf", {"cpdf", "txt"}, writeCpdfBookmarks, readCpdfBookmarks, looksLikeCpdfBookmarks},
-    {"pdfcpu", {"pdfcpu", "json"}, writePdfcpuBookmarks, readPdfcpuBookmarks, looksLikePdfcpuBookmarks},
+    {"json", {"json"}, true, writeJsonNodes, readJsonNodes, looksLikeJsonNodes},
+    {"plus", {"plus", "txt"}, true, writePlusLines, readPlusLines, looksLikePlusLines},
+    {"text", {}, true, writePlainText, nullptr, nullptr},
+    {"markdown", {"md", "markdown"}, true, writeMarkdownOutline, readMarkdownOutline, nullptr},
+    {"html", {"html", "htm", "xhtml"}, true, writeHtmlOutline, readHtmlOutline, looksLikeHtmlOutline},
+    {"opml", {"opml", "xml"}, true, writeOpmlOutline, readOpmlOutline, looksLikeOpmlOutline},
+    {"pdftk", {"pdftk", "txt"}, false, writePdftkBookmarks, readPdftkBookmarks, looksLikePdftkBookmarks},
+    {"cpdf", {"cpdf", "txt"}, false, writeCpdfBookmarks, readCpdfBookmarks, looksLikeCpdfBookmarks},
+    {"pdfcpu", {"pdfcpu", "json"}, false, writePdfcpuBookmarks, readPdfcpuBookmarks, looksLikePdfcpuBookmarks},
 });
 // clang-format on
 

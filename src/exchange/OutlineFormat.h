@@ -13,7 +13,8 @@ namespace leafwright {
 /// Takes a text, in UTF-8, piece by piece.
 using TextSink = std::function<void(const QByteArray &bytes)>;
 
-/// Tells the 0-based page that an item leads to; absent where that is none, or not known.
+/// Tells the 0-based page that an item leads to; absent where that is none, or not known. Asked once an item,
+/// if at all.
 using PageOfItem = std::function<std::optional<int>(const MyOutlineItem &item)>;
 
 /// One form in which outlines are given to people and other programs, and taken from them.
@@ -22,6 +23,8 @@ struct OutlineFormat {
     /// What names of files with it end in, without dots: its own first, then those that others share. Empty
     /// ones are none, and a form without any is for the command line only.
     std::array<const char *, 3> extensions;
+    /// Whether an entry keeps its page label where no page has it; else it leads to no page then.
+    bool keepsLabels;
     /// Writes what is below the root.
     void (*write)(const MyOutlineItem &root, const PageOfItem &pageOf, const TextSink &sink);
     /// Reads it again; null where that is not possible.

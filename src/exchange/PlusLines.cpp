@@ -31,12 +31,19 @@ std::unique_ptr<MyOutlineItem> itemOfLine(const QString &line) {
     return plusesOnly ? std::move(item) : nullptr;
 }
 
+/// What follows a line end would be another entry, or none.
+QString inOneLine(QString title) {
+    for (const QChar end : {u'\n', u'\r'})
+        title.replace(end, u' ');
+    return title;
+}
+
 }  // namespace
 
 void writePlusLines(const MyOutlineItem &root, const PageOfItem & /*pageOf*/, const TextSink &sink) {
     // An entry at a time: the lines of a deep outline, each as long as its depth, may not fit into memory.
     walkBelow(root, [&](const MyOutlineItem &item, size_t depth) {
-        const MyOutlineItem line(item.pageTitle(), PageTarget{item.pageLabel()});
+        const MyOutlineItem line(inOneLine(item.pageTitle()), PageTarget{item.pageLabel()});
         sink(line.plusDescriptionForLevel(static_cast<qint32>(depth) + 1).toUtf8());
     });
 }

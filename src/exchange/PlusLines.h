@@ -4,7 +4,7 @@
 
 namespace leafwright {
 
-// A line an entry: "+ @5 Chapter One" and "++ @7 First Section".
+// A line an entry: "+ @5 Chapter One" and "++ @7 First Section". Line ends in titles become blanks.
 
 void writePlusLines(const MyOutlineItem &root, const PageOfItem &pageOf, const TextSink &sink);
 

@@ -32,7 +32,7 @@ QString textOf(const std::filesystem::path &path) {
 
 }  // namespace
 
-std::variant<QByteArray, QString> readDescriptor(int descriptor) {
+std::variant<QByteArray, QString> readDescriptor(int descriptor, qsizetype longest) {
     constexpr qsizetype blockSize = 1 << 16;
     QByteArray content;
     while (true) {
@@ -43,30 +43,24 @@ std::variant<QByteArray, QString> readDescriptor(int descriptor) {
         content.resize(filled + std::max<ssize_t>(0, count));
         if (count == 0) return content;
         if (count < 0 && error != EINTR) return reasonOfSystem(error);
+        constexpr int bitsOfMegabyte = 20;
+        if (content.size() > longest)
+            return translated("it is larger than %1 MB").arg(longest >> bitsOfMegabyte);
     }
 }
 
-std::variant<QByteArray, QString> readFile(const QString &path) {
+std::variant<QByteArray, QString> readFile(const QString &path, qsizetype longest) {
     const int descriptor = ::open(fileNameBytes(path).constData(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0) return reasonOfSystem(errno);
-    auto content = readDescriptor(descriptor);
+    auto content = readDescriptor(descriptor, longest);
     ::close(descriptor);
     return content;
 }
 
-std::variant<QByteArray, QString> readSmallFile(const QString &path, qint64 longest) {
+std::variant<QByteArray, QString> readRegularFile(const QString &path, qsizetype longest) {
     const int descriptor = openRegularFile(path);
     if (descriptor < 0) return reasonOfSystem(errno);
-    struct stat status = {};
-    std::variant<QByteArray, QString> content;
-    if (::fstat(descriptor, &status) != 0) {
-        content = reasonOfSystem(errno);
-    } else if (status.st_size > longest) {
-        constexpr int bitsOfMegabyte = 20;
-        content = translated("it is larger than %1 MB").arg(longest >> bitsOfMegabyte);
-    } else {
-        content = readDescriptor(descriptor);
-    }
+    auto content = readDescriptor(descriptor, longest);
     ::close(descriptor);
     return content;
 }

@@ -267,6 +267,22 @@ TEST(ApplyCommand, StylesAndActionsAreWritten) {
     EXPECT_EQ(nodes[4]["action"], QJsonValue()) << "only with the entry that has it";
 }
 
+TEST(ApplyCommand, WhatTheFileLacksOfAnActionIsNotAskedFor) {
+    const TempDir dir;
+    PdfBuilder pdf;
+    pdf.addNumberedPages(1);
+    const std::vector<int> entries = addOutline(pdf, {{"(A)", ""}});
+    for (const char *type : {"URI", "GoToR", "Launch"}) {
+        pdf.replaceObject(entries[0], std::string("<< /Title (A) /A << /S /") + type + " >> >>");
+        pdf.save(dir.path("in.pdf"));
+        saveBytes(dir.path("tree"), runCli({"outline", dir.path("in.pdf")}).out);
+        const CliResult result =
+            runCli({"apply", dir.path("in.pdf"), dir.path("tree"), "-o", dir.path("out.pdf")});
+        EXPECT_EQ(result.exitCode, 0) << type << result.err.constData();
+        EXPECT_EQ(runCli({"outline", dir.path("out.pdf")}).out, bytesOf(dir.path("tree"))) << type;
+    }
+}
+
 TEST(ApplyCommand, ByteOrderMarkIsNoPartOfTheTree) {
     const TempDir dir;
     EXPECT_EQ(apply(dir, "\xEF\xBB\xBF[{\"title\": \"A\", \"pageLabel\": \"2\"}]").exitCode, 0);

@@ -10,12 +10,15 @@ TEST(CharacterReferences, AreReplaced) {
     EXPECT_EQ(withoutReferences(u"&#65;&#x42;&#X43;&#10;"), "ABC\n");
     EXPECT_EQ(withoutReferences(u"&#128512;"), QString::fromUtf8("\xF0\x9F\x98\x80"));
     EXPECT_EQ(withoutReferences(u"&nbsp;"), QString(QChar(0xA0)));
+    EXPECT_EQ(withoutReferences(u"&iexcl;&Eacute;&eacute;&yuml;&mdash;&euro;"),
+              QString::fromUtf16(u"\u00A1\u00C9\u00E9\u00FF\u2014\u20AC"));
     EXPECT_EQ(withoutReferences(u"&#55357;"), QString(QChar(0xD83D))) << "half of a pair";
 }
 
 TEST(CharacterReferences, WhatIsNoneStays) {
-    for (const char *text : {"&", "&;", "a&b", "&amp", "&copy;", "&#;", "&#x;", "&#-1;", "&#+1;", "&# 1;",
-                             "&#1114112;", "&#99999999999;", "&#xg;", "Q&A; and more"})
+    for (const char *text :
+         {"&", "&;", "a&b", "&amp", "&unknown;", "&#;", "&#x;", "&#-1;", "&#+1;", "&# 1;", "&#1114112;",
+          "&#99999999999;", "&#xg;", "Q&A; and more", "&EACUTE;", "& eacute;"})
         EXPECT_EQ(withoutReferences(QString(text)), text);
 }
 

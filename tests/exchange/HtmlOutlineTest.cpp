@@ -46,6 +46,13 @@ TEST_F(Html, ListsOfOtherPagesAreRead) {
         QString("+ [1] One more (0,0)\n++ - Below it & A%1b (0,0)\n+ - a < b (0,0)\n").arg(QChar(0xA0)));
 }
 
+TEST_F(Html, ParagraphsStandApartAndLooksDoNot) {
+    EXPECT_EQ(tree("<ul><li><p>1.</p><p>Caf&eacute;</p><div>bo<b>l</b>d</div></ul>"),
+              QString("+ - 1. Caf%1 bold (0,0)\n").arg(QChar(0xE9)));
+    const QString noBreak = QString("a") + QChar(0xA0) + "b" + QChar(0xA0);
+    EXPECT_EQ(tree("<ul><li>\n " + noBreak.toUtf8() + "</ul>"), "+ - " + noBreak + " (0,0)\n");
+}
+
 TEST_F(Html, WhatIsNoListIsRefused) {
     EXPECT_EQ(tree("<p>Prose</p>"), "there is no list in it");
     EXPECT_EQ(tree(""), "there is no list in it");

@@ -13,7 +13,8 @@ protected:
 
 TEST_F(Markdown, LooksLikeAListWithLinks) {
     MyOutlineItem root;
-    test::addItems(root, {{"Preface", "i"}, {"Part *A*", QString(), {}, {{"Chapter [1]", "1"}}}, {"Lost", "xii"}});
+    test::addItems(root,
+                   {{"Preface", "i"}, {"Part *A*", QString(), {}, {{"Chapter [1]", "1"}}}, {"Lost", "xii"}});
     OutlineEntry web;
     web.action = OutlineEntry::Action{"URI", "https://example.org/a(b)"};
     root.appendChild(test::makeItem({"Web", QString()})).setEntry(web);
@@ -21,7 +22,7 @@ TEST_F(Markdown, LooksLikeAListWithLinks) {
               "- [Preface](#page=1 \"i\")\n"
               "- Part \\*A\\*\n"
               "  - [Chapter \\[1\\]](#page=3 \"1\")\n"
-              "- [Lost]( \"xii\")\n"
+              "- [Lost](<> \"xii\")\n"
               "- [Web](https://example.org/a\\(b\\))\n");
     EXPECT_EQ(
         tree(written("markdown", root)),
@@ -49,6 +50,11 @@ TEST_F(Markdown, WhatOtherActionsDoIsNoLink) {
 TEST_F(Markdown, HandsWriteItInOtherWays) {
     EXPECT_EQ(tree("* [A](#page=3)\n\n\t+ B\r\n\t+ [C](<#page=4>)\n2. [D](#page=5 \"3\")\n   1) E\n"),
               "+ [1] A (0,0)\n++ - B (0,0)\n++ [2] C (0,0)\n+ [3] D (0,0)\n++ - E (0,0)\n");
+}
+
+TEST_F(Markdown, ADestinationMayBeAbsent) {
+    EXPECT_EQ(tree("- [A](<> \"2\")\n- [B]( \"3\")\n- [C]()\n"),
+              "+ [2] A (0,0)\n+ [3] B (0,0)\n+ - C (0,0)\n");
 }
 
 TEST_F(Markdown, LabelsCountBeforeNumbers) {

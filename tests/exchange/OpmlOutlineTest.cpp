@@ -57,5 +57,20 @@ TEST_F(Opml, DeclarationsAreRefused) {
                 testing::EndsWith("it declares entities or other things, which are not read"));
 }
 
+TEST_F(Opml, WhatWouldTakeTooLongIsRefused) {
+    QByteArray attributes;
+    for (int i = 0; i < 3'000; ++i)
+        attributes += " a" + QByteArray::number(i) + "=''";
+    EXPECT_EQ(treeOfBody("<outline text='A'" + attributes + "/>"), "an element has too many attributes");
+    QByteArray nested;
+    for (int i = 0; i < 100'000; ++i)
+        nested += "<other xmlns:a" + QByteArray::number(i) + "='x'>";
+    EXPECT_THAT(treeOfBody(nested).toStdString(), testing::EndsWith("there are more than 100000 levels"));
+}
+
+TEST_F(Opml, PrefixesAreNoMatter) {
+    EXPECT_EQ(treeOfBody("<outline text='A' x:y='z'><z:other/></outline>"), "+ - A (0,0)\n");
+}
+
 }  // namespace
 }  // namespace leafwright

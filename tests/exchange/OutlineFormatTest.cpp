@@ -98,7 +98,10 @@ TEST_P(EachFormat, KeepsBlanks) {
 }
 
 TEST_P(EachFormat, KeepsLineEnds) {
-    if (isPlus()) GTEST_SKIP() << "plus lines escape nothing";
+    if (isPlus()) {
+        EXPECT_EQ(written(format(), {{"Two\nlines\r\n+ @1 x", "1"}}), "+ @1 Two lines  + @1 x\n");
+        return;
+    }
     expectTitles(
         {"Two\nlines", "Carriage\r\nreturn", "\nfirst", "last\n", "a\n- b\n  - c", "a\n\nb\nBookmarkBegin"});
 }
@@ -123,8 +126,10 @@ TEST_P(EachFormat, WritesUtf8WhateverTheTitles) {
     EXPECT_THAT(tree.toStdString(), HasSubstr("+ [2] After (0,0)\n")) << text.constData();
 }
 
-TEST_P(EachFormat, TenThousandLevelsThereAndBack) {
-    constexpr int levels = 10'000;
+TEST_P(EachFormat, DeepOutlinesThereAndBack) {
+    // Where a line has its level before it, the text grows by the square of the levels.
+    const bool isIndented = isPlus() || qstrcmp(format(), "markdown") == 0;
+    const int levels = isIndented ? 2'000 : 10'000;
     MyOutlineItem root;
     MyOutlineItem *deepest = &root;
     for (int i = 0; i < levels; ++i)

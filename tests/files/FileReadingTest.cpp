@@ -47,15 +47,24 @@ TEST_F(AbsolutePath, WhatLeadsNowhereStaysSo) {
     EXPECT_EQ(absolutePath(base + "/none/../a.pdf"), base + "/none/../a.pdf");
 }
 
-TEST(SmallFile, IsReadToItsBoundOnly) {
+TEST(FileReading, EndsBehindItsBound) {
+    const test::TempDir dir;
+    constexpr qsizetype megabyte = 1 << 20;
+    test::saveBytes(dir.path("a"), QByteArray(megabyte, 'x'));
+    test::saveBytes(dir.path("larger"), QByteArray(megabyte + 1, 'x'));
+    EXPECT_EQ(std::get<QByteArray>(readFile(dir.path("a"), megabyte)).size(), megabyte);
+    EXPECT_EQ(std::get<QByteArray>(readFile(dir.path("larger"))).size(), megabyte + 1);
+    for (const QString &path : {dir.path("larger"), QString("/dev/zero")})
+        EXPECT_EQ(std::get<QString>(readFile(path, megabyte)), "it is larger than 1 MB");
+}
+
+TEST(RegularFile, IsTheOnlyOneThatIsRead) {
     const test::TempDir dir;
     test::saveBytes(dir.path("a"), "12345");
-    EXPECT_EQ(std::get<QByteArray>(readSmallFile(dir.path("a"), 5)), "12345");
-    test::saveBytes(dir.path("large"), QByteArray((1 << 20) + 1, 'x'));
-    EXPECT_EQ(std::get<QString>(readSmallFile(dir.path("large"), 1 << 20)), "it is larger than 1 MB");
-    EXPECT_EQ(std::get<QString>(readSmallFile(dir.path("missing"), 5)), "No such file or directory");
-    EXPECT_EQ(std::get<QString>(readSmallFile(dir.path("."), 5)), "Is a directory");
-    EXPECT_TRUE(std::holds_alternative<QString>(readSmallFile("/dev/zero", 5)));
+    EXPECT_EQ(std::get<QByteArray>(readRegularFile(dir.path("a"), 5)), "12345");
+    EXPECT_EQ(std::get<QString>(readRegularFile(dir.path("missing"), 5)), "No such file or directory");
+    EXPECT_EQ(std::get<QString>(readRegularFile(dir.path("."), 5)), "Is a directory");
+    EXPECT_TRUE(std::holds_alternative<QString>(readRegularFile("/dev/zero", 5)));
 }
 
 }  // namespace

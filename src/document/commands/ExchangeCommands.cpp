@@ -6,10 +6,12 @@
 #include "files/FilePlace.h"
 #include "files/FileReading.h"
 #include "files/FileReplacement.h"
+#include "model/TreeWalk.h"
 #include "texts/Translated.h"
 #include "widgets/NoticeBars.h"
 
 #include <QFileInfo>
+#include <QLoggingCategory>
 
 namespace leafwright {
 
@@ -17,17 +19,24 @@ namespace {
 
 constexpr Translated translated{"ExchangeCommands"};
 
+Q_LOGGING_CATEGORY(log, "leafwright.exchange", QtInfoMsg)
+
 // The names of notices in the window.
 const QString failedExportNotice = QStringLiteral("failedExport");
 const QString failedImportNotice = QStringLiteral("failedImport");
 
-/// Hands what is written to a file in large pieces, as each is a call of the system.
+constexpr int bitsOfMegabyte = 20;
+
+/// Hands what is written to a file in large pieces, as each is a call of the system. What nobody could read
+/// again, such as the blanks before 100,000 levels, is not written.
 class Pieces {
 public:
     explicit Pieces(FileReplacement &file) : file_(file) {}
 
     void add(const QByteArray &bytes) {
         constexpr qsizetype enough = 1 << 16;
+        size_ += bytes.size();
+        if (isTooLarge()) return;
         pending_ += bytes;
         if (pending_.size() >= enough) flush();
     }
@@ -37,11 +46,23 @@ public:
         pending_.clear();
         return isTaken_;
     }
+    bool isTooLarge() const { return size_ > largestOutlineText; }
 
 private:
     FileReplacement &file_;
     QByteArray pending_;
+    qsizetype size_ = 0;
     bool isTaken_ = true;
+};
+
+/// The entries of which no page is known to have the label.
+struct LostLabels {
+    int count = 0;
+    QString first;  ///< Of them.
+
+    void add(const QString &label) {
+        if (count++ == 0) first = label;
+    }
 };
 
 /// The name of the PDF with the extension of the first format.
@@ -101,19 +122,30 @@ std::optional<QString> ExchangeCommands::write(const QString &path, QStringList 
     FileReplacement file(path);
     if (!file.start()) return file.message();
     Pieces pieces(file);
+    LostLabels lost;
     format->write(
         document_.root(),
-        // An absent label is not the empty one, which a page may have.
-        [this](const MyOutlineItem &item) -> std::optional<int> {
+        [&](const MyOutlineItem &item) -> std::optional<int> {
+            // An absent label is not the empty one, which a page may have.
             if (item.pageLabel().isNull()) return std::nullopt;
-            return document_.outline().knownPageIndexOfItem(item);
+            const auto page = document_.outline().knownPageIndexOfItem(item);
+            if (!page) lost.add(item.pageLabel());
+            return page;
         },
         [&pieces](const QByteArray &bytes) { pieces.add(bytes); });
+    if (pieces.isTooLarge())
+        return translated("%1 was not written: in this form, the outline is larger than %2 MB.")
+            .arg(path)
+            .arg(largestOutlineText >> bitsOfMegabyte);
     if (!pieces.flush()) return file.message();
     const FileReplacement::Outcome outcome = file.commit();
     if (outcome == FileReplacement::Outcome::NotWritten) return file.message();
     notices = file.notices();
     if (outcome == FileReplacement::Outcome::NotDurable) notices.prepend(file.message());
+    if (lost.count > 0 && !format->keepsLabels)
+        notices.append(translated("%1: this form counts pages, and no page is known to have the label of %2 "
+                                  "entries, the first of which is “%3”. They lead nowhere there.")
+                           .arg(path, QString::number(lost.count), lost.first));
     return std::nullopt;
 }
 
@@ -130,15 +162,29 @@ void ExchangeCommands::importOutline() {
         document_.platform().beep();
         return tell(failedImportNotice, {*problem_});
     }
-    tell(failedImportNotice, {});
-    put(*std::get<std::unique_ptr<MyOutlineItem>>(outline), *existing);
+    MyOutlineItem &root = *std::get<std::unique_ptr<MyOutlineItem>>(outline);
+    tell(failedImportNotice, unknownLabels(root));
+    put(root, *existing);
+}
+
+QStringList ExchangeCommands::unknownLabels(const MyOutlineItem &outline) const {
+    LostLabels lost;
+    walkBelow(outline, [&](const MyOutlineItem &item, size_t /*depth*/) {
+        if (!item.pageLabel().isNull() && !document_.outline().knownPageIndexOfItem(item))
+            lost.add(item.pageLabel());
+    });
+    if (lost.count == 0) return {};
+    return {
+        translated("No page is known to have the label of %1 imported entries, the first of which is “%2”. "
+                   "When they are saved, they lead to the first page.")
+            .arg(QString::number(lost.count), lost.first)};
 }
 
 OutlineTree ExchangeCommands::read(const QString &path, Existing existing) const {
-    const auto content = readSmallFile(path, largestOutlineText);
+    const auto content = readRegularFile(path, largestOutlineText);
     if (const auto *reason = std::get_if<QString>(&content))
         return TreeError{{}, translated("the file can't be read: %1").arg(*reason)};
-    const QByteArray &text = std::get<QByteArray>(content);
+    const auto &text = std::get<QByteArray>(content);
     if (text.trimmed().isEmpty()) return TreeError{{}, translated("there is nothing in it")};
     const OutlineFormat *format = formatToRead(path, text);
     if (!format)
@@ -175,6 +221,7 @@ void ExchangeCommands::put(MyOutlineItem &outline, Existing existing) {
 }
 
 void ExchangeCommands::tell(const QString &name, const QStringList &messages) const {
+    if (!messages.isEmpty()) qCWarning(log).noquote() << messages.join(u'\n');
     const DocumentWindow *window = document_.myWindow();
     if (!window) return;
     if (messages.isEmpty()) return window->notices()->removeNotice(name);

@@ -18,7 +18,8 @@ public:
     /// over the PDF.
     void exportOutline();
     /// Reads an outline from a file the user chooses. Where there is one already, asks whether the new one
-    /// takes its place or comes behind it. What can't be read is told with its line, and changes nothing.
+    /// takes its place or comes behind it. What can't be read is told with its line, and changes nothing;
+    /// labels that no page has are told, too.
     void importOutline();
 
     /// Why the last export or import came to nothing; absent where it did not, and where it was cancelled.
@@ -35,6 +36,7 @@ private:
     std::optional<QString> write(const QString &path, QStringList &notices) const;
     OutlineTree read(const QString &path, Existing existing) const;
     std::optional<Existing> askForExisting() const;
+    QStringList unknownLabels(const MyOutlineItem &outline) const;
     void put(MyOutlineItem &outline, Existing existing);
     void tell(const QString &name, const QStringList &messages) const;
 

@@ -81,6 +81,19 @@ TEST_F(Exchange, AnEntryWithoutAPageLeadsToNoneWhateverLabelsThereAre) {
     EXPECT_EQ(bytesOf(dir.path("out.cpdf")), "0 \"Part\" 0\n0 \"Plate\" 2\n");
 }
 
+TEST_F(Exchange, LabelsThatAFormCantKeepAreTold) {
+    document.edits().setPageLabel(*document.root().children()[0], "xii");
+    perform("exportOutline:", dir.path("out.cpdf"));
+    EXPECT_EQ(bytesOf(dir.path("out.cpdf")), "0 \"One\" 0\n1 \"Two\" 2 \"[2 /XYZ 72 600 null]\"\n");
+    EXPECT_EQ(notice("failedExport"),
+              dir.path("out.cpdf") +
+                  QString::fromUtf8(": this form counts pages, and no page is known to have the label of 1 "
+                                    "entries, the first of which is “xii”. They lead nowhere there."));
+    EXPECT_EQ(platform.beeps, 0);
+    perform("exportOutline:", dir.path("out.md"));
+    EXPECT_EQ(notice("failedExport"), QString()) << "it keeps them";
+}
+
 TEST_F(Exchange, ExportReplacesAnOldFileAndKeepsItsRights) {
     saveBytes(dir.path("out.plus"), "old");
     QFile::setPermissions(dir.path("out.plus"), QFile::ReadOwner | QFile::WriteOwner);
@@ -143,6 +156,20 @@ TEST_F(Exchange, ImportAddsBehindWhatIsThere) {
     saveBytes(dir.path("toc.md"), "- [New](#page=3)\n");
     importFrom(dir.path("toc.md"), Add);
     EXPECT_EQ(outline(), old + "+ [3] New (0,0)\n");
+}
+
+TEST_F(Exchange, ImportedLabelsThatNoPageHasAreTold) {
+    saveBytes(dir.path("toc.txt"), "+ @2 New\n++ @xii Below\n++ @xiii Further\n+ @ Nowhere\n");
+    importFrom(dir.path("toc.txt"), Replace);
+    EXPECT_EQ(outline(),
+              "+ [2] New (0,0)\n++ [xii] Below (0,0)\n++ [xiii] Further (0,0)\n+ - Nowhere (0,0)\n");
+    EXPECT_EQ(
+        notice("failedImport"),
+        QString::fromUtf8("No page is known to have the label of 2 imported entries, the first of which is "
+                          "“xii”. When they are saved, they lead to the first page."));
+    saveBytes(dir.path("toc.txt"), "+ @2 New\n");
+    importFrom(dir.path("toc.txt"), Replace);
+    EXPECT_EQ(notice("failedImport"), QString());
 }
 
 TEST_F(Exchange, AddedEntriesAreNotThoseOfTheFile) {
