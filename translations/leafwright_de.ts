@@ -355,6 +355,14 @@
         <source>Colour…</source>
         <translation>Farbe …</translation>
     </message>
+    <message>
+        <source>Import Outline…</source>
+        <translation>Gliederung importieren …</translation>
+    </message>
+    <message>
+        <source>Export Outline…</source>
+        <translation>Gliederung exportieren …</translation>
+    </message>
 </context>
 <context>
     <name>Application</name>
@@ -400,10 +408,6 @@
         <translation>%1 Einträge haben keine Seite; sie werden ohne geschrieben</translation>
     </message>
     <message>
-        <source>Writes an outline, given as JSON or plus lines, into a PDF.</source>
-        <translation>Schreibt eine Gliederung, als JSON oder Plus-Zeilen, in eine PDF.</translation>
-    </message>
-    <message>
         <source>The PDF.</source>
         <translation>Die PDF.</translation>
     </message>
@@ -420,8 +424,20 @@
         <translation>%1: Darin steht nichts; [] sagt, dass keine Gliederung gewünscht ist</translation>
     </message>
     <message>
-        <source>TREE is what &quot;outline&quot; prints, edited or not. An entry&apos;s page is told by its pageLabel; of pages with the same label it is the last. pageIndex counts only without a pageLabel, or with --keep-pages where it is a page with that label. An entry at [0, 0] is given the middle of its page&apos;s top edge. An empty TREE is refused: [] says that no outline is wanted.</source>
-        <translation>TREE ist, was „outline“ ausgibt, bearbeitet oder nicht. Die Seite eines Eintrags nennt sein pageLabel; von Seiten mit gleicher Bezeichnung gilt die letzte. pageIndex zählt nur ohne pageLabel, oder mit --keep-pages, wenn es eine Seite mit dieser Bezeichnung ist. Ein Eintrag bei [0, 0] bekommt die Mitte des oberen Rands seiner Seite. Ein leeres TREE wird abgelehnt: [] sagt, dass keine Gliederung gewünscht ist.</translation>
+        <source>Writes an outline, given as JSON, plus lines or in a form of other programs, into a PDF.</source>
+        <translation>Schreibt eine Gliederung, als JSON, Plus-Zeilen oder in einer Form anderer Programme, in eine PDF.</translation>
+    </message>
+    <message>
+        <source>TREE is what &quot;outline&quot; prints, in any format but text, edited or not. An entry&apos;s page is told by its pageLabel; of pages with the same label it is the last. pageIndex counts only without a pageLabel, or with --keep-pages where it is a page with that label. An entry at [0, 0] is given the middle of its page&apos;s top edge. An empty TREE is refused: [] says that no outline is wanted.</source>
+        <translation>TREE ist, was „outline“ ausgibt, in jedem Format außer text, bearbeitet oder nicht. Die Seite eines Eintrags nennt sein pageLabel; von Seiten mit gleicher Bezeichnung gilt die letzte. pageIndex zählt nur ohne pageLabel, oder mit --keep-pages, wenn es eine Seite mit dieser Bezeichnung ist. Ein Eintrag bei [0, 0] bekommt die Mitte des oberen Rands seiner Seite. Ein leeres TREE wird abgelehnt: [] sagt, dass keine Gliederung gewünscht ist.</translation>
+    </message>
+    <message>
+        <source>The format of TREE: one of %1. Without it, that is told by the extension of its name and by how it begins.</source>
+        <translation>Das Format von TREE: eines von %1. Ohne diese Angabe sagen es die Endung seines Namens und sein Anfang.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no format that can be read; there are %2</source>
+        <translation>„%1“ ist kein Format, das gelesen werden kann; es gibt %2</translation>
     </message>
     <message>
         <source>&quot;%1&quot;: &quot;%2&quot; is read as a printed page number, which no page is known to have; the entry leads to the first page</source>
@@ -658,10 +674,6 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
         <translation>Aufruf: %1</translation>
     </message>
     <message>
-        <source>The PDF to write. It may be the input, which is then replaced when the new file is complete.</source>
-        <translation>Die zu schreibende PDF. Es darf die Eingabe sein; sie wird dann ersetzt, sobald die neue Datei vollständig ist.</translation>
-    </message>
-    <message>
         <source>there is not enough memory</source>
         <translation>der Speicher reicht nicht aus</translation>
     </message>
@@ -676,6 +688,18 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
     <message>
         <source>%1: the value is empty</source>
         <translation>%1: Der Wert ist leer</translation>
+    </message>
+    <message>
+        <source>standard output is a terminal, which can&apos;t show a PDF; nothing was written</source>
+        <translation>die Standardausgabe ist ein Terminal, das keine PDF zeigen kann; nichts wurde geschrieben</translation>
+    </message>
+    <message>
+        <source>-o - and %1 would be printed into each other</source>
+        <translation>-o - und %1 gerieten durcheinander</translation>
+    </message>
+    <message>
+        <source>The PDF to write; &quot;-&quot; is standard output. It may be the input, which is then replaced when the new file is complete.</source>
+        <translation>Die zu schreibende PDF; „-“ ist die Standardausgabe. Es darf die Eingabe sein; sie wird dann ersetzt, sobald die neue Datei vollständig ist.</translation>
     </message>
 </context>
 <context>
@@ -901,6 +925,17 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>CpdfBookmarks</name>
+    <message>
+        <source>not of the form 0 &quot;Title&quot; 12</source>
+        <translation>nicht von der Form 0 &quot;Titel&quot; 12</translation>
+    </message>
+    <message>
+        <source>its level is deeper by more than one</source>
+        <translation>die Ebene ist um mehr als eine tiefer</translation>
+    </message>
+</context>
+<context>
     <name>EditMenuCommands</name>
     <message>
         <source>“%1” takes changes of the outline back, “%2” does them again.</source>
@@ -916,6 +951,76 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1 and %2 more</source>
         <translation>%1 und %2 weitere</translation>
+    </message>
+</context>
+<context>
+    <name>EntryParts</name>
+    <message>
+        <source>there is no page %1; the pages are 1 to %2</source>
+        <translation>es gibt keine Seite %1; die Seiten sind 1 bis %2</translation>
+    </message>
+</context>
+<context>
+    <name>ExchangeCommands</name>
+    <message>
+        <source>Export Outline</source>
+        <translation>Gliederung exportieren</translation>
+    </message>
+    <message>
+        <source>%1 was not written: the end of its name does not say in which form. Names may end in one of these: %2.</source>
+        <translation>%1 wurde nicht geschrieben: Die Endung des Namens sagt nicht, in welcher Form. Namen können so enden: %2.</translation>
+    </message>
+    <message>
+        <source>%1 was not written: it is the PDF that is open.</source>
+        <translation>%1 wurde nicht geschrieben: Es ist die PDF, die offen ist.</translation>
+    </message>
+    <message>
+        <source>Import Outline</source>
+        <translation>Gliederung importieren</translation>
+    </message>
+    <message>
+        <source>the file can&apos;t be read: %1</source>
+        <translation>die Datei kann nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>there is nothing in it</source>
+        <translation>darin steht nichts</translation>
+    </message>
+    <message>
+        <source>what it holds is in none of the forms that its name allows</source>
+        <translation>was darin steht, hat keine der Formen, die der Name zulässt</translation>
+    </message>
+    <message>
+        <source>Do you want to replace the outline that is there?</source>
+        <translation>Soll die vorhandene Gliederung ersetzt werden?</translation>
+    </message>
+    <message>
+        <source>Otherwise the imported entries come behind its own. Step Back takes either back.</source>
+        <translation>Sonst kommen die importierten Einträge hinter ihre eigenen. „Schritt zurück“ nimmt beides zurück.</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>%1 was not written: in this form, the outline is larger than %2 MB.</source>
+        <translation>%1 wurde nicht geschrieben: In dieser Form ist die Gliederung größer als %2 MB.</translation>
+    </message>
+    <message>
+        <source>%1: this form counts pages, and no page is known to have the label of %2 entries, the first of which is “%3”. They lead nowhere there.</source>
+        <translation>%1: Diese Form zählt die Seiten, und von keiner ist bekannt, dass sie die Bezeichnung von %2 Einträgen hat, deren erste „%3“ ist. Sie führen dort nirgendwohin.</translation>
+    </message>
+    <message>
+        <source>No page is known to have the label of %1 imported entries, the first of which is “%2”. When they are saved, they lead to the first page.</source>
+        <translation>Von keiner Seite ist bekannt, dass sie die Bezeichnung von %1 importierten Einträgen hat, deren erste „%2“ ist. Gesichert führen sie auf die erste Seite.</translation>
     </message>
 </context>
 <context>
@@ -1106,6 +1211,33 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>HtmlOutline</name>
+    <message>
+        <source>a list ends that has not begun</source>
+        <translation>eine Liste endet, die nicht begonnen hat</translation>
+    </message>
+    <message>
+        <source>an item (li) stands in no list</source>
+        <translation>ein Listenpunkt (li) steht in keiner Liste</translation>
+    </message>
+    <message>
+        <source>a link leads neither to a page (#page=12) nor to an address of the web</source>
+        <translation>ein Verweis führt weder auf eine Seite (#page=12) noch zu einer Adresse im Netz</translation>
+    </message>
+    <message>
+        <source>a tag or a comment does not end</source>
+        <translation>eine Auszeichnung oder ein Kommentar endet nicht</translation>
+    </message>
+    <message>
+        <source>a list does not end</source>
+        <translation>eine Liste endet nicht</translation>
+    </message>
+    <message>
+        <source>there is no list in it</source>
+        <translation>darin ist keine Liste</translation>
+    </message>
+</context>
+<context>
     <name>InfoCommand</name>
     <message>
         <source>Tells what kind of file a PDF is, as JSON.</source>
@@ -1121,6 +1253,64 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>JsonNodes</name>
+    <message>
+        <source>a node must be an object</source>
+        <translation>ein Knoten muss ein Objekt sein</translation>
+    </message>
+    <message>
+        <source>&quot;title&quot; must be a string</source>
+        <translation>„title“ muss eine Zeichenkette sein</translation>
+    </message>
+    <message>
+        <source>&quot;children&quot; must be an array</source>
+        <translation>„children“ muss ein Feld sein</translation>
+    </message>
+    <message>
+        <source>&quot;pageLabel&quot; must be a string or null</source>
+        <translation>„pageLabel“ muss eine Zeichenkette oder null sein</translation>
+    </message>
+    <message>
+        <source>&quot;pageIndex&quot; must be a page, from 0 to %1</source>
+        <translation>„pageIndex“ muss eine Seite sein, von 0 bis %1</translation>
+    </message>
+    <message>
+        <source>&quot;point&quot; must be two numbers, [x, y], in points</source>
+        <translation>„point“ muss aus zwei Zahlen bestehen, [x, y], in Punkt</translation>
+    </message>
+    <message>
+        <source>&quot;entry&quot; must be an object number or null</source>
+        <translation>&quot;entry&quot; muss eine Objektnummer oder null sein</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be true or false</source>
+        <translation>&quot;%1&quot; muss true oder false sein</translation>
+    </message>
+    <message>
+        <source>&quot;color&quot; must be null or three numbers from 0 to 1, [red, green, blue]</source>
+        <translation>&quot;color&quot; muss null oder drei Zahlen von 0 bis 1 sein, [Rot, Grün, Blau]</translation>
+    </message>
+    <message>
+        <source>&quot;action&quot; must be null or an object with a &quot;type&quot;</source>
+        <translation>&quot;action&quot; muss null oder ein Objekt mit einem &quot;type&quot; sein</translation>
+    </message>
+    <message>
+        <source>an &quot;action&quot; of type %1 must have a &quot;%2&quot;</source>
+        <translation>eine &quot;action&quot; vom Typ %1 braucht ein &quot;%2&quot;</translation>
+    </message>
+    <message>
+        <source>an outline in JSON is an array of nodes</source>
+        <translation>eine Gliederung in JSON ist ein Feld von Knoten</translation>
+    </message>
+</context>
+<context>
+    <name>JsonText</name>
+    <message>
+        <source>the JSON is nested too deeply; plus lines hold outlines of any depth</source>
+        <translation>das JSON ist zu tief verschachtelt; Plus-Zeilen fassen Gliederungen jeder Tiefe</translation>
+    </message>
+</context>
+<context>
     <name>LabelsCommand</name>
     <message>
         <source>Lists the page labels, as a JSON array by page.</source>
@@ -1133,6 +1323,13 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>The PDF.</source>
         <translation>Die PDF.</translation>
+    </message>
+</context>
+<context>
+    <name>MarkdownOutline</name>
+    <message>
+        <source>not of the form &quot;- [Title](#page=12)&quot;</source>
+        <translation>nicht von der Form „- [Titel](#page=12)“</translation>
     </message>
 </context>
 <context>
@@ -1275,6 +1472,33 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>OpmlOutline</name>
+    <message>
+        <source>an outline element must have the attribute text</source>
+        <translation>ein Element outline muss das Attribut text haben</translation>
+    </message>
+    <message>
+        <source>a link leads neither to a page (#page=12) nor to an address of the web</source>
+        <translation>ein Verweis führt weder auf eine Seite (#page=12) noch zu einer Adresse im Netz</translation>
+    </message>
+    <message>
+        <source>the attribute page must be a number</source>
+        <translation>das Attribut page muss eine Zahl sein</translation>
+    </message>
+    <message>
+        <source>it declares entities or other things, which are not read</source>
+        <translation>es vereinbart Entitäten oder anderes, was nicht gelesen wird</translation>
+    </message>
+    <message>
+        <source>it is no OPML</source>
+        <translation>es ist kein OPML</translation>
+    </message>
+    <message>
+        <source>an element has too many attributes</source>
+        <translation>ein Element hat zu viele Attribute</translation>
+    </message>
+</context>
+<context>
     <name>OtherPrograms</name>
     <message>
         <source>Another program has written to “%1”, and the pages that are shown here are no longer in it. Load its new pages to go on; the outline stays as you have it.</source>
@@ -1352,24 +1576,24 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
 <context>
     <name>OutlineCommand</name>
     <message>
-        <source>Prints the outline, as JSON, plus lines or text.</source>
-        <translation>Gibt die Gliederung aus, als JSON, Plus-Zeilen oder Text.</translation>
-    </message>
-    <message>
-        <source>JSON nodes have title, pageLabel, pageIndex (from 0), point ([x, y] in points from the page&apos;s lower left; [0, 0] is no particular spot) and children. Plus lines have one &quot;+&quot; a level, &quot;@&quot; and the page label, and the title. &quot;apply&quot; reads both.</source>
-        <translation>JSON-Knoten haben title, pageLabel, pageIndex (ab 0), point ([x, y] in Punkt von links unten auf der Seite; [0, 0] ist keine bestimmte Stelle) und children. Plus-Zeilen haben je Ebene ein „+“, „@“ mit der Seitenbezeichnung und den Titel. „apply“ liest beides.</translation>
-    </message>
-    <message>
         <source>The PDF.</source>
         <translation>Die PDF.</translation>
     </message>
     <message>
-        <source>json (the default), plus or text.</source>
-        <translation>json (wenn nichts angegeben ist), plus oder text.</translation>
+        <source>Prints the outline, as JSON, plus lines, text or in a form of other programs.</source>
+        <translation>Gibt die Gliederung aus, als JSON, Plus-Zeilen, Text oder in einer Form anderer Programme.</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is no format; there are json, plus and text</source>
-        <translation>„%1“ ist kein Format; es gibt json, plus und text</translation>
+        <source>JSON nodes have title, pageLabel, pageIndex (from 0), point ([x, y] in points from the page&apos;s lower left; [0, 0] is no particular spot) and children. Plus lines have one &quot;+&quot; a level, &quot;@&quot; and the page label, and the title. &quot;apply&quot; reads all formats but text.</source>
+        <translation>JSON-Knoten haben title, pageLabel, pageIndex (ab 0), point ([x, y] in Punkt von links unten auf der Seite; [0, 0] ist keine bestimmte Stelle) und children. Plus-Zeilen haben je Ebene ein „+“, „@“ mit der Seitenbezeichnung und den Titel. „apply“ liest alle Formate außer text.</translation>
+    </message>
+    <message>
+        <source>One of %1; the first is the default.</source>
+        <translation>Eines von %1; das erste gilt von selbst.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no format; there are %2</source>
+        <translation>„%1“ ist kein Format; es gibt %2</translation>
     </message>
 </context>
 <context>
@@ -1377,6 +1601,13 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>The file is locked or encrypted now, and its outline could not be saved.</source>
         <translation>Die Datei ist jetzt gesperrt oder verschlüsselt, und ihre Gliederung ließe sich nicht speichern.</translation>
+    </message>
+</context>
+<context>
+    <name>OutlineFormat</name>
+    <message>
+        <source>it is larger than %1 MB</source>
+        <translation>sie ist größer als %1 MB</translation>
     </message>
 </context>
 <context>
@@ -1403,73 +1634,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
-    <name>OutlineTree</name>
-    <message>
-        <source>a node must be an object</source>
-        <translation>ein Knoten muss ein Objekt sein</translation>
-    </message>
-    <message>
-        <source>&quot;title&quot; must be a string</source>
-        <translation>„title“ muss eine Zeichenkette sein</translation>
-    </message>
-    <message>
-        <source>&quot;children&quot; must be an array</source>
-        <translation>„children“ muss ein Feld sein</translation>
-    </message>
-    <message>
-        <source>&quot;pageLabel&quot; must be a string or null</source>
-        <translation>„pageLabel“ muss eine Zeichenkette oder null sein</translation>
-    </message>
-    <message>
-        <source>&quot;pageIndex&quot; must be a page, from 0 to %1</source>
-        <translation>„pageIndex“ muss eine Seite sein, von 0 bis %1</translation>
-    </message>
-    <message>
-        <source>&quot;point&quot; must be two numbers, [x, y], in points</source>
-        <translation>„point“ muss aus zwei Zahlen bestehen, [x, y], in Punkt</translation>
-    </message>
-    <message>
-        <source>line %1</source>
-        <translation>Zeile %1</translation>
-    </message>
-    <message>
-        <source>not of the form &quot;+ @12 Title&quot;</source>
-        <translation>nicht von der Form „+ @12 Titel“</translation>
-    </message>
-    <message>
-        <source>the JSON is nested too deeply; plus lines hold outlines of any depth</source>
-        <translation>das JSON ist zu tief verschachtelt; Plus-Zeilen fassen Gliederungen jeder Tiefe</translation>
-    </message>
-    <message>
-        <source>an outline in JSON is an array of nodes</source>
-        <translation>eine Gliederung in JSON ist ein Feld von Knoten</translation>
-    </message>
-    <message>
-        <source>&quot;entry&quot; must be an object number or null</source>
-        <translation>&quot;entry&quot; muss eine Objektnummer oder null sein</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; must be true or false</source>
-        <translation>&quot;%1&quot; muss true oder false sein</translation>
-    </message>
-    <message>
-        <source>&quot;color&quot; must be null or three numbers from 0 to 1, [red, green, blue]</source>
-        <translation>&quot;color&quot; muss null oder drei Zahlen von 0 bis 1 sein, [Rot, Grün, Blau]</translation>
-    </message>
-    <message>
-        <source>&quot;action&quot; must be null or an object with a &quot;type&quot;</source>
-        <translation>&quot;action&quot; muss null oder ein Objekt mit einem &quot;type&quot; sein</translation>
-    </message>
-    <message>
-        <source>an &quot;action&quot; of type %1 must have a &quot;%2&quot;</source>
-        <translation>eine &quot;action&quot; vom Typ %1 braucht ein &quot;%2&quot;</translation>
-    </message>
-    <message>
-        <source>the text is not UTF-8</source>
-        <translation>der Text ist nicht UTF-8</translation>
-    </message>
-</context>
-<context>
     <name>OutputFile</name>
     <message>
         <source>the original was cut short by another program</source>
@@ -1493,6 +1657,71 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1: it was damaged and has been written new</source>
         <translation>%1: Die Datei war beschädigt und wurde neu geschrieben</translation>
+    </message>
+</context>
+<context>
+    <name>PdfcpuBookmarks</name>
+    <message>
+        <source>&quot;color&quot; must have R, G and B, numbers from 0 to 1</source>
+        <translation>„color“ muss R, G und B haben, Zahlen von 0 bis 1</translation>
+    </message>
+    <message>
+        <source>a bookmark must be an object</source>
+        <translation>ein Lesezeichen muss ein Objekt sein</translation>
+    </message>
+    <message>
+        <source>&quot;title&quot; must be a string</source>
+        <translation>„title“ muss eine Zeichenkette sein</translation>
+    </message>
+    <message>
+        <source>&quot;page&quot; must be the number of a page</source>
+        <translation>„page“ muss die Nummer einer Seite sein</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; must be true or false</source>
+        <translation>&quot;%1&quot; muss true oder false sein</translation>
+    </message>
+    <message>
+        <source>&quot;kids&quot; must be an array</source>
+        <translation>„kids“ muss ein Feld sein</translation>
+    </message>
+    <message>
+        <source>there is no array &quot;bookmarks&quot; in it</source>
+        <translation>darin ist kein Feld „bookmarks“</translation>
+    </message>
+</context>
+<context>
+    <name>PdftkBookmarks</name>
+    <message>
+        <source>there is no BookmarkBegin before it</source>
+        <translation>davor steht kein BookmarkBegin</translation>
+    </message>
+    <message>
+        <source>neither a line of a bookmark nor of another section</source>
+        <translation>weder eine Zeile eines Lesezeichens noch eines anderen Abschnitts</translation>
+    </message>
+    <message>
+        <source>this bookmark lacks its BookmarkTitle or BookmarkLevel</source>
+        <translation>diesem Lesezeichen fehlt BookmarkTitle oder BookmarkLevel</translation>
+    </message>
+    <message>
+        <source>a bookmark has a title, a level and a page number only</source>
+        <translation>ein Lesezeichen hat nur Titel, Ebene und Seitennummer</translation>
+    </message>
+    <message>
+        <source>there must be a number behind the colon</source>
+        <translation>hinter dem Doppelpunkt muss eine Zahl stehen</translation>
+    </message>
+    <message>
+        <source>there is no bookmark in it</source>
+        <translation>darin ist kein Lesezeichen</translation>
+    </message>
+</context>
+<context>
+    <name>PlusLines</name>
+    <message>
+        <source>not of the form &quot;+ @12 Title&quot;</source>
+        <translation>nicht von der Form „+ @12 Titel“</translation>
     </message>
 </context>
 <context>
@@ -1538,6 +1767,25 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>Saving</source>
         <translation>Speichern</translation>
+    </message>
+</context>
+<context>
+    <name>ReadOutline</name>
+    <message>
+        <source>line %1</source>
+        <translation>Zeile %1</translation>
+    </message>
+    <message>
+        <source>the text is not UTF-8</source>
+        <translation>der Text ist nicht UTF-8</translation>
+    </message>
+    <message>
+        <source>there are more than %1 entries</source>
+        <translation>es sind mehr als %1 Einträge</translation>
+    </message>
+    <message>
+        <source>there are more than %1 levels</source>
+        <translation>es sind mehr als %1 Ebenen</translation>
     </message>
 </context>
 <context>

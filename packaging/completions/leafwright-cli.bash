@@ -34,7 +34,11 @@ _leafwright_cli() {
         return
     fi
     case ${COMP_WORDS[COMP_CWORD - 1]} in
-        --format) _leafwright_cli_offer -W "json plus text" ;;
+        --format)
+            local text=text
+            [[ $command == apply ]] && text=
+            _leafwright_cli_offer -W "json plus $text markdown html opml pdftk cpdf pdfcpu"
+            ;;
         --out-dir) compopt -o filenames 2>/dev/null; _leafwright_cli_offer -d ;;
         --max-depth | --ocr-language | --page | --text | --timeout) COMPREPLY=() ;;
         --map | --save-map | --report) _leafwright_cli_files ;;

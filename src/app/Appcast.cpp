@@ -1,6 +1,7 @@
 #include "app/Appcast.h"
 
 #include "app/PlainTextOfHtml.h"
+#include "formats/XmlAttributes.h"
 
 #include <QRegularExpression>
 #include <QStringDecoder>
@@ -13,8 +14,6 @@ namespace leafwright {
 namespace {
 
 constexpr qsizetype deepestLevel = 200;
-/// Two texts of every attribute are compared with each other, so many take long.
-constexpr qsizetype mostAttributes = 2'000;
 
 /// One <item>, as it stands there.
 struct FeedItem {
@@ -124,59 +123,6 @@ std::optional<AppcastItem> announcement(const FeedItem &item) {
     const QUrl page = webAddress(item.link);
     return AppcastItem{*version, item.shortVersion.isEmpty() ? item.version : item.shortVersion,
                        plainTextOfHtml(item.description), page.isEmpty() ? webAddress(item.enclosure) : page};
-}
-
-template <typename Text>
-bool standsAt(const Text &xml, qsizetype place, QByteArrayView ascii) {
-    return xml.size() - place >= ascii.size() &&
-           std::equal(ascii.begin(), ascii.end(), xml.begin() + place,
-                      [](char expected, auto c) { return c == static_cast<char16_t>(expected); });
-}
-
-/// Goes behind what is no tag though it begins as one, if that stands at a place. @return whether it does
-template <typename Text>
-bool passOverUntagged(const Text &xml, qsizetype &place) {
-    constexpr std::pair<const char *, const char *> forms[] = {
-        {"<!--", "-->"}, {"<![CDATA[", "]]>"}, {"<?", "?>"}};
-    for (const auto &[begin, end] : forms) {
-        if (!standsAt(xml, place, begin)) continue;
-        place += static_cast<qsizetype>(qstrlen(begin));
-        while (place < xml.size() && !standsAt(xml, place, end))
-            ++place;
-        return true;
-    }
-    return false;
-}
-
-/// Goes to the end of the tag at a place. @return how many attributes it can have at most: each has a "=",
-/// while those in quotes are text
-template <typename Text>
-qsizetype passOverTag(const Text &xml, qsizetype &place) {
-    qsizetype signs = 0;
-    char16_t quote = 0;
-    for (; place < xml.size(); ++place) {
-        const auto c = xml[place];
-        if (quote != 0) {
-            if (c == quote) quote = 0;
-        } else if (c == u'"' || c == u'\'') {
-            quote = c == u'"' ? u'"' : u'\'';
-        } else if (c == u'=') {
-            ++signs;
-        } else if (c == u'>') {
-            break;
-        }
-    }
-    return signs;
-}
-
-/// Whether some tag may have more attributes than are read in no time.
-template <typename Text>
-bool hasTooManyAttributes(const Text &xml) {
-    for (qsizetype place = 0; place < xml.size(); ++place) {
-        if (xml[place] != u'<' || passOverUntagged(xml, place)) continue;
-        if (passOverTag(xml, place) > mostAttributes) return true;
-    }
-    return false;
 }
 
 template <typename Text>

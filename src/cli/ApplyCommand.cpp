@@ -2,8 +2,8 @@
 #include "cli/FileClash.h"
 #include "cli/OpenFile.h"
 #include "cli/OutlineOutput.h"
-#include "cli/OutlineTree.h"
 #include "document/outline/PageLabelMap.h"
+#include "exchange/OutlineFormat.h"
 #include "files/FileReading.h"
 #include "model/TreeWalk.h"
 #include "texts/Translated.h"
@@ -14,11 +14,14 @@ namespace leafwright::cli {
 
 namespace {
 
+const QString formatOption = QStringLiteral("format");
+
 constexpr Translated translated{"ApplyCommand"};
 
 std::optional<QByteArray> readTree(const QString &path, Console &console) {
     constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
-    auto text = path == QLatin1String("-") ? readDescriptor(STDIN_FILENO) : readFile(path);
+    auto text = path == QLatin1String("-") ? readDescriptor(STDIN_FILENO, largestOutlineText)
+                                           : readFile(path, largestOutlineText);
     if (const auto *reason = std::get_if<QString>(&text)) {
         console.message(translated("%1: the outline can't be read: %2").arg(path, *reason));
         return std::nullopt;
@@ -32,6 +35,15 @@ std::optional<QByteArray> readTree(const QString &path, Console &console) {
         return std::nullopt;
     }
     return std::get<QByteArray>(std::move(text));
+}
+
+/// The format to read a text in, as an option says or else as the text and its file's name do. What can't be
+/// told is read as plus lines, which has the line told that is none.
+const OutlineFormat &formatOf(const QString &option, const QString &path, const QByteArray &text) {
+    if (!option.isEmpty()) return *outlineFormatNamed(option);
+    if (const OutlineFormat *format = formatToRead(path, text)) return *format;
+    if (const OutlineFormat *format = formatToRead({}, text)) return *format;
+    return *outlineFormatNamed(u"plus");
 }
 
 QString unknownPage(const QString &title, const QString &label) {
@@ -71,20 +83,37 @@ void reportPages(const OutlineDocument &document, const MyOutlineItem &root, Con
 CommandInfo ApplyCommand::info() const {
     return {
         QStringLiteral("apply"),
-        translated("Writes an outline, given as JSON or plus lines, into a PDF."),
         translated(
-            "TREE is what \"outline\" prints, edited or not. An entry's page is told by its pageLabel; of "
-            "pages with the same label it is the last. pageIndex counts only without a pageLabel, or with "
-            "--keep-pages where it is a page with that label. An entry at [0, 0] is given the middle of its "
-            "page's top edge. An empty TREE is refused: [] says that no outline is wanted."),
+            "Writes an outline, given as JSON, plus lines or in a form of other programs, into a PDF."),
+        translated(
+            "TREE is what \"outline\" prints, in any format but text, edited or not. An entry's page is told "
+            "by its pageLabel; of pages with the same label it is the last. pageIndex counts only without a "
+            "pageLabel, or with --keep-pages where it is a page with that label. An entry at [0, 0] is given "
+            "the middle of its page's top edge. An empty TREE is refused: [] says that no outline is "
+            "wanted."),
         {{QStringLiteral("FILE"), translated("The PDF.")},
          {QStringLiteral("TREE"), translated("The outline, in a file; \"-\" is standard input.")}},
-        {outputOption(), keepPagesOption()}};
+        {outputOption(),
+         keepPagesOption(),
+         {formatOption,
+          translated(
+              "The format of TREE: one of %1. Without it, that is told by the extension of its name and "
+              "by how it begins.")
+              .arg(namesOfReadFormats().join(QLatin1String(", "))),
+          QStringLiteral("FORMAT")}}};
 }
 
 ExitCode ApplyCommand::run(const QCommandLineParser &arguments, Console &console) const {
-    const QString out = arguments.value(outputOption());
+    const QString out = outputOf(arguments);
     if (out.isEmpty()) return wrongUsage(*this, translated("-o OUT is missing"), console);
+    const QString format = arguments.value(formatOption);
+    const QStringList formats = namesOfReadFormats();
+    if (arguments.isSet(formatOption) && !formats.contains(format)) {
+        return wrongUsage(*this,
+                          translated("\"%1\" is no format that can be read; there are %2")
+                              .arg(format, formats.join(QLatin1String(", "))),
+                          console);
+    }
     const QString file = arguments.positionalArguments()[0];
     const QString treeFile = arguments.positionalArguments()[1];
 
@@ -99,8 +128,8 @@ ExitCode ApplyCommand::run(const QCommandLineParser &arguments, Console &console
     }
     const std::optional<QByteArray> text = readTree(treeFile, console);
     if (!text) return Failed;
-    auto tree =
-        parseOutlineTree(*text, *document.pdfDoc(), entriesByNumber(document.pdfDoc()->outlineRoot()));
+    auto tree = readOutline(formatOf(format, treeFile, *text), *text,
+                            {*document.pdfDoc(), entriesByNumber(document.pdfDoc()->outlineRoot())});
     if (const auto *error = std::get_if<TreeError>(&tree)) {
         const QString where =
             error->where.isEmpty() ? treeFile : treeFile + QLatin1String(": ") + error->where;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <new>
 #include <system_error>
+#include <unistd.h>
 
 namespace leafwright::cli {
 
@@ -47,6 +48,29 @@ QString emptyOption(const CommandInfo &info, const QCommandLineParser &parser) {
     return {};
 }
 
+bool isStandardOutput(const QString &value) {
+    return value == QLatin1String("-");
+}
+
+/// Whether the PDF goes to standard output because "-o -" says so.
+bool pours(const CommandInfo &info, const QCommandLineParser &parser) {
+    const bool hasOutput = std::ranges::any_of(info.options, [](const QCommandLineOption &option) {
+        return option.names() == outputOption().names();
+    });
+    return hasOutput && isStandardOutput(parser.value(outputOption()));
+}
+
+/// What else would go there, into the PDF: the option's name; null if there is none.
+QString optionThatPrints(const CommandInfo &info, const QCommandLineParser &parser) {
+    for (const QCommandLineOption &option : info.options) {
+        if (option.names() == outputOption().names() || !parser.isSet(option)) continue;
+        QString name = QLatin1String("--") + option.names().last();
+        if (isStandardOutput(parser.value(option))) return name + QLatin1String(" -");
+        if (info.printingOptions.contains(option.names().last())) return name;
+    }
+    return {};
+}
+
 /// Runs the command in a process that is ended when its time is over.
 ExitCode runWithin(std::chrono::seconds limit, const CommandInfo &info, const QStringList &arguments,
                    const QCommandLineParser &parser, Console &console) {
@@ -65,6 +89,11 @@ ExitCode runParsed(const Command &command, const CommandInfo &info, const QStrin
     const auto limit = timeLimit(parser).value_or(std::chrono::seconds(0));
     if (limit.count() > 0 && workerOf() == WorkerOf::None && !command.limitsTime(parser))
         return runWithin(limit, info, arguments, parser, console);
+    if (pours(info, parser) && ::isatty(STDOUT_FILENO) == 1) {
+        console.message(
+            translated("standard output is a terminal, which can't show a PDF; nothing was written"));
+        return Failed;
+    }
     const QString what = parser.positionalArguments().join(u' ') + QLatin1String(": ");
     try {
         return command.run(parser, console);
@@ -105,6 +134,11 @@ ExitCode parseAndRun(const Command &command, const QStringList &arguments, Conso
         return wrongUsage(command, translated("%1: the value is empty").arg(option), console);
     }
     if (!info.aloneOption.isEmpty() && parser.isSet(info.aloneOption)) return command.run(parser, console);
+    if (const QString other = pours(info, parser) ? optionThatPrints(info, parser) : QString();
+        !other.isNull()) {
+        return wrongUsage(command, translated("-o - and %1 would be printed into each other").arg(other),
+                          console);
+    }
     const qsizetype given = parser.positionalArguments().size();
     const qsizetype wanted = info.arguments.size();
     const bool openEnded = wanted > 0 && info.arguments.last().name.endsWith(QLatin1String("..."));
@@ -140,9 +174,14 @@ std::optional<std::chrono::seconds> timeLimit(const QCommandLineParser &argument
 
 QCommandLineOption outputOption() {
     return {{QStringLiteral("o"), QStringLiteral("output")},
-            translated("The PDF to write. It may be the input, which is then replaced when "
-                       "the new file is complete."),
+            translated("The PDF to write; \"-\" is standard output. It may be the input, which is then "
+                       "replaced when the new file is complete."),
             QStringLiteral("OUT")};
+}
+
+QString outputOf(const QCommandLineParser &arguments) {
+    const QString path = arguments.value(outputOption());
+    return isStandardOutput(path) ? QStringLiteral("/dev/stdout") : path;
 }
 
 }  // namespace leafwright::cli

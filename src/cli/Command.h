@@ -30,6 +30,7 @@ struct CommandInfo {
     QList<Argument> arguments;
     QList<QCommandLineOption> options;
     QString aloneOption = {};  ///< The name of an option that stands without the arguments; may be empty.
+    QStringList printingOptions = {};  ///< The names of those by which a command that writes a PDF prints.
 };
 
 /// One subcommand of leafwright-cli.
@@ -58,5 +59,7 @@ std::optional<std::chrono::seconds> timeLimit(const QCommandLineParser &argument
 
 /// The option "-o OUT", which every command that writes a PDF has.
 QCommandLineOption outputOption();
+/// The PDF to write, as that option says: for "-", the path of standard output. Empty without the option.
+QString outputOf(const QCommandLineParser &arguments);
 
 }  // namespace leafwright::cli

@@ -62,7 +62,7 @@ public:
     ExitCode run(const QCommandLineParser &arguments, Console &console) const override;
 };
 
-/// `apply FILE TREE -o OUT`: writes an outline given as JSON or plus lines.
+/// `apply FILE TREE -o OUT`: writes an outline given as text, in any form that can be read.
 class ApplyCommand final : public Command {
 public:
     CommandInfo info() const override;

@@ -257,7 +257,9 @@ CommandInfo ContentsCommand::info() const {
             "each in a process of its own; one that takes more than 60 seconds, or --timeout, is given up. "
             "With --ocr, which takes seconds a page, only --timeout limits the time."),
         {{QStringLiteral("FILE..."), translated("The PDF, or several with --out-dir.")}},
-        options()};
+        options(),
+        {},
+        {explainOption}};
 }
 
 bool ContentsCommand::limitsTime(const QCommandLineParser &arguments) const {

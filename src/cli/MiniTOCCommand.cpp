@@ -84,7 +84,7 @@ CommandInfo MiniTOCCommand::info() const {
 }
 
 ExitCode MiniTOCCommand::run(const QCommandLineParser &arguments, Console &console) const {
-    const QString out = arguments.value(outputOption());
+    const QString out = outputOf(arguments);
     const QString sample = arguments.value(textOption);
     if (out.isEmpty()) return wrongUsage(*this, translated("-o OUT is missing"), console);
     if (!arguments.isSet(pageOption)) return wrongUsage(*this, translated("--page N is missing"), console);

@@ -1,6 +1,7 @@
 #include "cli/Commands.h"
 #include "cli/OpenFile.h"
-#include "cli/OutlineFormats.h"
+#include "document/outline/OutlineImport.h"
+#include "exchange/OutlineFormat.h"
 #include "texts/Translated.h"
 
 namespace leafwright::cli {
@@ -15,35 +16,39 @@ constexpr Translated translated{"OutlineCommand"};
 
 CommandInfo OutlineCommand::info() const {
     return {QStringLiteral("outline"),
-            translated("Prints the outline, as JSON, plus lines or text."),
+            translated("Prints the outline, as JSON, plus lines, text or in a form of other programs."),
             translated(
                 "JSON nodes have title, pageLabel, pageIndex (from 0), point ([x, y] in points from the "
                 "page's lower left; [0, 0] is no particular spot) and children. Plus lines have one \"+\" a "
-                "level, \"@\" and the page label, and the title. \"apply\" reads both."),
+                "level, \"@\" and the page label, and the title. \"apply\" reads all formats but text."),
             {{QStringLiteral("FILE"), translated("The PDF.")}},
-            {{formatOption, translated("json (the default), plus or text."), QStringLiteral("FORMAT"),
-              QStringLiteral("json")}}};
+            {{formatOption,
+              translated("One of %1; the first is the default.")
+                  .arg(namesOfWrittenFormats().join(QLatin1String(", "))),
+              QStringLiteral("FORMAT"), QStringLiteral("json")}}};
 }
 
 ExitCode OutlineCommand::run(const QCommandLineParser &arguments, Console &console) const {
-    const QString format = arguments.value(formatOption);
-    auto *const print = format == QLatin1String("json")   ? printOutlineAsJson
-                        : format == QLatin1String("plus") ? printOutlineAsPlusLines
-                        : format == QLatin1String("text") ? printOutlineAsText
-                                                          : nullptr;
-    if (!print) {
-        return wrongUsage(*this, translated("\"%1\" is no format; there are json, plus and text").arg(format),
+    const QString name = arguments.value(formatOption);
+    const OutlineFormat *format = outlineFormatNamed(name);
+    if (!format) {
+        return wrongUsage(*this,
+                          translated("\"%1\" is no format; there are %2")
+                              .arg(name, namesOfWrittenFormats().join(QLatin1String(", "))),
                           console);
     }
     const QString path = arguments.positionalArguments().first();
     const auto document = openForReading(path, console);
     if (!document) return Failed;
-    document->outlineRoot();
+    MyOutlineItem root;
+    addOutlineChildren(document->outlineRoot(), root, *document);
     if (const auto failure = readFailure(path, *document)) {
         console.message(*failure);
         return Failed;
     }
-    print(*document, console);
+    format->write(
+        root, [](const MyOutlineItem &item) { return item.importedPage(); },
+        [&console](const QByteArray &bytes) { console.write(bytes); });
     return Done;
 }
 

@@ -72,7 +72,7 @@ QList<QCommandLineOption> OutlineOutput::options() {
 
 OutlineOutput::OutlineOutput(const QCommandLineParser &arguments)
     : files_(arguments.positionalArguments()),
-      out_(arguments.value(outputOption())),
+      out_(outputOf(arguments)),
       folder_(arguments.value(outDirOption)) {}
 
 std::optional<QString> OutlineOutput::problem() const {

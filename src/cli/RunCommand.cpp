@@ -43,7 +43,7 @@ ExitCode RunCommand::run(const QCommandLineParser &arguments, Console &console) 
         return Done;
     }
     const ScriptRequest request{arguments.positionalArguments()[0], arguments.positionalArguments()[1],
-                                arguments.value(outputOption()), arguments.value(reportOption),
+                                outputOf(arguments), arguments.value(reportOption),
                                 arguments.isSet(keepPagesOption().names().first())};
     if (const auto clash = clashOf({request.file, {request.steps}, request.out, {request.report}})) {
         console.message(*clash);

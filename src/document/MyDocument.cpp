@@ -6,6 +6,7 @@
 #include "document/commands/BatchRenaming.h"
 #include "document/commands/ContentsCommands.h"
 #include "document/commands/EditMenuCommands.h"
+#include "document/commands/ExchangeCommands.h"
 #include "document/commands/HeadingMapCommands.h"
 #include "document/commands/NavigationCommands.h"
 #include "document/commands/OtherPrograms.h"
@@ -52,6 +53,7 @@ MyDocument::MyDocument(Platform &platform)
       autoTOCCommands_(std::make_unique<AutoTOCCommands>(*this)),
       contentsCommands_(std::make_unique<ContentsCommands>(*this)),
       editMenuCommands_(std::make_unique<EditMenuCommands>(*this)),
+      exchangeCommands_(std::make_unique<ExchangeCommands>(*this)),
       stepCommands_(std::make_unique<StepCommands>(*this)) {
     actions_.setGate([this] { return !isBusy(); });
     actions_.setCondition([this](Needs needs) { return isThere(needs); });
@@ -142,6 +144,10 @@ bool MyDocument::isThere(Needs needs) const {
             return contentsCommands_->mayPropose();
         case Needs::EntriesToComplete:
             return contentsCommands_->mayPropose() && !outline_.root().children().empty();
+        case Needs::AnyEntries:
+            return exchangeCommands_->canExport();
+        case Needs::EditableOutline:
+            return exchangeCommands_->canImport();
     }
     return false;
 }

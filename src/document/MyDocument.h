@@ -20,6 +20,7 @@ class ContentsCommands;
 class DocumentWindow;
 class EditMenuCommands;
 class EntriesElsewhereNotice;
+class ExchangeCommands;
 class HeadingMapCommands;
 class HeadingMapGuess;
 class HeadingMapModel;
@@ -180,6 +181,7 @@ public:
     NavigationCommands &navigation() { return *navigation_; }
     StepCommands &stepCommands() { return *stepCommands_; }
     OutlineCopy &outlineCopy() { return *outlineCopy_; }
+    ExchangeCommands &exchangeCommands() { return *exchangeCommands_; }
 
     /// The outline's selected items, as tree nodes, in the order of their rows.
     std::vector<TreeNode *> selectedNodes() const;
@@ -262,6 +264,7 @@ private:
     std::unique_ptr<AutoTOCCommands> autoTOCCommands_;
     std::unique_ptr<ContentsCommands> contentsCommands_;
     std::unique_ptr<EditMenuCommands> editMenuCommands_;
+    std::unique_ptr<ExchangeCommands> exchangeCommands_;
     std::unique_ptr<StepCommands> stepCommands_;
     std::unique_ptr<PrioritySplitViewDelegate> splitViewDelegate_;
     bool thumbnailsBound_ = false;

@@ -32,7 +32,7 @@ QString textOf(const std::filesystem::path &path) {
 
 }  // namespace
 
-std::variant<QByteArray, QString> readDescriptor(int descriptor) {
+std::variant<QByteArray, QString> readDescriptor(int descriptor, qsizetype longest) {
     constexpr qsizetype blockSize = 1 << 16;
     QByteArray content;
     while (true) {
@@ -43,13 +43,24 @@ std::variant<QByteArray, QString> readDescriptor(int descriptor) {
         content.resize(filled + std::max<ssize_t>(0, count));
         if (count == 0) return content;
         if (count < 0 && error != EINTR) return reasonOfSystem(error);
+        constexpr int bitsOfMegabyte = 20;
+        if (content.size() > longest)
+            return translated("it is larger than %1 MB").arg(longest >> bitsOfMegabyte);
     }
 }
 
-std::variant<QByteArray, QString> readFile(const QString &path) {
+std::variant<QByteArray, QString> readFile(const QString &path, qsizetype longest) {
     const int descriptor = ::open(fileNameBytes(path).constData(), O_RDONLY | O_CLOEXEC);
     if (descriptor < 0) return reasonOfSystem(errno);
-    auto content = readDescriptor(descriptor);
+    auto content = readDescriptor(descriptor, longest);
+    ::close(descriptor);
+    return content;
+}
+
+std::variant<QByteArray, QString> readRegularFile(const QString &path, qsizetype longest) {
+    const int descriptor = openRegularFile(path);
+    if (descriptor < 0) return reasonOfSystem(errno);
+    auto content = readDescriptor(descriptor, longest);
     ::close(descriptor);
     return content;
 }
@@ -66,23 +77,6 @@ int openRegularFile(const QString &path) {
     ::close(descriptor);
     errno = error;
     return -1;
-}
-
-std::variant<QByteArray, QString> readRegularFile(const QString &path, qint64 most) {
-    const int descriptor = openRegularFile(path);
-    if (descriptor < 0) return reasonOfSystem(errno);
-    struct stat status = {};
-    const int error = ::fstat(descriptor, &status) == 0 ? 0 : errno;
-    std::variant<QByteArray, QString> content;
-    if (error) {
-        content = reasonOfSystem(error);
-    } else if (status.st_size > most) {
-        content = translated("it has more than %1 bytes").arg(most);
-    } else {
-        content = readDescriptor(descriptor);
-    }
-    ::close(descriptor);
-    return content;
 }
 
 std::optional<QString> makeFolder(const QString &path) {

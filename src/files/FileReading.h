@@ -3,18 +3,22 @@
 #include <QByteArray>
 #include <QString>
 
+#include <limits>
 #include <optional>
 #include <variant>
 
 namespace leafwright {
 
-/// The content of a file, or of what else can be read to its end. @return it, or why it can't be read
-std::variant<QByteArray, QString> readFile(const QString &path);
+/// More bytes than can be read.
+inline constexpr qsizetype anyLength = std::numeric_limits<qsizetype>::max();
+
+/// The content of a file, or of what else can be read to its end, unless it has more than so many bytes.
+/// @return it, or why it can't be read
+std::variant<QByteArray, QString> readFile(const QString &path, qsizetype longest = anyLength);
+/// The same of a regular file; does not wait for anything.
+std::variant<QByteArray, QString> readRegularFile(const QString &path, qsizetype longest = anyLength);
 /// The same of a descriptor, such as standard input, from where it stands.
-std::variant<QByteArray, QString> readDescriptor(int descriptor);
-/// The same of a regular file only, without waiting for anything. @param most bytes; one with more is not
-/// read
-std::variant<QByteArray, QString> readRegularFile(const QString &path, qint64 most);
+std::variant<QByteArray, QString> readDescriptor(int descriptor, qsizetype longest = anyLength);
 
 /// Opens a regular file for reading, without waiting for anything.
 /// @return a descriptor; -1 with errno set where there is none

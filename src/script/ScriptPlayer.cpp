@@ -2,6 +2,7 @@
 
 #include "app/Updater.h"
 #include "document/MyDocument.h"
+#include "document/commands/ExchangeCommands.h"
 #include "document/commands/HeadingMapCommands.h"
 #include "files/FileReading.h"
 #include "script/ModalGuard.h"
@@ -89,6 +90,7 @@ void ScriptPlayer::playStep(const Step &step) {
         throw StepFailure(translated("a window waits for a person: \"%1\"").arg(guard.closed()));
     if (!platform_.unanswered().isNull()) throw StepFailure(platform_.unanswered());
     throwForFailedWrite();
+    throwForFailedExchange();
     record.happenings = platform_.takeHappenings();
     if (record_) record_(record, document());
 }
@@ -102,6 +104,13 @@ void ScriptPlayer::throwForFailedWrite() const {
     // What stands in the run's own folder is only on its way, and need not outlive anything.
     if (!error || error->kind == PDFError::Kind::NotDurable) return;
     throw StepFailure(files_.toldIn(error->message));
+}
+
+/// The same of what was to be exported or imported.
+void ScriptPlayer::throwForFailedExchange() const {
+    if (!document()) return;
+    if (const auto &problem = document()->exchangeCommands().problem())
+        throw StepFailure(files_.toldIn(*problem));
 }
 
 bool ScriptPlayer::perform(const Step &step, std::vector<ShownSheet> &sheets) {

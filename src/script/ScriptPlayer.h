@@ -40,6 +40,7 @@ private:
     void answerOpenSheet(const Step &step, std::vector<ShownSheet> &sheets);
     void playStep(const Step &step);
     void throwForFailedWrite() const;
+    void throwForFailedExchange() const;
 
     ScriptFiles &files_;
     Recorder record_;

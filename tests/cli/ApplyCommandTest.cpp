@@ -58,6 +58,47 @@ TEST(ApplyCommand, PlusLinesReplaceTheOutline) {
     EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), lines);
 }
 
+TEST(ApplyCommand, EveryFormThatOutlinePrintsReplacesTheOutline) {
+    const TempDir dir;
+    ASSERT_EQ(apply(dir, "+ @1 One & <Two>\n++ @3 Below \"One\"\n+ @2 1.2 Three\n").exitCode, 0);
+    const QString lines = plusLinesOf(dir.path("out.pdf"));
+    for (const char *format : {"json", "plus", "markdown", "html", "opml", "pdftk", "cpdf", "pdfcpu"}) {
+        saveBytes(dir.path("other"), runCli({"outline", dir.path("out.pdf"), "--format", format}).out);
+        const CliResult result = runCli({"apply", savePdf(dir, "in.pdf", 3), dir.path("other"), "--format",
+                                         format, "-o", dir.path("again.pdf")});
+        EXPECT_EQ(result.exitCode, 0) << format << result.err.constData();
+        EXPECT_EQ(plusLinesOf(dir.path("again.pdf")), lines) << format;
+    }
+}
+
+TEST(ApplyCommand, TheFormIsToldByExtensionAndText) {
+    const TempDir dir;
+    const QString path = savePdf(dir, "in.pdf", 3);
+    const auto linesOf = [&](const QString &name, const QByteArray &text) {
+        saveBytes(dir.path(name), text);
+        const CliResult result = runCli({"apply", path, dir.path(name), "-o", dir.path("out.pdf")});
+        EXPECT_EQ(result.exitCode, 0) << result.err.constData();
+        return plusLinesOf(dir.path("out.pdf"));
+    };
+    EXPECT_EQ(linesOf("toc.md", "- [A](#page=2)\n"), "+ @2 A\n");
+    EXPECT_EQ(linesOf("toc.txt", "0 \"A\" 3\n"), "+ @3 A\n");
+    EXPECT_EQ(linesOf("toc", "{\"bookmarks\": [{\"title\": \"A\", \"page\": 1}]}"), "+ @1 A\n");
+    EXPECT_EQ(linesOf("lines.json", "+ @2 A\n"), "+ @2 A\n") << "as always";
+    EXPECT_EQ(linesOf("lines.md", "+ @3 A\n"), "+ @3 A\n") << "as always";
+}
+
+TEST(ApplyCommand, UnknownFormsAndTheOneForPeopleAreWrongUsage) {
+    const TempDir dir;
+    saveBytes(dir.path("tree"), "+ @1 A\n");
+    for (const char *format : {"xml", "text"}) {
+        const CliResult result = runCli({"apply", savePdf(dir, "in.pdf", 1), dir.path("tree"), "--format",
+                                         format, "-o", dir.path("out.pdf")});
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_THAT(result.err.toStdString(), HasSubstr("is no format that can be read"));
+        EXPECT_FALSE(QFileInfo::exists(dir.path("out.pdf")));
+    }
+}
+
 TEST(ApplyCommand, TheOriginalStandsInFrontOfTheResult) {
     const TempDir dir;
     apply(dir, "+ @2 One\n");
@@ -224,6 +265,22 @@ TEST(ApplyCommand, StylesAndActionsAreWritten) {
     EXPECT_EQ(nodes[3]["action"], QJsonValue()) << "a page wins";
     EXPECT_EQ(nodes[3]["pageLabel"], "3");
     EXPECT_EQ(nodes[4]["action"], QJsonValue()) << "only with the entry that has it";
+}
+
+TEST(ApplyCommand, WhatTheFileLacksOfAnActionIsNotAskedFor) {
+    const TempDir dir;
+    PdfBuilder pdf;
+    pdf.addNumberedPages(1);
+    const std::vector<int> entries = addOutline(pdf, {{"(A)", ""}});
+    for (const char *type : {"URI", "GoToR", "Launch"}) {
+        pdf.replaceObject(entries[0], std::string("<< /Title (A) /A << /S /") + type + " >> >>");
+        pdf.save(dir.path("in.pdf"));
+        saveBytes(dir.path("tree"), runCli({"outline", dir.path("in.pdf")}).out);
+        const CliResult result =
+            runCli({"apply", dir.path("in.pdf"), dir.path("tree"), "-o", dir.path("out.pdf")});
+        EXPECT_EQ(result.exitCode, 0) << type << result.err.constData();
+        EXPECT_EQ(runCli({"outline", dir.path("out.pdf")}).out, bytesOf(dir.path("tree"))) << type;
+    }
 }
 
 TEST(ApplyCommand, ByteOrderMarkIsNoPartOfTheTree) {

@@ -127,6 +127,30 @@ TEST(OutlineCommand, TextForPeople) {
               "  Second Chapter  [2]\n");
 }
 
+TEST(OutlineCommand, FormsOfOtherPrograms) {
+    const TempDir dir;
+    const QString path = saveSample(dir);
+    const auto printed = [&](const char *format) {
+        return runCli({"outline", path, "--format", format}).out;
+    };
+    EXPECT_EQ(printed("markdown"),
+              "- [Preface](#page=1 \"i\")\n"
+              "- Part\n"
+              "  - [First  Chapter](#page=2 \"1\")\n"
+              "  - [Second Chapter](#page=3 \"2\")\n");
+    EXPECT_EQ(printed("cpdf"),
+              "0 \"Preface\" 1 \"[1 /XYZ 72 700.5 null]\"\n"
+              "0 \"Part\" 0 open\n"
+              "1 \"First  Chapter\" 2 \"[2 /XYZ 0 500 null]\"\n"
+              "1 \"Second Chapter\" 3\n");
+    EXPECT_THAT(printed("pdftk").toStdString(),
+                HasSubstr("BookmarkBegin\nBookmarkTitle: Part\nBookmarkLevel: 1\nBookmarkPageNumber: 0\n"));
+    EXPECT_THAT(printed("html").toStdString(), HasSubstr("<a href=\"#page=1\" title=\"i\">Preface</a>"));
+    EXPECT_THAT(printed("opml").toStdString(),
+                HasSubstr("<outline text=\"Preface\" page=\"1\" pageLabel=\"i\"/>"));
+    EXPECT_EQ(parsedJson(printed("pdfcpu"))["bookmarks"][0]["page"], 1);
+}
+
 TEST(OutlineCommand, FileWithoutOutlineGivesAnEmptyOne) {
     const TempDir dir;
     const QString path = savePdf(dir, "a.pdf", 1);

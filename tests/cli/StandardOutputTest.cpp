@@ -4,7 +4,10 @@
 
 #include <QDir>
 
+#include <cstdlib>
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 namespace leafwright::test {
 namespace {
@@ -80,6 +83,70 @@ TEST_F(StandardOutput, TakesNoPdfWhereNoTemporaryFileCanBeMade) {
                   "/dev/stdout could not be written: no temporary file can be made in /proc: No such file or "
                   "directory");
     expectRefusal("TMPDIR=$PWD/a.pdf $P apply a.pdf tree -o /dev/stdout > out.pdf", "a.pdf: Not a directory");
+}
+
+TEST_F(StandardOutput, GetsThePdfForADash) {
+    for (const char *command : {"apply a.pdf tree", "contents a.pdf", "autotoc a.pdf",
+                                "minitoc a.pdf --page 1 --text 'Chapter One'", "run steps.json a.pdf",
+                                "apply a.pdf tree --timeout 60"}) {
+        const QString line(command);
+        for (const char *dash : {"-o -", "--output=-"}) {
+            saveBytes(pdf, before);
+            const ProgramResult result = shell(QStringLiteral("$P %1 %2 | cat > out.pdf").arg(line, dash));
+            EXPECT_EQ(result.exitCode, 0) << qPrintable(line) << result.err.constData();
+            const QByteArray written = bytesOf(dir.path("out.pdf"));
+            EXPECT_TRUE(written.startsWith(before)) << qPrintable(line);
+            EXPECT_EQ(runProgram("qpdf", {"--check", dir.path("out.pdf")}).exitCode, 0) << qPrintable(line);
+        }
+    }
+    EXPECT_FALSE(QFile::exists(dir.path("-")));
+}
+
+TEST_F(StandardOutput, MessagesAreNoPartOfThePdf) {
+    saveBytes(dir.path("tree"), "+ @nowhere A\n");
+    const ProgramResult result = shell("$P apply a.pdf tree -o - > out.pdf");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.err.toStdString(), HasSubstr("no page is labelled \"nowhere\""));
+    EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), "+ @1 A\n");
+}
+
+TEST_F(StandardOutput, FailuresLeaveNothingInIt) {
+    saveBytes(dir.path("tree"), "Prose\n");
+    EXPECT_EQ(shell("$P apply a.pdf tree -o - > out.pdf").exitCode, 1);
+    EXPECT_EQ(bytesOf(dir.path("out.pdf")), "");
+    saveBytes(dir.path("tree"), "+ @1 New\n");
+    expectRefusal("$P apply a.pdf tree -o - > /dev/full",
+                  "/dev/stdout could not be written: No space left on device");
+    for (const char *output : {">> a.pdf", "1<> a.pdf"})
+        expectRefusal(QStringLiteral("$P apply a.pdf tree -o - %1").arg(output),
+                      "/dev/stdout is read, and would be overwritten; nothing was written");
+}
+
+TEST_F(StandardOutput, ThatIsATerminalGetsNoPdf) {
+    const int terminal = ::posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_GE(terminal, 0);
+    ASSERT_EQ(::grantpt(terminal), 0);
+    ASSERT_EQ(::unlockpt(terminal), 0);
+    const QString name = QString::fromLocal8Bit(::ptsname(terminal));
+    expectRefusal("$P apply a.pdf tree -o - > " + name,
+                  "standard output is a terminal, which can't show a PDF; nothing was written");
+    EXPECT_EQ(shell("$P apply a.pdf tree -o out.pdf > " + name).exitCode, 0);
+    ::close(terminal);
+}
+
+TEST_F(StandardOutput, TakesOneThingOnly) {
+    for (const char *command : {"contents a.pdf -o - --report -", "contents a.pdf -o - --explain",
+                                "run steps.json a.pdf -o - --report -"}) {
+        const ProgramResult result = shell(QStringLiteral("$P %1 > out.pdf").arg(command));
+        EXPECT_EQ(result.exitCode, 2) << command;
+        EXPECT_THAT(result.err.toStdString(), HasSubstr("would be printed into each other")) << command;
+        EXPECT_EQ(bytesOf(dir.path("out.pdf")), "") << command;
+    }
+}
+
+TEST_F(StandardOutput, IsNotAFileCalledDash) {
+    EXPECT_EQ(shell("$P apply a.pdf tree -o ./- > out.pdf").exitCode, 0);
+    EXPECT_EQ(plusLinesOf(dir.path("./-")), "+ @1 New\n");
     EXPECT_EQ(bytesOf(dir.path("out.pdf")), "");
 }
 

@@ -57,6 +57,12 @@ protected:
                   R"([{"do": "setTitle", "path": [0], "title": "New"}, {"do": "saveDocument:"},
                       {"do": "chooseFile", "path": ")" +
                       work("map.txt").toUtf8() + R"("}, {"do": "buttonClickedSaveH1H2H3Map:"}])");
+        saveBytes(work("export"),
+                  R"([{"do": "chooseFile", "path": "WORK/out.json"}, {"do": "exportOutline:"}])");
+        saveBytes(work("import"), R"([{"do": "answer", "button": "Replace"},
+                                      {"do": "chooseFile", "path": "WORK/tree"}, {"do": "importOutline:"}])");
+        for (const char *steps : {"export", "import"})
+            saveBytes(work(steps), bytesOf(work(steps)).replace("WORK", (root + "/work").toUtf8()));
         for (const QString &name : names())
             before[name] = bytesOf(work(name));
     }
@@ -242,17 +248,20 @@ TEST_P(Faults, LeaveTheOldFileOrTheNewOneAndAreToldAsTheyAre) {
 
 INSTANTIATE_TEST_SUITE_P(
     Of, Faults,
-    testing::Values(Job{"AutoTOC", {"autotoc", "WORK/a.pdf", "-o", "WORK/new.pdf"}, {"new.pdf"}},
-                    Job{"AutoTOCOverItself", {"autotoc", "WORK/a.pdf", "-o", "WORK/a.pdf"}, {"a.pdf"}},
-                    Job{"Apply", {"apply", "WORK/a.pdf", "WORK/tree", "-o", "WORK/a.pdf"}, {"a.pdf"}},
-                    Job{"Batch",
-                        {"autotoc", "--out-dir", "WORK/out", "WORK/a.pdf", "WORK/b.pdf", "WORK/c.pdf"},
-                        {"out/a.pdf", "out/b.pdf", "out/c.pdf"}},
-                    Job{"RunToAnotherFile",
-                        {"run", "WORK/steps", "WORK/a.pdf", "-o", "WORK/new.pdf"},
-                        {"new.pdf", "a.pdf"}},
-                    Job{"SaveInTheWindow", {"run", "WORK/steps", "WORK/a.pdf"}, {"a.pdf"}},
-                    Job{"SaveWithAMap", {"run", "WORK/map-steps", "WORK/a.pdf"}, {"a.pdf", "map.txt"}}),
+    testing::Values(
+        Job{"AutoTOC", {"autotoc", "WORK/a.pdf", "-o", "WORK/new.pdf"}, {"new.pdf"}},
+        Job{"AutoTOCOverItself", {"autotoc", "WORK/a.pdf", "-o", "WORK/a.pdf"}, {"a.pdf"}},
+        Job{"Apply", {"apply", "WORK/a.pdf", "WORK/tree", "-o", "WORK/a.pdf"}, {"a.pdf"}},
+        Job{"Batch",
+            {"autotoc", "--out-dir", "WORK/out", "WORK/a.pdf", "WORK/b.pdf", "WORK/c.pdf"},
+            {"out/a.pdf", "out/b.pdf", "out/c.pdf"}},
+        Job{"RunToAnotherFile",
+            {"run", "WORK/steps", "WORK/a.pdf", "-o", "WORK/new.pdf"},
+            {"new.pdf", "a.pdf"}},
+        Job{"ExportInTheWindow", {"run", "WORK/export", "WORK/a.pdf"}, {"out.json"}},
+        Job{"ImportInTheWindow", {"run", "WORK/import", "WORK/a.pdf", "-o", "WORK/new.pdf"}, {"new.pdf"}},
+        Job{"SaveInTheWindow", {"run", "WORK/steps", "WORK/a.pdf"}, {"a.pdf"}},
+        Job{"SaveWithAMap", {"run", "WORK/map-steps", "WORK/a.pdf"}, {"a.pdf", "map.txt"}}),
     [](const auto &test) { return std::string(test.param.name); });
 
 }  // namespace

@@ -48,19 +48,31 @@ TEST_F(AbsolutePath, WhatLeadsNowhereStaysSo) {
     EXPECT_EQ(absolutePath(base + "/none/../a.pdf"), base + "/none/../a.pdf");
 }
 
-TEST(ReadRegularFile, TakesWhatIsNotTooLong) {
-    const test::TempDir dir;
-    test::saveBytes(dir.path("file"), "12345");
-    EXPECT_EQ(std::get<QByteArray>(readRegularFile(dir.path("file"), 5)), "12345");
-    EXPECT_EQ(std::get<QString>(readRegularFile(dir.path("file"), 4)), "it has more than 4 bytes");
-}
-
 TEST(ReadRegularFile, WaitsForNobody) {
     const test::TempDir dir;
     ASSERT_EQ(::mkfifo(QFile::encodeName(dir.path("pipe")).constData(), 0600), 0);
     EXPECT_EQ(std::get<QString>(readRegularFile(dir.path("pipe"), 5)),
               "it is a pipe or a device, and not a file");
-    EXPECT_EQ(std::get<QString>(readRegularFile(dir.path("none"), 5)), "No such file or directory");
+}
+
+TEST(FileReading, EndsBehindItsBound) {
+    const test::TempDir dir;
+    constexpr qsizetype megabyte = 1 << 20;
+    test::saveBytes(dir.path("a"), QByteArray(megabyte, 'x'));
+    test::saveBytes(dir.path("larger"), QByteArray(megabyte + 1, 'x'));
+    EXPECT_EQ(std::get<QByteArray>(readFile(dir.path("a"), megabyte)).size(), megabyte);
+    EXPECT_EQ(std::get<QByteArray>(readFile(dir.path("larger"))).size(), megabyte + 1);
+    for (const QString &path : {dir.path("larger"), QString("/dev/zero")})
+        EXPECT_EQ(std::get<QString>(readFile(path, megabyte)), "it is larger than 1 MB");
+}
+
+TEST(RegularFile, IsTheOnlyOneThatIsRead) {
+    const test::TempDir dir;
+    test::saveBytes(dir.path("a"), "12345");
+    EXPECT_EQ(std::get<QByteArray>(readRegularFile(dir.path("a"), 5)), "12345");
+    EXPECT_EQ(std::get<QString>(readRegularFile(dir.path("missing"), 5)), "No such file or directory");
+    EXPECT_EQ(std::get<QString>(readRegularFile(dir.path("."), 5)), "Is a directory");
+    EXPECT_TRUE(std::holds_alternative<QString>(readRegularFile("/dev/zero", 5)));
 }
 
 }  // namespace

@@ -29,6 +29,8 @@ constexpr auto descriptions = std::to_array<ActionDescription>({
     {"openPDFInDefaultApp:", Menu::File, TITLE("Open in Default Application"), "", group | bar},
     {"revertOutlineToSaved:", Menu::File, TITLE("Revert Outline to Saved"), ""},
     {"reloadFromDisk:", Menu::File, TITLE("Reload"), "F5"},
+    {"importOutline:", Menu::File, TITLE("Import Outline…"), "", group, Needs::EditableOutline},
+    {"exportOutline:", Menu::File, TITLE("Export Outline…"), "", none, Needs::AnyEntries},
     {"terminate:", Menu::File, TITLE("Quit"), "Ctrl+Q", group},
 
     {"undo:", Menu::Edit, TITLE("Undo"), "Ctrl+Z"},

@@ -27,6 +27,8 @@ enum class Needs {
     StepAhead,          ///< One to do again.
     RoomForProposal,    ///< An outline that may be edited, for which nothing is proposed yet.
     EntriesToComplete,  ///< The same, with entries.
+    AnyEntries,         ///< Selected or not.
+    EditableOutline,    ///< An outline that may be edited.
 };
 
 /// Where commands are offered besides the menu bar: the menus of the second mouse button.

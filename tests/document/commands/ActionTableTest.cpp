@@ -117,6 +117,8 @@ TEST(ActionDescriptions, AreThoseThatHelpAndPeoplesFingersRelyOn) {
         "File: Open in Default Application",
         "File: Revert Outline to Saved",
         "File: Reload [F5]",
+        "File: Import Outline…",
+        "File: Export Outline…",
         "File: Quit [Ctrl+Q]",
         "Edit: Undo [Ctrl+Z]",
         "Edit: Redo [Ctrl+Shift+Z]",

@@ -447,6 +447,8 @@ TEST_F(Edits, EveryOtherCommandIsAlwaysEnabled) {
                                   "goForward:",
                                   "stepBack:",
                                   "stepForward:",
+                                  "importOutline:",
+                                  "exportOutline:",
                                   "findContents:",
                                   "completeContents:"};
     document.setAllowTOCediting(false);

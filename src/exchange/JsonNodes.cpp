@@ -1,6 +1,7 @@
-#include "cli/OutlineTree.h"
+#include "exchange/JsonNodes.h"
 
-#include "formats/Utf8Text.h"
+#include "exchange/JsonText.h"
+#include "formats/JsonWriter.h"
 #include "model/TreeWalk.h"
 #include "texts/Translated.h"
 
@@ -8,17 +9,45 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <cctype>
+#include <algorithm>
 #include <cmath>
-#include <stdexcept>
+#include <utility>
 
-namespace leafwright::cli {
+namespace leafwright {
 
 namespace {
 
-using Tree = std::variant<std::unique_ptr<MyOutlineItem>, TreeError>;
+constexpr Translated translated{"JsonNodes"};
 
-constexpr Translated translated{"OutlineTree"};
+void printAction(const std::optional<OutlineEntry::Action> &action, JsonWriter &json) {
+    if (!action) {
+        json.null();
+        return;
+    }
+    json.beginObject(JsonWriter::Layout::Compact);
+    json.member("type", action->type);
+    if (action->target) json.member(action->type == QLatin1String("URI") ? "uri" : "file", *action->target);
+    json.endObject();
+}
+
+void printWhatElse(const OutlineEntry &entry, JsonWriter &json) {
+    json.member("bold", entry.bold);
+    json.member("italic", entry.italic);
+    json.key("color");
+    if (entry.color) {
+        json.beginArray(JsonWriter::Layout::Compact);
+        for (const double part : *entry.color)
+            json.value(part);
+        json.endArray();
+    } else {
+        json.null();
+    }
+    json.member("open", entry.open);
+    json.key("action");
+    printAction(entry.action, json);
+    json.key("entry");
+    entry.number ? json.value(*entry.number) : json.null();
+}
 
 /// Reads one JSON node's own members into an item; its children are left to the caller.
 class NodeReader {
@@ -118,7 +147,7 @@ private:
 
     static std::optional<QString> readAction(const QJsonValue &value, OutlineEntry &entry) {
         if (value.isUndefined()) return std::nullopt;
-        entry.action.reset();
+        const auto inFile = std::exchange(entry.action, std::nullopt);
         if (value.isNull()) return std::nullopt;
         const QJsonValue type = value[QLatin1String("type")];
         if (!type.isString()) return translated("\"action\" must be null or an object with a \"type\"");
@@ -129,6 +158,10 @@ private:
                                                            : nullptr;
         if (!key) return std::nullopt;
         const QJsonValue target = value[QLatin1String(key)];
+        if (isAbsent(target) && inFile && inFile->type == kind) {
+            entry.action = inFile;  // That of the file may lack it, too.
+            return std::nullopt;
+        }
         if (!target.isString())
             return translated("an \"action\" of type %1 must have a \"%2\"").arg(kind, QLatin1String(key));
         entry.action->target = target.toString();
@@ -139,16 +172,17 @@ private:
     const OutlineEntries &inFile_;
 };
 
-Tree treeFromJson(const QJsonArray &nodes, const TextPages &pages, const OutlineEntries &inFile) {
+OutlineTree treeFromJson(const QJsonArray &nodes, const OutlineSource &source) {
     struct Siblings {
         QJsonArray nodes;
         MyOutlineItem *parent;
         qsizetype next = 0;
     };
     auto root = std::make_unique<MyOutlineItem>();
-    const NodeReader reader(pages, inFile);
+    const NodeReader reader(source.pages, source.inFile);
     std::vector<Siblings> open;
     open.push_back({nodes, root.get()});
+    qsizetype count = 0;
     const auto where = [&open] {
         QString path;
         for (const Siblings &siblings : open) {
@@ -166,88 +200,49 @@ Tree treeFromJson(const QJsonArray &nodes, const TextPages &pages, const Outline
         const QJsonValue node = siblings.nodes[siblings.next++];
         MyOutlineItem &item = siblings.parent->appendChild(std::make_unique<MyOutlineItem>());
         if (const auto problem = reader.read(node, item)) return TreeError{where(), *problem};
+        if (const auto problem = problemOfSize(++count, static_cast<qsizetype>(open.size())))
+            return TreeError{where(), *problem};
         open.push_back({node[QLatin1String("children")].toArray(), &item});
-    }
-    return root;
-}
-
-bool looksLikeJson(QByteArrayView text) {
-    constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
-    if (text.startsWith(byteOrderMark)) text = text.sliced(byteOrderMark.size());
-    const auto first = std::find_if_not(text.begin(), text.end(),
-                                        [](char c) { return std::isspace(static_cast<unsigned char>(c)); });
-    return first != text.end() && (*first == '[' || *first == '{');
-}
-
-bool anyPageIsLabelled(const TextPages &pages, QStringView label) {
-    for (int i = 0; i < pages.pageCount(); ++i) {
-        if (pages.pageLabel(i) == label) return true;
-    }
-    return false;
-}
-
-Tree treeFromPlusLines(const QString &text, const TextPages &pages) {
-    struct Level {
-        MyOutlineItem *item;
-        qsizetype plusCount;
-    };
-    auto root = std::make_unique<MyOutlineItem>();
-    std::vector<Level> path{{root.get(), -1}};
-    const bool isLabel = anyPageIsLabelled(pages, u"");
-    int number = 0;
-    for (QString line : text.split(u'\n')) {
-        ++number;
-        if (line.endsWith(u'\r')) line.chop(1);
-        if (line.isEmpty()) continue;
-        std::unique_ptr<MyOutlineItem> item;
-        try {
-            item = MyOutlineItem::initWithPlusString(line);
-        } catch (const std::out_of_range &) {
-        }
-        const bool plusesOnly = item && item->pluslevelstr().count(u'+') == item->pluslevelstr().size();
-        if (!plusesOnly) {
-            return TreeError{translated("line %1").arg(number),
-                             translated("not of the form \"+ @12 Title\"")};
-        }
-        // No label behind the "@" is the empty one of a page, or how an entry that leads to none is written.
-        if (item->pageLabel().isEmpty() && !isLabel) item->setPageLabel(QString());
-        const qsizetype depth = item->pluslevelstr().size();
-        while (path.back().plusCount >= depth)
-            path.pop_back();
-        path.push_back({&path.back().item->appendChild(std::move(item)), depth});
     }
     return root;
 }
 
 }  // namespace
 
-OutlineEntries entriesByNumber(const PDFOutline &root) {
-    OutlineEntries entries;
-    walkBelow(root, [&](const PDFOutline &outline, size_t /*depth*/) {
-        if (const auto number = outline.entry().number) entries.insert(*number, outline.entry());
-    });
-    return entries;
+void writeJsonNodes(const MyOutlineItem &root, const PageOfItem &pageOf, const TextSink &sink) {
+    JsonWriter json(sink);
+    json.beginArray();
+    walkBelow(
+        root,
+        [&](const MyOutlineItem &item, size_t /*depth*/) {
+            const auto page = pageOf(item);
+            json.beginObject();
+            json.member("title", item.pageTitle().isNull() ? QStringLiteral("") : item.pageTitle());
+            json.member("pageLabel", item.pageLabel());
+            json.key("pageIndex");
+            page ? json.value(*page) : json.null();
+            json.member("point", item.pointOnPage());
+            printWhatElse(item.entry(), json);
+            json.key("children");
+            json.beginArray();
+        },
+        [&](const MyOutlineItem & /*item*/) {
+            json.endArray();
+            json.endObject();
+        });
+    json.endArray();
 }
 
-Tree parseOutlineTree(const QByteArray &text, const TextPages &pages, const OutlineEntries &inFile) {
-    if (!looksLikeJson(text)) {
-        const auto lines = textOfUtf8(text);
-        if (const auto *fault = std::get_if<NotUtf8>(&lines))
-            return TreeError{translated("line %1").arg(fault->line), translated("the text is not UTF-8")};
-        return treeFromPlusLines(std::get<QString>(lines), pages);
-    }
-    QJsonParseError error;
-    const QJsonDocument json = QJsonDocument::fromJson(text, &error);
-    if (error.error == QJsonParseError::DeepNesting) {
-        return TreeError{{},
-                         translated("the JSON is nested too deeply; plus lines hold outlines of any depth")};
-    }
-    if (error.error != QJsonParseError::NoError) {
-        const auto line = text.left(error.offset).count('\n') + 1;
-        return TreeError{translated("line %1").arg(line), error.errorString()};
-    }
+OutlineTree readJsonNodes(const QByteArray &text, const OutlineSource &source) {
+    const auto parsed = parsedJson(text);
+    if (const auto *error = std::get_if<TreeError>(&parsed)) return *error;
+    const auto &json = std::get<QJsonDocument>(parsed);
     if (!json.isArray()) return TreeError{{}, translated("an outline in JSON is an array of nodes")};
-    return treeFromJson(json.array(), pages, inFile);
+    return treeFromJson(json.array(), source);
 }
 
-}  // namespace leafwright::cli
+bool looksLikeJsonNodes(QByteArrayView text) {
+    return text.startsWith('[') || (text.startsWith('{') && !text.contains("\"bookmarks\""));
+}
+
+}  // namespace leafwright
