@@ -93,6 +93,13 @@ public:
     /// Text to be marked beside the selection.
     const std::vector<PDFSelection> &highlightedSelections() const { return highlightedSelections_; }
     void setHighlightedSelections(const std::vector<PDFSelection> &selections);
+    /// Marks text like the highlighted selections: so much of it that pages are told one by one. The pages
+    /// must be those of the document shown.
+    void addMarkedText(int pageIndex, const std::vector<TextRange> &ranges);
+    void clearMarkedText();
+    /// Shows text of a page, unless all of it can be seen. The page is shown at once, the text on it as soon
+    /// as its place is known. A page index out of range does nothing.
+    void showText(int pageIndex, const TextRange &range);
     /// A part of a page, in page space.
     struct PageArea {
         int pageIndex = 0;
@@ -181,6 +188,8 @@ private:
     template <typename Action>
     void keepingPage(Action &&action);
     void goStraightTo(const PDFDestination &destination);
+    template <typename Jump>
+    void leavingPlace(Jump &&jump);
     void scrollTo(int index, const QPointF &shown);
     void returnTo(const std::optional<Anchor> &place);
     void notePageChange();
@@ -200,6 +209,7 @@ private:
     void drawMarks(QPainter &painter, const PDFPage &page);
     const std::vector<Rect> &rectsOf(const std::vector<PDFSelection> &selections, const PDFPage &page,
                                      std::map<int, std::vector<Rect>> &cache);
+    const std::vector<Rect> &rectsOfMarkedText(int pageIndex);
 
     // What is on pages
     bool hasMarks(const PDFPage &page) const;
@@ -207,6 +217,9 @@ private:
     void requestContents();
     void takeContents(const PageResult &result);
     std::shared_ptr<const PageContents> contentsOf(int pageIndex) const;
+    std::optional<QRectF> shownRectOf(const PageContents &contents, int pageIndex,
+                                      const TextRange &range) const;
+    void goToText(const PageContents &contents, int pageIndex, const TextRange &range);
     bool isOnSelection(const PagePoint &place) const;
     std::optional<PDFLink> linkAt(const QPointF &viewPoint) const;
 
@@ -243,8 +256,16 @@ private:
     std::optional<PDFSelection> currentSelection_;
     std::vector<PDFSelection> highlightedSelections_;
     std::optional<PageArea> highlightedArea_;
-    std::map<int, std::vector<Rect>> selectionRects_;  ///< By page, of those seen.
+    std::map<int, std::vector<TextRange>> markedText_;  ///< By page.
+    std::map<int, std::vector<Rect>> selectionRects_;   ///< By page, of those seen.
     std::map<int, std::vector<Rect>> highlightRects_;
+    std::map<int, std::vector<Rect>> markedTextRects_;
+    /// Text that is to be shown when its page has been read.
+    struct AwaitedText {
+        int pageIndex = 0;
+        TextRange range;
+    };
+    std::optional<AwaitedText> awaitedText_;
 
     std::vector<std::pair<int, std::shared_ptr<const PageContents>>>
         contents_;                    ///< By page; the latest last.

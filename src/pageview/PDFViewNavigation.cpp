@@ -21,15 +21,57 @@ void PDFView::goToPage(const PDFPage *page) {
     if (page && document_ && document_->page(page->index()) == page) goToDestination({page->index(), {}});
 }
 
-void PDFView::goToDestination(const PDFDestination &destination) {
+/// Does what leads elsewhere, and keeps the place that was left to go back to.
+template <typename Jump>
+void PDFView::leavingPlace(Jump &&jump) {
     const Anchor left = anchorAt({0, 0});
     const QPoint before(horizontalScrollBar()->value(), verticalScrollBar()->value());
-    goStraightTo(destination);
+    jump();
     const QPoint after(horizontalScrollBar()->value(), verticalScrollBar()->value());
     // Who hardly moves has not left the place.
     if ((after - before).manhattanLength() <= 2 * PageLayout::gap) return;
     history_.leave(left);
     Q_EMIT historyChanged();
+}
+
+void PDFView::goToDestination(const PDFDestination &destination) {
+    leavingPlace([&] { goStraightTo(destination); });
+}
+
+void PDFView::showText(int pageIndex, const TextRange &range) {
+    if (pageIndex < 0 || pageIndex >= layout_.pageCount()) return;
+    awaitedText_.reset();
+    const auto contents = contentsOf(pageIndex);
+    const auto [first, last] = visiblePages();
+    const bool isVisible = pageIndex >= first && pageIndex <= last;
+    if (contents) {
+        const auto go = [&] { goToText(*contents, pageIndex, range); };
+        isVisible ? go() : leavingPlace(go);
+        return;
+    }
+    if (!isVisible) goToDestination({pageIndex, {}});
+    awaitedText_ = {pageIndex, range};
+    requestContents();
+}
+
+/// The rectangle around text as the page is shown; absent for text of which nothing is to be seen.
+std::optional<QRectF> PDFView::shownRectOf(const PageContents &contents, int pageIndex,
+                                           const TextRange &range) const {
+    Rect bounds;
+    for (const Rect &line : contents.text.rects(range))
+        bounds = bounds.united(line);
+    if (bounds.isEmpty()) return std::nullopt;
+    return page(pageIndex).transform().toShown(bounds);
+}
+
+void PDFView::goToText(const PageContents &contents, int pageIndex, const TextRange &range) {
+    const auto text = shownRectOf(contents, pageIndex, range);
+    if (!text) return goStraightTo({pageIndex, {}});
+    const QRectF inView(shownToView(text->topLeft(), pageIndex), shownToView(text->bottomRight(), pageIndex));
+    if (QRectF(viewport()->rect()).contains(inView)) return;
+    // With what stands before it.
+    constexpr double partAbove = 0.3;
+    scrollTo(pageIndex, text->topLeft() - QPointF(0, partAbove * viewport()->height() / layout_.scale()));
 }
 
 void PDFView::goBack() {
