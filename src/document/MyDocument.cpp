@@ -6,6 +6,7 @@
 #include "document/commands/BatchRenaming.h"
 #include "document/commands/ContentsCommands.h"
 #include "document/commands/EditMenuCommands.h"
+#include "document/commands/FindCommands.h"
 #include "document/commands/HeadingMapCommands.h"
 #include "document/commands/NavigationCommands.h"
 #include "document/commands/OtherPrograms.h"
@@ -16,9 +17,11 @@
 #include "document/commands/StepCommands.h"
 #include "document/commands/StructuralEdits.h"
 #include "document/commands/StyleCommands.h"
+#include "document/window/CurrentEntry.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/HeadingMapModel.h"
 #include "document/window/OutlineDelegate.h"
+#include "document/window/OutlineFilter.h"
 #include "document/window/SaveProgress.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "outlineview/OutlineViewExtensions.h"
@@ -51,7 +54,8 @@ MyDocument::MyDocument(Platform &platform)
       autoTOCCommands_(std::make_unique<AutoTOCCommands>(*this)),
       contentsCommands_(std::make_unique<ContentsCommands>(*this)),
       editMenuCommands_(std::make_unique<EditMenuCommands>(*this)),
-      stepCommands_(std::make_unique<StepCommands>(*this)) {
+      stepCommands_(std::make_unique<StepCommands>(*this)),
+      findCommands_(std::make_unique<FindCommands>(*this)) {
     actions_.setGate([this] { return !isBusy(); });
     actions_.setCondition([this](Needs needs) { return isThere(needs); });
     outline_.edits().setEditedHandler([this](bool edited) { Q_EMIT editedChanged(edited); });
@@ -170,6 +174,13 @@ void MyDocument::setPdfURL(const QString &path) {
 
 void MyDocument::reloadHeadingMap() {
     headingMapModel_->reloadData();
+}
+
+void MyDocument::finishSearches() {
+    findCommands_->finish();
+    if (!myWindow()) return;
+    myWindow()->outlineFilter()->finish();
+    myWindow()->currentEntry()->finish();
 }
 
 bool MyDocument::saveBeforeClosing() {

@@ -134,7 +134,7 @@ bool ScriptGestures::collapse(const Step &step) {
 
 bool ScriptGestures::outlineDoubleClick(const Step &step) {
     const TreeNode &node = nodeAt(pathOf(step["path"]));
-    if (!outlineIsEnabled()) return false;
+    if (!outlineIsEnabled() || !document_.treecontroller().isShown(node)) return false;
     show(node);
     OKNSOutlineView &view = *document_.outlineview();
     const bool isPage = step["column"] == QLatin1String("page");

@@ -19,11 +19,29 @@ protected:
 };
 
 TEST_F(WithoutPages, EveryCommandThatAsksNothingMayBeGiven) {
-    for (const char *selector :
-         {"nextPage:", "prevPage:", "goBack:", "goForward:", "zoomIn:", "zoomOut:", "zoomToFit:",
-          "zoomToPage:", "zoomToActualSize:", "nextPageLabelLocation:", "copy:", "useSelectionforH1:",
-          "addSelectedTextAsTOCSibling:", "selectTOCAll:", "moveToPageOfOutlineItem:", "resetH1H2H3FontsMap:",
-          "addChildOutlineItem:", "dumpFontsOnCurrentPage:", "debugPrintFontsInDocument:"}) {
+    for (const char *selector : {"nextPage:",
+                                 "prevPage:",
+                                 "goBack:",
+                                 "goForward:",
+                                 "zoomIn:",
+                                 "zoomOut:",
+                                 "zoomToFit:",
+                                 "zoomToPage:",
+                                 "zoomToActualSize:",
+                                 "nextPageLabelLocation:",
+                                 "copy:",
+                                 "useSelectionforH1:",
+                                 "addSelectedTextAsTOCSibling:",
+                                 "selectTOCAll:",
+                                 "moveToPageOfOutlineItem:",
+                                 "resetH1H2H3FontsMap:",
+                                 "addChildOutlineItem:",
+                                 "dumpFontsOnCurrentPage:",
+                                 "debugPrintFontsInDocument:",
+                                 "findOnPages:",
+                                 "findNext:",
+                                 "filterOutline:",
+                                 "revealCurrentEntry:"}) {
         SCOPED_TRACE(selector);
         select({{0}});
         if (document.actions().validateUserInterfaceItem(selector)) document.actions().perform(selector);

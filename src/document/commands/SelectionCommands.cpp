@@ -1,6 +1,9 @@
 #include "document/commands/SelectionCommands.h"
 
 #include "document/MyDocument.h"
+#include "document/window/CurrentEntry.h"
+#include "document/window/DocumentWindow.h"
+#include "document/window/OutlineFilter.h"
 #include "model/TreeWalk.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "texts/Translated.h"
@@ -33,6 +36,8 @@ SelectionCommands::SelectionCommands(MyDocument &document) : document_(document)
     actions.handle("selectTOCOnlyLevel3:", [this](QObject *) { selectTOCOnlyLevel(3); });
     actions.handle("applyTOCExpand:", [this](QObject *) { applyTOCExpand(); });
     actions.handle("applyTOCCollapse:", [this](QObject *) { applyTOCCollapse(); });
+    actions.handle("filterOutline:", [this](QObject *) { filterOutline(); });
+    actions.handle("revealCurrentEntry:", [this](QObject *) { revealCurrentEntry(); });
     actions.handle("runSearchSelectSheet:", [this](QObject *) { runSearchSelectSheet(); });
 }
 
@@ -63,6 +68,14 @@ void SelectionCommands::applyTOCExpand() {
 
 void SelectionCommands::applyTOCCollapse() {
     document_.outlineview()->collapseItems(document_.selectedNodes());
+}
+
+void SelectionCommands::filterOutline() {
+    document_.myWindow()->outlineFilter()->open();
+}
+
+void SelectionCommands::revealCurrentEntry() {
+    document_.myWindow()->currentEntry()->reveal();
 }
 
 void SelectionCommands::runSearchSelectSheet() {

@@ -7,12 +7,17 @@
 #include "categories/TextCleaning.h"
 #include "document/MyDocument.h"
 #include "document/outline/TitleRewriting.h"
+#include "document/window/DocumentWindow.h"
+#include "model/TreeWalk.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "outlineview/OutlineViewExtensions.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 
+#include <QStatusBar>
+
 #include <algorithm>
+#include <unordered_set>
 
 namespace leafwright {
 
@@ -29,7 +34,7 @@ public:
         document_.setShouldIgnoreKVO(true);
         TreeController &tree = document_.treecontroller();
         nodes_ = tree.selectedNodes();
-        if (nodes_.size() > nodesWorthMovingSingly) manyMoves_.emplace(tree);
+        if (nodes_.size() > nodesWorthMovingSingly || tree.isFiltered()) manyMoves_.emplace(tree);
     }
     ~Moving() {
         manyMoves_.reset();
@@ -187,12 +192,32 @@ void StructuralEdits::addChildOutlineItem() {
     editSelectedTitle();
 }
 
+/// Tells how many entries go with those that are selected although the filter hides them.
+void StructuralEdits::tellHiddenBelow(const std::vector<TreeNode *> &nodes) const {
+    const TreeController &tree = document_.treecontroller();
+    if (!tree.isFiltered()) return;
+    std::unordered_set<const TreeNode *> hidden;
+    for (const TreeNode *top : nodes)
+        walkTree(*top, [&](const TreeNode &node, size_t /*depth*/) {
+            if (!tree.isShown(node)) hidden.insert(&node);
+        });
+    if (hidden.empty()) return;
+    constexpr int timeOfMessage = 8'000;  // milliseconds
+    document_.myWindow()->statusBar()->showMessage(
+        MyDocument::tr(
+            "Entries that the filter hides were removed with those above them: %1. Step Back brings "
+            "them back.")
+            .arg(hidden.size()),
+        timeOfMessage);
+}
+
 void StructuralEdits::removeOutlineItems() {
     if (!mayEdit()) return document_.platform().beep();
     const OutlineEdits::Transaction edit(document_.edits(), QStringLiteral("removeOutlineItems:"));
     std::vector<std::weak_ptr<TreeNode>> nodes;
     for (TreeNode *node : document_.selectedNodes())
         nodes.push_back(node->weak_from_this());
+    tellHiddenBelow(document_.selectedNodes());
     // What is left of the list stays where it was, although Qt would show the neighbour of what goes.
     document_.outlineview()->keepingPlace([&] {
         for (const auto &weak : nodes) {

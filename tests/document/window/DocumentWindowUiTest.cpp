@@ -200,7 +200,7 @@ TEST_F(Window, EveryWidgetThatTakesTheFocusHasANameForAssistivePrograms) {
         EXPECT_FALSE(name.isEmpty()) << element->object()->metaObject()->className();
         names.append(name);
     }
-    for (const char *name : {"Pages", "Page", "Outline", "Heading map"})
+    for (const char *name : {"Pages", "Page", "Outline", "Filter of the outline", "Heading map"})
         EXPECT_TRUE(names.contains(name)) << name;
 }
 
@@ -212,7 +212,7 @@ TEST_F(Window, TheTabKeyReachesEveryPane) {
         QTest::keyClick(window().focusWidget(), Qt::Key_Tab);
         reached.insert(window().focusWidget()->accessibleName());
     }
-    for (const char *name : {"Pages", "Page", "Outline", "Heading map"})
+    for (const char *name : {"Pages", "Page", "Outline", "Filter of the outline", "Heading map"})
         EXPECT_TRUE(reached.contains(name)) << name;
 }
 
@@ -355,16 +355,17 @@ TEST_F(WindowOnATree, AClickWithTheSecondButtonOffersWhatCanBeDoneThere) {
               "removeOutlineItems: promoteChildrenOutlineItem: | moveLeft: moveRight: moveUp: moveDown: | "
               "applyTOCExpand: applyTOCCollapse: toggleOpenInViewers: &Titles");
     EXPECT_EQ(contextMenuOf(outline, {20, outline.viewport()->height() - 5}),
-              "addSiblingOutlineItem: | selectTOCAll: runSearchSelectSheet: | runGuessPDF:");
+              "addSiblingOutlineItem: | selectTOCAll: runSearchSelectSheet: filterOutline: | runGuessPDF:");
     const QString onPages = contextMenuOf(*document.pdfview(), {100, 100});
     EXPECT_TRUE(onPages.startsWith("addSiblingOutlineItem: addChildOutlineItem: | "))
         << onPages.toStdString();
     EXPECT_TRUE(onPages.contains("zoomToFit:"));
     document.pdfview()->setCurrentSelection(document.pdfDoc()->page(0)->selectionForRange({0, 4}));
-    EXPECT_EQ(contextMenuOf(*document.pdfview(), {100, 100}),
-              "copy: | addSelectedTextAsTOCSibling: addSelectedTextAsTOCChild: | useSelectionforH1: "
-              "useSelectionforH2: useSelectionforH3: useSelectionforH4: runMiniTOC: | " +
-                  onPages);
+    EXPECT_EQ(
+        contextMenuOf(*document.pdfview(), {100, 100}),
+        "copy: findOnPages: | addSelectedTextAsTOCSibling: addSelectedTextAsTOCChild: | useSelectionforH1: "
+        "useSelectionforH2: useSelectionforH3: useSelectionforH4: runMiniTOC: | " +
+            onPages);
     EXPECT_TRUE(contextMenuOf(*document.pdfthumbs(), {50, 50}).startsWith("addSiblingOutlineItem: "));
     EXPECT_TRUE(contextMenuOf(*window().tableViewH1H2H3Config(), {20, 5})
                     .startsWith("buttonDeleteSelectedH1H2H3RowsClicked: resetH1H2H3FontsMap: | "));

@@ -1,0 +1,174 @@
+#include "document/commands/FindCommands.h"
+
+#include "document/MyDocument.h"
+#include "document/PageFinder.h"
+#include "document/window/DocumentWindow.h"
+#include "document/window/FindBar.h"
+#include "texts/Translated.h"
+#include "view/LabelPDFView.h"
+
+#include <QLocale>
+#include <QStatusBar>
+
+namespace leafwright {
+
+namespace {
+
+/// As much of what is selected is taken for words that somebody looks for.
+constexpr qsizetype mostSelected = 100;
+constexpr int timeOfMessage = 8'000;  // milliseconds
+
+constexpr Translated translated{"FindCommands"};
+
+QString numberText(size_t number) {
+    return QLocale().toString(static_cast<qulonglong>(number));
+}
+
+}  // namespace
+
+FindCommands::FindCommands(MyDocument &document) : document_(document) {
+    ActionTable &actions = document.actions();
+    actions.handle("findOnPages:", [this](QObject *) { findOnPages(); });
+    actions.handle("findNext:", [this](QObject *) { findNext(); });
+    actions.handle("findPrevious:", [this](QObject *) { findPrevious(); });
+}
+
+FindCommands::~FindCommands() = default;
+
+FindBar &FindCommands::bar() const {
+    return *document_.myWindow()->findBar();
+}
+
+void FindCommands::connectBar() {
+    if (std::exchange(isConnected_, true)) return;
+    const FindBar *bar = &this->bar();
+    QObject::connect(bar, &FindBar::textChanged, bar, [this](const QString &text) { searchFor(text); });
+    QObject::connect(bar, &FindBar::nextRequested, bar, [this] { findNext(); });
+    QObject::connect(bar, &FindBar::previousRequested, bar, [this] { findPrevious(); });
+    QObject::connect(bar, &FindBar::closed, bar, [this] { close(); });
+}
+
+/// The selected text, if it is one that somebody may look for.
+QString FindCommands::selectedWords() const {
+    const auto &selection = document_.pdfview()->currentSelection();
+    if (!selection || selection->isEmpty() || selection->pages().size() > 1) return {};
+    const auto ranges = selection->rangesOnPage(*selection->pages().front());
+    if (ranges.size() != 1 || ranges.front().length > mostSelected) return {};
+    const QString text = selection->string().trimmed();
+    return text.contains(u'\n') ? QString() : text;
+}
+
+void FindCommands::findOnPages() {
+    connectBar();
+    const PDFPage *page = document_.pdfview()->currentPage();
+    firstPage_ = page ? page->index() : 0;
+    const bool wasOpen = bar().isOpen();
+    const QString before = bar().text();
+    bar().open(selectedWords());
+    // The field tells of another text by itself.
+    if (!wasOpen && bar().text() == before) searchFor(before);
+}
+
+void FindCommands::makeFinder() {
+    if (finder_ || !document_.pdfDoc()) return;
+    finder_ = std::make_unique<PageFinder>(*document_.pdfDoc());
+    QObject::connect(finder_.get(), &PageFinder::found, document_.pdfview(), [this](const PageHits &page) {
+        if (bar().isOpen()) document_.pdfview()->addMarkedText(page.pageIndex, page.ranges);
+    });
+    QObject::connect(finder_.get(), &PageFinder::changed, document_.pdfview(), [this] { foundMore(); });
+}
+
+void FindCommands::searchFor(const QString &text) {
+    text_ = text;
+    current_.reset();
+    way_ = Way::Direct;
+    document_.pdfview()->clearMarkedText();
+    makeFinder();
+    if (finder_) finder_->start(text);
+    tell();
+}
+
+void FindCommands::foundMore() {
+    const FoundHits &hits = finder_->hits();
+    if (!current_) {
+        const auto first = hits.firstFrom(firstPage_);
+        if (first) {
+            goTo(*first, Way::Direct);
+        } else if (!finder_->isSearching() && hits.count() > 0) {
+            goTo(0, Way::AroundTheEnd);
+        }
+    }
+    tell();
+}
+
+void FindCommands::step(Direction direction) {
+    if (text_.isEmpty()) return findOnPages();
+    if (!finder_) searchAgain();
+    const size_t count = finder_ ? finder_->hits().count() : 0;
+    const bool isSearching = finder_ && finder_->isSearching();
+    if (count == 0 && !isSearching) return document_.platform().beep();
+    // The first hit is shown as soon as it is found; and what is behind the last is not known before the end.
+    if (!current_) return;
+    const bool isNext = direction == Direction::Next;
+    const bool isAtEnd = isNext ? *current_ + 1 == count : *current_ == 0;
+    if (isAtEnd && isSearching) return;
+    if (isAtEnd) {
+        goTo(isNext ? 0 : count - 1, isNext ? Way::AroundTheEnd : Way::AroundTheStart);
+    } else {
+        goTo(isNext ? *current_ + 1 : *current_ - 1, Way::Direct);
+    }
+    // Who types on looks from here.
+    firstPage_ = finder_->hits().at(*current_).pageIndex;
+    tell();
+    if (!bar().isOpen()) document_.myWindow()->statusBar()->showMessage(result(), timeOfMessage);
+}
+
+void FindCommands::goTo(size_t number, Way way) {
+    current_ = number;
+    way_ = way;
+    const FoundHits::Hit hit = finder_->hits().at(number);
+    const PDFPage *page = document_.pdfDoc()->page(hit.pageIndex);
+    document_.pdfview()->setCurrentSelection(page->selectionForRange(hit.range));
+    document_.pdfview()->showText(hit.pageIndex, hit.range);
+}
+
+QString FindCommands::result() const {
+    const bool isSearching = finder_ && finder_->isSearching();
+    const size_t count = finder_ ? finder_->hits().count() : 0;
+    if (text_.isEmpty()) return {};
+    if (count == 0) return isSearching ? translated("Searching…") : translated("Not found");
+    if (!current_) return translated("%1 found so far").arg(numberText(count));
+    const QString text = (isSearching ? translated("%1 of %2 so far") : translated("%1 of %2"))
+                             .arg(numberText(*current_ + 1), numberText(count));
+    if (way_ == Way::AroundTheEnd) return translated("%1, from the beginning again").arg(text);
+    if (way_ == Way::AroundTheStart) return translated("%1, from the end again").arg(text);
+    return text;
+}
+
+void FindCommands::tell() {
+    const bool isFailure =
+        !text_.isEmpty() && !(finder_ && (finder_->isSearching() || finder_->hits().count() > 0));
+    bar().setResult(result(), isFailure);
+}
+
+void FindCommands::close() {
+    document_.pdfview()->clearMarkedText();
+}
+
+void FindCommands::forgetPages() {
+    finder_.reset();
+    current_.reset();
+}
+
+void FindCommands::searchAgain() {
+    if (text_.isEmpty()) return;
+    const PDFPage *page = document_.pdfview()->currentPage();
+    firstPage_ = page ? page->index() : 0;
+    searchFor(text_);
+}
+
+void FindCommands::finish() {
+    if (finder_) finder_->finish();
+}
+
+}  // namespace leafwright
