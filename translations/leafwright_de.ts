@@ -355,6 +355,26 @@
         <source>Colour…</source>
         <translation>Farbe …</translation>
     </message>
+    <message>
+        <source>Find in Pages…</source>
+        <translation>In Seiten suchen …</translation>
+    </message>
+    <message>
+        <source>Find Next</source>
+        <translation>Weitersuchen</translation>
+    </message>
+    <message>
+        <source>Find Previous</source>
+        <translation>Rückwärts suchen</translation>
+    </message>
+    <message>
+        <source>Filter…</source>
+        <translation>Filtern …</translation>
+    </message>
+    <message>
+        <source>Reveal Current Entry</source>
+        <translation>Gelesenen Eintrag zeigen</translation>
+    </message>
 </context>
 <context>
     <name>Application</name>
@@ -1034,6 +1054,37 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>it is a device; only a file can be replaced</source>
         <translation>es ist ein Gerät; nur eine Datei lässt sich ersetzen</translation>
+    </message>
+</context>
+<context>
+    <name>FindCommands</name>
+    <message>
+        <source>Searching…</source>
+        <translation>Sucht …</translation>
+    </message>
+    <message>
+        <source>Not found</source>
+        <translation>Nicht gefunden</translation>
+    </message>
+    <message>
+        <source>%1 found so far</source>
+        <translation>Bisher %1 gefunden</translation>
+    </message>
+    <message>
+        <source>%1 of %2 so far</source>
+        <translation>%1 von bisher %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>%1, from the beginning again</source>
+        <translation>%1, wieder von vorn</translation>
+    </message>
+    <message>
+        <source>%1, from the end again</source>
+        <translation>%1, wieder von hinten</translation>
     </message>
 </context>
 <context>
@@ -2297,6 +2348,33 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     </message>
 </context>
 <context>
+    <name>leafwright::FindBar</name>
+    <message>
+        <source>Find in Pages</source>
+        <translation>In Seiten suchen</translation>
+    </message>
+    <message>
+        <source>Find:</source>
+        <translation>Suchen:</translation>
+    </message>
+    <message>
+        <source>Text to be found on the pages</source>
+        <translation>Text, der auf den Seiten gesucht wird</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <translation>Vorige Stelle</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Nächste Stelle</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
     <name>leafwright::HeadingMapModel</name>
     <message>
         <source>Level</source>
@@ -2421,12 +2499,43 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
         <source>%1 entries that did something else than show a page lead nowhere now, because the new file does not have them.</source>
         <translation>%1 Einträge, die etwas anderes taten, als eine Seite zu zeigen, führen jetzt nirgendwohin, weil die neue Datei sie nicht hat.</translation>
     </message>
+    <message>
+        <source>Entries that the filter hides were removed with those above them: %1. Step Back brings them back.</source>
+        <translation>Einträge, die der Filter verbirgt, wurden mit denen über ihnen entfernt: %1. Ein Schritt zurück bringt sie wieder.</translation>
+    </message>
 </context>
 <context>
     <name>leafwright::NoticeBar</name>
     <message>
         <source>Close</source>
         <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::OutlineFilter</name>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Filter of the outline</source>
+        <translation>Filter der Gliederung</translation>
+    </message>
+    <message>
+        <source>Filter (%1)</source>
+        <translation>Filter (%1)</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>The selected entry is hidden by the filter, and selected no longer.</source>
+        <translation>Der ausgewählte Eintrag ist vom Filter verborgen und nicht mehr ausgewählt.</translation>
+    </message>
+    <message>
+        <source>%1 selected entries are hidden by the filter, and selected no longer.</source>
+        <translation>%1 ausgewählte Einträge sind vom Filter verborgen und nicht mehr ausgewählt.</translation>
     </message>
 </context>
 <context>
@@ -2438,6 +2547,10 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>%1 and %2 more</source>
         <translation>%1 und %2 weitere</translation>
+    </message>
+    <message>
+        <source>No entry has this text.</source>
+        <translation>Kein Eintrag enthält diesen Text.</translation>
     </message>
 </context>
 <context>

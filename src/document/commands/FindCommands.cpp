@@ -82,6 +82,7 @@ void FindCommands::searchFor(const QString &text) {
     text_ = text;
     current_.reset();
     way_ = Way::Direct;
+    isGivenUp_ = false;
     document_.pdfview()->clearMarkedText();
     makeFinder();
     if (finder_) finder_->start(text);
@@ -89,6 +90,9 @@ void FindCommands::searchFor(const QString &text) {
 }
 
 void FindCommands::foundMore() {
+    // No command finds another selection at its end than at its beginning.
+    if (document_.isBusy()) return document_.whenIdle([this] { foundMore(); });
+    if (!finder_ || !document_.myWindow()) return;
     const FoundHits &hits = finder_->hits();
     if (!current_) {
         const auto first = hits.firstFrom(firstPage_);
@@ -103,7 +107,7 @@ void FindCommands::foundMore() {
 
 void FindCommands::step(Direction direction) {
     if (text_.isEmpty()) return findOnPages();
-    if (!finder_) searchAgain();
+    if (!finder_ || isGivenUp_) searchAgain();
     const size_t count = finder_ ? finder_->hits().count() : 0;
     const bool isSearching = finder_ && finder_->isSearching();
     if (count == 0 && !isSearching) return document_.platform().beep();
@@ -153,6 +157,10 @@ void FindCommands::tell() {
 
 void FindCommands::close() {
     document_.pdfview()->clearMarkedText();
+    if (current_ || !finder_) return;
+    // Nothing is shown any more to who has gone on to something else.
+    isGivenUp_ = true;
+    finder_->start({});
 }
 
 void FindCommands::forgetPages() {

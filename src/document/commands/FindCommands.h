@@ -62,6 +62,7 @@ private:
     int firstPage_ = 0;              ///< From which on the first hit is looked for.
     std::optional<size_t> current_;  ///< The number of the hit that is shown.
     Way way_ = Way::Direct;
+    bool isGivenUp_ = false;  ///< The bar was closed before anything was found.
     std::unique_ptr<PageFinder> finder_;
 };
 

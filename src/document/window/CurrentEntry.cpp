@@ -51,7 +51,7 @@ void CurrentEntry::reveal() {
 }
 
 void CurrentEntry::finish() {
-    while (timer_.isActive()) {
+    while (timer_.isActive() && !document_.isBusy()) {
         timer_.stop();
         look();
     }
@@ -60,6 +60,7 @@ void CurrentEntry::finish() {
 /// Marks the entry that is being read, or goes on finding out where entries lead.
 void CurrentEntry::look() {
     if (!document_.pdfDoc()) return;
+    if (document_.isBusy()) return timer_.start(pauseBeforeLook);
     if (!placesAreCurrent()) beginPlaces();
     if (!addPlaces()) return timer_.start(0);
     TreeNode *entry = entryShown();

@@ -19,7 +19,7 @@ constexpr int fieldWidth = 40;
 
 FindBar::FindBar(QWidget *parent) : QFrame(parent), field_(new QLineEdit), result_(new QLabel) {
     setObjectName(QStringLiteral("findBar"));
-    setAccessibleName(tr("Find in pages"));
+    setAccessibleName(tr("Find in Pages"));
     setWindowTitle(tr("Find in Pages"));
     auto *line = new QHBoxLayout(this);
     line->setContentsMargins(2 * margin, margin, margin, margin);
@@ -40,7 +40,7 @@ FindBar::FindBar(QWidget *parent) : QFrame(parent), field_(new QLineEdit), resul
     line->addWidget(result_);
     line->addStretch();
     connect(addButton(QStringLiteral("✕"), tr("Close"), QStringLiteral("closeFindBar")),
-            &QToolButton::clicked, this, &FindBar::close);
+            &QToolButton::clicked, this, &FindBar::dismiss);
     hide();
 }
 
@@ -64,7 +64,7 @@ void FindBar::open(const QString &text) {
     field_->selectAll();
 }
 
-void FindBar::close() {
+void FindBar::dismiss() {
     if (!isOpen()) return;
     const bool hadFocus = isAncestorOf(window()->focusWidget());
     hide();
@@ -95,7 +95,7 @@ void FindBar::setResult(const QString &result, bool isFailure) {
 void FindBar::keyPressEvent(QKeyEvent *event) {
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (event->key() == Qt::Key_Escape) {
-        close();
+        dismiss();
     } else if (isReturn && event->modifiers().testFlag(Qt::ShiftModifier)) {
         Q_EMIT previousRequested();
     } else if (isReturn) {

@@ -22,7 +22,7 @@ public:
     void open(const QString &text);
     bool isOpen() const { return !isHidden(); }
     /// Hides the bar, and gives the keyboard back to who had it before.
-    void close();
+    void dismiss();
 
     QString text() const;
     /// What is told beside the field.

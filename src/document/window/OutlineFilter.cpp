@@ -136,6 +136,13 @@ void OutlineFilter::takeTitles() {
 }
 
 void OutlineFilter::takeMatches() {
+    if (document_.isBusy()) {
+        // No command finds another selection at its end than at its beginning.
+        document_.whenIdle([self = QPointer(this)] {
+            if (self) self->takeMatches();
+        });
+        return;
+    }
     std::optional<std::vector<size_t>> found;
     {
         const std::lock_guard lock(mutex_);

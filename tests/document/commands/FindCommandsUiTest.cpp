@@ -152,6 +152,18 @@ TEST_F(Finding, StepsNeedNoBar) {
     EXPECT_EQ(document.myWindow()->statusBar()->currentMessage(), "2 of 10");
 }
 
+TEST_F(Finding, AfterTheBarWasClosedNothingComesUnlessItIsAskedFor) {
+    perform("findOnPages:");
+    field().setText("odd");
+    key(Qt::Key_Escape);
+    document.findCommands().finish();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(selected(), "");
+    perform("findNext:");
+    document.findCommands().finish();
+    EXPECT_EQ(selected(), "odd");
+}
+
 TEST_F(Finding, AStepWithoutATextAsksForOne) {
     perform("findNext:");
     EXPECT_TRUE(bar().isOpen());
