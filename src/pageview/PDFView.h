@@ -97,8 +97,8 @@ public:
     /// must be those of the document shown.
     void addMarkedText(int pageIndex, const std::vector<TextRange> &ranges);
     void clearMarkedText();
-    /// Shows text of a page, unless all of it can be seen. The page is shown at once, the text on it as soon
-    /// as its place is known. A page index out of range does nothing.
+    /// Shows text of a page, which becomes the current one at once; where the text can't be seen there, it is
+    /// shown as soon as its place is known. A page index out of range does nothing.
     void showText(int pageIndex, const TextRange &range);
     /// A part of a page, in page space.
     struct PageArea {
@@ -188,8 +188,6 @@ private:
     template <typename Action>
     void keepingPage(Action &&action);
     void goStraightTo(const PDFDestination &destination);
-    template <typename Jump>
-    void leavingPlace(Jump &&jump);
     void scrollTo(int index, const QPointF &shown);
     void returnTo(const std::optional<Anchor> &place);
     void notePageChange();

@@ -21,12 +21,10 @@ void PDFView::goToPage(const PDFPage *page) {
     if (page && document_ && document_->page(page->index()) == page) goToDestination({page->index(), {}});
 }
 
-/// Does what leads elsewhere, and keeps the place that was left to go back to.
-template <typename Jump>
-void PDFView::leavingPlace(Jump &&jump) {
+void PDFView::goToDestination(const PDFDestination &destination) {
     const Anchor left = anchorAt({0, 0});
     const QPoint before(horizontalScrollBar()->value(), verticalScrollBar()->value());
-    jump();
+    goStraightTo(destination);
     const QPoint after(horizontalScrollBar()->value(), verticalScrollBar()->value());
     // Who hardly moves has not left the place.
     if ((after - before).manhattanLength() <= 2 * PageLayout::gap) return;
@@ -34,22 +32,11 @@ void PDFView::leavingPlace(Jump &&jump) {
     Q_EMIT historyChanged();
 }
 
-void PDFView::goToDestination(const PDFDestination &destination) {
-    leavingPlace([&] { goStraightTo(destination); });
-}
-
 void PDFView::showText(int pageIndex, const TextRange &range) {
     if (pageIndex < 0 || pageIndex >= layout_.pageCount()) return;
     awaitedText_.reset();
-    const auto contents = contentsOf(pageIndex);
-    const auto [first, last] = visiblePages();
-    const bool isVisible = pageIndex >= first && pageIndex <= last;
-    if (contents) {
-        const auto go = [&] { goToText(*contents, pageIndex, range); };
-        isVisible ? go() : leavingPlace(go);
-        return;
-    }
-    if (!isVisible) goToDestination({pageIndex, {}});
+    if (pageIndex != currentPageIndex()) goToDestination({pageIndex, {}});
+    if (const auto contents = contentsOf(pageIndex)) return goToText(*contents, pageIndex, range);
     awaitedText_ = {pageIndex, range};
     requestContents();
 }
