@@ -198,6 +198,7 @@ private:
     size_t viewRow(const TreeNode &node) const { return isFiltered_ ? node.shownRow_ : node.row(); }
     int childIndexAt(int viewRow, const QModelIndex &parent) const;
     static void numberShown(const TreeNode &parent, size_t first);
+    void hideAll();
     void arrangeShown();
     size_t viewRowsBefore(const TreeNode &parent, size_t position) const;
     void showAllOf(const std::vector<TreeNode *> &added);

@@ -12,8 +12,7 @@ namespace leafwright {
 void TreeController::setFilter(const std::vector<TreeNode *> &matches) {
     const std::vector<TreeNode *> selected = selectedNodes();
     beginResetModel();
-    for (const auto &[item, node] : nodes_)
-        node->isShown_ = false;
+    hideAll();
     for (TreeNode *match : matches)
         match->isShown_ = true;
     isFiltered_ = true;
@@ -28,14 +27,23 @@ void TreeController::clearFilter() {
     const std::vector<TreeNode *> selected = selectedNodes();
     beginResetModel();
     isFiltered_ = false;
-    shownCount_ = 0;
-    for (const auto &[item, node] : nodes_) {
-        node->isShown_ = false;
-        node->shown_ = {};
-    }
+    hideAll();
     ++structureRevision_;
     endResetModel();
     setSelectedNodes(selected);
+}
+
+/// Forgets what a filter shows.
+void TreeController::hideAll() {
+    std::vector<TreeNode *> pending{root_};
+    while (!pending.empty()) {
+        TreeNode *node = pending.back();
+        pending.pop_back();
+        pending.insert(pending.end(), node->shown_.begin(), node->shown_.end());
+        node->shown_ = {};
+        node->isShown_ = false;
+    }
+    shownCount_ = 0;
 }
 
 /// Finds out anew which children of each node are shown, by which nodes are and what these are below.

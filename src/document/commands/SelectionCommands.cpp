@@ -97,6 +97,10 @@ void SelectionCommands::searchAndSelect(const QString &term) {
     for (TreeNode *node : tree.arrangedObjects().childNodes())
         for (IndexPath &path : recursiveMatchIndexPathsInSubTree(*node, term))
             matches.push_back(std::move(path));
+    // What a filter hides can't be selected.
+    std::erase_if(matches, [&tree](const IndexPath &path) {
+        return !tree.isShown(*tree.descendantNodeAtIndexPath(path));
+    });
     if (matches.empty()) return document_.platform().beep();
     tree.setSelectionIndexPaths(matches);
     document_.outlineview()->setFocus();

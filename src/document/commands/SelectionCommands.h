@@ -30,7 +30,8 @@ public:
     void revealCurrentEntry();
     /// Opens a sheet that asks for a text, and selects the items whose titles contain it.
     void runSearchSelectSheet();
-    /// Selects the items whose titles contain a term; beeps and keeps the selection if there are none.
+    /// Selects the items whose titles contain a term, without those that a filter hides; beeps and keeps the
+    /// selection if there are none.
     void searchAndSelect(const QString &term);
 
 private:

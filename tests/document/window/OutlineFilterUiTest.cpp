@@ -1,3 +1,4 @@
+#include "document/commands/SelectionCommands.h"
 #include "document/window/OutlineFilter.h"
 #include "support/TreeWindowFixture.h"
 
@@ -102,6 +103,16 @@ TEST_F(Filtering, CommandsActOnWhatIsShown) {
     EXPECT_EQ(rows(), "ONE X THREE X2") << "what has another title stays";
     perform("selectTOCOnlyLevel1:");
     EXPECT_EQ(selected(), "ONE THREE");
+}
+
+TEST_F(Filtering, ASearchSelectsNothingThatIsHidden) {
+    setOutline("xa b xc");
+    type("c");
+    document.selectionCommands().searchAndSelect("x");
+    EXPECT_EQ(selected(), "xc");
+    document.selectionCommands().searchAndSelect("b");
+    EXPECT_EQ(selected(), "xc");
+    EXPECT_EQ(platform.beeps, 1);
 }
 
 TEST_F(Filtering, AnEntryThatIsAddedIsShown) {
