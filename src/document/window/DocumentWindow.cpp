@@ -179,7 +179,7 @@ QWidget *DocumentWindow::makeOutlinePane() {
 void DocumentWindow::showPanel(Sheet &panel) {
     const QList<int> sizes = outlinePane_->sizes();
     tableViewH1H2H3Config_->hide();
-    outlineWithFilter_->setVisible(document_.treecontroller().rowCount() > 0);
+    outlineWithFilter_->setVisible(document_.treecontroller().nodeCount() > 0);
     connect(&document_.treecontroller(), &QAbstractItemModel::rowsInserted, &panel,
             [this] { outlineWithFilter_->show(); });
     outlinePane_->addWidget(&panel);
