@@ -97,9 +97,11 @@ public:
     /// must be those of the document shown.
     void addMarkedText(int pageIndex, const std::vector<TextRange> &ranges);
     void clearMarkedText();
+    /// Whether a place that is left can be gone back to.
+    enum class Leaving { Noted, Unnoted };
     /// Shows text of a page, which becomes the current one at once; where the text can't be seen there, it is
     /// shown as soon as its place is known. A page index out of range does nothing.
-    void showText(int pageIndex, const TextRange &range);
+    void showText(int pageIndex, const TextRange &range, Leaving leaving = Leaving::Noted);
     /// A part of a page, in page space.
     struct PageArea {
         int pageIndex = 0;

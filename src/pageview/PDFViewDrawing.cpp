@@ -11,6 +11,9 @@ namespace leafwright {
 
 namespace {
 
+/// No page that is read has as much to be marked; one that has keeps nobody waiting.
+constexpr size_t mostMarksOfPage = 20'000;
+
 qint64 bytesOf(const RenderRequest &request) {
     return qint64{4} * request.clip.width() * request.clip.height();
 }
@@ -143,6 +146,7 @@ const std::vector<Rect> &PDFView::rectsOfMarkedText(int pageIndex) {
     if (!contents) return none;
     std::vector<Rect> &rects = markedTextRects_[pageIndex];
     for (const TextRange &range : marked->second) {
+        if (rects.size() >= mostMarksOfPage) break;
         const std::vector<Rect> lines = contents->text.rects(range);
         rects.insert(rects.end(), lines.begin(), lines.end());
     }

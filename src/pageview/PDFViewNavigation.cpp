@@ -32,10 +32,16 @@ void PDFView::goToDestination(const PDFDestination &destination) {
     Q_EMIT historyChanged();
 }
 
-void PDFView::showText(int pageIndex, const TextRange &range) {
+void PDFView::showText(int pageIndex, const TextRange &range, Leaving leaving) {
     if (pageIndex < 0 || pageIndex >= layout_.pageCount()) return;
     awaitedText_.reset();
-    if (pageIndex != currentPageIndex()) goToDestination({pageIndex, {}});
+    if (pageIndex != currentPageIndex()) {
+        if (leaving == Leaving::Noted) {
+            goToDestination({pageIndex, {}});
+        } else {
+            goStraightTo({pageIndex, {}});
+        }
+    }
     if (const auto contents = contentsOf(pageIndex)) return goToText(*contents, pageIndex, range);
     awaitedText_ = {pageIndex, range};
     requestContents();

@@ -43,6 +43,23 @@ TEST_F(PDFViewMarkedText, MoreOfAPageIsMarkedBesideWhatIs) {
     EXPECT_NE(colourAt(blank), QColor(Qt::white));
 }
 
+TEST_F(PDFViewMarkedText, OfVeryManyTextsSoManyAreMarkedAsAreDrawnSoon) {
+    showPages(1);
+    std::vector<TextRange> ranges(30'000, first);
+    ranges.push_back({0, 16});
+    view.addMarkedText(0, ranges);
+    const QPoint middleOfFirst = at(74, 701);
+    waitUntil([&] { return colourAt(middleOfFirst) != QColor(Qt::white); });
+    EXPECT_EQ(colourAt(at(125, 705)), QColor(Qt::white));
+}
+
+TEST_F(PDFViewMarkedText, ATextThatIsShownUnnotedLeavesNothingToGoBackTo) {
+    showPages(5);
+    view.showText(3, first, PDFView::Leaving::Unnoted);
+    EXPECT_EQ(currentIndex(), 3);
+    EXPECT_FALSE(view.canGoBack());
+}
+
 TEST_F(PDFViewMarkedText, ANewDocumentHasNone) {
     showPages(1);
     view.addMarkedText(0, {TextRange{0, 16}});
