@@ -1,17 +1,9 @@
 #include "document/PageFinder.h"
 
-#include <QLoggingCategory>
-
 #include <new>
 #include <utility>
 
 namespace leafwright {
-
-namespace {
-
-Q_LOGGING_CATEGORY(log, "leafwright.pagefinder", QtWarningMsg)
-
-}  // namespace
 
 PageFinder::PageFinder(const TextPages &pages) : search_(pages) {}
 
@@ -20,12 +12,14 @@ PageFinder::~PageFinder() = default;
 void PageFinder::start(const QString &text) {
     hits_.clear();
     isSearching_ = !text.isEmpty();
+    lacksMemory_ = false;
     {
         const std::lock_guard lock(mutex_);
         ++number_;
         wanted_ = text;
         arrived_.clear();
         stopSearch_.request_stop();
+        isOutOfMemory_ = false;
         if (text.isEmpty()) searched_ = endedNumber_ = number_;
     }
     if (text.isEmpty()) return;
@@ -50,6 +44,7 @@ void PageFinder::run(const std::stop_token &stop) {
         stopSearch_ = std::stop_source();
         const std::stop_token stopSearch = stopSearch_.get_token();
         lock.unlock();
+        bool isOutOfMemory = false;
         {
             const std::stop_callback stopsToo(stop, [this] {
                 const std::lock_guard innerLock(mutex_);
@@ -59,10 +54,10 @@ void PageFinder::run(const std::stop_token &stop) {
                 search_.search(
                     text, [&](PageHits hits) { note(number, std::move(hits)); }, stopSearch);
             } catch (const std::bad_alloc &) {
-                qCWarning(log, "there is not enough memory to search all pages");
+                isOutOfMemory = true;
             }
         }
-        end(number);
+        end(number, isOutOfMemory);
         lock.lock();
         if (stop.stop_requested()) return;
     }
@@ -77,10 +72,11 @@ void PageFinder::note(quint64 number, PageHits hits) {
     QMetaObject::invokeMethod(this, &PageFinder::take, Qt::QueuedConnection);
 }
 
-void PageFinder::end(quint64 number) {
+void PageFinder::end(quint64 number, bool isOutOfMemory) {
     const std::lock_guard lock(mutex_);
     if (number != number_) return;
     endedNumber_ = number;
+    isOutOfMemory_ = isOutOfMemory;
     ended_.notify_all();
     if (std::exchange(isTold_, true)) return;
     QMetaObject::invokeMethod(this, &PageFinder::take, Qt::QueuedConnection);
@@ -93,6 +89,7 @@ void PageFinder::take() {
         isTold_ = false;
         arrived = std::exchange(arrived_, {});
         isSearching_ = endedNumber_ != number_;
+        lacksMemory_ = !isSearching_ && isOutOfMemory_;
     }
     for (const PageHits &page : arrived) {
         hits_.add(page);

@@ -29,6 +29,8 @@ public:
     /// What was found by now.
     const FoundHits &hits() const { return hits_; }
     bool isSearching() const { return isSearching_; }
+    /// Whether the search has ended before all pages were searched, because memory ran out.
+    bool lacksMemory() const { return lacksMemory_; }
 
 Q_SIGNALS:
     /// A page has the text: `hits` has its hits too, now.
@@ -39,12 +41,13 @@ Q_SIGNALS:
 private:
     void run(const std::stop_token &stop);
     void note(quint64 number, PageHits hits);
-    void end(quint64 number);
+    void end(quint64 number, bool isOutOfMemory);
     void take();
 
     PageSearch search_;
     FoundHits hits_;
     bool isSearching_ = false;
+    bool lacksMemory_ = false;
 
     // Shared with the thread.
     std::mutex mutex_;
@@ -56,6 +59,7 @@ private:
     quint64 endedNumber_ = 0;  ///< Of the last one that came to its end.
     std::stop_source stopSearch_;
     std::vector<PageHits> arrived_;  ///< Of the search that is wanted.
+    bool isOutOfMemory_ = false;     ///< The last one that came to its end came to it early.
     bool isTold_ = false;            ///< The main thread will come for what has arrived.
 
     std::jthread thread_;  ///< The last member: it ends before all else goes.

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <mutex>
 #include <utility>
 
 namespace leafwright {
@@ -33,8 +34,8 @@ private:
 
 }  // namespace
 
-PageSearch::PageSearch(const TextPages &pages)
-    : pages_(pages), folded_(static_cast<size_t>(pages.pageCount())) {}
+PageSearch::PageSearch(const TextPages &pages, size_t mostBytes)
+    : pages_(pages), mostBytes_(mostBytes), folded_(static_cast<size_t>(pages.pageCount())) {}
 
 void PageSearch::search(const QString &text, const Found &found, const std::stop_token &stop) {
     const FoldedText term(text);
@@ -48,24 +49,25 @@ void PageSearch::search(const QString &text, const Found &found, const std::stop
         stop);
 }
 
-const FoldedText &PageSearch::foldedPage(int index) {
-    auto &folded = folded_[static_cast<size_t>(index)];
-    {
-        const std::lock_guard lock(mutex_);
-        if (folded) return *folded;
-    }
+std::shared_ptr<const FoldedText> PageSearch::foldedPage(int index) {
     // No other thread has this page: they are handed out one by one.
-    auto made = std::make_unique<const FoldedText>(pages_.pageText(index)->attributedString.string);
-    const std::lock_guard lock(mutex_);
-    folded = std::move(made);
-    return *folded;
+    std::shared_ptr<const FoldedText> &folded = folded_[static_cast<size_t>(index)];
+    if (folded) return folded;
+    auto made = std::make_shared<const FoldedText>(pages_.pageText(index)->attributedString.string);
+    const size_t bytes = made->bytes();
+    if (bytes_.fetch_add(bytes) + bytes <= mostBytes_) {
+        folded = made;
+    } else {
+        bytes_ -= bytes;
+    }
+    return made;
 }
 
 std::vector<TextRange> PageSearch::hitsOn(int index, const FoldedText &term) {
-    const FoldedText &page = foldedPage(index);
+    const std::shared_ptr<const FoldedText> page = foldedPage(index);
     std::vector<TextRange> hits;
-    for (auto hit = page.find(term, 0); hit.length > 0; hit = page.find(term, hit.location + hit.length)) {
-        const FoldedText::Range range = page.original(hit);
+    for (auto hit = page->find(term, 0); hit.length > 0; hit = page->find(term, hit.location + hit.length)) {
+        const FoldedText::Range range = page->original(hit);
         hits.push_back({range.location, range.length});
     }
     return hits;

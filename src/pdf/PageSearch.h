@@ -3,8 +3,9 @@
 #include "pdf/TextPages.h"
 #include "texts/FoldedText.h"
 
+#include <atomic>
 #include <functional>
-#include <mutex>
+#include <memory>
 #include <optional>
 #include <stop_token>
 #include <vector>
@@ -24,8 +25,11 @@ struct PageHits {
 /// take next to no time. One search at a time, on any thread.
 class PageSearch {
 public:
-    /// @param pages must outlive this
-    explicit PageSearch(const TextPages &pages);
+    /// What is kept of usual documents is a few bytes a character; this bounds that of others.
+    static constexpr size_t usualMostBytes = size_t{256} << 20;
+
+    /// @param pages must outlive this @param mostBytes how much memory those pages may take that are kept
+    explicit PageSearch(const TextPages &pages, size_t mostBytes = usualMostBytes);
 
     /// @param found is told of each page that has the text, page by page, as soon as all pages before are
     /// searched; never twice at once, but from several threads
@@ -36,12 +40,13 @@ public:
     void search(const QString &text, const Found &found, const std::stop_token &stop = {});
 
 private:
-    const FoldedText &foldedPage(int index);
+    std::shared_ptr<const FoldedText> foldedPage(int index);
     std::vector<TextRange> hitsOn(int index, const FoldedText &term);
 
     const TextPages &pages_;
-    std::mutex mutex_;
-    std::vector<std::unique_ptr<const FoldedText>> folded_;  ///< By page; null until searched in.
+    const size_t mostBytes_;
+    std::atomic<size_t> bytes_ = 0;                          ///< Of those that are kept.
+    std::vector<std::shared_ptr<const FoldedText>> folded_;  ///< By page; null if not kept.
 };
 
 /// The hits of a search, numbered from 0 on in the order of pages.
@@ -59,6 +64,8 @@ public:
     void clear();
 
     size_t count() const { return count_; }
+    /// Those that have any, in order.
+    const std::vector<PageHits> &pages() const { return pages_; }
     /// @param number below the count
     Hit at(size_t number) const;
     /// The first hit on a page or behind it; absent if there is none.

@@ -73,11 +73,11 @@ private:
         if (isWithoutWidth(u) || isLooseAccent(u) || isCombiningAccent(u)) {
             ++at_;
         } else if (isDash(u)) {
-            append(QStringLiteral("-"), 1);
+            append(QChar(u'-'), 1);
         } else if (u != u'\\' && isQuote(u)) {
-            append(QStringLiteral("'"), 1);
+            append(QChar(u'\''), 1);
         } else if (u < 0x80) {
-            append(QChar(c.toLower()), 1);
+            append(c.toLower(), 1);
         } else {
             const qsizetype length = lengthOfCharacter();
             append(foldedCharacter(QStringView(text_).sliced(at_, length)), length);
@@ -86,9 +86,12 @@ private:
 
     /// A character may be two units, and have accents of its own behind it.
     qsizetype lengthOfCharacter() const {
+        // To put very many into the order of Unicode takes longer than anybody waits, and no letter has them.
+        constexpr qsizetype longest = 32;
         qsizetype end = at_ + 1;
         if (text_[at_].isHighSurrogate() && end < text_.size() && text_[end].isLowSurrogate()) ++end;
-        while (end < text_.size() && (text_[end].category() == QChar::Mark_NonSpacing))
+        const qsizetype last = std::min(text_.size(), at_ + longest);
+        while (end < last && text_[end].category() == QChar::Mark_NonSpacing)
             ++end;
         return end - at_;
     }
@@ -103,7 +106,7 @@ private:
         if (joins) {
             at_ = end;
         } else {
-            append(QStringLiteral(" "), end - at_);
+            append(QChar(u' '), end - at_);
         }
     }
 
@@ -124,22 +127,28 @@ private:
         if (isWord) {
             result_.divisions_.push_back(static_cast<int>(result_.folded_.size()));
         } else {
-            append(QStringLiteral("-"), 1);
+            append(QChar(u'-'), 1);
         }
         at_ = end;
     }
 
     /// Adds what the next units of the text are folded to.
     void append(const QString &folded, qsizetype length) {
+        if (folded.size() == 1) return append(folded.front(), length);
+        const auto place = static_cast<int>(result_.folded_.size());
+        for (int k = 0; k < folded.size(); ++k)
+            result_.stretches_.push_back({place + k, static_cast<int>(at_), static_cast<int>(length)});
+        result_.folded_ += folded;
+        at_ += length;
+    }
+
+    void append(QChar folded, qsizetype length) {
         const auto place = static_cast<int>(result_.folded_.size());
         const auto original = static_cast<int>(at_);
-        const bool isOneToOne = folded.size() == 1 && length == 1;
-        for (int k = 0; k < folded.size(); ++k) {
-            const std::vector<Stretch> &known = result_.stretches_;
-            const bool goesOn = isOneToOne && !known.empty() && known.back().length == 1 &&
-                                known.back().original + place - known.back().folded == original;
-            if (!goesOn) result_.stretches_.push_back({place + k, original, static_cast<int>(length)});
-        }
+        const std::vector<Stretch> &known = result_.stretches_;
+        const bool goesOn = length == 1 && !known.empty() && known.back().length == 1 &&
+                            known.back().original + place - known.back().folded == original;
+        if (!goesOn) result_.stretches_.push_back({place, original, static_cast<int>(length)});
         result_.folded_ += folded;
         at_ += length;
     }
@@ -151,6 +160,11 @@ private:
 
 FoldedText::FoldedText(const QString &text) {
     Folding(*this, text).run();
+}
+
+size_t FoldedText::bytes() const {
+    return sizeof(*this) + static_cast<size_t>(folded_.capacity()) * sizeof(QChar) +
+           stretches_.capacity() * sizeof(Stretch) + divisions_.capacity() * sizeof(int);
 }
 
 const FoldedText::Stretch &FoldedText::stretchAt(int folded) const {

@@ -28,6 +28,8 @@ public:
     /// What is compared.
     const QString &string() const { return folded_; }
     bool isEmpty() const { return folded_.isEmpty(); }
+    /// How much memory it takes.
+    size_t bytes() const;
     bool contains(const FoldedText &term) const { return find(term, 0).length > 0; }
     /// The first place of a term at a position of the folded text or behind it, in the folded text. Its
     /// length is 0 if there is none, and for an empty term.

@@ -97,6 +97,16 @@ TEST(PageSearch, ReadsAPageOnce) {
     EXPECT_EQ(pages.reads(), 2);
 }
 
+TEST(PageSearch, KeepsNoMoreThanItMay) {
+    test::FakePages made;
+    made.add("1", {{"one\n", roman}}).add("2", {{"two\n", roman}});
+    const CountedPages pages(made);
+    PageSearch search(pages, 0);
+    hitsOf(search, "one");
+    EXPECT_THAT(hitsOf(search, "two"), ElementsAre(PageHits{1, {{0, 3}}}));
+    EXPECT_EQ(pages.reads(), 4);
+}
+
 /// Pages that ask for a stop as soon as one is read.
 class StoppingPages final : public TextPages {
 public:

@@ -37,6 +37,11 @@ TEST(FoldedText, MarksOfOtherScriptsAreLetters) {
     EXPECT_EQ(found("각", "가"), QString());
 }
 
+TEST(FoldedText, AnyNumberOfMarksKeepsNobodyWaiting) {
+    const QString marks = QString(200'000, QChar(0x05b0)) + QString(200'000, QChar(0x0591));
+    EXPECT_EQ(folded(u"\u05d0"_qs + marks).size(), 1 + marks.size());
+}
+
 TEST(FoldedText, CompatibilityFormsAreWhatTheyStandFor) {
     EXPECT_EQ(found("an e\uFB03cient way", "efficient"), "e\uFB03cient");
     EXPECT_EQ(folded("ＡＢＣ　１２"), "abc 12");
