@@ -1086,6 +1086,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>%1, from the end again</source>
         <translation>%1, wieder von hinten</translation>
     </message>
+    <message>
+        <source>Not enough memory to search all pages</source>
+        <translation>Zu wenig Speicher, um alle Seiten zu durchsuchen</translation>
+    </message>
 </context>
 <context>
     <name>FontsCommand</name>

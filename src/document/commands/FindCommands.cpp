@@ -48,12 +48,14 @@ void FindCommands::connectBar() {
     QObject::connect(bar, &FindBar::closed, bar, [this] { close(); });
 }
 
-/// The selected text, if it is one that somebody may look for.
+/// The selected text, if it is one that somebody may look for and has not been found that way.
 QString FindCommands::selectedWords() const {
     const auto &selection = document_.pdfview()->currentSelection();
     if (!selection || selection->isEmpty() || selection->pages().size() > 1) return {};
-    const auto ranges = selection->rangesOnPage(*selection->pages().front());
+    const PDFPage &page = *selection->pages().front();
+    const auto ranges = selection->rangesOnPage(page);
     if (ranges.size() != 1 || ranges.front().length > mostSelected) return {};
+    if (current_ && finder_->hits().at(*current_) == FoundHits::Hit{page.index(), ranges.front()}) return {};
     const QString text = selection->string().trimmed();
     return text.contains(u'\n') ? QString() : text;
 }
@@ -62,11 +64,16 @@ void FindCommands::findOnPages() {
     connectBar();
     const PDFPage *page = document_.pdfview()->currentPage();
     firstPage_ = page ? page->index() : 0;
+    hasLeft_ = false;
     const bool wasOpen = bar().isOpen();
     const QString before = bar().text();
     bar().open(selectedWords());
     // The field tells of another text by itself.
-    if (!wasOpen && bar().text() == before) searchFor(before);
+    if (wasOpen || bar().text() != before) return;
+    if (!current_) return searchFor(before);
+    for (const PageHits &each : finder_->hits().pages())
+        document_.pdfview()->addMarkedText(each.pageIndex, each.ranges);
+    tell();
 }
 
 void FindCommands::makeFinder() {
@@ -90,19 +97,35 @@ void FindCommands::searchFor(const QString &text) {
 }
 
 void FindCommands::foundMore() {
-    // No command finds another selection at its end than at its beginning.
-    if (document_.isBusy()) return document_.whenIdle([this] { foundMore(); });
-    if (!finder_ || !document_.myWindow()) return;
-    const FoundHits &hits = finder_->hits();
-    if (!current_) {
-        const auto first = hits.firstFrom(firstPage_);
-        if (first) {
-            goTo(*first, Way::Direct);
-        } else if (!finder_->isSearching() && hits.count() > 0) {
-            goTo(0, Way::AroundTheEnd);
-        }
+    if (document_.isBusy()) {
+        // No command finds another selection at its end than at its beginning.
+        if (!std::exchange(waits_, true)) document_.whenIdle([this] { foundMore(); });
+        return;
     }
+    waits_ = false;
+    if (!finder_ || !document_.myWindow()) return;
+    if (!current_) showFirst();
     tell();
+    if (!finder_->isSearching()) tellProblem();
+}
+
+/// Goes to the first hit from the page where the search began, if it is known by now.
+void FindCommands::showFirst() {
+    const FoundHits &hits = finder_->hits();
+    const PDFPage *shown = document_.pdfview()->currentPage();
+    if (const auto first = hits.firstFrom(firstPage_)) {
+        goTo(*first, Way::Direct);
+    } else if (!finder_->isSearching() && hits.count() > 0) {
+        goTo(0, Way::AroundTheEnd);
+    }
+    // Who types on goes from page to page, and back in one step.
+    if (current_ && shown && hits.at(*current_).pageIndex != shown->index()) hasLeft_ = true;
+}
+
+/// Tells once if not all pages could be read.
+void FindCommands::tellProblem() {
+    if (!document_.pdfDoc()->readProblem() || std::exchange(isProblemTold_, true)) return;
+    document_.tellReadProblem();
 }
 
 void FindCommands::step(Direction direction) {
@@ -116,6 +139,7 @@ void FindCommands::step(Direction direction) {
     const bool isNext = direction == Direction::Next;
     const bool isAtEnd = isNext ? *current_ + 1 == count : *current_ == 0;
     if (isAtEnd && isSearching) return;
+    hasLeft_ = false;
     if (isAtEnd) {
         goTo(isNext ? 0 : count - 1, isNext ? Way::AroundTheEnd : Way::AroundTheStart);
     } else {
@@ -133,13 +157,15 @@ void FindCommands::goTo(size_t number, Way way) {
     const FoundHits::Hit hit = finder_->hits().at(number);
     const PDFPage *page = document_.pdfDoc()->page(hit.pageIndex);
     document_.pdfview()->setCurrentSelection(page->selectionForRange(hit.range));
-    document_.pdfview()->showText(hit.pageIndex, hit.range);
+    document_.pdfview()->showText(hit.pageIndex, hit.range,
+                                  hasLeft_ ? PDFView::Leaving::Unnoted : PDFView::Leaving::Noted);
 }
 
 QString FindCommands::result() const {
     const bool isSearching = finder_ && finder_->isSearching();
     const size_t count = finder_ ? finder_->hits().count() : 0;
     if (text_.isEmpty()) return {};
+    if (finder_ && finder_->lacksMemory()) return translated("Not enough memory to search all pages");
     if (count == 0) return isSearching ? translated("Searching…") : translated("Not found");
     if (!current_) return translated("%1 found so far").arg(numberText(count));
     const QString text = (isSearching ? translated("%1 of %2 so far") : translated("%1 of %2"))
@@ -150,8 +176,8 @@ QString FindCommands::result() const {
 }
 
 void FindCommands::tell() {
-    const bool isFailure =
-        !text_.isEmpty() && !(finder_ && (finder_->isSearching() || finder_->hits().count() > 0));
+    const bool mayBeFound = finder_ && (finder_->isSearching() || finder_->hits().count() > 0);
+    const bool isFailure = !text_.isEmpty() && (!mayBeFound || finder_->lacksMemory());
     bar().setResult(result(), isFailure);
 }
 
@@ -166,6 +192,7 @@ void FindCommands::close() {
 void FindCommands::forgetPages() {
     finder_.reset();
     current_.reset();
+    isProblemTold_ = false;
 }
 
 void FindCommands::searchAgain() {

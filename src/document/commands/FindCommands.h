@@ -50,6 +50,8 @@ private:
     void searchFor(const QString &text);
     void makeFinder();
     void foundMore();
+    void showFirst();
+    void tellProblem();
     void step(Direction direction);
     void goTo(size_t number, Way way);
     void tell();
@@ -62,7 +64,10 @@ private:
     int firstPage_ = 0;              ///< From which on the first hit is looked for.
     std::optional<size_t> current_;  ///< The number of the hit that is shown.
     Way way_ = Way::Direct;
-    bool isGivenUp_ = false;  ///< The bar was closed before anything was found.
+    bool isGivenUp_ = false;      ///< The bar was closed before anything was found.
+    bool hasLeft_ = false;        ///< The page where the search began was left for one with a hit.
+    bool waits_ = false;          ///< For the document, to show what was found.
+    bool isProblemTold_ = false;  ///< That not all pages could be read.
     std::unique_ptr<PageFinder> finder_;
 };
 

@@ -46,6 +46,7 @@ void CurrentEntry::lookAgain() {
 }
 
 void CurrentEntry::reveal() {
+    if (!document_.pdfDoc()) return document_.platform().beep();
     reveals_ = true;
     look();
 }

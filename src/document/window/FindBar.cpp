@@ -15,6 +15,14 @@ constexpr int margin = 6;
 /// Room for a text, in widths of an average letter.
 constexpr int fieldWidth = 40;
 
+/// Red that can be read on a light window as well as on a dark one.
+QColor failureColour(const QPalette &palette) {
+    constexpr QColor onLight(0xb0, 0x10, 0x10);
+    constexpr QColor onDark(0xff, 0x8a, 0x80);
+    constexpr int halfway = 128;
+    return palette.color(QPalette::Window).lightness() > halfway ? onLight : onDark;
+}
+
 }  // namespace
 
 FindBar::FindBar(QWidget *parent) : QFrame(parent), field_(new QLineEdit), result_(new QLabel) {
@@ -84,7 +92,7 @@ void FindBar::setResult(const QString &result, bool isFailure) {
     if (result == result_->text()) return;
     result_->setText(result);
     QPalette palette;
-    if (isFailure) palette.setColor(QPalette::WindowText, Qt::red);
+    if (isFailure) palette.setColor(QPalette::WindowText, failureColour(this->palette()));
     result_->setPalette(palette);
     // Who can't see the bar hears what it tells.
     field_->setAccessibleDescription(result);

@@ -190,6 +190,71 @@ TEST_F(Finding, SelectedWordsAreWhatIsLookedFor) {
     EXPECT_EQ(field().text(), "even") << "lines are not";
 }
 
+TEST_F(Finding, ThePlaceStaysWhenTheBarIsAskedForAgain) {
+    find("odd");
+    perform("findNext:");
+    perform("findOnPages:");
+    document.findCommands().finish();
+    EXPECT_EQ(bar().result(), "2 of 10");
+    key(Qt::Key_Escape);
+    perform("findOnPages:");
+    document.findCommands().finish();
+    EXPECT_EQ(bar().result(), "2 of 10");
+    EXPECT_EQ(field().selectedText(), "odd");
+    perform("findNext:");
+    EXPECT_EQ(bar().result(), "3 of 10");
+}
+
+TEST_F(Finding, WhoTypesOnGoesBackInOneStep) {
+    find("p");
+    EXPECT_EQ(currentPage(), 0);
+    for (const char *text : {"page 5", "page 8", "page 9"}) {
+        field().setText(text);
+        document.findCommands().finish();
+    }
+    EXPECT_EQ(currentPage(), 8);
+    perform("goBack:");
+    EXPECT_EQ(currentPage(), 0);
+    EXPECT_FALSE(document.pdfview()->canGoBack());
+}
+
+TEST_F(Finding, StepsCanBeGoneBack) {
+    find("even");
+    EXPECT_EQ(currentPage(), 1);
+    perform("findNext:");
+    EXPECT_EQ(currentPage(), 3);
+    perform("goBack:");
+    EXPECT_EQ(currentPage(), 1);
+    perform("goBack:");
+    EXPECT_EQ(currentPage(), 0);
+}
+
+TEST_F(Finding, WhatComesAmidAQuestionIsShownBehindIt) {
+    perform("findOnPages:");
+    field().setText("odd");
+    {
+        const Document::Busy busy(document);
+        document.findCommands().finish();
+        EXPECT_EQ(selected(), "");
+    }
+    QCoreApplication::processEvents();
+    EXPECT_EQ(selected(), "odd");
+    EXPECT_EQ(bar().result(), "1 of 10");
+}
+
+TEST_F(Finding, TheKeysOfTheFilterLeadToItFromTheBarAndBack) {
+    document.window()->show();
+    find("odd");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(document.window()));
+    key(Qt::Key_K, Qt::ControlModifier);
+    EXPECT_EQ(document.window()->focusWidget(), document.window()->findChild<QLineEdit *>("filterField"));
+    EXPECT_EQ(field().text(), "odd");
+    QTest::keyClick(document.window()->focusWidget(), Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(document.window()->focusWidget(), &field());
+    key(Qt::Key_F3);
+    EXPECT_EQ(bar().result(), "2 of 10");
+}
+
 TEST_F(Finding, AllPlacesAreMarkedWhileTheBarIsOpen) {
     document.window()->resize(1'200, 900);
     document.pdfview()->setScaleFactor(1);
