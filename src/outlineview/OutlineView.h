@@ -71,7 +71,8 @@ public:
     void keepingPlace(const std::function<void()> &change);
     /// What is selected and unfolded, out of sight too.
     OutlineLook look() const override;
-    /// Scrolls to the first selected item, if it is shown.
+    /// Scrolls to the first selected item, if it is not below a folded one; shows them though a filter would
+    /// not.
     void setLook(const OutlineLook &look) override;
     /// Marks one item, or the folded one that hides it; null for none.
     void setMarkedItem(TreeNode *item);
@@ -150,6 +151,7 @@ private:
     bool isUnderPointer(const QModelIndex &index) const;
     bool isBeingEdited(const QModelIndex &index) const;
     bool showsMark(const TreeNode &node) const;
+    void drawMark(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;
     void collapseWithChildren(const std::vector<const TreeNode *> &items);
     std::vector<quint64> unfoldedItems() const;
     void unfold(const std::vector<std::weak_ptr<const TreeNode>> &items);

@@ -42,6 +42,16 @@ bool OutlineView::showsMark(const TreeNode &node) const {
     return marked == &node || !isItemExpanded(node);
 }
 
+void OutlineView::drawMark(QPainter &painter, const QStyleOptionViewItem &option,
+                           const QModelIndex &index) const {
+    constexpr int width = 3;
+    const int left = isRightToLeft() ? viewport()->width() - width : 0;
+    // The colour of a selected row could not be seen on it.
+    const bool isSelected = controller_->isSelected(controller_->nodeForIndex(index));
+    painter.fillRect(left, option.rect.y(), width, option.rect.height(),
+                     palette().color(isSelected ? QPalette::HighlightedText : QPalette::Highlight));
+}
+
 void OutlineView::drawRow(QPainter *painter, const QStyleOptionViewItem &option,
                           const QModelIndex &index) const {
     QStyleOptionViewItem row = option;
@@ -55,12 +65,7 @@ void OutlineView::drawRow(QPainter *painter, const QStyleOptionViewItem &option,
     }
     for (const int column : {TreeController::TitleColumn, TreeController::PageColumn})
         drawCell(painter, row, index.siblingAtColumn(column));
-    if (showsMark(controller_->nodeForIndex(index))) {
-        constexpr int markWidth = 3;
-        const int left = isRightToLeft() ? viewport()->width() - markWidth : 0;
-        painter->fillRect(left, option.rect.y(), markWidth, option.rect.height(),
-                          palette().color(QPalette::Highlight));
-    }
+    if (showsMark(controller_->nodeForIndex(index))) drawMark(*painter, option, index);
     if (!hasFocus() || currentIndex().siblingAtColumn(index.column()) != index) return;
     QStyleOptionFocusRect focus;
     focus.QStyleOption::operator=(row);

@@ -78,8 +78,7 @@ void OutlineView::foldingHides(const std::vector<const TreeNode *> &folded) {
 
 void OutlineView::revealItems(const std::vector<TreeNode *> &items) {
     if (items.empty()) return;
-    for (TreeNode *item : items)
-        controller_->showNode(*item);
+    controller_->showNodes(items);
     std::unordered_set<const TreeNode *> seen;
     std::vector<const TreeNode *> folded;
     for (const TreeNode *item : items) {
@@ -176,6 +175,7 @@ void OutlineView::setLook(const OutlineLook &look) {
                 setExpanded(controller_->indexForNode(node), unfolds);
         });
     }
+    if (controller_->isFiltered()) revealItems(selection);
     controller_->setSelectedNodes(selection);
     if (!selection.empty()) scrollTo(controller_->indexForNode(*selection.front()));
 }

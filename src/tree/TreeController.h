@@ -65,8 +65,8 @@ public:
     /// Shows views all nodes again; what is selected stays so.
     void clearFilter();
     bool isFiltered() const { return isFiltered_; }
-    /// Shows views a node, and all that it is below, though the filter would not.
-    void showNode(TreeNode &node);
+    /// Shows views nodes, and all that they are below, though the filter would not.
+    void showNodes(const std::vector<TreeNode *> &nodes);
     /// Whether views are shown a node. Without a filter, all are.
     bool isShown(const TreeNode &node) const { return !isFiltered_ || node.isShown_ || &node == root_; }
     /// The children of a node that views are shown. @param node which is shown itself
@@ -200,6 +200,7 @@ private:
     static void numberShown(const TreeNode &parent, size_t first);
     void hideAll();
     void arrangeShown();
+    void showNode(TreeNode &node);
     size_t viewRowsBefore(const TreeNode &parent, size_t position) const;
     void showAllOf(const std::vector<TreeNode *> &added);
     static void insertShown(TreeNode &parent, size_t viewFirst, const std::vector<TreeNode *> &added);

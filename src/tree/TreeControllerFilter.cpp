@@ -2,12 +2,20 @@
 #include "tree/TreeController.h"
 
 #include <algorithm>
+#include <iterator>
 
 // Which nodes a TreeController shows views. Only what views are told goes by that: paths, positions and moves
 // are those of the whole tree. A node that is hidden has no shown children, because all above a shown one is
 // shown.
 
 namespace leafwright {
+
+namespace {
+
+/// Of more hidden nodes than this, views are told as of one new layout.
+constexpr size_t nodesWorthShowingSingly = 32;
+
+}  // namespace
 
 void TreeController::setFilter(const std::vector<TreeNode *> &matches) {
     const std::vector<TreeNode *> selected = selectedNodes();
@@ -66,6 +74,21 @@ void TreeController::arrangeShown() {
             if (node.isShown_) ++shownCount_;
         });
     arrange(*root_);
+}
+
+void TreeController::showNodes(const std::vector<TreeNode *> &nodes) {
+    std::vector<TreeNode *> hidden;
+    std::ranges::copy_if(nodes, std::back_inserter(hidden),
+                         [this](const TreeNode *node) { return !isShown(*node); });
+    if (hidden.size() <= nodesWorthShowingSingly) {
+        for (TreeNode *node : hidden)
+            showNode(*node);
+        return;
+    }
+    const ManyMoves together(*this);
+    for (TreeNode *node : hidden)
+        node->isShown_ = true;
+    ++structureRevision_;
 }
 
 void TreeController::showNode(TreeNode &node) {

@@ -127,6 +127,19 @@ TEST(OutlineViewMark, StandsAtTheItemOrAtTheFoldedOneThatHidesIt) {
     EXPECT_FALSE(isMarked("B"));
 }
 
+TEST(OutlineViewMark, CanBeSeenOnASelectedRow) {
+    Outline outline("A B");
+    outline.show();
+    outline.controller->setSelectedNodes(outline.nodes({"A"}));
+    const auto edge = [&] {
+        const QRect row = outline.view.visualRect(outline.index("A"));
+        return outline.view.viewport()->grab().toImage().pixelColor(1, row.center().y());
+    };
+    const QColor before = edge();
+    outline.view.setMarkedItem(&outline.node("A"));
+    EXPECT_NE(edge(), before);
+}
+
 TEST(OutlineViewMark, GoesWithItsItem) {
     Outline outline("A B");
     outline.view.setMarkedItem(&outline.node("A"));

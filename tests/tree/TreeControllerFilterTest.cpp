@@ -209,12 +209,29 @@ TEST(TreeControllerFilter, StepsBackKeepIt) {
 TEST(TreeControllerFilter, ANodeCanBeShownAllTheSame) {
     const Tree tree("A(B(C D)) E");
     tree.controller->setFilter(tree.nodes({"E"}));
-    tree.controller->showNode(tree.node("C"));
+    tree.controller->showNodes(tree.nodes({"C"}));
     EXPECT_EQ(shown(tree), "A(B(C)) E");
-    tree.controller->showNode(tree.node("D"));
+    tree.controller->showNodes(tree.nodes({"D"}));
     EXPECT_EQ(shown(tree), "A(B(C D)) E");
-    tree.controller->showNode(tree.node("D"));
+    tree.controller->showNodes(tree.nodes({"D"}));
     EXPECT_EQ(tree.controller->shownCount(), 5U);
+}
+
+TEST(TreeControllerFilter, ManyNodesAreShownAsOneLayout) {
+    QStringList names;
+    for (int i = 0; i < 100; ++i)
+        names.append(QString::number(i));
+    const Tree tree("A(" + names.join(' ') + ") B");
+    tree.controller->setFilter(tree.nodes({"A", "B"}));
+    tree.controller->setSelectedNodes(tree.nodes({"B"}));
+    const QSignalSpy inserted(tree.controller.get(), &QAbstractItemModel::rowsInserted);
+    const QSignalSpy laidOut(tree.controller.get(), &QAbstractItemModel::layoutChanged);
+    tree.controller->showNodes(tree.node("A").childNodes());
+    EXPECT_EQ(shown(tree), tree.text());
+    EXPECT_EQ(tree.controller->shownCount(), 102U);
+    EXPECT_EQ(tree.selection(), "B");
+    EXPECT_EQ(inserted.count(), 0);
+    EXPECT_EQ(laidOut.count(), 1);
 }
 
 TEST(TreeControllerFilter, AnOutlineThatIsReplacedTellsThatItWentAway) {

@@ -8,7 +8,6 @@
 #include "document/MyDocument.h"
 #include "document/outline/TitleRewriting.h"
 #include "document/window/DocumentWindow.h"
-#include "model/TreeWalk.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "outlineview/OutlineViewExtensions.h"
 #include "tree/TreeController.h"
@@ -17,7 +16,6 @@
 #include <QStatusBar>
 
 #include <algorithm>
-#include <unordered_set>
 
 namespace leafwright {
 
@@ -192,22 +190,15 @@ void StructuralEdits::addChildOutlineItem() {
     editSelectedTitle();
 }
 
-/// Tells how many entries go with those that are selected although the filter hides them.
-void StructuralEdits::tellHiddenBelow(const std::vector<TreeNode *> &nodes) const {
-    const TreeController &tree = document_.treecontroller();
-    if (!tree.isFiltered()) return;
-    std::unordered_set<const TreeNode *> hidden;
-    for (const TreeNode *top : nodes)
-        walkTree(*top, [&](const TreeNode &node, size_t /*depth*/) {
-            if (!tree.isShown(node)) hidden.insert(&node);
-        });
-    if (hidden.empty()) return;
+/// Tells how many entries went with those above them although the filter hid them.
+void StructuralEdits::tellRemovedUnseen(size_t count) const {
+    if (count == 0) return;
     constexpr int timeOfMessage = 8'000;  // milliseconds
     document_.myWindow()->statusBar()->showMessage(
         MyDocument::tr(
             "Entries that the filter hides were removed with those above them: %1. Step Back brings "
             "them back.")
-            .arg(hidden.size()),
+            .arg(count),
         timeOfMessage);
 }
 
@@ -217,7 +208,8 @@ void StructuralEdits::removeOutlineItems() {
     std::vector<std::weak_ptr<TreeNode>> nodes;
     for (TreeNode *node : document_.selectedNodes())
         nodes.push_back(node->weak_from_this());
-    tellHiddenBelow(document_.selectedNodes());
+    const TreeController &tree = document_.treecontroller();
+    const size_t hiddenBefore = tree.nodeCount() - tree.shownCount();
     // What is left of the list stays where it was, although Qt would show the neighbour of what goes.
     document_.outlineview()->keepingPlace([&] {
         for (const auto &weak : nodes) {
@@ -228,6 +220,7 @@ void StructuralEdits::removeOutlineItems() {
         }
         document_.treecontroller().setSelectedNodes({});
     });
+    tellRemovedUnseen(hiddenBefore - (tree.nodeCount() - tree.shownCount()));
 }
 
 void StructuralEdits::promoteChildrenOutlineItem() {

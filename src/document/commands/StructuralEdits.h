@@ -54,7 +54,7 @@ public:
 
 private:
     bool mayEdit() const;
-    void tellHiddenBelow(const std::vector<TreeNode *> &nodes) const;
+    void tellRemovedUnseen(size_t count) const;
     std::unique_ptr<MyOutlineItem> itemForCurrentPage() const;
     std::unique_ptr<MyOutlineItem> itemForSelectedText() const;
     TreeNode *firstSelected() const;

@@ -53,9 +53,18 @@ OutlineFilter::OutlineFilter(MyDocument &document, OutlineView &view)
     again_.setSingleShot(true);
     again_.setInterval(0);
     connect(&again_, &QTimer::timeout, this, &OutlineFilter::look);
-    connect(&document.treecontroller(), &TreeController::emptied, this, [this] {
+    const TreeController *tree = &document.treecontroller();
+    connect(tree, &TreeController::emptied, this, [this] {
         if (!text().isEmpty()) again_.start();
     });
+    counting_.setSingleShot(true);
+    counting_.setInterval(0);
+    connect(&counting_, &QTimer::timeout, this, &OutlineFilter::count);
+    const auto countAgain = [this] {
+        if (document_.treecontroller().isFiltered()) counting_.start();
+    };
+    connect(tree, &QAbstractItemModel::rowsInserted, this, countAgain);
+    connect(tree, &QAbstractItemModel::rowsRemoved, this, countAgain);
     view.installEventFilter(this);
 }
 
@@ -115,6 +124,7 @@ void OutlineFilter::finish() {
         thread_.join();
         takeMatches();
     }
+    count();
 }
 
 bool OutlineFilter::titlesAreCurrent() const {
@@ -138,11 +148,13 @@ void OutlineFilter::takeTitles() {
 void OutlineFilter::takeMatches() {
     if (document_.isBusy()) {
         // No command finds another selection at its end than at its beginning.
+        if (std::exchange(waits_, true)) return;
         document_.whenIdle([self = QPointer(this)] {
             if (self) self->takeMatches();
         });
         return;
     }
+    waits_ = false;
     std::optional<std::vector<size_t>> found;
     {
         const std::lock_guard lock(mutex_);
@@ -166,7 +178,7 @@ void OutlineFilter::show(const std::vector<size_t> &matches) {
     const size_t selected = tree.selectedNodes().size();
     view_.showOnly(nodes);
     titles_.structureRevision = tree.structureRevision();
-    tell(tr("%1 of %2").arg(numberText(nodes.size()), numberText(tree.nodeCount())));
+    count();
     const size_t dropped = selected - tree.selectedNodes().size();
     if (dropped == 1) Q_EMIT told(tr("The selected entry is hidden by the filter, and selected no longer."));
     if (dropped > 1)
@@ -174,15 +186,21 @@ void OutlineFilter::show(const std::vector<size_t> &matches) {
                         .arg(numberText(dropped)));
 }
 
+/// Tells how many entries have the text by now.
+void OutlineFilter::count() {
+    counting_.stop();
+    if (!document_.treecontroller().isFiltered()) return;
+    std::erase_if(matches_, [](const std::weak_ptr<TreeNode> &weak) {
+        const auto node = weak.lock();
+        return !node || !node->parentNode();
+    });
+    tell(tr("%1 of %2").arg(numberText(matches_.size()), numberText(document_.treecontroller().nodeCount())));
+}
+
 /// Goes from the field to the first entry that has the text.
 void OutlineFilter::selectFirst() {
     finish();
-    for (const auto &weak : matches_) {
-        const auto node = weak.lock();
-        if (!node || !node->parentNode()) continue;
-        document_.treecontroller().setSelectedNodes({node.get()});
-        break;
-    }
+    if (!matches_.empty()) document_.treecontroller().setSelectedNodes({matches_.front().lock().get()});
     view_.setFocus();
 }
 

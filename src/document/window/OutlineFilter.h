@@ -65,6 +65,7 @@ private:
     bool titlesAreCurrent() const;
     void takeMatches();
     void show(const std::vector<size_t> &matches);
+    void count();
     void selectFirst();
     void tell(const QString &result);
 
@@ -72,7 +73,9 @@ private:
     OutlineView &view_;
     QLineEdit *field_;
     QLabel *result_;
-    QTimer again_;  ///< An outline comes in many pieces.
+    QTimer again_;        ///< An outline comes in many pieces.
+    QTimer counting_;     ///< So do entries that come and go.
+    bool waits_ = false;  ///< For the document, to show what was found.
     Titles titles_;
     std::vector<std::weak_ptr<TreeNode>> matches_;  ///< Those that have the text.
     std::mutex mutex_;

@@ -122,6 +122,8 @@ TEST_F(Filtering, AnEntryThatIsAddedIsShown) {
     perform("addSiblingOutlineItem:");
     document.outlineview()->endEditing();
     EXPECT_EQ(rows(), "beta Page");
+    filter().finish();
+    EXPECT_EQ(filter().result(), "1 of 3");
     EXPECT_EQ(document.root().children().size(), 3U);
 }
 
@@ -144,6 +146,26 @@ TEST_F(Filtering, ARemovalOfWhatIsShownTellsNothing) {
     select({{0}});
     perform("removeOutlineItems:");
     EXPECT_EQ(message(), "");
+}
+
+TEST_F(Filtering, TheCountFollowsWhatGoes) {
+    setOutline("beta1 gamma beta2");
+    type("beta");
+    EXPECT_EQ(filter().result(), "2 of 3");
+    select({{0}});
+    perform("removeOutlineItems:");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return filter().result() == "1 of 2"; }, 60'000));
+}
+
+TEST_F(Filtering, WhatIsTakenBackIsShown) {
+    setOutline("alpha beta");
+    select({{0}});
+    perform("changeCaseToUpperCase:");
+    type("beta");
+    EXPECT_EQ(rows(), "beta");
+    perform("stepBack:");
+    EXPECT_EQ(rows(), "alpha beta");
+    EXPECT_EQ(selected(), "alpha");
 }
 
 TEST_F(Filtering, MovesAreMovesOfTheWholeTree) {
