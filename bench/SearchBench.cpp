@@ -1,6 +1,7 @@
 #include "bench/BenchPdf.h"
 #include "document/outline/TitleFilter.h"
 #include "outlineview/OutlineView.h"
+#include "pageview/PDFView.h"
 #include "pdf/PageSearch.h"
 
 #include <QCoreApplication>
@@ -40,6 +41,26 @@ void laterSearch(benchmark::State &state) {
         searchAll(search, text);
 }
 BENCHMARK(laterSearch)->ArgName("everywhere")->Arg(0)->Arg(1)->UseRealTime()->Unit(benchmark::kMillisecond);
+
+/// What the main thread does with the hits of a letter that stands everywhere.
+void takeHits(benchmark::State &state) {
+    const auto document = openBenchPdf();
+    PageSearch search(*document);
+    std::vector<PageHits> found;
+    search.search(QStringLiteral("e"), [&found](PageHits hits) { found.push_back(std::move(hits)); });
+    PDFView view;
+    view.setDocument(document.get());
+    for (auto _ : state) {
+        FoundHits hits;
+        for (const PageHits &page : found) {
+            hits.add(page);
+            view.addMarkedText(page.pageIndex, page.ranges);
+        }
+        view.clearMarkedText();
+    }
+    view.setDocument(nullptr);
+}
+BENCHMARK(takeHits)->Unit(benchmark::kMillisecond);
 
 /// 50,000 entries in chapters of ten, in a view on the screen.
 class ManyChapters {
