@@ -148,6 +148,7 @@ private:
 
     bool mayEdit(const QModelIndex &cell) const;
     void drawCell(QPainter *painter, QStyleOptionViewItem option, const QModelIndex &cell) const;
+    void drawFocus(QPainter &painter, const QStyleOptionViewItem &row) const;
     bool isUnderPointer(const QModelIndex &index) const;
     bool isBeingEdited(const QModelIndex &index) const;
     bool showsMark(const TreeNode &node) const;

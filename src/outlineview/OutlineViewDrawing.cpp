@@ -65,15 +65,18 @@ void OutlineView::drawRow(QPainter *painter, const QStyleOptionViewItem &option,
     }
     for (const int column : {TreeController::TitleColumn, TreeController::PageColumn})
         drawCell(painter, row, index.siblingAtColumn(column));
+    if (hasFocus() && currentIndex().siblingAtColumn(index.column()) == index) drawFocus(*painter, row);
     if (showsMark(controller_->nodeForIndex(index))) drawMark(*painter, option, index);
-    if (!hasFocus() || currentIndex().siblingAtColumn(index.column()) != index) return;
+}
+
+void OutlineView::drawFocus(QPainter &painter, const QStyleOptionViewItem &row) const {
     QStyleOptionFocusRect focus;
     focus.QStyleOption::operator=(row);
     focus.state |= QStyle::State_KeyboardFocusChange;
     focus.backgroundColor =
         row.palette.color(row.state.testFlag(QStyle::State_Selected) ? QPalette::Highlight : QPalette::Base);
-    focus.rect = QRect(0, option.rect.y(), viewport()->width(), option.rect.height());
-    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, this);
+    focus.rect = QRect(0, row.rect.y(), viewport()->width(), row.rect.height());
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
 }
 
 void OutlineView::drawCell(QPainter *painter, QStyleOptionViewItem option, const QModelIndex &cell) const {

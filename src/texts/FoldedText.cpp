@@ -17,10 +17,11 @@ QString takenApart(char16_t c) {
         const char16_t *parts;
     };
     static constexpr std::array letters{
-        Letter{u'\u0131', u"i"},  Letter{u'\u00e6', u"ae"}, Letter{u'\u00c6', u"ae"},
-        Letter{u'\u0153', u"oe"}, Letter{u'\u0152', u"oe"}, Letter{u'\u00f8', u"o"},
-        Letter{u'\u00d8', u"o"},  Letter{u'\u0142', u"l"},  Letter{u'\u0141', u"l"},
-        Letter{u'\u0111', u"d"},  Letter{u'\u0110', u"d"}};
+        Letter{u'\u00df', u"ss"}, Letter{u'\u1e9e', u"ss"}, Letter{u'\u0131', u"i"},
+        Letter{u'\u00e6', u"ae"}, Letter{u'\u00c6', u"ae"}, Letter{u'\u0153', u"oe"},
+        Letter{u'\u0152', u"oe"}, Letter{u'\u00f8', u"o"},  Letter{u'\u00d8', u"o"},
+        Letter{u'\u0142', u"l"},  Letter{u'\u0141', u"l"},  Letter{u'\u0111', u"d"},
+        Letter{u'\u0110', u"d"}};
     const auto *const found = std::ranges::find(letters, c, &Letter::letter);
     return found == letters.end() ? QString() : QString::fromUtf16(found->parts);
 }
