@@ -2,7 +2,9 @@
 #include "support/FakePages.h"
 
 #include <atomic>
+#include <condition_variable>
 #include <gmock/gmock.h>
+#include <mutex>
 #include <thread>
 
 namespace leafwright {
@@ -56,18 +58,42 @@ TEST(PageSearch, NothingIsFoundForBlanksAlone) {
         EXPECT_THAT(hitsOf(search, text), IsEmpty());
 }
 
-TEST(PageSearch, PagesComeInTheirOrderHoweverManyCoresThereAre) {
-    constexpr int count = 500;
-    test::FakePages pages;
-    for (int i = 0; i < count; ++i)
-        pages.add(QString::number(i), {{i % 3 == 0 ? "hit\n" : "miss\n", roman}});
-    PageSearch search(pages);
-    for (int time = 0; time < 2; ++time) {
-        const std::vector<PageHits> hits = hitsOf(search, "HIT");
-        ASSERT_EQ(hits.size(), (count + 2) / 3);
-        for (size_t k = 0; k < hits.size(); ++k)
-            EXPECT_EQ(hits[k].pageIndex, static_cast<int>(3 * k));
+/// Pages of which the first is read when all others have been.
+class LateFirstPage final : public TextPages {
+public:
+    explicit LateFirstPage(const TextPages &pages) : pages_(pages) {}
+    int pageCount() const override { return pages_.pageCount(); }
+    QString pageLabel(int index) const override { return pages_.pageLabel(index); }
+    std::shared_ptr<const PageText> pageText(int index) const override {
+        std::unique_lock lock(mutex_);
+        if (index == 0) {
+            changed_.wait(lock, [this] { return others_ == pageCount() - 1; });
+        } else {
+            ++others_;
+            changed_.notify_all();
+        }
+        return pages_.pageText(index);
     }
+
+private:
+    const TextPages &pages_;
+    mutable std::mutex mutex_;
+    mutable std::condition_variable changed_;
+    mutable int others_ = 0;
+};
+
+TEST(PageSearch, PagesComeInTheirOrderHoweverLongEachTakes) {
+    if (std::thread::hardware_concurrency() < 2) GTEST_SKIP() << "there is one core only";
+    constexpr int count = 100;
+    test::FakePages made;
+    for (int i = 0; i < count; ++i)
+        made.add(QString::number(i), {{i % 3 == 0 ? "hit\n" : "miss\n", roman}});
+    const LateFirstPage pages(made);
+    PageSearch search(pages);
+    const std::vector<PageHits> hits = hitsOf(search, "HIT");
+    ASSERT_EQ(hits.size(), (count + 2) / 3);
+    for (size_t k = 0; k < hits.size(); ++k)
+        EXPECT_EQ(hits[k].pageIndex, static_cast<int>(3 * k));
 }
 
 /// Pages that count how often they are read.
