@@ -132,8 +132,7 @@ constexpr auto besideEntries = std::to_array<const char *>(
     {"addSiblingOutlineItem:", separator,
      "selectTOCAll:", "runSearchSelectSheet:", "filterOutline:", separator, "runGuessPDF:"});
 constexpr auto onText = std::to_array<const char *>(
-    {"copy:", "findOnPages:", separator,
-     "addSelectedTextAsTOCSibling:", "addSelectedTextAsTOCChild:", separator,
+    {"copy:", separator, "addSelectedTextAsTOCSibling:", "addSelectedTextAsTOCChild:", separator,
      "useSelectionforH1:", "useSelectionforH2:", "useSelectionforH3:", "useSelectionforH4:", "runMiniTOC:"});
 constexpr auto onPages = std::to_array<const char *>(
     {"addSiblingOutlineItem:", "addChildOutlineItem:", separator,

@@ -361,11 +361,10 @@ TEST_F(WindowOnATree, AClickWithTheSecondButtonOffersWhatCanBeDoneThere) {
         << onPages.toStdString();
     EXPECT_TRUE(onPages.contains("zoomToFit:"));
     document.pdfview()->setCurrentSelection(document.pdfDoc()->page(0)->selectionForRange({0, 4}));
-    EXPECT_EQ(
-        contextMenuOf(*document.pdfview(), {100, 100}),
-        "copy: findOnPages: | addSelectedTextAsTOCSibling: addSelectedTextAsTOCChild: | useSelectionforH1: "
-        "useSelectionforH2: useSelectionforH3: useSelectionforH4: runMiniTOC: | " +
-            onPages);
+    EXPECT_EQ(contextMenuOf(*document.pdfview(), {100, 100}),
+              "copy: | addSelectedTextAsTOCSibling: addSelectedTextAsTOCChild: | useSelectionforH1: "
+              "useSelectionforH2: useSelectionforH3: useSelectionforH4: runMiniTOC: | " +
+                  onPages);
     EXPECT_TRUE(contextMenuOf(*document.pdfthumbs(), {50, 50}).startsWith("addSiblingOutlineItem: "));
     EXPECT_TRUE(contextMenuOf(*window().tableViewH1H2H3Config(), {20, 5})
                     .startsWith("buttonDeleteSelectedH1H2H3RowsClicked: resetH1H2H3FontsMap: | "));
