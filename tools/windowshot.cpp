@@ -1,6 +1,9 @@
 // Makes pictures of the real window for the documentation:
 //
-//     windowshot FILE.pdf OUT.png [--dark] [--size WIDTHxHEIGHT] [--autotoc | --contents ENTRY]
+//     windowshot FILE.pdf OUT.png [--dark] [--size WIDTHxHEIGHT] [--find TEXT] [--filter TEXT]
+//                [--autotoc | --contents ENTRY]
+//
+// --find and --filter look for a text on the pages and in the outline.
 //
 // With --contents it runs Find Contents and looks at an entry of the proposal, counted from 1; 0 for none.
 //
@@ -26,6 +29,7 @@
 #include <QCommandLineParser>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QLineEdit>
 #include <QScreen>
 #include <QStyleFactory>
 #include <QTemporaryDir>
@@ -113,6 +117,24 @@ void showProposal(leafwright::MyDocument &document, int wanted) {
     tree->setCurrentItem(*item);
 }
 
+/// Gives the command of a field, and fills that in.
+void fillIn(leafwright::MyDocument &document, const QString &selector, const QString &text) {
+    if (text.isEmpty()) return;
+    document.actions().perform(selector);
+    document.myWindow()->fieldBarOf(selector)->findChild<QLineEdit *>()->setText(text);
+    document.finishSearches();
+}
+
+/// What the options say is done before the picture is taken.
+void prepare(leafwright::MyDocument &document, const QCommandLineParser &parser) {
+    for (const leafwright::TreeNode *node : document.treecontroller().arrangedObjects().childNodes())
+        document.outlineview()->expandItem(*node, true);
+    if (parser.isSet(QStringLiteral("contents")))
+        showProposal(document, parser.value(QStringLiteral("contents")).toInt());
+    fillIn(document, QStringLiteral("findOnPages:"), parser.value(QStringLiteral("find")));
+    fillIn(document, QStringLiteral("filterOutline:"), parser.value(QStringLiteral("filter")));
+}
+
 }  // namespace
 
 int main(int argc, char **argv) {
@@ -124,12 +146,14 @@ int main(int argc, char **argv) {
     parser.addOption({QStringLiteral("autotoc"), QStringLiteral("of the steps of AutoTOC")});
     parser.addOption({QStringLiteral("contents"), QStringLiteral("with what Find Contents proposes"),
                       QStringLiteral("ENTRY")});
+    parser.addOption({QStringLiteral("find"), QStringLiteral("on the pages"), QStringLiteral("TEXT")});
+    parser.addOption({QStringLiteral("filter"), QStringLiteral("the outline"), QStringLiteral("TEXT")});
     parser.process(application);
     const QStringList files = parser.positionalArguments();
     if (files.size() != 2) {
         std::fputs(
-            "usage: windowshot FILE.pdf OUT.png [--dark] [--size WIDTHxHEIGHT] [--autotoc | --contents "
-            "ENTRY]\n",
+            "usage: windowshot FILE.pdf OUT.png [--dark] [--size WIDTHxHEIGHT] [--find TEXT] "
+            "[--filter TEXT] [--autotoc | --contents ENTRY]\n",
             stderr);
         return 2;
     }
@@ -153,10 +177,7 @@ int main(int argc, char **argv) {
         return pictures.count() == stepsAndTheirEnd ? 0 : 1;
     }
     document.finishLoading();
-    for (const leafwright::TreeNode *node : document.treecontroller().arrangedObjects().childNodes())
-        document.outlineview()->expandItem(*node, true);
-    if (parser.isSet(QStringLiteral("contents")))
-        showProposal(document, parser.value(QStringLiteral("contents")).toInt());
+    prepare(document, parser);
     constexpr int longEnoughToDraw = 2000;
     handleEventsFor(longEnoughToDraw);
     return document.window()->grab().save(files[1]) ? 0 : 1;

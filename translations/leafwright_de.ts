@@ -1154,6 +1154,41 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>FindCommands</name>
+    <message>
+        <source>Searching…</source>
+        <translation>Sucht …</translation>
+    </message>
+    <message>
+        <source>Not found</source>
+        <translation>Nicht gefunden</translation>
+    </message>
+    <message>
+        <source>%1 found so far</source>
+        <translation>Bisher %1 gefunden</translation>
+    </message>
+    <message>
+        <source>%1 of %2 so far</source>
+        <translation>%1 von bisher %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>%1, from the beginning again</source>
+        <translation>%1, wieder von vorn</translation>
+    </message>
+    <message>
+        <source>%1, from the end again</source>
+        <translation>%1, wieder von hinten</translation>
+    </message>
+    <message>
+        <source>Not enough memory to search all pages</source>
+        <translation>Zu wenig Speicher, um alle Seiten zu durchsuchen</translation>
+    </message>
+</context>
+<context>
     <name>FontsCommand</name>
     <message>
         <source>Counts the fonts and guesses which are headings, as JSON.</source>
@@ -2581,6 +2616,33 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     </message>
 </context>
 <context>
+    <name>leafwright::FindBar</name>
+    <message>
+        <source>Find in Pages</source>
+        <translation>In Seiten suchen</translation>
+    </message>
+    <message>
+        <source>Find:</source>
+        <translation>Suchen:</translation>
+    </message>
+    <message>
+        <source>Text to be found on the pages</source>
+        <translation>Text, der auf den Seiten gesucht wird</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <translation>Vorige Stelle</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Nächste Stelle</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
     <name>leafwright::HeadingMapModel</name>
     <message>
         <source>Level</source>
@@ -2718,6 +2780,33 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     </message>
 </context>
 <context>
+    <name>leafwright::OutlineFilter</name>
+    <message>
+        <source>Filter</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>Filter of the outline</source>
+        <translation>Filter der Gliederung</translation>
+    </message>
+    <message>
+        <source>Filter (%1)</source>
+        <translation>Filter (%1)</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>The selected entry is hidden by the filter, and selected no longer.</source>
+        <translation>Der ausgewählte Eintrag ist vom Filter verborgen und nicht mehr ausgewählt.</translation>
+    </message>
+    <message>
+        <source>%1 selected entries are hidden by the filter, and selected no longer.</source>
+        <translation>%1 ausgewählte Einträge sind vom Filter verborgen und nicht mehr ausgewählt.</translation>
+    </message>
+</context>
+<context>
     <name>leafwright::OutlineView</name>
     <message>
         <source>Outline</source>
@@ -2726,6 +2815,10 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>%1 and %2 more</source>
         <translation>%1 und %2 weitere</translation>
+    </message>
+    <message>
+        <source>No entry has this text.</source>
+        <translation>Kein Eintrag enthält diesen Text.</translation>
     </message>
 </context>
 <context>

@@ -9,25 +9,6 @@ namespace {
 constexpr auto regexOptions =
     QRegularExpression::UseUnicodePropertiesOption | QRegularExpression::CaseInsensitiveOption;
 
-/// Accents as characters of their own, which some files set beside the letter.
-bool isLooseAccent(char16_t c) {
-    static constexpr QStringView accents =
-        u"\u00ad\u00b4\u00a8\u00b8\u02c7\u02d8\u02d9\u02da\u02dd\u02db\u02c6\u02dc";
-    return accents.contains(QChar(c));
-}
-
-bool isQuote(char16_t c) {
-    if (c < 0x80) return c == u'"' || c == u'\'' || c == u'`' || c == u'\\';
-    static constexpr QStringView quotes =
-        u"\u00b4\u2018\u2019\u201a\u201b\u201c\u201d\u201e\u201f\u00ab\u00bb\u2039\u203a\u2032\u2033\uff02"
-        u"\uff07";
-    return quotes.contains(QChar(c));
-}
-
-bool isDash(char16_t c) {
-    return c == u'-' || (c >= 0x2010 && c <= 0x2015) || c == 0x2212;
-}
-
 bool isInvisible(QChar c) {
     const char16_t u = c.unicode();
     return c.isSpace() || u < 0x20 || (u >= 0x200b && u <= 0x200f) || u == 0xfeff || u == 0xfffd;
@@ -164,11 +145,6 @@ QString withSingleBlanks(const QString &text) {
     }
     result.truncate(end - begin);
     return result;
-}
-
-bool isIdeographic(QChar character) {
-    const char16_t u = character.unicode();
-    return (u >= 0x2e80 && u <= 0x9fff) || (u >= 0xac00 && u <= 0xd7af) || (u >= 0xf900 && u <= 0xfaff);
 }
 
 bool hasIdeographs(QStringView text) {

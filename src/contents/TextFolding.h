@@ -1,5 +1,7 @@
 #pragma once
 
+#include "texts/CharacterKinds.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -24,8 +26,7 @@ bool shareForm(const QStringList &a, const QStringList &b);
 /// A text with every stretch of blanks and control characters as one blank, and none at its ends.
 QString withSingleBlanks(const QString &text);
 
-/// Whether a character is written without blanks between words: Chinese, Japanese, Korean.
-bool isIdeographic(QChar character);
+/// Whether any character isIdeographic().
 bool hasIdeographs(QStringView text);
 /// Whether no blank belongs between two texts, because one of the characters that meet is ideographic.
 bool meetWithoutBlank(QStringView before, QStringView after);

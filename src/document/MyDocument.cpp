@@ -7,6 +7,7 @@
 #include "document/commands/ContentsCommands.h"
 #include "document/commands/EditMenuCommands.h"
 #include "document/commands/ExchangeCommands.h"
+#include "document/commands/FindCommands.h"
 #include "document/commands/HeadingMapCommands.h"
 #include "document/commands/NavigationCommands.h"
 #include "document/commands/OtherPrograms.h"
@@ -17,10 +18,12 @@
 #include "document/commands/StepCommands.h"
 #include "document/commands/StructuralEdits.h"
 #include "document/commands/StyleCommands.h"
+#include "document/window/CurrentEntry.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/EntriesElsewhereNotice.h"
 #include "document/window/HeadingMapModel.h"
 #include "document/window/OutlineDelegate.h"
+#include "document/window/OutlineFilter.h"
 #include "document/window/SaveProgress.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "outlineview/OutlineViewExtensions.h"
@@ -54,7 +57,8 @@ MyDocument::MyDocument(Platform &platform)
       contentsCommands_(std::make_unique<ContentsCommands>(*this)),
       editMenuCommands_(std::make_unique<EditMenuCommands>(*this)),
       exchangeCommands_(std::make_unique<ExchangeCommands>(*this)),
-      stepCommands_(std::make_unique<StepCommands>(*this)) {
+      stepCommands_(std::make_unique<StepCommands>(*this)),
+      findCommands_(std::make_unique<FindCommands>(*this)) {
     actions_.setGate([this] { return !isBusy(); });
     actions_.setCondition([this](Needs needs) { return isThere(needs); });
     outline_.edits().setEditedHandler([this](bool edited) { Q_EMIT editedChanged(edited); });
@@ -177,6 +181,13 @@ void MyDocument::setPdfURL(const QString &path) {
 
 void MyDocument::reloadHeadingMap() {
     headingMapModel_->reloadData();
+}
+
+void MyDocument::finishSearches() {
+    findCommands_->finish();
+    if (!myWindow()) return;
+    myWindow()->outlineFilter()->finish();
+    myWindow()->currentEntry()->finish();
 }
 
 bool MyDocument::saveBeforeClosing() {

@@ -21,6 +21,7 @@ class DocumentWindow;
 class EditMenuCommands;
 class EntriesElsewhereNotice;
 class ExchangeCommands;
+class FindCommands;
 class HeadingMapCommands;
 class HeadingMapGuess;
 class HeadingMapModel;
@@ -86,6 +87,9 @@ public:
     void finishHeadingMap();
     /// Waits for what loading has left to the background or to a later moment, so that nothing is pending.
     void finishLoading();
+
+    /// Waits for what is being looked for on the pages and in the outline, so that nothing is pending.
+    void finishSearches();
 
     /// Decides whether the file that was read may be edited (not when locked or encrypted), and builds the
     /// page label map. For use without a window.
@@ -182,6 +186,7 @@ public:
     StepCommands &stepCommands() { return *stepCommands_; }
     OutlineCopy &outlineCopy() { return *outlineCopy_; }
     ExchangeCommands &exchangeCommands() { return *exchangeCommands_; }
+    FindCommands &findCommands() { return *findCommands_; }
 
     /// The outline's selected items, as tree nodes, in the order of their rows.
     std::vector<TreeNode *> selectedNodes() const;
@@ -266,6 +271,7 @@ private:
     std::unique_ptr<EditMenuCommands> editMenuCommands_;
     std::unique_ptr<ExchangeCommands> exchangeCommands_;
     std::unique_ptr<StepCommands> stepCommands_;
+    std::unique_ptr<FindCommands> findCommands_;
     std::unique_ptr<PrioritySplitViewDelegate> splitViewDelegate_;
     bool thumbnailsBound_ = false;
     QPointer<Sheet> openSheet_;

@@ -1,8 +1,10 @@
 #include "document/HeadingMapGuess.h"
 #include "document/MyDocument.h"
+#include "document/commands/FindCommands.h"
 #include "document/commands/OtherPrograms.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/EntriesElsewhereNotice.h"
+#include "document/window/FindBar.h"
 #include "document/window/LostTargetsNotice.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "pdf/ReadAhead.h"
@@ -48,12 +50,14 @@ void MyDocument::showOtherPages(const std::function<void()> &exchange) {
     readers_.estimate = std::jthread();
     readers_.warmer.reset();
     readers_.headingMapGuess.reset();
+    findCommands_->forgetPages();
     if (myWindow()) pdfview()->setDocument(nullptr);
     exchange();
     if (!myWindow()) return;
     pdfview()->setDocument(pdfDoc());
     if (const PDFPage *page = pdfDoc()->page(pdfMapPageLabelToIndex().value(label, 0)))
         pdfview()->goToPage(page);
+    if (myWindow()->findBar()->isOpen()) findCommands_->searchAgain();
     estimatePrintedPageOffsetInBackground();
     if (warms) readers_.warmer = std::make_unique<PageWarmer>(*pdfDoc());
     if (guesses) guessHeadingMap();

@@ -1,6 +1,5 @@
 #include "outlineview/OutlineView.h"
 
-#include "model/TreeWalk.h"
 #include "outlineview/OutlineCellDelegate.h"
 
 #include <QHeaderView>
@@ -67,7 +66,8 @@ void OutlineView::paintEvent(QPaintEvent *event) {
     painter.setPen(palette().color(QPalette::PlaceholderText));
     const int margin = 2 * fontMetrics().height();
     painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
-                     Qt::AlignCenter | Qt::TextWordWrap, placeholderText_);
+                     Qt::AlignCenter | Qt::TextWordWrap,
+                     controller_->isFiltered() ? tr("No entry has this text.") : placeholderText_);
 }
 
 void OutlineView::setTreeController(TreeController *controller) {
@@ -90,12 +90,20 @@ const OutlineView::Rows &OutlineView::rows() const {
     if (rows_.structureRevision == structure && rows_.unfoldingRevision == unfoldingRevision_) return rows_;
     rows_ = {{}, {}, structure, unfoldingRevision_};
     if (!controller_) return rows_;
-    rows_.rowOfNode.reserve(controller_->arrangedObjects().childCount());
-    walkBelow(controller_->arrangedObjects(), [this](TreeNode &node, size_t /*depth*/) {
-        rows_.rowOfNode.emplace(&node, static_cast<int>(rows_.nodes.size()));
-        rows_.nodes.push_back(&node);
-        return isItemExpanded(node);
-    });
+    std::vector<TreeNode *> pending;  // the next at the end
+    const auto addChildren = [&](const TreeNode &node) {
+        const std::vector<TreeNode *> &children = controller_->shownChildren(node);
+        pending.insert(pending.end(), children.rbegin(), children.rend());
+    };
+    addChildren(controller_->arrangedObjects());
+    rows_.rowOfNode.reserve(pending.size());
+    while (!pending.empty()) {
+        TreeNode *node = pending.back();
+        pending.pop_back();
+        rows_.rowOfNode.emplace(node, static_cast<int>(rows_.nodes.size()));
+        rows_.nodes.push_back(node);
+        if (isItemExpanded(*node)) addChildren(*node);
+    }
     return rows_;
 }
 

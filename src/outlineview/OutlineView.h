@@ -58,16 +58,26 @@ public:
     bool isItemExpanded(const TreeNode &item) const;
     /// Folds several with all that is below them, quicker than one after the other.
     void collapseItems(const std::vector<TreeNode *> &items);
-    /// Unfolds all that items are below, down to 1,000 levels from the top, and scrolls to the first of them,
-    /// and to the last if there is room.
+    /// Shows items though a filter would not, and unfolds all that they are below, down to 1,000 levels from
+    /// the top, and scrolls to the first of them, and to the last if there is room.
     void revealItems(const std::vector<TreeNode *> &items);
+    /// Shows these items and those that they are below, unfolded, and no others, until showAll(). What is
+    /// hidden is selected no longer; what comes meanwhile is shown. See TreeController::setFilter().
+    void showOnly(const std::vector<TreeNode *> &items);
+    /// Shows all items again, unfolded as they were before showOnly(), with the selected ones in sight.
+    void showAll();
     /// Changes the tree while the first row in sight that stays is the first, whatever happens to the current
     /// one.
     void keepingPlace(const std::function<void()> &change);
     /// What is selected and unfolded, out of sight too.
     OutlineLook look() const override;
-    /// Scrolls to the first selected item, if it is shown.
+    /// Scrolls to the first selected item, if it is not below a folded one; shows them though a filter would
+    /// not.
     void setLook(const OutlineLook &look) override;
+    /// Marks one item, or the folded one that hides it; null for none.
+    void setMarkedItem(TreeNode *item);
+    /// Null too when the item has left the tree.
+    const TreeNode *markedItem() const;
     /// Draws an item anew; null for all.
     void reloadItem(const TreeNode *item);
     /// What stands in the place of the rows while there are none, in a faint colour.
@@ -138,9 +148,14 @@ private:
 
     bool mayEdit(const QModelIndex &cell) const;
     void drawCell(QPainter *painter, QStyleOptionViewItem option, const QModelIndex &cell) const;
+    void drawFocus(QPainter &painter, const QStyleOptionViewItem &row) const;
     bool isUnderPointer(const QModelIndex &index) const;
     bool isBeingEdited(const QModelIndex &index) const;
+    bool showsMark(const TreeNode &node) const;
+    void drawMark(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;
     void collapseWithChildren(const std::vector<const TreeNode *> &items);
+    std::vector<quint64> unfoldedItems() const;
+    void unfold(const std::vector<std::weak_ptr<const TreeNode>> &items);
     void foldingHides(const std::vector<const TreeNode *> &folded);
     void pressedAt(const QPoint &position);
     bool showCellExpansion(const QPoint &position, const QPoint &globalPosition);
@@ -162,6 +177,8 @@ private:
     mutable Rows rows_;
     quint64 unfoldingRevision_ = 1;
     bool foldingMany_ = false;  ///< While what they hide is looked at once for all.
+    std::vector<std::weak_ptr<const TreeNode>> unfoldedBefore_;  ///< Before only some items were shown.
+    std::weak_ptr<const TreeNode> markedItem_;
     QPersistentModelIndex clickedCell_;
     Qt::KeyboardModifiers clickModifiers_;
     DraggingInfo dragging_;               ///< Of the event that is being handled.

@@ -24,6 +24,34 @@ bool OutlineView::isBeingEdited(const QModelIndex &index) const {
     return hasEditor(TreeController::TitleColumn) || hasEditor(TreeController::PageColumn);
 }
 
+void OutlineView::setMarkedItem(TreeNode *item) {
+    if (markedItem() == item) return;
+    markedItem_ = item ? item->weak_from_this() : std::weak_ptr<TreeNode>();
+    viewport()->update();
+}
+
+const TreeNode *OutlineView::markedItem() const {
+    const auto item = markedItem_.lock();
+    return item && item->parentNode() ? item.get() : nullptr;
+}
+
+/// Whether a row is that of the marked item, or the one that hides it.
+bool OutlineView::showsMark(const TreeNode &node) const {
+    const TreeNode *marked = markedItem();
+    if (!marked || !marked->isDescendantOf(node)) return false;
+    return marked == &node || !isItemExpanded(node);
+}
+
+void OutlineView::drawMark(QPainter &painter, const QStyleOptionViewItem &option,
+                           const QModelIndex &index) const {
+    constexpr int width = 3;
+    const int left = isRightToLeft() ? viewport()->width() - width : 0;
+    // The colour of a selected row could not be seen on it.
+    const bool isSelected = controller_->isSelected(controller_->nodeForIndex(index));
+    painter.fillRect(left, option.rect.y(), width, option.rect.height(),
+                     palette().color(isSelected ? QPalette::HighlightedText : QPalette::Highlight));
+}
+
 void OutlineView::drawRow(QPainter *painter, const QStyleOptionViewItem &option,
                           const QModelIndex &index) const {
     QStyleOptionViewItem row = option;
@@ -37,14 +65,18 @@ void OutlineView::drawRow(QPainter *painter, const QStyleOptionViewItem &option,
     }
     for (const int column : {TreeController::TitleColumn, TreeController::PageColumn})
         drawCell(painter, row, index.siblingAtColumn(column));
-    if (!hasFocus() || currentIndex().siblingAtColumn(index.column()) != index) return;
+    if (hasFocus() && currentIndex().siblingAtColumn(index.column()) == index) drawFocus(*painter, row);
+    if (showsMark(controller_->nodeForIndex(index))) drawMark(*painter, option, index);
+}
+
+void OutlineView::drawFocus(QPainter &painter, const QStyleOptionViewItem &row) const {
     QStyleOptionFocusRect focus;
     focus.QStyleOption::operator=(row);
     focus.state |= QStyle::State_KeyboardFocusChange;
     focus.backgroundColor =
         row.palette.color(row.state.testFlag(QStyle::State_Selected) ? QPalette::Highlight : QPalette::Base);
-    focus.rect = QRect(0, option.rect.y(), viewport()->width(), option.rect.height());
-    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, painter, this);
+    focus.rect = QRect(0, row.rect.y(), viewport()->width(), row.rect.height());
+    style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
 }
 
 void OutlineView::drawCell(QPainter *painter, QStyleOptionViewItem option, const QModelIndex &cell) const {
@@ -88,12 +120,12 @@ void OutlineView::drawBranches(QPainter *painter, const QRect &rect, const QMode
     common.setFlag(QStyle::State_Selected, controller_->isSelected(*node));
     QStyle::State state = common | QStyle::State_Item;
     state.setFlag(QStyle::State_MouseOver, isUnderPointer(index));
-    state.setFlag(QStyle::State_Children, node->childCount() > 0);
+    state.setFlag(QStyle::State_Children, !controller_->shownChildren(*node).empty());
     state.setFlag(QStyle::State_Open, isItemExpanded(*node));
     // From the item outwards, a level at a time.
     int left = isRightToLeft() ? rect.left() : rect.right() + 1 - indentation();
     for (; node->parentNode(); node = node->parentNode()) {
-        state.setFlag(QStyle::State_Sibling, node->row() + 1 < node->parentNode()->childCount());
+        state.setFlag(QStyle::State_Sibling, controller_->shownChildren(*node->parentNode()).back() != node);
         option.state = state;
         option.rect = QRect(left, rect.top(), indentation(), rect.height());
         style()->drawPrimitive(QStyle::PE_IndicatorBranch, &option, painter, this);

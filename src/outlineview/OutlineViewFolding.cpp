@@ -5,6 +5,7 @@
 #include <QScrollBar>
 
 #include <unordered_set>
+#include <utility>
 
 // What an OutlineView shows of its tree: what is folded and unfolded, and which of it is in sight.
 
@@ -19,14 +20,14 @@ constexpr size_t deepestUnfolded = 1'000;
 
 void OutlineView::expandItem(const TreeNode &item, bool expandChildren) {
     if (!expandChildren) {
-        if (item.childCount() > 0) expand(controller_->indexForNode(item));
+        if (!controller_->shownChildren(item).empty()) expand(controller_->indexForNode(item));
         return;
     }
     // With a layout to come, Qt notes what is unfolded instead of laying out each.
     scheduleDelayedItemsLayout();
     const size_t top = item.depth();
     walkTree(item, [&](const TreeNode &node, size_t depth) {
-        const bool unfolds = node.childCount() > 0 && top + depth <= deepestUnfolded;
+        const bool unfolds = !controller_->shownChildren(node).empty() && top + depth <= deepestUnfolded;
         if (unfolds) expand(controller_->indexForNode(node));
         return unfolds;
     });
@@ -57,7 +58,7 @@ void OutlineView::collapseWithChildren(const std::vector<const TreeNode *> &item
 }
 
 bool OutlineView::isItemExpanded(const TreeNode &item) const {
-    return item.childCount() > 0 && isExpanded(controller_->indexForNode(item));
+    return !controller_->shownChildren(item).empty() && isExpanded(controller_->indexForNode(item));
 }
 
 /// Where selected items went out of sight below folded ones, these are selected instead.
@@ -77,6 +78,7 @@ void OutlineView::foldingHides(const std::vector<const TreeNode *> &folded) {
 
 void OutlineView::revealItems(const std::vector<TreeNode *> &items) {
     if (items.empty()) return;
+    controller_->showNodes(items);
     std::unordered_set<const TreeNode *> seen;
     std::vector<const TreeNode *> folded;
     for (const TreeNode *item : items) {
@@ -97,16 +99,66 @@ OutlineLook OutlineView::look() const {
     OutlineLook look;
     for (const TreeNode *node : controller_->selectedNodes())
         look.selected.push_back(node->representedObject()->identity());
-    walkBelow(controller_->arrangedObjects(), [&](const TreeNode &node, size_t /*depth*/) {
-        if (isItemExpanded(node)) look.unfolded.push_back(node.representedObject()->identity());
-    });
+    look.unfolded = unfoldedItems();
     return look;
+}
+
+/// The identities of those that are unfolded, or would be if all were shown.
+std::vector<quint64> OutlineView::unfoldedItems() const {
+    std::unordered_set<const TreeNode *> before;
+    for (const auto &weak : unfoldedBefore_)
+        if (const auto node = weak.lock()) before.insert(node.get());
+    std::vector<quint64> unfolded;
+    walkBelow(controller_->arrangedObjects(), [&](const TreeNode &node, size_t /*depth*/) {
+        const bool isUnfolded = controller_->isFiltered() ? before.contains(&node) : isItemExpanded(node);
+        if (isUnfolded) unfolded.push_back(node.representedObject()->identity());
+    });
+    return unfolded;
+}
+
+void OutlineView::showOnly(const std::vector<TreeNode *> &items) {
+    endEditing();
+    if (!controller_->isFiltered()) {
+        unfoldedBefore_.clear();
+        walkBelow(controller_->arrangedObjects(), [this](const TreeNode &node, size_t /*depth*/) {
+            if (isItemExpanded(node)) unfoldedBefore_.push_back(node.weak_from_this());
+        });
+    }
+    controller_->setFilter(items);
+    std::vector<std::weak_ptr<const TreeNode>> parents;
+    walkBelow(controller_->arrangedObjects(), [&](const TreeNode &node, size_t depth) {
+        if (!controller_->shownChildren(node).empty() && depth < deepestUnfolded)
+            parents.push_back(node.weak_from_this());
+        return controller_->isShown(node);
+    });
+    unfold(parents);
+}
+
+void OutlineView::showAll() {
+    if (!controller_ || !controller_->isFiltered()) return;
+    endEditing();
+    controller_->clearFilter();
+    unfold(std::exchange(unfoldedBefore_, {}));
+    revealItems(controller_->selectedNodes());
+}
+
+/// Unfolds items without telling of each.
+void OutlineView::unfold(const std::vector<std::weak_ptr<const TreeNode>> &items) {
+    // With a layout to come, Qt notes what is unfolded instead of laying out each.
+    scheduleDelayedItemsLayout();
+    const QSignalBlocker quiet(this);
+    for (const auto &weak : items) {
+        const auto node = weak.lock();
+        if (node && node->parentNode()) expandItem(*node);
+    }
+    ++unfoldingRevision_;
 }
 
 void OutlineView::setLook(const OutlineLook &look) {
     const std::unordered_set<quint64> selected(look.selected.begin(), look.selected.end());
     const std::unordered_set<quint64> unfolded(look.unfolded.begin(), look.unfolded.end());
     std::vector<TreeNode *> selection;
+    unfoldedBefore_.clear();
     // With a layout to come, Qt notes what is unfolded instead of laying out each.
     scheduleDelayedItemsLayout();
     {
@@ -115,10 +167,15 @@ void OutlineView::setLook(const OutlineLook &look) {
             const quint64 identity = node.representedObject()->identity();
             if (selected.contains(identity)) selection.push_back(&node);
             const bool unfolds = unfolded.contains(identity);
+            if (controller_->isFiltered()) {
+                if (unfolds) unfoldedBefore_.push_back(node.weak_from_this());
+                return;
+            }
             if (node.childCount() > 0 && isItemExpanded(node) != unfolds)
                 setExpanded(controller_->indexForNode(node), unfolds);
         });
     }
+    if (controller_->isFiltered()) revealItems(selection);
     controller_->setSelectedNodes(selection);
     if (!selection.empty()) scrollTo(controller_->indexForNode(*selection.front()));
 }

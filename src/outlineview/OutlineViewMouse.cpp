@@ -6,6 +6,8 @@
 #include <QMouseEvent>
 #include <QToolTip>
 
+#include <algorithm>
+
 // Clicks, hovering and drags of an OutlineView.
 
 namespace leafwright {
@@ -173,7 +175,11 @@ bool OutlineView::writeNodes(const std::vector<TreeNode *> &nodes, QMimeData &pa
 OutlineView::DropPlace OutlineView::shownPlace(TreeNode *parent, int childIndex) const {
     if (dropIndicatorPosition() != BelowItem || childIndex < 1) return {parent, childIndex};
     const TreeNode &above = parent ? *parent : controller_->arrangedObjects();
-    TreeNode *upper = above.childNodes()[static_cast<size_t>(childIndex) - 1];
+    const std::vector<TreeNode *> &shown = controller_->shownChildren(above);
+    const auto row = [](const TreeNode *node) { return static_cast<int>(node->row()); };
+    const auto next = std::ranges::lower_bound(shown, childIndex, {}, row);
+    if (next == shown.begin()) return {parent, childIndex};
+    TreeNode *upper = *std::prev(next);
     return isItemExpanded(*upper) ? DropPlace{upper, 0} : DropPlace{parent, childIndex};
 }
 

@@ -68,6 +68,9 @@ void PDFView::resetPages() {
     highlightedArea_.reset();
     selectionRects_.clear();
     highlightRects_.clear();
+    markedText_.clear();
+    markedTextRects_.clear();
+    awaitedText_.reset();
     contents_.clear();
     textLengths_.clear();
     gesture_ = Gesture::None;

@@ -93,6 +93,15 @@ public:
     /// Text to be marked beside the selection.
     const std::vector<PDFSelection> &highlightedSelections() const { return highlightedSelections_; }
     void setHighlightedSelections(const std::vector<PDFSelection> &selections);
+    /// Marks text like the highlighted selections: so much of it that pages are told one by one. The pages
+    /// must be those of the document shown.
+    void addMarkedText(int pageIndex, const std::vector<TextRange> &ranges);
+    void clearMarkedText();
+    /// Whether a place that is left can be gone back to.
+    enum class Leaving { Noted, Unnoted };
+    /// Shows text of a page, which becomes the current one at once; where the text can't be seen there, it is
+    /// shown as soon as its place is known. A page index out of range does nothing.
+    void showText(int pageIndex, const TextRange &range, Leaving leaving = Leaving::Noted);
     /// A part of a page, in page space.
     struct PageArea {
         int pageIndex = 0;
@@ -200,6 +209,7 @@ private:
     void drawMarks(QPainter &painter, const PDFPage &page);
     const std::vector<Rect> &rectsOf(const std::vector<PDFSelection> &selections, const PDFPage &page,
                                      std::map<int, std::vector<Rect>> &cache);
+    const std::vector<Rect> &rectsOfMarkedText(int pageIndex);
 
     // What is on pages
     bool hasMarks(const PDFPage &page) const;
@@ -207,6 +217,9 @@ private:
     void requestContents();
     void takeContents(const PageResult &result);
     std::shared_ptr<const PageContents> contentsOf(int pageIndex) const;
+    std::optional<QRectF> shownRectOf(const PageContents &contents, int pageIndex,
+                                      const TextRange &range) const;
+    void goToText(const PageContents &contents, int pageIndex, const TextRange &range);
     bool isOnSelection(const PagePoint &place) const;
     std::optional<PDFLink> linkAt(const QPointF &viewPoint) const;
 
@@ -243,8 +256,16 @@ private:
     std::optional<PDFSelection> currentSelection_;
     std::vector<PDFSelection> highlightedSelections_;
     std::optional<PageArea> highlightedArea_;
-    std::map<int, std::vector<Rect>> selectionRects_;  ///< By page, of those seen.
+    std::map<int, std::vector<TextRange>> markedText_;  ///< By page.
+    std::map<int, std::vector<Rect>> selectionRects_;   ///< By page, of those seen.
     std::map<int, std::vector<Rect>> highlightRects_;
+    std::map<int, std::vector<Rect>> markedTextRects_;
+    /// Text that is to be shown when its page has been read.
+    struct AwaitedText {
+        int pageIndex = 0;
+        TextRange range;
+    };
+    std::optional<AwaitedText> awaitedText_;
 
     std::vector<std::pair<int, std::shared_ptr<const PageContents>>>
         contents_;                    ///< By page; the latest last.

@@ -20,7 +20,7 @@ bool PDFView::hasMarks(const PDFPage &page) const {
     const auto marks = [&page](const PDFSelection &selection) {
         return !selection.rangesOnPage(page).empty();
     };
-    return (currentSelection_ && marks(*currentSelection_)) ||
+    return (currentSelection_ && marks(*currentSelection_)) || markedText_.contains(page.index()) ||
            std::any_of(highlightedSelections_.begin(), highlightedSelections_.end(), marks);
 }
 
@@ -28,6 +28,7 @@ bool PDFView::hasMarks(const PDFPage &page) const {
 bool PDFView::needsContents(int pageIndex) const {
     if (pointerPage_ == pageIndex) return true;
     if (awaited_ != Awaited::None && awaitedPoint_.pageIndex == pageIndex) return true;
+    if (awaitedText_ && awaitedText_->pageIndex == pageIndex) return true;
     if ((gesture_ != Gesture::None || dragIsOpen_) &&
         (anchor_.pageIndex == pageIndex || head_.pageIndex == pageIndex))
         return true;
@@ -44,6 +45,7 @@ void PDFView::requestContents() {
     const auto wantContents = [&](int index) {
         if (needsContents(index) && !contentsOf(index)) want(index);
     };
+    if (awaitedText_) wantContents(awaitedText_->pageIndex);
     if (pointerPage_) wantContents(*pointerPage_);
     for (const int index : {awaitedPoint_.pageIndex, anchor_.pageIndex, head_.pageIndex})
         wantContents(index);
@@ -68,6 +70,12 @@ void PDFView::takeContents(const PageResult &result) {
         kept = needsContents(kept->first) ? kept + 1 : contents_.erase(kept);
     }
     answer();
+    if (awaitedText_ && awaitedText_->pageIndex == index) {
+        const AwaitedText awaited = *std::exchange(awaitedText_, std::nullopt);
+        const auto [first, last] = visiblePages();
+        // Who has gone elsewhere meanwhile stays there.
+        if (index >= first && index <= last) goToText(*result.contents, index, awaited.range);
+    }
     if (dragIsOpen_) updateDragSelection();
     if (pointerPage_ == index) pointAt(pointer_);
     if (hasMarks(page(index))) viewport()->update();
@@ -133,6 +141,22 @@ void PDFView::setHighlightedSelections(const std::vector<PDFSelection> &selectio
     highlightRects_.clear();
     viewport()->update();
     if (!isEmpty()) requestContents();
+}
+
+void PDFView::addMarkedText(int pageIndex, const std::vector<TextRange> &ranges) {
+    std::vector<TextRange> &marked = markedText_[pageIndex];
+    marked.insert(marked.end(), ranges.begin(), ranges.end());
+    markedTextRects_.erase(pageIndex);
+    const auto [first, last] = visiblePages();
+    if (pageIndex < first || pageIndex > last) return;
+    viewport()->update();
+    requestContents();
+}
+
+void PDFView::clearMarkedText() {
+    markedText_.clear();
+    markedTextRects_.clear();
+    viewport()->update();
 }
 
 void PDFView::copy() {

@@ -11,6 +11,9 @@ namespace leafwright {
 
 namespace {
 
+/// No page that is read has as much to be marked; one that has keeps nobody waiting.
+constexpr size_t mostMarksOfPage = 20'000;
+
 qint64 bytesOf(const RenderRequest &request) {
     return qint64{4} * request.clip.width() * request.clip.height();
 }
@@ -107,6 +110,7 @@ void PDFView::drawMarks(QPainter &painter, const PDFPage &page) {
     if (!highlightedSelections_.empty()) {
         fill(rectsOf(highlightedSelections_, page, highlightRects_), markColour(Qt::yellow));
     }
+    fill(rectsOfMarkedText(page.index()), markColour(Qt::yellow));
     if (highlightedArea_ && highlightedArea_->pageIndex == page.index())
         fill({highlightedArea_->rect}, markColour(Qt::yellow));
     if (currentSelection_) {
@@ -128,6 +132,23 @@ const std::vector<Rect> &PDFView::rectsOf(const std::vector<PDFSelection> &selec
             const std::vector<Rect> lines = contents->text.rects(range);
             rects.insert(rects.end(), lines.begin(), lines.end());
         }
+    }
+    return rects;
+}
+
+const std::vector<Rect> &PDFView::rectsOfMarkedText(int pageIndex) {
+    static const std::vector<Rect> none;
+    const auto marked = markedText_.find(pageIndex);
+    if (marked == markedText_.end()) return none;
+    if (const auto known = markedTextRects_.find(pageIndex); known != markedTextRects_.end())
+        return known->second;
+    const auto contents = contentsOf(pageIndex);
+    if (!contents) return none;
+    std::vector<Rect> &rects = markedTextRects_[pageIndex];
+    for (const TextRange &range : marked->second) {
+        if (rects.size() >= mostMarksOfPage) break;
+        const std::vector<Rect> lines = contents->text.rects(range);
+        rects.insert(rects.end(), lines.begin(), lines.end());
     }
     return rects;
 }

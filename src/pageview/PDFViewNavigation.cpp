@@ -32,6 +32,41 @@ void PDFView::goToDestination(const PDFDestination &destination) {
     Q_EMIT historyChanged();
 }
 
+void PDFView::showText(int pageIndex, const TextRange &range, Leaving leaving) {
+    if (pageIndex < 0 || pageIndex >= layout_.pageCount()) return;
+    awaitedText_.reset();
+    if (pageIndex != currentPageIndex()) {
+        if (leaving == Leaving::Noted) {
+            goToDestination({pageIndex, {}});
+        } else {
+            goStraightTo({pageIndex, {}});
+        }
+    }
+    if (const auto contents = contentsOf(pageIndex)) return goToText(*contents, pageIndex, range);
+    awaitedText_ = {pageIndex, range};
+    requestContents();
+}
+
+/// The rectangle around text as the page is shown; absent for text of which nothing is to be seen.
+std::optional<QRectF> PDFView::shownRectOf(const PageContents &contents, int pageIndex,
+                                           const TextRange &range) const {
+    Rect bounds;
+    for (const Rect &line : contents.text.rects(range))
+        bounds = bounds.united(line);
+    if (bounds.isEmpty()) return std::nullopt;
+    return page(pageIndex).transform().toShown(bounds);
+}
+
+void PDFView::goToText(const PageContents &contents, int pageIndex, const TextRange &range) {
+    const auto text = shownRectOf(contents, pageIndex, range);
+    if (!text) return goStraightTo({pageIndex, {}});
+    const QRectF inView(shownToView(text->topLeft(), pageIndex), shownToView(text->bottomRight(), pageIndex));
+    if (QRectF(viewport()->rect()).contains(inView)) return;
+    // With what stands before it.
+    constexpr double partAbove = 0.3;
+    scrollTo(pageIndex, text->topLeft() - QPointF(0, partAbove * viewport()->height() / layout_.scale()));
+}
+
 void PDFView::goBack() {
     returnTo(history_.goBack(anchorAt({0, 0})));
 }

@@ -1,5 +1,6 @@
 #include "pageview/TextSelector.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -134,11 +135,13 @@ TextRange TextSelector::lineAt(const QPointF &point) const {
 
 std::vector<Rect> TextSelector::rects(const TextRange &range) const {
     std::vector<Rect> rects;
-    for (const Line &line : lines_) {
-        const int begin = std::max(line.range.location, range.location);
-        const int end = std::min(line.range.end(), range.end());
+    const auto end = [](const Line &line) { return line.range.end(); };
+    auto line = std::ranges::upper_bound(lines_, range.location, {}, end);
+    for (; line != lines_.end() && line->range.location < range.end(); ++line) {
+        const int first = std::max(line->range.location, range.location);
+        const int behind = std::min(line->range.end(), range.end());
         Rect rect;
-        for (int i = begin; i < end; ++i)
+        for (int i = first; i < behind; ++i)
             rect = rect.united(boxes_[static_cast<size_t>(i)]);
         if (!rect.isEmpty()) rects.push_back(rect);
     }

@@ -81,6 +81,11 @@ bool ScriptGestures::outlineIsEnabled() const {
     return document_.outlineview()->isEnabled();
 }
 
+/// Whether a person could point at an item, or unfold what hides it and point at it then.
+bool ScriptGestures::mayTouch(const TreeNode &node) const {
+    return outlineIsEnabled() && document_.treecontroller().isShown(node);
+}
+
 TreeNode &ScriptGestures::nodeAt(const IndexPath &path) const {
     TreeNode *node = document_.treecontroller().descendantNodeAtIndexPath(path);
     if (!node) throw StepFailure(translated("the path %1 leads nowhere").arg(path.description()));
@@ -134,7 +139,7 @@ bool ScriptGestures::collapse(const Step &step) {
 
 bool ScriptGestures::outlineDoubleClick(const Step &step) {
     const TreeNode &node = nodeAt(pathOf(step["path"]));
-    if (!outlineIsEnabled()) return false;
+    if (!mayTouch(node)) return false;
     show(node);
     OKNSOutlineView &view = *document_.outlineview();
     const bool isPage = step["column"] == QLatin1String("page");
@@ -167,7 +172,7 @@ void ScriptGestures::endEditing() {
 }
 
 bool ScriptGestures::editCell(const TreeNode &node, int column, const QString &text) {
-    if (!outlineIsEnabled()) return false;
+    if (!mayTouch(node)) return false;
     show(node);
     OKNSOutlineView &view = *document_.outlineview();
     view.editColumn(column, view.rowForItem(node));
@@ -195,7 +200,7 @@ bool ScriptGestures::drag(const Step &step) {
         throw StepFailure(
             translated("there is no place %1 among %2 items").arg(index).arg(above.childCount()));
     const Dragged dragged = draggedBy(step);
-    if (!outlineIsEnabled() || !dragged.data) return false;
+    if (!mayTouch(above) || !dragged.data) return false;
     const DraggingInfo info{dragged.data.get(), dragged.source, dragged.className};
     OKNSOutlineView &view = *document_.outlineview();
     OutlineDelegate &delegate = document_.outlineDelegate();
@@ -207,8 +212,11 @@ ScriptGestures::Dragged ScriptGestures::draggedBy(const Step &step) const {
     const QString kind = step["kind"].toString();
     if (kind == u"items") {
         QModelIndexList indexes;
-        for (const IndexPath &path : pathsOf(step["paths"]))
-            indexes.append(document_.treecontroller().indexForNode(nodeAt(path)));
+        for (const IndexPath &path : pathsOf(step["paths"])) {
+            const TreeNode &node = nodeAt(path);
+            if (!mayTouch(node)) return {};
+            indexes.append(document_.treecontroller().indexForNode(node));
+        }
         return {std::unique_ptr<QMimeData>(document_.treecontroller().mimeData(indexes)),
                 document_.outlineview(), QStringLiteral("OKNSOutlineView")};
     }

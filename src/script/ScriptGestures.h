@@ -62,6 +62,7 @@ private:
     };
     Dragged draggedBy(const Step &step) const;
     bool outlineIsEnabled() const;
+    bool mayTouch(const TreeNode &node) const;
     TreeNode &nodeAt(const IndexPath &path) const;
     void show(const TreeNode &node);
     bool editCell(const TreeNode &node, int column, const QString &text);

@@ -4,6 +4,7 @@
 #include "document/MyDocument.h"
 #include "document/commands/ExchangeCommands.h"
 #include "document/commands/HeadingMapCommands.h"
+#include "document/window/DocumentWindow.h"
 #include "files/FileReading.h"
 #include "script/ModalGuard.h"
 #include "script/ScriptFiles.h"
@@ -115,10 +116,16 @@ void ScriptPlayer::throwForFailedExchange() const {
 
 bool ScriptPlayer::perform(const Step &step, std::vector<ShownSheet> &sheets) {
     if (!document()->actions().perform(step.name)) return false;
+    fillInField(step, sheets);
     answerOpenSheet(step, sheets);
     if (step.has("fields") && sheets.empty())
         throw StepFailure(translated("no sheet opened to take the fields"));
     return true;
+}
+
+void ScriptPlayer::fillInField(const Step &step, std::vector<ShownSheet> &sheets) const {
+    QWidget *bar = document() ? document()->myWindow()->fieldBarOf(step.name) : nullptr;
+    if (bar) sheets.push_back(fillInBar(*bar, step["fields"].toObject(), step["tag"].toInt(1)));
 }
 
 // Not const, because the sheet's end changes the document.
@@ -136,6 +143,7 @@ void ScriptPlayer::answerOpenSheet(const Step &step, std::vector<ShownSheet> &sh
 
 void ScriptPlayer::settle(const Step &step, std::vector<ShownSheet> &sheets) {
     do {
+        if (document()) document()->finishSearches();
         handleEvents();
         answerOpenSheet(step, sheets);
         handleEvents();

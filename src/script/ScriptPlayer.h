@@ -37,6 +37,7 @@ public:
 private:
     bool perform(const Step &step, std::vector<ShownSheet> &sheets);
     void settle(const Step &step, std::vector<ShownSheet> &sheets);
+    void fillInField(const Step &step, std::vector<ShownSheet> &sheets) const;
     void answerOpenSheet(const Step &step, std::vector<ShownSheet> &sheets);
     void playStep(const Step &step);
     void throwForFailedWrite() const;

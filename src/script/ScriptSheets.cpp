@@ -6,6 +6,8 @@
 #include "widgets/Sheet.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QSpinBox>
 
@@ -41,8 +43,8 @@ bool setValue(QWidget &widget, const QJsonValue &value) {
     return line && value.isString();
 }
 
-/// The sheet's inputs. Those inside other inputs have names that begin with "qt_".
-QList<QWidget *> inputsOf(const Sheet &sheet) {
+/// The inputs of a sheet or a bar. Those inside other inputs have names that begin with "qt_".
+QList<QWidget *> inputsOf(const QWidget &sheet) {
     QList<QWidget *> inputs = sheet.findChildren<QWidget *>();
     inputs.removeIf([](const QWidget *widget) {
         const QString name = widget->objectName();
@@ -58,7 +60,7 @@ QString namesOf(const QList<QWidget *> &inputs) {
     return names.isEmpty() ? translated("it has none") : names.join(QLatin1String(", "));
 }
 
-void fillIn(const Sheet &sheet, const QList<QWidget *> &inputs, const QJsonObject &fields) {
+void fillIn(const QWidget &sheet, const QList<QWidget *> &inputs, const QJsonObject &fields) {
     for (auto field = fields.begin(); field != fields.end(); ++field) {
         const auto found = std::ranges::find(inputs, field.key(), &QWidget::objectName);
         if (found == inputs.end())
@@ -69,17 +71,31 @@ void fillIn(const Sheet &sheet, const QList<QWidget *> &inputs, const QJsonObjec
     }
 }
 
-}  // namespace
-
-ShownSheet answerSheet(Sheet &sheet, const QJsonObject &fields, int tag) {
+ShownSheet showAndFillIn(const QWidget &sheet, const QJsonObject &fields, int tag) {
     ShownSheet shown{sheet.windowTitle(), {}, tag};
     const QList<QWidget *> inputs = inputsOf(sheet);
     for (const QWidget *input : inputs)
         shown.fields.emplace_back(input->objectName(), valueOf(*input));
     fillIn(sheet, inputs, fields);
+    return shown;
+}
+
+}  // namespace
+
+ShownSheet answerSheet(Sheet &sheet, const QJsonObject &fields, int tag) {
+    ShownSheet shown = showAndFillIn(sheet, fields, tag);
     if (!sheet.pressButton(tag))
         throw StepFailure(
             translated("the sheet \"%1\" has no button with the tag %2").arg(shown.title).arg(tag));
+    return shown;
+}
+
+ShownSheet fillInBar(QWidget &bar, const QJsonObject &fields, int tag) {
+    ShownSheet shown = showAndFillIn(bar, fields, tag);
+    if (tag == 0) {
+        QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+        QCoreApplication::sendEvent(&bar, &escape);
+    }
     return shown;
 }
 

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+class QWidget;
+
 namespace leafwright {
 class Sheet;
 }
@@ -23,5 +25,9 @@ struct ShownSheet {
 /// such field or button.
 /// @param fields values by outlet name; those not named keep what they show
 ShownSheet answerSheet(Sheet &sheet, const QJsonObject &fields, int tag);
+
+/// The same for fields that stand in the window, in which what is typed takes effect at once.
+/// @param bar what holds them; Escape is pressed there where the tag is 0
+ShownSheet fillInBar(QWidget &bar, const QJsonObject &fields, int tag);
 
 }  // namespace leafwright::script

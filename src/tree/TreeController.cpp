@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 namespace leafwright {
 
@@ -110,13 +111,13 @@ void TreeController::didChangeValueForKey(const MyOutlineItem &item, QLatin1Stri
 }
 
 void TreeController::followText(const TreeNode &node, int column) {
-    if (&node == root_) return;
+    if (&node == root_ || !isShown(node)) return;
     const QModelIndex index = indexForNode(node, column);
     Q_EMIT dataChanged(index, index, {Qt::DisplayRole, Qt::EditRole});
 }
 
 void TreeController::followLook(const TreeNode &node) {
-    if (&node == root_) return;
+    if (&node == root_ || !isShown(node)) return;
     const QModelIndex index = indexForNode(node);
     Q_EMIT dataChanged(index, index, {ElsewhereRole, Qt::FontRole, Qt::ForegroundRole});
 }
@@ -139,24 +140,42 @@ void TreeController::insertNodes(TreeNode &parent, size_t first, size_t count) {
         added.push_back(makeNode(*items[row], &parent, row));
         makeNodesBelow(*added.back());
     }
-    beginInsertRows(indexForNode(parent), static_cast<int>(first), static_cast<int>(first + count - 1));
+    const size_t viewFirst = viewRowsBefore(parent, first);
+    const bool isTold = isShown(parent);
+    if (isTold)
+        beginInsertRows(indexForNode(parent), static_cast<int>(viewFirst),
+                        static_cast<int>(viewFirst + count - 1));
     parent.children_.insert(parent.children_.begin() + static_cast<qsizetype>(first), added.begin(),
                             added.end());
     parent.childrenChangedFrom(first);
+    if (isFiltered_) {
+        showAllOf(added);
+        insertShown(parent, viewFirst, added);
+    }
     ++structureRevision_;
-    endInsertRows();
+    if (isTold) {
+        endInsertRows();
+    } else {
+        showNode(parent);
+    }
 }
 
 void TreeController::removeNodes(TreeNode &parent, size_t first, size_t count) {
-    beginRemoveRows(indexForNode(parent), static_cast<int>(first), static_cast<int>(first + count - 1));
+    const size_t viewFirst = viewRowsBefore(parent, first);
+    const size_t viewCount = viewRowsBefore(parent, first + count) - viewFirst;
+    if (viewCount > 0)
+        beginRemoveRows(indexForNode(parent), static_cast<int>(viewFirst),
+                        static_cast<int>(viewFirst + viewCount - 1));
     const auto begin = parent.children_.begin() + static_cast<qsizetype>(first);
     const auto end = begin + static_cast<qsizetype>(count);
     const std::vector<TreeNode *> tops(begin, end);
     parent.children_.erase(begin, end);
     parent.childrenChangedFrom(first);
+    if (isFiltered_) removeShown(parent, viewFirst, viewCount);
     const std::vector<std::shared_ptr<TreeNode>> gone = forget(tops);
     ++structureRevision_;
-    endRemoveRows();
+    if (viewCount > 0) endRemoveRows();
+    if (root_->children_.empty()) Q_EMIT emptied();
 }
 
 TreeNode *TreeController::makeNode(MyOutlineItem &item, TreeNode *parent, size_t row) {
@@ -197,6 +216,8 @@ std::vector<std::shared_ptr<TreeNode>> TreeController::forget(const std::vector<
         node->representedObject_ = nullptr;
         node->parent_ = nullptr;
         node->children_.clear();
+        node->shown_.clear();
+        if (std::exchange(node->isShown_, false)) --shownCount_;
         node->numberedRows_ = 0;
     }
     return gone;

@@ -47,7 +47,7 @@ public:
     TreeNode *descendantNodeAtIndexPath(const IndexPath &path) const;
     /// The node of an index of this model, in whichever column; the invisible root for an invalid index.
     TreeNode &nodeForIndex(const QModelIndex &index) const;
-    /// Invalid for the invisible root.
+    /// Invalid for the invisible root, and for a node that a filter hides.
     QModelIndex indexForNode(const TreeNode &node, int column = TitleColumn) const;
     /// Null for an item that is not in the tree.
     TreeNode *nodeForItem(const MyOutlineItem &item) const;
@@ -55,6 +55,26 @@ public:
     size_t nodeCount() const { return nodes_.size() - 1; }
     /// Another number whenever a node came, left or moved.
     quint64 structureRevision() const { return structureRevision_; }
+
+    // Filter
+
+    /// Shows views these nodes and all that they are below, and no others: those have no index. The hidden
+    /// ones are selected no longer. Nodes that come, and those that come below a hidden one, are shown; moves
+    /// leave it at what was shown, together with what is above it. Views are told that the model was reset.
+    void setFilter(const std::vector<TreeNode *> &matches);
+    /// Shows views all nodes again; what is selected stays so.
+    void clearFilter();
+    bool isFiltered() const { return isFiltered_; }
+    /// Shows views nodes, and all that they are below, though the filter would not.
+    void showNodes(const std::vector<TreeNode *> &nodes);
+    /// Whether views are shown a node. Without a filter, all are.
+    bool isShown(const TreeNode &node) const { return !isFiltered_ || node.isShown_ || &node == root_; }
+    /// The children of a node that views are shown. @param node which is shown itself
+    const std::vector<TreeNode *> &shownChildren(const TreeNode &node) const {
+        return isFiltered_ ? node.shown_ : node.children_;
+    }
+    /// How many nodes views are shown.
+    size_t shownCount() const { return isFiltered_ ? shownCount_ : nodeCount(); }
 
     // Selection
 
@@ -71,6 +91,7 @@ public:
     /// nowhere are passed over.
     void setSelectionIndexPaths(const std::vector<IndexPath> &paths);
     /// Selects just these nodes and makes the first of them the current one; an empty list selects nothing.
+    /// Those that a filter hides are passed over.
     void setSelectedNodes(const std::vector<TreeNode *> &nodes);
 
     // Changes
@@ -145,6 +166,8 @@ public:
 Q_SIGNALS:
     /// A cell was edited in place and its text is another now.
     void itemEdited(leafwright::TreeNode *node, int column);
+    /// All nodes have left; what comes next is another outline.
+    void emptied();
 
 private:
     /// Children next to each other, and the gap that they are to move to, in positions before the move.
@@ -171,6 +194,17 @@ private:
     bool canMove(const std::vector<TreeNode *> &nodes, const TreeNode *target, const IndexPath &path) const;
     void moveRuns(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap);
     void moveScattered(const std::vector<TreeNode *> &nodes, TreeNode &target, size_t gap);
+
+    size_t viewRow(const TreeNode &node) const { return isFiltered_ ? node.shownRow_ : node.row(); }
+    int childIndexAt(int viewRow, const QModelIndex &parent) const;
+    static void numberShown(const TreeNode &parent, size_t first);
+    void hideAll();
+    void arrangeShown();
+    void showNode(TreeNode &node);
+    size_t viewRowsBefore(const TreeNode &parent, size_t position) const;
+    void showAllOf(const std::vector<TreeNode *> &added);
+    static void insertShown(TreeNode &parent, size_t viewFirst, const std::vector<TreeNode *> &added);
+    static void removeShown(TreeNode &parent, size_t viewFirst, size_t count);
 
     BlockMove nodesOf(const OutlineMove &move) const;
     static void spliceNodes(const BlockMove &move);
@@ -203,6 +237,9 @@ private:
     QModelIndexList indexesBeforeMoves_;
     bool movingItems_ = false;
     bool movingMany_ = false;
+    bool movingFiltered_ = false;  ///< Moves of one step, which views are told as a new layout.
+    bool isFiltered_ = false;
+    size_t shownCount_ = 0;  ///< While there is a filter.
     quint64 structureRevision_ = 0;
     ShouldEdit shouldEdit_;
     TreeDragHandler *dragHandler_ = nullptr;

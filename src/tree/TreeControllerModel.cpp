@@ -23,13 +23,13 @@ TreeNode &TreeController::nodeForIndex(const QModelIndex &index) const {
 }
 
 QModelIndex TreeController::indexForNode(const TreeNode &node, int column) const {
-    if (&node == root_) return {};
-    return createIndex(static_cast<int>(node.row()), column, &node);
+    if (&node == root_ || !isShown(node)) return {};
+    return createIndex(static_cast<int>(viewRow(node)), column, &node);
 }
 
 QModelIndex TreeController::index(int row, int column, const QModelIndex &parent) const {
     if (row < 0 || row >= rowCount(parent) || column < 0 || column > PageColumn) return {};
-    return createIndex(row, column, nodeForIndex(parent).children_[static_cast<size_t>(row)]);
+    return createIndex(row, column, shownChildren(nodeForIndex(parent))[static_cast<size_t>(row)]);
 }
 
 QModelIndex TreeController::parent(const QModelIndex &index) const {
@@ -46,7 +46,7 @@ QModelIndex TreeController::sibling(int row, int column, const QModelIndex &inde
 
 int TreeController::rowCount(const QModelIndex &parent) const {
     if (parent.column() > TitleColumn) return 0;
-    return static_cast<int>(nodeForIndex(parent).childCount());
+    return static_cast<int>(shownChildren(nodeForIndex(parent)).size());
 }
 
 int TreeController::columnCount(const QModelIndex & /*parent*/) const {
@@ -121,17 +121,30 @@ Qt::DropActions TreeController::supportedDragActions() const {
     return Qt::MoveAction;
 }
 
+/// Before which of all children something goes that is dropped before one of those that are shown; behind the
+/// last of these, right behind it.
+int TreeController::childIndexAt(int viewRow, const QModelIndex &parent) const {
+    if (!isFiltered_ || viewRow < 0) return viewRow;
+    const TreeNode &node = nodeForIndex(parent);
+    const auto row = static_cast<size_t>(viewRow);
+    if (row < node.shown_.size()) return static_cast<int>(node.shown_[row]->row());
+    return node.shown_.empty() ? static_cast<int>(node.childCount())
+                               : static_cast<int>(node.shown_.back()->row()) + 1;
+}
+
 bool TreeController::canDropMimeData(const QMimeData *data, Qt::DropAction /*action*/, int row,
                                      int /*column*/, const QModelIndex &parent) const {
     const auto isOffered = [data](const QString &type) { return data->hasFormat(type); };
     if (!dragHandler_ || !data || std::none_of(mimeTypes_.begin(), mimeTypes_.end(), isOffered)) return false;
-    return dragHandler_->canDrop(*data, parent.isValid() ? &nodeForIndex(parent) : nullptr, row);
+    return dragHandler_->canDrop(*data, parent.isValid() ? &nodeForIndex(parent) : nullptr,
+                                 childIndexAt(row, parent));
 }
 
 bool TreeController::dropMimeData(const QMimeData *data, Qt::DropAction action, int row, int column,
                                   const QModelIndex &parent) {
     if (!canDropMimeData(data, action, row, column, parent)) return false;
-    return dragHandler_->drop(*data, parent.isValid() ? &nodeForIndex(parent) : nullptr, row);
+    return dragHandler_->drop(*data, parent.isValid() ? &nodeForIndex(parent) : nullptr,
+                              childIndexAt(row, parent));
 }
 
 }  // namespace leafwright

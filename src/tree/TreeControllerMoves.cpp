@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
 
 // How a TreeController moves nodes.
 
@@ -109,6 +110,12 @@ TreeController::BlockMove TreeController::nodesOf(const OutlineMove &move) const
 
 void TreeController::willMove(const OutlineMove &move) {
     if (movingMany_) return;
+    if (isFiltered_) {
+        // Where what moves stands among what is shown is found when it is there.
+        beginManyMoves();
+        movingFiltered_ = true;
+        return;
+    }
     putSelectionAside();
     const BlockMove rows = nodesOf(move);
     if (!beginMoveRows(indexForNode(rows.source), static_cast<int>(rows.first),
@@ -123,6 +130,7 @@ void TreeController::willMove(const OutlineMove &move) {
 void TreeController::didMove(const OutlineMove &move) {
     spliceNodes(nodesOf(move));
     ++structureRevision_;
+    if (std::exchange(movingFiltered_, false)) return endManyMoves();
     if (movingMany_) return;
     movingItems_ = false;
     endMoveRows();
@@ -153,6 +161,7 @@ void TreeController::beginManyMoves() {
 
 void TreeController::endManyMoves() {
     movingMany_ = movingItems_ = false;
+    if (isFiltered_) arrangeShown();
     QModelIndexList after;
     after.reserve(indexesBeforeMoves_.size());
     for (const QModelIndex &index : std::as_const(indexesBeforeMoves_))

@@ -24,7 +24,7 @@ const TreeController::Selection &TreeController::selection() const {
     for (const QItemSelectionRange &range : ranges) {
         if (!range.isValid()) continue;
         const TreeNode &parent = nodeForIndex(range.parent());
-        const auto first = parent.children_.begin() + range.top();
+        const auto first = shownChildren(parent).begin() + range.top();
         nodes.insert(nodes.end(), first, first + range.height());
     }
     if (ranges.size() > 1) inTreeOrder(nodes);
@@ -80,13 +80,15 @@ void TreeController::setSelectionIndexPaths(const std::vector<IndexPath> &paths)
 }
 
 void TreeController::setSelectedNodes(const std::vector<TreeNode *> &nodes) {
-    const QItemSelection selection = selectionOf(nodes);
+    std::vector<TreeNode *> shown = nodes;
+    if (isFiltered_) std::erase_if(shown, [this](const TreeNode *node) { return !isShown(*node); });
+    const QItemSelection selection = selectionOf(shown);
     // Qt compares every old range with every new one. With too many, two signals are told instead of one.
     if (selection.size() * selectionModel_.selection().size() > rangePairsWorthComparing)
         selectionModel_.clearSelection();
     selectionModel_.select(selection, QItemSelectionModel::ClearAndSelect);
-    if (!nodes.empty())
-        selectionModel_.setCurrentIndex(indexForNode(*nodes.front()), QItemSelectionModel::NoUpdate);
+    if (!shown.empty())
+        selectionModel_.setCurrentIndex(indexForNode(*shown.front()), QItemSelectionModel::NoUpdate);
 }
 
 /// Whole rows; neighbours are one range, wherever they stand in the list. Every range costs time whenever
@@ -97,7 +99,7 @@ QItemSelection TreeController::selectionOf(const std::vector<TreeNode *> &nodes)
     for (const TreeNode *node : nodes) {
         std::vector<size_t> &rows = rowsByParent[node->parent_];
         if (rows.empty()) parents.push_back(node->parent_);
-        rows.push_back(node->row());
+        rows.push_back(viewRow(*node));
     }
     QItemSelection selection;
     for (const TreeNode *parent : parents) {
@@ -108,8 +110,8 @@ QItemSelection TreeController::selectionOf(const std::vector<TreeNode *> &nodes)
             size_t last = first;
             for (++i; i < rows.size() && rows[i] <= last + 1; ++i)
                 last = rows[i];
-            selection.append({indexForNode(*parent->children_[first]),
-                              indexForNode(*parent->children_[last], PageColumn)});
+            const std::vector<TreeNode *> &shown = shownChildren(*parent);
+            selection.append({indexForNode(*shown[first]), indexForNode(*shown[last], PageColumn)});
         }
     }
     return selection;

@@ -5,8 +5,8 @@
 namespace leafwright {
 
 /// The titles of a menu, each with an ampersand before the letter that chooses it: the first of a word if one
-/// is free, or any other, in whatever language they are. No two share one; a title of which none is left has
-/// none.
+/// is free, or any other, in whatever language they are. No two share one, and as many titles as can be have
+/// one: one that can do with another letter leaves its own to one that can't.
 QStringList withAccessLetters(const QStringList &titles);
 
 }  // namespace leafwright

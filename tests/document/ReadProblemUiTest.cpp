@@ -1,6 +1,8 @@
 #include "document/commands/AutoTOCCommands.h"
 #include "document/commands/ContentsCommands.h"
+#include "document/commands/FindCommands.h"
 #include "document/window/ContentsProposal.h"
+#include "document/window/FindBar.h"
 #include "pdf/mupdf/FileStream.h"
 #include "support/BookPdf.h"
 #include "support/OpenPdf.h"
@@ -9,6 +11,7 @@
 #include "support/WindowFixture.h"
 #include "widgets/NoticeBars.h"
 
+#include <QLineEdit>
 #include <QPushButton>
 
 #include <cerrno>
@@ -111,6 +114,21 @@ TEST_F(ReadProblem, HeadingsThatAreMadeAnOutlineMayLackSome) {
     cutShort();
     document.autoTOCCommands().runAutoTOCwithH1H2H3Map();
     EXPECT_THAT(textOf("readProblem"), HasSubstr(notAll));
+}
+
+TEST_F(ReadProblem, WhatIsFoundOnThePagesMayNotBeAll) {
+    open(longer(test::makeBook()));
+    cutShort();
+    perform("findOnPages:");
+    const auto search = [&](const char *text) {
+        document.myWindow()->findBar()->findChild<QLineEdit *>("findField")->setText(text);
+        document.findCommands().finish();
+    };
+    search("nowhere");
+    EXPECT_THAT(textOf("readProblem"), HasSubstr(notAll));
+    document.myWindow()->notices()->removeNotice("readProblem");
+    search("nowhere else");
+    EXPECT_EQ(textOf("readProblem"), "") << "once is enough";
 }
 
 TEST_F(ReadProblem, ContentsThatAreTakenMayLackSome) {

@@ -1,5 +1,9 @@
+#include "document/commands/FindCommands.h"
+#include "document/window/FindBar.h"
 #include "support/OpenPdf.h"
 #include "support/WindowFixture.h"
+
+#include <QLineEdit>
 
 #include <gmock/gmock.h>
 
@@ -19,11 +23,29 @@ protected:
 };
 
 TEST_F(WithoutPages, EveryCommandThatAsksNothingMayBeGiven) {
-    for (const char *selector :
-         {"nextPage:", "prevPage:", "goBack:", "goForward:", "zoomIn:", "zoomOut:", "zoomToFit:",
-          "zoomToPage:", "zoomToActualSize:", "nextPageLabelLocation:", "copy:", "useSelectionforH1:",
-          "addSelectedTextAsTOCSibling:", "selectTOCAll:", "moveToPageOfOutlineItem:", "resetH1H2H3FontsMap:",
-          "addChildOutlineItem:", "dumpFontsOnCurrentPage:", "debugPrintFontsInDocument:"}) {
+    for (const char *selector : {"nextPage:",
+                                 "prevPage:",
+                                 "goBack:",
+                                 "goForward:",
+                                 "zoomIn:",
+                                 "zoomOut:",
+                                 "zoomToFit:",
+                                 "zoomToPage:",
+                                 "zoomToActualSize:",
+                                 "nextPageLabelLocation:",
+                                 "copy:",
+                                 "useSelectionforH1:",
+                                 "addSelectedTextAsTOCSibling:",
+                                 "selectTOCAll:",
+                                 "moveToPageOfOutlineItem:",
+                                 "resetH1H2H3FontsMap:",
+                                 "addChildOutlineItem:",
+                                 "dumpFontsOnCurrentPage:",
+                                 "debugPrintFontsInDocument:",
+                                 "findOnPages:",
+                                 "findNext:",
+                                 "filterOutline:",
+                                 "revealCurrentEntry:"}) {
         SCOPED_TRACE(selector);
         select({{0}});
         if (document.actions().validateUserInterfaceItem(selector)) document.actions().perform(selector);
@@ -32,6 +54,16 @@ TEST_F(WithoutPages, EveryCommandThatAsksNothingMayBeGiven) {
     document.myWindow()->grab();
     EXPECT_GE(document.root().children().size(), 1U);
     EXPECT_THAT(platform.alerts, testing::IsEmpty());
+}
+
+TEST_F(WithoutPages, NothingIsFoundOnThem) {
+    ASSERT_TRUE(document.actions().perform("findOnPages:"));
+    FindBar &bar = *document.myWindow()->findBar();
+    bar.findChild<QLineEdit *>("findField")->setText("one");
+    document.findCommands().finish();
+    EXPECT_EQ(bar.result(), "Not found");
+    ASSERT_TRUE(document.actions().perform("findNext:"));
+    EXPECT_EQ(platform.beeps, 1);
 }
 
 TEST_F(WithoutPages, AnEditedOutlineIsSavedWithoutDestinations) {

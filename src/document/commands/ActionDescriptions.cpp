@@ -43,6 +43,9 @@ constexpr auto descriptions = std::to_array<ActionDescription>({
     {"selectTOCOnlyLevel2:", Menu::Edit, TITLE("Select Level 2"), "Ctrl+2"},
     {"selectTOCOnlyLevel3:", Menu::Edit, TITLE("Select Level 3"), "Ctrl+3"},
     {"runSearchSelectSheet:", Menu::Edit, TITLE("Search and Select…"), "Ctrl+F", sheet},
+    {"findOnPages:", Menu::Edit, TITLE("Find in Pages…"), "Ctrl+Shift+F", group},
+    {"findNext:", Menu::Edit, TITLE("Find Next"), "F3"},
+    {"findPrevious:", Menu::Edit, TITLE("Find Previous"), "Shift+F3"},
     {"showPreferences:", Menu::Edit, TITLE("Preferences…"), "Ctrl+,", group},
 
     {"addSiblingOutlineItem:", Menu::Outline, TITLE("Add Sibling"), "Ctrl+B", bar},
@@ -58,6 +61,8 @@ constexpr auto descriptions = std::to_array<ActionDescription>({
     {"applyTOCExpand:", Menu::Outline, TITLE("Expand"), "Ctrl+Right", group, Needs::Entries},
     {"applyTOCCollapse:", Menu::Outline, TITLE("Collapse"), "Ctrl+Left", none, Needs::Entries},
     {"toggleOpenInViewers:", Menu::Outline, TITLE("Open in Viewers"), "", none, Needs::Entries},
+    {"filterOutline:", Menu::Outline, TITLE("Filter…"), "Ctrl+K", group},
+    {"revealCurrentEntry:", Menu::Outline, TITLE("Reveal Current Entry"), ""},
 
     {"renameSequentialNumbering:", Menu::Titles, TITLE("Number Sequentially…"), "", sheet, Needs::Entries},
     {"renameFindReplace:", Menu::Titles, TITLE("Find and Replace…"), "Ctrl+H", sheet, Needs::Entries},
@@ -125,15 +130,16 @@ constexpr auto onEntries = std::to_array<const char *>(
     {"moveToPageOfOutlineItem:", separator, "addSiblingOutlineItem:", "addChildOutlineItem:", separator,
      "copy:", "removeOutlineItems:", "promoteChildrenOutlineItem:", separator, "moveLeft:", "moveRight:",
      "moveUp:", "moveDown:", separator, "applyTOCExpand:", "applyTOCCollapse:", "toggleOpenInViewers:"});
-constexpr auto besideEntries =
-    std::to_array<const char *>({"addSiblingOutlineItem:", separator,
-                                 "selectTOCAll:", "runSearchSelectSheet:", separator, "runGuessPDF:"});
+constexpr auto besideEntries = std::to_array<const char *>(
+    {"addSiblingOutlineItem:", separator,
+     "selectTOCAll:", "runSearchSelectSheet:", "filterOutline:", separator, "runGuessPDF:"});
 constexpr auto onText = std::to_array<const char *>(
     {"copy:", separator, "addSelectedTextAsTOCSibling:", "addSelectedTextAsTOCChild:", separator,
      "useSelectionforH1:", "useSelectionforH2:", "useSelectionforH3:", "useSelectionforH4:", "runMiniTOC:"});
 constexpr auto onPages = std::to_array<const char *>(
-    {"addSiblingOutlineItem:", "addChildOutlineItem:", separator, "goToPageLabel:", "goBack:", "goForward:",
-     separator, "zoomIn:", "zoomOut:", "zoomToFit:", "zoomToPage:", "zoomToActualSize:", separator,
+    {"addSiblingOutlineItem:", "addChildOutlineItem:", separator,
+     "goToPageLabel:", "goBack:", "goForward:", "findOnPages:", "revealCurrentEntry:", separator,
+     "zoomIn:", "zoomOut:", "zoomToFit:", "zoomToPage:", "zoomToActualSize:", separator,
      "nextPageLabelLocation:", "runPrintedPageSheet:"});
 constexpr auto onThumbnails = std::to_array<const char *>(
     {"addSiblingOutlineItem:", "addChildOutlineItem:", separator, "goToPageLabel:", "runPrintedPageSheet:"});

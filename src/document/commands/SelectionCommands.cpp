@@ -1,6 +1,9 @@
 #include "document/commands/SelectionCommands.h"
 
 #include "document/MyDocument.h"
+#include "document/window/CurrentEntry.h"
+#include "document/window/DocumentWindow.h"
+#include "document/window/OutlineFilter.h"
 #include "model/TreeWalk.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "texts/Translated.h"
@@ -33,6 +36,8 @@ SelectionCommands::SelectionCommands(MyDocument &document) : document_(document)
     actions.handle("selectTOCOnlyLevel3:", [this](QObject *) { selectTOCOnlyLevel(3); });
     actions.handle("applyTOCExpand:", [this](QObject *) { applyTOCExpand(); });
     actions.handle("applyTOCCollapse:", [this](QObject *) { applyTOCCollapse(); });
+    actions.handle("filterOutline:", [this](QObject *) { filterOutline(); });
+    actions.handle("revealCurrentEntry:", [this](QObject *) { revealCurrentEntry(); });
     actions.handle("runSearchSelectSheet:", [this](QObject *) { runSearchSelectSheet(); });
 }
 
@@ -65,6 +70,14 @@ void SelectionCommands::applyTOCCollapse() {
     document_.outlineview()->collapseItems(document_.selectedNodes());
 }
 
+void SelectionCommands::filterOutline() {
+    document_.myWindow()->outlineFilter()->open();
+}
+
+void SelectionCommands::revealCurrentEntry() {
+    document_.myWindow()->currentEntry()->reveal();
+}
+
 void SelectionCommands::runSearchSelectSheet() {
     auto *sheet = new Sheet(translated("Search and Select"));
     sheet->addText(
@@ -84,6 +97,10 @@ void SelectionCommands::searchAndSelect(const QString &term) {
     for (TreeNode *node : tree.arrangedObjects().childNodes())
         for (IndexPath &path : recursiveMatchIndexPathsInSubTree(*node, term))
             matches.push_back(std::move(path));
+    // What a filter hides can't be selected.
+    std::erase_if(matches, [&tree](const IndexPath &path) {
+        return !tree.isShown(*tree.descendantNodeAtIndexPath(path));
+    });
     if (matches.empty()) return document_.platform().beep();
     tree.setSelectionIndexPaths(matches);
     document_.outlineview()->setFocus();

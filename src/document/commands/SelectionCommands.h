@@ -24,9 +24,14 @@ public:
     /// Unfolds the selected items and everything below them.
     void applyTOCExpand();
     void applyTOCCollapse();
+    /// Goes to the field that says which entries are shown.
+    void filterOutline();
+    /// Selects and shows the entry that is being read; beeps where there is none.
+    void revealCurrentEntry();
     /// Opens a sheet that asks for a text, and selects the items whose titles contain it.
     void runSearchSelectSheet();
-    /// Selects the items whose titles contain a term; beeps and keeps the selection if there are none.
+    /// Selects the items whose titles contain a term, without those that a filter hides; beeps and keeps the
+    /// selection if there are none.
     void searchAndSelect(const QString &term);
 
 private:

@@ -7,10 +7,13 @@
 #include "categories/TextCleaning.h"
 #include "document/MyDocument.h"
 #include "document/outline/TitleRewriting.h"
+#include "document/window/DocumentWindow.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "outlineview/OutlineViewExtensions.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
+
+#include <QStatusBar>
 
 #include <algorithm>
 
@@ -29,7 +32,7 @@ public:
         document_.setShouldIgnoreKVO(true);
         TreeController &tree = document_.treecontroller();
         nodes_ = tree.selectedNodes();
-        if (nodes_.size() > nodesWorthMovingSingly) manyMoves_.emplace(tree);
+        if (nodes_.size() > nodesWorthMovingSingly || tree.isFiltered()) manyMoves_.emplace(tree);
     }
     ~Moving() {
         manyMoves_.reset();
@@ -187,12 +190,26 @@ void StructuralEdits::addChildOutlineItem() {
     editSelectedTitle();
 }
 
+/// Tells how many entries went with those above them although the filter hid them.
+void StructuralEdits::tellRemovedUnseen(size_t count) const {
+    if (count == 0) return;
+    constexpr int timeOfMessage = 8'000;  // milliseconds
+    document_.myWindow()->statusBar()->showMessage(
+        MyDocument::tr(
+            "Entries that the filter hides were removed with those above them: %1. Step Back brings "
+            "them back.")
+            .arg(count),
+        timeOfMessage);
+}
+
 void StructuralEdits::removeOutlineItems() {
     if (!mayEdit()) return document_.platform().beep();
     const OutlineEdits::Transaction edit(document_.edits(), QStringLiteral("removeOutlineItems:"));
     std::vector<std::weak_ptr<TreeNode>> nodes;
     for (TreeNode *node : document_.selectedNodes())
         nodes.push_back(node->weak_from_this());
+    const TreeController &tree = document_.treecontroller();
+    const size_t hiddenBefore = tree.nodeCount() - tree.shownCount();
     // What is left of the list stays where it was, although Qt would show the neighbour of what goes.
     document_.outlineview()->keepingPlace([&] {
         for (const auto &weak : nodes) {
@@ -203,6 +220,7 @@ void StructuralEdits::removeOutlineItems() {
         }
         document_.treecontroller().setSelectedNodes({});
     });
+    tellRemovedUnseen(hiddenBefore - (tree.nodeCount() - tree.shownCount()));
 }
 
 void StructuralEdits::promoteChildrenOutlineItem() {

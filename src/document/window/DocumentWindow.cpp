@@ -4,8 +4,11 @@
 #include "document/commands/HeadingMapCommands.h"
 #include "document/commands/StepCommands.h"
 #include "document/window/ContextMenus.h"
+#include "document/window/CurrentEntry.h"
+#include "document/window/FindBar.h"
 #include "document/window/HeadingMapModel.h"
 #include "document/window/OutlineDelegate.h"
+#include "document/window/OutlineFilter.h"
 #include "files/FileName.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "pageview/ThumbnailView.h"
@@ -40,6 +43,7 @@ namespace leafwright {
 namespace {
 
 constexpr QSize firstSize{1060, 800};
+constexpr int timeOfMessage = 8'000;  // milliseconds
 constexpr std::array menus{Menu::File,     Menu::Edit, Menu::Outline, Menu::Titles,
                            Menu::Contents, Menu::View, Menu::Help};
 
@@ -125,6 +129,8 @@ void DocumentWindow::makeViews() {
     layout->setContentsMargins({});
     layout->setSpacing(0);
     layout->addWidget(notices_);
+    findBar_ = new FindBar;
+    layout->addWidget(findBar_);
     layout->addWidget(splitViewTopLevel_, 1);
     setCentralWidget(content);
 }
@@ -156,7 +162,14 @@ QWidget *DocumentWindow::makeOutlinePane() {
 
     outlinePane_ = new QSplitter(Qt::Vertical);
     outlinePane_->setChildrenCollapsible(false);
-    outlinePane_->addWidget(outlineview_);
+    outlineFilter_ = new OutlineFilter(document_, *outlineview_);
+    outlineWithFilter_ = new QWidget;
+    auto *column = new QVBoxLayout(outlineWithFilter_);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    column->addWidget(outlineFilter_);
+    column->addWidget(outlineview_, 1);
+    outlinePane_->addWidget(outlineWithFilter_);
     outlinePane_->addWidget(tableViewH1H2H3Config_);
     outlinePane_->setStretchFactor(0, 3);
     outlinePane_->setStretchFactor(1, 1);
@@ -166,15 +179,15 @@ QWidget *DocumentWindow::makeOutlinePane() {
 void DocumentWindow::showPanel(Sheet &panel) {
     const QList<int> sizes = outlinePane_->sizes();
     tableViewH1H2H3Config_->hide();
-    outlineview_->setVisible(document_.treecontroller().rowCount() > 0);
+    outlineWithFilter_->setVisible(document_.treecontroller().nodeCount() > 0);
     connect(&document_.treecontroller(), &QAbstractItemModel::rowsInserted, &panel,
-            [this] { outlineview_->show(); });
+            [this] { outlineWithFilter_->show(); });
     outlinePane_->addWidget(&panel);
     constexpr int panelShare = 3;
     outlinePane_->setStretchFactor(outlinePane_->indexOf(&panel), panelShare);
     outlinePane_->setSizes({1, 0, panelShare});
     connect(&panel, &QDialog::finished, this, [this, sizes] {
-        outlineview_->show();
+        outlineWithFilter_->show();
         tableViewH1H2H3Config_->show();
         outlinePane_->setSizes(sizes);
         outlineview_->setFocus();
@@ -268,6 +281,7 @@ void DocumentWindow::connectViews() {
     connect(outlineview_, &QTreeView::collapsed, this, scheduleUpdate);
     connect(&document_.treecontroller(), &QAbstractItemModel::rowsMoved, this, scheduleUpdate);
     connect(&document_.treecontroller(), &QAbstractItemModel::layoutChanged, this, scheduleUpdate);
+    connect(&document_.treecontroller(), &QAbstractItemModel::modelReset, this, scheduleUpdate);
     connect(pdfview_, &PDFView::selectionChanged, this, scheduleUpdate);
     connect(pdfview_, &PDFView::historyChanged, this, scheduleUpdate);
     connect(pdfview_, &PDFView::pageChanged, this, &DocumentWindow::updatePageStatus);
@@ -279,10 +293,19 @@ void DocumentWindow::connectViews() {
     connect(tableViewH1H2H3Config_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { document_.headingMapCommands().tableViewSelectionDidChange(); });
     connect(&document_, &MyDocument::historyChanged, this, scheduleUpdate);
+    connect(outlineFilter_, &OutlineFilter::told, this,
+            [this](const QString &text) { statusBar()->showMessage(text, timeOfMessage); });
     connect(&document_, &Document::editedChanged, this, &DocumentWindow::updateTitle);
     connect(&document_, &Document::fileURLChanged, this, &DocumentWindow::updateTitle);
+    currentEntry_ = std::make_unique<CurrentEntry>(document_, *pdfview_, *outlineview_);
     outlineview_->setDelegate(&document_.outlineDelegate());
     document_.edits().setDisplay(outlineview_);
+}
+
+QWidget *DocumentWindow::fieldBarOf(const QString &selector) const {
+    if (selector == u"findOnPages:") return findBar_;
+    if (selector == u"filterOutline:") return outlineFilter_;
+    return nullptr;
 }
 
 void DocumentWindow::updateTitle() {

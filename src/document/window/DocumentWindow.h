@@ -6,17 +6,22 @@
 #include <QMainWindow>
 #include <QTimer>
 
+#include <memory>
+
 class QLabel;
 class QSplitter;
 class QTableView;
 
 namespace leafwright {
 
+class CurrentEntry;
 class DocumentController;
+class FindBar;
 class LabelPDFView;
 class MyDocument;
 class NoticeBars;
 class OKNSOutlineView;
+class OutlineFilter;
 class Sheet;
 class SplitView;
 class ThumbnailView;
@@ -43,6 +48,15 @@ public:
     SplitView *splitViewTopLevel() const { return splitViewTopLevel_; }
     /// The bars above the pages.
     NoticeBars *notices() const { return notices_; }
+    /// The bar that asks for a text on the pages.
+    FindBar *findBar() const { return findBar_; }
+    /// The field above the outline that says which entries are shown.
+    OutlineFilter *outlineFilter() const { return outlineFilter_; }
+    /// Marks the entry that is being read.
+    CurrentEntry *currentEntry() const { return currentEntry_.get(); }
+    /// What holds the field that a command goes to, in which what is typed takes effect at once; null for all
+    /// other commands.
+    QWidget *fieldBarOf(const QString &selector) const;
 
     /// Shows a panel below the outline, in the place of the heading map, until it has ended. An empty outline
     /// makes room for it. The window owns it from then on.
@@ -84,9 +98,13 @@ private:
     SplitView *splitViewTopLevel_ = nullptr;
     QSplitter *outlinePane_ = nullptr;
     NoticeBars *notices_ = nullptr;
+    FindBar *findBar_ = nullptr;
+    OutlineFilter *outlineFilter_ = nullptr;
+    QWidget *outlineWithFilter_ = nullptr;
     QLabel *pageStatus_ = nullptr;
     QLabel *zoomStatus_ = nullptr;
     QList<QAction *> tableActions_;  ///< Those whose enabled state the table decides.
+    std::unique_ptr<CurrentEntry> currentEntry_;
     bool closesWhenIdle_ = false;
     QTimer actionsUpdate_;  ///< Many changes at once lead to one update.
 };

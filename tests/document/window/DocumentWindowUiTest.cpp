@@ -201,7 +201,7 @@ TEST_F(Window, EveryWidgetThatTakesTheFocusHasANameForAssistivePrograms) {
         EXPECT_FALSE(name.isEmpty()) << element->object()->metaObject()->className();
         names.append(name);
     }
-    for (const char *name : {"Pages", "Page", "Outline", "Heading map"})
+    for (const char *name : {"Pages", "Page", "Outline", "Filter of the outline", "Heading map"})
         EXPECT_TRUE(names.contains(name)) << name;
 }
 
@@ -213,7 +213,7 @@ TEST_F(Window, TheTabKeyReachesEveryPane) {
         QTest::keyClick(window().focusWidget(), Qt::Key_Tab);
         reached.insert(window().focusWidget()->accessibleName());
     }
-    for (const char *name : {"Pages", "Page", "Outline", "Heading map"})
+    for (const char *name : {"Pages", "Page", "Outline", "Filter of the outline", "Heading map"})
         EXPECT_TRUE(reached.contains(name)) << name;
 }
 
@@ -371,7 +371,7 @@ TEST_F(WindowOnATree, AClickWithTheSecondButtonOffersWhatCanBeDoneThere) {
               "removeOutlineItems: promoteChildrenOutlineItem: | moveLeft: moveRight: moveUp: moveDown: | "
               "applyTOCExpand: applyTOCCollapse: toggleOpenInViewers: &Titles");
     EXPECT_EQ(contextMenuOf(outline, {20, outline.viewport()->height() - 5}),
-              "addSiblingOutlineItem: | selectTOCAll: runSearchSelectSheet: | runGuessPDF:");
+              "addSiblingOutlineItem: | selectTOCAll: runSearchSelectSheet: filterOutline: | runGuessPDF:");
     const QString onPages = contextMenuOf(*document.pdfview(), {100, 100});
     EXPECT_TRUE(onPages.startsWith("addSiblingOutlineItem: addChildOutlineItem: | "))
         << onPages.toStdString();
