@@ -24,12 +24,12 @@ using How = WorkerEnd::How;
 
 /// Runs the shell in place of the program.
 WorkerEnd runShell(const QString &script, QByteArray &said, std::chrono::seconds limit = 0s) {
-    WorkerProcess::setProgram("/bin/sh");
+    cli::setProgramToStart("/bin/sh");
     const WorkerEnd end =
         WorkerProcess({"-c", script}, WorkerOf::Batch).run(limit, -1, [&said](const QByteArray &text) {
             said += text;
         });
-    WorkerProcess::setProgram(commandLineProgram());
+    cli::setProgramToStart(commandLineProgram());
     return end;
 }
 
@@ -84,9 +84,9 @@ TEST(WorkerProcess, IsEndedAlsoWhenItDoesNotListen) {
 }
 
 TEST(WorkerProcess, ThatCantBeStartedIsTold) {
-    WorkerProcess::setProgram("/nonexistent/program");
+    cli::setProgramToStart("/nonexistent/program");
     const WorkerEnd end = WorkerProcess({"info"}, WorkerOf::Batch).run(0s, -1, [](const QByteArray &) {});
-    WorkerProcess::setProgram(commandLineProgram());
+    cli::setProgramToStart(commandLineProgram());
     EXPECT_EQ(end.how, How::NotStarted);
     EXPECT_THAT(end.reason(0s)->toStdString(), HasSubstr("No such file or directory"));
 }
