@@ -1,6 +1,7 @@
 #include "cli/Commands.h"
 #include "cli/OpenFile.h"
 #include "cli/OutlineFormats.h"
+#include "model/TreeWalk.h"
 #include "texts/Translated.h"
 
 namespace leafwright::cli {
@@ -38,7 +39,7 @@ ExitCode OutlineCommand::run(const QCommandLineParser &arguments, Console &conso
     const QString path = arguments.positionalArguments().first();
     const auto document = openForReading(path, console);
     if (!document) return Failed;
-    document->outlineRoot();
+    console.tellEntries(countBelow(document->outlineRoot()));
     if (const auto failure = readFailure(path, *document)) {
         console.message(*failure);
         return Failed;

@@ -5,6 +5,7 @@
 #include "cli/Interruption.h"
 #include "cli/WorkerProcess.h"
 #include "files/FileReading.h"
+#include "model/TreeWalk.h"
 #include "texts/Translated.h"
 
 #include <QDir>
@@ -129,10 +130,11 @@ void appendEntries(OutlineDocument &document, MyOutlineItem::Children entries) {
 }
 
 std::optional<QString> writeEntries(OutlineDocument &document, MyOutlineItem::Children entries, bool keep,
-                                    const QString &out) {
+                                    const QString &out, Console &console) {
     // Otherwise a document of scanned pages would lose the outline that it has.
     if (keep || entries.empty()) document.importOutline();
     appendEntries(document, std::move(entries));
+    console.tellEntries(countBelow(document.root()));
     if (const auto error = document.write(out, OutlineDocument::saveFinalPDF)) return error->message;
     return std::nullopt;
 }
