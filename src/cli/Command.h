@@ -30,6 +30,8 @@ struct CommandInfo {
     QList<Argument> arguments;
     QList<QCommandLineOption> options;
     QString aloneOption = {};  ///< The name of an option that stands without the arguments; may be empty.
+    bool endsWithCommand =
+        false;  ///< What begins with the first argument is a command, with its own options.
 };
 
 /// One subcommand of leafwright-cli.

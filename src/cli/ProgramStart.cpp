@@ -16,8 +16,8 @@ namespace leafwright::cli {
 
 namespace {
 
-/// Tells a process whose worker it is: "batch" or "command", the number of the process that waits for it, and
-/// that of the descriptor of its journal.
+/// Tells a process whose worker it is: "batch", "command" or "pool", the number of the process that waits for
+/// it, and that of the descriptor that it keeps.
 constexpr const char *environmentName = "LEAFWRIGHT_WORKER";
 
 QByteArray &program() {
@@ -26,6 +26,9 @@ QByteArray &program() {
 }
 
 constexpr Translated translated{"ProgramStart"};
+
+WorkerOf role = WorkerOf::None;
+int kept = -1;
 
 /// A list of strings as the system's functions take it.
 class StringVector {
@@ -42,14 +45,18 @@ private:
     std::vector<char *> pointers_;
 };
 
+QByteArray nameOf(WorkerOf waiting) {
+    return waiting == WorkerOf::Batch ? "batch" : waiting == WorkerOf::Pool ? "pool" : "command";
+}
+
 QByteArrayList environmentFor(WorkerOf waiting, int journal) {
     QByteArrayList environment;
     const QByteArray own = QByteArray(environmentName) + '=';
     for (char **entry = environ; *entry; ++entry) {
         if (!QByteArrayView(*entry).startsWith(own)) environment.append(*entry);
     }
-    environment.append(own + (waiting == WorkerOf::Batch ? "batch " : "command ") +
-                       QByteArray::number(::getpid()) + ' ' + QByteArray::number(journal));
+    environment.append(own + nameOf(waiting) + ' ' + QByteArray::number(::getpid()) + ' ' +
+                       QByteArray::number(journal));
     return environment;
 }
 
@@ -73,7 +80,8 @@ public:
         sigset_t heeded;
         sigset_t blocked;
         sigemptyset(&heeded);
-        sigaddset(&heeded, SIGTERM);
+        for (const int signal : {SIGTERM, SIGPIPE})
+            sigaddset(&heeded, signal);
         sigemptyset(&blocked);
         posix_spawnattr_init(&attributes_);
         posix_spawnattr_setsigdefault(&attributes_, &heeded);
@@ -108,21 +116,31 @@ private:
 }  // namespace
 
 WorkerOf workerOf() {
-    const QByteArray value = qgetenv(environmentName);
-    return value.startsWith("batch ")     ? WorkerOf::Batch
-           : value.startsWith("command ") ? WorkerOf::Command
-                                          : WorkerOf::None;
+    return role;
+}
+
+int workerDescriptor() {
+    return kept;
 }
 
 void beginAsWorker() {
-    if (workerOf() == WorkerOf::None) return;
+    const QByteArray value = qgetenv(environmentName);
+    for (const WorkerOf waiting : {WorkerOf::Command, WorkerOf::Batch, WorkerOf::Pool})
+        if (value.startsWith(nameOf(waiting) + ' ')) role = waiting;
+    if (role == WorkerOf::None) return;
     // The system sends this when the thread ends that has started the worker; it waits for the worker.
     ::prctl(PR_SET_PDEATHSIG, SIGTERM);
     // It may be too late for that.
-    const QByteArrayList words = qgetenv(environmentName).split(' ');
+    const QByteArrayList words = value.split(' ');
     if (words.size() != 3 || ::getppid() != words[1].toInt()) endAsNobodysWorker();
-    const int journal = words[2].toInt();
-    ::fcntl(journal, F_SETFD, FD_CLOEXEC);
+    kept = words[2].toInt();
+    ::fcntl(kept, F_SETFD, FD_CLOEXEC);
+    if (role != WorkerOf::Pool) keepWritingJournal(kept);
+}
+
+void becomeWorkerOfBatch(int journal) {
+    role = WorkerOf::Batch;
+    kept = journal;
     keepWritingJournal(journal);
 }
 

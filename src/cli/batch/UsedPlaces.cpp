@@ -1,0 +1,51 @@
+#include "cli/batch/UsedPlaces.h"
+
+#include "files/FileTarget.h"
+#include "texts/Translated.h"
+
+#include <set>
+
+namespace leafwright::cli {
+
+namespace {
+
+constexpr Translated translated{"UsedPlaces"};
+
+constexpr std::uint64_t isRead = 1;
+constexpr std::uint64_t isWritten = 2;
+
+/// The name that a path leads to, in its folder: unlike the file, it is the same before and after a save.
+/// Null where it leads nowhere; whoever writes there says so.
+QByteArray nameAt(const QString &path) {
+    const auto found = findTarget(path);
+    const auto *target = std::get_if<FileTarget>(&found);
+    struct stat folder = {};
+    if (!target || target->path.isEmpty() || ::stat(target->folder().constData(), &folder) != 0) return {};
+    return QByteArray::number(quint64{folder.st_dev}) + ' ' + QByteArray::number(quint64{folder.st_ino}) +
+           '/' + target->name();
+}
+
+}  // namespace
+
+std::optional<QString> UsedPlaces::add(const QString &file, const QString &pdf, const QStringList &written) {
+    const QByteArray read = nameAt(file);
+    if ((places_.find(read).value_or(0) & isWritten) != 0)
+        return translated("another job writes to this file");
+    std::set<QByteArray> own;
+    for (const QString &path : QStringList{pdf} + written) {
+        const QByteArray name = path.isEmpty() ? QByteArray() : nameAt(path);
+        if (name.isNull()) continue;
+        if (!own.insert(name).second || (places_.find(name).value_or(0) & isWritten) != 0)
+            return translated("two results would be written to %1").arg(path);
+        if (places_.find(name) || (name == read && path != pdf))
+            return translated("%1 is read, and would be overwritten").arg(path);
+    }
+    bool kept = read.isNull() || places_.put(read, isRead);
+    for (const QByteArray &name : own)
+        kept = kept && places_.put(name, isRead | isWritten);
+    if (!kept || places_.failed())
+        return translated("there is no room for temporary files, by which jobs that meet are told");
+    return std::nullopt;
+}
+
+}  // namespace leafwright::cli
