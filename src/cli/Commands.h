@@ -77,6 +77,13 @@ public:
     bool limitsTime(const QCommandLineParser &arguments) const override;
 };
 
+/// `report LOG...`: what came of batches, as a page of HTML or as CSV.
+class ReportCommand final : public Command {
+public:
+    CommandInfo info() const override;
+    ExitCode run(const QCommandLineParser &arguments, Console &console) const override;
+};
+
 /// `run STEPS FILE`: plays a script of commands and gestures on a document with its window.
 class RunCommand final : public Command {
 public:
