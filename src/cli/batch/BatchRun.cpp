@@ -116,15 +116,26 @@ void BatchRun::admit(const QByteArray &line, qint64 number) {
         return;
     }
     waiting.mark = *mark;
-    if (const auto problem = objection(waiting)) {
+    const JobLog::Known known = begin(waiting);
+    const auto problem = known == JobLog::Known::Begun ? std::nullopt : objection(waiting);
+    if (problem) {
         result.message = *problem;
         fail(result, waiting.task.signature, mark);
-    } else if (isDone(waiting)) {
+    } else if (known == JobLog::Known::No) {
+        queue_.put(std::move(waiting));
+    } else {
         result.status = JobResult::Status::Skipped;
         tell(result, waiting.task.signature, mark);
-    } else {
-        queue_.put(std::move(waiting));
     }
+}
+
+/// What the log knows of a job; one whose result is gone is not done.
+JobLog::Known BatchRun::begin(const WaitingJob &waiting) {
+    using Known = JobLog::Known;
+    const Known known = log_.isOpen() ? log_.begin(waiting.task.signature, waiting.mark) : Known::No;
+    if (known == Known::Failed) giveUp(translated("there is no room for temporary files"));
+    const bool isGone = known == Known::Done && !waiting.task.out.isEmpty() && !fileExists(waiting.task.out);
+    return isGone || known == Known::Failed ? Known::No : known;
 }
 
 /// Why a job is not to be done.
@@ -135,23 +146,6 @@ std::optional<QString> BatchRun::objection(const WaitingJob &waiting) {
     if (log_.isOpen() && !task.pdf.isEmpty() && placeOf(task.pdf) == placeOf(waiting.job.file))
         return translated("with --log, no file is written over: whether that was done could not be told");
     return std::nullopt;
-}
-
-/// Whether the log has it, or this run has the same job already.
-bool BatchRun::isDone(const WaitingJob &waiting) {
-    if (!log_.isOpen()) return false;
-    switch (log_.begin(waiting.task.signature, waiting.mark)) {
-        case JobLog::Known::Done:
-            return waiting.task.out.isEmpty() || fileExists(waiting.task.out);
-        case JobLog::Known::Begun:
-            return true;
-        case JobLog::Known::Failed:
-            giveUp(translated("there is no room for temporary files"));
-            return false;
-        case JobLog::Known::No:
-            break;
-    }
-    return false;
 }
 
 void BatchRun::work() {

@@ -38,7 +38,7 @@ private:
     void readJobs(int descriptor);
     void admit(const QByteArray &line, qint64 number);
     std::optional<QString> objection(const WaitingJob &waiting);
-    bool isDone(const WaitingJob &waiting);
+    JobLog::Known begin(const WaitingJob &waiting);
     void work();
     void perform(const WaitingJob &waiting, ForkServer &server);
     void fail(const JobResult &result, const QByteArray &signature, const std::optional<JobMark> &mark);

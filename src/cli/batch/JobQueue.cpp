@@ -39,9 +39,4 @@ bool JobQueue::isAbandoned() const {
     return abandoned_;
 }
 
-size_t JobQueue::countLeft() const {
-    const std::lock_guard lock(mutex_);
-    return jobs_.size();
-}
-
 }  // namespace leafwright::cli

@@ -36,8 +36,6 @@ public:
     void abandon();
     /// Whether abandon() was called.
     bool isAbandoned() const;
-    /// How many jobs were not begun.
-    size_t countLeft() const;
 
 private:
     struct Larger {

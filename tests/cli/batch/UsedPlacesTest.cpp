@@ -1,0 +1,73 @@
+#include "cli/batch/UsedPlaces.h"
+#include "support/CliFiles.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <gmock/gmock.h>
+
+namespace leafwright::test {
+namespace {
+
+using cli::UsedPlaces;
+using testing::HasSubstr;
+
+class UsedPlacesOfJobs : public testing::Test {
+protected:
+    void SetUp() override {
+        for (const char *name : {"a.pdf", "b.pdf"})
+            saveBytes(dir.path(name), "x");
+    }
+    /// @param pdf empty for none
+    std::string add(const QString &file, const QString &pdf, const QStringList &written = {}) {
+        QStringList paths;
+        for (const QString &name : written)
+            paths.append(dir.path(name));
+        const auto problem = places.add(dir.path(file), pdf.isEmpty() ? pdf : dir.path(pdf), paths);
+        return problem.value_or("none").toStdString();
+    }
+
+    TempDir dir;
+    UsedPlaces places;
+};
+
+TEST_F(UsedPlacesOfJobs, OfTheirOwnAreFine) {
+    EXPECT_EQ(add("a.pdf", "a.out"), "none");
+    EXPECT_EQ(add("b.pdf", "b.out", {"b.json"}), "none");
+    EXPECT_EQ(add("a.pdf", "a.deeper", {}), "none") << "one file may be done in several ways";
+    EXPECT_EQ(add("a.pdf", ""), "none");
+}
+
+TEST_F(UsedPlacesOfJobs, APdfMayTakeThePlaceOfItsFile) {
+    EXPECT_EQ(add("a.pdf", "a.pdf"), "none");
+    EXPECT_THAT(add("a.pdf", "a.out"), HasSubstr("another job writes to this file"));
+}
+
+TEST_F(UsedPlacesOfJobs, ResultsDoNotMeet) {
+    EXPECT_EQ(add("a.pdf", "out"), "none");
+    EXPECT_THAT(add("b.pdf", "out"), HasSubstr("two results would be written to"));
+    EXPECT_THAT(add("b.pdf", "./out"), HasSubstr("two results would be written to"));
+    saveBytes(dir.path("out"), "the first one's");
+    EXPECT_THAT(add("b.pdf", "out"), HasSubstr("two results would be written to"));
+    EXPECT_THAT(add("b.pdf", "b.out", {"b.out"}), HasSubstr("two results would be written to"));
+}
+
+TEST_F(UsedPlacesOfJobs, ResultsDoNotMeetThroughLinks) {
+    ASSERT_TRUE(QDir(dir.path(".")).mkdir("folder"));
+    ASSERT_TRUE(QFile::link(dir.path("folder"), dir.path("link")));
+    ASSERT_TRUE(QFile::link(dir.path("folder/out"), dir.path("dangling")));
+    EXPECT_EQ(add("a.pdf", "folder/out"), "none");
+    EXPECT_THAT(add("b.pdf", "link/out"), HasSubstr("two results would be written to"));
+    EXPECT_THAT(add("b.pdf", "dangling"), HasSubstr("two results would be written to"));
+}
+
+TEST_F(UsedPlacesOfJobs, WhatOneReadsNoOtherWrites) {
+    EXPECT_EQ(add("a.pdf", "a.out"), "none");
+    EXPECT_THAT(add("b.pdf", "a.pdf"), HasSubstr("is read, and would be overwritten"));
+    EXPECT_THAT(add("a.out", "c.out"), HasSubstr("another job writes to this file"));
+    EXPECT_THAT(add("a.pdf", "a.pdf"), HasSubstr("is read, and would be overwritten"));
+    EXPECT_THAT(add("b.pdf", "b.out", {"b.pdf"}), HasSubstr("is read, and would be overwritten"));
+}
+
+}  // namespace
+}  // namespace leafwright::test
