@@ -59,18 +59,18 @@ protected:
     }
     /// Does a job, and meanwhile, when its worker is there, something to that and who has started it.
     WorkerReport runAndMeanwhile(const cli::WorkerJob &job,
-                                 const std::function<void(pid_t server, pid_t worker)> &act) {
+                                 const std::function<void(pid_t starter, pid_t worker)> &act) {
         std::jthread meanwhile([&act] {
             std::vector<pid_t> servers;
             std::vector<pid_t> workers;
-            QTest::qWaitFor(
+            const bool isThere = QTest::qWaitFor(
                 [&] {
                     servers = childrenOf(::getpid());
                     workers = servers.empty() ? servers : childrenOf(servers.front());
                     return !workers.empty();
                 },
                 30'000);
-            if (!workers.empty()) act(servers.front(), workers.front());
+            if (isThere) act(servers.front(), workers.front());
         });
         return server.run(job);
     }
@@ -135,7 +135,7 @@ TEST_F(ForkServers, GiveUpAJobThatTakesTooLong) {
 
 TEST_F(ForkServers, GoOnAfterAWorkerThatCrashes) {
     const WorkerReport report =
-        runAndMeanwhile(endlessJob(), [](pid_t /*server*/, pid_t worker) { ::kill(worker, SIGSEGV); });
+        runAndMeanwhile(endlessJob(), [](pid_t /*starter*/, pid_t worker) { ::kill(worker, SIGSEGV); });
     EXPECT_EQ(report.end.how, How::Signalled);
     EXPECT_EQ(report.end.code, SIGSEGV);
     expectGoesOn();
@@ -143,9 +143,9 @@ TEST_F(ForkServers, GoOnAfterAWorkerThatCrashes) {
 
 TEST_F(ForkServers, AreReplacedWhenTheyCrashThemselves) {
     pid_t left = 0;
-    const WorkerReport report = runAndMeanwhile(endlessJob(), [&left](pid_t server, pid_t worker) {
+    const WorkerReport report = runAndMeanwhile(endlessJob(), [&left](pid_t starter, pid_t worker) {
         left = worker;
-        ::kill(server, SIGKILL);
+        ::kill(starter, SIGKILL);
     });
     EXPECT_EQ(report.end.how, How::Signalled);
     EXPECT_EQ(report.end.code, SIGKILL);
