@@ -731,8 +731,8 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
         <translation>%1 von %2 Aufträgen sind gescheitert</translation>
     </message>
     <message>
-        <source>not all jobs were begun</source>
-        <translation>nicht alle Aufträge wurden begonnen</translation>
+        <source>ended early: what has no line was not begun</source>
+        <translation>vorzeitig beendet: was keine Zeile hat, wurde nicht begonnen</translation>
     </message>
 </context>
 <context>

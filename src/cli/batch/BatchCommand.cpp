@@ -2,9 +2,11 @@
 #include "cli/FileClash.h"
 #include "cli/OutlineOutput.h"
 #include "cli/batch/BatchRun.h"
+#include "files/FileName.h"
 #include "texts/Translated.h"
 
 #include <algorithm>
+#include <climits>
 #include <csignal>
 #include <thread>
 #include <unistd.h>
@@ -56,6 +58,14 @@ std::optional<QString> readLimits(const QCommandLineParser &arguments, BatchLimi
         limits.memory = *megabytes * bytesInAMegabyte;
     }
     return std::nullopt;
+}
+
+/// The path of the file that a descriptor leads to; what is none has none that leads anywhere.
+QString pathOf(int descriptor) {
+    const QByteArray link = "/proc/self/fd/" + QByteArray::number(descriptor);
+    QByteArray path(PATH_MAX, Qt::Uninitialized);
+    path.truncate(std::max(ssize_t{0}, ::readlink(link.constData(), path.data(), PATH_MAX)));
+    return fileNameText(path);
 }
 
 QList<QCommandLineOption> options() {
@@ -121,7 +131,9 @@ ExitCode BatchCommand::run(const QCommandLineParser &arguments, Console &console
         return Failed;
     }
     const BrokenPipesFail brokenPipesFail;
-    BatchRun batch(jobs, limits, log, console);
+    QStringList ownFiles{pathOf(STDIN_FILENO), pathOf(console.resultsDescriptor())};
+    if (!path.isEmpty()) ownFiles.append(path);
+    BatchRun batch(jobs, limits, log, ownFiles, console);
     return batch.run(STDIN_FILENO) ? Done : Failed;
 }
 

@@ -56,6 +56,8 @@ BatchRun::~BatchRun() {
 
 bool BatchRun::run(int descriptor) {
     stop_ = ::eventfd(0, EFD_CLOEXEC);
+    for (const QString &path : std::as_const(ownFiles_))
+        if (!places_.reserve(path)) giveUp(translated("there is no room for temporary files"));
     const Interruption interruption;
     {
         std::vector<std::jthread> workers;
@@ -203,7 +205,7 @@ void BatchRun::giveUp(const QString &problem) {
 bool BatchRun::sayHowItEnded() {
     if (const auto problem = log_.finish()) giveUp(*problem);
     if (failed_ > 0) console_.message(translated("%1 of %2 jobs failed").arg(failed_).arg(told_));
-    if (queue_.isAbandoned()) console_.message(translated("not all jobs were begun"));
+    if (queue_.isAbandoned()) console_.message(translated("ended early: what has no line was not begun"));
     return failed_ == 0 && !gaveUp_ && !queue_.isAbandoned();
 }
 

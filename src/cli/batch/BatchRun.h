@@ -23,9 +23,11 @@ struct BatchLimits {
 /// keeps in memory does not grow with their number.
 class BatchRun {
 public:
-    /// @param log that is open, or none. All must outlive this.
-    BatchRun(const JobCommand &command, BatchLimits limits, JobLog &log, Console &console)
-        : command_(command), limits_(limits), log_(log), console_(console) {}
+    /// @param log that is open, or none @param ownFiles that no job may write. All but these must outlive
+    /// this.
+    BatchRun(const JobCommand &command, BatchLimits limits, JobLog &log, QStringList ownFiles,
+             Console &console)
+        : command_(command), limits_(limits), log_(log), ownFiles_(std::move(ownFiles)), console_(console) {}
     ~BatchRun();
     BatchRun(const BatchRun &) = delete;
     BatchRun &operator=(const BatchRun &) = delete;
@@ -49,6 +51,7 @@ private:
     const JobCommand &command_;
     BatchLimits limits_;
     JobLog &log_;
+    QStringList ownFiles_;
     Console &console_;
     JobQueue queue_{1024};
     UsedPlaces places_;

@@ -27,6 +27,11 @@ QByteArray nameAt(const QString &path) {
 
 }  // namespace
 
+bool UsedPlaces::reserve(const QString &path) {
+    const QByteArray name = nameAt(path);
+    return name.isNull() || places_.put(name, isRead);
+}
+
 std::optional<QString> UsedPlaces::add(const QString &file, const QString &pdf, const QStringList &written) {
     const QByteArray read = nameAt(file);
     if ((places_.find(read).value_or(0) & isWritten) != 0)

@@ -11,6 +11,8 @@ namespace leafwright::cli {
 /// told.
 class UsedPlaces {
 public:
+    /// Keeps a file from being written by any job, such as the batch's own. @return whether that is possible
+    bool reserve(const QString &path);
     /// @param file what a job reads @param pdf the PDF that it writes, which may be its file; may be empty
     /// @param written what it writes besides
     /// @return why it is not to be done; absent where all is well

@@ -133,11 +133,11 @@ TEST_F(Batches, JobThatTakesTooLongIsGivenUp) {
 
 TEST_F(Batches, JobThatTakesTooMuchMemoryFails) {
     const QString file = savePdfWithHeadings(dir, "a.pdf");
-    const BatchResult batch = run({"--memory", "1", "info"}, file.toUtf8());
+    const BatchResult batch = run({"--memory", "1", "fonts"}, file.toUtf8());
     EXPECT_EQ(batch.exitCode, 1);
     EXPECT_EQ(statusOf(batch, file), "failed");
     EXPECT_NE(messageOf(batch, file), "");
-    EXPECT_EQ(run({"--memory", "4000", "info"}, file.toUtf8()).exitCode, 0);
+    EXPECT_EQ(run({"--memory", "4000", "fonts"}, file.toUtf8()).exitCode, 0);
 }
 
 TEST_F(Batches, ResultsThatMeetAreRefused) {
@@ -227,6 +227,18 @@ TEST_F(Batches, LogIsNotWhatTheyRead) {
     const BatchResult batch = run({"--log", dir.path("jobs"), "info"}, file.toUtf8() + '\n');
     EXPECT_EQ(batch.exitCode, 1);
     EXPECT_THAT(batch.messages, HasSubstr("is read, and would be overwritten"));
+}
+
+TEST_F(Batches, WriteNoJobOverTheirOwnFiles) {
+    const QString file = savePdf(dir, "a.pdf", 1);
+    const QByteArray start = "{\"file\": \"" + file.toUtf8() + "\", \"out\": \"";
+    for (const char *name : {"log", "jobs"}) {
+        const BatchResult batch =
+            run({"--log", dir.path("log"), "info"}, start + dir.path(name).toUtf8() + "\"}\n");
+        EXPECT_EQ(batch.exitCode, 1);
+        EXPECT_THAT(messageOf(batch, file), HasSubstr("is read, and would be overwritten"));
+        QFile::remove(dir.path("log"));
+    }
 }
 
 TEST_F(Batches, WrongUsageIsToldBeforeAnythingIsRead) {

@@ -13,6 +13,7 @@ namespace {
 using cli::JobLog;
 using cli::JobMark;
 using cli::JobResult;
+using cli::logLineOf;
 using testing::EndsWith;
 using testing::HasSubstr;
 using Known = JobLog::Known;

@@ -13,6 +13,8 @@ namespace {
 using cli::Distribution;
 using cli::JobMark;
 using cli::JobResult;
+using cli::lineOf;
+using cli::logLineOf;
 using testing::AllOf;
 using testing::HasSubstr;
 using testing::Not;

@@ -69,5 +69,11 @@ TEST_F(UsedPlacesOfJobs, WhatOneReadsNoOtherWrites) {
     EXPECT_THAT(add("b.pdf", "b.out", {"b.pdf"}), HasSubstr("is read, and would be overwritten"));
 }
 
+TEST_F(UsedPlacesOfJobs, WhatIsReservedNoJobWrites) {
+    EXPECT_TRUE(places.reserve(dir.path("log")));
+    EXPECT_THAT(add("a.pdf", "log"), HasSubstr("is read, and would be overwritten"));
+    EXPECT_THAT(add("a.pdf", "a.out", {"log"}), HasSubstr("is read, and would be overwritten"));
+}
+
 }  // namespace
 }  // namespace leafwright::test
