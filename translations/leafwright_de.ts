@@ -2322,6 +2322,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>there is no room for temporary files, by which jobs that meet are told</source>
         <translation>für temporäre Dateien ist kein Platz, an denen sich Aufträge erkennen lassen, die einander in die Quere kommen</translation>
     </message>
+    <message>
+        <source>%1 is a stream, in which results would not be told apart</source>
+        <translation>%1 ist ein Strom, in dem sich Ergebnisse nicht unterscheiden ließen</translation>
+    </message>
 </context>
 <context>
     <name>WholeFileWriter</name>

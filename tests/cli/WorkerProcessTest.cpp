@@ -52,7 +52,7 @@ TEST(WorkerProcess, KnowsWhoWaitsForIt) {
 }
 
 TEST(WorkerProcess, OfAnotherProgramSaysSo) {
-    for (const char *value : {"batch 1 2", "command 1", "batch "}) {
+    for (const char *value : {"batch 1 2", "command 1", "batch ", "pool 1 2"}) {
         const EnvironmentVariable worker("LEAFWRIGHT_WORKER", value);
         const ProgramResult result = runProgram(commandLineProgram(), {"--version"});
         EXPECT_EQ(result.exitCode, 1) << value;

@@ -1,5 +1,6 @@
 #include "cli/batch/UsedPlaces.h"
 
+#include "files/FilePlace.h"
 #include "files/FileTarget.h"
 #include "texts/Translated.h"
 
@@ -38,7 +39,10 @@ std::optional<QString> UsedPlaces::add(const QString &file, const QString &pdf, 
         return translated("another job writes to this file");
     std::set<QByteArray> own;
     for (const QString &path : QStringList{pdf} + written) {
-        const QByteArray name = path.isEmpty() ? QByteArray() : nameAt(path);
+        if (path.isEmpty()) continue;
+        if (isStream(path))
+            return translated("%1 is a stream, in which results would not be told apart").arg(path);
+        const QByteArray name = nameAt(path);
         if (name.isNull()) continue;
         if (!own.insert(name).second || (places_.find(name).value_or(0) & isWritten) != 0)
             return translated("two results would be written to %1").arg(path);

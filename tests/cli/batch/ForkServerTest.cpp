@@ -154,6 +154,9 @@ TEST_F(ForkServers, AreReplacedWhenTheyCrashThemselves) {
 }
 
 TEST_F(ForkServers, EndAWorkerThatWantsTooMuchMemory) {
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "it takes more memory itself than there is";
+#endif
     cli::WorkerJob job{{"fonts", "--", savePdfWithHeadings(dir, "b.pdf")}};
     job.memoryLimit = 1 << 20;
     const WorkerReport report = server.run(job);

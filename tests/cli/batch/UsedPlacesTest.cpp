@@ -5,6 +5,7 @@
 #include <QFile>
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 namespace leafwright::test {
 namespace {
@@ -67,6 +68,12 @@ TEST_F(UsedPlacesOfJobs, WhatOneReadsNoOtherWrites) {
     EXPECT_THAT(add("a.out", "c.out"), HasSubstr("another job writes to this file"));
     EXPECT_THAT(add("a.pdf", "a.pdf"), HasSubstr("is read, and would be overwritten"));
     EXPECT_THAT(add("b.pdf", "b.out", {"b.pdf"}), HasSubstr("is read, and would be overwritten"));
+}
+
+TEST_F(UsedPlacesOfJobs, StreamsTakeNoResults) {
+    EXPECT_THAT(places.add(dir.path("a.pdf"), "/dev/stdout", {})->toStdString(), HasSubstr("is a stream"));
+    ASSERT_EQ(::mkfifo(dir.path("pipe").toUtf8().constData(), 0600), 0);
+    EXPECT_THAT(add("a.pdf", "", {"pipe"}), HasSubstr("is a stream"));
 }
 
 TEST_F(UsedPlacesOfJobs, WhatIsReservedNoJobWrites) {
