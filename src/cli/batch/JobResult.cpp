@@ -2,8 +2,6 @@
 
 #include "formats/JsonWriter.h"
 
-#include <QJsonDocument>
-
 #include <cmath>
 
 namespace leafwright::cli {
