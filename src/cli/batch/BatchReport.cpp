@@ -4,6 +4,7 @@
 #include "texts/Translated.h"
 
 #include <QFileInfo>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -17,13 +18,20 @@ constexpr size_t mostShown = 20;
 constexpr qsizetype mostReasons = 500;
 constexpr qsizetype longestReason = 300;
 
+/// Finds a path where it is no part of a word: a file may be named "a".
+QRegularExpression asWords(const QString &path) {
+    return QRegularExpression(
+        QLatin1String("(?<!\\w)") + QRegularExpression::escape(path) + QLatin1String("(?!\\w)"),
+        QRegularExpression::UseUnicodePropertiesOption);
+}
+
 /// A message without what is of this file only. Where there are several lines, the last one says why.
 QString reasonOf(const ReportedJob &job) {
     QString text = job.message.section(u'\n', -1);
     if (!job.file.isEmpty() && text.startsWith(job.file + QLatin1String(": ")))
         text = text.mid(job.file.size() + 2);
     for (const QString &path : {job.file, job.out, QFileInfo(job.file).fileName()})
-        if (!path.isEmpty()) text.replace(path, QStringLiteral("…"));
+        if (!path.isEmpty()) text.replace(asWords(path), QStringLiteral("…"));
     return text.left(longestReason);
 }
 

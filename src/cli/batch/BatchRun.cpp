@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <cstdint>
 #include <sys/eventfd.h>
+#include <system_error>
 #include <thread>
 #include <unistd.h>
 #include <utility>
@@ -44,6 +45,7 @@ JobResult resultOf(const WaitingJob &waiting, const WorkerReport &report, std::c
     } else if (report.end.code == Done) {
         result.status = JobResult::Status::Done;
         if (!report.printed.isEmpty()) result.printed = report.printed;
+        result.printedIsJson = waiting.task.printsJson;
     }
     return result;
 }
@@ -61,8 +63,12 @@ bool BatchRun::run(int descriptor) {
     const Interruption interruption;
     {
         std::vector<std::jthread> workers;
-        for (int i = 0; i < limits_.workers; ++i)
-            workers.emplace_back([this] { work(); });
+        try {
+            for (int i = 0; i < limits_.workers; ++i)
+                workers.emplace_back([this] { work(); });
+        } catch (const std::system_error &error) {
+            giveUp(QString::fromLocal8Bit(error.what()));
+        }
         readJobs(descriptor);
         if (Interruption::requested()) queue_.abandon();
         queue_.finish();
@@ -143,7 +149,8 @@ JobLog::Known BatchRun::begin(const WaitingJob &waiting) {
 /// Why a job is not to be done.
 std::optional<QString> BatchRun::objection(const WaitingJob &waiting) {
     const JobCommand::Task &task = waiting.task;
-    if (auto clash = places_.add(waiting.job.file, task.pdf, task.written)) return clash;
+    if (auto clash = places_.add(QStringList{waiting.job.file} + task.read, task.pdf, task.written))
+        return clash;
     // Of a file that a batch has written over which was killed then, nobody could tell whether it is done.
     if (log_.isOpen() && !task.pdf.isEmpty() && placeOf(task.pdf) == placeOf(waiting.job.file))
         return translated("with --log, no file is written over: whether that was done could not be told");

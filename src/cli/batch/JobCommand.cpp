@@ -35,6 +35,11 @@ bool namesResult(const QString &option) {
     return option == QLatin1String("report") || option == QLatin1String("save-map");
 }
 
+/// Options that name a file to be read.
+bool namesSource(const QString &option) {
+    return option == QLatin1String("map");
+}
+
 /// "TREE" is the member "tree".
 QString memberOf(const Argument &argument) {
     QString name = argument.name.toLower();
@@ -104,16 +109,19 @@ bool JobCommand::printsResults() const {
     });
 }
 
+/// Whether what a command that prints its results prints for a job is JSON.
+bool JobCommand::printsJson(const BatchJob &job) const {
+    const QString json = QStringLiteral("json");
+    const QJsonValue own = job.options.value(QLatin1String("format"));
+    return (own.isUndefined() ? options_.value(QStringLiteral("format"), json) : own.toString(json)) == json;
+}
+
 QString JobCommand::outOf(const BatchJob &job) const {
     if (!job.out.isEmpty() || folder_.isEmpty()) return job.out;
     const QFileInfo file(job.file);
     const QDir folder(folder_);
     if (!printsResults()) return folder.filePath(file.fileName());
-    const QString format = job.options.value(QLatin1String("format"))
-                               .toString(options_.value(QStringLiteral("format"), QStringLiteral("json")));
-    return folder.filePath(file.completeBaseName() + (format == QLatin1String("json")
-                                                          ? QLatin1String(".json")
-                                                          : QLatin1String(".txt")));
+    return folder.filePath(file.completeBaseName() + QLatin1String(printsJson(job) ? ".json" : ".txt"));
 }
 
 std::optional<QString> JobCommand::unknownMember(const BatchJob &job) const {
@@ -147,7 +155,12 @@ std::optional<QString> JobCommand::addOption(const QCommandLineOption &option, c
         if (isSet && wantsValue && value.isEmpty()) return translated("--%1: the value is empty").arg(name);
     }
     if (!isSet) return std::nullopt;
-    if (namesResult(name)) task.written.append(value);
+    if (namesSource(name)) task.read.append(value);
+    if (namesResult(name) && value == QLatin1String("-")) {
+        task.printsJson = true;
+    } else if (namesResult(name)) {
+        task.written.append(value);
+    }
     task.work.arguments.append(QLatin1String("--") + name + (wantsValue ? u'=' + value : QString()));
     return std::nullopt;
 }
@@ -156,12 +169,15 @@ std::optional<QString> JobCommand::addArguments(const BatchJob &job, Task &task)
     task.work.arguments.append(QStringLiteral("--"));
     for (const Argument &argument : info_.arguments) {
         const QString name = memberOf(argument);
-        const QString value =
-            isFile(argument) ? job.file : job.options.value(name).toString(arguments_.value(name));
+        const QJsonValue own = job.options.value(name);
+        if (!own.isUndefined() && !own.isNull() && !own.isString())
+            return translated("\"%1\" wants a path").arg(name);
+        const QString value = isFile(argument) ? job.file : own.toString(arguments_.value(name));
         if (value.isEmpty()) return translated("\"%1\" is missing").arg(name);
         // What a worker could read there has been read by the batch.
         if (value == QLatin1String("-")) return translated("standard input has the jobs");
         task.work.arguments.append(value);
+        if (!isFile(argument)) task.read.append(value);
     }
     return std::nullopt;
 }
@@ -174,6 +190,7 @@ std::variant<JobCommand::Task, QString> JobCommand::taskOf(const BatchJob &job) 
     const bool needsOut = !printsResults() && info_.name != QLatin1String("run");
     if (task.out.isEmpty() && needsOut) return translated("\"out\" is missing, and there is no --out-dir");
     if (printsResults()) {
+        task.printsJson = printsJson(job);
         task.work.printTo = task.out;
         if (!task.out.isEmpty()) task.written.append(task.out);
     } else if (!task.out.isEmpty()) {

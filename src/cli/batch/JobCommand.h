@@ -18,11 +18,13 @@ public:
 
     /// One job, ready to be done.
     struct Task {
-        WorkerJob work;        ///< Without its limits.
-        QString out;           ///< The result; may be empty.
-        QString pdf;           ///< The PDF that is written, where the result is one.
-        QStringList written;   ///< What is written besides.
-        QByteArray signature;  ///< Tells it from jobs on other files, or with other options or results.
+        WorkerJob work;           ///< Without its limits.
+        QString out;              ///< The result; may be empty.
+        QString pdf;              ///< The PDF that is written, where the result is one.
+        QStringList read;         ///< What is read beside the file.
+        QStringList written;      ///< What is written besides.
+        bool printsJson = false;  ///< Otherwise a text is printed.
+        QByteArray signature;     ///< Tells it from jobs on other files, or with other options or results.
     };
     /// @return the task, or why the job can't be done
     std::variant<Task, QString> taskOf(const BatchJob &job) const;
@@ -36,6 +38,7 @@ private:
 
     bool printsResults() const;
     std::optional<QString> readShared(const QStringList &words);
+    bool printsJson(const BatchJob &job) const;
     QString outOf(const BatchJob &job) const;
     std::optional<QString> unknownMember(const BatchJob &job) const;
     std::optional<QString> addOption(const QCommandLineOption &option, const BatchJob &job, Task &task) const;

@@ -60,17 +60,17 @@ void writeMembers(const JobResult &result, leafwright::JsonWriter &json) {
 }  // namespace
 
 QByteArray lineOf(const JobResult &result) {
-    const bool isJson = result.printed.startsWith('{') || result.printed.startsWith('[');
     QByteArray line;
     {
         leafwright::JsonWriter json([&line](const QByteArray &bytes) { line += bytes; },
                                     leafwright::JsonWriter::Layout::Compact);
         json.beginObject();
         writeMembers(result, json);
-        if (!result.printed.isNull() && !isJson) json.member("result", QString::fromUtf8(result.printed));
+        if (!result.printed.isNull() && !result.printedIsJson)
+            json.member("result", QString::fromUtf8(result.printed));
         json.endObject();
     }
-    if (!result.printed.isNull() && isJson) {
+    if (!result.printed.isNull() && result.printedIsJson) {
         line.chop(2);  // the bracket and the line feed
         line += ", \"result\": " + onOneLine(result.printed) + "}\n";
     }

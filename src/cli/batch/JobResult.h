@@ -17,9 +17,11 @@ struct JobResult {
     std::optional<qint64> peakBytes = {};
     QString message = {};     ///< What was said; null where nothing was.
     QByteArray printed = {};  ///< What the command printed, where that went nowhere else; null for nothing.
+    bool printedIsJson = false;  ///< Otherwise it is a text.
 };
 
-/// The line of a result, with a line feed. What is no JSON itself of what was printed stands there as a text.
+/// The line of a result, with a line feed. What was printed stands there as the JSON that it is, or as a
+/// text.
 QByteArray lineOf(const JobResult &result);
 /// The same with what a log knows the job by, without what was printed. @param signature null where the line
 /// could not be understood @param mark absent where there was no file

@@ -85,7 +85,7 @@ void limitMemory(qint64 bytes) {
 }
 
 /// Puts what was printed into a file. @return why it is not there
-std::optional<QString> savePrinted(const QString &path) {
+std::optional<QString> savePrinted(const QString &path, Console &console) {
     ::lseek(STDOUT_FILENO, 0, SEEK_SET);
     const auto content = readDescriptor(STDOUT_FILENO);
     if (const auto *reason = std::get_if<QString>(&content)) return *reason;
@@ -93,6 +93,8 @@ std::optional<QString> savePrinted(const QString &path) {
     FileReplacement file(path);
     const bool written = file.start() && file.write(bytes) == bytes.size() &&
                          file.commit() == FileReplacement::Outcome::Written;
+    for (const QString &notice : file.notices())
+        console.message(notice);
     return written ? std::nullopt : std::optional(file.message());
 }
 
@@ -112,6 +114,12 @@ public:
         // Both do so, since either may be first. What it has started itself is of its group.
         ::setpgid(id_, id_);
         process_ = ::pidfd_open(id_, 0);
+        if (process_ < 0) {
+            error_ = errno;  // nobody would notice its end
+            ::kill(id_, SIGKILL);
+            qint64 peak = 0;
+            bury(peak);
+        }
     }
     ~Worker() {
         if (process_ >= 0) ::close(process_);
@@ -154,7 +162,8 @@ private:
         limitMemory(job.memoryLimit);
         Console console;
         int code = run(job.arguments, console);
-        const auto problem = code == Done && !job.printTo.isEmpty() ? savePrinted(job.printTo) : std::nullopt;
+        const auto problem =
+            code == Done && !job.printTo.isEmpty() ? savePrinted(job.printTo, console) : std::nullopt;
         if (problem) {
             console.message(*problem);
             code = Failed;

@@ -10,6 +10,7 @@
 #include <QJsonObject>
 
 #include <cerrno>
+#include <limits>
 #include <unistd.h>
 
 namespace leafwright::cli {
@@ -70,22 +71,30 @@ std::optional<QString> ReportLogs::read(const std::function<void(const ReportedJ
     });
     if (problem) return problem;
     notices_.clear();
-    return eachLine([&](const Line &line) -> std::optional<QString> {
+    problem = eachLine([&](const Line &line) -> std::optional<QString> {
         const auto counted = line.name.isEmpty() ? std::nullopt : counted_.find(line.name);
         if (line.name.isEmpty() || (counted && *counted / 2 == static_cast<std::uint64_t>(line.number)))
             visit(line.job);
         return std::nullopt;
     });
+    if (problem || !counted_.failed()) return problem;
+    return translated("the temporary files can't be read");
 }
 
 std::optional<QString> ReportLogs::eachLine(const Visit &visit) {
+    ends_.resize(static_cast<size_t>(paths_.size()), std::numeric_limits<qint64>::max());
     qint64 number = 0;
+    size_t i = 0;
     for (const QString &path : paths_)
-        if (auto problem = linesOf(path, number, visit)) return path + QLatin1String(": ") + *problem;
+        if (auto problem = linesOf(path, ends_[i++], number, visit))
+            return path + QLatin1String(": ") + *problem;
     return std::nullopt;
 }
 
-std::optional<QString> ReportLogs::linesOf(const QString &path, qint64 &number, const Visit &visit) {
+/// @param end how many lines to read at most; gets how many there are
+
+std::optional<QString> ReportLogs::linesOf(const QString &path, qint64 &end, qint64 &number,
+                                           const Visit &visit) {
     using Got = LineReader::Got;
     // It is read twice, which a pipe can't be.
     const int file = openRegularFile(path);
@@ -94,11 +103,13 @@ std::optional<QString> ReportLogs::linesOf(const QString &path, qint64 &number, 
     std::optional<QString> problem;
     QByteArray text;
     Got got = Got::Line;
-    while (!problem && (got = reader.next(text)) == Got::Line) {
+    qint64 whole = 0;
+    while (!problem && whole < end && (got = reader.next(text)) == Got::Line) {
         if (reader.lastIsCutOff()) {
             notices_.append(translated("%1: the last line was cut off; it is left out").arg(path));
             continue;
         }
+        ++whole;
         Line line;
         QString status;
         if (!readLine(text, status, line.job, line.name)) {
@@ -112,6 +123,7 @@ std::optional<QString> ReportLogs::linesOf(const QString &path, qint64 &number, 
     if (got == Got::TooLong) problem = translated("line %1 is too long").arg(reader.number());
     if (got == Got::Interrupted) problem = translated("cancelled");
     ::close(file);
+    end = whole;
     return problem;
 }
 

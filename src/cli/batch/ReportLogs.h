@@ -5,6 +5,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <vector>
 
 namespace leafwright::cli {
 
@@ -36,9 +37,10 @@ private:
     struct Line;
     using Visit = std::function<std::optional<QString>(const Line &line)>;
     std::optional<QString> eachLine(const Visit &visit);
-    std::optional<QString> linesOf(const QString &path, qint64 &number, const Visit &visit);
+    std::optional<QString> linesOf(const QString &path, qint64 &end, qint64 &number, const Visit &visit);
 
     QStringList paths_;
+    std::vector<qint64> ends_;  ///< How many lines each log had at first; a batch may be adding to it.
     QStringList notices_;
     HashFile counted_;  ///< The number of the line that counts, for each job.
 };

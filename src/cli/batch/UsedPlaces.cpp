@@ -4,7 +4,9 @@
 #include "files/FileTarget.h"
 #include "texts/Translated.h"
 
+#include <algorithm>
 #include <set>
+#include <vector>
 
 namespace leafwright::cli {
 
@@ -33,10 +35,15 @@ bool UsedPlaces::reserve(const QString &path) {
     return name.isNull() || places_.put(name, isRead);
 }
 
-std::optional<QString> UsedPlaces::add(const QString &file, const QString &pdf, const QStringList &written) {
-    const QByteArray read = nameAt(file);
-    if ((places_.find(read).value_or(0) & isWritten) != 0)
-        return translated("another job writes to this file");
+std::optional<QString> UsedPlaces::add(const QStringList &read, const QString &pdf,
+                                       const QStringList &written) {
+    std::vector<QByteArray> sources;
+    for (const QString &path : read) {
+        sources.push_back(nameAt(path));
+        if ((places_.find(sources.back()).value_or(0) & isWritten) == 0) continue;
+        return sources.size() == 1 ? translated("another job writes to this file")
+                                   : translated("another job writes to %1, which is read").arg(path);
+    }
     std::set<QByteArray> own;
     for (const QString &path : QStringList{pdf} + written) {
         if (path.isEmpty()) continue;
@@ -46,10 +53,14 @@ std::optional<QString> UsedPlaces::add(const QString &file, const QString &pdf, 
         if (name.isNull()) continue;
         if (!own.insert(name).second || (places_.find(name).value_or(0) & isWritten) != 0)
             return translated("two results would be written to %1").arg(path);
-        if (places_.find(name) || (name == read && path != pdf))
+        const auto source = std::ranges::find(sources, name);
+        const bool isOwnFile = source == sources.begin() && path == pdf;
+        if (places_.find(name) || (source != sources.end() && !isOwnFile))
             return translated("%1 is read, and would be overwritten").arg(path);
     }
-    bool kept = read.isNull() || places_.put(read, isRead);
+    bool kept = true;
+    for (const QByteArray &name : sources)
+        kept = kept && (name.isNull() || places_.put(name, isRead));
     for (const QByteArray &name : own)
         kept = kept && places_.put(name, isRead | isWritten);
     if (!kept || places_.failed())

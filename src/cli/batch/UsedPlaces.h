@@ -13,10 +13,10 @@ class UsedPlaces {
 public:
     /// Keeps a file from being written by any job, such as the batch's own. @return whether that is possible
     bool reserve(const QString &path);
-    /// @param file what a job reads @param pdf the PDF that it writes, which may be its file; may be empty
-    /// @param written what it writes besides
+    /// @param read what a job reads, its file first @param pdf the PDF that it writes, which may be its file;
+    /// may be empty @param written what it writes besides
     /// @return why it is not to be done; absent where all is well
-    std::optional<QString> add(const QString &file, const QString &pdf, const QStringList &written);
+    std::optional<QString> add(const QStringList &read, const QString &pdf, const QStringList &written);
 
 private:
     HashFile places_;

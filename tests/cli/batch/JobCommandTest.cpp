@@ -54,7 +54,10 @@ TEST(JobCommand, HasArgumentsBesideTheFile) {
               (QStringList{"apply", "--output=b.pdf", "--", "a.pdf", "own.json"}));
     EXPECT_EQ(taskOf({"run", "steps.json"}, {"a.pdf"}).work.arguments,
               (QStringList{"run", "--", "steps.json", "a.pdf"}));
+    EXPECT_EQ(taskOf({"apply", "all.json"}, {"a.pdf", "b.pdf"}).read, QStringList("all.json"));
+    EXPECT_EQ(taskOf({"autotoc"}, {"a.pdf", "b.pdf", {{"map", "a.map"}}}).read, QStringList("a.map"));
     EXPECT_EQ(problemOf({"apply"}, {"a.pdf", "b.pdf"}), "\"tree\" is missing");
+    EXPECT_EQ(problemOf({"apply", "all.json"}, {"a.pdf", "b.pdf", {{"tree", 5}}}), "\"tree\" wants a path");
     EXPECT_EQ(problemOf({"apply"}, {"a.pdf", "b.pdf", {{"tree", "-"}}}), "standard input has the jobs");
 }
 
@@ -73,6 +76,17 @@ TEST(JobCommand, TellsWhatIsWrittenBesides) {
     EXPECT_EQ(taskOf({"contents"}, {"a.pdf", "b.pdf"}).pdf, "b.pdf");
     EXPECT_EQ(taskOf({"info"}, {"a.pdf", "b.json"}).written, QStringList("b.json"));
     EXPECT_EQ(taskOf({"info"}, {"a.pdf", "b.json"}).pdf, "");
+}
+
+TEST(JobCommand, KnowsWhetherJsonIsPrinted) {
+    EXPECT_TRUE(taskOf({"info"}, {"a.pdf"}).printsJson);
+    EXPECT_TRUE(taskOf({"outline"}, {"a.pdf"}).printsJson);
+    EXPECT_FALSE(taskOf({"outline", "--format", "text"}, {"a.pdf"}).printsJson);
+    EXPECT_TRUE(taskOf({"outline", "--format", "text"}, {"a.pdf", {}, {{"format", "json"}}}).printsJson);
+    EXPECT_FALSE(taskOf({"contents"}, {"a.pdf", "b.pdf", {{"explain", true}}}).printsJson);
+    const JobCommand::Task report = taskOf({"contents"}, {"a.pdf", "b.pdf", {{"report", "-"}}});
+    EXPECT_TRUE(report.printsJson);
+    EXPECT_EQ(report.written, QStringList()) << "its line has it";
 }
 
 TEST(JobCommand, JobsThatCantBeUnderstoodAreRefused) {

@@ -1,5 +1,6 @@
 #include "cli/batch/Distribution.h"
 #include "cli/batch/JobResult.h"
+#include "cli/batch/ReportLogs.h"
 #include "support/CliFiles.h"
 #include "support/CliRun.h"
 
@@ -63,6 +64,27 @@ TEST_F(Reports, CountWhatIsDoneAndWhyOthersFailed) {
     EXPECT_THAT(page, HasSubstr("<td>entries of what is done</td><td class=\"n\">6</td>"));
 }
 
+TEST_F(Reports, CountReasonsAlikeWhateverTheirFilesAreNamed) {
+    const std::string page = pageOf(failedLine("a", "a: what a strange file is at ./a") +
+                                    failedLine("b.pdf", "b.pdf: what a strange file is at ./b.pdf"));
+    EXPECT_THAT(page, HasSubstr("<td class=\"n\">1</td><td>what … strange file is at ./…</td><td>a</td>"));
+    EXPECT_THAT(page,
+                HasSubstr("<td class=\"n\">1</td><td>what a strange file is at ./…</td><td>b.pdf</td>"));
+}
+
+TEST_F(Reports, OfLogsThatGrowMeanwhileAreOfWhatWasThereAtFirst) {
+    saveBytes(dir.path("one"), doneLine("a.pdf") + doneLine("b.pdf"));
+    saveBytes(dir.path("two"), doneLine("c.pdf"));
+    QStringList files;
+    const auto problem =
+        cli::ReportLogs({dir.path("one"), dir.path("two")}).read([&](const cli::ReportedJob &job) {
+            if (files.isEmpty()) saveBytes(dir.path("one"), bytesOf(dir.path("one")) + doneLine("new.pdf"));
+            files.append(job.file);
+        });
+    EXPECT_EQ(problem, std::nullopt);
+    EXPECT_EQ(files, (QStringList{"a.pdf", "b.pdf", "c.pdf"}));
+}
+
 TEST_F(Reports, NeedNothingElseAndTrustNoName) {
     const std::string page = pageOf(failedLine("<script>.pdf", "<b>why</b> & \"so\""));
     EXPECT_THAT(page, AllOf(HasSubstr("&lt;script&gt;.pdf"), HasSubstr("&lt;b&gt;why&lt;/b&gt; &amp; ")));
@@ -93,10 +115,11 @@ TEST_F(Reports, CountAJobOnceOverAllLogs) {
 }
 
 TEST_F(Reports, ReadWhatABatchHasPrinted) {
-    saveBytes(
-        dir.path("printed"),
-        lineOf({.file = "a.pdf", .status = JobResult::Status::Done, .printed = "{\n  \"pages\": 1\n}\n"}) +
-            lineOf({.file = "b.pdf", .status = JobResult::Status::Skipped}));
+    saveBytes(dir.path("printed"), lineOf({.file = "a.pdf",
+                                           .status = JobResult::Status::Done,
+                                           .printed = "{\n  \"pages\": 1\n}\n",
+                                           .printedIsJson = true}) +
+                                       lineOf({.file = "b.pdf", .status = JobResult::Status::Skipped}));
     EXPECT_EQ(tableOf({dir.path("printed")}).count('\n'), 2) << "what was skipped is in another one";
 }
 
@@ -183,10 +206,11 @@ TEST(JobResult, IsALineOfJson) {
 }
 
 TEST(JobResult, HasWhatWasPrinted) {
-    EXPECT_TRUE(lineOf({.file = "a", .printed = "[\n  {\n    \"title\": \"a  b\"\n  }\n]\n"})
-                    .endsWith(", \"message\": null, \"result\": [{\"title\": \"a  b\"}]}\n"));
-    EXPECT_TRUE(lineOf({.file = "a", .printed = "+ @1 One\n"})
-                    .endsWith(", \"message\": null, \"result\": \"+ @1 One\\n\"}\n"));
+    EXPECT_TRUE(
+        lineOf({.file = "a", .printed = "[\n  {\n    \"title\": \"a  b\"\n  }\n]\n", .printedIsJson = true})
+            .endsWith(", \"message\": null, \"result\": [{\"title\": \"a  b\"}]}\n"));
+    EXPECT_TRUE(lineOf({.file = "a", .printed = "[1] One\n"})
+                    .endsWith(", \"message\": null, \"result\": \"[1] One\\n\"}\n"));
 }
 
 }  // namespace

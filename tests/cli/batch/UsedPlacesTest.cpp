@@ -20,12 +20,18 @@ protected:
             saveBytes(dir.path(name), "x");
     }
     /// @param pdf empty for none
-    std::string add(const QString &file, const QString &pdf, const QStringList &written = {}) {
-        QStringList paths;
-        for (const QString &name : written)
-            paths.append(dir.path(name));
-        const auto problem = places.add(dir.path(file), pdf.isEmpty() ? pdf : dir.path(pdf), paths);
+    std::string add(const QString &file, const QString &pdf, const QStringList &written = {},
+                    const QStringList &readBesides = {}) {
+        const auto problem = places.add(pathsOf(QStringList{file} + readBesides),
+                                        pdf.isEmpty() ? pdf : dir.path(pdf), pathsOf(written));
         return problem.value_or("none").toStdString();
+    }
+
+    QStringList pathsOf(const QStringList &names) const {
+        QStringList paths;
+        for (const QString &name : names)
+            paths.append(dir.path(name));
+        return paths;
     }
 
     TempDir dir;
@@ -70,8 +76,16 @@ TEST_F(UsedPlacesOfJobs, WhatOneReadsNoOtherWrites) {
     EXPECT_THAT(add("b.pdf", "b.out", {"b.pdf"}), HasSubstr("is read, and would be overwritten"));
 }
 
+TEST_F(UsedPlacesOfJobs, WhatIsReadBesidesNoJobWrites) {
+    EXPECT_EQ(add("a.pdf", "a.out", {}, {"tree"}), "none");
+    EXPECT_EQ(add("b.pdf", "b.out", {}, {"tree"}), "none") << "all may read the same";
+    EXPECT_THAT(add("b.pdf", "tree"), HasSubstr("is read, and would be overwritten"));
+    EXPECT_THAT(add("b.pdf", "other", {}, {"other"}), HasSubstr("is read, and would be overwritten"));
+    EXPECT_THAT(add("b.pdf", "c.out", {}, {"a.out"}), HasSubstr("a.out, which is read"));
+}
+
 TEST_F(UsedPlacesOfJobs, StreamsTakeNoResults) {
-    EXPECT_THAT(places.add(dir.path("a.pdf"), "/dev/stdout", {})->toStdString(), HasSubstr("is a stream"));
+    EXPECT_THAT(places.add({dir.path("a.pdf")}, "/dev/stdout", {})->toStdString(), HasSubstr("is a stream"));
     ASSERT_EQ(::mkfifo(dir.path("pipe").toUtf8().constData(), 0600), 0);
     EXPECT_THAT(add("a.pdf", "", {"pipe"}), HasSubstr("is a stream"));
 }
