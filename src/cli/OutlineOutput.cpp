@@ -68,9 +68,9 @@ std::optional<QString> doInProcess(const QString &file, const QStringList &argum
 }
 
 /// Does one of many files. @return why that failed
-std::optional<QString> doInPool(const QString &file, const QStringList &arguments, std::chrono::seconds limit,
-                                ForkServer &workers, Console &console) {
-    const WorkerReport report = workers.run({.arguments = arguments, .timeLimit = limit});
+std::optional<QString> doInPool(const QString &file, const QString &out, const QStringList &arguments,
+                                std::chrono::seconds limit, ForkServer &workers, Console &console) {
+    const WorkerReport report = workers.run({.arguments = arguments, .out = out, .timeLimit = limit});
     return failureOf(file, report.end, limit, report.said, console);
 }
 
@@ -120,9 +120,10 @@ bool OutlineOutput::run(const CommandInfo &command, const QCommandLineParser &ar
     console.flush();
     const auto each = [&](const QString &file, ForkServer &workers) {
         const QStringList own = job.optionsOf ? job.optionsOf(file) : QStringList();
-        const QStringList words = argumentsFor(file, targetOf(file), command, arguments, own);
+        const QString out = targetOf(file);
+        const QStringList words = argumentsFor(file, out, command, arguments, own);
         return isAlone() ? doInProcess(file, words, limit, console)
-                         : doInPool(file, words, limit, workers, console);
+                         : doInPool(file, out, words, limit, workers, console);
     };
     return runBatch(files_, command.name, each, console);
 }

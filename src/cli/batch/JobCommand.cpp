@@ -188,6 +188,7 @@ std::variant<JobCommand::Task, QString> JobCommand::taskOf(const BatchJob &job) 
     task.out = outOf(job);
     task.work.arguments.append(info_.name);
     const bool needsOut = !printsResults() && info_.name != QLatin1String("run");
+    task.work.out = task.out;
     if (task.out.isEmpty() && needsOut) return translated("\"out\" is missing, and there is no --out-dir");
     if (printsResults()) {
         task.printsJson = printsJson(job);

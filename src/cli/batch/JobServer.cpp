@@ -6,8 +6,10 @@
 #include "files/FileName.h"
 #include "files/FileReading.h"
 #include "files/FileReplacement.h"
+#include "files/FileTarget.h"
 #include "files/FileWriting.h"
 #include "files/TemporaryFolder.h"
+#include "files/UnfinishedFiles.h"
 #include "files/WritingJournal.h"
 
 #include <algorithm>
@@ -82,6 +84,19 @@ void limitMemory(qint64 bytes) {
     const auto limit = static_cast<rlim_t>(bytes);
     const rlimit limits{limit, limit};
     ::setrlimit(RLIMIT_DATA, &limits);
+}
+
+/// Looks for what killed programs have left beside a result. The copies of this process know then that it has
+/// been done, which takes long where there are very many results.
+void tidyUpBeside(const QString &out) {
+    const auto found = findTarget(out);
+    const auto *target = std::get_if<FileTarget>(&found);
+    if (!target || target->isStream()) return;
+    const QByteArray path = target->folder();
+    const int folder = ::open(path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (folder < 0) return;
+    removeAbandonedFiles(folder, path);
+    ::close(folder);
 }
 
 /// Puts what was printed into a file. @return why it is not there
@@ -237,6 +252,7 @@ FileFacts factsIn(const MemoryFile &file) {
 WorkerReport perform(const WorkerJob &job, const Run &run, int socket) {
     const auto begin = Clock::now();
     WorkerReport report;
+    if (!job.out.isEmpty()) tidyUpBeside(job.out);
     const Worker worker(job, run, socket);
     const Traces &traces = worker.traces();
     if (worker.error() != 0) {

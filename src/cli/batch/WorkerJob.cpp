@@ -39,8 +39,8 @@ bool isWhole(const QDataStream &stream) {
 QByteArray encoded(const WorkerJob &job) {
     QByteArray bytes;
     QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream << bytesOf(job.arguments) << fileNameBytes(job.printTo) << qint64{job.timeLimit.count()}
-           << job.memoryLimit;
+    stream << bytesOf(job.arguments) << fileNameBytes(job.printTo) << fileNameBytes(job.out)
+           << qint64{job.timeLimit.count()} << job.memoryLimit;
     return bytes;
 }
 
@@ -59,11 +59,13 @@ std::optional<WorkerJob> decodedJob(const QByteArray &bytes) {
     WorkerJob job;
     QByteArrayList arguments;
     QByteArray printTo;
+    QByteArray out;
     qint64 seconds = 0;
-    stream >> arguments >> printTo >> seconds >> job.memoryLimit;
+    stream >> arguments >> printTo >> out >> seconds >> job.memoryLimit;
     if (!isWhole(stream)) return std::nullopt;
     job.arguments = textsOf(arguments);
     job.printTo = fileNameText(printTo);
+    job.out = fileNameText(out);
     job.timeLimit = std::chrono::seconds(seconds);
     return job;
 }

@@ -14,6 +14,7 @@ namespace leafwright::cli {
 struct WorkerJob {
     QStringList arguments;  ///< Of the command line, the command first.
     QString printTo = {};   ///< The file that takes what the command prints; empty to have it handed back.
+    QString out = {};       ///< The file that it writes, whoever does so; may be empty.
     std::chrono::seconds timeLimit{0};  ///< When to end it; 0 is never.
     qint64 memoryLimit =
         0;  ///< Bytes that it may ask of the system for itself alone; 0 is as many as it likes.

@@ -1,4 +1,5 @@
 #include "cli/batch/ForkServer.h"
+#include "files/UnfinishedFiles.h"
 #include "support/CliFiles.h"
 #include "support/Paths.h"
 
@@ -7,6 +8,8 @@
 #include <QTest>
 
 #include <csignal>
+#include <ctime>
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 #include <thread>
@@ -117,6 +120,30 @@ TEST_F(ForkServers, PutWhatIsPrintedIntoAFile) {
     EXPECT_THAT(refused.said.toStdString(), HasSubstr("none/info.json"));
 }
 
+TEST_F(ForkServers, LookThroughAFolderOnceForAllJobs) {
+    const auto leave = [this](const QByteArray &name) {
+        const int folder = ::open(dir.path(".").toUtf8().constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        const UnfinishedFile left = makeUnfinishedFile(folder, name, 0600);
+        const timespec anHourAgo{std::time(nullptr) - 3600, 0};
+        const timespec times[] = {anHourAgo, anHourAgo};
+        EXPECT_EQ(::futimens(left.descriptor, times), 0);
+        ::close(left.descriptor);
+        ::close(folder);
+        return dir.path(QString::fromUtf8(left.name));
+    };
+    const auto save = [this](const QString &out) {
+        const WorkerReport report =
+            server.run({.arguments = {"outline", "--", file}, .printTo = out, .out = out});
+        EXPECT_EQ(report.end.code, 0);
+    };
+    const QString first = leave("first");
+    save(dir.path("a.json"));
+    EXPECT_FALSE(QFile::exists(first));
+    const QString second = leave("second");
+    save(dir.path("b.json"));
+    EXPECT_TRUE(QFile::exists(second)) << "it is looked for again, as by each";
+}
+
 TEST_F(ForkServers, StartTheNextWorkerAsTheFirst) {
     for (int i = 0; i < 20; ++i)
         expectGoesOn();
@@ -186,11 +213,12 @@ TEST_F(ForkServers, PlayScriptsInEveryWorker) {
 }
 
 TEST(WorkerJob, ComesThroughAsItIs) {
-    const cli::WorkerJob job{{"info", "a b", QString(QChar(0xDCE9))}, "out", 7s, qint64{5} << 32};
+    const cli::WorkerJob job{{"info", "a b", QString(QChar(0xDCE9))}, "printed", "out", 7s, qint64{5} << 32};
     const auto read = cli::decodedJob(encoded(job));
     ASSERT_TRUE(read);
     EXPECT_EQ(read->arguments, job.arguments);
     EXPECT_EQ(read->printTo, job.printTo);
+    EXPECT_EQ(read->out, job.out);
     EXPECT_EQ(read->timeLimit, job.timeLimit);
     EXPECT_EQ(read->memoryLimit, job.memoryLimit);
     EXPECT_FALSE(cli::decodedJob(encoded(job).chopped(1)));
