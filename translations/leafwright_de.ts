@@ -1246,6 +1246,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>&quot;out&quot; is missing, and there is no --out-dir</source>
         <translation>&quot;out&quot; fehlt, und --out-dir ist nicht angegeben</translation>
     </message>
+    <message>
+        <source>&quot;%1&quot; wants a path</source>
+        <translation>&quot;%1&quot; verlangt einen Pfad</translation>
+    </message>
 </context>
 <context>
     <name>JobLog</name>
@@ -1778,6 +1782,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>cancelled</source>
         <translation>abgebrochen</translation>
+    </message>
+    <message>
+        <source>the temporary files can&apos;t be read</source>
+        <translation>die temporären Dateien lassen sich nicht lesen</translation>
     </message>
 </context>
 <context>
@@ -2325,6 +2333,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1 is a stream, in which results would not be told apart</source>
         <translation>%1 ist ein Strom, in dem sich Ergebnisse nicht unterscheiden ließen</translation>
+    </message>
+    <message>
+        <source>another job writes to %1, which is read</source>
+        <translation>ein anderer Auftrag schreibt in %1, was gelesen wird</translation>
     </message>
 </context>
 <context>
