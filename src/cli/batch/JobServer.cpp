@@ -19,9 +19,9 @@
 #include <iterator>
 #include <poll.h>
 #include <sys/mman.h>
-#include <sys/pidfd.h>
 #include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -58,6 +58,12 @@ public:
 private:
     int descriptor_;
 };
+
+/// A descriptor that can be read from once a process has ended; -1 with errno set where there can be none.
+/// The header of glibc 2.36 that declares pidfd_open() is for C only.
+int openProcess(pid_t id) {
+    return static_cast<int>(::syscall(SYS_pidfd_open, id, 0));
+}
 
 /// What a worker leaves behind.
 struct Traces {
@@ -128,7 +134,7 @@ public:
         if (id_ < 0) return;
         // Both do so, since either may be first. What it has started itself is of its group.
         ::setpgid(id_, id_);
-        process_ = ::pidfd_open(id_, 0);
+        process_ = openProcess(id_);
         if (process_ < 0) {
             error_ = errno;  // nobody would notice its end
             ::kill(id_, SIGKILL);
