@@ -70,7 +70,6 @@ std::optional<QString> ReportLogs::read(const std::function<void(const ReportedJ
         return translated("there is no room for temporary files");
     });
     if (problem) return problem;
-    notices_.clear();
     problem = eachLine([&](const Line &line) -> std::optional<QString> {
         const auto counted = line.name.isEmpty() ? std::nullopt : counted_.find(line.name);
         if (line.name.isEmpty() || (counted && *counted / 2 == static_cast<std::uint64_t>(line.number)))

@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace leafwright::test {
 namespace {
@@ -161,6 +162,7 @@ TEST_F(Batches, NamesNeedNotBeUtf8) {
     const CliResult result = runCli({"batch", "info"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_THAT(result.out.toStdString(), HasSubstr("caf\\udce9.pdf\""));
+    ::unlink(name.constData());  // which QTemporaryDir can not
 }
 
 TEST_F(Batches, WithALogGoOnWhereTheyWere) {

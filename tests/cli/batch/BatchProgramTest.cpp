@@ -45,6 +45,7 @@ protected:
     /// The files that a log has as done.
     QStringList doneFiles() const {
         QStringList files;
+        if (!QFileInfo::exists(dir.path("log"))) return files;
         for (const QByteArray &line : bytesOf(dir.path("log")).split('\n')) {
             const QJsonObject object = QJsonDocument::fromJson(line).object();
             if (object["status"] == "done") files.append(object["file"].toString());
