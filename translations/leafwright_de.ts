@@ -363,6 +363,26 @@
         <source>Export Outline…</source>
         <translation>Gliederung exportieren …</translation>
     </message>
+    <message>
+        <source>Find in Pages…</source>
+        <translation>In Seiten suchen …</translation>
+    </message>
+    <message>
+        <source>Find Next</source>
+        <translation>Weitersuchen</translation>
+    </message>
+    <message>
+        <source>Find Previous</source>
+        <translation>Rückwärts suchen</translation>
+    </message>
+    <message>
+        <source>Filter…</source>
+        <translation>Filtern …</translation>
+    </message>
+    <message>
+        <source>Reveal Current Entry</source>
+        <translation>Gelesenen Eintrag zeigen</translation>
+    </message>
 </context>
 <context>
     <name>Application</name>
@@ -569,6 +589,68 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
     </message>
 </context>
 <context>
+    <name>BatchCommand</name>
+    <message>
+        <source>--jobs wants a number from 1 to %1</source>
+        <translation>--jobs verlangt eine Zahl von 1 bis %1</translation>
+    </message>
+    <message>
+        <source>--memory wants a number of megabytes, or 0</source>
+        <translation>--memory verlangt eine Zahl von Megabyte oder 0</translation>
+    </message>
+    <message>
+        <source>How many files are done at once; as many as there are cores, unless given.</source>
+        <translation>Wie viele Dateien gleichzeitig bearbeitet werden; ohne Angabe so viele, wie es Kerne gibt.</translation>
+    </message>
+    <message>
+        <source>Notes in a file what came of each job. A second start with it passes over what is done.</source>
+        <translation>Hält in einer Datei fest, was aus jedem Auftrag wurde. Ein zweiter Start mit ihr übergeht, was fertig ist.</translation>
+    </message>
+    <message>
+        <source>Gives a file up that takes more memory, in megabytes; 0 lets it take what it likes.</source>
+        <translation>Gibt eine Datei auf, die mehr Speicher braucht, in Megabyte; bei 0 darf sie beliebig viel.</translation>
+    </message>
+    <message>
+        <source>Where the results go of jobs that have no &quot;out&quot;, under the names of their files; made if it is not there.</source>
+        <translation>Wohin die Ergebnisse von Aufträgen ohne &quot;out&quot; kommen, unter den Namen ihrer Dateien; der Ordner wird angelegt, wenn es ihn nicht gibt.</translation>
+    </message>
+    <message>
+        <source>Does very many files, told by standard input, a line each.</source>
+        <translation>Bearbeitet sehr viele Dateien, die die Standardeingabe nennt, eine je Zeile.</translation>
+    </message>
+    <message>
+        <source>A line is a path, or a JSON object with &quot;file&quot;, &quot;out&quot; and options of the command by their names. Each is done in a process of its own, the largest first; what becomes of one, or takes more than 60 seconds or --timeout, stops no other. Of each, a line of JSON tells what came of it. COMMAND is autotoc, contents, apply, run, info, outline or fonts, with options for all jobs behind it, and the arguments beside the file.</source>
+        <translation>Eine Zeile ist ein Pfad oder ein JSON-Objekt mit &quot;file&quot;, &quot;out&quot; und Optionen des Befehls unter ihren Namen. Jede Datei wird in einem eigenen Prozess bearbeitet, die größten zuerst; was aus einer wird, oder dass sie mehr als 60 Sekunden oder --timeout braucht, hält keine andere auf. Zu jeder sagt eine Zeile JSON, was aus ihr wurde. COMMAND ist autotoc, contents, apply, run, info, outline oder fonts, dahinter Optionen für alle Aufträge und die Argumente neben der Datei.</translation>
+    </message>
+    <message>
+        <source>The command, its options and arguments.</source>
+        <translation>Der Befehl, seine Optionen und Argumente.</translation>
+    </message>
+</context>
+<context>
+    <name>BatchJob</name>
+    <message>
+        <source>&quot;%1&quot; wants a path</source>
+        <translation>&quot;%1&quot; verlangt einen Pfad</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot;: no path has a null character</source>
+        <translation>&quot;%1&quot;: kein Pfad hat ein Nullzeichen</translation>
+    </message>
+    <message>
+        <source>&quot;file&quot; is missing</source>
+        <translation>&quot;file&quot; fehlt</translation>
+    </message>
+    <message>
+        <source>no path has a null character</source>
+        <translation>kein Pfad hat ein Nullzeichen</translation>
+    </message>
+    <message>
+        <source>this is no JSON: %1</source>
+        <translation>das ist kein JSON: %1</translation>
+    </message>
+</context>
+<context>
     <name>BatchRenaming</name>
     <message>
         <source>Example:</source>
@@ -649,6 +731,48 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
     <message>
         <source>Puts the prefix and a blank in front of each selected title.</source>
         <translation>Setzt den Vorsatz und ein Leerzeichen vor jeden ausgewählten Titel.</translation>
+    </message>
+</context>
+<context>
+    <name>BatchReport</name>
+    <message>
+        <source>other reasons</source>
+        <translation>andere Gründe</translation>
+    </message>
+</context>
+<context>
+    <name>BatchRun</name>
+    <message>
+        <source>this prints more than a line can hold; &quot;out&quot; takes it</source>
+        <translation>hier wird mehr ausgegeben, als eine Zeile fasst; &quot;out&quot; nimmt es auf</translation>
+    </message>
+    <message>
+        <source>line %1 is too long for a job</source>
+        <translation>Zeile %1 ist zu lang für einen Auftrag</translation>
+    </message>
+    <message>
+        <source>the jobs can&apos;t be read: %1</source>
+        <translation>die Aufträge können nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>line %1: %2</source>
+        <translation>Zeile %1: %2</translation>
+    </message>
+    <message>
+        <source>there is no room for temporary files</source>
+        <translation>für temporäre Dateien ist kein Platz</translation>
+    </message>
+    <message>
+        <source>with --log, no file is written over: whether that was done could not be told</source>
+        <translation>mit --log wird keine Datei überschrieben: ob das geschehen ist, ließe sich nicht feststellen</translation>
+    </message>
+    <message>
+        <source>%1 of %2 jobs failed</source>
+        <translation>%1 von %2 Aufträgen sind gescheitert</translation>
+    </message>
+    <message>
+        <source>ended early: what has no line was not begun</source>
+        <translation>vorzeitig beendet: was keine Zeile hat, wurde nicht begonnen</translation>
     </message>
 </context>
 <context>
@@ -1095,8 +1219,8 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <translation>der Ordner, in dem dieses Programm gestartet wurde, ist nicht mehr da, und mit ihm, wo ein relativer Pfad beginnt; wechseln Sie in einen anderen Ordner, oder geben Sie den ganzen Pfad an</translation>
     </message>
     <message>
-        <source>it has more than %1 bytes</source>
-        <translation>sie hat mehr als %1 Bytes</translation>
+        <source>it is larger than %1 MB</source>
+        <translation>sie ist größer als %1 MB</translation>
     </message>
 </context>
 <context>
@@ -1288,6 +1412,88 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>JobCommand</name>
+    <message>
+        <source>&quot;%1&quot; is no command of a batch; there are %2</source>
+        <translation>"%1" ist kein Befehl für viele Dateien; es gibt %2</translation>
+    </message>
+    <message>
+        <source>--%1 is not for all jobs; each says it in its line</source>
+        <translation>--%1 gilt nicht für alle Aufträge; jeder sagt es in seiner Zeile</translation>
+    </message>
+    <message>
+        <source>--%1: the value is empty</source>
+        <translation>--%1: der Wert ist leer</translation>
+    </message>
+    <message>
+        <source>standard input has the jobs</source>
+        <translation>die Standardeingabe hat die Aufträge</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot;: the files are told by standard input</source>
+        <translation>"%1": die Dateien nennt die Standardeingabe</translation>
+    </message>
+    <message>
+        <source>%1 has no option &quot;%2&quot;</source>
+        <translation>%1 hat keine Option "%2"</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; wants a text or a number</source>
+        <translation>"%1" verlangt einen Text oder eine Zahl</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; wants true or false</source>
+        <translation>"%1" verlangt true oder false</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; wants a path</source>
+        <translation>"%1" verlangt einen Pfad</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is missing</source>
+        <translation>"%1" fehlt</translation>
+    </message>
+    <message>
+        <source>&quot;out&quot; is missing, and there is no --out-dir</source>
+        <translation>"out" fehlt, und --out-dir ist nicht angegeben</translation>
+    </message>
+</context>
+<context>
+    <name>JobLog</name>
+    <message>
+        <source>%1: the log can&apos;t be used: %2</source>
+        <translation>%1: das Protokoll kann nicht benutzt werden: %2</translation>
+    </message>
+    <message>
+        <source>it is no file</source>
+        <translation>es ist keine Datei</translation>
+    </message>
+    <message>
+        <source>another batch is writing to it</source>
+        <translation>ein anderer Lauf schreibt gerade hinein</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>abgebrochen</translation>
+    </message>
+    <message>
+        <source>line %1 is too long for one of a log</source>
+        <translation>Zeile %1 ist zu lang für ein Protokoll</translation>
+    </message>
+    <message>
+        <source>its last line is not what a batch has written</source>
+        <translation>seine letzte Zeile hat kein Lauf geschrieben</translation>
+    </message>
+    <message>
+        <source>line %1 is not what a batch has written</source>
+        <translation>Zeile %1 hat kein Lauf geschrieben</translation>
+    </message>
+    <message>
+        <source>there is no room for temporary files</source>
+        <translation>für temporäre Dateien ist kein Platz</translation>
+    </message>
+</context>
+<context>
     <name>JsonNodes</name>
     <message>
         <source>a node must be an object</source>
@@ -1427,6 +1633,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>there is not enough memory for it</source>
         <translation>für sie ist nicht genug Speicher da</translation>
+    </message>
+    <message>
+        <source>the text of its page %1 takes longer to read than a page may take</source>
+        <translation>den Text ihrer Seite %1 zu lesen dauert länger, als einer Seite zusteht</translation>
     </message>
 </context>
 <context>
@@ -1791,6 +2001,13 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>ProgramStart</name>
+    <message>
+        <source>%1 is set, but not by the process that has started this one; it is for this program&apos;s own use, so unset it</source>
+        <translation>%1 ist gesetzt, aber nicht von dem Prozess, der diesen gestartet hat; die Variable ist nur für dieses Programm selbst, entfernen Sie sie</translation>
+    </message>
+</context>
+<context>
     <name>ProgressSheet</name>
     <message>
         <source>Cancel</source>
@@ -1862,6 +2079,163 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>it is damaged: where the stream of object %1 ends can’t be told</source>
         <translation>sie ist beschädigt: wo der Datenstrom des Objekts %1 endet, ist nicht festzustellen</translation>
+    </message>
+</context>
+<context>
+    <name>ReportCommand</name>
+    <message>
+        <source>Tells what came of batches: a page of HTML, and CSV.</source>
+        <translation>Sagt, was aus vielen Dateien wurde: eine Seite HTML und CSV.</translation>
+    </message>
+    <message>
+        <source>Reads the logs of &quot;batch&quot;, or what it has printed. A job counts once: as done where a line says so, else by its last line. Without --html and --csv, the page is printed.</source>
+        <translation>Liest die Protokolle von &quot;batch&quot; oder was es ausgegeben hat. Ein Auftrag zählt einmal: als fertig, wo eine Zeile das sagt, sonst nach seiner letzten Zeile. Ohne --html und --csv wird die Seite ausgegeben.</translation>
+    </message>
+    <message>
+        <source>A log, or several.</source>
+        <translation>Ein Protokoll oder mehrere.</translation>
+    </message>
+    <message>
+        <source>Where the page goes, with all that it needs; &quot;-&quot; is standard output.</source>
+        <translation>Wohin die Seite kommt, mit allem, was sie braucht; &quot;-&quot; ist die Standardausgabe.</translation>
+    </message>
+    <message>
+        <source>Where a table goes that has a line a job; &quot;-&quot; is standard output.</source>
+        <translation>Wohin eine Tabelle mit einer Zeile je Auftrag kommt; &quot;-&quot; ist die Standardausgabe.</translation>
+    </message>
+</context>
+<context>
+    <name>ReportLogs</name>
+    <message>
+        <source>there is no room for temporary files</source>
+        <translation>für temporäre Dateien ist kein Platz</translation>
+    </message>
+    <message>
+        <source>the log can&apos;t be read: %1</source>
+        <translation>das Protokoll kann nicht gelesen werden: %1</translation>
+    </message>
+    <message>
+        <source>%1: the last line was cut off; it is left out</source>
+        <translation>%1: die letzte Zeile ist abgeschnitten; sie wird ausgelassen</translation>
+    </message>
+    <message>
+        <source>line %1 is not what a batch has written</source>
+        <translation>Zeile %1 hat kein Lauf geschrieben</translation>
+    </message>
+    <message>
+        <source>line %1 is too long</source>
+        <translation>Zeile %1 ist zu lang</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>abgebrochen</translation>
+    </message>
+    <message>
+        <source>the temporary files can&apos;t be read</source>
+        <translation>die temporären Dateien lassen sich nicht lesen</translation>
+    </message>
+</context>
+<context>
+    <name>ReportPage</name>
+    <message>
+        <source>What</source>
+        <translation>Was</translation>
+    </message>
+    <message>
+        <source>Number</source>
+        <translation>Anzahl</translation>
+    </message>
+    <message>
+        <source>done</source>
+        <translation>fertig</translation>
+    </message>
+    <message>
+        <source>failed</source>
+        <translation>gescheitert</translation>
+    </message>
+    <message>
+        <source>pages of what is done</source>
+        <translation>Seiten dessen, was fertig ist</translation>
+    </message>
+    <message>
+        <source>entries of what is done</source>
+        <translation>Einträge dessen, was fertig ist</translation>
+    </message>
+    <message>
+        <source>seconds of all workers</source>
+        <translation>Sekunden aller Prozesse</translation>
+    </message>
+    <message>
+        <source>Why jobs failed</source>
+        <translation>Woran Aufträge gescheitert sind</translation>
+    </message>
+    <message>
+        <source>Jobs</source>
+        <translation>Aufträge</translation>
+    </message>
+    <message>
+        <source>Reason</source>
+        <translation>Grund</translation>
+    </message>
+    <message>
+        <source>For example</source>
+        <translation>Zum Beispiel</translation>
+    </message>
+    <message>
+        <source>half take up to %1, nine of ten up to %2, the most is %3</source>
+        <translation>die Hälfte braucht bis zu %1, neun von zehn bis zu %2, am meisten sind %3</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Stand</translation>
+    </message>
+    <message>
+        <source>Seconds</source>
+        <translation>Sekunden</translation>
+    </message>
+    <message>
+        <source>Size (MB)</source>
+        <translation>Größe (MB)</translation>
+    </message>
+    <message>
+        <source>Memory (MB)</source>
+        <translation>Speicher (MB)</translation>
+    </message>
+    <message>
+        <source>Pages</source>
+        <translation>Seiten</translation>
+    </message>
+    <message>
+        <source>Entries</source>
+        <translation>Einträge</translation>
+    </message>
+    <message>
+        <source>What came of the batch</source>
+        <translation>Was aus den Dateien wurde</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Memory</source>
+        <translation>Speicher</translation>
+    </message>
+    <message>
+        <source>MB</source>
+        <translation>MB</translation>
+    </message>
+    <message>
+        <source>The slowest</source>
+        <translation>Die langsamsten</translation>
+    </message>
+    <message>
+        <source>The largest files</source>
+        <translation>Die größten Dateien</translation>
     </message>
 </context>
 <context>
@@ -2282,6 +2656,33 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>UsedPlaces</name>
+    <message>
+        <source>another job writes to this file</source>
+        <translation>ein anderer Auftrag schreibt in diese Datei</translation>
+    </message>
+    <message>
+        <source>two results would be written to %1</source>
+        <translation>zwei Ergebnisse kämen nach %1</translation>
+    </message>
+    <message>
+        <source>%1 is read, and would be overwritten</source>
+        <translation>%1 wird gelesen und würde überschrieben</translation>
+    </message>
+    <message>
+        <source>there is no room for temporary files, by which jobs that meet are told</source>
+        <translation>für temporäre Dateien ist kein Platz, an denen sich Aufträge erkennen lassen, die einander in die Quere kommen</translation>
+    </message>
+    <message>
+        <source>%1 is a stream, in which results would not be told apart</source>
+        <translation>%1 ist ein Strom, in dem sich Ergebnisse nicht unterscheiden ließen</translation>
+    </message>
+    <message>
+        <source>another job writes to %1, which is read</source>
+        <translation>ein anderer Auftrag schreibt in %1, was gelesen wird</translation>
+    </message>
+</context>
+<context>
     <name>WholeFileWriter</name>
     <message>
         <source>it is damaged, and too large (over 2 GiB) to be written new</source>
@@ -2313,10 +2714,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>; %1 was written, but may not outlive a power failure</source>
         <translation>; %1 wurde geschrieben, übersteht aber vielleicht keinen Stromausfall</translation>
-    </message>
-    <message>
-        <source>%1 is set, but not by the process that has started this one; it is for this program&apos;s own use, so unset it</source>
-        <translation>%1 ist gesetzt, aber nicht von dem Prozess, der diesen gestartet hat; die Variable ist nur für dieses Programm selbst, entfernen Sie sie</translation>
     </message>
 </context>
 <context>
@@ -2770,6 +3167,10 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>Page labels that begin with “p” are read as printed page numbers, and saving leads these entries to the pages with those: %1.</source>
         <translation>Seitenbezeichnungen, die mit „p“ beginnen, werden als gedruckte Seitenzahlen gelesen, und das Speichern führt diese Einträge zu den Seiten mit diesen Zahlen: %1.</translation>
+    </message>
+    <message>
+        <source>Entries that the filter hides were removed with those above them: %1. Step Back brings them back.</source>
+        <translation>Einträge, die der Filter verbirgt, wurden mit denen über ihnen entfernt: %1. Ein Schritt zurück bringt sie wieder.</translation>
     </message>
 </context>
 <context>

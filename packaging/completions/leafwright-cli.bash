@@ -40,13 +40,14 @@ _leafwright_cli() {
             _leafwright_cli_offer -W "json plus $text markdown html opml pdftk cpdf pdfcpu"
             ;;
         --out-dir) compopt -o filenames 2>/dev/null; _leafwright_cli_offer -d ;;
-        --max-depth | --ocr-language | --page | --text | --timeout) COMPREPLY=() ;;
-        --map | --save-map | --report) _leafwright_cli_files ;;
+        --jobs | --max-depth | --memory | --ocr-language | --page | --text | --timeout) COMPREPLY=() ;;
+        --csv | --html | --log | --map | --save-map | --report) _leafwright_cli_files ;;
         -o | --output) _leafwright_cli_pdfs ;;
         *)
             case $command:${COMP_WORDS[COMP_CWORD]} in
                 *:-*) _leafwright_cli_offer -W "$(_leafwright_cli_words "$program" "$command")" ;;
-                apply:* | run:*) _leafwright_cli_files ;;
+                apply:* | report:* | run:*) _leafwright_cli_files ;;
+                batch:*) _leafwright_cli_offer -W "apply autotoc contents fonts info outline run" ;;
                 *) _leafwright_cli_pdfs ;;
             esac
             ;;

@@ -141,6 +141,8 @@ ExitCode ApplyCommand::run(const QCommandLineParser &arguments, Console &console
     observeWriting(document, file, console);
     appendEntries(document, std::get<std::unique_ptr<MyOutlineItem>>(tree)->takeChildren());
     reportPages(document, document.root(), console);
+    console.tellPages(document.pdfDoc()->pageCount());
+    console.tellEntries(countBelow(document.root()));
     // Printed page numbers may have been looked up on the pages.
     if (const auto failure = readFailure(file, *document.pdfDoc())) {
         console.message(*failure);

@@ -60,6 +60,7 @@ std::optional<QString> autoTOC(const QString &file, const QString &out, const Au
     OutlineDocument document;
     if (QString failure; !openForEditing(document, file, failure)) return failure;
     const PDFDocument &pdf = *document.pdfDoc();
+    console.tellPages(pdf.pageCount());
     if (alone) readAllPages(pdf);  // of many files, each has a core to itself
     const FontCensus census = calcFontsInDocument(pdf);
     if (auto failure = readFailure(file, pdf)) return failure;
@@ -80,7 +81,7 @@ std::optional<QString> autoTOC(const QString &file, const QString &out, const Au
                             ? translated("%1: no headings were found; the outline stays as it was").arg(file)
                             : translated("%1: no headings were found").arg(file));
     }
-    return writeEntries(document, std::move(items), request.keep, out);
+    return writeEntries(document, std::move(items), request.keep, out, console);
 }
 
 }  // namespace

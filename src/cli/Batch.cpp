@@ -2,11 +2,14 @@
 
 #include "cli/Interruption.h"
 #include "cli/ProgressBar.h"
+#include "cli/batch/BatchJob.h"
 #include "texts/Translated.h"
 
 #include <QFileInfo>
 
+#include <algorithm>
 #include <atomic>
+#include <numeric>
 #include <thread>
 #include <vector>
 
@@ -16,19 +19,37 @@ namespace {
 
 constexpr Translated translated{"Batch"};
 
+/// The places of files in their list, the largest file's first: at the end, no core waits for one that came
+/// last.
+std::vector<qsizetype> largestFirst(const QStringList &files) {
+    std::vector<qint64> sizes;
+    for (const QString &file : files)
+        sizes.push_back(markOfJob(file).value_or(JobMark{}).size);
+    std::vector<qsizetype> order(sizes.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::ranges::stable_sort(order, [&sizes](qsizetype a, qsizetype b) {
+        return sizes[static_cast<size_t>(a)] > sizes[static_cast<size_t>(b)];
+    });
+    return order;
+}
+
 }  // namespace
 
-bool runBatch(const QStringList &files, const std::function<std::optional<QString>(const QString &)> &job,
+bool runBatch(const QStringList &files, const QString &command,
+              const std::function<std::optional<QString>(const QString &, ForkServer &)> &job,
               Console &console) {
+    const std::vector<qsizetype> order = largestFirst(files);
     std::vector<std::optional<QString>> failures(static_cast<size_t>(files.size()));
     std::atomic<qsizetype> next = 0;
     {
         ProgressBar bar(console, static_cast<int>(files.size()));
         const auto work = [&] {
+            ForkServer workers(command);
             while (!Interruption::requested()) {
-                const qsizetype i = next++;
-                if (i >= files.size()) break;
-                failures[static_cast<size_t>(i)] = job(files[i]);
+                const qsizetype begun = next++;
+                if (begun >= files.size()) break;
+                const qsizetype i = order[static_cast<size_t>(begun)];
+                failures[static_cast<size_t>(i)] = job(files[i], workers);
                 bar.advance(QFileInfo(files[i]).fileName());
             }
         };

@@ -111,6 +111,8 @@ ExitCode runParsed(const Command &command, const CommandInfo &info, const QStrin
 ExitCode parseAndRun(const Command &command, const QStringList &arguments, Console &console) {
     const CommandInfo info = command.info();
     QCommandLineParser parser;
+    if (info.endsWithCommand)
+        parser.setOptionsAfterPositionalArgumentsMode(QCommandLineParser::ParseAsPositionalArguments);
     parser.setApplicationDescription(info.description.isEmpty() ? info.summary
                                                                 : info.summary + u'\n' + info.description);
     for (const Argument &argument : info.arguments) {

@@ -60,6 +60,8 @@ const std::vector<std::unique_ptr<Command>> &commands() {
         list.push_back(std::make_unique<MiniTOCCommand>());
         list.push_back(std::make_unique<ApplyCommand>());
         list.push_back(std::make_unique<RunCommand>());
+        list.push_back(std::make_unique<BatchCommand>());
+        list.push_back(std::make_unique<ReportCommand>());
         return list;
     }();
     return all;

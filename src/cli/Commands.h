@@ -69,6 +69,21 @@ public:
     ExitCode run(const QCommandLineParser &arguments, Console &console) const override;
 };
 
+/// `batch COMMAND...`: does the files that standard input tells.
+class BatchCommand final : public Command {
+public:
+    CommandInfo info() const override;
+    ExitCode run(const QCommandLineParser &arguments, Console &console) const override;
+    bool limitsTime(const QCommandLineParser &arguments) const override;
+};
+
+/// `report LOG...`: what came of batches, as a page of HTML or as CSV.
+class ReportCommand final : public Command {
+public:
+    CommandInfo info() const override;
+    ExitCode run(const QCommandLineParser &arguments, Console &console) const override;
+};
+
 /// `run STEPS FILE`: plays a script of commands and gestures on a document with its window.
 class RunCommand final : public Command {
 public:

@@ -9,6 +9,12 @@
 
 namespace leafwright::cli {
 
+/// What a command has found in its file, for whoever does many of them.
+struct FileFacts {
+    std::optional<qint64> pages;
+    std::optional<qint64> entries;  ///< Of the outline that was printed or written.
+};
+
 /// Where a command's results and messages go: standard output and standard error, or what a test gives.
 /// Messages may come from any thread; results come from one.
 class Console {
@@ -31,6 +37,10 @@ public:
     int resultsDescriptor() const { return ::fileno(results_); }
     /// Whether messages are shown on a terminal.
     bool isTerminal() const;
+    /// Notes what is known of the file, for facts(). Nothing is shown.
+    void tellPages(qint64 count) { facts_.pages = count; }
+    void tellEntries(qint64 count) { facts_.entries = count; }
+    const FileFacts &facts() const { return facts_; }
     /// Has all results reach their destination; a full disk or closed pipe shows here. @return what to say
     /// where they did not
     std::optional<QString> flush();
@@ -40,6 +50,7 @@ private:
     std::FILE *messages_;
     std::mutex mutex_;
     bool barShown_ = false;
+    FileFacts facts_;
 };
 
 }  // namespace leafwright::cli

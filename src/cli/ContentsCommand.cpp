@@ -163,6 +163,7 @@ std::optional<QString> contents(const QString &file, const ContentsRequest &requ
     OutlineDocument document;
     if (QString failure; !openForEditing(document, file, failure)) return failure;
     const PDFDocument &pdf = *document.pdfDoc();
+    console.tellPages(pdf.pageCount());
     const auto result = find(file, pdf, request, output.isAlone(), console);
     if (const auto *failure = std::get_if<QString>(&result)) return *failure;
     const auto &found = std::get<FoundContents>(result);
@@ -175,7 +176,8 @@ std::optional<QString> contents(const QString &file, const ContentsRequest &requ
     Report report(reportOf(file, request, output), console);
     if (auto failure = report.write(found, pdf)) return failure;
     const QString out = output.targetOf(file);
-    if (auto failure = writeEntries(document, itemsOfContents(found, pdf), request.keep, out)) return failure;
+    if (auto failure = writeEntries(document, itemsOfContents(found, pdf), request.keep, out, console))
+        return failure;
     const auto failure = report.finish();
     return failure ? std::optional(*failure + translated("; %1 was written").arg(out)) : std::nullopt;
 }

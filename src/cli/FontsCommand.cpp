@@ -4,6 +4,7 @@
 #include "cli/FileClash.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
+#include "cli/ProgramStart.h"
 #include "files/FileReplacement.h"
 #include "pdf/ReadAhead.h"
 #include "texts/Translated.h"
@@ -87,12 +88,12 @@ ExitCode FontsCommand::run(const QCommandLineParser &arguments, Console &console
     }
     const auto document = openForReading(path, console);
     if (!document) return Failed;
-    readAllPages(*document);
+    if (workerOf() != WorkerOf::Batch) readAllPages(*document);  // of many files, each has a core to itself
+    const FontCensus census = calcFontsInDocument(*document);
     if (const auto failure = readFailure(path, *document)) {
         console.message(*failure);
         return Failed;
     }
-    const FontCensus census = calcFontsInDocument(*document);
     const HeadingLevelMap map = headingsfromFonts(census);
     print(census, map, console);
     if (arguments.isSet(saveMapOption) && !saveMap(map, arguments.value(saveMapOption), console))

@@ -38,6 +38,7 @@ ExitCode InfoCommand::run(const QCommandLineParser &arguments, Console &console)
         console.message(*failure);
         return Failed;
     }
+    console.tellPages(document.pageCount());
     const PDFVersion version = document.version();
     JsonWriter json(console);
     json.beginObject();

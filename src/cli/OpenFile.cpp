@@ -63,6 +63,7 @@ std::unique_ptr<PDFDocument> openForReading(const QString &path, Console &consol
         console.message(lockedMessage(path));
         return nullptr;
     }
+    console.tellPages(document->pageCount());
     return document;
 }
 

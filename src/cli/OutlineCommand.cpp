@@ -2,6 +2,7 @@
 #include "cli/OpenFile.h"
 #include "document/outline/OutlineImport.h"
 #include "exchange/OutlineFormat.h"
+#include "model/TreeWalk.h"
 #include "texts/Translated.h"
 
 namespace leafwright::cli {
@@ -42,6 +43,7 @@ ExitCode OutlineCommand::run(const QCommandLineParser &arguments, Console &conso
     if (!document) return Failed;
     MyOutlineItem root;
     addOutlineChildren(document->outlineRoot(), root, *document);
+    console.tellEntries(countBelow(document->outlineRoot()));
     if (const auto failure = readFailure(path, *document)) {
         console.message(*failure);
         return Failed;

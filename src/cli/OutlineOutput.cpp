@@ -5,6 +5,7 @@
 #include "cli/Interruption.h"
 #include "cli/WorkerProcess.h"
 #include "files/FileReading.h"
+#include "model/TreeWalk.h"
 #include "texts/Translated.h"
 
 #include <QDir>
@@ -46,18 +47,31 @@ QStringList argumentsFor(const QString &file, const QString &out, const CommandI
     return arguments + own + QStringList{QStringLiteral("--"), file};
 }
 
-/// Does one file in a process of its own. @param alone whether there is no other, so that it may use all
-/// cores and print results @return why that failed
-std::optional<QString> doInWorker(const QString &file, bool alone, const QStringList &arguments,
-                                  std::chrono::seconds limit, Console &console) {
-    QByteArray said;
-    const WorkerProcess worker(arguments, alone ? WorkerOf::Command : WorkerOf::Batch);
-    const WorkerEnd end = worker.run(limit, alone ? console.resultsDescriptor() : -1,
-                                     [&said](const QByteArray &text) { said += text; });
+/// Why a worker failed; where it has not, what it said is passed on.
+std::optional<QString> failureOf(const QString &file, const WorkerEnd &end, std::chrono::seconds limit,
+                                 const QByteArray &said, Console &console) {
     if (const auto reason = end.reason(limit)) return file + QLatin1String(": ") + *reason;
     if (end.code != Done) return Console::messageText(said);
     if (!said.isEmpty()) console.relay(said);
     return std::nullopt;
+}
+
+/// Does a file that is alone in a process of its own, which may use all cores and print results.
+/// @return why that failed
+std::optional<QString> doInProcess(const QString &file, const QStringList &arguments,
+                                   std::chrono::seconds limit, Console &console) {
+    QByteArray said;
+    const WorkerProcess worker(arguments, WorkerOf::Command);
+    const WorkerEnd end =
+        worker.run(limit, console.resultsDescriptor(), [&said](const QByteArray &text) { said += text; });
+    return failureOf(file, end, limit, said, console);
+}
+
+/// Does one of many files. @return why that failed
+std::optional<QString> doInPool(const QString &file, const QString &out, const QStringList &arguments,
+                                std::chrono::seconds limit, ForkServer &workers, Console &console) {
+    const WorkerReport report = workers.run({.arguments = arguments, .out = out, .timeLimit = limit});
+    return failureOf(file, report.end, limit, report.said, console);
 }
 
 }  // namespace
@@ -97,18 +111,21 @@ bool OutlineOutput::isAlone() const {
 
 bool OutlineOutput::run(const CommandInfo &command, const QCommandLineParser &arguments, const Job &job,
                         Console &console) const {
-    if (!isFolder()) return runBatch(files_, job.run, console);
+    if (!isFolder()) {
+        const auto alone = [&job](const QString &file, ForkServer & /*workers*/) { return job.run(file); };
+        return runBatch(files_, command.name, alone, console);
+    }
     const Interruption interruption;
     const std::chrono::seconds limit = timeLimit(arguments).value_or(job.limit);
     console.flush();
-    return runBatch(
-        files_,
-        [&](const QString &file) {
-            const QStringList own = job.optionsOf ? job.optionsOf(file) : QStringList();
-            return doInWorker(file, isAlone(), argumentsFor(file, targetOf(file), command, arguments, own),
-                              limit, console);
-        },
-        console);
+    const auto each = [&](const QString &file, ForkServer &workers) {
+        const QStringList own = job.optionsOf ? job.optionsOf(file) : QStringList();
+        const QString out = targetOf(file);
+        const QStringList words = argumentsFor(file, out, command, arguments, own);
+        return isAlone() ? doInProcess(file, words, limit, console)
+                         : doInPool(file, out, words, limit, workers, console);
+    };
+    return runBatch(files_, command.name, each, console);
 }
 
 QString OutlineOutput::targetOf(const QString &file) const {
@@ -129,10 +146,11 @@ void appendEntries(OutlineDocument &document, MyOutlineItem::Children entries) {
 }
 
 std::optional<QString> writeEntries(OutlineDocument &document, MyOutlineItem::Children entries, bool keep,
-                                    const QString &out) {
+                                    const QString &out, Console &console) {
     // Otherwise a document of scanned pages would lose the outline that it has.
     if (keep || entries.empty()) document.importOutline();
     appendEntries(document, std::move(entries));
+    console.tellEntries(countBelow(document.root()));
     if (const auto error = document.write(out, OutlineDocument::saveFinalPDF)) return error->message;
     return std::nullopt;
 }

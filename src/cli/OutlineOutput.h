@@ -53,8 +53,8 @@ bool makeFolder(const QString &path, Console &console);
 void appendEntries(OutlineDocument &document, MyOutlineItem::Children entries);
 
 /// Writes a document with new entries in place of its outline or, if it is kept, behind it. Without entries
-/// the outline stays as it was. @return why that failed
+/// the outline stays as it was. Tells the console how many there are. @return why that failed
 std::optional<QString> writeEntries(OutlineDocument &document, MyOutlineItem::Children entries, bool keep,
-                                    const QString &out);
+                                    const QString &out, Console &console);
 
 }  // namespace leafwright::cli

@@ -1,6 +1,5 @@
 #include "cli/WorkerProcess.h"
 
-#include "cli/Command.h"
 #include "cli/Interruption.h"
 #include "files/FileName.h"
 #include "files/TemporaryFolder.h"
@@ -13,13 +12,10 @@
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
 #include <sys/mman.h>
-#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
-#include <vector>
 
 namespace leafwright::cli {
 
@@ -27,86 +23,9 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// Tells a process whose worker it is: "batch" or "command", the number of the process that waits for it, and
-/// that of the descriptor of its journal.
-constexpr const char *environmentName = "LEAFWRIGHT_WORKER";
-
-QByteArray &program() {
-    static QByteArray path = QByteArrayLiteral("/proc/self/exe");
-    return path;
-}
-
 constexpr Translated translated{"WorkerProcess"};
 
-/// A list of strings as the system's functions take it.
-class StringVector {
-public:
-    explicit StringVector(QByteArrayList strings) : strings_(std::move(strings)) {
-        for (QByteArray &string : strings_)
-            pointers_.push_back(string.data());
-        pointers_.push_back(nullptr);
-    }
-    char *const *get() const { return pointers_.data(); }
-
-private:
-    QByteArrayList strings_;
-    std::vector<char *> pointers_;
-};
-
-QByteArrayList environmentFor(WorkerOf waiting, int journal) {
-    QByteArrayList environment;
-    const QByteArray own = QByteArray(environmentName) + '=';
-    for (char **entry = environ; *entry; ++entry) {
-        if (!QByteArrayView(*entry).startsWith(own)) environment.append(*entry);
-    }
-    environment.append(own + (waiting == WorkerOf::Batch ? "batch " : "command ") +
-                       QByteArray::number(::getpid()) + ' ' + QByteArray::number(journal));
-    return environment;
-}
-
 using MessageHandler = std::function<void(const QByteArray &)>;
-
-/// What a worker gets: its standard streams, its journal, and the signals that end it.
-class SpawnSettings {
-public:
-    /// @param results -1 for none, and for no standard input
-    SpawnSettings(int results, int messages, int journal) {
-        posix_spawn_file_actions_init(&actions_);
-        if (results < 0) {
-            posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-            posix_spawn_file_actions_addopen(&actions_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-        } else {
-            posix_spawn_file_actions_adddup2(&actions_, results, STDOUT_FILENO);
-        }
-        posix_spawn_file_actions_adddup2(&actions_, messages, STDERR_FILENO);
-        // Under its own number, which is none that the user has given the program: this only lets it stay
-        // open.
-        posix_spawn_file_actions_adddup2(&actions_, journal, journal);
-        // Whoever has started this program may have it ignore what its workers must not.
-        sigset_t heeded;
-        sigset_t blocked;
-        sigemptyset(&heeded);
-        sigaddset(&heeded, SIGTERM);
-        sigemptyset(&blocked);
-        posix_spawnattr_init(&attributes_);
-        posix_spawnattr_setsigdefault(&attributes_, &heeded);
-        posix_spawnattr_setsigmask(&attributes_, &blocked);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
-    }
-    ~SpawnSettings() {
-        posix_spawn_file_actions_destroy(&actions_);
-        posix_spawnattr_destroy(&attributes_);
-    }
-    SpawnSettings(const SpawnSettings &) = delete;
-    SpawnSettings &operator=(const SpawnSettings &) = delete;
-
-    const posix_spawn_file_actions_t *actions() const { return &actions_; }
-    const posix_spawnattr_t *attributes() const { return &attributes_; }
-
-private:
-    posix_spawn_file_actions_t actions_{};
-    posix_spawnattr_t attributes_{};
-};
 
 /// A started worker, the pipe that its messages come through, and its journal.
 class Child {
@@ -119,14 +38,12 @@ public:
             return;
         }
         messages_ = ends[0];
-        QByteArrayList words{QByteArrayLiteral("leafwright-cli")};
-        for (const QString &argument : arguments)
-            words.append(fileNameBytes(argument));
-        const StringVector argv(std::move(words));
-        const StringVector environment(environmentFor(waiting, journal_));
-        const SpawnSettings settings(results, ends[1], journal_);
-        error_ = ::posix_spawn(&id_, program().constData(), settings.actions(), settings.attributes(),
-                               argv.get(), environment.get());
+        error_ = startProgram({.arguments = arguments,
+                               .waiting = waiting,
+                               .results = results,
+                               .messages = ends[1],
+                               .kept = journal_},
+                              id_);
         ::close(ends[1]);
     }
     ~Child() {
@@ -219,36 +136,7 @@ QString messageOf(const WorkerEnd &end, std::chrono::seconds limit) {
         .arg(QString::fromLocal8Bit(std::generic_category().message(end.code).c_str()));
 }
 
-/// Either the process that waited is gone, and nobody reads this, or the environment is not from one.
-[[noreturn]] void endAsNobodysWorker() {
-    Console().message(
-        translated(
-            "%1 is set, but not by the process that has started this one; it is for this program's own "
-            "use, so unset it")
-            .arg(QLatin1String(environmentName)));
-    ::_exit(Failed);
-}
-
 }  // namespace
-
-WorkerOf workerOf() {
-    const QByteArray value = qgetenv(environmentName);
-    return value.startsWith("batch ")     ? WorkerOf::Batch
-           : value.startsWith("command ") ? WorkerOf::Command
-                                          : WorkerOf::None;
-}
-
-void beginAsWorker() {
-    if (workerOf() == WorkerOf::None) return;
-    // The system sends this when the thread ends that has started the worker; it waits for the worker.
-    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
-    // It may be too late for that.
-    const QByteArrayList words = qgetenv(environmentName).split(' ');
-    if (words.size() != 3 || ::getppid() != words[1].toInt()) endAsNobodysWorker();
-    const int journal = words[2].toInt();
-    ::fcntl(journal, F_SETFD, FD_CLOEXEC);
-    keepWritingJournal(journal);
-}
 
 std::optional<QString> WorkerEnd::reason(std::chrono::seconds limit) const {
     if (how == How::Exited) return std::nullopt;
@@ -256,10 +144,6 @@ std::optional<QString> WorkerEnd::reason(std::chrono::seconds limit) const {
     for (const QString &path : written)
         text += translated("; %1 was written, but may not outlive a power failure").arg(path);
     return text;
-}
-
-void WorkerProcess::setProgram(const QString &path) {
-    program() = fileNameBytes(path);
 }
 
 WorkerEnd WorkerProcess::run(std::chrono::seconds limit, int results,

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "cli/ProgramStart.h"
+
 #include <QByteArray>
 #include <QStringList>
 
@@ -8,20 +10,6 @@
 #include <optional>
 
 namespace leafwright::cli {
-
-/// Who waits for a worker.
-enum class WorkerOf {
-    None,     ///< This process is none.
-    Command,  ///< A command that does nothing else meanwhile.
-    Batch     ///< A batch, which has a worker on every core.
-};
-
-/// Whose worker this process is.
-WorkerOf workerOf();
-
-/// For main(), before anything is written. Where this process is a worker, it ends with the process that
-/// waits for it, and tells that one in a journal what it writes.
-void beginAsWorker();
 
 /// How a worker ended.
 struct WorkerEnd {
@@ -57,10 +45,6 @@ public:
     /// @param messages gets what it writes to standard error, in pieces as they come
     WorkerEnd run(std::chrono::seconds limit, int results,
                   const std::function<void(const QByteArray &)> &messages) const;
-
-    /// The program whose commands run, where that is another than the one that runs this: tests have their
-    /// own.
-    static void setProgram(const QString &path);
 
 private:
     QStringList arguments_;

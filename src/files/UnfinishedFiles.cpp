@@ -85,6 +85,8 @@ bool isDue(const QByteArray &path) {
     static std::map<QByteArray, std::chrono::steady_clock::time_point> lookedAt;
     const auto now = std::chrono::steady_clock::now();
     const QMutexLocker lock(&mutex);
+    constexpr size_t mostFolders = 4096;
+    if (lookedAt.size() >= mostFolders && !lookedAt.contains(path)) lookedAt.clear();
     const auto [place, isFirst] = lookedAt.try_emplace(path, now);
     if (!isFirst && now - place->second < oldEnough) return false;
     place->second = now;

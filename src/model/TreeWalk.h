@@ -1,6 +1,7 @@
 #pragma once
 
 #include <concepts>
+#include <cstdint>
 #include <memory>
 #include <type_traits>
 #include <utility>
@@ -73,6 +74,14 @@ void walkBelow(Node &top, Enter &&enter, Leave &&leave) {
 template <typename Node, typename Enter>
 void walkBelow(Node &top, Enter &&enter) {
     walkBelow(top, std::forward<Enter>(enter), [](Node &) {});
+}
+
+/// How many there are below the top.
+template <typename Node>
+std::int64_t countBelow(Node &top) {
+    std::int64_t count = 0;
+    walkBelow(top, [&count](Node & /*node*/, size_t /*depth*/) { ++count; });
+    return count;
 }
 
 /// Calls `visit(node, depth)` for the top, with depth 0, and for all below it, unless it returns false.

@@ -44,7 +44,7 @@ TEST(CommandLine, HelpListsEveryCommand) {
 
 TEST(CommandLine, CommandsAreTheseInThisOrder) {
     EXPECT_THAT(commandNames(), ElementsAre("info", "labels", "outline", "text", "fonts", "contents",
-                                            "autotoc", "minitoc", "apply", "run"));
+                                            "autotoc", "minitoc", "apply", "run", "batch", "report"));
 }
 
 TEST(CommandLine, EveryCommandExplainsItself) {

@@ -25,12 +25,12 @@ using How = WorkerEnd::How;
 
 /// Runs the shell in place of the program.
 WorkerEnd runShell(const QString &script, QByteArray &said, std::chrono::seconds limit = 0s) {
-    WorkerProcess::setProgram("/bin/sh");
+    cli::setProgramToStart("/bin/sh");
     const WorkerEnd end =
         WorkerProcess({"-c", script}, WorkerOf::Batch).run(limit, -1, [&said](const QByteArray &text) {
             said += text;
         });
-    WorkerProcess::setProgram(commandLineProgram());
+    cli::setProgramToStart(commandLineProgram());
     return end;
 }
 
@@ -53,7 +53,7 @@ TEST(WorkerProcess, KnowsWhoWaitsForIt) {
 }
 
 TEST(WorkerProcess, OfAnotherProgramSaysSo) {
-    for (const char *value : {"batch 1 2", "command 1", "batch "}) {
+    for (const char *value : {"batch 1 2", "command 1", "batch ", "pool 1 2"}) {
         const EnvironmentVariable worker("LEAFWRIGHT_WORKER", value);
         const ProgramResult result = runProgram(commandLineProgram(), {"--version"});
         EXPECT_EQ(result.exitCode, 1) << value;
@@ -85,9 +85,9 @@ TEST(WorkerProcess, IsEndedAlsoWhenItDoesNotListen) {
 }
 
 TEST(WorkerProcess, ThatCantBeStartedIsTold) {
-    WorkerProcess::setProgram("/nonexistent/program");
+    cli::setProgramToStart("/nonexistent/program");
     const WorkerEnd end = WorkerProcess({"info"}, WorkerOf::Batch).run(0s, -1, [](const QByteArray &) {});
-    WorkerProcess::setProgram(commandLineProgram());
+    cli::setProgramToStart(commandLineProgram());
     EXPECT_EQ(end.how, How::NotStarted);
     EXPECT_THAT(end.reason(0s)->toStdString(), HasSubstr("No such file or directory"));
 }

@@ -156,6 +156,28 @@ TEST_F(EndedWorkers, OfABatchEndWithItToo) {
         EXPECT_FALSE(name.startsWith('.')) << qPrintable(name);
 }
 
+TEST_F(EndedWorkers, OfJobsByLinesLeaveNothingWhenTheyAreGivenUp) {
+    saveBytes(work("jobs"), allFiles().join(u'\n').toUtf8());
+    program.setStandardInputFile(work("jobs"));
+    start({"batch", "--out-dir", out(), "--timeout", "10", "autotoc"}, "fsync", 0);
+    EXPECT_THAT(end(), HasSubstr("1 of 3 jobs failed\n"));
+    EXPECT_EQ(program.exitCode(), 1);
+    EXPECT_EQ(program.readAllStandardOutput().count("given up after 10 s\""), 1);
+    EXPECT_EQ(namesIn("out").size(), 2) << namesIn("out").join(' ').toStdString();
+}
+
+TEST_F(EndedWorkers, OfJobsByLinesTellWhichFilesAreNew) {
+    saveBytes(work("jobs"), work("a.pdf").toUtf8());
+    program.setStandardInputFile(work("jobs"));
+    // The second one is that of the folder, after the new file has its name.
+    start({"batch", "--out-dir", out(), "--timeout", "10", "--log", root + "/done", "autotoc"}, "fsync", 1);
+    end();
+    EXPECT_THAT(program.readAllStandardOutput().toStdString(),
+                HasSubstr("given up after 10 s; " + out().toStdString() + "/a.pdf was written, but may not"));
+    EXPECT_THAT(bytesOf(root + "/done").toStdString(), HasSubstr("\"status\": \"failed\""));
+    EXPECT_EQ(namesIn("out"), QStringList("a.pdf"));
+}
+
 TEST_F(EndedWorkers, EndAlsoWithABatchThatIsKilled) {
     start(QStringList{"autotoc", "--out-dir", out()} + allFiles(), "fsync", 0);
     waitUntilHeldUp();

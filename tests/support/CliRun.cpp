@@ -33,7 +33,7 @@ CliResult runCli(const QStringList &arguments) {
     std::FILE *out = std::tmpfile();
     std::FILE *err = std::tmpfile();
     CliResult result{};
-    cli::WorkerProcess::setProgram(commandLineProgram());  // this one is the tests'
+    cli::setProgramToStart(commandLineProgram());  // this one is the tests'
     {
         cli::Console console(out, err);
         result.exitCode = cli::runCommandLine(arguments, console);

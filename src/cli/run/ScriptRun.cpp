@@ -117,6 +117,8 @@ std::optional<QString> play(const std::vector<script::Step> &steps, const Script
         player.userDefaults().setValue(setting::keepPagesOfEntries, request.keepPages);
         if (const auto error = player.open(request.file)) return openFailure(request.file, *error);
         observeWriting(player.document()->outline(), request.file, console);
+        if (const PDFDocument *pdf = player.document()->outline().pdfDoc())
+            console.tellPages(pdf->pageCount());
         if (auto failure = player.play(steps)) return request.steps + QLatin1String(": ") + *failure;
         const MyDocument *document = player.document();
         if (document && document->pdfDoc())

@@ -1,0 +1,71 @@
+#include "cli/batch/UsedPlaces.h"
+
+#include "files/FilePlace.h"
+#include "files/FileTarget.h"
+#include "texts/Translated.h"
+
+#include <algorithm>
+#include <set>
+#include <vector>
+
+namespace leafwright::cli {
+
+namespace {
+
+constexpr Translated translated{"UsedPlaces"};
+
+constexpr std::uint64_t isRead = 1;
+constexpr std::uint64_t isWritten = 2;
+
+/// The name that a path leads to, in its folder: unlike the file, it is the same before and after a save.
+/// Null where it leads nowhere; whoever writes there says so.
+QByteArray nameAt(const QString &path) {
+    const auto found = findTarget(path);
+    const auto *target = std::get_if<FileTarget>(&found);
+    struct stat folder = {};
+    if (!target || target->path.isEmpty() || ::stat(target->folder().constData(), &folder) != 0) return {};
+    return QByteArray::number(quint64{folder.st_dev}) + ' ' + QByteArray::number(quint64{folder.st_ino}) +
+           '/' + target->name();
+}
+
+}  // namespace
+
+bool UsedPlaces::reserve(const QString &path) {
+    const QByteArray name = nameAt(path);
+    return name.isNull() || places_.put(name, isRead);
+}
+
+std::optional<QString> UsedPlaces::add(const QStringList &read, const QString &pdf,
+                                       const QStringList &written) {
+    std::vector<QByteArray> sources;
+    for (const QString &path : read) {
+        sources.push_back(nameAt(path));
+        if ((places_.find(sources.back()).value_or(0) & isWritten) == 0) continue;
+        return sources.size() == 1 ? translated("another job writes to this file")
+                                   : translated("another job writes to %1, which is read").arg(path);
+    }
+    std::set<QByteArray> own;
+    for (const QString &path : QStringList{pdf} + written) {
+        if (path.isEmpty()) continue;
+        if (isStream(path))
+            return translated("%1 is a stream, in which results would not be told apart").arg(path);
+        const QByteArray name = nameAt(path);
+        if (name.isNull()) continue;
+        if (!own.insert(name).second || (places_.find(name).value_or(0) & isWritten) != 0)
+            return translated("two results would be written to %1").arg(path);
+        const auto source = std::ranges::find(sources, name);
+        const bool isOwnFile = source == sources.begin() && path == pdf;
+        if (places_.find(name) || (source != sources.end() && !isOwnFile))
+            return translated("%1 is read, and would be overwritten").arg(path);
+    }
+    bool kept = true;
+    for (const QByteArray &name : sources)
+        kept = kept && (name.isNull() || places_.put(name, isRead));
+    for (const QByteArray &name : own)
+        kept = kept && places_.put(name, isRead | isWritten);
+    if (!kept || places_.failed())
+        return translated("there is no room for temporary files, by which jobs that meet are told");
+    return std::nullopt;
+}
+
+}  // namespace leafwright::cli
