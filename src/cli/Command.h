@@ -31,8 +31,8 @@ struct CommandInfo {
     QList<QCommandLineOption> options;
     QString aloneOption = {};  ///< The name of an option that stands without the arguments; may be empty.
     QStringList printingOptions = {};  ///< The names of those by which a command that writes a PDF prints.
-    bool endsWithCommand =
-        false;  ///< What begins with the first argument is a command, with its own options.
+    /// What begins with the first argument is a command, with options of its own.
+    bool endsWithCommand = false;
 };
 
 /// One subcommand of leafwright-cli.

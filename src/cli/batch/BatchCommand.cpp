@@ -100,6 +100,7 @@ CommandInfo BatchCommand::info() const {
         {{QStringLiteral("COMMAND..."), translated("The command, its options and arguments.")}},
         options(),
         {},
+        {},
         true};
 }
 
