@@ -84,7 +84,7 @@ TEST_F(Exchange, AnEntryWithoutAPageLeadsToNoneWhateverLabelsThereAre) {
 TEST_F(Exchange, LabelsThatAFormCantKeepAreTold) {
     document.edits().setPageLabel(*document.root().children()[0], "xii");
     perform("exportOutline:", dir.path("out.cpdf"));
-    EXPECT_EQ(bytesOf(dir.path("out.cpdf")), "0 \"One\" 0\n1 \"Two\" 2 \"[2 /XYZ 72 600 null]\"\n");
+    EXPECT_EQ(bytesOf(dir.path("out.cpdf")), "0 \"One\" 0 open\n1 \"Two\" 2 \"[2 /XYZ 72 600 null]\"\n");
     EXPECT_EQ(notice("failedExport"),
               dir.path("out.cpdf") +
                   QString::fromUtf8(": this form counts pages, and no page is known to have the label of 1 "
