@@ -99,11 +99,15 @@ bool readDestination(QStringView text, EntryParts &parts) {
 
 /// Reads an item: a link, or a title alone. @return absent for a link that does not end, or leads elsewhere
 std::optional<EntryParts> partsOf(QStringView content) {
-    if (!content.startsWith(u'[')) return EntryParts{.title = unescaped(content)};
+    EntryParts parts;
+    if (!content.startsWith(u'[')) {
+        parts.title = unescaped(content);
+        return parts;
+    }
     const qsizetype bracket = indexOfBare(content, u']', 1);
     if (bracket < 0 || !content.endsWith(u')') || !content.sliced(bracket).startsWith(QLatin1String("](")))
         return std::nullopt;
-    EntryParts parts{.title = unescaped(content.sliced(1, bracket - 1))};
+    parts.title = unescaped(content.sliced(1, bracket - 1));
     const QStringView destination = content.sliced(bracket + 2).chopped(1);
     return readDestination(destination, parts) ? std::optional(std::move(parts)) : std::nullopt;
 }
