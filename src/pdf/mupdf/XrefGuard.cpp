@@ -4,6 +4,7 @@
 #include <QSet>
 
 #include <charconv>
+#include <limits>
 
 namespace leafwright::mupdf {
 
@@ -41,14 +42,19 @@ public:
         return true;
     }
 
+    /// With a sign or without; one that is too large for us is as large as any that is too large for the
+    /// file.
     std::optional<qint64> integer() {
+        constexpr qint64 tooLarge = std::numeric_limits<qint64>::max() / 2;
         skipSpace();
+        const bool hasPlus = position_ < text_.size() && text_[position_] == '+';
+        const bool isNegative = position_ < text_.size() && text_[position_] == '-';
         qint64 value = 0;
         const auto [end, error] =
-            std::from_chars(text_.data() + position_, text_.data() + text_.size(), value);
-        if (error != std::errc()) return std::nullopt;
+            std::from_chars(text_.data() + position_ + (hasPlus ? 1 : 0), text_.data() + text_.size(), value);
+        if (error == std::errc::invalid_argument) return std::nullopt;
         position_ = end - text_.data();
-        return value;
+        return error == std::errc() ? value : isNegative ? -tooLarge : tooLarge;
     }
 
 private:

@@ -42,6 +42,9 @@ TEST(XrefGuard, NumbersOfMoreThanEightBytesAreAbsurd) {
     EXPECT_EQ(absurdInSection("9 0 obj << /W [1 1 2147483647] >>\nstream"), 12);
     EXPECT_EQ(absurdInSection("9 0 obj << /W [8 8 8 8 9] >>\nstream"), 12);
     EXPECT_EQ(absurdInSection("9 0 obj << /W [-1 0 9] >>\nstream"), 12);
+    EXPECT_EQ(absurdInSection("9 0 obj << /W [1 +9 1] >>\nstream"), 12);
+    EXPECT_EQ(absurdInSection("9 0 obj << /W [1 44444444444444444444 1] >>\nstream"), 12);
+    EXPECT_EQ(absurdInSection("9 0 obj << /W [-44444444444444444444 0 9] >>\nstream"), 12);
 }
 
 TEST(XrefGuard, TheKeyIsFoundHoweverItIsSpaced) {
