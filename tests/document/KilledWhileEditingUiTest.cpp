@@ -116,7 +116,8 @@ protected:
         environment.insert(folderVariable, folder);
         environment.insert(seedVariable, QString::number(seed));
         // Whatever part of the tests this process has to run.
-        environment.remove(QStringLiteral("GTEST_TOTAL_SHARDS"));
+        for (const char *name : {"GTEST_TOTAL_SHARDS", "GTEST_SHARD_INDEX"})
+            environment.remove(QLatin1String(name));
         session.setProcessEnvironment(environment);
         session.start(QCoreApplication::applicationFilePath(),
                       {"--gtest_also_run_disabled_tests", "--gtest_filter=SessionToBeKilled.DISABLED_Runs"});

@@ -42,19 +42,28 @@ public:
         return true;
     }
 
-    /// With a sign or without; one that is too large for us is as large as any that is too large for the
-    /// file.
+    /// Absent for one that no 64 bits hold.
     std::optional<qint64> integer() {
-        constexpr qint64 tooLarge = std::numeric_limits<qint64>::max() / 2;
         skipSpace();
-        const bool hasPlus = position_ < text_.size() && text_[position_] == '+';
-        const bool isNegative = position_ < text_.size() && text_[position_] == '-';
         qint64 value = 0;
         const auto [end, error] =
-            std::from_chars(text_.data() + position_ + (hasPlus ? 1 : 0), text_.data() + text_.size(), value);
-        if (error == std::errc::invalid_argument) return std::nullopt;
+            std::from_chars(text_.data() + position_, text_.data() + text_.size(), value);
+        if (error != std::errc()) return std::nullopt;
         position_ = end - text_.data();
-        return error == std::errc() ? value : isNegative ? -tooLarge : tooLarge;
+        return value;
+    }
+
+    /// The same with a plus or without, and the largest number for one that no 64 bits hold.
+    std::optional<qint64> limitedInteger() {
+        skip("+");
+        if (const auto value = integer()) return value;
+        const bool isNegative = skip("-");
+        const qsizetype begin = position_;
+        while (position_ < text_.size() && text_[position_] >= '0' && text_[position_] <= '9')
+            ++position_;
+        if (position_ == begin) return std::nullopt;
+        constexpr qint64 most = std::numeric_limits<qint64>::max();
+        return isNegative ? -most : most;
     }
 
 private:
@@ -136,7 +145,7 @@ private:
         if (at < 0) return std::nullopt;
         Scanner scanner(dictionary, at + 1);
         if (!scanner.skip("[")) return std::nullopt;
-        while (const auto width = scanner.integer())
+        while (const auto width = scanner.limitedInteger())
             if (*width > longestField) return at;
         return std::nullopt;
     }
