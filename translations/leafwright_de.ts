@@ -774,6 +774,10 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
         <source>ended early: what has no line was not begun</source>
         <translation>vorzeitig beendet: was keine Zeile hat, wurde nicht begonnen</translation>
     </message>
+    <message>
+        <source>with --log, a script needs an &quot;out&quot;: whether it has saved over the file could not be told</source>
+        <translation>mit --log braucht ein Skript ein „out“: Ob es die Datei überschrieben hat, ließe sich nicht sagen</translation>
+    </message>
 </context>
 <context>
     <name>Command</name>
@@ -1415,7 +1419,7 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <name>JobCommand</name>
     <message>
         <source>&quot;%1&quot; is no command of a batch; there are %2</source>
-        <translation>"%1" ist kein Befehl für viele Dateien; es gibt %2</translation>
+        <translation>&quot;%1&quot; ist kein Befehl für viele Dateien; es gibt %2</translation>
     </message>
     <message>
         <source>--%1 is not for all jobs; each says it in its line</source>
@@ -1431,31 +1435,31 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
     <message>
         <source>&quot;%1&quot;: the files are told by standard input</source>
-        <translation>"%1": die Dateien nennt die Standardeingabe</translation>
+        <translation>&quot;%1&quot;: die Dateien nennt die Standardeingabe</translation>
     </message>
     <message>
         <source>%1 has no option &quot;%2&quot;</source>
-        <translation>%1 hat keine Option "%2"</translation>
+        <translation>%1 hat keine Option &quot;%2&quot;</translation>
     </message>
     <message>
         <source>&quot;%1&quot; wants a text or a number</source>
-        <translation>"%1" verlangt einen Text oder eine Zahl</translation>
+        <translation>&quot;%1&quot; verlangt einen Text oder eine Zahl</translation>
     </message>
     <message>
         <source>&quot;%1&quot; wants true or false</source>
-        <translation>"%1" verlangt true oder false</translation>
+        <translation>&quot;%1&quot; verlangt true oder false</translation>
     </message>
     <message>
         <source>&quot;%1&quot; wants a path</source>
-        <translation>"%1" verlangt einen Pfad</translation>
+        <translation>&quot;%1&quot; verlangt einen Pfad</translation>
     </message>
     <message>
         <source>&quot;%1&quot; is missing</source>
-        <translation>"%1" fehlt</translation>
+        <translation>&quot;%1&quot; fehlt</translation>
     </message>
     <message>
         <source>&quot;out&quot; is missing, and there is no --out-dir</source>
-        <translation>"out" fehlt, und --out-dir ist nicht angegeben</translation>
+        <translation>&quot;out&quot; fehlt, und --out-dir ist nicht angegeben</translation>
     </message>
 </context>
 <context>

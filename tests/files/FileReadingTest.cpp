@@ -48,7 +48,7 @@ TEST_F(AbsolutePath, WhatLeadsNowhereStaysSo) {
     EXPECT_EQ(absolutePath(base + "/none/../a.pdf"), base + "/none/../a.pdf");
 }
 
-TEST(ReadRegularFile, WaitsForNobody) {
+TEST(RegularFile, WaitsForNobody) {
     const test::TempDir dir;
     ASSERT_EQ(::mkfifo(QFile::encodeName(dir.path("pipe")).constData(), 0600), 0);
     EXPECT_EQ(std::get<QString>(readRegularFile(dir.path("pipe"), 5)),
@@ -64,6 +64,7 @@ TEST(FileReading, EndsBehindItsBound) {
     EXPECT_EQ(std::get<QByteArray>(readFile(dir.path("larger"))).size(), megabyte + 1);
     for (const QString &path : {dir.path("larger"), QString("/dev/zero")})
         EXPECT_EQ(std::get<QString>(readFile(path, megabyte)), "it is larger than 1 MB");
+    EXPECT_EQ(std::get<QString>(readRegularFile(dir.path("larger"), megabyte)), "it is larger than 1 MB");
 }
 
 TEST(RegularFile, IsTheOnlyOneThatIsRead) {

@@ -154,6 +154,9 @@ std::optional<QString> BatchRun::objection(const WaitingJob &waiting) {
     // Of a file that a batch has written over which was killed then, nobody could tell whether it is done.
     if (log_.isOpen() && !task.pdf.isEmpty() && placeOf(task.pdf) == placeOf(waiting.job.file))
         return translated("with --log, no file is written over: whether that was done could not be told");
+    if (log_.isOpen() && task.pdf.isEmpty() && command_.name() == QLatin1String("run"))
+        return translated(
+            "with --log, a script needs an \"out\": whether it has saved over the file could not be told");
     return std::nullopt;
 }
 

@@ -1,6 +1,7 @@
 #include "cli/batch/JobCommand.h"
 
 #include "cli/CommandLine.h"
+#include "exchange/OutlineFormat.h"
 #include "files/FileName.h"
 #include "files/FileReading.h"
 #include "texts/Translated.h"
@@ -28,6 +29,13 @@ const QStringList &commandNames() {
 bool isTheBatchs(const CommandInfo &info, const QCommandLineOption &option) {
     const QString name = option.names().last();
     return name == QLatin1String("output") || name == QLatin1String("out-dir") || name == info.aloneOption;
+}
+
+/// What the name of a file with what is printed in a format ends in, without a dot.
+QString extensionOf(const QString &formatName) {
+    const OutlineFormat *format = outlineFormatNamed(formatName);
+    const char *own = format && formatName != u"plus" ? format->extensions.front() : nullptr;
+    return QLatin1String(own ? own : "txt");
 }
 
 /// Options that name a file to be written, of which each job needs its own.
@@ -110,10 +118,15 @@ bool JobCommand::printsResults() const {
 }
 
 /// Whether what a command that prints its results prints for a job is JSON.
-bool JobCommand::printsJson(const BatchJob &job) const {
-    const QString json = QStringLiteral("json");
+QString JobCommand::formatOf(const BatchJob &job) const {
+    const QString usual = QStringLiteral("json");
     const QJsonValue own = job.options.value(QLatin1String("format"));
-    return (own.isUndefined() ? options_.value(QStringLiteral("format"), json) : own.toString(json)) == json;
+    return own.isUndefined() ? options_.value(QStringLiteral("format"), usual) : own.toString(usual);
+}
+
+bool JobCommand::printsJson(const BatchJob &job) const {
+    const QString format = formatOf(job);
+    return format == u"json" || format == u"pdfcpu";
 }
 
 QString JobCommand::outOf(const BatchJob &job) const {
@@ -121,7 +134,7 @@ QString JobCommand::outOf(const BatchJob &job) const {
     const QFileInfo file(job.file);
     const QDir folder(folder_);
     if (!printsResults()) return folder.filePath(file.fileName());
-    return folder.filePath(file.completeBaseName() + QLatin1String(printsJson(job) ? ".json" : ".txt"));
+    return folder.filePath(file.completeBaseName() + u'.' + extensionOf(formatOf(job)));
 }
 
 std::optional<QString> JobCommand::unknownMember(const BatchJob &job) const {

@@ -38,6 +38,7 @@ private:
 
     bool printsResults() const;
     std::optional<QString> readShared(const QStringList &words);
+    QString formatOf(const BatchJob &job) const;
     bool printsJson(const BatchJob &job) const;
     QString outOf(const BatchJob &job) const;
     std::optional<QString> unknownMember(const BatchJob &job) const;

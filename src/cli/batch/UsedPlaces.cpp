@@ -47,7 +47,7 @@ std::optional<QString> UsedPlaces::add(const QStringList &read, const QString &p
     std::set<QByteArray> own;
     for (const QString &path : QStringList{pdf} + written) {
         if (path.isEmpty()) continue;
-        if (isStream(path))
+        if (path == QLatin1String("-") || isStream(path))
             return translated("%1 is a stream, in which results would not be told apart").arg(path);
         const QByteArray name = nameAt(path);
         if (name.isNull()) continue;

@@ -66,6 +66,9 @@ TEST(JobCommand, ResultsGoToTheFolderUnderTheNamesOfTheirFiles) {
     EXPECT_EQ(taskOf({"autotoc"}, {"x/a.pdf", "y/b.pdf"}, "done").out, "y/b.pdf");
     EXPECT_EQ(taskOf({"info"}, {"x/a.b.pdf"}, "done").work.printTo, "done/a.b.json");
     EXPECT_EQ(taskOf({"outline", "--format", "plus"}, {"x/a.pdf"}, "done").work.printTo, "done/a.txt");
+    EXPECT_EQ(taskOf({"outline", "--format", "text"}, {"x/a.pdf"}, "done").work.printTo, "done/a.txt");
+    EXPECT_EQ(taskOf({"outline", "--format", "markdown"}, {"x/a.pdf"}, "done").work.printTo, "done/a.md");
+    EXPECT_EQ(taskOf({"outline", "--format", "pdfcpu"}, {"x/a.pdf"}, "done").work.printTo, "done/a.pdfcpu");
     EXPECT_EQ(taskOf({"info"}, {"x/a.pdf"}).work.printTo, "") << "what is printed is handed back";
     EXPECT_EQ(problemOf({"contents"}, {"a.pdf"}), "\"out\" is missing, and there is no --out-dir");
 }
@@ -81,6 +84,7 @@ TEST(JobCommand, TellsWhatIsWrittenBesides) {
 TEST(JobCommand, KnowsWhetherJsonIsPrinted) {
     EXPECT_TRUE(taskOf({"info"}, {"a.pdf"}).printsJson);
     EXPECT_TRUE(taskOf({"outline"}, {"a.pdf"}).printsJson);
+    EXPECT_TRUE(taskOf({"outline", "--format", "pdfcpu"}, {"a.pdf"}).printsJson);
     EXPECT_FALSE(taskOf({"outline", "--format", "text"}, {"a.pdf"}).printsJson);
     EXPECT_TRUE(taskOf({"outline", "--format", "text"}, {"a.pdf", {}, {{"format", "json"}}}).printsJson);
     EXPECT_FALSE(taskOf({"contents"}, {"a.pdf", "b.pdf", {{"explain", true}}}).printsJson);

@@ -85,7 +85,8 @@ TEST_F(UsedPlacesOfJobs, WhatIsReadBesidesNoJobWrites) {
 }
 
 TEST_F(UsedPlacesOfJobs, StreamsTakeNoResults) {
-    EXPECT_THAT(places.add({dir.path("a.pdf")}, "/dev/stdout", {})->toStdString(), HasSubstr("is a stream"));
+    for (const char *stream : {"/dev/stdout", "-"})
+        EXPECT_THAT(places.add({dir.path("a.pdf")}, stream, {})->toStdString(), HasSubstr("is a stream"));
     ASSERT_EQ(::mkfifo(dir.path("pipe").toUtf8().constData(), 0600), 0);
     EXPECT_THAT(add("a.pdf", "", {"pipe"}), HasSubstr("is a stream"));
 }
