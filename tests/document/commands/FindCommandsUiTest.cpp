@@ -44,7 +44,11 @@ protected:
         return selection ? selection->string() : QString();
     }
     int currentPage() const { return document.pdfview()->currentPage()->index(); }
-    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(&field(), key, modifiers); }
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(&field(), key, modifiers);
+        // Qt remembers what is held down, for the next test too.
+        if (modifiers) QTest::keyRelease(&field(), Qt::Key_Shift);
+    }
 };
 
 TEST_F(Finding, TheFirstPlaceIsShownAndAllAreCounted) {
