@@ -181,7 +181,7 @@ TEST_F(ForkServers, AreReplacedWhenTheyCrashThemselves) {
 }
 
 TEST_F(ForkServers, EndAWorkerThatWantsTooMuchMemory) {
-#ifdef __SANITIZE_ADDRESS__
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     GTEST_SKIP() << "it takes more memory itself than there is";
 #endif
     cli::WorkerJob job{{"fonts", "--", savePdfWithHeadings(dir, "b.pdf")}};
