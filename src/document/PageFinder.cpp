@@ -69,7 +69,8 @@ void PageFinder::note(quint64 number, PageHits hits) {
     if (number != number_) return;
     arrived_.push_back(std::move(hits));
     if (std::exchange(isTold_, true)) return;
-    QMetaObject::invokeMethod(this, &PageFinder::take, Qt::QueuedConnection);
+    // By its name, as in OutlineFilter.
+    QMetaObject::invokeMethod(this, "take", Qt::QueuedConnection);
 }
 
 void PageFinder::end(quint64 number, bool isOutOfMemory) {
@@ -79,7 +80,7 @@ void PageFinder::end(quint64 number, bool isOutOfMemory) {
     isOutOfMemory_ = isOutOfMemory;
     ended_.notify_all();
     if (std::exchange(isTold_, true)) return;
-    QMetaObject::invokeMethod(this, &PageFinder::take, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, "take", Qt::QueuedConnection);
 }
 
 void PageFinder::take() {

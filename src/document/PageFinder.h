@@ -42,7 +42,7 @@ private:
     void run(const std::stop_token &stop);
     void note(quint64 number, PageHits hits);
     void end(quint64 number, bool isOutOfMemory);
-    void take();
+    Q_INVOKABLE void take();
 
     PageSearch search_;
     FoundHits hits_;

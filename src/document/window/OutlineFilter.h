@@ -63,7 +63,7 @@ private:
     void stop();
     void takeTitles();
     bool titlesAreCurrent() const;
-    void takeMatches();
+    Q_INVOKABLE void takeMatches();
     void show(const std::vector<size_t> &matches);
     void count();
     void selectFirst();
