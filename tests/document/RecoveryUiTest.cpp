@@ -89,6 +89,21 @@ protected:
         test::saveBytes(path, content.replace(before, after));
     }
 
+    /// Saves, and starts again as if the program had ended before it removed what it had kept.
+    void expectNothingOfferedAfterASave() {
+        keeper(document).keepNow();
+        ASSERT_EQ(kept().size(), 1);
+        const QString path = folder + '/' + kept()[0];
+        const QByteArray content = test::bytesOf(path);
+        ASSERT_TRUE(document.saving().saveFinal());
+        keeper(document).keepNow();
+        document.myWindow()->close();
+        test::saveBytes(path, content);
+        openAgain();
+        EXPECT_EQ(textOfSheet(), "no sheet");
+        EXPECT_EQ(names(), QStringList());
+    }
+
     QString folder = dir.path("state/recovery");
     std::unique_ptr<MyDocument> next;
     MyDocument *showing = nullptr;
@@ -421,16 +436,7 @@ TEST_F(Recovering, TakesNoPagesAndEntriesThatTheFileDoesNotHave) {
 TEST_F(Recovering, WhatWasSavedIsNotOfferedThoughItWasNotRemoved) {
     rename(0, "Changed");
     document.edits().insert(document.root(), 0, std::make_unique<MyOutlineItem>("New", PageTarget{"2"}));
-    keeper(document).keepNow();
-    const QString name = kept().value(0);
-    const QByteArray content = test::bytesOf(folder + '/' + name);
-    ASSERT_TRUE(document.saving().saveFinal());
-    keeper(document).keepNow();
-    document.myWindow()->close();
-    test::saveBytes(folder + '/' + name, content);
-    openAgain();
-    EXPECT_EQ(textOfSheet(), "no sheet");
-    EXPECT_EQ(names(), QStringList());
+    expectNothingOfferedAfterASave();
 }
 
 TEST_F(Recovering, FollowsAFileThatWasRenamed) {
@@ -523,16 +529,7 @@ TEST_F(Recovering, KnowsWhatWasSavedBeforeAPreview) {
 
 TEST_F(Recovering, DoesNotOfferALabelOfNoPageThatWasSavedAsTheFirst) {
     document.edits().setPageLabel(*document.root().children().at(1), "99");
-    keeper(document).keepNow();
-    const QString name = kept().value(0);
-    const QByteArray content = test::bytesOf(folder + '/' + name);
-    ASSERT_TRUE(document.saving().saveFinal());
-    keeper(document).keepNow();
-    document.myWindow()->close();
-    test::saveBytes(folder + '/' + name, content);
-    openAgain();
-    EXPECT_EQ(textOfSheet(), "no sheet");
-    EXPECT_EQ(kept().size(), 0);
+    expectNothingOfferedAfterASave();
 }
 
 TEST_F(Recovering, OffersWhatDiffersInNothingButWhichEntryIsWhich) {
@@ -550,17 +547,7 @@ TEST_F(Recovering, DoesNotOfferAColorThatWasSavedInTheDigitsOfAFile) {
     OutlineEntry entry = item.entry();
     entry.color = OutlineEntry::Color{0.6901960968971252, 0, 0.1254902};
     document.edits().setEntry(item, entry);
-    keeper(document).keepNow();
-    const QString name = kept().value(0);
-    const QByteArray content = test::bytesOf(folder + '/' + name);
-    ASSERT_TRUE(document.saving().saveFinal());
-    keeper(document).keepNow();
-    document.myWindow()->close();
-    // As if the program had ended before it was removed.
-    test::saveBytes(folder + '/' + name, content);
-    openAgain();
-    EXPECT_EQ(textOfSheet(), "no sheet");
-    EXPECT_EQ(kept().size(), 0);
+    expectNothingOfferedAfterASave();
 }
 
 TEST_F(Recovering, MakesTheFolderAgainThatSomebodyRemoved) {

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <climits>
-#include <csignal>
 #include <thread>
 #include <unistd.h>
 
@@ -21,18 +20,6 @@ const QString memoryOption = QStringLiteral("memory");
 const QString outDirOption = QStringLiteral("out-dir");
 
 constexpr Translated translated{"BatchCommand"};
-
-/// Has writing to a pipe that nobody reads fail, as long as it lives, instead of ending the program.
-class BrokenPipesFail {
-public:
-    BrokenPipesFail() : saved_(std::signal(SIGPIPE, SIG_IGN)) {}
-    ~BrokenPipesFail() { std::signal(SIGPIPE, saved_); }
-    BrokenPipesFail(const BrokenPipesFail &) = delete;
-    BrokenPipesFail &operator=(const BrokenPipesFail &) = delete;
-
-private:
-    void (*saved_)(int);
-};
 
 /// A number within limits; nothing for what is none.
 std::optional<int> numberOf(const QCommandLineParser &arguments, const QString &option, int least, int most) {
@@ -131,7 +118,6 @@ ExitCode BatchCommand::run(const QCommandLineParser &arguments, Console &console
         console.message(*problem);
         return Failed;
     }
-    const BrokenPipesFail brokenPipesFail;
     QStringList ownFiles{pathOf(STDIN_FILENO), pathOf(console.resultsDescriptor())};
     if (!path.isEmpty()) ownFiles.append(path);
     BatchRun batch(jobs, limits, log, ownFiles, console);
