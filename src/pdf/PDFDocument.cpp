@@ -6,6 +6,8 @@
 
 #include <QScopeGuard>
 
+#include <utility>
+
 namespace leafwright {
 
 namespace {
@@ -75,8 +77,8 @@ const PDFOutline &PDFDocument::outlineRoot() const {
     return *outlineRoot_;
 }
 
-void PDFDocument::setOutlineRoot(std::unique_ptr<PDFOutline> root) {
-    outlineRoot_ = std::move(root);
+std::unique_ptr<PDFOutline> PDFDocument::setOutlineRoot(std::unique_ptr<PDFOutline> root) {
+    return std::exchange(outlineRoot_, std::move(root));
 }
 
 std::optional<PDFError> PDFDocument::writeToFile(const QString &path, PDFWriteObserver *observer,

@@ -69,7 +69,8 @@ public:
     /// The outline in memory: the file's own until another is set. Its root has no label. Empty where the
     /// file's can't be read, see readProblem().
     const PDFOutline &outlineRoot() const;
-    void setOutlineRoot(std::unique_ptr<PDFOutline> root);
+    /// @return the one that was in memory; null where nobody has asked for the file's yet
+    std::unique_ptr<PDFOutline> setOutlineRoot(std::unique_ptr<PDFOutline> root);
 
     /// Writes the document with its outline in memory to a path, which may be the file's own: a new file
     /// is made beside it and takes its place when complete. On failure what was there is unchanged, unless it

@@ -189,11 +189,11 @@ OutlineTree ExchangeCommands::read(const QString &path, Existing existing) const
     const OutlineFormat *format = formatToRead(path, text);
     if (!format)
         return TreeError{{}, translated("what it holds is in none of the forms that its name allows")};
-    const PDFDocument &pdf = *document_.pdfDoc();
     // An entry of the file that stays is not to come a second time.
     const bool maySucceed = existing == Existing::Replaced;
     return readOutline(*format, text,
-                       {pdf, maySucceed ? entriesByNumber(pdf.outlineRoot()) : OutlineEntries()});
+                       {*document_.pdfDoc(), maySucceed ? entriesByNumber(document_.outline().outlineOfFile())
+                                                        : OutlineEntries()});
 }
 
 std::optional<ExchangeCommands::Existing> ExchangeCommands::askForExisting() const {

@@ -33,7 +33,7 @@ bool OutlineDocument::open(const QString &path) {
     pdfURL_ = path;
     pdfDoc_ = std::get<std::unique_ptr<PDFDocument>>(std::move(opened));
     onDisk_ = std::make_unique<FileOnDisk>(std::move(asItWas), path);
-    hasOutlineOfFileInMemory_ = true;
+    outlineOfFile_.reset();
     return true;
 }
 
@@ -70,7 +70,7 @@ Result<OutlineDocument::Reopened> OutlineDocument::reopen() const {
 void OutlineDocument::takePages(Reopened file) {
     pdfDoc_ = std::move(file.pdf);
     onDisk_ = std::move(file.onDisk);
-    hasOutlineOfFileInMemory_ = true;
+    outlineOfFile_.reset();
     writeError_.reset();
     prepareForEditing();
 }
@@ -191,11 +191,11 @@ std::optional<PDFError> OutlineDocument::write(const QString &path, const QStrin
     writeError_.reset();
     losses_.clear();
     const quint64 exported = edits_.revision();
-    pdfDoc_->setOutlineRoot(outlineExport.run(root_));
+    auto before = pdfDoc_->setOutlineRoot(outlineExport.run(root_));
+    if (!outlineOfFile_) outlineOfFile_ = std::move(before);
     tellOfEntriesElsewhere(type);
-    hasOutlineOfFileInMemory_ = false;
     writeError_ = pdfDoc_->writeToFile(path, writeObserver_, &losses_, onDisk_.get());
-    hasOutlineOfFileInMemory_ = type == saveFinalPDF && !writeError_;
+    if (type == saveFinalPDF && !writeError_) outlineOfFile_.reset();
     lockTOCediting_ = false;
     if (type == saveFinalPDF && lossesHandler_ && !losses_.isEmpty()) lossesHandler_(losses_);
     if (type == saveFinalPDF && !writeError_) edits_.setSavedRevision(exported);

@@ -61,8 +61,12 @@ public:
     /// where nobody can tell any more.
     std::optional<FileMark> markOfFile() const;
     /// Whether the outline that the PDF has in memory, to which an outline is reverted, is the file's. It is
-    /// another one after a preview, and after a save that failed.
-    bool hasOutlineOfFileInMemory() const { return hasOutlineOfFileInMemory_; }
+    /// another one after a preview, and after a save that failed, in a document whose outline was imported.
+    bool hasOutlineOfFileInMemory() const { return !outlineOfFile_; }
+    /// The file's own outline, whatever the PDF has in memory. For a document whose outline was imported.
+    const PDFOutline &outlineOfFile() const {
+        return outlineOfFile_ ? *outlineOfFile_ : pdfDoc_->outlineRoot();
+    }
     /// Lets the next write to a path replace what was seen there, though it is not what was read.
     void acceptFileOnDisk(const QString &path, FileOnDisk::Seen seen);
     /// The file at the document's place, opened anew.
@@ -152,8 +156,8 @@ private:
 
     std::shared_ptr<PDFDocument> pdfDoc_;
     QString pdfURL_;
-    bool hasOutlineOfFileInMemory_ = true;
-    std::unique_ptr<FileOnDisk> onDisk_;  ///< There when the PDF is.
+    std::unique_ptr<PDFOutline> outlineOfFile_;  ///< While the PDF has another in memory.
+    std::unique_ptr<FileOnDisk> onDisk_;         ///< There when the PDF is.
     std::optional<PDFError> openError_;
     bool allowTOCediting_ = true;
     bool lockTOCediting_ = false;

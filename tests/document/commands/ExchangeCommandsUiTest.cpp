@@ -183,6 +183,19 @@ TEST_F(Exchange, AddedEntriesAreNotThoseOfTheFile) {
     EXPECT_TRUE(document.root().children()[0]->entry().number) << "it keeps what it has in the file";
 }
 
+TEST_F(Exchange, ImportKnowsWhatThePreviewHasNot) {
+    perform("exportOutline:", dir.path("out.json"));
+    const auto number = document.root().children()[0]->children()[0]->entry().number;
+    ASSERT_TRUE(number);
+    document.edits().removeAll(*document.root().children()[0]);
+    ASSERT_TRUE(document.actions().perform("openPDFInDefaultApp:"));
+    importFrom(dir.path("out.json"), Replace);
+    EXPECT_EQ(outline(), old);
+    EXPECT_EQ(document.root().children()[0]->children()[0]->entry().number, number);
+    ASSERT_TRUE(document.actions().perform("saveDocument:"));
+    EXPECT_TRUE(document.outline().hasOutlineOfFileInMemory());
+}
+
 TEST_F(Exchange, CancellingChangesNothing) {
     saveBytes(dir.path("toc.txt"), "+ @2 New\n");
     importFrom(dir.path("toc.txt"), Cancel);
