@@ -1265,6 +1265,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>no temporary file can be made in %1: %2</source>
         <translation>in %1 lässt sich keine temporäre Datei anlegen: %2</translation>
     </message>
+    <message>
+        <source>a PDF stands there, which only a PDF may replace</source>
+        <translation>dort steht eine PDF-Datei, die nur eine PDF-Datei ersetzen darf</translation>
+    </message>
 </context>
 <context>
     <name>FileTarget</name>

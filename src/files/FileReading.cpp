@@ -79,6 +79,23 @@ int openRegularFile(const QString &path) {
     return -1;
 }
 
+std::optional<bool> beginsAsPdf(const QByteArray &path) {
+    constexpr size_t longest = 1024;
+    const int descriptor = ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0) return errno == EACCES ? std::optional(false) : std::nullopt;
+    QByteArray start(longest, Qt::Uninitialized);
+    ssize_t count = 0;
+    do
+        count = ::read(descriptor, start.data(), longest);
+    while (count < 0 && errno == EINTR);
+    const int error = errno;
+    ::close(descriptor);
+    errno = error;
+    if (count < 0) return std::nullopt;
+    start.truncate(count);
+    return start.startsWith("%PDF-") || start.contains("\n%PDF-") || start.contains("\r%PDF-");
+}
+
 std::optional<QString> makeFolder(const QString &path) {
     std::error_code error;
     std::filesystem::create_directories(fileNameBytes(path).toStdString(), error);

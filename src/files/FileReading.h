@@ -24,6 +24,11 @@ std::variant<QByteArray, QString> readDescriptor(int descriptor, qsizetype longe
 /// @return a descriptor; -1 with errno set where there is none
 int openRegularFile(const QString &path);
 
+/// Whether a regular file begins as a PDF does: a line of its first 1,024 bytes begins with "%PDF-" (ISO
+/// 32000-1, 7.5.2; readers allow for something before it, PDF Reference 1.7, appendix H, note 13). One that
+/// the user may not read does not. @return nothing, with errno set, where the disk does not give it
+std::optional<bool> beginsAsPdf(const QByteArray &path);
+
 /// Makes a folder and those above it, where they are not there. @return why that is not possible
 std::optional<QString> makeFolder(const QString &path);
 

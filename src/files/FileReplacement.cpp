@@ -2,6 +2,7 @@
 
 #include "files/FileAttributes.h"
 #include "files/FileName.h"
+#include "files/FileReading.h"
 #include "files/FileWriting.h"
 #include "files/StreamPouring.h"
 #include "files/SystemError.h"
@@ -67,7 +68,16 @@ bool FileReplacement::start() {
     return open(WriteOnly | Unbuffered);
 }
 
+/// @return whether what stands there may be replaced by what this is
+bool FileReplacement::maySucceedTarget() {
+    if (isPdf_ || !target_.status) return true;
+    const std::optional<bool> isPdf = beginsAsPdf(target_.path);
+    if (!isPdf) return fail(errno);
+    return !*isPdf || fail(translated("a PDF stands there, which only a PDF may replace"));
+}
+
 bool FileReplacement::startBesideTarget() {
+    if (!maySucceedTarget()) return false;
     const QByteArray folder = target_.folder();
     folder_ = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     folderCanSync_ = folder_ >= 0;

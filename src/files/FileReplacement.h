@@ -49,6 +49,9 @@ public:
     int descriptor() const { return descriptor_; }
     /// Where the new file can be read meanwhile.
     QString temporaryPath() const;
+    /// Lets it take the place of a PDF, as only what is one should: a PDF that somebody has named by mistake
+    /// is refused otherwise. To be called before start().
+    void setIsPdf() { isPdf_ = true; }
     /// Has the new file looked at when all is written, and left unused if something is wrong with it.
     void setCheck(Check check) { check_ = std::move(check); }
     /// Asks, at the start and again right before the new file takes its place, whether another program has
@@ -91,6 +94,7 @@ private:
     bool fail(const QString &reason);
     bool fail(int error);
     bool failsByObjection();
+    bool maySucceedTarget();
     bool startBesideTarget();
     bool startApart();
     bool failsIn(const QByteArray &folder, int error);
@@ -109,6 +113,7 @@ private:
     int descriptor_ = -1;
     QByteArray temporaryName_;  ///< In the folder; empty for streams, whose file has no name.
     UnfinishedFile old_;        ///< The old file under a second name in the folder; none without a name.
+    bool isPdf_ = false;
     bool failed_ = false;
     bool metObjection_ = false;
     bool prepared_ = false;

@@ -109,6 +109,7 @@ std::optional<PDFError> PDFDocument::writeAndReplace(const QString &path,
     }
     if (isEncrypted()) return failure(translated("it is encrypted"));
     FileReplacement file(path);
+    file.setIsPdf();
     if (onDisk) file.heed(*onDisk);
     const auto notWritten = [&file] {
         return PDFError{file.metObjection() ? PDFError::Kind::FileChanged : PDFError::Kind::WriteFailed,

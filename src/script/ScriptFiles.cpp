@@ -252,6 +252,7 @@ std::optional<QString> ScriptFiles::publish(QStringList &notices,
         const Descriptor source(openRegularFile(staged.place));
         if (source.number() < 0) return notWritten(staged.path, reasonOfSystem(errno));
         FileReplacement &target = *files.emplace_back(std::make_unique<FileReplacement>(staged.path));
+        if (staged.content == Content::PDF) target.setIsPdf();
         if (staged.original) target.heed(*staged.original);
         if (!target.start()) return target.message();
         if (const auto reason = copyInto(target.descriptor(), source.number()))

@@ -90,6 +90,20 @@ TEST_F(FileClash, TwoResultsDoNotMeet) {
     expectRefusal({"run", "steps.json", "a.pdf", "-o", "out.pdf", "--report", "soon.pdf"}, meet);
 }
 
+TEST_F(FileClash, WhatIsNoPdfTakesThePlaceOfNone) {
+    const QByteArray other = "%PDF-1.7\nsomebody's\n";
+    saveBytes(dir.path("other.pdf"), other);
+    const auto expectItStays = [&](const QStringList &arguments) {
+        expectRefusal(arguments, "a PDF stands there, which only a PDF may replace");
+        EXPECT_EQ(bytesOf(dir.path("other.pdf")), other) << qPrintable(arguments.join(u' '));
+    };
+    expectItStays({"fonts", "a.pdf", "--save-map", "other.pdf"});
+    expectItStays({"contents", "a.pdf", "-o", "out.pdf", "--report", "other.pdf"});
+    expectItStays({"run", "steps.json", "a.pdf", "-o", "out.pdf", "--report", "other.pdf"});
+    saveScript(saveMap, QStringLiteral("other.pdf"));
+    expectItStays({"run", "steps.json", "a.pdf"});
+}
+
 TEST_F(FileClash, ThePdfMayBeWrittenAgain) {
     EXPECT_EQ(run({"autotoc", "a.pdf", "-o", "link.pdf"}).exitCode, 0);
     EXPECT_EQ(plusLinesOf(pdf), outlineOfHeadings);

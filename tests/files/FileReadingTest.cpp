@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 
+#include <cerrno>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
@@ -46,6 +47,29 @@ TEST_F(AbsolutePath, IsNoneWhereTheWorkingFolderIsGone) {
 
 TEST_F(AbsolutePath, WhatLeadsNowhereStaysSo) {
     EXPECT_EQ(absolutePath(base + "/none/../a.pdf"), base + "/none/../a.pdf");
+}
+
+TEST(BeginsAsPdf, WhatHasTheHeaderAtTheStartOfAnEarlyLine) {
+    const test::TempDir dir;
+    const QByteArray path = QFile::encodeName(dir.path("file"));
+    const auto begins = [&](const QByteArray &bytes) {
+        test::saveBytes(dir.path("file"), bytes);
+        return beginsAsPdf(path);
+    };
+    EXPECT_EQ(begins("%PDF-1.7\n"), true);
+    EXPECT_EQ(begins("From a mail\r\n%PDF-1.4\r\n"), true);
+    EXPECT_EQ(begins("Old\r%PDF-1.4\r"), true);
+    EXPECT_EQ(begins(QByteArray(1018, 'x') + "\n%PDF-"), true);
+    EXPECT_EQ(begins(QByteArray(1019, 'x') + "\n%PDF-"), false);
+    EXPECT_EQ(begins("+ @1 %PDF-1.7\n"), false) << "a title";
+    EXPECT_EQ(begins("%PDF"), false);
+    EXPECT_EQ(begins({}), false);
+}
+
+TEST(BeginsAsPdf, IsUnknownOfWhatIsNotThere) {
+    const test::TempDir dir;
+    EXPECT_EQ(beginsAsPdf(QFile::encodeName(dir.path("none"))), std::nullopt);
+    EXPECT_EQ(errno, ENOENT);
 }
 
 TEST(RegularFile, WaitsForNobody) {

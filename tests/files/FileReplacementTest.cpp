@@ -109,6 +109,24 @@ TEST_F(Replacing, WhatIsNotCommittedIsGone) {
     EXPECT_EQ(files(), QStringList{"a.pdf"});
 }
 
+TEST_F(Replacing, OnlyAPdfTakesThePlaceOfAPdf) {
+    const QByteArray pdf = "%PDF-1.7\nsomebody's\n";
+    saveBytes(path, pdf);
+    ASSERT_TRUE(QFile::link(path, dir.path("link.json")));
+    for (const QString &target : {path, dir.path("link.json")}) {
+        EXPECT_EQ(replace(target), Outcome::NotWritten) << qPrintable(target);
+        EXPECT_EQ(reason, "a PDF stands there, which only a PDF may replace");
+    }
+    EXPECT_EQ(bytesOf(path), pdf);
+    EXPECT_EQ(files(), (QStringList{"a.pdf", "link.json"})) << "nothing is left";
+    FileReplacement file(path);
+    file.setIsPdf();
+    ASSERT_TRUE(file.start());
+    file.write("%PDF-1.7\nnew\n");
+    EXPECT_EQ(file.commit(), Outcome::Written);
+    EXPECT_EQ(bytesOf(path), "%PDF-1.7\nnew\n");
+}
+
 TEST_F(Replacing, AFullDiskIsCalledThat) {
     saveBytes(path, "old");
     const test::FileSizeLimit limit(1000);
