@@ -10,6 +10,8 @@
 #include <QRegularExpression>
 #include <QSettings>
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <sys/stat.h>
 
@@ -139,13 +141,19 @@ QString plainText(const QString &text) {
     return plain;
 }
 
+/// How values begin, behind what stands before one, that Qt reads as its own data.
+constexpr std::array foreignValues{QLatin1StringView("=@Variant("), QLatin1StringView(",@Variant("),
+                                   QLatin1StringView("=@DateTime("), QLatin1StringView(",@DateTime(")};
+
 /// Whether a file of settings has values that Leafwright never writes, and that Qt would read with the trust
 /// it has in its own data: some of them bring the program down.
 bool hasForeignValues(const QString &path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly)) return false;
-    static const QRegularExpression foreign(QStringLiteral("[=,]@(Variant|DateTime)\\("));
-    return foreign.match(plainText(QString::fromLatin1(file.readAll()))).hasMatch();
+    // Not by a regular expression: it would match nothing in a text with half a pair of surrogates, which an
+    // escape may be.
+    const QString plain = plainText(QString::fromLatin1(file.readAll()));
+    return std::ranges::any_of(foreignValues, [&](QLatin1StringView begin) { return plain.contains(begin); });
 }
 
 /// Whether the settings can be written now. Writing them takes no time, so who has had the lock for a second

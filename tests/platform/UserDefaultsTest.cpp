@@ -165,8 +165,8 @@ TEST(UserDefaults, ValuesThatNobodyHereWritesAreNotRead) {
          {"@Variant(\\0\\0\\0\\x5\\0\\0\\0\\x2)", "@DateTime(\\0)", "\"@Variant(\\0)\"", "@\"Variant(\"\\0)",
           "\\x40Variant(\\0)", "@\\0126ariant(\\0)", "@V\\qariant(\\0)", "1, @Variant(\\0)",
           "@Var\\\niant(\\0)", "@Var\\\r\niant(\\0)", "@Var\\\n\riant(\\0)", "@Var\\\riant(\\0)",
-          "\\x10040Variant(\\0)", "\\x100000040Variant(\\0)", "\\0200100Variant(\\0)",
-          "\xef\xbb\xbf@Variant(\\0)"}) {
+          "@Variant(\\0)\\x2ddfd", "\\x10040Variant(\\0)", "\\x100000040Variant(\\0)",
+          "\\0200100Variant(\\0)", "\xef\xbb\xbf@Variant(\\0)"}) {
         const QByteArray text = "[General]\nnumber=5\nfirst=" + QByteArray(value) + '\n';
         write(path, text);
         {
