@@ -21,13 +21,6 @@ QByteArray colorSyntax(const OutlineEntry::Color &color) {
     return '[' + numberSyntax(color[0]) + ' ' + numberSyntax(color[1]) + ' ' + numberSyntax(color[2]) + ']';
 }
 
-/// The action, where it is known in full; else nothing.
-QByteArray actionSyntax(const std::optional<OutlineEntry::Action> &action) {
-    if (!action || !action->isKnownInFull()) return {};
-    if (action->type == u"URI") return "<</S /URI /URI " + stringSyntax(action->target->toUtf8()) + ">>";
-    return "<</S /GoToR /F " + stringSyntax(encodeTextString(*action->target)) + " /D [0 /Fit]>>";
-}
-
 void setStyle(DictionarySyntax &dictionary, const OutlineEntry &entry, const OutlineEntry &original) {
     if (entry.bold != original.bold || entry.italic != original.italic) {
         const int others = dictionary.value("F").toInt() & ~(italicFlag | boldFlag);
@@ -44,6 +37,7 @@ void setStyle(DictionarySyntax &dictionary, const OutlineEntry &entry, const Out
 OutlineWriter::OutlineWriter(Reader &reader, ObjectSink put, const OwnSection &original)
     : reader_(reader),
       source_(reader),
+      targets_(reader, source_),
       put_(std::move(put)),
       end_(original.begin),
       next_(original.size),
@@ -157,30 +151,11 @@ DictionarySyntax OutlineWriter::spelled(const LinkedEntry &entry, int source) {
             dictionary.set("Title", stringSyntax(encodeTextString(now.label())));
         const bool leadsThere = now.destination() == before.destination() &&
                                 (now.destination() || now.entry().action == before.entry().action);
-        if (!leadsThere) setTarget(dictionary, now);
+        if (!leadsThere) targets_.setTarget(dictionary, now);
         setStyle(dictionary, now.entry(), before.entry());
     }
     setLinks(dictionary, entry, original);
     return dictionary;
-}
-
-void OutlineWriter::setTarget(DictionarySyntax &dictionary, const PDFOutline &entry) {
-    dictionary.remove("Dest");
-    dictionary.remove("A");
-    const auto &destination = entry.destination();
-    const QByteArray target = destination ? spelled(*destination) : actionSyntax(entry.entry().action);
-    if (!target.isEmpty()) dictionary.set(destination ? "Dest" : "A", target);
-}
-
-QByteArray OutlineWriter::spelled(const PDFDestination &destination) {
-    const PageTree &pages = reader_.pages();
-    if (destination.pageIndex < 0 || destination.pageIndex >= pages.count()) return {};
-    const int number = pages.numberOf(destination.pageIndex);
-    // A page that is no object of its own can only be told by its index.
-    const QByteArray page =
-        number != 0 ? source_.reference(number) : QByteArray::number(destination.pageIndex);
-    return '[' + page + " /XYZ " + numberSyntax(destination.point.x()) + ' ' +
-           numberSyntax(destination.point.y()) + " null]";
 }
 
 void OutlineWriter::setLinks(DictionarySyntax &dictionary, const LinkedEntry &entry,

@@ -5,6 +5,7 @@
 #include "pdf/mupdf/OutlineLinks.h"
 #include "pdf/mupdf/OwnSection.h"
 #include "pdf/mupdf/SectionWriter.h"
+#include "pdf/mupdf/TargetWriter.h"
 
 #include <QSet>
 
@@ -20,7 +21,7 @@ using ObjectSink = std::function<void(const NewObject &object)>;
 /// An entry that stands for one of the file keeps its object and all of its bytes but those of what has
 /// changed; where nothing has, it is not written at all, unless its object is to be left behind. A second one
 /// that stands for the same is a copy. Where an entry leads, stays as it is spelled as long as that is the
-/// same place. A destination whose page the document does not have is left out.
+/// same place.
 class OutlineWriter {
 public:
     /// @param original what is kept of the file; objects behind that are written again, if they are still
@@ -46,13 +47,12 @@ private:
     Object objectOf(int number) const;
     bool isAsInFile(const LinkedEntry &entry, const LinkedEntry &original) const;
     DictionarySyntax spelled(const LinkedEntry &entry, int source);
-    void setTarget(DictionarySyntax &dictionary, const PDFOutline &entry);
     void setLinks(DictionarySyntax &dictionary, const LinkedEntry &entry, const LinkedEntry *original);
-    QByteArray spelled(const PDFDestination &destination);
     void put(int number, const DictionarySyntax &dictionary);
 
     Reader &reader_;
     ObjectSource source_;
+    TargetWriter targets_;
     ObjectSink put_;
     std::unique_ptr<PDFOutline> inFile_;
     std::vector<LinkedEntry> originals_;   ///< Of the file, the root first.
