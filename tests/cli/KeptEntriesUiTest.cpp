@@ -1,5 +1,6 @@
 #include "support/CliFiles.h"
 #include "support/CliRun.h"
+#include "support/EntriesOfAllKinds.h"
 #include "support/ObjectDiff.h"
 #include "support/OpenPdf.h"
 
@@ -55,6 +56,24 @@ TEST_F(KeptEntriesOfAScript, ARenamedAndAMovedEntryChangeNothingElse) {
     EXPECT_THAT(changedKeys(in, out, numberOf(2)), ElementsAre("/Next"));
     EXPECT_THAT(changedKeys(in, out, numberOf(3)), ElementsAre("/Next", "/Prev"));
     EXPECT_THAT(changedKeys(in, out, numberOf(4)), ElementsAre("/Next", "/Prev"));
+}
+
+TEST_F(KeptEntriesOfAScript, EntriesOfAllKindsStayAsTheyAre) {
+    PdfBuilder pdf;
+    pdf.addNumberedPages(3);
+    addEntriesOfAllKinds(pdf);
+    pdf.save(in);
+    run("[]");
+    EXPECT_THAT(changedObjects(in, out), ElementsAre());
+    run(R"([{"do": "setTitle", "path": [0], "title": "Renamed"},
+            {"do": "select", "paths": [[5]]}, {"do": "moveUp:"}])");
+    EXPECT_THAT(changedObjects(in, out),
+                UnorderedElementsAre(numberOf(0), numberOf(3), numberOf(4), numberOf(5), numberOf(6)));
+    EXPECT_THAT(changedKeys(in, out, numberOf(0)), ElementsAre("/Title"));
+    EXPECT_THAT(changedKeys(in, out, numberOf(3)), ElementsAre("/Next"));
+    EXPECT_THAT(changedKeys(in, out, numberOf(4)), ElementsAre("/Next", "/Prev"));
+    EXPECT_THAT(changedKeys(in, out, numberOf(5)), ElementsAre("/Next", "/Prev"));
+    EXPECT_THAT(changedKeys(in, out, numberOf(6)), ElementsAre("/Prev"));
 }
 
 TEST_F(KeptEntriesOfAScript, AnotherLabelIsAnotherTarget) {

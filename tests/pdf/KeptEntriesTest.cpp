@@ -1,4 +1,5 @@
 #include "support/CliRun.h"
+#include "support/EntriesOfAllKinds.h"
 #include "support/ObjectDiff.h"
 #include "support/OpenPdf.h"
 #include "support/OutlineText.h"
@@ -9,6 +10,8 @@
 namespace leafwright {
 namespace {
 
+using test::addEntries;
+using test::addEntriesOfAllKinds;
 using test::changedKeys;
 using test::changedObjects;
 using test::contentOf;
@@ -35,70 +38,8 @@ class KeptEntries : public testing::Test {
 protected:
     KeptEntries() {
         pdf.addNumberedPages(3);
-        const std::string page = pdf.pageReference(1);
-        const std::string structure = PdfBuilder::reference(pdf.addObject("<< /Type /StructElem /S /H1 >>"));
-        const std::vector<std::string> keys{
-            "/Dest [" + page + " /XYZ 72.00000001 700 1.5] /C [1 0.50000001 0] /F 3 /Private (mine)",
-            "/Dest (named) /SE " + structure,
-            "/A << /S /GoTo /D [" + page + " /FitH 500] /Next << /S /Named /N /NextPage >> >> /F 1",
-            "/A << /S /GoTo /D (named) /SD [" + structure + " /Fit] >>",
-            "/A << /S /GoToR /F (other.pdf) /D [3 /Fit] /NewWindow true >>",
-            "/A << /S /GoToE /D (there) /T << /R /C /N (file) >> >>",
-            "/A << /S /GoToDp /Dp << /Type /DPart >> >>",
-            "/A << /S /Launch /F (program) >>",
-            "/A << /S /Thread /D 0 >>",
-            "/A << /S /URI /URI (about:blank) /IsMap false /Next [<< /S /URI /URI (b) >>] >> /C [0 0 1]",
-            "/A << /S /Sound /Volume 0.50000000001 >>",
-            "/A << /S /Movie /T (film) >>",
-            "/A << /S /Hide /T (field) /H false >>",
-            "/A << /S /Named /N /LastPage >> /F 2",
-            "/A << /S /SubmitForm /F (about:blank) /Flags 4 >>",
-            "/A << /S /ResetForm >>",
-            "/A << /S /ImportData /F (data.fdf) >>",
-            "/A << /S /SetOCGState /State [/ON] >>",
-            "/A << /S /Rendition /OP 0 >>",
-            "/A << /S /Trans /Trans << /S /Wipe >> >>",
-            "/A << /S /GoTo3DView /V /F >>",
-            "/A << /S /JavaScript /JS (app.beep\\(\\)) >>",
-            "/A << /S /RichMediaExecute /CMD << /C (play) >> >>",
-            "/Private << /Nested [ null 1.10 (x) ] >> /PieceInfo << >>"};
-        pdf.setCatalogEntry("/Dests", "<< /Unused [" + page + " /Fit] >>");
-        pdf.setCatalogEntry("/Names", "<< /Dests << /Names [(named) [" + page + " /XYZ 10 20 null]] >> >>");
-        addEntries(keys);
+        addEntriesOfAllKinds(pdf);
         pdf.save(in);
-    }
-
-    /// Entries "0", "1", ... in a row, of which the last has two more below it and is open.
-    void addEntries(const std::vector<std::string> &keys) {
-        const auto count = static_cast<int>(keys.size());
-        const int root = pdf.addObject("null");
-        std::vector<int> entries;
-        for (int i = 0; i < count + 2; ++i)
-            entries.push_back(pdf.addObject("null"));
-        const auto link = [&](const char *key, int number) {
-            return std::string(key) + ' ' + PdfBuilder::reference(number) + ' ';
-        };
-        for (int i = 0; i < count; ++i) {
-            const auto at = static_cast<size_t>(i);
-            std::string links = link("/Parent", root);
-            if (i > 0) links += link("/Prev", entries[at - 1]);
-            if (i + 1 < count) links += link("/Next", entries[at + 1]);
-            if (i + 1 == count)
-                links += link("/First", entries[at + 1]) + link("/Last", entries[at + 2]) + "/Count 2";
-            pdf.replaceObject(entries[at],
-                              "<< /Title <FEFF" +
-                                  QByteArray::number(0x30 + i, 16).rightJustified(4, '0').toStdString() +
-                                  "> " + links + ' ' + keys[at] + " >>");
-        }
-        const auto last = static_cast<size_t>(count - 1);
-        pdf.replaceObject(entries[last + 1], "<< /Title (a) " + link("/Parent", entries[last]) +
-                                                 link("/Next", entries[last + 2]) + " >>");
-        pdf.replaceObject(entries[last + 2], "<< /Title (b) " + link("/Parent", entries[last]) +
-                                                 link("/Prev", entries[last + 1]) + " >>");
-        pdf.replaceObject(root, "<< /Type /Outlines " + link("/First", entries[0]) +
-                                    link("/Last", entries[last]) + "/Private true /Count " +
-                                    std::to_string(count + 2) + " >>");
-        pdf.setCatalogEntry("/Outlines", PdfBuilder::reference(root));
     }
 
     void write(std::unique_ptr<PDFOutline> outline) {
@@ -177,6 +118,47 @@ TEST_F(KeptEntries, ANewTargetTakesThePlaceOfTheOldOne) {
     EXPECT_EQ(openPdf(out)->outlineRoot().childAtIndex(9).entry().color, (OutlineEntry::Color{0, 0, 1}));
 }
 
+TEST_F(KeptEntries, WhatAnActionDoesBesideLeadingToAPageItGoesOnDoing) {
+    auto root = outlineInFile();
+    const int direct = root->childAtIndex(2).entry().number.value();
+    const int structured = root->childAtIndex(3).entry().number.value();
+    root->childAtIndex(2).setDestination(PDFDestination{2, {1, 2}});
+    root->childAtIndex(3).setDestination(PDFDestination{2, {1, 2}});
+    write(std::move(root));
+    EXPECT_THAT(changedKeys(in, out, direct), ElementsAre("/A"));
+    EXPECT_THAT(objectsOf(out).at(direct),
+                testing::AllOf(HasSubstr("/XYZ 1 2 null"), HasSubstr("/Next << /N /NextPage /S /Named >>")));
+    EXPECT_THAT(changedKeys(in, out, structured), ElementsAre("/A", "/Dest")) << "of another page";
+    EXPECT_EQ(openPdf(out)->outlineRoot().childAtIndex(2).destination(), (PDFDestination{2, {1, 2}}));
+}
+
+/// Entries that lead to no particular spot of their page get one when they are saved, and nothing else.
+TEST_F(KeptEntries, OnesThatGetTheirSpotKeepZoomAndWhatTheirActionDoes) {
+    const std::string page = pdf.pageReference(1);
+    const std::string structure = PdfBuilder::reference(pdf.addObject("<< /Type /StructElem /S /H1 >>"));
+    const std::string shared = PdfBuilder::reference(
+        pdf.addObject("<< /S /GoTo /D [" + page + " /Fit] /Next << /S /Named /N /NextPage >> >>"));
+    addEntries(pdf, {"/Dest [" + page + " /XYZ null null 2]",
+                     "/A << /S /GoTo /D [" + page + " /Fit] /SD [" + structure + " /Fit] >>", "/A " + shared,
+                     "/A << /S /GoTo /D [" + page + " /XYZ 0 0 0.50] >>", "/Dest [" + page + " /Fit]"});
+    pdf.save(in);
+    auto root = outlineInFile();
+    std::vector<int> numbers;
+    for (int i = 0; i < 5; ++i) {
+        numbers.push_back(root->childAtIndex(i).entry().number.value());
+        root->childAtIndex(i).setDestination(PDFDestination{1, {306, 792}});
+    }
+    write(std::move(root));
+    const auto written = objectsOf(out);
+    EXPECT_THAT(written.at(numbers[0]), HasSubstr("/XYZ 306 792 2 ]"));
+    EXPECT_THAT(written.at(numbers[1]), testing::AllOf(HasSubstr("/XYZ 306 792 null"), HasSubstr("/SD")));
+    EXPECT_THAT(written.at(numbers[2]), testing::AllOf(HasSubstr("/XYZ 306 792 null"), HasSubstr("/Next")));
+    EXPECT_THAT(written.at(numbers[3]), testing::AllOf(HasSubstr("/Dest"), HasSubstr("/XYZ 306 792 0.5 ]")));
+    EXPECT_THAT(written.at(numbers[4]), HasSubstr("/XYZ 306 792 null"));
+    EXPECT_THAT(changedObjects(in, out), testing::UnorderedElementsAreArray(numbers))
+        << "not the action that is shared";
+}
+
 TEST_F(KeptEntries, ASecondOneIsACopy) {
     auto root = outlineInFile();
     root->insertChildAtIndex(copyOf(root->childAtIndex(0)), 24);
@@ -199,6 +181,22 @@ TEST_F(KeptEntries, StylesThatChangeAreWritten) {
     write(std::move(root));
     EXPECT_THAT(changedKeys(in, out, number), ElementsAre("/C", "/F"));
     EXPECT_EQ(openPdf(out)->outlineRoot().childAtIndex(0).entry(), plain);
+}
+
+TEST_F(KeptEntries, FlagsThatNobodyKnowsStay) {
+    addEntries(pdf, {"/F 5", "/F " + PdfBuilder::reference(pdf.addObject("5"))});
+    pdf.save(in);
+    auto root = outlineInFile();
+    for (int i = 0; i < 2; ++i) {
+        OutlineEntry bold = root->childAtIndex(i).entry();
+        bold.bold = true;
+        root->childAtIndex(i).setEntry(bold);
+    }
+    const std::vector<int> numbers{root->childAtIndex(0).entry().number.value(),
+                                   root->childAtIndex(1).entry().number.value()};
+    write(std::move(root));
+    for (const int number : numbers)
+        EXPECT_THAT(objectsOf(out).at(number), HasSubstr("/F 7 "));
 }
 
 TEST_F(KeptEntries, NewEntriesMayHaveAStyle) {

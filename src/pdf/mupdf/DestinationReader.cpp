@@ -5,13 +5,22 @@
 
 namespace leafwright::mupdf {
 
-std::optional<PDFDestination> DestinationReader::of(const Object &entry) {
+Object DestinationReader::destinationOf(const Object &entry) {
     Object destination = entry.get(PDF_NAME(Dest));
-    if (!destination) {
-        const Object action = entry.get(PDF_NAME(A));
-        if (action.get(PDF_NAME(S)).toName() == "GoTo") destination = action.get(PDF_NAME(D));
-    }
-    return placeOf(destination);
+    if (destination) return destination;
+    const Object action = entry.get(PDF_NAME(A));
+    return action.get(PDF_NAME(S)).toName() == "GoTo" ? action.get(PDF_NAME(D)) : Object();
+}
+
+std::optional<PDFDestination> DestinationReader::of(const Object &entry) {
+    return placeOf(destinationOf(entry));
+}
+
+double DestinationReader::zoomOf(const Object &entry) {
+    const Object destination = resolveNames(destinationOf(entry));
+    constexpr int placeOfZoom = 4;
+    const bool hasZoom = destination.isArray() && destination.at(1).toName() == "XYZ";
+    return hasZoom ? destination.at(placeOfZoom).toNumber() : 0;
 }
 
 std::optional<PDFDestination> DestinationReader::placeOf(const Object &named) {

@@ -16,12 +16,15 @@ public:
     /// The destination of an outline entry or a link: its /Dest, else the /D of its GoTo action. Absent
     /// when it has none or when that leads to no page of this document.
     std::optional<PDFDestination> of(const Object &entry);
+    /// How far a viewer zooms in there, 1 for not at all; 0 for as far as it is (ISO 32000-1, table 151).
+    double zoomOf(const Object &entry);
     /// What a destination leads to: an array, a dictionary around one, or a name of either. Absent likewise.
     std::optional<PDFDestination> placeOf(const Object &named);
     /// All named destinations of the document: the names' bytes with what they stand for.
     const QHash<QByteArray, Object> &names();
 
 private:
+    static Object destinationOf(const Object &entry);
     Object resolveNames(Object destination);
     void collectNames();
     static QPointF pointOf(const Object &destination, const Object &page);

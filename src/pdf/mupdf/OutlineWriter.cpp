@@ -21,11 +21,13 @@ QByteArray colorSyntax(const OutlineEntry::Color &color) {
     return '[' + numberSyntax(color[0]) + ' ' + numberSyntax(color[1]) + ' ' + numberSyntax(color[2]) + ']';
 }
 
-void setStyle(DictionarySyntax &dictionary, const OutlineEntry &entry, const OutlineEntry &original) {
+/// @param flags the bits of the original's /F
+void setStyle(DictionarySyntax &dictionary, const OutlineEntry &entry, const OutlineEntry &original,
+              int flags) {
     if (entry.bold != original.bold || entry.italic != original.italic) {
-        const int others = dictionary.value("F").toInt() & ~(italicFlag | boldFlag);
-        const int flags = others | (entry.italic ? italicFlag : 0) | (entry.bold ? boldFlag : 0);
-        dictionary.set("F", QByteArray::number(flags));
+        const int others = flags & ~(italicFlag | boldFlag);
+        dictionary.set(
+            "F", QByteArray::number(others | (entry.italic ? italicFlag : 0) | (entry.bold ? boldFlag : 0)));
     }
     if (entry.color == original.color) return;
     dictionary.remove("C");
@@ -143,7 +145,8 @@ DictionarySyntax OutlineWriter::spelled(const LinkedEntry &entry, int source) {
     const PDFOutline &before = original ? *original->entry : none;
     const PDFOutline &now = *entry.entry;
     DictionarySyntax dictionary;
-    if (original) dictionary = source_.dictionary(objectOf(source));
+    const Object inFile = original ? objectOf(source) : Object();
+    if (original) dictionary = source_.dictionary(inFile);
     if (entry.parentIndex < 0) {
         setValue(dictionary, "Type", "/Outlines");
     } else {
@@ -151,8 +154,8 @@ DictionarySyntax OutlineWriter::spelled(const LinkedEntry &entry, int source) {
             dictionary.set("Title", stringSyntax(encodeTextString(now.label())));
         const bool leadsThere = now.destination() == before.destination() &&
                                 (now.destination() || now.entry().action == before.entry().action);
-        if (!leadsThere) targets_.setTarget(dictionary, now);
-        setStyle(dictionary, now.entry(), before.entry());
+        if (!leadsThere) targets_.setTarget(dictionary, now, before, inFile);
+        setStyle(dictionary, now.entry(), before.entry(), inFile.get(PDF_NAME(F)).toInt());
     }
     setLinks(dictionary, entry, original);
     return dictionary;

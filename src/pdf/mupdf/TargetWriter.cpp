@@ -16,15 +16,52 @@ QByteArray actionSyntax(const std::optional<OutlineEntry::Action> &action) {
 
 }  // namespace
 
-void TargetWriter::setTarget(DictionarySyntax &dictionary, const PDFOutline &entry) const {
+void TargetWriter::setTarget(DictionarySyntax &dictionary, const PDFOutline &now, const PDFOutline &before,
+                             const Object &inFile) {
+    const QByteArray actionBefore = dictionary.value("A");
     dictionary.remove("Dest");
     dictionary.remove("A");
-    const auto &destination = entry.destination();
-    const QByteArray target = destination ? spelled(*destination) : actionSyntax(entry.entry().action);
-    if (!target.isEmpty()) dictionary.set(destination ? "Dest" : "A", target);
+    const auto &to = now.destination();
+    if (!to) {
+        const QByteArray action = actionSyntax(now.entry().action);
+        if (!action.isEmpty()) dictionary.set("A", action);
+        return;
+    }
+    const auto &from = before.destination();
+    const bool gotItsSpot = from && from->pageIndex == to->pageIndex && samePoint(from->point, {});
+    const QByteArray place = spelled(*to, gotItsSpot ? zoomOf(inFile) : 0);
+    if (place.isEmpty()) return;
+    if (const auto action = actionLedTo(place, gotItsSpot, inFile.get(PDF_NAME(A)), actionBefore)) {
+        dictionary.set("A", action->toBytes());
+    } else {
+        dictionary.set("Dest", place);
+    }
 }
 
-QByteArray TargetWriter::spelled(const PDFDestination &destination) const {
+/// A GoTo action, led to another place. Nothing where it does no more than to lead there, or is another.
+/// @param spelled the action's bytes, or a reference to it
+std::optional<DictionarySyntax> TargetWriter::actionLedTo(const QByteArray &place, bool keepsStructure,
+                                                          const Object &action, const QByteArray &spelled) {
+    if (action.get(PDF_NAME(S)).toName() != "GoTo") return std::nullopt;
+    bool doesMore = false;
+    for (int i = 0; i < action.size(); ++i) {
+        const QByteArray key = action.keyAt(i);
+        doesMore |= key != "Type" && key != "S" && key != "D" && (key != "SD" || keepsStructure);
+    }
+    if (!doesMore) return std::nullopt;
+    const auto direct = DictionarySyntax::parse(spelled);
+    DictionarySyntax dictionary = direct ? *direct : source_.dictionary(action);
+    dictionary.set("D", place);
+    if (!keepsStructure) dictionary.remove("SD");
+    return dictionary;
+}
+
+double TargetWriter::zoomOf(const Object &entry) {
+    if (!destinations_) destinations_.emplace(reader_);
+    return destinations_->zoomOf(entry);
+}
+
+QByteArray TargetWriter::spelled(const PDFDestination &destination, double zoom) const {
     const PageTree &pages = reader_.pages();
     if (destination.pageIndex < 0 || destination.pageIndex >= pages.count()) return {};
     const int number = pages.numberOf(destination.pageIndex);
@@ -32,7 +69,7 @@ QByteArray TargetWriter::spelled(const PDFDestination &destination) const {
     const QByteArray page =
         number != 0 ? source_.reference(number) : QByteArray::number(destination.pageIndex);
     return '[' + page + " /XYZ " + numberSyntax(destination.point.x()) + ' ' +
-           numberSyntax(destination.point.y()) + " null]";
+           numberSyntax(destination.point.y()) + ' ' + (zoom == 0 ? "null" : numberSyntax(zoom)) + ']';
 }
 
 }  // namespace leafwright::mupdf
