@@ -120,30 +120,57 @@ void OutlineEdits::countChange() {
 }
 
 void OutlineEdits::keep(Done transaction) {
-    undone_.clear();
-    for (const OutlineStep &step : transaction.steps) {
-        transaction.weight += bytesKeptBy(step);
+    for (const Done &undone : std::exchange(undone_, {}))
+        weight_ -= undone.weight;
+    for (const OutlineStep &step : transaction.steps)
         transaction.summary.itemsGone += itemsTakenOutBy(step);
-    }
-    const Look &look = transaction.lookBefore;
-    const bool isNewLook = look && (done_.empty() || done_.back().lookBefore != look);
-    if (isNewLook) transaction.weight += (look->selected.size() + look->unfolded.size()) * sizeof(quint64);
-    weight_ += transaction.weight;
+    weigh(transaction, done_.empty() ? nullptr : done_.back().lookBefore, nullptr);
     done_.push_back(std::move(transaction));
+    forgetWhatIsTooMuch();
+    historyChanged();
+}
+
+size_t OutlineEdits::bytesOf(const Look &look) {
+    return look ? (look->selected.size() + look->unfolded.size()) * sizeof(quint64) : 0;
+}
+
+/// Once it is done or taken back, since it keeps other things then.
+/// @param earlier, later the looks next to its own
+void OutlineEdits::weigh(Done &transaction, const Look &earlier, const Look &later) {
+    weight_ -= transaction.weight;
+    transaction.weight = 0;
+    for (const OutlineStep &step : transaction.steps)
+        transaction.weight += bytesKeptBy(step);
+    if (transaction.lookBefore != earlier) transaction.weight += bytesOf(transaction.lookBefore);
+    if (transaction.lookAfter != later && transaction.lookAfter != transaction.lookBefore)
+        transaction.weight += bytesOf(transaction.lookAfter);
+    weight_ += transaction.weight;
+}
+
+void OutlineEdits::forgetWhatIsTooMuch() {
     while (weight_ > heaviestHistory_ && done_.size() > 1) {
         weight_ -= done_.front().weight;
+        const Look shared = std::move(done_.front().lookBefore);
         done_.pop_front();
+        if (!shared || done_.front().lookBefore != shared) continue;
+        done_.front().weight += bytesOf(shared);
+        weight_ += bytesOf(shared);
     }
-    historyChanged();
+    while (weight_ > heaviestHistory_ && undone_.size() > 1) {
+        weight_ -= undone_.front().weight;
+        undone_.pop_front();
+    }
 }
 
 void OutlineEdits::undo() {
     if (depth_ > 0 || done_.empty()) throw std::logic_error("there is nothing to take back");
+    const Look later = undone_.empty() ? nullptr : undone_.back().lookBefore;
     done_.back().lookAfter = currentLook();
     undone_.push_back(std::move(done_.back()));
     done_.pop_back();
-    weight_ -= undone_.back().weight;
     exchangeAll(undone_.back(), true);
+    weigh(undone_.back(), done_.empty() ? nullptr : done_.back().lookBefore, later);
+    forgetWhatIsTooMuch();
     setRevisions(undone_.back().before, savedRevision_);
     show(undone_.back().lookBefore);
     historyChanged();
@@ -153,12 +180,15 @@ void OutlineEdits::redo() {
     if (depth_ > 0 || undone_.empty()) throw std::logic_error("there is nothing to do again");
     // What was selected since it was taken back is what is there before it is done this time.
     undone_.back().lookBefore = currentLook();
+    const Look earlier = done_.empty() ? nullptr : done_.back().lookBefore;
     done_.push_back(std::move(undone_.back()));
     undone_.pop_back();
-    weight_ += done_.back().weight;
     exchangeAll(done_.back(), false);
+    const Look after = std::exchange(done_.back().lookAfter, nullptr);
+    weigh(done_.back(), earlier, nullptr);
+    forgetWhatIsTooMuch();
     setRevisions(done_.back().after, savedRevision_);
-    show(std::exchange(done_.back().lookAfter, nullptr));
+    show(after);
     historyChanged();
 }
 
@@ -198,8 +228,10 @@ OutlineEdits::Look OutlineEdits::currentLook() {
     return lastLook_;
 }
 
-void OutlineEdits::show(const Look &look) const {
-    if (display_ && look) display_->setLook(*look);
+void OutlineEdits::show(const Look &look) {
+    if (!display_ || !look) return;
+    display_->setLook(*look);
+    lastLook_ = look;
 }
 
 void OutlineEdits::historyChanged() const {

@@ -100,8 +100,9 @@ public:
     Summary redoSummary() const { return undone_.empty() ? Summary() : undone_.back().summary; }
     /// Nothing can be taken back or done again from now on.
     void forgetHistory();
-    /// How many bytes, about, all transactions together may keep (256 MB); the oldest are forgotten when
-    /// there are more, but not the last one.
+    /// How many bytes, about, all transactions together may keep (256 MB), those that were taken back and
+    /// what all of them look like included. When there are more, the oldest are forgotten, and then those
+    /// that were taken back first; but neither what would be taken back next nor what would be done again.
     void setHeaviestHistory(size_t bytes) { heaviestHistory_ = bytes; }
     /// Who shows the outline. What is taken back looks again as it looked before it was done; what is done
     /// again, as it looked when it was taken back. Not owned; null for nobody.
@@ -133,19 +134,22 @@ private:
         Look lookAfter;
         quint64 before = 0;  ///< The revision without it.
         quint64 after = 0;   ///< The revision with it.
-        size_t weight = 0;   ///< In bytes.
+        size_t weight = 0;   ///< In bytes; a look that its neighbour has as well counts once.
     };
 
     void begin(const QString &name, Counting counting);
     void end();
     void make(OutlineStep step);
     void keep(Done transaction);
+    static size_t bytesOf(const Look &look);
+    void weigh(Done &transaction, const Look &earlier, const Look &later);
+    void forgetWhatIsTooMuch();
     void setRevisions(quint64 revision, quint64 savedRevision);
     /// Exchanges all steps; the last first where they are taken back.
     void exchangeAll(Done &transaction, bool isBack);
     void giveIdentities(MyOutlineItem &top);
     Look currentLook();
-    void show(const Look &look) const;
+    void show(const Look &look);
     void historyChanged() const;
 
     MyOutlineItem &root_;
@@ -153,8 +157,8 @@ private:
     Done open_;
     int depth_ = 0;  ///< How many transactions are open, each within another.
     std::deque<Done> done_;
-    std::vector<Done> undone_;  ///< What was taken back first stands first.
-    size_t weight_ = 0;         ///< Of what is done.
+    std::deque<Done> undone_;  ///< What was taken back first stands first.
+    size_t weight_ = 0;        ///< Of both.
     size_t heaviestHistory_ = size_t{256} << 20;
     OutlineDisplay *display_ = nullptr;
     Look lastLook_;  ///< What was seen last, to be shared by what looks the same.

@@ -110,6 +110,11 @@ size_t bytesOf(const QString &text) {
     return static_cast<size_t>(text.capacity()) * sizeof(QChar);
 }
 
+size_t bytesOf(const OutlineEntry &entry) {
+    if (!entry.action) return 0;
+    return bytesOf(entry.action->type) + bytesOf(entry.action->target.value_or(QString()));
+}
+
 }  // namespace
 
 OutlineMove OutlineMove::back() const {
@@ -138,7 +143,8 @@ bool changesNothing(const OutlineStep &step) {
 size_t bytesKeptBy(const OutlineStep &step) {
     size_t bytes = sizeof(step);
     forEachAway(step, [&bytes](const MyOutlineItem &item) {
-        bytes += sizeof(item) + sizeof(void *) + bytesOf(item.pageTitle()) + bytesOf(item.pageLabel());
+        bytes += sizeof(item) + sizeof(void *) + bytesOf(item.pageTitle()) + bytesOf(item.pageLabel()) +
+                 bytesOf(item.entry());
     });
     if (const auto *rearrangement = std::get_if<RearrangementStep>(&step))
         for (const OutlineArrangement &arrangement : rearrangement->other)
@@ -146,6 +152,7 @@ size_t bytesKeptBy(const OutlineStep &step) {
     if (const auto *value = std::get_if<ValueStep>(&step)) {
         if (const auto *title = std::get_if<ValueStep::Title>(&value->other)) bytes += bytesOf(title->text);
         if (const auto *label = std::get_if<LabelAndPage>(&value->other)) bytes += bytesOf(label->label);
+        if (const auto *entry = std::get_if<OutlineEntry>(&value->other)) bytes += bytesOf(*entry);
     }
     return bytes;
 }

@@ -250,6 +250,77 @@ TEST_F(OutlineEditsTest, WhatIsTakenBackLooksAsItDidBefore) {
     EXPECT_EQ(display.look_, after);
 }
 
+/// What undo() can take back, and so what is kept.
+int countOfUndo(OutlineEdits &edits) {
+    int count = 0;
+    for (; edits.canUndo(); ++count)
+        edits.undo();
+    return count;
+}
+
+TEST_F(OutlineEditsTest, LooksAreKeptAsWell) {
+    constexpr size_t selected = 10'000;
+    NotedDisplay display;
+    edits.setDisplay(&display);
+    const auto rename = [&](bool looksNew) {
+        for (const char *title : {"1", "2", "3", "4", "5", "6"}) {
+            if (looksNew) display.look_.selected.assign(selected, *title);
+            edits.setPageTitle(at(0), title);
+        }
+    };
+    edits.setHeaviestHistory(7 * selected * sizeof(quint64) / 2);
+    display.look_.selected.assign(selected, 9);
+    rename(false);
+    EXPECT_EQ(countOfUndo(edits), 6) << "all of them share one look";
+    edits.forgetHistory();
+    rename(true);
+    EXPECT_EQ(countOfUndo(edits), 3);
+}
+
+TEST_F(OutlineEditsTest, LooksThatWereShownAgainAreKeptOnce) {
+    constexpr size_t selected = 10'000;
+    NotedDisplay display;
+    edits.setDisplay(&display);
+    edits.setHeaviestHistory(9 * selected * sizeof(quint64) / 2);
+    for (const char *title : {"1", "2", "3", "4"}) {
+        display.look_.selected.assign(selected, *title);
+        edits.setPageTitle(at(0), title);
+    }
+    EXPECT_EQ(countOfUndo(edits), 4);
+    int redone = 0;
+    for (; edits.canRedo(); ++redone)
+        edits.redo();
+    EXPECT_EQ(redone, 4);
+    EXPECT_EQ(at(0).pageTitle(), "4");
+}
+
+TEST_F(OutlineEditsTest, WhatWasTakenBackIsKeptAsWell) {
+    edits.setHeaviestHistory(1'000'000);
+    for (int i = 0; i < 3; ++i) {
+        auto item = newItem("many");
+        for (int j = 0; j < 1'500; ++j)
+            item->appendChild(newItem("below"));
+        edits.insert(root, 0, std::move(item));
+    }
+    const auto before = root.children().size();
+    EXPECT_EQ(countOfUndo(edits), 3);
+    int redone = 0;
+    for (; edits.canRedo(); ++redone)
+        edits.redo();
+    EXPECT_LT(redone, 3) << "what was taken back first is forgotten";
+    EXPECT_GE(redone, 1);
+    EXPECT_EQ(root.children().size(), before - 3U + size_t(redone));
+}
+
+TEST_F(OutlineEditsTest, WhatEntriesDoIsKeptAsWell) {
+    constexpr qsizetype longAddress = 1'000'000;
+    edits.setHeaviestHistory(5 * longAddress);
+    for (const char letter : {'1', '2', '3', '4'})  // each keeps the entry before, two bytes a letter
+        edits.setEntry(at(0),
+                       {.action = OutlineEntry::Action{"URI", QString(longAddress, QLatin1Char(letter))}});
+    EXPECT_EQ(countOfUndo(edits), 2);
+}
+
 TEST_F(OutlineEditsTest, ChangesOfTheHistoryAreTold) {
     int changes = 0;
     edits.setHistoryHandler([&changes] { ++changes; });
