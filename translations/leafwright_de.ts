@@ -463,6 +463,10 @@
         <source>&quot;%1&quot;: &quot;%2&quot; is read as a printed page number, which no page is known to have; the entry leads to the first page</source>
         <translation>„%1“: „%2“ wird als gedruckte Seitenzahl gelesen, die von keiner Seite bekannt ist; der Eintrag führt zur ersten Seite</translation>
     </message>
+    <message>
+        <source>%1 entries did something that only the file has that they come from; they are written without it</source>
+        <translation>%1 Einträge haben etwas ausgeführt, was nur die Datei hat, aus der sie stammen; sie werden ohne das geschrieben</translation>
+    </message>
 </context>
 <context>
     <name>AutoTOCCommand</name>
@@ -1150,6 +1154,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>No page is known to have the label of %1 imported entries, the first of which is “%2”. When they are saved, they lead to the first page.</source>
         <translation>Von keiner Seite ist bekannt, dass sie die Bezeichnung von %1 importierten Einträgen hat, deren erste „%2“ ist. Gesichert führen sie auf die erste Seite.</translation>
     </message>
+    <message>
+        <source>%1 imported entries did something that only the file has that they come from. They lead nowhere now.</source>
+        <translation>%1 importierte Einträge haben etwas ausgeführt, was nur die Datei hat, aus der sie stammen. Sie führen jetzt nirgendwohin.</translation>
+    </message>
 </context>
 <context>
     <name>FileAttributes</name>
@@ -1550,6 +1558,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>an outline in JSON is an array of nodes</source>
         <translation>eine Gliederung in JSON ist ein Feld von Knoten</translation>
+    </message>
+    <message>
+        <source>the outline was made of another file, or of an earlier edition: what only the entries of this file have is not kept</source>
+        <translation>die Gliederung wurde aus einer anderen Datei gemacht oder aus einer früheren Ausgabe: Was nur die Einträge dieser Datei haben, bleibt nicht erhalten</translation>
     </message>
 </context>
 <context>

@@ -46,6 +46,25 @@ const OutlineFormat &formatOf(const QString &option, const QString &path, const 
     return *outlineFormatNamed(u"plus");
 }
 
+/// The outline in a file, for a PDF; null where there is none, which is told.
+std::unique_ptr<MyOutlineItem> outlineFor(const PDFDocument &pdf, const QString &treeFile,
+                                          const QString &format, Console &console) {
+    const std::optional<QByteArray> text = readTree(treeFile, console);
+    if (!text) return nullptr;
+    QStringList notices;
+    auto tree = readOutline(formatOf(format, treeFile, *text), *text,
+                            {pdf, entriesByNumber(pdf.outlineRoot()), &notices});
+    if (const auto *error = std::get_if<TreeError>(&tree)) {
+        const QString where =
+            error->where.isEmpty() ? treeFile : treeFile + QLatin1String(": ") + error->where;
+        console.message(where + QLatin1String(": ") + error->message);
+        return nullptr;
+    }
+    for (const QString &notice : notices)
+        console.message(treeFile + QLatin1String(": ") + notice);
+    return std::get<std::unique_ptr<MyOutlineItem>>(std::move(tree));
+}
+
 QString unknownPage(const QString &title, const QString &label) {
     const QString text =
         isPrintedPageNumber(label)
@@ -76,6 +95,11 @@ void reportPages(const OutlineDocument &document, const MyOutlineItem &root, Con
     }
     if (without > 0)
         console.message(translated("%1 entries have no page; they are written without one").arg(without));
+    if (const int lost = lostActions(root); lost > 0)
+        console.message(
+            translated("%1 entries did something that only the file has that they come from; they "
+                       "are written without it")
+                .arg(lost));
 }
 
 }  // namespace
@@ -126,20 +150,12 @@ ExitCode ApplyCommand::run(const QCommandLineParser &arguments, Console &console
         console.message(failure);
         return Failed;
     }
-    const std::optional<QByteArray> text = readTree(treeFile, console);
-    if (!text) return Failed;
-    auto tree = readOutline(formatOf(format, treeFile, *text), *text,
-                            {*document.pdfDoc(), entriesByNumber(document.pdfDoc()->outlineRoot())});
-    if (const auto *error = std::get_if<TreeError>(&tree)) {
-        const QString where =
-            error->where.isEmpty() ? treeFile : treeFile + QLatin1String(": ") + error->where;
-        console.message(where + QLatin1String(": ") + error->message);
-        return Failed;
-    }
+    const auto outline = outlineFor(*document.pdfDoc(), treeFile, format, console);
+    if (!outline) return Failed;
     const bool keepPages = arguments.isSet(keepPagesOption().names().first());
     document.setKeepsPages([keepPages] { return keepPages; });
     observeWriting(document, file, console);
-    appendEntries(document, std::get<std::unique_ptr<MyOutlineItem>>(tree)->takeChildren());
+    appendEntries(document, outline->takeChildren());
     reportPages(document, document.root(), console);
     console.tellPages(document.pdfDoc()->pageCount());
     console.tellEntries(countBelow(document.root()));

@@ -8,6 +8,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSet>
 
 #include <algorithm>
 #include <cmath>
@@ -52,7 +53,7 @@ void printWhatElse(const OutlineEntry &entry, JsonWriter &json) {
 /// Reads one JSON node's own members into an item; its children are left to the caller.
 class NodeReader {
 public:
-    NodeReader(const TextPages &pages, const OutlineEntries &inFile) : pages_(pages), inFile_(inFile) {}
+    NodeReader(const TextPages &pages, OutlineEntries inFile) : pages_(pages), inFile_(std::move(inFile)) {}
 
     /// @return what is wrong with the node; absent when all is well
     std::optional<QString> read(const QJsonValue &node, MyOutlineItem &item) const {
@@ -61,7 +62,7 @@ public:
         if (!title.isString()) return translated("\"title\" must be a string");
         item.setPageTitle(title.toString());
         if (auto problem = readPage(node, item)) return problem;
-        if (auto problem = readPoint(node[QLatin1String("point")], item)) return problem;
+        if (auto problem = readPoint(node, item)) return problem;
         if (auto problem = readWhatElse(node, item)) return problem;
         const QJsonValue children = node[QLatin1String("children")];
         if (!children.isUndefined() && !children.isNull() && !children.isArray()) {
@@ -95,18 +96,26 @@ private:
         return std::nullopt;
     }
 
-    static std::optional<QString> readPoint(const QJsonValue &value, MyOutlineItem &item) {
-        if (value.isUndefined() || value.isNull()) return std::nullopt;
+    /// The entry of the file that a node stands for; null for none.
+    const EntryInFile *entryOf(const QJsonValue &node) const {
+        const auto found = inFile_.constFind(node[QLatin1String("entry")].toInt());
+        return found == inFile_.constEnd() ? nullptr : &*found;
+    }
+
+    std::optional<QString> readPoint(const QJsonValue &node, MyOutlineItem &item) const {
+        const QJsonValue value = node[QLatin1String("point")];
+        if (isAbsent(value)) return std::nullopt;
         const QJsonArray point = value.toArray();
         // What a page's coordinates can be at most (ISO 32000-1, annex C.2), with room to spare.
         constexpr double farthest = 1e7;
-        const auto isCoordinate = [](const QJsonValue &v) {
-            return v.isDouble() && std::abs(v.toDouble()) <= farthest;
-        };
-        if (point.size() != 2 || !isCoordinate(point[0]) || !isCoordinate(point[1])) {
+        const QPointF spot(point[0].toDouble(), point[1].toDouble());
+        const bool isPoint = point.size() == 2 && point[0].isDouble() && point[1].isDouble();
+        const bool isNear = std::abs(spot.x()) <= farthest && std::abs(spot.y()) <= farthest;
+        const EntryInFile *inFile = entryOf(node);
+        const bool isOfFile = inFile && inFile->point && samePoint(spot, *inFile->point);
+        if (!isPoint || (!isNear && !isOfFile))
             return translated("\"point\" must be two numbers, [x, y], in points");
-        }
-        item.setPointOnPage({point[0].toDouble(), point[1].toDouble()});
+        item.setPointOnPage(spot);
         return std::nullopt;
     }
 
@@ -115,7 +124,8 @@ private:
         const QJsonValue number = node[QLatin1String("entry")];
         if (!isAbsent(number) && number.toInt(0) <= 0)
             return translated("\"entry\" must be an object number or null");
-        OutlineEntry entry = isAbsent(number) ? OutlineEntry() : inFile_.value(number.toInt());
+        const EntryInFile *inFile = entryOf(node);
+        OutlineEntry entry = inFile ? inFile->entry : OutlineEntry();
         for (const auto &[key, truth] : {std::pair{"bold", &entry.bold}, std::pair{"italic", &entry.italic},
                                          std::pair{"open", &entry.open}}) {
             const QJsonValue value = node[QLatin1String(key)];
@@ -133,15 +143,17 @@ private:
 
     static std::optional<QString> readColor(const QJsonValue &value, OutlineEntry &entry) {
         if (value.isUndefined()) return std::nullopt;
-        entry.color.reset();
+        const auto inFile = std::exchange(entry.color, std::nullopt);
         if (value.isNull()) return std::nullopt;
         const QJsonArray parts = value.toArray();
-        const auto isPart = [](const QJsonValue &v) {
-            return v.isDouble() && v.toDouble() >= 0 && v.toDouble() <= 1;
-        };
-        if (parts.size() != 3 || !std::all_of(parts.begin(), parts.end(), isPart))
+        const bool areNumbers =
+            parts.size() == 3 && std::ranges::all_of(parts, [](const QJsonValue &v) { return v.isDouble(); });
+        const OutlineEntry::Color color{parts[0].toDouble(), parts[1].toDouble(), parts[2].toDouble()};
+        const bool areParts = std::ranges::all_of(color, [](double part) { return part >= 0 && part <= 1; });
+        // Files may have others.
+        if (!areNumbers || (!areParts && color != inFile))
             return translated("\"color\" must be null or three numbers from 0 to 1, [red, green, blue]");
-        entry.color = {parts[0].toDouble(), parts[1].toDouble(), parts[2].toDouble()};
+        entry.color = color;
         return std::nullopt;
     }
 
@@ -169,8 +181,46 @@ private:
     }
 
     const TextPages &pages_;
-    const OutlineEntries &inFile_;
+    OutlineEntries inFile_;
 };
+
+/// Calls `use(node)` for all nodes, parents first.
+template <typename Use>
+void forEachNode(const QJsonArray &nodes, Use &&use) {
+    std::vector<QJsonArray> open{nodes};
+    while (!open.empty()) {
+        const QJsonArray siblings = std::move(open.back());
+        open.pop_back();
+        for (const QJsonValue &node : siblings) {
+            use(node);
+            if (QJsonArray children = node[QLatin1String("children")].toArray(); !children.isEmpty())
+                open.push_back(std::move(children));
+        }
+    }
+}
+
+/// Whether the nodes have the numbers of the file's entries, and not those of another file, or of an earlier
+/// edition: titles may have been edited, but no more nodes may have the title of another entry than that of
+/// their own.
+bool areNumberedAsInFile(const QJsonArray &nodes, const OutlineEntries &inFile) {
+    QSet<QString> titles;
+    for (const EntryInFile &entry : inFile)
+        titles.insert(entry.title);
+    qsizetype own = 0;
+    qsizetype another = 0;
+    forEachNode(nodes, [&](const QJsonValue &node) {
+        const QJsonValue number = node[QLatin1String("entry")];
+        if (!number.isDouble()) return;
+        const QString title = node[QLatin1String("title")].toString();
+        const auto found = inFile.constFind(number.toInt());
+        if (found != inFile.constEnd() && found->title == title) {
+            ++own;
+        } else if (titles.contains(title)) {
+            ++another;
+        }
+    });
+    return another <= own;
+}
 
 OutlineTree treeFromJson(const QJsonArray &nodes, const OutlineSource &source) {
     struct Siblings {
@@ -179,7 +229,12 @@ OutlineTree treeFromJson(const QJsonArray &nodes, const OutlineSource &source) {
         qsizetype next = 0;
     };
     auto root = std::make_unique<MyOutlineItem>();
-    const NodeReader reader(source.pages, source.inFile);
+    const bool isOfFile = areNumberedAsInFile(nodes, source.inFile);
+    if (!isOfFile && source.notices)
+        source.notices->append(
+            translated("the outline was made of another file, or of an earlier edition: what only the "
+                       "entries of this file have is not kept"));
+    const NodeReader reader(source.pages, isOfFile ? source.inFile : OutlineEntries());
     std::vector<Siblings> open;
     open.push_back({nodes, root.get()});
     qsizetype count = 0;

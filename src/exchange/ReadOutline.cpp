@@ -1,6 +1,7 @@
 #include "exchange/ReadOutline.h"
 
 #include "formats/Utf8Text.h"
+#include "model/TreeWalk.h"
 #include "texts/Translated.h"
 
 namespace leafwright {
@@ -42,6 +43,16 @@ std::optional<QString> LevelledItems::add(std::unique_ptr<MyOutlineItem> item, q
     if (auto problem = problemOfSize(++count_, static_cast<qsizetype>(path_.size()))) return problem;
     path_.push_back({&path_.back().item->appendChild(std::move(item)), level});
     return std::nullopt;
+}
+
+int lostActions(const MyOutlineItem &root) {
+    int count = 0;
+    walkBelow(root, [&count](const MyOutlineItem &item, size_t /*depth*/) {
+        const OutlineEntry &entry = item.entry();
+        const bool acts = entry.action && std::holds_alternative<EntryTarget>(item.target());
+        if (acts && !entry.number && !entry.action->isKnownInFull()) ++count;
+    });
+    return count;
 }
 
 std::optional<QString> problemOfSize(qsizetype entries, qsizetype levels) {

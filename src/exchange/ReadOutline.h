@@ -60,6 +60,10 @@ private:
     qsizetype count_ = 0;
 };
 
+/// How many entries below a root do what nobody knows any more: neither is their action known in full, nor
+/// the entry of the file that it comes from. They are written without it.
+int lostActions(const MyOutlineItem &root);
+
 /// Why an outline can't have so many entries, or so many levels; absent where it can.
 std::optional<QString> problemOfSize(qsizetype entries, qsizetype levels);
 

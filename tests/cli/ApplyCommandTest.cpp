@@ -246,14 +246,17 @@ TEST(ApplyCommand, LoneSurrogatesSurvive) {
 
 TEST(ApplyCommand, StylesAndActionsAreWritten) {
     const TempDir dir;
-    ASSERT_EQ(apply(dir, R"([{"title": "A", "pageLabel": "2", "bold": true, "italic": true, "open": true,
+    const CliResult result =
+        apply(dir, R"([{"title": "A", "pageLabel": "2", "bold": true, "italic": true, "open": true,
                               "color": [1, 0.5, 0], "children": [{"title": "B", "pageLabel": "1"}]},
                              {"title": "C", "action": {"type": "URI", "uri": "about:blank"}},
                              {"title": "D", "action": {"type": "GoToR", "file": "other.pdf"}},
                              {"title": "E", "pageLabel": "3", "action": {"type": "URI", "uri": "about:blank"}},
-                             {"title": "F", "action": {"type": "Launch"}, "entry": 99999}])")
-                  .exitCode,
-              0);
+                             {"title": "F", "action": {"type": "Launch"}, "entry": 99999}])");
+    ASSERT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.err.toStdString(),
+                HasSubstr("1 entries did something that only the file has that they come from; they are "
+                          "written without it\n"));
     const QJsonArray nodes = parsedJson(runCli({"outline", dir.path("out.pdf")}).out).array();
     EXPECT_EQ(nodes[0]["bold"], true);
     EXPECT_EQ(nodes[0]["italic"], true);
@@ -265,6 +268,70 @@ TEST(ApplyCommand, StylesAndActionsAreWritten) {
     EXPECT_EQ(nodes[3]["action"], QJsonValue()) << "a page wins";
     EXPECT_EQ(nodes[3]["pageLabel"], "3");
     EXPECT_EQ(nodes[4]["action"], QJsonValue()) << "only with the entry that has it";
+}
+
+/// Two entries with something of their own, of which only the file knows.
+QString saveWithOwnThings(const TempDir &dir, const QString &name, const std::string &first,
+                          const std::string &second) {
+    PdfBuilder pdf;
+    pdf.addNumberedPages(1);
+    const std::vector<int> entries = addOutline(pdf, {{"(A)", ""}, {"(B)", ""}});
+    const std::string action = " /A << /S /JavaScript /JS (x) >> /Private (mine) ";
+    pdf.replaceObject(entries[0], "<< /Title (" + first + ")" + action + "/Next " +
+                                      PdfBuilder::reference(entries[1]) + " >>");
+    pdf.replaceObject(entries[1], "<< /Title (" + second + ")" + action + " >>");
+    pdf.save(dir.path(name));
+    return dir.path(name);
+}
+
+TEST(ApplyCommand, WhatEntriesOfAnotherFileAreNumberedIsNotTakenForTheirs) {
+    const TempDir dir;
+    const QString old = saveWithOwnThings(dir, "old.pdf", "Intro", "Body");
+    const QString now = saveWithOwnThings(dir, "now.pdf", "Body", "Intro");
+    saveBytes(dir.path("tree"), runCli({"outline", old}).out);
+    const CliResult result = runCli({"apply", now, dir.path("tree"), "-o", dir.path("out.pdf")});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.err.toStdString(),
+                HasSubstr("tree: the outline was made of another file, or of an earlier "
+                          "edition: what only the entries of this file have is not kept\n"));
+    EXPECT_THAT(result.err.toStdString(), HasSubstr("2 entries did something"));
+    const QJsonArray nodes = parsedJson(runCli({"outline", dir.path("out.pdf")}).out).array();
+    ASSERT_EQ(nodes.size(), 2);
+    EXPECT_EQ(nodes[0]["title"], "Intro");
+    EXPECT_EQ(nodes[0]["action"], QJsonValue());
+}
+
+TEST(ApplyCommand, EntriesThatAreAllRenamedAreStillTheFiles) {
+    const TempDir dir;
+    const QString path = saveWithOwnThings(dir, "in.pdf", "Intro", "Body");
+    saveBytes(dir.path("tree"),
+              runCli({"outline", path}).out.replace("Intro", "INTRO").replace("Body", "BODY"));
+    const CliResult result = runCli({"apply", path, dir.path("tree"), "-o", dir.path("out.pdf")});
+    EXPECT_EQ(result.err, "");
+    const QJsonArray nodes = parsedJson(runCli({"outline", dir.path("out.pdf")}).out).array();
+    EXPECT_EQ(nodes[1]["title"], "BODY");
+    EXPECT_EQ(nodes[1]["action"], (QJsonObject{{"type", "JavaScript"}}));
+}
+
+TEST(ApplyCommand, ColoursAndPlacesThatOnlyAFileHasAreTakenBack) {
+    const TempDir dir;
+    PdfBuilder pdf;
+    pdf.addNumberedPages(1);
+    const std::vector<int> entries = addOutline(pdf, {{"(A)", ""}});
+    pdf.replaceObject(entries[0],
+                      "<< /Title (A) /C [2 0 -1] /Dest [" + pdf.pageReference(0) + " /FitH 100000000] >>");
+    pdf.save(dir.path("in.pdf"));
+    const QByteArray tree = runCli({"outline", dir.path("in.pdf")}).out;
+    const auto failure = [&](const QByteArray &text) {
+        saveBytes(dir.path("tree"), text);
+        return runCli({"apply", dir.path("in.pdf"), dir.path("tree"), "-o", dir.path("out.pdf")}).err;
+    };
+    EXPECT_EQ(failure(tree), "");
+    EXPECT_EQ(runCli({"outline", dir.path("out.pdf")}).out, tree);
+    EXPECT_THAT(failure(QByteArray(tree).replace("[2, 0, -1]", "[2, 1, -1]")).toStdString(),
+                HasSubstr("\"color\" must be"));
+    EXPECT_THAT(failure(QByteArray(tree).replace("1e+08", "2e+08")).toStdString(),
+                HasSubstr("\"point\" must be"));
 }
 
 TEST(ApplyCommand, WhatTheFileLacksOfAnActionIsNotAskedFor) {

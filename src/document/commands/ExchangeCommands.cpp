@@ -156,31 +156,40 @@ void ExchangeCommands::importOutline() {
     if (!path) return;
     const auto existing = canExport() ? askForExisting() : Existing::Replaced;
     if (!existing) return;
-    const OutlineTree outline = read(*path, *existing);
+    QStringList notices;
+    const OutlineTree outline = read(*path, *existing, notices);
     if (const auto *error = std::get_if<TreeError>(&outline)) {
         problem_ = messageOf(*path, *error);
         document_.platform().beep();
         return tell(failedImportNotice, {*problem_});
     }
     MyOutlineItem &root = *std::get<std::unique_ptr<MyOutlineItem>>(outline);
-    tell(failedImportNotice, unknownLabels(root));
+    tell(failedImportNotice, notices + whatIsLost(root));
     put(root, *existing);
 }
 
-QStringList ExchangeCommands::unknownLabels(const MyOutlineItem &outline) const {
+/// What the imported entries say that can't be kept, a message each.
+QStringList ExchangeCommands::whatIsLost(const MyOutlineItem &outline) const {
+    QStringList messages;
     LostLabels lost;
     walkBelow(outline, [&](const MyOutlineItem &item, size_t /*depth*/) {
         if (!item.pageLabel().isNull() && !document_.outline().knownPageIndexOfItem(item))
             lost.add(item.pageLabel());
     });
-    if (lost.count == 0) return {};
-    return {
-        translated("No page is known to have the label of %1 imported entries, the first of which is “%2”. "
-                   "When they are saved, they lead to the first page.")
-            .arg(QString::number(lost.count), lost.first)};
+    if (lost.count > 0)
+        messages.append(
+            translated(
+                "No page is known to have the label of %1 imported entries, the first of which is “%2”. "
+                "When they are saved, they lead to the first page.")
+                .arg(QString::number(lost.count), lost.first));
+    if (const int actions = lostActions(outline); actions > 0)
+        messages.append(translated("%1 imported entries did something that only the file has that they come "
+                                   "from. They lead nowhere now.")
+                            .arg(actions));
+    return messages;
 }
 
-OutlineTree ExchangeCommands::read(const QString &path, Existing existing) const {
+OutlineTree ExchangeCommands::read(const QString &path, Existing existing, QStringList &notices) const {
     const auto content = readRegularFile(path, largestOutlineText);
     if (const auto *reason = std::get_if<QString>(&content))
         return TreeError{{}, translated("the file can't be read: %1").arg(*reason)};
@@ -191,9 +200,13 @@ OutlineTree ExchangeCommands::read(const QString &path, Existing existing) const
         return TreeError{{}, translated("what it holds is in none of the forms that its name allows")};
     // An entry of the file that stays is not to come a second time.
     const bool maySucceed = existing == Existing::Replaced;
-    return readOutline(*format, text,
-                       {*document_.pdfDoc(), maySucceed ? entriesByNumber(document_.outline().outlineOfFile())
-                                                        : OutlineEntries()});
+    OutlineEntries inFile;
+    if (maySucceed) inFile = entriesByNumber(document_.outline().outlineOfFile());
+    QStringList messages;
+    OutlineTree outline = readOutline(*format, text, {*document_.pdfDoc(), std::move(inFile), &messages});
+    for (const QString &message : messages)
+        notices.append(messageOf(path, {{}, message}));
+    return outline;
 }
 
 std::optional<ExchangeCommands::Existing> ExchangeCommands::askForExisting() const {

@@ -34,9 +34,9 @@ private:
     enum class Existing { Replaced, Kept };
 
     std::optional<QString> write(const QString &path, QStringList &notices) const;
-    OutlineTree read(const QString &path, Existing existing) const;
+    OutlineTree read(const QString &path, Existing existing, QStringList &notices) const;
     std::optional<Existing> askForExisting() const;
-    QStringList unknownLabels(const MyOutlineItem &outline) const;
+    QStringList whatIsLost(const MyOutlineItem &outline) const;
     void put(MyOutlineItem &outline, Existing existing);
     void tell(const QString &name, const QStringList &messages) const;
 

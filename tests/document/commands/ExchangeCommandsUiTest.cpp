@@ -196,6 +196,16 @@ TEST_F(Exchange, ImportKnowsWhatThePreviewHasNot) {
     EXPECT_TRUE(document.outline().hasOutlineOfFileInMemory());
 }
 
+TEST_F(Exchange, WhatImportedEntriesDoNoMoreIsTold) {
+    saveBytes(dir.path("toc.json"), R"([{"title": "Play", "action": {"type": "JavaScript"}, "entry": 99999},
+                                        {"title": "Web", "action": {"type": "URI", "uri": "about:blank"}}])");
+    importFrom(dir.path("toc.json"), Replace);
+    EXPECT_EQ(notice("failedImport"),
+              "1 imported entries did something that only the file has that they come "
+              "from. They lead nowhere now.");
+    EXPECT_EQ(platform.beeps, 0);
+}
+
 TEST_F(Exchange, CancellingChangesNothing) {
     saveBytes(dir.path("toc.txt"), "+ @2 New\n");
     importFrom(dir.path("toc.txt"), Cancel);
