@@ -61,6 +61,8 @@ protected:
                   R"([{"do": "chooseFile", "path": "WORK/out.json"}, {"do": "exportOutline:"}])");
         saveBytes(work("import"), R"([{"do": "answer", "button": "Replace"},
                                       {"do": "chooseFile", "path": "WORK/tree"}, {"do": "importOutline:"}])");
+        saveBytes(work("log"), R"({"file": "a.pdf", "out": "b.pdf", "status": "done", "seconds": 1})"
+                               "\n");
         for (const char *steps : {"export", "import"})
             saveBytes(work(steps), bytesOf(work(steps)).replace("WORK", (root + "/work").toUtf8()));
         for (const QString &name : names())
@@ -163,7 +165,7 @@ void Faults::expectTruth(const ProgramResult &result, const QByteArray &call) {
     } else {
         EXPECT_EQ(result.exitCode, 1);
         EXPECT_THAT(result.err.toStdString(),
-                    ContainsRegex("leafwright-cli: .*(Input/output error|No space left|quota)"));
+                    ContainsRegex("leafwright-cli: .*(Input/output error|No space left|no room|quota)"));
         EXPECT_EQ(result.err.contains("was written, but may not outlive a power failure"),
                   replaced == GetParam().written.size())
             << result.err.constData();
@@ -260,6 +262,9 @@ INSTANTIATE_TEST_SUITE_P(
             {"new.pdf", "a.pdf"}},
         Job{"ExportInTheWindow", {"run", "WORK/export", "WORK/a.pdf"}, {"out.json"}},
         Job{"ImportInTheWindow", {"run", "WORK/import", "WORK/a.pdf", "-o", "WORK/new.pdf"}, {"new.pdf"}},
+        Job{"Report",
+            {"report", "WORK/log", "--html", "WORK/page.html", "--csv", "WORK/table.csv"},
+            {"page.html", "table.csv"}},
         Job{"SaveInTheWindow", {"run", "WORK/steps", "WORK/a.pdf"}, {"a.pdf"}},
         Job{"SaveWithAMap", {"run", "WORK/map-steps", "WORK/a.pdf"}, {"a.pdf", "map.txt"}}),
     [](const auto &test) { return std::string(test.param.name); });

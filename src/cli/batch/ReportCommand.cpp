@@ -62,8 +62,11 @@ std::optional<QString> writeReport(const QStringList &logs, const QString &html,
         console.message(notice);
     if (problem) return problem;
     page.write(pageOf(report).toUtf8());
-    if (auto failure = table.finish()) return failure;
-    return page.finish();
+    // Each is of use without the other.
+    const auto failure = table.finish();
+    const auto pageFailure = page.finish();
+    if (failure && pageFailure) return *failure + QLatin1String("; ") + *pageFailure;
+    return failure ? failure : pageFailure;
 }
 
 }  // namespace
