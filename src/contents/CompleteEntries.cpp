@@ -125,7 +125,8 @@ std::vector<ProposedEntry> Completer::added(const ContentsChoices &choices) cons
         const HeadingCandidate &candidate = stages_.headings.candidates[i];
         const StyleChoice style = choices.styles.value(candidate.style);
         ProposedEntry entry = proposedHeading(stages_, i, style.level.value_or(levelOf(candidate)));
-        if (choices.entries.value(entry.id, style.accepted.value_or(belongs(candidate))))
+        entry.isRejected = choices.rejects(entry.id);
+        if (choices.accepts(entry.id) || style.accepted.value_or(belongs(candidate)))
             added.push_back(std::move(entry));
     }
     return added;

@@ -46,6 +46,7 @@ struct ProposedEntry {
     int candidate = -1;  ///< Index of the heading candidate, if it is one.
     int style = -1;
     int id = 0;
+    bool isRejected = false;  ///< By the user.
 };
 
 /// Proposes an outline: of the structure, the printed contents, names and styles, whichever is to be trusted,
