@@ -266,28 +266,6 @@ std::vector<ProposedEntry> Completion::outline() const {
     return result;
 }
 
-std::vector<ProposedEntry> structureOutline(const ContentsAnalysis::Stages &stages) {
-    constexpr double found = 0.95;
-    constexpr double notFound = 0.6;
-    std::vector<ProposedEntry> result;
-    for (size_t i = 0; i < stages.structure.size(); ++i) {
-        const LocatedStructureHeading &heading = stages.structure[i];
-        ProposedEntry entry;
-        entry.id = idOf(Origin::Structure, i);
-        entry.title = heading.title;
-        entry.page = heading.page;
-        entry.level = heading.level;
-        entry.sources = StructureSource;
-        entry.confidence = heading.line.isNull() ? notFound : found;
-        if (!heading.line.isNull()) {
-            entry.lines = {heading.line.line};
-            entry.y = stages.pages[static_cast<size_t>(heading.page)].line(heading.line.line).top;
-        }
-        result.push_back(std::move(entry));
-    }
-    return result;
-}
-
 std::vector<size_t> likelyHeadings(const HeadingCandidates &headings) {
     std::vector<size_t> likely;
     for (size_t i = 0; i < headings.candidates.size(); ++i) {
@@ -309,6 +287,10 @@ std::vector<ProposedEntry> headingsOutline(const ContentsAnalysis::Stages &stage
 
 int idOfCandidate(size_t candidate) {
     return idOf(Origin::Candidate, candidate);
+}
+
+int idOfTagged(size_t heading) {
+    return idOf(Origin::Structure, heading);
 }
 
 ProposedEntry proposedHeading(const ContentsAnalysis::Stages &stages, size_t index, int level) {

@@ -44,12 +44,10 @@ private:
 };
 
 Completer::Completer(const ContentsAnalysis::Stages &stages, const std::vector<ExistingEntry> &existing)
-    : stages_(stages), search_(stages.pages, stages.body), isKnown_(stages.headings.candidates.size()) {
-    for (size_t i = 0; i < stages.headings.candidates.size(); ++i) {
-        const TextBlock &block = stages.headings.candidates[i].block;
-        for (const int line : block.lines)
-            candidateAt_.insert({block.page, line}, static_cast<int>(i));
-    }
+    : stages_(stages),
+      search_(stages.pages, stages.body),
+      candidateAt_(stages.headings.byLine()),
+      isKnown_(stages.headings.candidates.size()) {
     const auto pageCount = static_cast<int>(stages.pages.size());
     for (size_t i = 0; i < existing.size(); ++i) {
         if (existing[i].pageIndex < 0 || existing[i].pageIndex >= pageCount) continue;

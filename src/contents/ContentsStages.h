@@ -53,14 +53,19 @@ struct ProposedEntry {
 /// and of others what that lacks. Levels may still jump.
 std::vector<ProposedEntry> combineStages(const ContentsAnalysis::Stages &stages, ContentsDepth depth);
 
+/// The headings of the structure as entries: with the styles that they have on their pages, and what else
+/// speaks for them. Levels may jump.
+std::vector<ProposedEntry> structureOutline(const ContentsAnalysis::Stages &stages);
+
 /// Completes an outline that is there by the styles of its entries, and by what the user says. Levels may
 /// jump.
 std::vector<ProposedEntry> completeEntries(const ContentsAnalysis::Stages &stages,
                                            const std::vector<ExistingEntry> &existing,
                                            const ContentsChoices &choices);
 
-/// The id of a candidate as an entry.
+/// The ids of a candidate, and of a heading of the structure, as an entry.
 int idOfCandidate(size_t candidate);
+int idOfTagged(size_t heading);
 
 /// The candidate of that index as an entry.
 ProposedEntry proposedHeading(const ContentsAnalysis::Stages &stages, size_t index, int level);
