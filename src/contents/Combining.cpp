@@ -24,6 +24,15 @@ int levelMapped(const std::map<int, Tally<int>> &levels, int depth) {
     return tally.heaviest().first + depth - deepest;
 }
 
+std::vector<ProposedEntry> headingsOutline(const ContentsAnalysis::Stages &stages,
+                                           const std::vector<size_t> &headings,
+                                           const std::vector<int> &levels) {
+    std::vector<ProposedEntry> result;
+    for (size_t i = 0; i < headings.size(); ++i)
+        result.push_back(proposedHeading(stages, headings[i], levels[i]));
+    return result;
+}
+
 /// What the printed contents say of a heading style.
 struct StyleUse {
     int blocks = 0;
@@ -137,11 +146,11 @@ std::vector<size_t> Completion::additionsOf(const std::vector<size_t> &open, con
         if (isLostRow(candidates[i]) && candidates[i].probability >= lostRow) lost.push_back(i);
         if (candidates[i].probability >= inContentsStyle) likely.push_back(i);
     }
+    if (depth_ == ContentsDepth::Deeper) return open;
     const bool mayGoDeeper = depth_ != ContentsDepth::AsPrinted;
     if (use.isOfContents())
         return isShallow() && mayGoDeeper && open.size() > static_cast<size_t>(use.printed) ? likely : lost;
     if (!mayGoDeeper) return {};
-    if (depth_ == ContentsDepth::Deeper) return open;
     const bool isBrief = !stages_.isFromTeX || deepest_ <= deepestOfBrief;
     const bool extends = extending.size() >= fewest && static_cast<double>(extending.size()) >=
                                                            extendingShare * static_cast<double>(open.size());
@@ -247,23 +256,10 @@ ProposedEntry Completion::printedEntry(size_t index) const {
 std::vector<ProposedEntry> Completion::outline() const {
     const std::vector<size_t> added = additions();
     const std::vector<int> levels = added.empty() ? std::vector<int>() : levelsOf(added);
-    std::vector<ProposedEntry> result;
-    size_t next = 0;
-    const auto placeOf = [](const ProposedEntry &entry) {
-        return std::make_tuple(entry.page, entry.column, entry.y.value_or(-1));
-    };
-    for (size_t i = 0; i < entries_.size(); ++i) {
-        ProposedEntry entry = printedEntry(i);
-        for (; next < added.size(); ++next) {
-            ProposedEntry addition = proposedHeading(stages_, added[next], levels[next]);
-            if (placeOf(addition) >= placeOf(entry)) break;
-            result.push_back(std::move(addition));
-        }
-        result.push_back(std::move(entry));
-    }
-    for (; next < added.size(); ++next)
-        result.push_back(proposedHeading(stages_, added[next], levels[next]));
-    return result;
+    std::vector<ProposedEntry> printed;
+    for (size_t i = 0; i < entries_.size(); ++i)
+        printed.push_back(printedEntry(i));
+    return merged(std::move(printed), headingsOutline(stages_, added, levels));
 }
 
 std::vector<size_t> likelyHeadings(const HeadingCandidates &headings) {
@@ -272,15 +268,6 @@ std::vector<size_t> likelyHeadings(const HeadingCandidates &headings) {
         if (headings.candidates[i].probability >= acceptedProbability) likely.push_back(i);
     }
     return likely;
-}
-
-std::vector<ProposedEntry> headingsOutline(const ContentsAnalysis::Stages &stages,
-                                           const std::vector<size_t> &headings,
-                                           const std::vector<int> &levels) {
-    std::vector<ProposedEntry> result;
-    for (size_t i = 0; i < headings.size(); ++i)
-        result.push_back(proposedHeading(stages, headings[i], levels[i]));
-    return result;
 }
 
 }  // namespace
@@ -315,14 +302,31 @@ ProposedEntry proposedHeading(const ContentsAnalysis::Stages &stages, size_t ind
     return entry;
 }
 
+std::vector<ProposedEntry> merged(std::vector<ProposedEntry> entries, std::vector<ProposedEntry> added) {
+    const auto placeOf = [](const ProposedEntry &entry) {
+        return std::make_tuple(entry.page, entry.column, entry.y.value_or(-1));
+    };
+    std::vector<ProposedEntry> result;
+    auto next = added.begin();
+    for (ProposedEntry &entry : entries) {
+        for (; next != added.end() && placeOf(*next) < placeOf(entry); ++next)
+            result.push_back(std::move(*next));
+        result.push_back(std::move(entry));
+    }
+    std::move(next, added.end(), std::back_inserter(result));
+    return result;
+}
+
 std::vector<ProposedEntry> combineStages(const ContentsAnalysis::Stages &stages, ContentsDepth depth) {
     constexpr double enoughStructure = 0.8;  // of the printed entries
     constexpr double trustedShare = 0.8;     // of the entries found on their pages
     constexpr double enoughHeadings = 0.7;   // of the printed entries
     const auto printed = static_cast<double>(stages.printed.entries.size());
-    if (!stages.structure.empty() &&
+    const bool agrees = stages.printed.locatedShare() >= trustedShare;
+    const bool isAsPrinted = depth == ContentsDepth::AsPrinted && printed > 0 && agrees;
+    if (!stages.structure.empty() && !isAsPrinted &&
         static_cast<double>(stages.structure.size()) >= std::max(3.0, enoughStructure * printed))
-        return structureOutline(stages);
+        return structureOutline(stages, depth);
     const std::vector<size_t> likely = likelyHeadings(stages.headings);
     const auto byStyle = [&] {
         return headingsOutline(stages, likely, styleLevels(stages.headings, likely, stages.body));
@@ -332,9 +336,7 @@ std::vector<ProposedEntry> combineStages(const ContentsAnalysis::Stages &stages,
         return named ? headingsOutline(stages, named->headings, named->levels) : byStyle();
     }
     // Contents that do not agree with the pages are out of date or damaged.
-    if (stages.printed.locatedShare() < trustedShare &&
-        static_cast<double>(likely.size()) >= enoughHeadings * printed)
-        return byStyle();
+    if (!agrees && static_cast<double>(likely.size()) >= enoughHeadings * printed) return byStyle();
     return Completion(stages, depth).outline();
 }
 

@@ -131,19 +131,7 @@ std::vector<ProposedEntry> Completer::added(const ContentsChoices &choices) cons
 }
 
 std::vector<ProposedEntry> Completer::outline(const ContentsChoices &choices) const {
-    std::vector<ProposedEntry> added = this->added(choices);
-    const auto placeOf = [](const ProposedEntry &entry) {
-        return std::make_tuple(entry.page, entry.column, entry.y.value_or(-1));
-    };
-    std::vector<ProposedEntry> result;
-    auto next = added.begin();
-    for (const ProposedEntry &entry : entries_) {
-        for (; next != added.end() && placeOf(*next) < placeOf(entry); ++next)
-            result.push_back(std::move(*next));
-        result.push_back(entry);
-    }
-    result.insert(result.end(), next, added.end());
-    return result;
+    return merged(entries_, added(choices));
 }
 
 }  // namespace

@@ -54,14 +54,17 @@ struct ProposedEntry {
 std::vector<ProposedEntry> combineStages(const ContentsAnalysis::Stages &stages, ContentsDepth depth);
 
 /// The headings of the structure as entries: with the styles that they have on their pages, and what else
-/// speaks for them. Levels may jump.
-std::vector<ProposedEntry> structureOutline(const ContentsAnalysis::Stages &stages);
+/// speaks for them; if it is to go deeper, with all other likely headings. Levels may jump.
+std::vector<ProposedEntry> structureOutline(const ContentsAnalysis::Stages &stages, ContentsDepth depth);
 
 /// Completes an outline that is there by the styles of its entries, and by what the user says. Levels may
 /// jump.
 std::vector<ProposedEntry> completeEntries(const ContentsAnalysis::Stages &stages,
                                            const std::vector<ExistingEntry> &existing,
                                            const ContentsChoices &choices);
+
+/// Puts entries, which are in reading order, among others, whose order stays.
+std::vector<ProposedEntry> merged(std::vector<ProposedEntry> entries, std::vector<ProposedEntry> added);
 
 /// The ids of a candidate, and of a heading of the structure, as an entry.
 int idOfCandidate(size_t candidate);

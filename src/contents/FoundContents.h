@@ -10,11 +10,11 @@
 
 namespace leafwright {
 
-/// How deep the outline goes where a contents is printed.
+/// How deep the outline goes where a contents is printed that agrees with the pages, or headings are tagged.
 enum class ContentsDepth {
-    Automatic,  ///< As printed; deeper where the printed contents are clearly brief.
+    Automatic,  ///< As tagged or printed; deeper where the printed contents are clearly brief.
     AsPrinted,  ///< The printed entries alone, and rows that were lost among them.
-    Deeper,     ///< Every heading that was found.
+    Deeper,     ///< Every heading that is likelier one than not.
 };
 
 /// What a user may ask for.

@@ -1,4 +1,5 @@
 #include "contents/ContentsStages.h"
+#include "contents/StyleLevels.h"
 
 namespace leafwright {
 
@@ -37,9 +38,7 @@ private:
     QHash<LineRef, const PrintedEntry *> printedAt_;
 };
 
-}  // namespace
-
-std::vector<ProposedEntry> structureOutline(const ContentsAnalysis::Stages &stages) {
+std::vector<ProposedEntry> taggedEntries(const ContentsAnalysis::Stages &stages) {
     constexpr double found = 0.95;
     constexpr double notFound = 0.6;
     const Witnesses witnesses(stages);
@@ -63,6 +62,44 @@ std::vector<ProposedEntry> structureOutline(const ContentsAnalysis::Stages &stag
         result.push_back(std::move(entry));
     }
     return result;
+}
+
+/// The likely headings that are not tagged, in reading order: at the level of tagged ones in their style, or
+/// below the deepest.
+std::vector<ProposedEntry> untaggedEntries(const ContentsAnalysis::Stages &stages,
+                                           const std::vector<ProposedEntry> &tagged) {
+    constexpr double likely = 0.5;
+    const std::vector<HeadingCandidate> &candidates = stages.headings.candidates;
+    std::vector<Tally<int>> levels(stages.headings.styles.size());
+    std::vector<bool> isTagged(candidates.size());
+    int deepest = 0;
+    for (const ProposedEntry &entry : tagged) {
+        deepest = std::max(deepest, entry.level);
+        if (entry.candidate < 0) continue;
+        isTagged[static_cast<size_t>(entry.candidate)] = true;
+        levels[static_cast<size_t>(entry.style)].add(entry.level);
+    }
+    std::vector<size_t> others;
+    for (size_t i = 0; i < candidates.size(); ++i) {
+        if (!isTagged[i] && candidates[i].probability >= likely) others.push_back(i);
+    }
+    const std::vector<int> byStyle = styleLevels(stages.headings, others, stages.body);
+    std::vector<ProposedEntry> result;
+    for (size_t k = 0; k < others.size(); ++k) {
+        const Tally<int> &own = levels[static_cast<size_t>(candidates[others[k]].style)];
+        const int level = own.isEmpty() ? deepest + byStyle[k] : own.heaviest().first;
+        result.push_back(proposedHeading(stages, others[k], level));
+    }
+    return result;
+}
+
+}  // namespace
+
+std::vector<ProposedEntry> structureOutline(const ContentsAnalysis::Stages &stages, ContentsDepth depth) {
+    std::vector<ProposedEntry> tagged = taggedEntries(stages);
+    if (depth != ContentsDepth::Deeper) return tagged;
+    std::vector<ProposedEntry> untagged = untaggedEntries(stages, tagged);
+    return merged(std::move(tagged), std::move(untagged));
 }
 
 }  // namespace leafwright
