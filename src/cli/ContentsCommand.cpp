@@ -141,6 +141,8 @@ std::variant<FoundContents, QString> find(const QString &file, const PDFDocument
         if (auto failure = readFailure(file, *recognised.pdf)) return *failure;
     if (request.explain) console.write(analysis->explanation());
     FoundContents found = analysis->choose(request.options);
+    if (!found.hasText && request.ocr)
+        return translated("%1: no text was recognised in the page images").arg(file);
     if (!found.hasText)
         return translated("%1: page images without text; run text recognition first").arg(file);
     if (found.lacksText() && !request.ocr) {
