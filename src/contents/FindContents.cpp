@@ -3,6 +3,7 @@
 #include "contents/ContentsLevels.h"
 #include "contents/ContentsStages.h"
 #include "contents/RunningHeads.h"
+#include "contents/SizeClasses.h"
 #include "contents/TextFolding.h"
 #include "pdf/ReadAhead.h"
 
@@ -178,6 +179,7 @@ std::vector<HeadingStyle> stylesOf(const Stages &stages, const std::vector<Conte
 /// Concludes from the lines what there is.
 void analyseLines(Stages &stages, const ContentsPages &pages, bool textOnly,
                   const std::function<void(double)> &progress) {
+    settleRecognisedSizes(stages.pages);
     DocumentEvidence document;
     const std::function<void()> independent[] = {[&] { document = pages.documentEvidence(); },
                                                  [&] { stages.body = findBodyStyle(stages.pages); },
