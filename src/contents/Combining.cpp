@@ -317,7 +317,7 @@ std::vector<ProposedEntry> merged(std::vector<ProposedEntry> entries, std::vecto
     return result;
 }
 
-std::vector<ProposedEntry> combineStages(const ContentsAnalysis::Stages &stages, ContentsDepth depth) {
+ContentsBasis basisOf(const ContentsAnalysis::Stages &stages, ContentsDepth depth) {
     constexpr double enoughStructure = 0.8;  // of the printed entries
     constexpr double trustedShare = 0.8;     // of the entries found on their pages
     constexpr double enoughHeadings = 0.7;   // of the printed entries
@@ -326,18 +326,23 @@ std::vector<ProposedEntry> combineStages(const ContentsAnalysis::Stages &stages,
     const bool isAsPrinted = depth == ContentsDepth::AsPrinted && printed > 0 && agrees;
     if (!stages.structure.empty() && !isAsPrinted &&
         static_cast<double>(stages.structure.size()) >= std::max(3.0, enoughStructure * printed))
-        return structureOutline(stages, depth);
-    const std::vector<size_t> likely = likelyHeadings(stages.headings);
-    const auto byStyle = [&] {
-        return headingsOutline(stages, likely, styleLevels(stages.headings, likely, stages.body));
-    };
+        return ContentsBasis::Structure;
+    // Contents that do not agree with the pages are out of date or damaged.
+    const bool areReplaced =
+        !agrees && static_cast<double>(likelyHeadings(stages.headings).size()) >= enoughHeadings * printed;
+    return printed == 0 || areReplaced ? ContentsBasis::Headings : ContentsBasis::Printed;
+}
+
+std::vector<ProposedEntry> combineStages(const ContentsAnalysis::Stages &stages, ContentsDepth depth) {
+    const ContentsBasis basis = basisOf(stages, depth);
+    if (basis == ContentsBasis::Structure) return structureOutline(stages, depth);
+    if (basis == ContentsBasis::Printed) return Completion(stages, depth).outline();
     if (stages.printed.entries.empty()) {
         const std::optional<NamedOutline> named = outlineByNames(stages.headings, stages.named, stages.body);
-        return named ? headingsOutline(stages, named->headings, named->levels) : byStyle();
+        if (named) return headingsOutline(stages, named->headings, named->levels);
     }
-    // Contents that do not agree with the pages are out of date or damaged.
-    if (!agrees && static_cast<double>(likely.size()) >= enoughHeadings * printed) return byStyle();
-    return Completion(stages, depth).outline();
+    const std::vector<size_t> likely = likelyHeadings(stages.headings);
+    return headingsOutline(stages, likely, styleLevels(stages.headings, likely, stages.body));
 }
 
 }  // namespace leafwright

@@ -27,6 +27,7 @@ struct ContentsAnalysis::Stages {
     /// Made by TeX, whose contents are as deep as its outlines; others often print fewer levels.
     bool isFromTeX = false;
     BodyStyle body;
+    std::optional<PrintedNumbers> numbers;  ///< None where there is no text.
     PrintedContents printed;
     HeadingCandidates headings;
     QHash<int, NamedHeading> named;
@@ -48,6 +49,10 @@ struct ProposedEntry {
     int id = 0;
     bool isRejected = false;  ///< By the user.
 };
+
+/// What an outline is made of in the first place.
+enum class ContentsBasis { Structure, Printed, Headings };
+ContentsBasis basisOf(const ContentsAnalysis::Stages &stages, ContentsDepth depth);
 
 /// Proposes an outline: of the structure, the printed contents, names and styles, whichever is to be trusted,
 /// and of others what that lacks. Levels may still jump.
@@ -73,7 +78,9 @@ int idOfTagged(size_t heading);
 /// The candidate of that index as an entry.
 ProposedEntry proposedHeading(const ContentsAnalysis::Stages &stages, size_t index, int level);
 
-/// What the stages have found, in words.
+/// What the stages have found, in words; and what is made of it.
 QString explainStages(const ContentsAnalysis::Stages &stages);
+QString explainOutline(const ContentsAnalysis::Stages &stages, ContentsDepth depth,
+                       const FoundContents &found);
 
 }  // namespace leafwright

@@ -186,10 +186,10 @@ void analyseLines(Stages &stages, const ContentsPages &pages, bool textOnly,
                                                  [&] { markRunningHeads(stages.pages); }};
     onAllCores(static_cast<int>(std::size(independent)), [&](int i) { independent[i](); });
     stages.isFromTeX = isFromTeX(document.producer);
-    const PrintedNumbers numbers(stages.pages, textOnly ? QStringList() : document.pageLabels);
+    stages.numbers.emplace(stages.pages, textOnly ? QStringList() : document.pageLabels);
     progress(0.2);
-    stages.printed =
-        findPrintedContents(stages.pages, findContentsPages(stages.pages, !textOnly), numbers, stages.body);
+    stages.printed = findPrintedContents(stages.pages, findContentsPages(stages.pages, !textOnly),
+                                         *stages.numbers, stages.body);
     onAllCores(static_cast<int>(stages.pages.size()),
                [&stages](int page) { dropSpans(stages.pages[static_cast<size_t>(page)]); });
     progress(0.6);
@@ -228,8 +228,8 @@ FoundContents ContentsAnalysis::complete(const std::vector<ExistingEntry> &exist
     return found;
 }
 
-QString ContentsAnalysis::explanation() const {
-    return explainStages(*stages_);
+QString ContentsAnalysis::explanation(const ContentsOptions &options) const {
+    return explainStages(*stages_) + explainOutline(*stages_, options.depth, choose(options));
 }
 
 std::unique_ptr<ContentsAnalysis> analyseContents(const ContentsPages &pages, bool textOnly,
