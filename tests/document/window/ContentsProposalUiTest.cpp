@@ -1,5 +1,6 @@
 #include "document/commands/FindContentsFixture.h"
 
+#include <QCheckBox>
 #include <QLabel>
 #include <QSpinBox>
 
@@ -23,9 +24,13 @@ QString takenBelow(const QTreeWidgetItem &item) {
     return parts.join(' ');
 }
 
-class RejectedEntries : public FindContentsWindow {
+class ShownEntries : public FindContentsWindow {
 protected:
     QString shown() { return takenBelow(*entries().invisibleRootItem()); }
+};
+
+class RejectedEntries : public ShownEntries {
+protected:
     QString summary() { return part<QLabel>("contentsSummary").text(); }
 };
 
@@ -76,6 +81,55 @@ TEST_F(RejectedEntries, StayTheOneThatIsLookedAt) {
         EXPECT_EQ(entries().currentItem()->checkState(0), state);
     }
     EXPECT_EQ(shown(), book);
+}
+
+/// A window with a book whose printed contents leave out what is below the sections.
+class BriefContents : public ShownEntries {
+protected:
+    void SetUp() override {
+        const auto show = test::PdfBuilder::showText;
+        const std::vector<std::string> chapters = {"Soil", "Water", "Light", "Wind"};
+        const auto text = [&](int y) {
+            std::string lines;
+            for (int line = 0; line < 10; ++line)
+                lines += show("F1", 10, 72, y - 12 * line,
+                              "There is much to say, and so it is said in plain words.");
+            return lines;
+        };
+        test::PdfBuilder pdf;
+        std::string contents = show("F2", 20, 72, 720, "Contents") + show("F1", 10, 300, 40, "1");
+        for (size_t i = 0; i < chapters.size(); ++i) {
+            const int y = 680 - 32 * static_cast<int>(i);
+            const std::string number = std::to_string(i + 2);
+            contents += show("F1", 10, 72, y, chapters[i] + " . . . . . .") + show("F1", 10, 500, y, number);
+            contents += show("F1", 10, 90, y - 16, "Of " + chapters[i] + "s . . . . .");
+            contents += show("F1", 10, 500, y - 16, number);
+        }
+        pdf.addPage(contents);
+        for (size_t i = 0; i < chapters.size(); ++i)
+            pdf.addPage(show("F2", 20, 72, 720, chapters[i]) + text(690) +
+                        show("F2", 15, 72, 540, "Of " + chapters[i] + "s") + text(510) +
+                        show("F2", 12, 72, 360, "Why " + chapters[i]) + text(330) +
+                        show("F1", 10, 300, 40, std::to_string(i + 2)));
+        open(pdf);
+    }
+};
+
+TEST_F(BriefContents, DeeperBringsInWhatTheyLeaveOut) {
+    setOutline("");
+    find();
+    const QString printed = "Soil (Of Soils) Water (Of Waters) Light (Of Lights) Wind (Of Winds)";
+    const QString all =
+        "Soil (Of Soils (Why Soil)) Water (Of Waters (Why Water)) Light (Of Lights (Why Light)) "
+        "Wind (Of Winds (Why Wind))";
+    EXPECT_EQ(shown(), printed);
+    part<QCheckBox>("deeper").setChecked(true);
+    EXPECT_EQ(shown(), all);
+    part<QCheckBox>("deeper").setChecked(false);
+    EXPECT_EQ(shown(), printed);
+    part<QCheckBox>("deeper").setChecked(true);
+    take();
+    EXPECT_EQ(outline(), all);
 }
 
 }  // namespace
