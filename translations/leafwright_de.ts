@@ -976,6 +976,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>; %1 was written</source>
         <translation>; %1 wurde geschrieben</translation>
     </message>
+    <message>
+        <source>%1: no text was recognised in the page images</source>
+        <translation>%1: In den Bildern der Seiten wurde kein Text erkannt</translation>
+    </message>
 </context>
 <context>
     <name>ContentsCommands</name>
@@ -1054,6 +1058,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>Go On Without</source>
         <translation>Ohne sie fortfahren</translation>
+    </message>
+    <message>
+        <source>No text was recognised in the page images.</source>
+        <translation>In den Bildern der Seiten wurde kein Text erkannt.</translation>
     </message>
 </context>
 <context>

@@ -139,8 +139,10 @@ std::variant<FoundContents, QString> find(const QString &file, const PDFDocument
     if (auto failure = readFailure(file, pdf)) return *failure;
     if (recognised.pdf)
         if (auto failure = readFailure(file, *recognised.pdf)) return *failure;
-    if (request.explain) console.write(analysis->explanation());
+    if (request.explain) console.write(analysis->explanation(request.options));
     FoundContents found = analysis->choose(request.options);
+    if (!found.hasText && request.ocr)
+        return translated("%1: no text was recognised in the page images").arg(file);
     if (!found.hasText)
         return translated("%1: page images without text; run text recognition first").arg(file);
     if (found.lacksText() && !request.ocr) {

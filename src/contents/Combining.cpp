@@ -24,6 +24,15 @@ int levelMapped(const std::map<int, Tally<int>> &levels, int depth) {
     return tally.heaviest().first + depth - deepest;
 }
 
+std::vector<ProposedEntry> headingsOutline(const ContentsAnalysis::Stages &stages,
+                                           const std::vector<size_t> &headings,
+                                           const std::vector<int> &levels) {
+    std::vector<ProposedEntry> result;
+    for (size_t i = 0; i < headings.size(); ++i)
+        result.push_back(proposedHeading(stages, headings[i], levels[i]));
+    return result;
+}
+
 /// What the printed contents say of a heading style.
 struct StyleUse {
     int blocks = 0;
@@ -137,11 +146,11 @@ std::vector<size_t> Completion::additionsOf(const std::vector<size_t> &open, con
         if (isLostRow(candidates[i]) && candidates[i].probability >= lostRow) lost.push_back(i);
         if (candidates[i].probability >= inContentsStyle) likely.push_back(i);
     }
+    if (depth_ == ContentsDepth::Deeper) return open;
     const bool mayGoDeeper = depth_ != ContentsDepth::AsPrinted;
     if (use.isOfContents())
         return isShallow() && mayGoDeeper && open.size() > static_cast<size_t>(use.printed) ? likely : lost;
     if (!mayGoDeeper) return {};
-    if (depth_ == ContentsDepth::Deeper) return open;
     const bool isBrief = !stages_.isFromTeX || deepest_ <= deepestOfBrief;
     const bool extends = extending.size() >= fewest && static_cast<double>(extending.size()) >=
                                                            extendingShare * static_cast<double>(open.size());
@@ -247,45 +256,10 @@ ProposedEntry Completion::printedEntry(size_t index) const {
 std::vector<ProposedEntry> Completion::outline() const {
     const std::vector<size_t> added = additions();
     const std::vector<int> levels = added.empty() ? std::vector<int>() : levelsOf(added);
-    std::vector<ProposedEntry> result;
-    size_t next = 0;
-    const auto placeOf = [](const ProposedEntry &entry) {
-        return std::make_tuple(entry.page, entry.column, entry.y.value_or(-1));
-    };
-    for (size_t i = 0; i < entries_.size(); ++i) {
-        ProposedEntry entry = printedEntry(i);
-        for (; next < added.size(); ++next) {
-            ProposedEntry addition = proposedHeading(stages_, added[next], levels[next]);
-            if (placeOf(addition) >= placeOf(entry)) break;
-            result.push_back(std::move(addition));
-        }
-        result.push_back(std::move(entry));
-    }
-    for (; next < added.size(); ++next)
-        result.push_back(proposedHeading(stages_, added[next], levels[next]));
-    return result;
-}
-
-std::vector<ProposedEntry> structureOutline(const ContentsAnalysis::Stages &stages) {
-    constexpr double found = 0.95;
-    constexpr double notFound = 0.6;
-    std::vector<ProposedEntry> result;
-    for (size_t i = 0; i < stages.structure.size(); ++i) {
-        const LocatedStructureHeading &heading = stages.structure[i];
-        ProposedEntry entry;
-        entry.id = idOf(Origin::Structure, i);
-        entry.title = heading.title;
-        entry.page = heading.page;
-        entry.level = heading.level;
-        entry.sources = StructureSource;
-        entry.confidence = heading.line.isNull() ? notFound : found;
-        if (!heading.line.isNull()) {
-            entry.lines = {heading.line.line};
-            entry.y = stages.pages[static_cast<size_t>(heading.page)].line(heading.line.line).top;
-        }
-        result.push_back(std::move(entry));
-    }
-    return result;
+    std::vector<ProposedEntry> printed;
+    for (size_t i = 0; i < entries_.size(); ++i)
+        printed.push_back(printedEntry(i));
+    return merged(std::move(printed), headingsOutline(stages_, added, levels));
 }
 
 std::vector<size_t> likelyHeadings(const HeadingCandidates &headings) {
@@ -296,19 +270,14 @@ std::vector<size_t> likelyHeadings(const HeadingCandidates &headings) {
     return likely;
 }
 
-std::vector<ProposedEntry> headingsOutline(const ContentsAnalysis::Stages &stages,
-                                           const std::vector<size_t> &headings,
-                                           const std::vector<int> &levels) {
-    std::vector<ProposedEntry> result;
-    for (size_t i = 0; i < headings.size(); ++i)
-        result.push_back(proposedHeading(stages, headings[i], levels[i]));
-    return result;
-}
-
 }  // namespace
 
 int idOfCandidate(size_t candidate) {
     return idOf(Origin::Candidate, candidate);
+}
+
+int idOfTagged(size_t heading) {
+    return idOf(Origin::Structure, heading);
 }
 
 ProposedEntry proposedHeading(const ContentsAnalysis::Stages &stages, size_t index, int level) {
@@ -333,27 +302,47 @@ ProposedEntry proposedHeading(const ContentsAnalysis::Stages &stages, size_t ind
     return entry;
 }
 
-std::vector<ProposedEntry> combineStages(const ContentsAnalysis::Stages &stages, ContentsDepth depth) {
+std::vector<ProposedEntry> merged(std::vector<ProposedEntry> entries, std::vector<ProposedEntry> added) {
+    const auto placeOf = [](const ProposedEntry &entry) {
+        return std::make_tuple(entry.page, entry.column, entry.y.value_or(-1));
+    };
+    std::vector<ProposedEntry> result;
+    auto next = added.begin();
+    for (ProposedEntry &entry : entries) {
+        for (; next != added.end() && placeOf(*next) < placeOf(entry); ++next)
+            result.push_back(std::move(*next));
+        result.push_back(std::move(entry));
+    }
+    std::move(next, added.end(), std::back_inserter(result));
+    return result;
+}
+
+ContentsBasis basisOf(const ContentsAnalysis::Stages &stages, ContentsDepth depth) {
     constexpr double enoughStructure = 0.8;  // of the printed entries
     constexpr double trustedShare = 0.8;     // of the entries found on their pages
     constexpr double enoughHeadings = 0.7;   // of the printed entries
     const auto printed = static_cast<double>(stages.printed.entries.size());
-    if (!stages.structure.empty() &&
+    const bool agrees = stages.printed.locatedShare() >= trustedShare;
+    const bool isAsPrinted = depth == ContentsDepth::AsPrinted && printed > 0 && agrees;
+    if (!stages.structure.empty() && !isAsPrinted &&
         static_cast<double>(stages.structure.size()) >= std::max(3.0, enoughStructure * printed))
-        return structureOutline(stages);
-    const std::vector<size_t> likely = likelyHeadings(stages.headings);
-    const auto byStyle = [&] {
-        return headingsOutline(stages, likely, styleLevels(stages.headings, likely, stages.body));
-    };
+        return ContentsBasis::Structure;
+    // Contents that do not agree with the pages are out of date or damaged.
+    const bool areReplaced =
+        !agrees && static_cast<double>(likelyHeadings(stages.headings).size()) >= enoughHeadings * printed;
+    return printed == 0 || areReplaced ? ContentsBasis::Headings : ContentsBasis::Printed;
+}
+
+std::vector<ProposedEntry> combineStages(const ContentsAnalysis::Stages &stages, ContentsDepth depth) {
+    const ContentsBasis basis = basisOf(stages, depth);
+    if (basis == ContentsBasis::Structure) return structureOutline(stages, depth);
+    if (basis == ContentsBasis::Printed) return Completion(stages, depth).outline();
     if (stages.printed.entries.empty()) {
         const std::optional<NamedOutline> named = outlineByNames(stages.headings, stages.named, stages.body);
-        return named ? headingsOutline(stages, named->headings, named->levels) : byStyle();
+        if (named) return headingsOutline(stages, named->headings, named->levels);
     }
-    // Contents that do not agree with the pages are out of date or damaged.
-    if (stages.printed.locatedShare() < trustedShare &&
-        static_cast<double>(likely.size()) >= enoughHeadings * printed)
-        return byStyle();
-    return Completion(stages, depth).outline();
+    const std::vector<size_t> likely = likelyHeadings(stages.headings);
+    return headingsOutline(stages, likely, styleLevels(stages.headings, likely, stages.body));
 }
 
 }  // namespace leafwright

@@ -44,12 +44,10 @@ private:
 };
 
 Completer::Completer(const ContentsAnalysis::Stages &stages, const std::vector<ExistingEntry> &existing)
-    : stages_(stages), search_(stages.pages, stages.body), isKnown_(stages.headings.candidates.size()) {
-    for (size_t i = 0; i < stages.headings.candidates.size(); ++i) {
-        const TextBlock &block = stages.headings.candidates[i].block;
-        for (const int line : block.lines)
-            candidateAt_.insert({block.page, line}, static_cast<int>(i));
-    }
+    : stages_(stages),
+      search_(stages.pages, stages.body),
+      candidateAt_(stages.headings.byLine()),
+      isKnown_(stages.headings.candidates.size()) {
     const auto pageCount = static_cast<int>(stages.pages.size());
     for (size_t i = 0; i < existing.size(); ++i) {
         if (existing[i].pageIndex < 0 || existing[i].pageIndex >= pageCount) continue;
@@ -125,26 +123,15 @@ std::vector<ProposedEntry> Completer::added(const ContentsChoices &choices) cons
         const HeadingCandidate &candidate = stages_.headings.candidates[i];
         const StyleChoice style = choices.styles.value(candidate.style);
         ProposedEntry entry = proposedHeading(stages_, i, style.level.value_or(levelOf(candidate)));
-        if (choices.entries.value(entry.id, style.accepted.value_or(belongs(candidate))))
+        entry.isRejected = choices.rejects(entry.id);
+        if (choices.accepts(entry.id) || style.accepted.value_or(belongs(candidate)))
             added.push_back(std::move(entry));
     }
     return added;
 }
 
 std::vector<ProposedEntry> Completer::outline(const ContentsChoices &choices) const {
-    std::vector<ProposedEntry> added = this->added(choices);
-    const auto placeOf = [](const ProposedEntry &entry) {
-        return std::make_tuple(entry.page, entry.column, entry.y.value_or(-1));
-    };
-    std::vector<ProposedEntry> result;
-    auto next = added.begin();
-    for (const ProposedEntry &entry : entries_) {
-        for (; next != added.end() && placeOf(*next) < placeOf(entry); ++next)
-            result.push_back(std::move(*next));
-        result.push_back(entry);
-    }
-    result.insert(result.end(), next, added.end());
-    return result;
+    return merged(entries_, added(choices));
 }
 
 }  // namespace

@@ -30,6 +30,7 @@ struct PageEvidence {
     /// In content order; spans of blanks alone are left out.
     std::vector<TextSpan> spans;
     std::vector<ContentsLink> links;  ///< Links within the document, in the order of the file.
+    bool isRecognised = false;        ///< The text was recognised in an image, where sizes vary.
 
     PageTransform transform() const { return {visibleBox, rotation}; }
 };

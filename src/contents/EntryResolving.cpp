@@ -221,8 +221,9 @@ void Resolver::betweenNeighbours(size_t index) {
 
 }  // namespace
 
-void resolveEntries(std::vector<PrintedEntry> &entries, const std::vector<PageLines> &pages,
-                    const PrintedNumbers &numbers, TitleSearch &search) {
+std::vector<PrintedEntry> resolveEntries(std::vector<PrintedEntry> &entries,
+                                         const std::vector<PageLines> &pages, const PrintedNumbers &numbers,
+                                         TitleSearch &search) {
     Resolver resolver(entries, pages, numbers, search);
     QSet<int> linked;
     for (const PrintedEntry &entry : entries) {
@@ -237,7 +238,15 @@ void resolveEntries(std::vector<PrintedEntry> &entries, const std::vector<PageLi
     for (size_t i = 0; i < entries.size(); ++i) {
         if (entries[i].page < 0 && !entries[i].isBeyond) resolver.betweenNeighbours(i);
     }
-    std::erase_if(entries, [](const PrintedEntry &entry) { return entry.page < 0 && !entry.isBeyond; });
+    return takenOut(entries, [](const PrintedEntry &entry) { return entry.page < 0 && !entry.isBeyond; });
+}
+
+std::vector<PrintedEntry> takenOut(std::vector<PrintedEntry> &entries,
+                                   const std::function<bool(const PrintedEntry &)> &which) {
+    const auto out = std::stable_partition(entries.begin(), entries.end(), std::not_fn(which));
+    std::vector<PrintedEntry> result(std::make_move_iterator(out), std::make_move_iterator(entries.end()));
+    entries.erase(out, entries.end());
+    return result;
 }
 
 int countLocated(const std::vector<PrintedEntry> &entries) {

@@ -4,12 +4,20 @@
 #include "contents/PrintedNumbers.h"
 #include "contents/TitleSearch.h"
 
+#include <functional>
+
 namespace leafwright {
 
 /// Finds the page and the heading of each entry: by its link, by its page number, by its title. Entries whose
 /// page can't be told are taken out, those that lead behind the last page are marked.
-void resolveEntries(std::vector<PrintedEntry> &entries, const std::vector<PageLines> &pages,
-                    const PrintedNumbers &numbers, TitleSearch &search);
+/// @return what was taken out
+std::vector<PrintedEntry> resolveEntries(std::vector<PrintedEntry> &entries,
+                                         const std::vector<PageLines> &pages, const PrintedNumbers &numbers,
+                                         TitleSearch &search);
+
+/// Takes entries out of others; both keep their order.
+std::vector<PrintedEntry> takenOut(std::vector<PrintedEntry> &entries,
+                                   const std::function<bool(const PrintedEntry &)> &which);
 
 /// Whether resolved entries are those of a contents: they rise, and enough of their headings were found.
 bool areContents(const std::vector<PrintedEntry> &entries);

@@ -3,6 +3,7 @@
 #include "contents/ContentsLevels.h"
 #include "contents/ContentsStages.h"
 #include "contents/RunningHeads.h"
+#include "contents/SizeClasses.h"
 #include "contents/TextFolding.h"
 #include "pdf/ReadAhead.h"
 
@@ -45,7 +46,7 @@ FoundContents nothingOf(const Stages &stages) {
     return found;
 }
 
-/// Applies what the user says to styles and entries.
+/// Applies what the user says to styles and entries. Rejected entries are marked.
 std::vector<ProposedEntry> withChoices(const Stages &stages, std::vector<ProposedEntry> entries,
                                        const ContentsChoices &choices) {
     QSet<int> present;
@@ -55,8 +56,8 @@ std::vector<ProposedEntry> withChoices(const Stages &stages, std::vector<Propose
     std::vector<size_t> added;
     for (size_t i = 0; i < stages.headings.candidates.size(); ++i) {
         const int style = stages.headings.candidates[i].style;
-        const bool wanted = choices.styles.value(style).accepted.value_or(false) ||
-                            choices.entries.value(idOfCandidate(i), false);
+        const bool wanted =
+            choices.styles.value(style).accepted.value_or(false) || choices.accepts(idOfCandidate(i));
         if (wanted && !present.contains(static_cast<int>(i))) added.push_back(i);
     }
     int deepest = 0;
@@ -70,11 +71,12 @@ std::vector<ProposedEntry> withChoices(const Stages &stages, std::vector<Propose
         entries.push_back(proposedHeading(stages, i, levelOfStyle.value(style, deepest + 1)));
     }
     std::erase_if(entries, [&choices](const ProposedEntry &entry) {
-        const bool accepted = choices.styles.value(entry.style).accepted.value_or(true);
-        return !choices.entries.value(entry.id, accepted);
+        return !choices.accepts(entry.id) && !choices.styles.value(entry.style).accepted.value_or(true);
     });
-    for (ProposedEntry &entry : entries)
+    for (ProposedEntry &entry : entries) {
+        entry.isRejected = choices.rejects(entry.id);
         entry.level = choices.styles.value(entry.style).level.value_or(entry.level);
+    }
     if (!added.empty()) {
         std::stable_sort(entries.begin(), entries.end(), [](const ProposedEntry &a, const ProposedEntry &b) {
             return std::make_tuple(a.page, a.column, a.y.value_or(-1)) <
@@ -95,6 +97,7 @@ ContentsEntry finished(const Stages &stages, const ProposedEntry &proposed) {
     entry.sources = proposed.sources;
     entry.confidence = std::clamp(proposed.confidence, 0.0, 1.0);
     entry.style = proposed.style;
+    entry.isRejected = proposed.isRejected;
     QRectF box;
     for (const int index : proposed.lines) {
         const TextLine &line = page.line(index);
@@ -105,28 +108,50 @@ ContentsEntry finished(const Stages &stages, const ProposedEntry &proposed) {
     return entry;
 }
 
+/// Puts rejected entries beside what follows them, lest what is taken seem to be below them.
+void placeRejected(std::vector<ContentsEntry> &entries) {
+    int next = 1;  // level of what follows and is taken
+    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry) {
+        if (entry->isRejected) entry->level = std::max(entry->level, next);
+        next = entry->isRejected ? next : entry->level;
+    }
+    int above = 0;
+    for (ContentsEntry &entry : entries) {
+        entry.level = std::min(entry.level, above + 1);
+        above = entry.level;
+    }
+}
+
 /// The entries without doubles, with levels that never go down by more than one, and no deeper than wanted.
 std::vector<ContentsEntry> finishedEntries(const Stages &stages, const std::vector<ProposedEntry> &proposed,
-                                           int maxDepth) {
+                                           int maxDepth, bool keepsRejected) {
     std::vector<ContentsEntry> entries;
     QSet<std::pair<int, QString>> seen;
-    LevelNesting nesting;
+    LevelNesting all;  // with the rejected ones, so that what they hid is not brought up
+    LevelNesting taken;
     for (const ProposedEntry &proposal : proposed) {
         const std::pair key(proposal.page, foldedTitle(proposal.title));
         if (seen.contains(key)) continue;
         seen.insert(key);
+        const auto isTooDeep = [maxDepth](int level) { return maxDepth != 0 && level > maxDepth; };
         ContentsEntry entry = finished(stages, proposal);
-        entry.level = nesting.nested(entry.level);
-        if (maxDepth == 0 || entry.level <= maxDepth) entries.push_back(std::move(entry));
+        const int depth = all.nested(entry.level);
+        if (isTooDeep(depth) || (entry.isRejected && !keepsRejected)) continue;
+        entry.level = entry.isRejected ? depth : taken.nested(entry.level);
+        if (!isTooDeep(entry.level)) entries.push_back(std::move(entry));
     }
+    placeRejected(entries);
     return entries;
 }
 
 std::vector<HeadingStyle> stylesOf(const Stages &stages, const std::vector<ContentsEntry> &entries) {
     const HeadingCandidates &headings = stages.headings;
     std::vector<Tally<int>> levels(headings.styles.size());
+    constexpr double weightOfRejected = 1e-6;  // they tell where no other does
     for (const ContentsEntry &entry : entries) {
-        if (entry.style >= 0) levels[static_cast<size_t>(entry.style)].add(entry.level);
+        if (entry.style >= 0)
+            levels[static_cast<size_t>(entry.style)].add(entry.level,
+                                                         entry.isRejected ? weightOfRejected : 1);
     }
     const std::vector<std::vector<size_t>> members = headings.byStyle();
     std::vector<HeadingStyle> styles;
@@ -154,16 +179,17 @@ std::vector<HeadingStyle> stylesOf(const Stages &stages, const std::vector<Conte
 /// Concludes from the lines what there is.
 void analyseLines(Stages &stages, const ContentsPages &pages, bool textOnly,
                   const std::function<void(double)> &progress) {
+    settleRecognisedSizes(stages.pages);
     DocumentEvidence document;
     const std::function<void()> independent[] = {[&] { document = pages.documentEvidence(); },
                                                  [&] { stages.body = findBodyStyle(stages.pages); },
                                                  [&] { markRunningHeads(stages.pages); }};
     onAllCores(static_cast<int>(std::size(independent)), [&](int i) { independent[i](); });
     stages.isFromTeX = isFromTeX(document.producer);
-    const PrintedNumbers numbers(stages.pages, textOnly ? QStringList() : document.pageLabels);
+    stages.numbers.emplace(stages.pages, textOnly ? QStringList() : document.pageLabels);
     progress(0.2);
-    stages.printed =
-        findPrintedContents(stages.pages, findContentsPages(stages.pages, !textOnly), numbers, stages.body);
+    stages.printed = findPrintedContents(stages.pages, findContentsPages(stages.pages, !textOnly),
+                                         *stages.numbers, stages.body);
     onAllCores(static_cast<int>(stages.pages.size()),
                [&stages](int page) { dropSpans(stages.pages[static_cast<size_t>(page)]); });
     progress(0.6);
@@ -186,7 +212,7 @@ FoundContents ContentsAnalysis::choose(const ContentsOptions &options, const Con
     if (!found.hasText) return found;
     const std::vector<ProposedEntry> proposed =
         withChoices(*stages_, combineStages(*stages_, options.depth), choices);
-    found.entries = finishedEntries(*stages_, proposed, options.maxDepth);
+    found.entries = finishedEntries(*stages_, proposed, options.maxDepth, choices.keepsRejected);
     found.styles = stylesOf(*stages_, found.entries);
     return found;
 }
@@ -196,13 +222,14 @@ FoundContents ContentsAnalysis::complete(const std::vector<ExistingEntry> &exist
                                          const ContentsChoices &choices) const {
     FoundContents found = nothingOf(*stages_);
     if (!found.hasText) return found;
-    found.entries = finishedEntries(*stages_, completeEntries(*stages_, existing, choices), options.maxDepth);
+    found.entries = finishedEntries(*stages_, completeEntries(*stages_, existing, choices), options.maxDepth,
+                                    choices.keepsRejected);
     found.styles = stylesOf(*stages_, found.entries);
     return found;
 }
 
-QString ContentsAnalysis::explanation() const {
-    return explainStages(*stages_);
+QString ContentsAnalysis::explanation(const ContentsOptions &options) const {
+    return explainStages(*stages_) + explainOutline(*stages_, options.depth, choose(options));
 }
 
 std::unique_ptr<ContentsAnalysis> analyseContents(const ContentsPages &pages, bool textOnly,

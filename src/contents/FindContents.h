@@ -24,8 +24,8 @@ public:
     /// the next -2, and so on. What the user says is of those that are added.
     FoundContents complete(const std::vector<ExistingEntry> &existing, const ContentsOptions &options = {},
                            const ContentsChoices &choices = {}) const;
-    /// Each stage's result in words, for people who want to know why; in English.
-    QString explanation() const;
+    /// Each stage's result in words, and the outline, for people who want to know why; in English.
+    QString explanation(const ContentsOptions &options = {}) const;
 
     struct Stages;
     const Stages &stages() const { return *stages_; }

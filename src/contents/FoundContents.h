@@ -10,11 +10,11 @@
 
 namespace leafwright {
 
-/// How deep the outline goes where a contents is printed.
+/// How deep the outline goes where a contents is printed that agrees with the pages, or headings are tagged.
 enum class ContentsDepth {
-    Automatic,  ///< As printed; deeper where the printed contents are clearly brief.
+    Automatic,  ///< As tagged or printed; deeper where the printed contents are clearly brief.
     AsPrinted,  ///< The printed entries alone, and rows that were lost among them.
-    Deeper,     ///< Every heading that was found.
+    Deeper,     ///< Every heading that is likelier one than not.
 };
 
 /// What a user may ask for.
@@ -45,6 +45,9 @@ struct ContentsEntry {
     ContentsSources sources = 0;
     double confidence = 0;  ///< 0 to 1: how likely it belongs in the outline, at this place.
     int style = -1;         ///< The id of its heading style; -1 where no line was found.
+    /// Rejected by the user, and here only to be accepted again: see ContentsChoices::keepsRejected. Nothing
+    /// that is taken stands below it.
+    bool isRejected = false;
 };
 
 /// An entry of an outline that is there already.
@@ -79,10 +82,16 @@ struct StyleChoice {
 struct ContentsChoices {
     QHash<int, StyleChoice> styles;  ///< By a style's id.
     QHash<int, bool> entries;        ///< By an entry's id: in or out, whatever its style.
+    /// Whether entries that are out by their ids are given too, marked; styles that are off never are.
+    bool keepsRejected = false;
+
+    bool accepts(int entry) const { return entries.value(entry, false); }
+    bool rejects(int entry) const { return !entries.value(entry, true); }
 };
 
 /// The outline that was found. Entries are in reading order; an entry's children are those of the next level
-/// that follow it before one of its own level or above.
+/// that follow it before one of its own level or above. Rejecting one brings in no other: what was too deep
+/// with it is too deep without it.
 struct FoundContents {
     std::vector<ContentsEntry> entries;
     std::vector<HeadingStyle> styles;  ///< From large to small.

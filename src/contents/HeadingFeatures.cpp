@@ -229,6 +229,16 @@ std::vector<std::vector<size_t>> HeadingCandidates::byStyle() const {
     return members;
 }
 
+QHash<LineRef, int> HeadingCandidates::byLine() const {
+    QHash<LineRef, int> result;
+    for (size_t i = 0; i < candidates.size(); ++i) {
+        const TextBlock &block = candidates[i].block;
+        for (const int line : block.lines)
+            result.insert({block.page, line}, static_cast<int>(i));
+    }
+    return result;
+}
+
 HeadingCandidates findHeadingCandidates(std::vector<TextBlock> blocks, const std::vector<PageLines> &pages,
                                         const BodyStyle &body) {
     const BodyMargins margins(pages);

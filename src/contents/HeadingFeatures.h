@@ -2,6 +2,8 @@
 
 #include "contents/HeadingBlocks.h"
 
+#include <QHash>
+
 #include <array>
 
 namespace leafwright {
@@ -104,6 +106,8 @@ struct HeadingCandidates {
     std::vector<StyleKey> styles;              ///< In the order in which they come.
 
     std::vector<std::vector<size_t>> byStyle() const;
+    /// The candidate that each of their lines is part of, by its index.
+    QHash<LineRef, int> byLine() const;
 };
 
 /// Picks the blocks that stand out from the body text, and measures them.

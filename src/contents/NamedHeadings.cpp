@@ -106,12 +106,7 @@ QHash<int, NamedHeading> findNamedHeadings(const std::vector<NamedPlace> &places
     if (plain < fewestNames) return {};
     const bool hasChapters =
         std::any_of(names.begin(), names.end(), [](const HeadingName &n) { return n.kind == u"chapter"; });
-    QHash<LineRef, int> candidateAt;
-    for (size_t i = 0; i < headings.candidates.size(); ++i) {
-        const TextBlock &block = headings.candidates[i].block;
-        for (const int line : block.lines)
-            candidateAt.insert({block.page, line}, static_cast<int>(i));
-    }
+    const QHash<LineRef, int> candidateAt = headings.byLine();
     std::stable_sort(names.begin(), names.end(), [](const HeadingName &a, const HeadingName &b) {
         return std::pair(a.place->pageIndex, a.place->point->y()) <
                std::pair(b.place->pageIndex, b.place->point->y());

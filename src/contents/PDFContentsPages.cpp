@@ -57,7 +57,10 @@ std::shared_ptr<const PageEvidence> PDFContentsPages::pageEvidence(int index) co
     evidence->visibleBox = page.cropBox();
     evidence->rotation = page.rotation();
     evidence->spans = document_.engine().textSpans(index);
-    if (evidence->spans.empty() && copy_) evidence->spans = copy_->engine().textSpans(index);
+    if (evidence->spans.empty() && copy_) {
+        evidence->spans = copy_->engine().textSpans(index);
+        evidence->isRecognised = true;
+    }
     // Those of later pages are of no printed contents, and finding where they lead takes its time.
     if (index < endOfFrontPages(document_.pageCount())) evidence->links = linksOf(page);
     return evidence;

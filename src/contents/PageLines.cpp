@@ -51,6 +51,7 @@ PageLines readLines(std::shared_ptr<const PageEvidence> evidence, int page) {
     result.frame = readingFrameOf(*evidence);
     result.evidence = inFrame(std::move(evidence), result.frame);
     result.links = result.evidence->links;
+    result.isRecognised = result.evidence->isRecognised;
     const std::vector<std::vector<LineSpan>> rows = spanRows(result.evidence->spans);
     for (const std::vector<LineSpan> &row : rows) {
         for (std::vector<LineSpan> &part : partedAtGaps(row)) {

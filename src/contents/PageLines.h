@@ -15,6 +15,7 @@ struct PageLines {
     std::vector<std::vector<int>>
         rows;                         ///< Lines on one baseline, from left to right; by indices into lines.
     std::vector<ContentsLink> links;  ///< Boxes in the reading frame; targets as they are given.
+    bool isRecognised = false;        ///< See PageEvidence.
     /// What the lines' spans point to; null once they are no longer needed.
     std::shared_ptr<const PageEvidence> evidence;
 

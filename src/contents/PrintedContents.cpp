@@ -31,6 +31,44 @@ void markContentsTitles(std::vector<PageLines> &pages, const ContentsRegion &reg
     }
 }
 
+using Verdict = TriedContents::Verdict;
+
+/// Pages that are tried as a contents.
+struct Trial {
+    TriedContents contents;
+    std::vector<PrintedEntry> entries;
+    int rawEntries = 0;  // see PrintedContents
+};
+
+std::vector<TriedRow> rowsOf(const ContentsPageFindings &findings, const ContentsRegion &region) {
+    std::vector<TriedRow> rows;
+    const auto end = findings.rows.upper_bound(region.lastPage);
+    for (auto page = findings.rows.lower_bound(region.firstPage); page != end; ++page) {
+        for (const ContentsRow &row : page->second) {
+            const RowEnd *entry = row.entryEnd();
+            rows.push_back({row.page, entry ? entry->title : row.line.text, entry ? entry->number : QString(),
+                            row.isEntry, !row.links.empty()});
+        }
+    }
+    return rows;
+}
+
+/// Finds where the entries lead. @return whether they are a contents
+bool resolve(Trial &trial, const std::vector<PageLines> &pages, const PrintedNumbers &numbers,
+             TitleSearch &search, const BodyStyle &body) {
+    TriedContents &contents = trial.contents;
+    contents.lost = resolveEntries(trial.entries, pages, numbers, search);
+    // What an excerpt leaves out still tells the levels of the others.
+    assignPrintedLevels(trial.entries, body);
+    std::vector<PrintedEntry> beyond =
+        takenOut(trial.entries, [](const PrintedEntry &entry) { return entry.isBeyond; });
+    trial.rawEntries -= static_cast<int>(beyond.size());
+    std::move(beyond.begin(), beyond.end(), std::back_inserter(contents.lost));
+    contents.resolved = static_cast<int>(trial.entries.size());
+    contents.located = countLocated(trial.entries);
+    return areContents(trial.entries);
+}
+
 }  // namespace
 
 double PrintedContents::locatedShare() const {
@@ -40,29 +78,36 @@ double PrintedContents::locatedShare() const {
 PrintedContents findPrintedContents(std::vector<PageLines> &pages, const ContentsPageFindings &findings,
                                     const PrintedNumbers &numbers, const BodyStyle &body) {
     constexpr size_t fewest = 3;
-    std::vector<PrintedContents> found;
+    std::vector<Trial> trials;
     for (const ContentsRegion &region : findings.regions) {
-        std::vector<PrintedEntry> entries = entriesOfRegion(findings, region, body);
-        if (entries.size() < fewest) continue;
-        markContents(pages, entries);
-        markContentsTitles(pages, region);
-        const auto count = static_cast<int>(entries.size());
-        found.push_back({std::move(entries), region, count});
+        Trial trial;
+        trial.entries = entriesOfRegion(findings, region, body);
+        trial.contents.region = region;
+        trial.contents.rows = rowsOf(findings, region);
+        trial.rawEntries = static_cast<int>(trial.entries.size());
+        if (trial.entries.size() >= fewest) {
+            markContents(pages, trial.entries);
+            markContentsTitles(pages, region);
+            trial.contents.verdict = Verdict::NoContents;
+        }
+        trials.push_back(std::move(trial));
     }
     TitleSearch search(pages, body);
-    PrintedContents best;
-    int mostLocated = -1;
-    for (PrintedContents &contents : found) {
-        resolveEntries(contents.entries, pages, numbers, search);
-        // What an excerpt leaves out still tells the levels of the others.
-        assignPrintedLevels(contents.entries, body);
-        contents.rawEntries -= static_cast<int>(
-            std::erase_if(contents.entries, [](const PrintedEntry &entry) { return entry.isBeyond; }));
-        if (!areContents(contents.entries) || countLocated(contents.entries) <= mostLocated) continue;
-        mostLocated = countLocated(contents.entries);
-        best = std::move(contents);
+    Trial *best = nullptr;
+    for (Trial &trial : trials) {
+        if (trial.contents.verdict == Verdict::TooFewEntries || !resolve(trial, pages, numbers, search, body))
+            continue;
+        trial.contents.verdict = Verdict::FewerFound;
+        if (!best || trial.contents.located > best->contents.located) best = &trial;
     }
-    return best;
+    PrintedContents result;
+    if (best) {
+        best->contents.verdict = Verdict::Taken;
+        result = {std::move(best->entries), best->contents.region, best->rawEntries, {}};
+    }
+    for (Trial &trial : trials)
+        result.tried.push_back(std::move(trial.contents));
+    return result;
 }
 
 }  // namespace leafwright

@@ -4,11 +4,38 @@
 
 namespace leafwright {
 
+/// A row of pages that were tried as a contents.
+struct TriedRow {
+    int page = 0;
+    QString title;   ///< All of the row where it is no entry.
+    QString number;  ///< As printed; empty for none.
+    bool isEntry = false;
+    bool isLinked = false;
+};
+
+/// What came of pages that were tried as a contents.
+struct TriedContents {
+    enum class Verdict {
+        TooFewEntries,
+        NoContents,  ///< The entries do not rise, or too few of their headings are on the pages.
+        FewerFound,  ///< Another has more of its headings on the pages, or as many.
+        Taken,
+    };
+
+    ContentsRegion region;
+    Verdict verdict = Verdict::TooFewEntries;
+    std::vector<TriedRow> rows;
+    std::vector<PrintedEntry> lost;  ///< Entries whose page can't be told, or is behind the last one.
+    int resolved = 0;                ///< How many others there are.
+    int located = 0;                 ///< How many of those have their heading.
+};
+
 /// The printed contents of a document, with levels.
 struct PrintedContents {
     std::vector<PrintedEntry> entries;  ///< Empty where there is none.
     ContentsRegion region;
     int rawEntries = 0;  ///< With those whose page could not be told; without those behind an excerpt.
+    std::vector<TriedContents> tried;  ///< All that were, in the order of their pages.
 
     /// Share of the entries whose heading was found.
     double locatedShare() const;

@@ -22,6 +22,11 @@ public:
     /// What most decimal numbers are short of the index of their page; absent where nothing is printed.
     std::optional<int> decimalOffset() const { return decimalOffset_; }
     std::optional<int> romanOffset() const { return romanOffset_; }
+    /// The pages that bear a number, and those whose printed or labelled name is as given; 0-based.
+    const QHash<int, std::vector<int>> &decimal() const { return decimal_; }
+    const QHash<int, std::vector<int>> &roman() const { return roman_; }
+    const QHash<QString, std::vector<int>> &compound() const { return compound_; }
+    const QHash<QString, std::vector<int>> &labels() const { return labels_; }
 
 private:
     int pageCount_;

@@ -33,6 +33,11 @@ MadePages &MadePages::span(const TextSpan &span) {
     return *this;
 }
 
+MadePages &MadePages::recognised() {
+    pages_.back()->isRecognised = true;
+    return *this;
+}
+
 MadePages &MadePages::text(double x, double y, const QString &text, const TextLook &look) {
     return span(madeSpan(x, y, text, look));
 }

@@ -34,6 +34,8 @@ public:
     /// Lets a row lead somewhere: an area of the height of a line around a baseline.
     MadePages &link(double left, double right, double y, int targetPage, double targetY);
     MadePages &span(const TextSpan &span);
+    /// Makes the page one whose text was recognised.
+    MadePages &recognised();
 
     int pageCount() const override { return static_cast<int>(pages_.size()); }
     std::shared_ptr<const PageEvidence> pageEvidence(int index) const override {

@@ -155,8 +155,12 @@ void ContentsCommands::findInRecognisedText(const QString &languages) {
 }
 
 void ContentsCommands::proposeContents(Analysis analysis) {
-    if (analysis->choose({}).entries.empty())
-        return tell(translated("No headings were found."), translated("The outline stays as it was."));
+    const FoundContents found = analysis->choose({});
+    if (found.entries.empty()) {
+        return tell(found.hasText ? translated("No headings were found.")
+                                  : translated("No text was recognised in the page images."),
+                    translated("The outline stays as it was."));
+    }
     const bool hasOutline = !document_.root().children().empty();
     propose(new ContentsProposal(
                 [analysis = std::move(analysis)](const auto &options, const auto &choices) {

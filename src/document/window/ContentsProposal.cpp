@@ -13,6 +13,7 @@
 #include <QTreeWidget>
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -186,9 +187,8 @@ ContentsOptions ContentsProposal::options() const {
 }
 
 void ContentsProposal::chooseAnew() {
-    // Entries that are not wanted stay in sight, to be wanted again.
     ContentsChoices shown = choices_;
-    shown.entries.removeIf([](const auto &choice) { return !choice.value(); });
+    shown.keepsRejected = true;
     showEntries(choose_(options(), shown));
     showStyles();
     showSummary();
@@ -207,7 +207,7 @@ QTreeWidgetItem *ContentsProposal::makeEntryItem(size_t index) const {
     const ContentsEntry &entry = shown_.entries[index];
     auto *item = new QTreeWidgetItem({entry.title, pageLabels_.value(entry.pageIndex)});
     item->setData(TitleColumn, indexRole, static_cast<uint>(index));
-    if (!isExisting(entry)) item->setCheckState(TitleColumn, isWanted(entry) ? Qt::Checked : Qt::Unchecked);
+    if (!isExisting(entry)) item->setCheckState(TitleColumn, entry.isRejected ? Qt::Unchecked : Qt::Checked);
     item->setToolTip(TitleColumn, isExisting(entry) ? entry.title : entry.title + u'\n' + evidenceOf(entry));
     showDoubt(*item);
     return item;
@@ -218,7 +218,7 @@ void ContentsProposal::showDoubt(QTreeWidgetItem &item) const {
     const bool doubtful = isDoubtful(entry);
     QFont font = entries_->font();
     font.setItalic(doubtful);
-    font.setStrikeOut(!isWanted(entry));
+    font.setStrikeOut(entry.isRejected);
     item.setFont(TitleColumn, font);
     item.setText(DoubtColumn, doubtful ? QStringLiteral("?") : QString());
     item.setToolTip(DoubtColumn, doubtful ? evidenceOf(entry) : QString());
@@ -232,7 +232,7 @@ void ContentsProposal::showEntries(FoundContents found) {
     const QSignalBlocker quiet(entries_);
     shown_ = std::move(found);
     const QList<QTreeWidgetItem *> top = makeEntryItems();
-    entries_->clear();
+    dropItems();
     entries_->addTopLevelItems(top);
     entries_->expandAll();
     entries_->verticalScrollBar()->setValue(scrolled);
@@ -241,6 +241,16 @@ void ContentsProposal::showEntries(FoundContents found) {
         if (foldedEntries_.contains(id)) item->setExpanded(false);
         if (hasCurrent && id == currentId) entries_->setCurrentItem(item);
     }
+}
+
+/// Empties the tree. One of its items may just be telling that it was checked, and goes on when that is
+/// heard.
+void ContentsProposal::dropItems() {
+    const auto dropped = std::make_shared<std::vector<std::unique_ptr<QTreeWidgetItem>>>();
+    for (QTreeWidgetItem *item : entries_->invisibleRootItem()->takeChildren())
+        dropped->emplace_back(item);
+    QMetaObject::invokeMethod(
+        this, [dropped] { dropped->clear(); }, Qt::QueuedConnection);
 }
 
 /// The items of the top level with those below them.
@@ -293,7 +303,7 @@ void ContentsProposal::showStyle(int row, const HeadingStyle &style) {
 
 void ContentsProposal::showSummary() {
     const auto wanted =
-        std::ranges::count_if(shown_.entries, [this](const auto &each) { return isWanted(each); });
+        std::ranges::count_if(shown_.entries, [](const auto &each) { return !each.isRejected; });
     const auto doubtful =
         std::ranges::count_if(shown_.entries, [this](const auto &each) { return isDoubtful(each); });
     summary_->setText(tr("Entries: %1, of which doubtful: %2").arg(wanted).arg(doubtful));
@@ -314,11 +324,7 @@ void ContentsProposal::lookAt(const QTreeWidgetItem *item) {
 
 void ContentsProposal::entryChanged(QTreeWidgetItem *item) {
     choices_.entries.insert(entryOf(item)->id, item->checkState(TitleColumn) == Qt::Checked);
-    {
-        const QSignalBlocker quiet(entries_);
-        showDoubt(*item);
-    }
-    showSummary();
+    chooseAnew();
 }
 
 void ContentsProposal::styleChanged(int row, int column) {

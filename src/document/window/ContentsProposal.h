@@ -18,8 +18,9 @@ class QTreeWidgetItem;
 namespace leafwright {
 
 /// An outline that was found, to be looked at before it is taken: its entries as a tree, the doubtful ones
-/// marked, the styles of headings below it, and how deep to go. Whatever is switched shows at once what comes
-/// of it. Its place is beside the outline, so that the pages can be seen.
+/// marked, the styles of headings below it, and how deep to go. Whatever is switched or rejected shows at
+/// once what comes of it; rejected entries stay in sight, struck out. Its place is beside the outline, so
+/// that the pages can be seen.
 class ContentsProposal final : public Sheet {
     Q_OBJECT
 
@@ -56,13 +57,13 @@ private:
     ContentsOptions options() const;
     void chooseAnew();
     void showEntries(FoundContents found);
+    void dropItems();
     QList<QTreeWidgetItem *> makeEntryItems() const;
     QTreeWidgetItem *makeEntryItem(size_t index) const;
     void showDoubt(QTreeWidgetItem &item) const;
     void showStyles();
     void showStyle(int row, const HeadingStyle &style);
     void showSummary();
-    bool isWanted(const ContentsEntry &entry) const { return choices_.entries.value(entry.id, true); }
     bool isDoubtful(const ContentsEntry &entry) const;
     const ContentsEntry *entryOf(const QTreeWidgetItem *item) const;
     void lookAt(const QTreeWidgetItem *item);

@@ -138,5 +138,18 @@ TEST_F(ContentsOfScan, CopyWithOtherPagesIsNotTaken) {
     EXPECT_TRUE(platform.alerts[0].informativeText.contains("other pages"));
 }
 
+TEST_F(ContentsOfScan, WithoutTextAfterRecognitionThatIsSaid) {
+    const test::FakeProgram program("ocrmypdf",
+                                    "while [ \"$1\" != -- ]; do shift; done\n"
+                                    "cp \"$2\" \"$3\"\n");
+    find();
+    ASSERT_TRUE(offer());
+    offer()->pressButton(2);
+    EXPECT_EQ(proposal(), nullptr);
+    ASSERT_EQ(platform.alerts.size(), 1);
+    EXPECT_EQ(platform.alerts[0].message, "No text was recognised in the page images.");
+    EXPECT_EQ(platform.alerts[0].informativeText, "The outline stays as it was.");
+}
+
 }  // namespace
 }  // namespace leafwright
