@@ -259,6 +259,9 @@ TEST_F(Recovering, SaysThatTheFileHasChanged) {
     EXPECT_FALSE(first.entry().number) << "the entry that had that number is another now";
     EXPECT_FALSE(first.importedPage());
     EXPECT_EQ(showing->outline().knownPageIndexOfItem(first), 1) << "by its label";
+    EXPECT_EQ(showing->root().children()[1]->entry().number,
+              showing->pdfDoc()->outlineRoot().childAtIndex(1).entry().number)
+        << "which has the title that it had";
 }
 
 TEST_F(Recovering, AFileThatWasOnlyTouchedHasNotChanged) {

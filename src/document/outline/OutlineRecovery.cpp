@@ -114,7 +114,8 @@ LostTargets recoverOutline(OutlineDocument &document, const KeptOutline &kept) {
     for (size_t i = 0; i < items.size(); ++i)
         edits.insert(document.root(), i, std::move(items[i]));
     if (fits) return {};
-    return relinkOutline(edits, LabelsOfKept(kept), pdf, pdf.outlineRoot());
+    return relinkOutline(edits, LabelsOfKept(kept), pdf, entriesInFile(kept.entries),
+                         document.outlineOfFile());
 }
 
 }  // namespace leafwright

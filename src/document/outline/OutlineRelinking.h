@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/outline/EntryKey.h"
 #include "model/OutlineEdits.h"
 #include "pdf/PDFOutline.h"
 #include "pdf/TextPages.h"
@@ -19,10 +20,11 @@ struct LostTargets {
 
 /// Lets an outline made for one file's pages go with those of another: the same document, typeset anew.
 /// Labels stay as they are. An item that came with a page keeps it by its label: the second page with a label
-/// stays the second one. The entry that an item stands for is found again by its title in the other file's
-/// outline; an item whose entry is not there is a new one, with all that is known of it here. This is a
-/// counted change.
+/// stays the second one. The entry that an item stands for is found again in the other file's outline by what
+/// it was in the file before, whatever the item says by now; an item whose entry is not there is a new one,
+/// with all that is known of it here. This is a counted change.
+/// @param entriesBefore those of the file before, in its order
 LostTargets relinkOutline(OutlineEdits &edits, const TextPages &before, const TextPages &now,
-                          const PDFOutline &outlineNow);
+                          const std::vector<EntryInFile> &entriesBefore, const PDFOutline &outlineNow);
 
 }  // namespace leafwright
