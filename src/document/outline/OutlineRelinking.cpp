@@ -104,7 +104,7 @@ private:
         const bool isFound = found != numbers_.constEnd();
         entry.number = isFound ? std::optional(*found) : std::nullopt;
         edits_.setEntry(item, entry);
-        if (!isFound && entry.action && !entry.action->isKnownInFull()) ++lost_.actions;
+        if (!isFound && leadsByItsEntryAlone(item.pageLabel(), entry)) ++lost_.actions;
     }
 
     OutlineEdits &edits_;
@@ -115,6 +115,10 @@ private:
 };
 
 }  // namespace
+
+bool leadsByItsEntryAlone(const QString &label, const OutlineEntry &entry) {
+    return label.isNull() && entry.action && !entry.action->isKnownInFull();
+}
 
 LostTargets relinkOutline(OutlineEdits &edits, const TextPages &before, const TextPages &now,
                           const std::vector<EntryInFile> &entriesBefore, const PDFOutline &outlineNow) {

@@ -15,8 +15,12 @@ struct LostTargets {
 
     size_t unknownLabels = 0;        ///< Items whose label no page has now, but one had before.
     QStringList firstUnknownLabels;  ///< Of those in tree order, each label once, `mostNamed` at most.
-    size_t actions = 0;              ///< Items with an action that only the entry in the file knew in full.
+    size_t actions = 0;              ///< Items that led where only their entry in the file knew in full.
 };
+
+/// Whether an item leads nowhere without the entry of the file that it stands for, since that alone knows its
+/// action in full. @param label absent for no page
+bool leadsByItsEntryAlone(const QString &label, const OutlineEntry &entry);
 
 /// Lets an outline made for one file's pages go with those of another: the same document, typeset anew.
 /// Labels stay as they are. An item that came with a page keeps it by its label: the second page with a label

@@ -216,6 +216,14 @@ TEST_F(Relinked, AnEntryThatTheFileBeforeDidNotHaveIsNotLookedFor) {
     EXPECT_FALSE(number(0));
 }
 
+TEST_F(Relinked, WhatLeadsToItsPageByALabelLosesNothingThatWouldBeTold) {
+    addOld("As LaTeX writes it", "1", entry(7, "GoTo"));
+    addOld("Given a page", QString(), entry(8, "Launch")).setPageLabel("1");
+    EXPECT_EQ(relink().actions, 0U);
+    EXPECT_FALSE(number(0));
+    EXPECT_FALSE(number(1));
+}
+
 TEST_F(Relinked, AnItemWithoutItsEntryIsNewAndLosesWhatOnlyTheEntryKnew) {
     addOld("Page", "1", entry(7));
     const auto leads = [](int number, const char *type, const char *target) {
