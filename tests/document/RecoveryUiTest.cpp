@@ -436,6 +436,29 @@ TEST_F(Recovering, TakesNoPagesAndEntriesThatTheFileDoesNotHave) {
     EXPECT_TRUE(showing->saving().saveFinal());
 }
 
+TEST_F(Recovering, TellsOfActionsThatTheFileHasNoMore) {
+    MyOutlineItem &first = *document.root().children()[0];
+    document.edits().setPageLabel(first, QString());
+    OutlineEntry entry = first.entry();
+    const int there = entry.number.value();
+    entry.action = OutlineEntry::Action{"JavaScript"};
+    document.edits().setEntry(first, entry);
+    crash();
+    for (const bool isThere : {true, false}) {
+        if (!isThere) changeKept("\"entry\": " + QByteArray::number(there), "\"entry\": 1");
+        openAgain();
+        EXPECT_THAT(textOfSheet(), Not(HasSubstr("has changed since")));
+        press(Recover);
+        const NoticeBar *told = notice(*showing, "lostTargets");
+        ASSERT_EQ(told == nullptr, isThere);
+        if (told) {
+            EXPECT_THAT(told->text().toStdString(), HasSubstr("1 entries that did something else"));
+        }
+        showing->actions().perform("stepBack:");  // which leaves what was kept
+        next.reset();
+    }
+}
+
 TEST_F(Recovering, WhatWasSavedIsNotOfferedThoughItWasNotRemoved) {
     rename(0, "Changed");
     document.edits().insert(document.root(), 0, std::make_unique<MyOutlineItem>("New", PageTarget{"2"}));
