@@ -49,10 +49,10 @@ bool numbersHold(const NumbersByKey &before, const NumbersByKey &now) {
 }
 
 /// Whether entries that look the same are found again in a file that was made anew, which is by their order.
-/// None rather than another one: they must be as many, and none moved among them since the file was made,
+/// None rather than another one: they must be as many, and none moved among them since either file was made,
 /// which gives numbers in order.
 bool areFoundInOrder(const QList<int> &before, const QList<int> &now) {
-    return before.size() == now.size() && std::ranges::is_sorted(before);
+    return before.size() == now.size() && std::ranges::is_sorted(before) && std::ranges::is_sorted(now);
 }
 
 /// The numbers in the file now, of those in the file before.

@@ -189,6 +189,17 @@ TEST_F(Relinked, EntriesThatWereSavedInAnotherOrderAmongThoseThatLookTheSameAreN
     EXPECT_EQ(relink().actions, 2U);
 }
 
+TEST_F(Relinked, EntriesThatAnotherProgramHasMovedAmongThoseThatLookTheSameAreNotFound) {
+    for (const int number : {7, 8})
+        addOld("Play", QString(), entry(number, "JavaScript"));
+    for (const int number : {9, 10})
+        addOld("Stop", QString(), entry(number, "JavaScript"));
+    addEntry("Play", entry(8, "JavaScript"));
+    addEntry("Play", entry(7, "JavaScript"));
+    addEntry("Stop", entry(9, "JavaScript"));
+    EXPECT_EQ(relink().actions, 4U) << "numbers would do, but that one is gone speaks against them";
+}
+
 TEST_F(Relinked, NumbersThatAFileHasGivenToOthersCountForNothing) {
     addOld("Chapter", "1", entry(5));
     addOld("Play", QString(), entry(8, "JavaScript"));
