@@ -3189,8 +3189,8 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
         <translation>%1 Einträge haben Seitenbezeichnungen, die keine Seite mehr hat (%2), und führen nach dem Speichern zur ersten Seite.</translation>
     </message>
     <message>
-        <source>%1 entries that did something else than show a page lead nowhere now, because the new file does not have them.</source>
-        <translation>%1 Einträge, die etwas anderes taten, als eine Seite zu zeigen, führen jetzt nirgendwohin, weil die neue Datei sie nicht hat.</translation>
+        <source>%1 entries that did something else than show a page lead nowhere now, because the file does not have them any more.</source>
+        <translation>%1 Einträge, die etwas anderes taten, als eine Seite zu zeigen, führen jetzt nirgendwohin, weil die Datei sie nicht mehr hat.</translation>
     </message>
     <message>
         <source>Page labels that begin with “p” are read as printed page numbers, and saving leads these entries to the pages with those: %1.</source>

@@ -116,8 +116,10 @@ void Recovery::keep() {
             fileOf_ = pages;
         }
         mayBeKept_ = true;
+        std::vector<KeptEntry> entries = keptEntries(document_.root());
+        noteKeysInFile(entries, document_.outline().outlineOfFile());
         writer().keep({document_.pdfURL(), file_.value_or(FileMark()), QDateTime::currentMSecsSinceEpoch(),
-                       keptEntries(document_.root())});
+                       std::move(entries)});
     } catch (const std::bad_alloc &) {
         tellWhatIsNotKept(tr("there is not enough memory"));
     }

@@ -6,6 +6,7 @@
 #include "support/EnvironmentVariable.h"
 #include "support/WindowFixture.h"
 
+#include <QCryptographicHash>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QThread>
@@ -29,12 +30,20 @@ qint64 milliseconds() {
     return duration_cast<std::chrono::milliseconds>(steady_clock::now().time_since_epoch()).count();
 }
 
+/// Of all that a session changes: a save gives entries points and numbers.
+QByteArray digestOf(const std::vector<KeptEntry> &entries) {
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    for (const KeptEntry &entry : entries)
+        hash.addData(QStringLiteral("%1 %2\n%3\n").arg(entry.depth).arg(entry.label, entry.title).toUtf8());
+    return hash.result().toHex();
+}
+
 QString pathOfLog(const QString &folder) {
     return folder + "/log";
 }
 
 /// Somebody who edits and saves now and then. The first entry's title counts the edits, and a log says when
-/// each was done.
+/// each was done, and what the outline was then.
 class Session {
 public:
     explicit Session(const QString &folder)
@@ -85,7 +94,8 @@ private:
                 edits.remove(root, other);
             }
         }
-        log_.write(QByteArray::number(count_) + ' ' + QByteArray::number(milliseconds()) + '\n');
+        log_.write(QByteArray::number(count_) + ' ' + QByteArray::number(milliseconds()) + ' ' +
+                   digestOf(keptEntries(root)) + '\n');
     }
 
     QFile log_;
@@ -130,15 +140,20 @@ protected:
             continue;
         ASSERT_EQ(session.state(), QProcess::Running) << session.readAll().constData();
     }
-    /// When each edit was done, by its number.
-    static std::map<int, qint64> editsOf(const QString &folder) {
-        std::map<int, qint64> edits;
+    struct Edit {
+        qint64 time = 0;
+        QByteArray outline;  ///< Its digest, when the edit was done.
+    };
+    /// By their numbers.
+    static std::map<int, Edit> editsOf(const QString &folder) {
+        std::map<int, Edit> edits;
         for (const QByteArray &line : bytesOf(pathOfLog(folder)).split('\n'))
-            if (const auto parts = line.split(' '); parts.size() == 2)
-                edits[parts[0].toInt()] = parts[1].toLongLong();
+            if (const auto parts = line.split(' '); parts.size() == 3)
+                edits[parts[0].toInt()] = {parts[1].toLongLong(), parts[2]};
         return edits;
     }
-    /// The number of the last edit that the next start has: it is offered, or in the file.
+    /// The number of the last edit that the next start has: it is offered, or in the file. Its outline is
+    /// looked at as well.
     static int lastKept(const QString &folder) {
         const QString path = folder + "/a.pdf";
         RecordingPlatform platform;
@@ -149,19 +164,27 @@ protected:
         EXPECT_FALSE(document.pdfDoc()->readProblem());
         document.prepareForEditing();
         document.importOutline();
-        EXPECT_FALSE(document.root().children().empty());
-        int last = document.root().children().front()->pageTitle().toInt();
+        const auto edits = editsOf(folder);
+        int last = numberOf(keptEntries(document.root()), edits);
         const auto left = RecoveryFile::leftBehindFor(folder + "/recovery", path);
         EXPECT_TRUE(left.problems.isEmpty()) << qPrintable(left.problems.join('\n'));
-        for (const auto &file : left.files) {
-            const auto outline = std::get<KeptOutline>(file->read());
-            last = std::max(last, outline.entries.front().title.toInt());
-        }
+        for (const auto &file : left.files)
+            last = std::max(last, numberOf(std::get<KeptOutline>(file->read()).entries, edits));
         return last;
     }
-    static qint64 ageOfFirstLost(const std::map<int, qint64> &edits, int kept, qint64 end) {
+    /// The number of the edit that has led to an outline, which must be all of it.
+    static int numberOf(const std::vector<KeptEntry> &outline, const std::map<int, Edit> &edits) {
+        EXPECT_FALSE(outline.empty());
+        const int number = outline.empty() ? 0 : outline.front().title.toInt();
+        // The last one may have been killed before it could say so.
+        const auto edit = edits.find(number);
+        if (edit == edits.end()) return number;
+        EXPECT_EQ(digestOf(outline), edit->second.outline) << "edit " << number;
+        return number;
+    }
+    static qint64 ageOfFirstLost(const std::map<int, Edit> &edits, int kept, qint64 end) {
         const auto lost = edits.upper_bound(kept);
-        return lost == edits.end() ? 0 : end - lost->second;
+        return lost == edits.end() ? 0 : end - lost->second.time;
     }
 
     TempDir dir;

@@ -259,6 +259,9 @@ TEST_F(Recovering, SaysThatTheFileHasChanged) {
     EXPECT_FALSE(first.entry().number) << "the entry that had that number is another now";
     EXPECT_FALSE(first.importedPage());
     EXPECT_EQ(showing->outline().knownPageIndexOfItem(first), 1) << "by its label";
+    EXPECT_EQ(showing->root().children()[1]->entry().number,
+              showing->pdfDoc()->outlineRoot().childAtIndex(1).entry().number)
+        << "which has the title that it had";
 }
 
 TEST_F(Recovering, AFileThatWasOnlyTouchedHasNotChanged) {
@@ -431,6 +434,29 @@ TEST_F(Recovering, TakesNoPagesAndEntriesThatTheFileDoesNotHave) {
     EXPECT_FALSE(second.importedPage());
     EXPECT_FALSE(second.entry().number) << "which is the file's catalog, or a page";
     EXPECT_TRUE(showing->saving().saveFinal());
+}
+
+TEST_F(Recovering, TellsOfActionsThatTheFileHasNoMore) {
+    MyOutlineItem &first = *document.root().children()[0];
+    document.edits().setPageLabel(first, QString());
+    OutlineEntry entry = first.entry();
+    const int there = entry.number.value();
+    entry.action = OutlineEntry::Action{"JavaScript"};
+    document.edits().setEntry(first, entry);
+    crash();
+    for (const bool isThere : {true, false}) {
+        if (!isThere) changeKept("\"entry\": " + QByteArray::number(there), "\"entry\": 1");
+        openAgain();
+        EXPECT_THAT(textOfSheet(), Not(HasSubstr("has changed since")));
+        press(Recover);
+        const NoticeBar *told = notice(*showing, "lostTargets");
+        ASSERT_EQ(told == nullptr, isThere);
+        if (told) {
+            EXPECT_THAT(told->text().toStdString(), HasSubstr("1 entries that did something else"));
+        }
+        showing->actions().perform("stepBack:");  // which leaves what was kept
+        next.reset();
+    }
 }
 
 TEST_F(Recovering, WhatWasSavedIsNotOfferedThoughItWasNotRemoved) {

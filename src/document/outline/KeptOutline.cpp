@@ -3,6 +3,7 @@
 #include "formats/JsonWriter.h"
 #include "model/TreeWalk.h"
 
+#include <QHash>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -52,6 +53,10 @@ void writeEntry(const KeptEntry &kept, JsonWriter &json) {
         json.member("action", action->type);
         if (action->target) json.member("target", *action->target);
     }
+    if (kept.inFile) {
+        json.member("titleInFile", kept.inFile->title);
+        json.member("actionInFile", kept.inFile->action);
+    }
     json.endObject();
 }
 
@@ -97,6 +102,8 @@ std::optional<KeptEntry> readEntry(const QByteArray &line, size_t deepest) {
     kept.entry.open = object[QLatin1String("open")].toBool();
     kept.entry.color = readColor(object[QLatin1String("color")]);
     kept.entry.action = readAction(object);
+    if (const auto title = object.find(QLatin1String("titleInFile")); title != object.end())
+        kept.inFile = EntryKey{textOf(*title), textOf(object[QLatin1String("actionInFile")])};
     return kept;
 }
 
@@ -110,6 +117,10 @@ bool forEachLine(const QByteArray &text, Use &&use) {
         begin = end + 1;
     }
     return true;
+}
+
+EntryKey keyByWhatItSays(const KeptEntry &kept) {
+    return entryKey(kept.title, !kept.label.isNull(), kept.entry);
 }
 
 qint64 numberOf(const QJsonValue &value) {
@@ -139,6 +150,29 @@ std::vector<KeptEntry> keptEntries(const MyOutlineItem &root) {
                            item.entry()});
     });
     return entries;
+}
+
+void noteKeysInFile(std::vector<KeptEntry> &entries, const PDFOutline &outlineOfFile) {
+    QHash<int, const PDFOutline *> inFile;
+    inFile.reserve(static_cast<qsizetype>(entries.size()));
+    walkBelow(outlineOfFile, [&inFile](const PDFOutline &entry, size_t /*depth*/) {
+        // Copies of an entry have its number, too, but stand behind it.
+        if (const auto number = entry.entry().number; number && !inFile.contains(*number))
+            inFile.insert(*number, &entry);
+    });
+    for (KeptEntry &kept : entries) {
+        const auto found = inFile.constFind(kept.entry.number.value_or(0));
+        if (found == inFile.constEnd()) continue;
+        if (EntryKey key = entryKey(**found); key != keyByWhatItSays(kept)) kept.inFile = std::move(key);
+    }
+}
+
+std::vector<EntryInFile> entriesInFile(const std::vector<KeptEntry> &entries) {
+    std::vector<EntryInFile> result;
+    for (const KeptEntry &kept : entries)
+        if (kept.entry.number)
+            result.push_back({*kept.entry.number, kept.inFile.value_or(keyByWhatItSays(kept))});
+    return result;
 }
 
 MyOutlineItem::Children itemsOfKeptEntries(const std::vector<KeptEntry> &entries) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/outline/EntryKey.h"
 #include "files/FileMark.h"
 #include "model/MyOutlineItem.h"
 
@@ -19,6 +20,8 @@ struct KeptEntry {
     std::optional<int> page;  ///< MyOutlineItem::importedPage().
     QPointF point;
     OutlineEntry entry;
+    /// What the file's entry that it stands for is found again by, where that is not what it says itself.
+    std::optional<EntryKey> inFile = {};
 };
 
 /// An outline that was not saved, with the file that it belongs to.
@@ -32,6 +35,11 @@ struct KeptOutline {
 
 /// All that is below a root, in tree order.
 std::vector<KeptEntry> keptEntries(const MyOutlineItem &root);
+/// Notes how entries are found again that have been changed since they were read.
+/// @param outlineOfFile of the file that they are kept for
+void noteKeysInFile(std::vector<KeptEntry> &entries, const PDFOutline &outlineOfFile);
+/// What those that stand for an entry of the file are found again by, in their order.
+std::vector<EntryInFile> entriesInFile(const std::vector<KeptEntry> &entries);
 /// New items that say the same, without identities.
 MyOutlineItem::Children itemsOfKeptEntries(const std::vector<KeptEntry> &entries);
 

@@ -76,7 +76,8 @@ void OutlineDocument::takePages(Reopened file) {
 }
 
 LostTargets OutlineDocument::keepOutlineFor(Reopened file) {
-    LostTargets lost = relinkOutline(edits_, *pdfDoc_, *file.pdf, file.pdf->outlineRoot());
+    LostTargets lost =
+        relinkOutline(edits_, *pdfDoc_, *file.pdf, entriesInFile(outlineOfFile()), file.pdf->outlineRoot());
     // What is away stands for entries and pages of the file before.
     edits_.forgetHistory();
     takePages(std::move(file));

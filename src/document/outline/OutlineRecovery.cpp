@@ -1,7 +1,5 @@
 #include "document/outline/OutlineRecovery.h"
 
-#include "model/TreeWalk.h"
-
 #include <QSet>
 
 #include <algorithm>
@@ -69,16 +67,20 @@ bool isUntouched(const KeptEntry &inFile, const KeptEntry &kept) {
            inFile.page == kept.page && inFile.point == kept.point && inFile.entry == kept.entry;
 }
 
-/// Takes from entries what the PDF does not have, since the file that they were kept in need not be sound.
-void forgetWhatIsNotIn(const PDFDocument &pdf, std::vector<KeptEntry> &entries) {
+/// Takes from entries what a document's file does not have, since the file that they were kept in need not be
+/// sound, nor does it have an entry that was removed, saved and taken back. @return what leads nowhere then
+LostTargets forgetWhatIsNotIn(const OutlineDocument &document, std::vector<KeptEntry> &entries) {
     QSet<int> numbers;
-    walkBelow(pdf.outlineRoot(), [&](const PDFOutline &entry, size_t /*depth*/) {
-        if (const auto number = entry.entry().number) numbers.insert(*number);
-    });
+    for (const EntryInFile &inFile : entriesInFile(document.outlineOfFile()))
+        numbers.insert(inFile.number);
+    LostTargets lost;
     for (KeptEntry &kept : entries) {
-        if (kept.entry.number && !numbers.contains(*kept.entry.number)) kept.entry.number.reset();
-        if (kept.page && *kept.page >= pdf.pageCount()) kept.page.reset();
+        if (kept.page && *kept.page >= document.pdfDoc()->pageCount()) kept.page.reset();
+        if (!kept.entry.number || numbers.contains(*kept.entry.number)) continue;
+        kept.entry.number.reset();
+        if (leadsByItsEntryAlone(kept.label, kept.entry)) ++lost.actions;
     }
+    return lost;
 }
 
 }  // namespace
@@ -98,10 +100,10 @@ bool isSameOutline(const OutlineDocument &document, const KeptOutline &kept) {
 
 LostTargets recoverOutline(OutlineDocument &document, const KeptOutline &kept) {
     const bool fits = isForFileOf(document, kept);
-    const PDFDocument &pdf = *document.pdfDoc();
     std::vector<KeptEntry> entries = kept.entries;
+    LostTargets lost;
     if (fits) {
-        forgetWhatIsNotIn(pdf, entries);
+        lost = forgetWhatIsNotIn(document, entries);
     } else {
         // The pages of another file are other ones.
         for (KeptEntry &entry : entries)
@@ -113,8 +115,9 @@ LostTargets recoverOutline(OutlineDocument &document, const KeptOutline &kept) {
     edits.removeAll(document.root());
     for (size_t i = 0; i < items.size(); ++i)
         edits.insert(document.root(), i, std::move(items[i]));
-    if (fits) return {};
-    return relinkOutline(edits, LabelsOfKept(kept), pdf, pdf.outlineRoot());
+    if (fits) return lost;
+    return relinkOutline(edits, LabelsOfKept(kept), *document.pdfDoc(), entriesInFile(kept.entries),
+                         document.outlineOfFile());
 }
 
 }  // namespace leafwright

@@ -21,41 +21,26 @@ PagesByLabel pagesByLabel(const TextPages &pages) {
     return result;
 }
 
-/// What an entry is found again by: its title, and the type of its action, empty for none. Where several have
-/// the same, see numbersHold() and entriesInOrder().
-using EntryKey = std::pair<QString, QString>;
-
-EntryKey keyOf(const QString &title, const OutlineEntry &entry) {
-    return {title, entry.action ? entry.action->type : QString()};
-}
-
 using NumbersByKey = QHash<EntryKey, QList<int>>;
 
-/// The object numbers of the entries of an outline, in its order.
-NumbersByKey entriesByKey(const PDFOutline &outline) {
+/// The object numbers of entries, in their order. Copies that were written in objects of their own still have
+/// the number of the first, of which they are copies.
+NumbersByKey numbersByKey(const std::vector<EntryInFile> &entries) {
     NumbersByKey result;
-    walkBelow(outline, [&result](const PDFOutline &entry, size_t /*depth*/) {
-        if (const auto number = entry.entry().number)
-            result[keyOf(entry.label(), entry.entry())].append(*number);
-    });
+    QSet<int> seen;
+    for (const auto &[number, key] : entries) {
+        if (seen.contains(number)) continue;
+        seen.insert(number);
+        result[key].append(number);
+    }
     return result;
 }
 
-/// The numbers that items stand for, in their order.
-NumbersByKey itemsByKey(const MyOutlineItem &root) {
-    NumbersByKey result;
-    walkBelow(root, [&result](const MyOutlineItem &item, size_t /*depth*/) {
-        if (const auto number = item.entry().number)
-            result[keyOf(item.pageTitle(), item.entry())].append(*number);
-    });
-    return result;
-}
-
-/// Whether entries have the numbers by which items know them: what is added to a file leaves its objects
-/// theirs, and one that is made anew gives them to others. Of items whose key no entry has, nothing is known.
-bool numbersHold(const NumbersByKey &items, const NumbersByKey &entries) {
-    for (auto each = items.begin(); each != items.end(); ++each) {
-        const QList<int> found = entries.value(each.key());
+/// Whether entries have the numbers that they had: what is added to a file leaves its objects theirs, and one
+/// that is made anew gives them to others. Of those whose key no entry has now, nothing is known.
+bool numbersHold(const NumbersByKey &before, const NumbersByKey &now) {
+    for (auto each = before.begin(); each != before.end(); ++each) {
+        const QList<int> found = now.value(each.key());
         const QSet<int> there(found.begin(), found.end());
         const auto isThere = [&there](int number) { return there.contains(number); };
         if (!there.isEmpty() && !std::ranges::all_of(each.value(), isThere)) return false;
@@ -63,44 +48,33 @@ bool numbersHold(const NumbersByKey &items, const NumbersByKey &entries) {
     return true;
 }
 
-using NumberPairs = QList<std::pair<int, int>>;
-
-/// The entries of a file that was made anew that stand for items, all of one key. None rather than another
-/// one: they must be as many, and the items in the order in which they were.
-NumberPairs entriesInOrder(QList<int> items, const QList<int> &entries) {
-    const bool isInOrder = std::ranges::is_sorted(items);
-    // Copies of an item stand for one entry.
-    items.erase(std::ranges::unique(items).begin(), items.end());
-    NumberPairs pairs;
-    if (!isInOrder || items.size() != entries.size()) return pairs;
-    for (qsizetype i = 0; i < items.size(); ++i)
-        pairs.append({items[i], entries[i]});
-    return pairs;
+/// Whether entries that look the same are found again in a file that was made anew, which is by their order.
+/// None rather than another one: they must be as many, and none moved among them since either file was made,
+/// which gives numbers in order.
+bool areFoundInOrder(const QList<int> &before, const QList<int> &now) {
+    return before.size() == now.size() && std::ranges::is_sorted(before) && std::ranges::is_sorted(now);
 }
 
-NumberPairs entriesOfTheSameNumbers(const QList<int> &items) {
-    NumberPairs pairs;
-    for (const int number : items)
-        pairs.append({number, number});
-    return pairs;
+/// The numbers in the file now, of those in the file before.
+QHash<int, int> numbersNow(const NumbersByKey &before, const NumbersByKey &now) {
+    const bool hold = numbersHold(before, now);
+    QHash<int, int> numbers;
+    for (auto each = before.begin(); each != before.end(); ++each) {
+        const QList<int> found = now.value(each.key());
+        if (hold ? found.isEmpty() : !areFoundInOrder(each.value(), found)) continue;
+        for (qsizetype i = 0; i < each->size(); ++i)
+            numbers.insert(each->at(i), hold ? each->at(i) : found.at(i));
+    }
+    return numbers;
 }
 
 class Relinking {
 public:
-    Relinking(OutlineEdits &edits, const TextPages &before, const TextPages &now,
-              const PDFOutline &outlineNow)
-        : edits_(edits), before_(pagesByLabel(before)), now_(pagesByLabel(now)) {
-        const NumbersByKey entries = entriesByKey(outlineNow);
-        const NumbersByKey items = itemsByKey(edits.root());
-        const bool hold = numbersHold(items, entries);
-        for (auto each = items.begin(); each != items.end(); ++each) {
-            if (!entries.contains(each.key())) continue;
-            const auto pairs =
-                hold ? entriesOfTheSameNumbers(*each) : entriesInOrder(*each, entries.value(each.key()));
-            for (const auto &[old, current] : pairs)
-                numbers_.insert({each.key(), old}, current);
-        }
-    }
+    Relinking(OutlineEdits &edits, const TextPages &before, const TextPages &now, QHash<int, int> numbersNow)
+        : edits_(edits),
+          before_(pagesByLabel(before)),
+          now_(pagesByLabel(now)),
+          numbers_(std::move(numbersNow)) {}
 
     void relink(MyOutlineItem &item) {
         const Target target = item.target();
@@ -126,26 +100,31 @@ private:
     void relinkEntry(MyOutlineItem &item) {
         OutlineEntry entry = item.entry();
         if (!entry.number) return;
-        const auto found = numbers_.constFind({keyOf(item.pageTitle(), entry), *entry.number});
+        const auto found = numbers_.constFind(*entry.number);
         const bool isFound = found != numbers_.constEnd();
         entry.number = isFound ? std::optional(*found) : std::nullopt;
         edits_.setEntry(item, entry);
-        if (!isFound && entry.action && !entry.action->isKnownInFull()) ++lost_.actions;
+        if (!isFound && leadsByItsEntryAlone(item.pageLabel(), entry)) ++lost_.actions;
     }
 
     OutlineEdits &edits_;
     PagesByLabel before_;
     PagesByLabel now_;
-    QHash<std::pair<EntryKey, int>, int> numbers_;  // in the file now, of those in the file before
+    QHash<int, int> numbers_;  ///< See numbersNow().
     LostTargets lost_;
 };
 
 }  // namespace
 
+bool leadsByItsEntryAlone(const QString &label, const OutlineEntry &entry) {
+    return label.isNull() && entry.action && !entry.action->isKnownInFull();
+}
+
 LostTargets relinkOutline(OutlineEdits &edits, const TextPages &before, const TextPages &now,
-                          const PDFOutline &outlineNow) {
+                          const std::vector<EntryInFile> &entriesBefore, const PDFOutline &outlineNow) {
     const OutlineEdits::Transaction edit(edits, QStringLiteral("reloadFromDisk:"));
-    Relinking relinking(edits, before, now, outlineNow);
+    const NumbersByKey entriesNow = numbersByKey(entriesInFile(outlineNow));
+    Relinking relinking(edits, before, now, numbersNow(numbersByKey(entriesBefore), entriesNow));
     walkBelow(edits.root(), [&relinking](MyOutlineItem &item, size_t /*depth*/) { relinking.relink(item); });
     return relinking.lost();
 }

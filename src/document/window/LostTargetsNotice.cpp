@@ -18,7 +18,7 @@ void showLostTargets(NoticeBars &notices, const LostTargets &lost) {
     if (lost.actions > 0) {
         sentences.append(
             MyDocument::tr("%1 entries that did something else than show a page lead nowhere now, because "
-                           "the new file does not have them.")
+                           "the file does not have them any more.")
                 .arg(lost.actions));
     }
     if (sentences.isEmpty()) return notices.removeNotice(name);

@@ -23,6 +23,10 @@ public:
         QString label;
         QPointF point;
         bool isOfItsPage = false;  ///< Made for a page, and not only by that page's label.
+        bool bold = false;
+        bool italic = false;
+        bool openInViewers = false;
+        QString color;  ///< By its name; null for none.
         bool selected = false;
         bool unfolded = false;
         bool hadChildren = false;  ///< Before the command; of others nobody says how they are unfolded.
@@ -277,6 +281,34 @@ public:
             Item &item = at(pathOf(id));
             item.title = rewrite(item.title);
         }
+        edited = true;
+    }
+    /// What was typed in place of a title.
+    void typeTitle(int id, const QString &title) {
+        Item &item = at(pathOf(id));
+        if (item.title == title) return;
+        item.title = title;
+        edited = true;
+    }
+    void typeLabel(int id, const QString &label) {
+        Item &item = at(pathOf(id));
+        if (item.label == label) return;
+        item.label = label;
+        item.isOfItsPage = false;
+        edited = true;
+    }
+    /// For all that are selected, unless they have it already.
+    void toggle(bool Item::*property) {
+        const std::vector<int> ids = selected();
+        const bool allHave =
+            std::all_of(ids.begin(), ids.end(), [&](int id) { return at(pathOf(id)).*property; });
+        for (const int id : ids)
+            at(pathOf(id)).*property = !allHave;
+        edited = true;
+    }
+    void paint(const QString &color) {
+        for (const int id : selected())
+            at(pathOf(id)).color = color;
         edited = true;
     }
     /// @param prefix may be absent

@@ -8,6 +8,7 @@
 #include "view/SpotArchive.h"
 
 #include <QCheckBox>
+#include <QColor>
 #include <QLineEdit>
 #include <QSpinBox>
 
@@ -292,6 +293,41 @@ protected:
         ASSERT_TRUE(document.openSheet()->pressButton(tag));
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
+    /// Types a title, or a label, in the row of any item.
+    void typeInPlace() {
+        if (naive.root.children.empty() || naive.locked) return;  // no field opens while it is locked
+        const int id = any(naive.all());
+        const bool isTitle = oneIn(2);
+        const QString text =
+            isTitle ? any<QString>({"typed", "item 1", ""}) : any<QString>({"1", "3", "nowhere", ""});
+        const int column = isTitle ? TreeController::TitleColumn : TreeController::PageColumn;
+        TreeController &tree = document.treecontroller();
+        ASSERT_TRUE(tree.setData(tree.indexForNode(*nodeAt(naive.pathOf(id)), column), text));
+        isTitle ? naive.typeTitle(id, text) : naive.typeLabel(id, text);
+    }
+    Command toggle(const char *selector, bool NaiveOutline::Item::*inModel) {
+        return {1, selector, [=, this] {
+                    const bool enabled = anyRowSelected();
+                    ASSERT_EQ(document.actions().perform(selector), enabled);
+                    if (enabled) naive.toggle(inModel);
+                }};
+    }
+    /// A colour through its sheet, or none.
+    void chooseColor() {
+        if (!anyRowSelected()) return;
+        ASSERT_TRUE(document.actions().perform("chooseTitleColor:"));
+        enum Answer { Cancel, Take, TakeAway };
+        const auto answer = any<Answer>({Cancel, Take, TakeAway});
+        const QString color = any<QString>({"#ff0000", "#0000ff"});
+        field<QLineEdit>("titleColorField").setText(color);
+        if (answer != Cancel) naive.paint(answer == Take ? color : QString());
+        ASSERT_TRUE(document.openSheet()->pressButton(answer));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+    static QString nameOf(const std::optional<OutlineEntry::Color> &color) {
+        return color ? QColor::fromRgbF(float((*color)[0]), float((*color)[1]), float((*color)[2])).name()
+                     : QString();
+    }
     /// Titles grow with every prefix and number; someone types new ones in time.
     void shortenTitles() {
         const OutlineEdits::Transaction edit(document.edits(), "shorten", OutlineEdits::Counting::No);
@@ -313,7 +349,8 @@ protected:
     };
     static bool saySame(const NaiveOutline::Item &a, const NaiveOutline::Item &b) {
         return a.id == b.id && a.title == b.title && a.label == b.label && a.point == b.point &&
-               a.isOfItsPage == b.isOfItsPage &&
+               a.isOfItsPage == b.isOfItsPage && a.bold == b.bold && a.italic == b.italic &&
+               a.openInViewers == b.openInViewers && a.color == b.color &&
                std::equal(a.children.begin(), a.children.end(), b.children.begin(), b.children.end(),
                           saySame);
     }
@@ -432,6 +469,11 @@ protected:
                        [](const QString &title) { return title.toUpper(); }),
             changeCase("changeCaseToLowerCase:", &BatchRenaming::changeCaseToLowerCase,
                        [](const QString &title) { return title.toLower(); }),
+            {3, "type in place", [this] { typeInPlace(); }},
+            toggle("toggleBold:", &NaiveOutline::Item::bold),
+            toggle("toggleItalic:", &NaiveOutline::Item::italic),
+            toggle("toggleOpenInViewers:", &NaiveOutline::Item::openInViewers),
+            {1, "chooseTitleColor:", [this] { chooseColor(); }},
             {1, "changeOutlineItemToTitleCase:",
              [this] {
                  // Which of several selected rows is meant is the view's business.
@@ -533,6 +575,10 @@ protected:
             ASSERT_EQ(item.pageTitle(), child.title);
             ASSERT_EQ(item.pageLabel(), child.label) << qPrintable(child.title);
             ASSERT_EQ(item.pointOnPage(), child.point) << qPrintable(child.title);
+            ASSERT_EQ(item.entry().bold, child.bold) << qPrintable(child.title);
+            ASSERT_EQ(item.entry().italic, child.italic) << qPrintable(child.title);
+            ASSERT_EQ(item.entry().open, child.openInViewers) << qPrintable(child.title);
+            ASSERT_EQ(nameOf(item.entry().color), child.color) << qPrintable(child.title);
             ASSERT_EQ(selectedItems.contains(&item), child.selected) << qPrintable(child.title);
             const bool unfolded = document.outlineview()->isItemExpanded(childNode);
             if (child.hadChildren && !child.children.empty()) {

@@ -1,4 +1,5 @@
 #include "document/commands/OtherProgramsFixture.h"
+#include "support/ObjectDiff.h"
 
 #include <gmock/gmock.h>
 
@@ -6,6 +7,8 @@ namespace leafwright {
 namespace {
 
 using test::contentOf;
+using test::PdfBuilder;
+using testing::AllOf;
 using testing::HasSubstr;
 
 using Reloading = test::OtherProgramsFixture;
@@ -26,6 +29,20 @@ TEST_F(Reloading, LoadingTheNewPagesKeepsTheOutline) {
         EXPECT_TRUE(platform.alerts.isEmpty());
         other = savedAs("other.pdf", pages(5, "C"));
     }
+}
+
+TEST_F(Reloading, ARenamedEntryKeepsWhatItHasInTheNewFile) {
+    PdfBuilder pdf = pages(5, "B");
+    test::addOutline(pdf, {{"(A)", "[" + pdf.pageReference(1) + " /XYZ 72 700 2.5] /Private (own)"}});
+    other = savedAs("other.pdf", pdf);
+    replace();
+    document.otherPrograms().loadNewPages();
+    const auto number = document.root().children()[0]->entry().number;
+    ASSERT_EQ(number, test::openPdf(path())->outlineRoot().childAtIndex(0).entry().number);
+    perform("saveDocument:");
+    EXPECT_EQ(outlineOf(path()), edited());
+    EXPECT_THAT(test::objectsOf(path()).at(number.value()),
+                AllOf(HasSubstr("/Title (Edited)"), HasSubstr("/Private (own)"), HasSubstr("72 700 2.5")));
 }
 
 TEST_F(Reloading, ThePageThatIsShownStaysByItsLabel) {

@@ -61,6 +61,55 @@ TEST(KeptOutline, HasItemsBackAsTheyWere) {
     EXPECT_EQ(items[1]->entry().action, OutlineEntry::Action{"Launch"});
 }
 
+/// "number title/action" for each.
+QStringList keysOf(const std::vector<KeptEntry> &entries) {
+    QStringList keys;
+    for (const auto &[number, key] : entriesInFile(entries))
+        keys.append(QString::number(number) + ' ' + key.title + '/' + key.action);
+    return keys;
+}
+
+TEST(KeptOutline, KnowsWhatEntriesAreInTheFile) {
+    PDFOutline inFile;
+    const auto addInFile = [&inFile](const QString &title, const OutlineEntry &entry) -> PDFOutline & {
+        PDFOutline &added =
+            inFile.insertChildAtIndex(std::make_unique<PDFOutline>(title), inFile.numberOfChildren());
+        added.setEntry(entry);
+        return added;
+    };
+    const OutlineEntry page{.number = 7, .action = OutlineEntry::Action{"GoTo"}};
+    const OutlineEntry web{.number = 8, .action = OutlineEntry::Action{"URI", "about:blank"}};
+    const OutlineEntry same{.number = 9};
+    addInFile("Page", page).setDestination(PDFDestination{0, {1, 1}});
+    addInFile("Web", web);
+    addInFile("Same", same).setDestination(PDFDestination{0, {1, 1}});
+    addInFile("Copy", same).setDestination(PDFDestination{0, {1, 1}});
+    MyOutlineItem root;
+    add(root, "Renamed", QString()).setEntry(page);
+    add(root, "Web", "1").setEntry({.number = 8});
+    add(root, "Same", "1").setEntry(same);
+    add(root, "Copy", "1").setEntry(same);
+    add(root, "New", "1");
+    add(root, "Gone", "1").setEntry({.number = 10});
+    KeptOutline kept = outlineOf(root);
+    noteKeysInFile(kept.entries, inFile);
+    const auto read = readKeptOutline(written(kept));
+    ASSERT_TRUE(read);
+    EXPECT_EQ(keysOf(read->entries), (QStringList{"7 Page/", "8 Web/URI", "9 Same/", "9 Same/", "10 Gone/"}));
+    EXPECT_FALSE(read->entries.at(2).inFile) << "where it says the same itself";
+}
+
+TEST(KeptOutline, IsReadWithoutWhatEntriesAreInTheFile) {
+    const auto read = readKeptOutline(
+        "{\"leafwrightOutline\": 1, \"entries\": 2}\n"
+        "{\"depth\": 0, \"title\": \"Play\", \"pageLabel\": null, \"point\": [0, 0], \"entry\": 7, "
+        "\"action\": \"JavaScript\"}\n"
+        "{\"depth\": 0, \"title\": \"Page\", \"pageLabel\": \"1\", \"point\": [0, 0], \"entry\": 8, "
+        "\"action\": \"GoTo\"}\n");
+    ASSERT_TRUE(read);
+    EXPECT_EQ(keysOf(read->entries), (QStringList{"7 Play/JavaScript", "8 Page/"}));
+}
+
 TEST(KeptOutline, MayBeOfAnyDepth) {
     constexpr int depth = 5'000;
     MyOutlineItem root;

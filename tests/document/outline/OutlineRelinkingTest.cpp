@@ -18,22 +18,39 @@ protected:
         item.setImportedPage(page);
         return item;
     }
+    /// An item with the entry that it stands for in the file before.
+    MyOutlineItem &addOld(const QString &title, const QString &label, const OutlineEntry &entry) {
+        addEntryBefore(title, entry, !label.isNull());
+        MyOutlineItem &item = add(title, label);
+        item.setEntry(entry);
+        return item;
+    }
+    void addEntryBefore(const QString &title, const OutlineEntry &entry, bool leadsToPage = false) {
+        add(outlineBefore, title, entry, leadsToPage);
+    }
+    void addEntry(const QString &title, const OutlineEntry &entry, bool leadsToPage = false) {
+        add(outline, title, entry, leadsToPage);
+    }
     static OutlineEntry entry(int number) { return {.number = number, .bold = true}; }
     static OutlineEntry entry(int number, const QString &action) {
         return {.number = number, .bold = true, .action = OutlineEntry::Action{action}};
     }
-    void addEntry(const QString &title, const OutlineEntry &entry) {
-        outline.insertChildAtIndex(std::make_unique<PDFOutline>(title), outline.numberOfChildren())
-            .setEntry(entry);
-    }
-
-    LostTargets relink() { return relinkOutline(edits, before, now, outline); }
+    LostTargets relink() { return relinkOutline(edits, before, now, entriesInFile(outlineBefore), outline); }
+    std::optional<int> number(size_t position) { return root.children().at(position)->entry().number; }
 
     MyOutlineItem root;
     OutlineEdits edits{root};
     test::FakePages before;
     test::FakePages now;
+    PDFOutline outlineBefore;
     PDFOutline outline;
+
+private:
+    static void add(PDFOutline &to, const QString &title, const OutlineEntry &entry, bool leadsToPage) {
+        PDFOutline &added = to.insertChildAtIndex(std::make_unique<PDFOutline>(title), to.numberOfChildren());
+        added.setEntry(entry);
+        if (leadsToPage) added.setDestination(PDFDestination{0, {72, 700}});
+    }
 };
 
 TEST_F(Relinked, AnItemKeepsItsPageByItsLabelAndTheOrderOfThoseThatHaveIt) {
@@ -76,9 +93,9 @@ TEST_F(Relinked, LabelsThatAreGoneAreTold) {
 
 TEST_F(Relinked, EntriesAreFoundByTheirTitlesAndWhatTheyDo) {
     for (const int number : {7, 8})
-        add("Twice", QString()).setEntry(entry(number, "Launch"));
-    add("Twice", "1").setEntry(entry(9));
-    addEntry("Twice", entry(16));
+        addOld("Twice", QString(), entry(number, "Launch"));
+    addOld("Twice", "1", entry(9));
+    addEntry("Twice", entry(16), true);
     addEntry("Twice", entry(17, "Launch"));
     addEntry("Twice", entry(18, "Launch"));
     EXPECT_EQ(relink().actions, 0U);
@@ -87,65 +104,146 @@ TEST_F(Relinked, EntriesAreFoundByTheirTitlesAndWhatTheyDo) {
     EXPECT_EQ(root.children()[2]->entry(), entry(16));
 }
 
+TEST_F(Relinked, EntriesAreFoundByTheTitlesThatTheFileBeforeHas) {
+    MyOutlineItem &renamed = addOld("Play", QString(), entry(7, "JavaScript"));
+    addOld("Stop", QString(), entry(8, "JavaScript"));
+    renamed.setPageTitle("Stop");
+    addEntry("Play", entry(17, "JavaScript"));
+    addEntry("Stop", entry(18, "JavaScript"));
+    EXPECT_EQ(relink().actions, 0U);
+    EXPECT_EQ(number(0), 17) << "not the one whose title it has taken";
+    EXPECT_EQ(number(1), 18);
+    EXPECT_EQ(renamed.pageTitle(), "Stop");
+}
+
+TEST_F(Relinked, EntriesAreFoundThoughTheirItemsLeadElsewhere) {
+    addOld("Web", QString(), entry(7, "URI")).setPageLabel("1");
+    addOld("Page", "1", entry(8)).setPageLabel(QString());
+    addEntry("Web", entry(17, "URI"));
+    addEntry("Page", entry(18), true);
+    relink();
+    EXPECT_EQ(number(0), 17);
+    EXPECT_EQ(number(1), 18);
+}
+
+TEST_F(Relinked, ThereAreSeveralWaysToLeadToAPage) {
+    addOld("First", "1", entry(7, "GoTo"));
+    addOld("Second", "2", entry(8));
+    addEntry("First", entry(17), true);
+    addEntry("Second", entry(18, "GoTo"), true);
+    relink();
+    EXPECT_EQ(number(0), 17);
+    EXPECT_EQ(number(1), 18);
+}
+
 TEST_F(Relinked, WhatWasAddedToAFileLeavesEntriesTheirNumbers) {
-    add("Play", QString()).setEntry(entry(8, "JavaScript"));
-    add("Exercises", "1").setEntry(entry(10));
-    add("Play", QString()).setEntry(entry(7, "JavaScript"));
+    addOld("Play", QString(), entry(8, "JavaScript"));
+    addOld("Exercises", "1", entry(10));
+    addOld("Play", QString(), entry(7, "JavaScript"));
     for (const int number : {7, 8, 9})
         addEntry("Play", entry(number, "JavaScript"));
     for (const int number : {10, 11})
-        addEntry("Exercises", entry(number));
+        addEntry("Exercises", entry(number), true);
     EXPECT_EQ(relink().actions, 0U);
-    EXPECT_EQ(root.children()[0]->entry().number, 8);
-    EXPECT_EQ(root.children()[1]->entry().number, 10);
-    EXPECT_EQ(root.children()[2]->entry().number, 7);
+    EXPECT_EQ(number(0), 8);
+    EXPECT_EQ(number(1), 10);
+    EXPECT_EQ(number(2), 7);
 }
 
 TEST_F(Relinked, NoEntryIsTakenForAnotherThatLooksTheSame) {
-    add("Play", QString()).setEntry(entry(8, "JavaScript"));
+    addOld("Play", QString(), entry(8, "JavaScript"));
     addEntry("Play", entry(17, "JavaScript"));
     addEntry("Play", entry(18, "JavaScript"));
-    EXPECT_EQ(relink().actions, 1U) << "one of two has been removed";
-    EXPECT_FALSE(root.children()[0]->entry().number);
+    EXPECT_EQ(relink().actions, 1U) << "another one has come";
+    EXPECT_FALSE(number(0));
 }
 
-TEST_F(Relinked, EntriesThatWereMovedAmongThoseThatLookTheSameAreNotFound) {
-    add("Play", QString()).setEntry(entry(8, "JavaScript"));
-    add("Play", QString()).setEntry(entry(7, "JavaScript"));
+TEST_F(Relinked, WhatOtherItemsHaveBecomeDoesNotMatter) {
+    addEntryBefore("Play", entry(7, "JavaScript"));
+    addOld("Play", QString(), entry(8, "JavaScript"));
+    addEntry("Play", entry(17, "JavaScript"));
+    EXPECT_EQ(relink().actions, 1U) << "of the file's two one is left, and it may be the other";
+    outline.insertChildAtIndex(std::make_unique<PDFOutline>("Play"), 1).setEntry(entry(18, "JavaScript"));
+    root.children()[0]->setEntry(entry(8, "JavaScript"));
+    EXPECT_EQ(relink().actions, 0U) << "whose item has been removed";
+    EXPECT_EQ(number(0), 18);
+}
+
+TEST_F(Relinked, ItemsMayHaveBeenMovedAmongThoseThatLookTheSame) {
+    for (const int number : {7, 8})
+        addEntryBefore("Play", entry(number, "JavaScript"));
+    for (const int number : {8, 7})
+        add("Play", QString()).setEntry(entry(number, "JavaScript"));
+    for (const int number : {17, 18})
+        addEntry("Play", entry(number, "JavaScript"));
+    EXPECT_EQ(relink().actions, 0U);
+    EXPECT_EQ(number(0), 18);
+    EXPECT_EQ(number(1), 17);
+}
+
+TEST_F(Relinked, EntriesThatWereSavedInAnotherOrderAmongThoseThatLookTheSameAreNotFound) {
+    addOld("Play", QString(), entry(8, "JavaScript"));
+    addOld("Play", QString(), entry(7, "JavaScript"));
     addEntry("Play", entry(17, "JavaScript"));
     addEntry("Play", entry(18, "JavaScript"));
     EXPECT_EQ(relink().actions, 2U);
 }
 
+TEST_F(Relinked, EntriesThatAnotherProgramHasMovedAmongThoseThatLookTheSameAreNotFound) {
+    for (const int number : {7, 8})
+        addOld("Play", QString(), entry(number, "JavaScript"));
+    for (const int number : {9, 10})
+        addOld("Stop", QString(), entry(number, "JavaScript"));
+    addEntry("Play", entry(8, "JavaScript"));
+    addEntry("Play", entry(7, "JavaScript"));
+    addEntry("Stop", entry(9, "JavaScript"));
+    EXPECT_EQ(relink().actions, 4U) << "numbers would do, but that one is gone speaks against them";
+}
+
 TEST_F(Relinked, NumbersThatAFileHasGivenToOthersCountForNothing) {
-    add("Chapter", "1").setEntry(entry(5));
-    add("Play", QString()).setEntry(entry(8, "JavaScript"));
-    addEntry("Chapter", entry(6));
+    addOld("Chapter", "1", entry(5));
+    addOld("Play", QString(), entry(8, "JavaScript"));
+    addEntry("Chapter", entry(6), true);
     addEntry("Play", entry(8, "JavaScript"));
     addEntry("Play", entry(9, "JavaScript"));
     EXPECT_EQ(relink().actions, 1U) << "the second, which was 8, is 9 now";
-    EXPECT_EQ(root.children()[0]->entry().number, 6);
-    EXPECT_FALSE(root.children()[1]->entry().number);
+    EXPECT_EQ(number(0), 6);
+    EXPECT_FALSE(number(1));
 }
 
 TEST_F(Relinked, CopiesOfAnItemStandForOneEntry) {
-    add("Play", QString()).setEntry(entry(8, "JavaScript"));
-    add("Play", QString()).setEntry(entry(8, "JavaScript"));
+    addOld("Play", QString(), entry(8, "JavaScript"));
+    addOld("Play", QString(), entry(8, "JavaScript")).setPageTitle("Play again");
     addEntry("Play", entry(17, "JavaScript"));
     EXPECT_EQ(relink().actions, 0U);
-    EXPECT_EQ(root.children()[0]->entry().number, 17);
-    EXPECT_EQ(root.children()[1]->entry().number, 17);
+    EXPECT_EQ(number(0), 17);
+    EXPECT_EQ(number(1), 17);
+}
+
+TEST_F(Relinked, AnEntryThatTheFileBeforeDidNotHaveIsNotLookedFor) {
+    add("Play", QString()).setEntry(entry(8, "JavaScript"));
+    addEntry("Play", entry(17, "JavaScript"));
+    EXPECT_EQ(relink().actions, 1U) << "it was removed, saved, and taken back";
+    EXPECT_FALSE(number(0));
+}
+
+TEST_F(Relinked, WhatLeadsToItsPageByALabelLosesNothingThatWouldBeTold) {
+    addOld("As LaTeX writes it", "1", entry(7, "GoTo"));
+    addOld("Given a page", QString(), entry(8, "Launch")).setPageLabel("1");
+    EXPECT_EQ(relink().actions, 0U);
+    EXPECT_FALSE(number(0));
+    EXPECT_FALSE(number(1));
 }
 
 TEST_F(Relinked, AnItemWithoutItsEntryIsNewAndLosesWhatOnlyTheEntryKnew) {
-    add("Page", "1").setEntry(entry(7));
-    const auto leads = [](const char *type, const char *target) {
-        return OutlineEntry{.number = 8, .action = OutlineEntry::Action{type, target}};
+    addOld("Page", "1", entry(7));
+    const auto leads = [](int number, const char *type, const char *target) {
+        return OutlineEntry{.number = number, .action = OutlineEntry::Action{type, target}};
     };
-    add("Web", QString()).setEntry(leads("URI", "about:blank"));
-    add("File", QString()).setEntry(leads("GoToR", "other.pdf"));
-    add("File without a name", QString()).setEntry(entry(9, "GoToR"));
-    add("Program", QString()).setEntry(entry(10, "Launch"));
+    addOld("Web", QString(), leads(8, "URI", "about:blank"));
+    addOld("File", QString(), leads(9, "GoToR", "other.pdf"));
+    addOld("File without a name", QString(), entry(10, "GoToR"));
+    addOld("Program", QString(), entry(11, "Launch"));
     add("Made here", "1");
     outline.setEntry(entry(7));
     EXPECT_EQ(relink().actions, 2U) << "of the program, and of the file without a name";
