@@ -7,9 +7,12 @@ authors and typesetters write differently: case, blanks, quotes, accents, dashes
 number in front ("1.2", "Chapter 3"). The level of a right entry is right when the nearest right entry
 above it is the author's. Precision, recall and F1 are those of each document; the means are over documents.
 
+MiniTOC is given samples as a user would pick them: of each of the author's first levels the first heading that
+stands on its page as the author wrote it. What the samples find is taken together.
+
 With --check, nothing is measured: what Find Contents makes of each document, with all evidence and of the text
 alone, is compared with what --record noted in contents-results.txt, to the last entry. So nobody changes a result
-unawares; who means to, measures, and records anew.
+unawares; who means to, measures, and records anew. The figures of each document are noted beside.
 
 Nothing is fetched: the documents lie below FOLDER, as listed in a file. Exit status: 0 done, 1 documents differ,
 2 not run.
@@ -25,6 +28,7 @@ import time
 import unicodedata
 from collections import defaultdict
 from concurrent.futures import ThreadPoolExecutor
+from itertools import islice
 from pathlib import Path
 from typing import Iterable, Iterator, NamedTuple
 
@@ -156,6 +160,7 @@ AUTOTOC = [
     Generator("AutoTOC, depth 6", "autotoc", ("--max-depth", "6")),
     Generator("self-calibrating", "autotoc", ("--calibrate",)),
 ]
+MINITOC = Generator("MiniTOC, 3 samples", "minitoc")
 CONTENTS = [
     Generator("Find Contents, text only", "contents", ("--text-only",)),
     Generator("Find Contents", "contents"),
@@ -165,8 +170,9 @@ CONTENTS = [
 RESULTS = Path(__file__).with_name("contents-results.txt")
 RESULTS_HEAD = """\
 # What Find Contents makes of the documents of contents.txt, noted by contents.py --record: digests of the outline with
-# all evidence, and of that by the text alone.
+# all evidence, and of that by the text alone; then the figures of both: F1, F1 with level, precision, recall.
 """
+RESULTS_LINE = re.compile(r"(?P<path>.+?) (?P<digests>(?:[0-9a-f]{16}|none) (?:[0-9a-f]{16}|none))(?: [0-9. ]+)?")
 
 
 class Measured(NamedTuple):
@@ -176,20 +182,54 @@ class Measured(NamedTuple):
     seconds: dict[str, float]
 
 
+def samples(nodes: Iterable[dict], level: int = 1) -> Iterator[tuple[int, str, int]]:
+    """The author's entries that may show MiniTOC a kind of heading: level, title and page from 1."""
+    for node in nodes:
+        if node["title"].strip() and node["pageIndex"] is not None:
+            yield level, node["title"], node["pageIndex"] + 1
+        yield from samples(node["children"], level + 1)
+
+
+def found_by_samples(cli: Cli, pdf: Path, out: Path, author: list[dict]) -> list[Entry]:
+    """What looks like the samples, in the order of the pages and without doubles; each has the level of its sample."""
+    levels, tries = 3, 5
+    found: dict[tuple[str, int], tuple[int, float, Entry]] = {}
+    for level in range(1, levels + 1):
+        for _, title, page in islice((s for s in samples(author) if s[0] == level), tries):
+            try:
+                nodes = cli.minitoc(pdf, out, page, title)
+            except CannotRun:
+                continue  # The author wrote it otherwise than the page shows it.
+            for node in nodes:
+                for entry in entries([node], level):
+                    place = (entry.page, -(node["point"] or (0, 0))[1], entry)
+                    found.setdefault((node["title"], entry.page), place)
+            break
+    return [entry for _, _, entry in sorted(found.values(), key=lambda each: each[:2])]
+
+
+def made(cli: Cli, generator: Generator, bare: Path, out: Path, author: list[dict]) -> list[Entry]:
+    """What a generator makes of a document without its outline."""
+    if generator.command == "minitoc":
+        return found_by_samples(cli, bare, out, author)
+    make = cli.contents if generator.command == "contents" else cli.autotoc
+    return list(entries(make(bare, out, *generator.options)))
+
+
 def measure(cli: Cli, folder: Path, path: str, generators: list[Generator]) -> Measured:
     """What the generators make of one document; one that fails has found nothing, and says why."""
     with tempfile.TemporaryDirectory(prefix="leafwright-contents-") as scratch:
         bare, out = Path(scratch) / "bare.pdf", Path(scratch) / "out.pdf"
-        wanted = list(entries(cli.outline(folder / path)))
+        author = cli.outline(folder / path)
+        wanted = list(entries(author))
         if not wanted:
             raise CannotRun(f"{path} has no outline to compare with")
         cli.without_outline(folder / path, bare)
         scores, seconds = {}, {}
         for generator in generators:
-            make = cli.contents if generator.command == "contents" else cli.autotoc
             start = time.monotonic()
             try:
-                found = list(entries(make(bare, out, *generator.options)))
+                found = made(cli, generator, bare, out, author)
             except CannotRun as reason:
                 print(f"{path}: {generator.name}: {reason}", file=sys.stderr)
                 found = []
@@ -220,24 +260,41 @@ def essence(nodes: Iterable[dict]) -> Iterator[list]:
         yield from essence(node["children"])
 
 
-def digests(cli: Cli, file: Path) -> str:
-    """Of what Find Contents makes of a document; one that fails has none, and says why."""
-    found = []
+def reports(cli: Cli, file: Path) -> list[list[dict] | None]:
+    """What Find Contents makes of a document, with all evidence and of the text alone; none where it fails, which it
+    says."""
+    found: list[list[dict] | None] = []
     with tempfile.TemporaryDirectory(prefix="leafwright-contents-") as scratch:
         for generator in reversed(CONTENTS):
             try:
-                made = list(essence(cli.contents(file, Path(scratch) / "out.pdf", *generator.options)))
-                found.append(hashlib.sha256(json.dumps(made).encode()).hexdigest()[:16])
+                found.append(cli.contents(file, Path(scratch) / "out.pdf", *generator.options))
             except CannotRun as reason:
                 print(f"{file}: {generator.name}: {reason}", file=sys.stderr)
-                found.append("none")
-    return " ".join(found)
+                found.append(None)
+    return found
+
+
+def digests(found: list[list[dict] | None]) -> str:
+    def digest(report: list[dict] | None) -> str:
+        if report is None:
+            return "none"
+        return hashlib.sha256(json.dumps(list(essence(report))).encode()).hexdigest()[:16]
+
+    return " ".join(digest(report) for report in found)
+
+
+def noted_figures(cli: Cli, file: Path, found: list[list[dict] | None]) -> str:
+    """How well the author's outline was found, in the order of contents-results.txt."""
+    wanted = list(entries(cli.outline(file)))
+    scores = [score(wanted, list(entries(report or []))) for report in found]
+    columns = [value for s in scores for value in (s.f1, s.f1_with_level, s.precision, s.recall)]
+    return " ".join(f"{value:.3f}" for value in columns)
 
 
 def recorded_results() -> dict[str, str]:
     """The noted digests by the documents' paths."""
-    lines = [line.rsplit(" ", 2) for line in listed_documents(RESULTS)]
-    return {path: f"{all_evidence} {text_only}" for path, all_evidence, text_only in lines}
+    lines = [RESULTS_LINE.fullmatch(line) for line in listed_documents(RESULTS)]
+    return {line["path"]: line["digests"] for line in lines if line}
 
 
 def check(options: argparse.Namespace, documents: list[str]) -> bool:
@@ -246,7 +303,7 @@ def check(options: argparse.Namespace, documents: list[str]) -> bool:
     documents = sorted(documents, key=lambda path: (options.folder / path).stat().st_size)
     is_same = True
     with ThreadPoolExecutor(options.jobs) as pool:
-        results = pool.map(lambda path: digests(cli, options.folder / path), documents)
+        results = pool.map(lambda path: digests(reports(cli, options.folder / path)), documents)
         for path, result in zip(documents, results):
             if result == recorded.get(path):
                 continue
@@ -260,9 +317,14 @@ def check(options: argparse.Namespace, documents: list[str]) -> bool:
 
 def record(options: argparse.Namespace, documents: list[str]) -> None:
     cli = Cli(options.cli)
+
+    def result(path: str) -> str:
+        file = options.folder / path
+        found = reports(cli, file)
+        return f"{path} {digests(found)} {noted_figures(cli, file, found)}\n"
+
     with ThreadPoolExecutor(options.jobs) as pool:
-        results = pool.map(lambda path: digests(cli, options.folder / path), documents)
-        lines = [f"{path} {result}\n" for path, result in zip(documents, results)]
+        lines = list(pool.map(result, documents))
     RESULTS.write_text(RESULTS_HEAD + "".join(lines), encoding="utf-8")
 
 
@@ -279,13 +341,16 @@ def tables(measured: list[Measured], names: list[str]) -> str:
         cells = [f"{mean(column):.3f}" for column in zip(*scores)]
         seconds = [document.seconds[name] for document in measured if name in document.seconds]
         text += f"| {name} | {' | '.join(cells)} | {f'{sum(seconds):.0f}' if seconds else ''} |\n"
-    last = names[-1]
-    heads = names + [f"{last}: with level", "precision", "recall"]
+    detailed = [generator.name for generator in reversed(CONTENTS) if generator.name in names]
+    heads = names + [
+        f"{name}: {what}" for name in detailed for what in ("with level", "precision", "recall")
+    ]
     text += f"\n| F1 of the document | author's | {' | '.join(heads)} |\n|---|" + "---:|" * (len(heads) + 1) + "\n"
     for document in measured:
-        best = document.scores[last]
-        cells = [f"{document.scores[name].f1:.2f}" for name in names]
-        cells += [f"{value:.2f}" for value in (best.f1_with_level, best.precision, best.recall)]
+        values = [document.scores[name].f1 for name in names]
+        for own in (document.scores[name] for name in detailed):
+            values += [own.f1_with_level, own.precision, own.recall]
+        cells = [f"{value:.2f}" for value in values]
         text += f"| {short_name(document.document)} | {document.wanted} | {' | '.join(cells)} |\n"
     return text
 
@@ -344,7 +409,7 @@ def run(options: argparse.Namespace) -> bool:
 
 def measure_all(options: argparse.Namespace, documents: list[str]) -> None:
     cli = Cli(options.cli)
-    generators = [CONTENTS[-1]] if options.quick else AUTOTOC + CONTENTS
+    generators = [CONTENTS[-1]] if options.quick else AUTOTOC + [MINITOC] + CONTENTS
     with ThreadPoolExecutor(options.jobs) as pool:
         measured = list(pool.map(lambda path: measure(cli, options.folder, path, generators), documents))
     names = [generator.name for generator in generators]

@@ -76,8 +76,7 @@ def generated(cli: Cli, pdf: Path, manual: Manual, out: Path) -> Iterator[tuple[
         yield name, list(entries(cli.autotoc(pdf, out, *options)))
     found: list[Entry] = []
     for page, text in manual.samples:
-        cli.run("minitoc", str(pdf), "--page", str(page), "--text", text, "-o", str(out))
-        found += entries(cli.outline(out)[-1]["children"])
+        found += entries(cli.minitoc(pdf, out, page, text))
     yield f"MiniTOC, {len(manual.samples)} sample{'s' if len(manual.samples) > 1 else ''}", found
 
 

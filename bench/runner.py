@@ -41,6 +41,11 @@ class Cli:
         self.run("autotoc", str(pdf), "-o", str(out), *options)
         return self.outline(out)
 
+    def minitoc(self, pdf: Path, out: Path, page: int, sample: str) -> list[dict]:
+        """What looks like a sample on a page, counted from 1."""
+        self.run("minitoc", str(pdf), f"--page={page}", f"--text={sample}", "-o", str(out))
+        return self.outline(out)[-1]["children"]
+
     def contents(self, pdf: Path, out: Path, *options: str) -> list[dict]:
         report = out.with_suffix(".json")
         self.run("contents", str(pdf), "-o", str(out), "--report", str(report), *options)

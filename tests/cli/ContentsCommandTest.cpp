@@ -109,12 +109,6 @@ TEST(ContentsCommand, ExplainPrintsTheStages) {
     EXPECT_THAT(result.out.toStdString(), HasSubstr("What is in the Ground"));
 }
 
-TEST(ContentsCommand, TextOnlyIgnoresWhatThePageDoesNotShow) {
-    const TempDir dir;
-    EXPECT_EQ(runContents(dir, {"--text-only"}).exitCode, 0);
-    EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), outlineOfContents);
-}
-
 TEST(ContentsCommand, PageImagesAreRefused) {
     const TempDir dir;
     const QString path = saveScan(dir, "scan.pdf");
@@ -186,11 +180,13 @@ TEST(ContentsCommand, OutlineStaysWhereNothingIsFound) {
     pdf.addPage(page);
     addOutline(pdf, {{"(Old Entry)", "[" + pdf.pageReference(0) + " /XYZ 10 20 null]"}});
     pdf.save(dir.path("letter.pdf"));
-    const CliResult result = runCli({"contents", dir.path("letter.pdf"), "-o", dir.path("out.pdf")});
+    const CliResult result = runCli(
+        {"contents", dir.path("letter.pdf"), "-o", dir.path("out.pdf"), "--report", dir.path("report.json")});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_THAT(result.err.toStdString(),
                 HasSubstr("letter.pdf: no headings were found; the outline stays as it was"));
     EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), "+ @1 Old Entry\n");
+    EXPECT_EQ(parsedJson(bytesOf(dir.path("report.json"))).array(), QJsonArray()) << "of what was found";
 }
 
 TEST(ContentsCommand, ManyFilesWithAReportEach) {

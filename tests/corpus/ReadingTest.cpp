@@ -105,5 +105,71 @@ TEST_P(CorpusCommands, SucceedOrFailWithAMessage) {
 
 LEAFWRIGHT_FOR_CORPUS(CorpusCommands);
 
+/// How many letters there are on each page on the average, as `text` prints them.
+double lettersPerPage(const QString &pdf) {
+    const QByteArrayList pages = runCli({"text", pdf}).out.split('\n');
+    double letters = 0;
+    int count = 0;
+    for (const QByteArray &page : pages) {
+        if (page.isEmpty()) continue;
+        const QString text = parsedJson(page).object()["text"].toString();
+        letters += static_cast<double>(std::ranges::count_if(text, [](QChar c) { return c.isLetter(); }));
+        ++count;
+    }
+    return count > 0 ? letters / count : 0;
+}
+
+class CorpusContents : public CorpusTest {
+protected:
+    CliResult run(const QString &command) const {
+        return runCli({command, pdf(), "-o", dir.path("out.pdf"), "--timeout", "20"});
+    }
+    std::string message(const char *text) const {
+        return "leafwright-cli: " + pdf().toStdString() + ": " + text + "\n";
+    }
+
+    TempDir dir;
+};
+
+TEST_P(CorpusContents, AreFoundOrItIsSaidWhyNot) {
+    // A document with few letters more or less may be read otherwise by the two.
+    constexpr double few = 60;
+    const CliResult result = run("contents");
+    const std::string said = result.err.toStdString();
+    const double letters = result.exitCode == 0 ? few : lettersPerPage(pdf());
+    if (result.exitCode == 0) {
+        EXPECT_TRUE(bytesOf(dir.path("out.pdf")).startsWith(bytesOf(pdf()).left(1024)));
+        if (said.find("no headings were found") != std::string::npos) {
+            EXPECT_EQ(outlineOf(dir.path("out.pdf")), outlineOf(pdf()));
+        } else {
+            EXPECT_FALSE(outlineOf(dir.path("out.pdf")).isEmpty());
+        }
+        return;
+    }
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_FALSE(QFile::exists(dir.path("out.pdf")));
+    if (said == message("page images without text; run text recognition first")) {
+        EXPECT_LT(letters, few);
+    } else {
+        // What keeps such a file from being read keeps any command from it.
+        EXPECT_EQ(said, run("autotoc").err.toStdString());
+        EXPECT_THAT(said, testing::Not(testing::HasSubstr("given up")));
+    }
+}
+
+TEST_P(CorpusContents, FilesWithoutTextAreToldSo) {
+    const CliResult text = runCli({"text", pdf()});
+    const bool hasPages = text.exitCode == 0 && !text.out.trimmed().isEmpty();
+    if (!hasPages || lettersPerPage(pdf()) > 0) GTEST_SKIP() << "this one has text, or can't be read";
+    if (run("autotoc").exitCode != 0) GTEST_SKIP() << "this file can't be edited";
+    QFile::remove(dir.path("out.pdf"));
+    const CliResult result = run("contents");
+    EXPECT_EQ(result.exitCode, 1);
+    EXPECT_EQ(result.err.toStdString(), message("page images without text; run text recognition first"));
+    EXPECT_FALSE(QFile::exists(dir.path("out.pdf")));
+}
+
+LEAFWRIGHT_FOR_CORPUS(CorpusContents);
+
 }  // namespace
 }  // namespace leafwright::test

@@ -3,6 +3,8 @@
 #include "autotoc/FontCensus.h"
 #include "autotoc/HeadingLevelMap.h"
 #include "categories/RunWalk.h"
+#include "contents/FindContents.h"
+#include "contents/PDFContentsPages.h"
 #include "document/commands/ActionTable.h"
 #include "support/OpenPdf.h"
 #include "support/Paths.h"
@@ -117,6 +119,20 @@ TEST_F(Guide, AutoTOCFindsTheSameOutline) {
             found.push_back({section->pageTitle(), 2});
     }
     EXPECT_EQ(found, headings());
+}
+
+TEST_F(Guide, FindContentsFindsTheChaptersAndTheirSections) {
+    // Neither the title nor the contents.
+    const std::vector<Line> all = headings();
+    const std::vector<Line> expected(all.begin() + 2, all.end());
+    for (const bool textOnly : {false, true}) {
+        ContentsOptions options;
+        options.textOnly = textOnly;
+        std::vector<Line> found;
+        for (const ContentsEntry &entry : findContents(PDFContentsPages(*pdf), options).entries)
+            found.push_back({entry.title, entry.level});
+        EXPECT_EQ(found, expected);
+    }
 }
 
 TEST(GuideText, NamesCommandsAndKeysAsTheyAre) {

@@ -326,6 +326,18 @@ TEST_F(FindContentsWindow, ProgressIsShownAndTheDocumentIsBusy) {
     EXPECT_FALSE(document.isBusy());
 }
 
+TEST_F(FindContentsWindow, BarShowsHowMuchIsRead) {
+    bool wasFull = false;
+    whileReading([&] {
+        const auto *bar = progressSheet()->findChild<QProgressBar *>("progressBar");
+        // The sheet stays until this returns.
+        wasFull = QTest::qWaitFor([&] { return bar->value() == bar->maximum(); }, 60'000);
+    });
+    find();
+    EXPECT_TRUE(wasFull);
+    EXPECT_TRUE(proposal());
+}
+
 TEST_F(FindContentsWindow, CancelStopsTheReading) {
     whileReading([&] { progressSheet()->pressButton(0); });
     find();

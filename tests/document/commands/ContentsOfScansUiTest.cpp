@@ -3,6 +3,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
 
 namespace leafwright {
 namespace {
@@ -101,6 +102,27 @@ TEST_F(ContentsOfScan, NotOfferedWithoutTheProgramWhereThereIsText) {
     find();
     EXPECT_TRUE(proposal());
     EXPECT_TRUE(platform.alerts.isEmpty());
+}
+
+TEST_F(ContentsOfScan, BarShowsOnHowManyPagesRecognitionHasBegun) {
+    const test::FakeProgram program("ocrmypdf",
+                                    "for page in 1 2 3 4 5; do echo \"    $page Rasterize\"; done\n"
+                                    "while [ ! -e \"$(dirname \"$0\")/go\" ]; do sleep 0.01; done\n"
+                                    "while [ \"$1\" != -- ]; do shift; done\n"
+                                    "cp \"$(dirname \"$0\")/book.pdf\" \"$3\"\n");
+    test::makeBook().save(program.path("book.pdf"));
+    find();
+    ASSERT_TRUE(offer());
+    bool wasShown = false;
+    whileReading([&] {
+        const auto *bar = progressSheet()->findChild<QProgressBar *>("progressBar");
+        // Five of ten pages, of which all would be nearly everything.
+        wasShown = QTest::qWaitFor([&] { return bar->value() * 40 == bar->maximum() * 19; }, 60'000);
+        QFile(program.path("go")).open(QIODevice::WriteOnly);
+    });
+    offer()->pressButton(2);
+    EXPECT_TRUE(wasShown);
+    EXPECT_TRUE(proposal());
 }
 
 TEST_F(ContentsOfScan, RecognitionIsCancelled) {
