@@ -142,7 +142,9 @@ TEST_F(FindContentsWindow, SpaceRejectsTheEntryThatIsLookedAt) {
     find();
     entries().setCurrentItem(&chapter(2));
     QTest::keyClick(&entries(), Qt::Key_Space);
-    EXPECT_EQ(chapter(2).checkState(0), Qt::Unchecked);
+    ASSERT_TRUE(entries().currentItem());
+    EXPECT_EQ(entries().currentItem()->text(0), "3 Light");
+    EXPECT_EQ(entries().currentItem()->checkState(0), Qt::Unchecked);
 }
 
 TEST_F(FindContentsWindow, AllLikeAnEntryAreRejectedAndAccepted) {

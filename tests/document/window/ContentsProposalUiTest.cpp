@@ -42,6 +42,7 @@ TEST_F(RejectedEntries, WhatIsBelowThemIsShownWhereItWillBe) {
         "1 Soil (1.1 What is in the Ground 1.2 Compost 2.1 Rain 2.2 Wells) 3 Light (3.1 Shade 3.2 Glass)";
     EXPECT_EQ(shown(), without);
     EXPECT_TRUE(summary().startsWith("Entries: 8,")) << summary().toStdString();
+    ASSERT_EQ(chapter(0).childCount(), 5);
     EXPECT_EQ(section(0, 2).text(0), "2 Water") << "in its place among the others, to be accepted again";
     take();
     EXPECT_EQ(outline(), without);
@@ -61,6 +62,7 @@ TEST_F(RejectedEntries, BringInNoneThatIsTooDeep) {
 TEST_F(RejectedEntries, AcceptedAgainAreWhereTheyWere) {
     find();
     chapter(1).setCheckState(0, Qt::Unchecked);
+    ASSERT_EQ(chapter(0).childCount(), 5);
     section(0, 2).setCheckState(0, Qt::Checked);
     EXPECT_EQ(shown(), book);
     EXPECT_TRUE(summary().startsWith("Entries: 9,")) << summary().toStdString();
