@@ -97,7 +97,7 @@ private:
     }
 
     /// The entry of the file that a node stands for; null for none.
-    const EntryInFile *entryOf(const QJsonValue &node) const {
+    const FileEntry *entryOf(const QJsonValue &node) const {
         const auto found = inFile_.constFind(node[QLatin1String("entry")].toInt());
         return found == inFile_.constEnd() ? nullptr : &*found;
     }
@@ -111,7 +111,7 @@ private:
         const QPointF spot(point[0].toDouble(), point[1].toDouble());
         const bool isPoint = point.size() == 2 && point[0].isDouble() && point[1].isDouble();
         const bool isNear = std::abs(spot.x()) <= farthest && std::abs(spot.y()) <= farthest;
-        const EntryInFile *inFile = entryOf(node);
+        const FileEntry *inFile = entryOf(node);
         const bool isOfFile = inFile && inFile->point && samePoint(spot, *inFile->point);
         if (!isPoint || (!isNear && !isOfFile))
             return translated("\"point\" must be two numbers, [x, y], in points");
@@ -124,7 +124,7 @@ private:
         const QJsonValue number = node[QLatin1String("entry")];
         if (!isAbsent(number) && number.toInt(0) <= 0)
             return translated("\"entry\" must be an object number or null");
-        const EntryInFile *inFile = entryOf(node);
+        const FileEntry *inFile = entryOf(node);
         OutlineEntry entry = inFile ? inFile->entry : OutlineEntry();
         for (const auto &[key, truth] : {std::pair{"bold", &entry.bold}, std::pair{"italic", &entry.italic},
                                          std::pair{"open", &entry.open}}) {
@@ -204,7 +204,7 @@ void forEachNode(const QJsonArray &nodes, Use &&use) {
 /// their own.
 bool areNumberedAsInFile(const QJsonArray &nodes, const OutlineEntries &inFile) {
     QSet<QString> titles;
-    for (const EntryInFile &entry : inFile)
+    for (const FileEntry &entry : inFile)
         titles.insert(entry.title);
     qsizetype own = 0;
     qsizetype another = 0;

@@ -10,14 +10,14 @@
 namespace leafwright {
 
 /// An entry of an outline that was read from a file.
-struct EntryInFile {
+struct FileEntry {
     QString title;
     std::optional<QPointF> point;  ///< In page space; absent where it leads to no page.
     OutlineEntry entry;
 };
 
 /// The entries of a file, by their object numbers.
-using OutlineEntries = QHash<int, EntryInFile>;
+using OutlineEntries = QHash<int, FileEntry>;
 
 /// Lists the entries of an outline that was read from a file.
 OutlineEntries entriesByNumber(const PDFOutline &root);
