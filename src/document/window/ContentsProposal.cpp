@@ -247,8 +247,8 @@ void ContentsProposal::showEntries(FoundContents found) {
 /// heard.
 void ContentsProposal::dropItems() {
     const auto dropped = std::make_shared<std::vector<std::unique_ptr<QTreeWidgetItem>>>();
-    for (QTreeWidgetItem *item : entries_->invisibleRootItem()->takeChildren())
-        dropped->emplace_back(item);
+    while (const int count = entries_->topLevelItemCount())
+        dropped->emplace_back(entries_->takeTopLevelItem(count - 1));
     QMetaObject::invokeMethod(
         this, [dropped] { dropped->clear(); }, Qt::QueuedConnection);
 }
