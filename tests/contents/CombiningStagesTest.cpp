@@ -36,6 +36,11 @@ public:
         stages_.printed.entries.back().link.emplace();
         return *this;
     }
+    /// Lets a destination with a name lead to the candidate before.
+    MadeStages &named() {
+        stages_.named.insert(static_cast<int>(stages_.headings.candidates.size()) - 1, {1, false});
+        return *this;
+    }
     MadeStages &candidate(const QString &title, int style, double probability) {
         return candidateOn(page_++, title, style, probability);
     }
@@ -212,6 +217,24 @@ TEST(CombiningStages, ConfidenceOfTaggedHeadings) {
     EXPECT_LE(MadeStages().structure(3).entries().front().confidence, 1);
     EXPECT_GT(MadeStages().structure(3, false).entries().front().confidence, 0.5);
     EXPECT_LT(MadeStages().structure(3, false).entries().front().confidence, 0.7);
+}
+
+TEST(CombiningStages, SourcesAreWhatSpeaksForAnEntry) {
+    const auto sources = [](const MadeStages &stages) { return stages.entries().front().sources; };
+    EXPECT_EQ(sources(MadeStages().printed("Title", 1)), ContentsSources{PrintedSource});
+    EXPECT_EQ(sources(MadeStages().printed("Title", 1).linked()), PrintedSource | LinkSource);
+    EXPECT_EQ(sources(MadeStages().printedCandidate("Title", 1)), PrintedSource | StyleSource);
+    EXPECT_EQ(sources(MadeStages().printedCandidate("Title", 1).named()),
+              PrintedSource | StyleSource | NameSource);
+    EXPECT_EQ(sources(MadeStages().candidate("Title", 0, 0.9)), ContentsSources{StyleSource});
+    EXPECT_EQ(sources(MadeStages().candidate("Title", 0, 0.9).named()), StyleSource | NameSource);
+    EXPECT_TRUE(sources(MadeStages().structure(3)) & StructureSource);
+}
+
+TEST(CombiningStages, NamesMakeHeadingsMoreLikely) {
+    const auto confidence = [](const MadeStages &stages) { return stages.entries().front().confidence; };
+    EXPECT_DOUBLE_EQ(confidence(MadeStages().candidate("Title", 0, 0.6)), 0.6);
+    EXPECT_DOUBLE_EQ(confidence(MadeStages().candidate("Title", 0, 0.6).named()), 0.8);
 }
 
 }  // namespace

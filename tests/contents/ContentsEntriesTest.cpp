@@ -97,5 +97,87 @@ TEST(ContentsEntries, BoldRowsThatStayAreNotTooLong) {
     EXPECT_FALSE(isKept(90));
 }
 
+/// What comes of a row without number and the numbered one below it, which need nothing else to be one title.
+QStringList ofTwoRows(const QString &upper, const QString &lower, const test::TextLook &look = {},
+                      double left = 75) {
+    const double y = rowBehind(4);
+    return behind(4, contentsOf(4).text(60, y, upper, look).contentsRow(left, y + 12, lower, "9"));
+}
+
+TEST(ContentsEntries, RowsOfATitleHaveOneWeight) {
+    EXPECT_EQ(ofTwoRows("First row", "second row"), QStringList("First row second row"));
+    EXPECT_EQ(ofTwoRows("First row", "second row", boldLook(10)), (QStringList{"First row", "second row"}))
+        << "a bold one stands for itself";
+}
+
+TEST(ContentsEntries, WhatEndsASentenceIsNoBeginningOfATitle) {
+    EXPECT_EQ(ofTwoRows("First row.", "Second row"), QStringList("Second row"));
+    EXPECT_EQ(ofTwoRows("First row:", "Second row"), QStringList("Second row"));
+    EXPECT_EQ(ofTwoRows("First row,", "Second row"), QStringList("First row, Second row"));
+}
+
+TEST(ContentsEntries, APartAboveIsAnEntryOfItsOwn) {
+    EXPECT_EQ(ofTwoRows("Part I First row", "Second row"), (QStringList{"Part I First row", "Second row"}));
+}
+
+TEST(ContentsEntries, ASmallLetterOrANumberAboveGoesOn) {
+    const auto atMargin = [](const QString &upper, const QString &lower) {
+        return ofTwoRows(upper, lower, {}, 60).first();
+    };
+    EXPECT_EQ(atMargin("First row", "second row"), "First row second row");
+    EXPECT_EQ(atMargin("First row", "Second row"), "Second row");
+    EXPECT_EQ(atMargin("5 First row", "Second row"), "5 First row Second row");
+    EXPECT_EQ(atMargin("5.1 First row", "Second row"), "5.1 First row Second row");
+}
+
+/// The same of rows that lead to places on the second page; not where these are 0.
+QStringList ofLinkedRows(double upperTarget, double lowerTarget, double left) {
+    const double y = rowBehind(4);
+    MadePages pages = contentsOf(4).text(60, y, "First row").contentsRow(left, y + 12, "Second row", "9");
+    if (upperTarget > 0) pages.link(60, 105, y, 1, upperTarget);
+    if (lowerTarget > 0) pages.link(left, 540, y + 12, 1, lowerTarget);
+    return behind(4, pages);
+}
+
+TEST(ContentsEntries, RowsThatLeadToOnePlaceAreOneTitle) {
+    EXPECT_EQ(ofLinkedRows(80, 80, 60), QStringList("First row Second row"));
+    EXPECT_EQ(ofLinkedRows(80, 0, 60), QStringList("Second row")) << "nothing else speaks for it";
+    EXPECT_EQ(ofLinkedRows(0, 0, 75), QStringList("First row Second row"));
+    EXPECT_EQ(ofLinkedRows(80, 90, 75), QStringList("Second row")) << "whatever else speaks for it";
+}
+
+/// The entries of a list of links without numbers. @param targets of each row in turn
+QStringList linkedList(const std::vector<std::vector<int>> &targets) {
+    MadePages pages;
+    pages.page().text(60, 60, "Contents", boldLook(16));
+    double y = 90;
+    QChar letter(u'a');
+    for (const std::vector<int> &ofRow : targets) {
+        pages.text(60, y, QString("Row %1 of it").arg(letter));
+        double left = 60;
+        for (const int target : ofRow) {
+            pages.link(left, left + 12, y, target, 80);
+            left += 12;
+        }
+        y += 12;
+        letter = QChar(letter.unicode() + 1);
+    }
+    return behind(0, pages);
+}
+
+TEST(ContentsEntries, EachRowOfALinkedListIsAnEntry) {
+    const QStringList entries = linkedList({{1}, {2}, {3}, {4}, {5}, {6}, {7}, {8}});
+    EXPECT_EQ(entries.size(), 8);
+    EXPECT_EQ(entries.first(), "Row a of it");
+}
+
+TEST(ContentsEntries, RowsOfSeveralLinksAreRememberedLikeThoseWithoutAny) {
+    const std::vector<int> two{1, 2};
+    const QStringList entries =
+        linkedList({two, two, two, two, two, two, two, {7}, {8}, {9}, {10}, {11}, {12}, {13}, {14}});
+    EXPECT_EQ(entries.size(), 14) << "six of the seven";
+    EXPECT_EQ(entries.first(), "Row b of it");
+}
+
 }  // namespace
 }  // namespace leafwright

@@ -120,5 +120,21 @@ TEST(ContentsPages, LinksOfAListLeadToManyPages) {
     EXPECT_FALSE(isLinkedContents(20, 0, 3));
 }
 
+TEST(ContentsPages, LinksOfAListRise) {
+    const auto isList = [](int falls) {
+        MadePages pages;
+        pages.page();
+        for (int i = 0; i < 21; ++i) {
+            const double y = 60 + 12 * i;
+            // Each fall is two neighbours that have changed places.
+            const int target = i < 2 * falls ? (i % 2 == 0 ? i + 2 : i) : i + 1;
+            pages.text(60, y, "Some title").link(60, 110, y, target, 80);
+        }
+        return regionsOf(pages) == 1;
+    };
+    EXPECT_TRUE(isList(3)) << "of twenty steps";
+    EXPECT_FALSE(isList(4));
+}
+
 }  // namespace
 }  // namespace leafwright

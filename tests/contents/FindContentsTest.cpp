@@ -82,6 +82,48 @@ TEST(FindContents, PrintedContentsWithoutDots) {
     EXPECT_EQ(outlineOf(pages), chaptersOutline(6, 1));
 }
 
+constexpr int pagesOfChapter = 3;
+
+/// The title of a chapter's page: its own, or that of a section, which are counted from 1 in each.
+QString titleCountedAnew(int chapter, int page) {
+    const QChar letter(u'a' + chapter);
+    return page == 1
+               ? QString("About %1").arg(QString(6, letter))
+               : QString("%1 %2 of %3").arg(page - 1).arg(page == 2 ? "Rules" : "Cases", QString(5, letter));
+}
+
+/// Four chapters of such pages. @param anew whether the pages are counted from 1 in each, too
+QStringList addChaptersCountedAnew(MadePages &pages, bool anew) {
+    QStringList outline;
+    for (int chapter = 0; chapter < 4; ++chapter) {
+        for (int page = 1; page <= pagesOfChapter; ++page) {
+            const QString title = titleCountedAnew(chapter, page);
+            pages.page().text(60, 100, title, boldLook(page == 1 ? 18 : 13)).paragraph(130, 30);
+            pages.text(300, 770, QString::number(anew ? page : pagesOfChapter * chapter + page));
+            outline += QString("%1 %2 @%3").arg(page == 1 ? 1 : 2).arg(title).arg(pages.pageCount());
+        }
+    }
+    return outline;
+}
+
+TEST(FindContents, SectionsCountedAnewInEachChapter) {
+    MadePages pages;
+    pages.page().text(60, 80, "Contents", boldLook(18));
+    for (int i = 0; i < 4 * pagesOfChapter; ++i) {
+        const int page = i % pagesOfChapter + 1;
+        pages.contentsRow(page == 1 ? 60 : 75, 110 + 14 * i, titleCountedAnew(i / pagesOfChapter, page),
+                          QString::number(i + 1));
+    }
+    const QStringList outline = addChaptersCountedAnew(pages, false);
+    EXPECT_EQ(outlineOf(pages), outline);
+}
+
+TEST(FindContents, PagesCountedAnewInEachChapter) {
+    MadePages pages;
+    const QStringList outline = addChaptersCountedAnew(pages, true);
+    EXPECT_EQ(outlineOf(pages), outline);
+}
+
 TEST(FindContents, EntriesTellWhatSpeaksForThem) {
     MadePages pages;
     addContents(pages, 6, true);

@@ -139,5 +139,104 @@ TEST(HeadingFeatures, CrowdedStylesCountNoMoreThanThat) {
     EXPECT_DOUBLE_EQ(style(80)[StyleFrequency], 3);
 }
 
+constexpr quint32 black = 0xff000000;
+const TextLook italicLook{10, false, "Times", black, true};
+const TextLook monoLook{10, false, "Courier"};
+
+TEST(HeadingFeatures, WhatTheTextLooksLike) {
+    EXPECT_TRUE(has(Coloured, 60, {12, true, "Times-Bold", 0xff0000c0}));
+    EXPECT_FALSE(has(Coloured, 60, {12, true, "Times-Bold", black}));
+    EXPECT_TRUE(has(OtherFamily, 60, {12, false, "Gothic"}));
+    EXPECT_FALSE(has(OtherFamily, 60, {12, true, "Times-Bold"}));
+    EXPECT_TRUE(has(Mono, 60, {12, false, "Courier"}));
+    EXPECT_FALSE(has(Mono, 60, {12, false, "Gothic"}));
+    EXPECT_TRUE(has(HeadingFeature::Italic, 60, italicLook));
+    EXPECT_FALSE(has(HeadingFeature::Italic, 60));
+    EXPECT_TRUE(has(Bold, 60));
+    EXPECT_FALSE(has(Bold, 60, {12}));
+    EXPECT_TRUE(has(Capitals, 60, {}, "SOME TITLE"));
+    EXPECT_FALSE(has(Capitals, 60));
+}
+
+bool hasText(HeadingFeature feature, const QString &text) {
+    return has(feature, 60, boldLook(10), text);
+}
+
+TEST(HeadingFeatures, WhatTheTextEndsIn) {
+    for (const QString end : {".", ";", ","})
+        EXPECT_TRUE(hasText(EndsInStop, "Some title" + end)) << end.toStdString();
+    EXPECT_FALSE(hasText(EndsInStop, "Some title:"));
+    EXPECT_TRUE(hasText(EndsInColon, "Some title:"));
+    EXPECT_FALSE(hasText(EndsInColon, "Some: title"));
+}
+
+TEST(HeadingFeatures, SignsOfCodeAndFormulas) {
+    for (const QString text :
+         {"x = 1 here", "a < b", "some {title}", "a | b", "a; b", "call()", "std::title", "a -> b", "a \\ b"})
+        EXPECT_TRUE(hasText(Symbols, text)) << text.toStdString();
+    for (const QString text : {"Some title", "Some (title)", "Some - title", "Some: title"})
+        EXPECT_FALSE(hasText(Symbols, text)) << text.toStdString();
+}
+
+TEST(HeadingFeatures, KindsOfNumbers) {
+    EXPECT_TRUE(hasText(SingleNumber, "3 Some title"));
+    EXPECT_FALSE(hasText(SingleNumber, "3.1 Some title"));
+    EXPECT_FALSE(hasText(SingleNumber, "Some title"));
+    EXPECT_TRUE(hasText(HeadingFeature::Dotted, "3.1 Some title"));
+    EXPECT_FALSE(hasText(HeadingFeature::Dotted, "3 Some title"));
+    EXPECT_TRUE(hasText(HeadingFeature::Chapter, "Chapter 3 Some title"));
+    EXPECT_TRUE(hasText(HeadingFeature::Chapter, "Part II Some title"));
+    EXPECT_FALSE(hasText(HeadingFeature::Chapter, "3 Some title"));
+}
+
+HeadingFeatures lastFeaturesOf(const MadePages &pages) {
+    return candidatesOf(pages).candidates.back().features;
+}
+
+TEST(HeadingFeatures, WhatStandsBelow) {
+    const auto title = [] {
+        return MadePages().page().paragraph(20, 10).text(60, 300, "Title", boldLook(10));
+    };
+    EXPECT_EQ(lastFeaturesOf(title())[NothingBelow], 1);
+    EXPECT_EQ(lastFeaturesOf(title())[BodyBelow], 0);
+    EXPECT_EQ(lastFeaturesOf(title().paragraph(320, 5))[NothingBelow], 0);
+    EXPECT_EQ(lastFeaturesOf(title().paragraph(320, 5))[BodyBelow], 1);
+    EXPECT_EQ(lastFeaturesOf(title().text(60, 320, "no body", {8}))[BodyBelow], 0);
+}
+
+TEST(HeadingFeatures, ARowMateStandsInTheSameColumn) {
+    const auto title = [] {
+        return MadePages().page().paragraph(20, 10).text(60, 300, "Title", boldLook(10));
+    };
+    EXPECT_EQ(lastFeaturesOf(title().text(300, 300, "beside"))[HasRowMate], 1);
+    EXPECT_EQ(lastFeaturesOf(title().text(300, 312, "below"))[HasRowMate], 0);
+    MadePages columns = MadePages().page();
+    for (int i = 0; i < 12; ++i) {
+        columns.text(60, 100 + 12 * i, "text in the left column of the page");
+        columns.text(320, 100 + 12 * i, "text in the right column of the page");
+    }
+    columns.text(60, 280, "Title", boldLook(10)).text(320, 280, "text in the right column of the page");
+    EXPECT_EQ(lastFeaturesOf(columns)[HasRowMate], 0) << "text of the other column is far away";
+}
+
+TEST(HeadingCandidates, MonospacedLinesNeedSizeOrWeight) {
+    EXPECT_FALSE(featuresOf(60, "1.1 Some title", monoLook)) << "whatever else speaks for them";
+    EXPECT_TRUE(featuresOf(60, "1.1 Some title", {10, true, "Courier-Bold"}));
+    EXPECT_TRUE(featuresOf(60, "1.1 Some title", {12, false, "Courier"}));
+    EXPECT_TRUE(featuresOf(60, "1.1 Some title", {10, false, "Gothic"})) << "as other fonts do not";
+    EXPECT_FALSE(featuresOf(60, "Some title", monoLook)) << "that it is another font is no sign of its own";
+}
+
+TEST(HeadingCandidates, OneSignIsEnough) {
+    EXPECT_FALSE(featuresOf(60, "Some title", {}));
+    EXPECT_TRUE(featuresOf(60, "SOME TITLE", {})) << "capitals";
+    EXPECT_TRUE(featuresOf(60, "3 Some title", {})) << "a number";
+    EXPECT_FALSE(featuresOf(60, "A title", {})) << "which may be a word";
+    EXPECT_TRUE(featuresOf(60, "Some title", italicLook));
+    EXPECT_TRUE(featuresOf(60, "Some title", {10, false, "Gothic"}));
+    EXPECT_TRUE(featuresOf(60, "Some title", {11}));
+    EXPECT_TRUE(featuresOf(60, "Some title", boldLook(10)));
+}
+
 }  // namespace
 }  // namespace leafwright

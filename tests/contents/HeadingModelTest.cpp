@@ -85,6 +85,17 @@ TEST(HeadingModel, NumberedLinesAreTrustedWhereTheyAreSetApartAndShort) {
     EXPECT_FALSE(trusted(InSequence, 0));
 }
 
+TEST(HeadingModel, NumberedLinesAreTrustedWhereTheyAreOnTwoPages) {
+    const auto trustedOn = [](int pages) {
+        MadeCandidates made = numbered(5, 0);
+        for (HeadingCandidate &candidate : made.all().candidates)
+            candidate.block.page %= pages;
+        return isTrusted(made.score());
+    };
+    EXPECT_TRUE(trustedOn(2));
+    EXPECT_FALSE(trustedOn(1)) << "as the items of a list are";
+}
+
 /// The probability of an unlikely candidate among likely ones of its style.
 double amongLikely(int count) {
     MadeCandidates made;

@@ -138,6 +138,18 @@ TEST(ResolveEntries, RowsWithoutNumberAreLookedForOnSixtyPages) {
     EXPECT_FALSE(isFound(61));
 }
 
+TEST(ResolveEntries, APartThatIsNotFoundLiesWhereWhatFollowsDoes) {
+    const MadePages pages = pagesWith({"Alpha bb", "", "", "Gamma bb"}, 6);
+    const auto between = [&](const QString &title) {
+        return resolved(pages, {entryOf("Alpha bb", "1"), entryOf(title, ""), entryOf("Gamma bb", "4")});
+    };
+    const std::vector<PrintedEntry> part = between("Part II Beyond");
+    ASSERT_EQ(part.size(), 3U);
+    EXPECT_EQ(part[1].page, 3);
+    EXPECT_FALSE(isLocated(part[1]));
+    EXPECT_EQ(between("Beyond").size(), 2U) << "what else is not found is nowhere";
+}
+
 /// What is found of a contents of twenty chapters, of which so many are there, one a page. The others are
 /// behind the last page; but the last of them is named in the text of that page.
 PrintedContents contentsOfExcerpt(int chapters) {

@@ -59,5 +59,28 @@ TEST(StructureHeadings, OnTheNextPageOnlyTheVeryTitleCounts) {
     EXPECT_TRUE(placeOf("Of length", "Of length is what goes on here", 4).isNull()) << "too short to be sure";
 }
 
+/// The levels of headings that are tagged with these.
+std::vector<int> levelsOf(const std::vector<int> &tagged) {
+    MadePages pages;
+    std::vector<StructureHeading> headings;
+    for (size_t i = 0; i < tagged.size(); ++i) {
+        const QString title =
+            QString("About the letter %1").arg(QString(6, QChar(u'a' + static_cast<int>(i))));
+        pages.page().text(60, 100, title, boldLook(14)).paragraph(200, 20);
+        headings.push_back({tagged[i], static_cast<int>(i), title});
+    }
+    const std::vector<PageLines> lines = readAllLines(pages, {}, [](int) {});
+    std::vector<int> levels;
+    for (const LocatedStructureHeading &heading : findStructureHeadings(headings, lines, BodyStyle()))
+        levels.push_back(heading.level);
+    return levels;
+}
+
+TEST(StructureHeadings, LevelsThatNoneHasAreNotCounted) {
+    EXPECT_EQ(levelsOf({1, 2, 3}), (std::vector<int>{1, 2, 3}));
+    EXPECT_EQ(levelsOf({2, 4, 6, 4}), (std::vector<int>{1, 2, 3, 2}));
+    EXPECT_EQ(levelsOf({0, 0, 3}), (std::vector<int>{1, 1, 2})) << "those without level are of the first";
+}
+
 }  // namespace
 }  // namespace leafwright
