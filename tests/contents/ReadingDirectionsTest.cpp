@@ -103,7 +103,7 @@ TEST(ReadingDirections, ColumnsOfCharactersAreLinesFromTheRight) {
     QStringList texts;
     for (const TextLine &line : page.lines)
         texts += line.text;
-    EXPECT_EQ(texts, (QStringList{"題", "先の行", "次の行"}));
+    ASSERT_EQ(texts, (QStringList{"題", "先の行", "次の行"}));
     EXPECT_EQ(page.frame.size(), QSizeF(800, 600));
     EXPECT_EQ(page.lines[1].left, 80);
 }
