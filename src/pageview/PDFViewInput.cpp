@@ -64,6 +64,10 @@ void PDFView::countClick(const QMouseEvent &event) {
 void PDFView::mousePressEvent(QMouseEvent *event) {
     if (event->button() == Qt::BackButton) goBack();
     if (event->button() == Qt::ForwardButton) goForward();
+    if (event->button() == Qt::MiddleButton && !isEmpty()) {
+        pulledFrom_ = event->position().toPoint();
+        viewport()->setCursor(Qt::ClosedHandCursor);
+    }
     if (event->button() != Qt::LeftButton || isEmpty()) return;
     if (clickCount_ > 2) {
         ask(Awaited::Line, pagePointNear(event->position()));
@@ -93,6 +97,7 @@ void PDFView::press(const QPoint &viewPoint, bool extend) {
 void PDFView::mouseMoveEvent(QMouseEvent *event) {
     if (isEmpty()) return;
     pointer_ = event->position().toPoint();
+    if (event->buttons().testFlag(Qt::MiddleButton)) return pullTo(pointer_);
     if (!event->buttons().testFlag(Qt::LeftButton)) {
         pointAt(event->position());
         return;
@@ -113,7 +118,20 @@ void PDFView::mouseMoveEvent(QMouseEvent *event) {
     }
 }
 
+/// Takes the pages along with the pointer.
+void PDFView::pullTo(const QPoint &viewPoint) {
+    if (!pulledFrom_) return;
+    const QPoint way = viewPoint - *pulledFrom_;
+    pulledFrom_ = viewPoint;
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() - way.x());
+    verticalScrollBar()->setValue(verticalScrollBar()->value() - way.y());
+}
+
 void PDFView::mouseReleaseEvent(QMouseEvent *event) {
+    if (event->button() == Qt::MiddleButton && pulledFrom_) {
+        pulledFrom_.reset();
+        pointAt(event->position());
+    }
     if (event->button() != Qt::LeftButton || isEmpty()) return;
     autoScrollTimer_.stop();
     const Gesture gesture = std::exchange(gesture_, Gesture::None);
