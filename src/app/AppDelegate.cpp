@@ -40,6 +40,7 @@ void AppDelegate::initialize(UserDefaults &defaults) {
 AppDelegate::AppDelegate(Platform &platform)
     : platform_(platform), documentController_(platform, [this] { return makeDocument(); }) {
     initialize(platform.userDefaults());
+    documentController_.leaveOutOfRecent(resourcePath(guideName));
     preferences_ = std::make_unique<PreferencesWindow>(platform.userDefaults());
     connect(preferences_->doubleClickEditing(), &QCheckBox::toggled, this,
             [this] { changeLabelDoubleClickingMessage(preferences_->doubleClickEditing()); });
