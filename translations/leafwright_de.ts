@@ -383,6 +383,10 @@
         <source>Reveal Current Entry</source>
         <translation>Gelesenen Eintrag zeigen</translation>
     </message>
+    <message>
+        <source>Point Selected Entry Here</source>
+        <translation>Ausgewählten Eintrag hierher führen</translation>
+    </message>
 </context>
 <context>
     <name>Application</name>
@@ -732,6 +736,14 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
         <source>Puts the prefix and a blank in front of each selected title.</source>
         <translation>Setzt den Vorsatz und ein Leerzeichen vor jeden ausgewählten Titel.</translation>
     </message>
+    <message>
+        <source>%1 of %2 titles change</source>
+        <translation>%1 von %2 Titeln ändern sich</translation>
+    </message>
+    <message>
+        <source>%1 of %2 titles changed</source>
+        <translation>%1 von %2 Titeln geändert</translation>
+    </message>
 </context>
 <context>
     <name>BatchReport</name>
@@ -1051,6 +1063,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>Go On Without</source>
         <translation>Ohne sie fortfahren</translation>
     </message>
+    <message>
+        <source>Find Contents: %1</source>
+        <translation>Inhalt finden: %1</translation>
+    </message>
+    <message>
+        <source>%1 added</source>
+        <translation>%1 hinzugefügt</translation>
+    </message>
 </context>
 <context>
     <name>CpdfBookmarks</name>
@@ -1079,6 +1099,17 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1 and %2 more</source>
         <translation>%1 und %2 weitere</translation>
+    </message>
+</context>
+<context>
+    <name>EntryCount</name>
+    <message>
+        <source>1 entry</source>
+        <translation>1 Eintrag</translation>
+    </message>
+    <message>
+        <source>%1 entries</source>
+        <translation>%1 Einträge</translation>
     </message>
 </context>
 <context>
@@ -1149,6 +1180,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>No page is known to have the label of %1 imported entries, the first of which is “%2”. When they are saved, they lead to the first page.</source>
         <translation>Von keiner Seite ist bekannt, dass sie die Bezeichnung von %1 importierten Einträgen hat, deren erste „%2“ ist. Gesichert führen sie auf die erste Seite.</translation>
+    </message>
+    <message>
+        <source>Exported, %1</source>
+        <translation>Exportiert, %1</translation>
+    </message>
+    <message>
+        <source>Imported, %1</source>
+        <translation>Importiert, %1</translation>
     </message>
 </context>
 <context>
@@ -2045,6 +2084,17 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>RecentDocumentsMenu</name>
+    <message>
+        <source>Clear List</source>
+        <translation>Liste leeren</translation>
+    </message>
+    <message>
+        <source>Open Recent</source>
+        <translation>Zuletzt geöffnet</translation>
+    </message>
+</context>
+<context>
     <name>RecoveryFile</name>
     <message>
         <source>the folder %1 is somebody else’s</source>
@@ -2567,6 +2617,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>&amp;Text:</source>
         <translation>&amp;Text:</translation>
     </message>
+    <message>
+        <source>No title contains this text.</source>
+        <translation>Kein Titel enthält diesen Text.</translation>
+    </message>
+    <message>
+        <source>Selects %1.</source>
+        <translation>Wählt %1 aus.</translation>
+    </message>
 </context>
 <context>
     <name>StepCommands</name>
@@ -2598,12 +2656,27 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>Recover Outline</source>
         <translation>Gliederung wiederherstellen</translation>
     </message>
+    <message>
+        <source>Taken back: %1</source>
+        <translation>Zurückgenommen: %1</translation>
+    </message>
+    <message>
+        <source>Done again: %1</source>
+        <translation>Wiederholt: %1</translation>
+    </message>
 </context>
 <context>
     <name>SystemError</name>
     <message>
         <source>it is a pipe or a device, and not a file</source>
         <translation>es ist eine Pipe oder ein Gerät und keine Datei</translation>
+    </message>
+</context>
+<context>
+    <name>TargetCommands</name>
+    <message>
+        <source>“%1” leads to page %2</source>
+        <translation>„%1“ führt zur Seite %2</translation>
     </message>
 </context>
 <context>
@@ -2974,26 +3047,22 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
-    <name>leafwright::DocumentWindow</name>
+    <name>leafwright::DocumentStatusBar</name>
     <message>
-        <source>Heading map</source>
-        <translation>Überschriftentabelle</translation>
+        <source>Locked by a password</source>
+        <translation>Durch ein Passwort gesperrt</translation>
     </message>
     <message>
-        <source>Toolbar</source>
-        <translation>Werkzeugleiste</translation>
+        <source>%1 of %2 shown</source>
+        <translation>%2, davon %1 gezeigt</translation>
     </message>
     <message>
-        <source>Open Recent</source>
-        <translation>Zuletzt geöffnet</translation>
+        <source>%1, %2 selected</source>
+        <translation>%1, %2 ausgewählt</translation>
     </message>
     <message>
-        <source>Clear List</source>
-        <translation>Liste leeren</translation>
-    </message>
-    <message>
-        <source>%1[*] — Leafwright</source>
-        <translation>%1[*] — Leafwright</translation>
+        <source>%1, not to be changed as the file is encrypted</source>
+        <translation>%1, nicht zu ändern, da die Datei verschlüsselt ist</translation>
     </message>
     <message>
         <source>Page %1 (%2 of %3)</source>
@@ -3002,6 +3071,17 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1 %</source>
         <translation>%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::DocumentWindow</name>
+    <message>
+        <source>Toolbar</source>
+        <translation>Werkzeugleiste</translation>
+    </message>
+    <message>
+        <source>%1[*] — Leafwright</source>
+        <translation>%1[*] — Leafwright</translation>
     </message>
     <message>
         <source>No entries yet.
@@ -3014,6 +3094,10 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 (read-only)</source>
+        <translation>%1 (schreibgeschützt)</translation>
     </message>
 </context>
 <context>
@@ -3052,6 +3136,21 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>Font</source>
         <translation>Schrift</translation>
+    </message>
+    <message>
+        <source>No font has the level H%1. These headings stand a single level below those before them.</source>
+        <translation>Keine Schrift hat die Ebene H%1. Diese Überschriften stehen eine einzige Ebene unter denen vor ihnen.</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::HeadingMapView</name>
+    <message>
+        <source>Heading map</source>
+        <translation>Überschriftentabelle</translation>
+    </message>
+    <message>
+        <source>No font counts as that of headings. Select text of a heading on the page and choose Contents &gt; Use Selection for H1, or load a map.</source>
+        <translation>Keine Schrift gilt als die von Überschriften. Wählen Sie Text einer Überschrift auf der Seite aus und dann Inhalt &gt; Auswahl für H1 verwenden, oder laden Sie eine Tabelle.</translation>
     </message>
 </context>
 <context>
@@ -3175,6 +3274,26 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>Entries that the filter hides were removed with those above them: %1. Step Back brings them back.</source>
         <translation>Einträge, die der Filter verbirgt, wurden mit denen über ihnen entfernt: %1. Ein Schritt zurück bringt sie wieder.</translation>
+    </message>
+    <message>
+        <source>Reverted, %1</source>
+        <translation>Zurückgesetzt, %1</translation>
+    </message>
+    <message>
+        <source>%1 removed</source>
+        <translation>%1 entfernt</translation>
+    </message>
+    <message>
+        <source>This PDF is locked by a password, so its pages can’t be shown.</source>
+        <translation>Dieses PDF ist durch ein Passwort gesperrt; seine Seiten können nicht gezeigt werden.</translation>
+    </message>
+    <message>
+        <source>No page of this PDF can be read. The file may be damaged.</source>
+        <translation>Keine Seite dieses PDF ist lesbar. Die Datei ist vielleicht beschädigt.</translation>
+    </message>
+    <message>
+        <source>Saved, %1</source>
+        <translation>Gespeichert, %1</translation>
     </message>
 </context>
 <context>
@@ -3477,6 +3596,10 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>Page</source>
         <translation>Seite</translation>
+    </message>
+    <message>
+        <source>No page has this label. The entry leads to the first page.</source>
+        <translation>Keine Seite hat diese Bezeichnung. Der Eintrag führt zur ersten Seite.</translation>
     </message>
 </context>
 <context>

@@ -41,6 +41,7 @@ class StyleCommands;
 class StepCommands;
 class SplitView;
 class StructuralEdits;
+class TargetCommands;
 class ThumbnailView;
 class TreeController;
 class TreeNode;
@@ -145,6 +146,8 @@ public:
     /// Tells the user, in the window, that not all of the PDF could be read, if that is so, and whether it
     /// can be saved all the same.
     void tellReadProblem();
+    /// Tells in passing, at the foot of the window, what was done; nothing happens without a window.
+    void tell(const QString &text) const;
     /// Documents are written when the user says so, never by themselves.
     static bool autosavesInPlace() { return false; }
     /// Who is told of every write; the window's progress sheet once there is a window. May be null.
@@ -264,6 +267,7 @@ private:
     std::unique_ptr<BatchRenaming> batchRenaming_;
     std::unique_ptr<SelectionCommands> selectionCommands_;
     std::unique_ptr<StyleCommands> styleCommands_;
+    std::unique_ptr<TargetCommands> targetCommands_;
     std::unique_ptr<PrintedPageCommands> printedPageCommands_;
     std::unique_ptr<HeadingMapCommands> headingMapCommands_;
     std::unique_ptr<AutoTOCCommands> autoTOCCommands_;

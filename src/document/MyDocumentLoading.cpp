@@ -98,6 +98,9 @@ void MyDocument::warnAboutVersion() {
 }
 
 void MyDocument::showPages() {
+    pdfview()->setPlaceholderText(pdfDoc()->isLocked()
+                                      ? tr("This PDF is locked by a password, so its pages can’t be shown.")
+                                      : tr("No page of this PDF can be read. The file may be damaged."));
     pdfview()->setDocument(pdfDoc());
     pdfview()->setPageLabelLocation(QStringLiteral("Q1"));
     QFont labelFont(QStringLiteral("Lucida Grande"));

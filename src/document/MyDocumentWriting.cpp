@@ -2,7 +2,9 @@
 #include "document/commands/OtherPrograms.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/EntriesElsewhereNotice.h"
+#include "document/window/EntryCount.h"
 #include "document/window/SaveProgress.h"
+#include "tree/TreeController.h"
 #include "widgets/NoticeBars.h"
 
 #include <QLoggingCategory>
@@ -32,6 +34,8 @@ std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, cons
     outline_.write(path, type);
     showWriteError(type);
     if (type == saveFinalPDF) showLosses();
+    if (type == saveFinalPDF && !writeError())
+        tell(tr("Saved, %1").arg(entryCountText(treecontroller_->nodeCount())));
     otherPrograms_->tell();
     return writeError();
 }

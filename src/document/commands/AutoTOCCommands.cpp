@@ -8,6 +8,8 @@
 #include "document/commands/StructuralEdits.h"
 #include "document/window/AutoTOCProgress.h"
 #include "document/window/DocumentWindow.h"
+#include "document/window/EntryCount.h"
+#include "model/TreeWalk.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "pdf/ReadAhead.h"
 #include "platform/Settings.h"
@@ -171,6 +173,8 @@ void AutoTOCCommands::insertTopItem(std::unique_ptr<MyOutlineItem> top, const QS
         std::move(top), IndexPath::indexPathWithIndex(tree.arrangedObjects().childCount()));
     document_.outlineview()->revealItems({&added});
     document_.outlineview()->setFocus();
+    const MyOutlineItem &item = *added.representedObject();
+    document_.tell(QStringLiteral("%1: %2").arg(item.pageTitle(), entryCountText(countBelow(item))));
     document_.tellReadProblem();
 }
 

@@ -2,6 +2,7 @@
 
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
+#include "document/window/EntryCount.h"
 #include "exchange/OutlineFormat.h"
 #include "files/FilePlace.h"
 #include "files/FileReading.h"
@@ -105,6 +106,8 @@ void ExchangeCommands::exportOutline() {
     if (problem_) {
         document_.platform().beep();
         notices.prepend(*problem_);
+    } else {
+        document_.tell(translated("Exported, %1").arg(entryCountText(countBelow(document_.root()))));
     }
     tell(failedExportNotice, notices);
 }
@@ -164,7 +167,9 @@ void ExchangeCommands::importOutline() {
     }
     MyOutlineItem &root = *std::get<std::unique_ptr<MyOutlineItem>>(outline);
     tell(failedImportNotice, unknownLabels(root));
+    const qint64 count = countBelow(root);
     put(root, *existing);
+    document_.tell(translated("Imported, %1").arg(entryCountText(count)));
 }
 
 QStringList ExchangeCommands::unknownLabels(const MyOutlineItem &outline) const {

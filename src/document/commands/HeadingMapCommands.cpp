@@ -23,6 +23,7 @@
 #include <QTableView>
 
 #include <algorithm>
+#include <ranges>
 
 namespace leafwright {
 
@@ -34,10 +35,34 @@ constexpr qint64 longestMapFile = 1 << 20;  // bytes; a map has a line a font, s
 
 constexpr Translated translated{"HeadingMapCommands"};
 
+using SharedPDF = std::shared_ptr<const PDFDocument>;
+
 const QString failedMapNotice = QStringLiteral("failedMap");
 
 FilePanel mapPanel(const QString &title) {
     return {.title = title, .allowedFileTypes = {QStringLiteral("txt")}};
+}
+
+QString fontIDOf(const LevelRecord &record) {
+    return record.font ? fontIDString(*record.font) : record.fontText;
+}
+
+struct FoundText {
+    int pageIndex;
+    TextRange range;
+};
+
+/// The first text in a font behind a place, where the last page is followed by the first; absent where no
+/// text has the font.
+std::optional<FoundText> nextPlaceOf(const QString &fontID, const PDFDocument &pdf,
+                                     const HeadingMapCommands::Place &from) {
+    const int pages = pdf.pageCount();
+    for (int i = 0; i <= pages; ++i) {
+        const int index = (from.pageIndex + i) % pages;
+        for (const TextRange &range : rangesOfFontID(*pdf.page(index), fontID))
+            if (i > 0 || range.location > from.location) return FoundText{index, range};
+    }
+    return std::nullopt;
 }
 
 /// @param failure gets why there is none, as a message to the user
@@ -150,15 +175,57 @@ void HeadingMapCommands::resetH1H2H3FontsMap() {
 }
 
 void HeadingMapCommands::buttonDeleteSelectedH1H2H3RowsClicked() {
+    HeadingLevelMap &map = document_.listH1H2H3Config();
+    for (const int row : std::views::reverse(selectedRows()))
+        map.erase(map.begin() + row);
+    document_.reloadHeadingMap();
+}
+
+std::vector<int> HeadingMapCommands::selectedRows() const {
     std::vector<int> rows;
     for (const QModelIndex &index :
          document_.myWindow()->tableViewH1H2H3Config()->selectionModel()->selectedRows())
         rows.push_back(index.row());
-    std::ranges::sort(rows, std::greater());
+    std::ranges::sort(rows);
+    return rows;
+}
+
+void HeadingMapCommands::setLevelOfSelectedRows(int level) {
     HeadingLevelMap &map = document_.listH1H2H3Config();
-    for (const int row : rows)
-        map.erase(map.begin() + row);
+    HeadingLevelMap changed;
+    for (const int row : selectedRows()) {
+        LevelRecord &record = map[static_cast<size_t>(row)];
+        record.levelNumber = level;
+        record.levelName = QStringLiteral("H%1").arg(level);
+        changed.push_back(record);
+    }
+    if (changed.empty()) return;
+    sortByLevel(map);
     document_.reloadHeadingMap();
+    QTableView &table = *document_.myWindow()->tableViewH1H2H3Config();
+    QItemSelection rows;
+    for (size_t row = 0; row < map.size(); ++row) {
+        const QModelIndex index = table.model()->index(static_cast<int>(row), 0);
+        if (std::ranges::find(changed, map[row]) != changed.end()) rows.select(index, index);
+    }
+    table.selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void HeadingMapCommands::showNextOccurrence(int row) {
+    const QString font = fontIDOf(document_.listH1H2H3Config().at(static_cast<size_t>(row)));
+    const PDFPage *shown = document_.pdfview()->currentPage();
+    if (!shown) return;
+    const bool goesOn = occurrence_.font == font && occurrence_.place.pageIndex == shown->index();
+    const auto found = inBackground(
+        document_,
+        [](const SharedPDF &pdf, const QString &fontID, const Place &from) {
+            return nextPlaceOf(fontID, *pdf, from);
+        },
+        document_.sharedPdfDoc(), font, goesOn ? occurrence_.place : Place{shown->index(), -1});
+    if (!found) return document_.platform().beep();
+    occurrence_ = {font, {found->pageIndex, found->range.location}};
+    document_.pdfview()->showText(found->pageIndex, found->range);
+    tableViewSelectionDidChange();
 }
 
 void HeadingMapCommands::tableViewSelectionDidChange() {
@@ -166,8 +233,7 @@ void HeadingMapCommands::tableViewSelectionDidChange() {
     view.clearSelection();
     const auto rows = document_.myWindow()->tableViewH1H2H3Config()->selectionModel()->selectedRows();
     if (rows.isEmpty()) return;
-    const LevelRecord &record = document_.listH1H2H3Config().at(static_cast<size_t>(rows.first().row()));
-    const QString font = record.font ? fontIDString(*record.font) : record.fontText;
+    const QString font = fontIDOf(document_.listH1H2H3Config().at(static_cast<size_t>(rows.first().row())));
     PDFSelection selection;
     const auto [first, last] = view.visiblePages();
     for (int i = first; i <= last; ++i) {

@@ -6,7 +6,8 @@
 
 namespace leafwright {
 
-/// The heading level map as a table of two columns, "Level" and "Font", a row a record.
+/// The heading level map as a table of two columns, "Level" and "Font", a row a record. A level is red where
+/// no font has the one above it.
 class HeadingMapModel : public QAbstractTableModel {
     Q_OBJECT
 

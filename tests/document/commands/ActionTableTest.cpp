@@ -146,6 +146,7 @@ TEST(ActionDescriptions, AreThoseThatHelpAndPeoplesFingersRelyOn) {
         "Outline: Move Down [Alt+Down]",
         "Outline: Expand [Ctrl+Right]",
         "Outline: Collapse [Ctrl+Left]",
+        "Outline: Point Selected Entry Here [Ctrl+Shift+P]",
         "Outline: Open in Viewers",
         "Outline: Filter… [Ctrl+K]",
         "Outline: Reveal Current Entry",
