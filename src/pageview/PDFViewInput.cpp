@@ -22,7 +22,7 @@ constexpr double autoScrollSpeed = 0.5;
 
 /// Whether a key leads to a place that was left: back is -1, forward 1, any other key 0.
 int stepInHistory(const QKeyEvent &event) {
-    const bool alt = event.modifiers().testFlag(Qt::AltModifier);
+    const bool alt = (event.modifiers() & ~Qt::KeypadModifier) == Qt::AltModifier;
     if ((alt && event.key() == Qt::Key_Left) || event.key() == Qt::Key_Back) return -1;
     return (alt && event.key() == Qt::Key_Right) || event.key() == Qt::Key_Forward ? 1 : 0;
 }

@@ -309,5 +309,14 @@ TEST_F(PDFViewInputTest, TheMiddleButtonPullsThePagesAlong) {
     EXPECT_EQ(selected(), "");
 }
 
+TEST_F(PDFViewInputTest, OnlyAltAloneLeadsBackAndForward) {
+    show(test::numberedPages(3));
+    view.goToPage(&page(2));
+    key(Qt::Key_Left, Qt::AltModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(view.canGoBack()) << "it is another command's";
+    key(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(currentIndex(), 0);
+}
+
 }  // namespace
 }  // namespace leafwright

@@ -53,7 +53,7 @@ constexpr auto descriptions = std::to_array<ActionDescription>({
     {"addSelectedTextAsTOCSibling:", Menu::Outline, TITLE("Add Selected Text as Sibling"), "Ctrl+T", none, Needs::Text},
     {"addSelectedTextAsTOCChild:", Menu::Outline, TITLE("Add Selected Text as Child"), "Ctrl+Shift+T", none, Needs::Text},
     {"removeOutlineItems:", Menu::Outline, TITLE("Remove"), "Del", group | bar, Needs::Entries},
-    {"promoteChildrenOutlineItem:", Menu::Outline, TITLE("Promote Children"), "", none, Needs::OneParent},
+    {"promoteChildrenOutlineItem:", Menu::Outline, TITLE("Promote Children"), "Alt+Shift+Left", none, Needs::OneParent},
     {"moveLeft:", Menu::Outline, TITLE("Move Left"), "Alt+Left", group | bar, Needs::Entries},
     {"moveRight:", Menu::Outline, TITLE("Move Right"), "Alt+Right", bar, Needs::Entries},
     {"moveUp:", Menu::Outline, TITLE("Move Up"), "Alt+Up", bar, Needs::Entries},

@@ -37,6 +37,7 @@ constexpr Translated translated{"HeadingMapCommands"};
 
 using SharedPDF = std::shared_ptr<const PDFDocument>;
 
+const QString emptiedMapNotice = QStringLiteral("emptiedMap");
 const QString failedMapNotice = QStringLiteral("failedMap");
 
 FilePanel mapPanel(const QString &title) {
@@ -102,6 +103,7 @@ HeadingMapCommands::HeadingMapCommands(MyDocument &document) : document_(documen
 }
 
 void HeadingMapCommands::mapChanged() {
+    if (DocumentWindow *window = document_.myWindow()) window->notices()->removeNotice(emptiedMapNotice);
     if (DocumentWindow *window = document_.myWindow()) window->tableViewH1H2H3Config()->clearSelection();
     document_.reloadHeadingMap();
 }
@@ -170,8 +172,15 @@ bool HeadingMapCommands::loadMapText(const QString &text) {
 
 void HeadingMapCommands::resetH1H2H3FontsMap() {
     document_.finishHeadingMap();
-    document_.listH1H2H3Config().clear();
+    const HeadingLevelMap before = std::exchange(document_.listH1H2H3Config(), {});
     document_.reloadHeadingMap();
+    DocumentWindow *window = document_.myWindow();
+    if (before.empty() || !window) return;
+    window->notices()->setNotice(emptiedMapNotice, {translated("The heading map was emptied."),
+                                                    {{translated("Bring It Back"), [this, before] {
+                                                          document_.listH1H2H3Config() = before;
+                                                          mapChanged();
+                                                      }}}});
 }
 
 void HeadingMapCommands::buttonDeleteSelectedH1H2H3RowsClicked() {

@@ -139,7 +139,7 @@ TEST(ActionDescriptions, AreThoseThatHelpAndPeoplesFingersRelyOn) {
         "Outline: Add Selected Text as Sibling [Ctrl+T]",
         "Outline: Add Selected Text as Child [Ctrl+Shift+T]",
         "Outline: Remove [Del]",
-        "Outline: Promote Children",
+        "Outline: Promote Children [Alt+Shift+Left]",
         "Outline: Move Left [Alt+Left]",
         "Outline: Move Right [Alt+Right]",
         "Outline: Move Up [Alt+Up]",

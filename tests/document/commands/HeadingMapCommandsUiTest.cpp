@@ -8,6 +8,7 @@
 
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QPushButton>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -259,6 +260,27 @@ TEST_F(HeadingMap, AFontThatNoTextHasIsNotShown) {
     document.headingMapCommands().showNextOccurrence(0);
     EXPECT_EQ(platform.beeps, 1);
     EXPECT_EQ(document.pdfview()->currentPage()->index(), 0);
+}
+
+TEST_F(HeadingMap, AnEmptiedMapCanBeBroughtBack) {
+    const NoticeBars &notices = *document.myWindow()->notices();
+    const auto press = [&notices] {
+        for (auto *button : notices.bar("emptiedMap")->findChildren<QPushButton *>())
+            if (button->text() == "Bring It Back") button->click();
+    };
+    perform("resetH1H2H3FontsMap:");
+    ASSERT_TRUE(notices.bar("emptiedMap"));
+    press();
+    EXPECT_EQ(map(), "H1 24, H2 16");
+    EXPECT_FALSE(notices.bar("emptiedMap"));
+    perform("resetH1H2H3FontsMap:");
+    selectText("Body text");
+    perform("useSelectionforH1:");
+    EXPECT_FALSE(notices.bar("emptiedMap")) << "it would take away what has come since";
+    perform("resetH1H2H3FontsMap:");
+    perform("resetH1H2H3FontsMap:");
+    press();
+    EXPECT_EQ(map(), "H1 10") << "an empty map is nothing to come back to";
 }
 
 TEST_F(HeadingMap, SaysHowRowsComeThereWhileItHasNone) {

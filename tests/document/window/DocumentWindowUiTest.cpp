@@ -139,6 +139,7 @@ TEST_F(Window, ClosingWithChangesAsksAndCancelKeepsTheWindow) {
     EXPECT_FALSE(window().close());
     ASSERT_EQ(platform.alerts.size(), 1);
     EXPECT_EQ(platform.alerts[0].buttons, (QStringList{"Save", "Discard", "Cancel"}));
+    EXPECT_EQ(platform.alerts[0].title, "a.pdf");
     EXPECT_TRUE(window().isVisible());
 }
 
