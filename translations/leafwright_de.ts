@@ -790,6 +790,14 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
         <source>with --log, a script needs an &quot;out&quot;: whether it has saved over the file could not be told</source>
         <translation>mit --log braucht ein Skript ein „out“: Ob es die Datei überschrieben hat, ließe sich nicht sagen</translation>
     </message>
+    <message>
+        <source>1 job done</source>
+        <translation>1 Auftrag erledigt</translation>
+    </message>
+    <message>
+        <source>%1 jobs done</source>
+        <translation>%1 Aufträge erledigt</translation>
+    </message>
 </context>
 <context>
     <name>Command</name>
@@ -840,6 +848,10 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
     <message>
         <source>The PDF to write; &quot;-&quot; is standard output. It may be the input, which is then replaced when the new file is complete.</source>
         <translation>Die zu schreibende PDF; „-“ ist die Standardausgabe. Es darf die Eingabe sein; sie wird dann ersetzt, sobald die neue Datei vollständig ist.</translation>
+    </message>
+    <message>
+        <source>Does not say what was done, only what is wrong.</source>
+        <translation>Sagt nicht, was getan wurde, nur was nicht stimmt.</translation>
     </message>
 </context>
 <context>
@@ -1073,6 +1085,33 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>CountText</name>
+    <message>
+        <source>1 entry</source>
+        <translation>1 Eintrag</translation>
+    </message>
+    <message>
+        <source>%1 entries</source>
+        <translation>%1 Einträge</translation>
+    </message>
+    <message>
+        <source>1 page</source>
+        <translation>1 Seite</translation>
+    </message>
+    <message>
+        <source>%1 pages</source>
+        <translation>%1 Seiten</translation>
+    </message>
+    <message>
+        <source>1 file</source>
+        <translation>1 Datei</translation>
+    </message>
+    <message>
+        <source>%1 files</source>
+        <translation>%1 Dateien</translation>
+    </message>
+</context>
+<context>
     <name>CpdfBookmarks</name>
     <message>
         <source>not of the form 0 &quot;Title&quot; 12</source>
@@ -1099,17 +1138,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1 and %2 more</source>
         <translation>%1 und %2 weitere</translation>
-    </message>
-</context>
-<context>
-    <name>EntryCount</name>
-    <message>
-        <source>1 entry</source>
-        <translation>1 Eintrag</translation>
-    </message>
-    <message>
-        <source>%1 entries</source>
-        <translation>%1 Einträge</translation>
     </message>
 </context>
 <context>
@@ -1373,6 +1401,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>Also saves the guessed map to a file that &quot;autotoc --map&quot; reads, to be edited.</source>
         <translation>Speichert die vermutete Tabelle auch in eine Datei, die „autotoc --map“ liest, zum Bearbeiten.</translation>
     </message>
+    <message>
+        <source>%1: %2 fonts, %3 of them of headings</source>
+        <translation>%1: %2 Schriften, davon %3 von Überschriften</translation>
+    </message>
 </context>
 <context>
     <name>HeadingMapCommands</name>
@@ -1391,6 +1423,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1:%2: the text is not UTF-8</source>
         <translation>%1:%2: Der Text ist nicht UTF-8</translation>
+    </message>
+    <message>
+        <source>The heading map was emptied.</source>
+        <translation>Die Überschriftentabelle wurde geleert.</translation>
+    </message>
+    <message>
+        <source>Bring It Back</source>
+        <translation>Zurückholen</translation>
     </message>
 </context>
 <context>
@@ -1920,6 +1960,18 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>%1: the folder could not be made: %2</source>
         <translation>%1: Der Ordner ließ sich nicht anlegen: %2</translation>
     </message>
+    <message>
+        <source>%1: %2 written</source>
+        <translation>%1: %2 geschrieben</translation>
+    </message>
+    <message>
+        <source>standard output</source>
+        <translation>Standardausgabe</translation>
+    </message>
+    <message>
+        <source>%1 written, %2</source>
+        <translation>%1 geschrieben, %2</translation>
+    </message>
 </context>
 <context>
     <name>OutputFile</name>
@@ -2156,6 +2208,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>Where a table goes that has a line a job; &quot;-&quot; is standard output.</source>
         <translation>Wohin eine Tabelle mit einer Zeile je Auftrag kommt; &quot;-&quot; ist die Standardausgabe.</translation>
+    </message>
+    <message>
+        <source>1 job reported</source>
+        <translation>1 Auftrag im Bericht</translation>
+    </message>
+    <message>
+        <source>%1 jobs reported</source>
+        <translation>%1 Aufträge im Bericht</translation>
     </message>
 </context>
 <context>
@@ -2451,6 +2511,22 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>scripts need a program with windows</source>
         <translation>Skripte brauchen ein Programm mit Fenstern</translation>
+    </message>
+    <message>
+        <source>1 step played</source>
+        <translation>1 Schritt gespielt</translation>
+    </message>
+    <message>
+        <source>%1 steps played</source>
+        <translation>%1 Schritte gespielt</translation>
+    </message>
+    <message>
+        <source>; %1 written</source>
+        <translation>; %1 geschrieben</translation>
+    </message>
+    <message>
+        <source>standard output</source>
+        <translation>Standardausgabe</translation>
     </message>
 </context>
 <context>

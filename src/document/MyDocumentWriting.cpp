@@ -2,8 +2,8 @@
 #include "document/commands/OtherPrograms.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/EntriesElsewhereNotice.h"
-#include "document/window/EntryCount.h"
 #include "document/window/SaveProgress.h"
+#include "texts/CountText.h"
 #include "tree/TreeController.h"
 #include "widgets/NoticeBars.h"
 

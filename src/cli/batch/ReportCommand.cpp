@@ -53,9 +53,11 @@ std::optional<QString> writeReport(const QStringList &logs, const QString &html,
     if (auto problem = table.start()) return problem;
     BatchReport report;
     ReportLogs reader(logs);
+    qint64 jobs = 0;
     table.write(headOfTable());
     const auto problem = reader.read([&](const ReportedJob &job) {
         report.add(job);
+        ++jobs;
         table.write(rowOf(job));
     });
     for (const QString &notice : reader.notices())
@@ -63,6 +65,7 @@ std::optional<QString> writeReport(const QStringList &logs, const QString &html,
     if (problem) return problem;
     page.write(pageOf(report).toUtf8());
     if (auto failure = table.finish()) return failure;
+    console.tellOutcome(jobs == 1 ? translated("1 job reported") : translated("%1 jobs reported").arg(jobs));
     return page.finish();
 }
 

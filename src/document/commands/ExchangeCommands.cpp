@@ -2,12 +2,12 @@
 
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
-#include "document/window/EntryCount.h"
 #include "exchange/OutlineFormat.h"
 #include "files/FilePlace.h"
 #include "files/FileReading.h"
 #include "files/FileReplacement.h"
 #include "model/TreeWalk.h"
+#include "texts/CountText.h"
 #include "texts/Translated.h"
 #include "widgets/NoticeBars.h"
 

@@ -3,10 +3,10 @@
 #include "document/MyDocument.h"
 #include "document/commands/OtherPrograms.h"
 #include "document/window/DocumentWindow.h"
-#include "document/window/EntryCount.h"
 #include "model/TreeWalk.h"
 #include "platform/Settings.h"
 #include "platform/UserDefaults.h"
+#include "texts/CountText.h"
 
 #include <QDir>
 #include <QFileInfo>

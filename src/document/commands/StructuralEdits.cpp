@@ -7,9 +7,9 @@
 #include "categories/TextCleaning.h"
 #include "document/MyDocument.h"
 #include "document/outline/TitleRewriting.h"
-#include "document/window/EntryCount.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "outlineview/OutlineViewExtensions.h"
+#include "texts/CountText.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 

@@ -1,8 +1,8 @@
 #include "document/window/DocumentStatusBar.h"
 
 #include "document/MyDocument.h"
-#include "document/window/EntryCount.h"
 #include "pageview/PDFView.h"
+#include "texts/CountText.h"
 #include "tree/TreeController.h"
 
 #include <QAccessible>
