@@ -9,6 +9,7 @@
 #include "app/Updater.h"
 #include "document/MyDocument.h"
 #include "document/Recovery.h"
+#include "document/ViewMemory.h"
 #include "document/window/DocumentWindow.h"
 #include "files/FileReading.h"
 #include "platform/Settings.h"
@@ -172,6 +173,7 @@ std::unique_ptr<Document> AppDelegate::makeDocument() {
     auto document = std::make_unique<MyDocument>(platform_);
     registerActions(*document);
     if (!recoveryFolder_.isNull()) new Recovery(*document, recoveryFolder_);
+    if (!viewFolder_.isNull()) new ViewMemory(*document, viewFolder_);
     return document;
 }
 

@@ -224,6 +224,8 @@ public:
 Q_SIGNALS:
     /// The window is there, and about to be filled.
     void windowMade();
+    /// All is shown as a file is shown that was just opened, also what comes a moment after the window.
+    void loaded();
     /// What can be taken back or done again is something else.
     void historyChanged();
 
@@ -241,6 +243,7 @@ private:
     void setUpSplitView();
     void documentDidLoad();
     void bindThumbnails();
+    void showFromTheTop(const PDFPage &first);
     void guessHeadingMap();
     void takeGuessedHeadingMap();
     void showAlert(const QString &message, const QString &informativeText);

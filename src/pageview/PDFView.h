@@ -47,6 +47,9 @@ public:
     /// Shows a point at the top of the view; the zero point is no particular spot, but the top of the page.
     /// A page index out of range does nothing.
     void goToDestination(const PDFDestination &destination);
+    /// The current page and the top left of what is seen of it, which goToDestination() shows like this;
+    /// absent without pages.
+    std::optional<PDFDestination> currentDestination() const;
     /// The four steps stay where they are when there is no such page.
     void goToNextPage();
     void goToPreviousPage();

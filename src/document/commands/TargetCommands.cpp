@@ -6,8 +6,6 @@
 #include "view/LabelPDFView.h"
 #include "view/SpotArchive.h"
 
-#include <algorithm>
-
 namespace leafwright {
 
 namespace {
@@ -16,19 +14,13 @@ constexpr Translated translated{"TargetCommands"};
 
 constexpr const char *command = "pointSelectedEntryHere:";
 
-/// The top left of what is seen of a page.
-PageTarget topOfWhatIsSeen(const LabelPDFView &view, const PDFPage &page) {
-    const QPointF corner = view.convertPointFromPage(page.transform().toPage(QPointF(0, 0)), page);
-    const QPointF seen(std::max(0.0, corner.x()), std::max(0.0, corner.y()));
-    return {page.label(), view.convertPointToPage(seen, page), page.index()};
-}
-
 /// Absent without pages.
 std::optional<PageTarget> targetHere(const LabelPDFView &view) {
     if (const auto spot = unarchivedSpot(view.iconLocationData()))
         return PageTarget{spot->pageLabel, spot->point};
-    const PDFPage *page = view.currentPage();
-    return page ? std::optional(topOfWhatIsSeen(view, *page)) : std::nullopt;
+    const auto seen = view.currentDestination();
+    if (!seen) return std::nullopt;
+    return PageTarget{view.currentPage()->label(), seen->point, seen->pageIndex};
 }
 
 }  // namespace
