@@ -200,9 +200,14 @@ std::vector<int> HeadingMapCommands::selectedRows() const {
 }
 
 void HeadingMapCommands::setLevelOfSelectedRows(int level) {
+    setLevelOfRows(selectedRows(), level);
+}
+
+void HeadingMapCommands::setLevelOfRows(const std::vector<int> &rows, int level) {
     HeadingLevelMap &map = document_.listH1H2H3Config();
     HeadingLevelMap changed;
-    for (const int row : selectedRows()) {
+    for (const int row : rows) {
+        if (row >= std::ssize(map)) continue;
         LevelRecord &record = map[static_cast<size_t>(row)];
         record.levelNumber = level;
         record.levelName = QStringLiteral("H%1").arg(level);
@@ -212,12 +217,13 @@ void HeadingMapCommands::setLevelOfSelectedRows(int level) {
     sortByLevel(map);
     document_.reloadHeadingMap();
     QTableView &table = *document_.myWindow()->tableViewH1H2H3Config();
-    QItemSelection rows;
+    QItemSelection selection;
     for (size_t row = 0; row < map.size(); ++row) {
         const QModelIndex index = table.model()->index(static_cast<int>(row), 0);
-        if (std::ranges::find(changed, map[row]) != changed.end()) rows.select(index, index);
+        if (std::ranges::find(changed, map[row]) != changed.end()) selection.select(index, index);
     }
-    table.selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    table.selectionModel()->select(selection,
+                                   QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 void HeadingMapCommands::showNextOccurrence(int row) {

@@ -31,6 +31,8 @@ public:
     void buttonDeleteSelectedH1H2H3RowsClicked();
     /// Gives the fonts of the selected rows another level; the rows stay selected. @param level 1 is the top
     void setLevelOfSelectedRows(int level);
+    /// The same for other rows, which become the selected ones. Those that do not exist are passed over.
+    void setLevelOfRows(const std::vector<int> &rows, int level);
     /// Shows where text in a row's font stands next, and marks it as tableViewSelectionDidChange() does: from
     /// the current page on, or behind what this showed there last; the end is followed by the beginning.
     /// Beeps where no text has the font.

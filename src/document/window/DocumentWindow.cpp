@@ -274,6 +274,13 @@ void DocumentWindow::connectHeadingMap() {
     connect(tableViewH1H2H3Config_, &HeadingMapView::levelRequested, this, [this](int level) {
         if (!document_.isBusy()) document_.headingMapCommands().setLevelOfSelectedRows(level);
     });
+    // Later: the rows are made anew, which the editor of a cell would not survive.
+    connect(
+        &document_.headingMapModel(), &HeadingMapModel::levelEntered, this,
+        [this](int row, int level) {
+            if (!document_.isBusy()) document_.headingMapCommands().setLevelOfRows({row}, level);
+        },
+        Qt::QueuedConnection);
     connect(tableViewH1H2H3Config_, &HeadingMapView::occurrenceRequested, this, [this](int row) {
         if (!document_.isBusy()) document_.headingMapCommands().showNextOccurrence(row);
     });

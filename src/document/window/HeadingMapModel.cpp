@@ -63,9 +63,24 @@ QVariant HeadingMapModel::data(const QModelIndex &index, int role) const {
             return {};
         case Qt::DisplayRole:
             return objectValue(record, identifier(index.column()));
+        case Qt::EditRole:
+            return index.column() == LevelColumn ? record.levelNumber : QVariant();
         default:
             return {};
     }
+}
+
+Qt::ItemFlags HeadingMapModel::flags(const QModelIndex &index) const {
+    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    return index.isValid() && index.column() == LevelColumn ? flags | Qt::ItemIsEditable : flags;
+}
+
+bool HeadingMapModel::setData(const QModelIndex &index, const QVariant &value, int role) {
+    const int level = value.toInt();
+    if (role != Qt::EditRole || !flags(index).testFlag(Qt::ItemIsEditable)) return false;
+    if (level < 1 || level > deepestLevel) return false;
+    Q_EMIT levelEntered(index.row(), level);
+    return true;
 }
 
 QVariant HeadingMapModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -26,7 +26,7 @@ bool isDelete(const QKeyEvent &event) {
 HeadingMapView::HeadingMapView(QWidget *parent) : QTableView(parent) {
     setAccessibleName(tr("Heading map"));
     setSelectionBehavior(SelectRows);
-    setEditTriggers(NoEditTriggers);
+    setEditTriggers(EditKeyPressed | SelectedClicked);
     setTabKeyNavigation(false);
     setShowGrid(false);
     setWordWrap(false);

@@ -9,6 +9,7 @@
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSpinBox>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -175,6 +176,8 @@ TEST_F(HeadingMap, TheTableShowsLevelAndFontOfEachRecord) {
 TEST_F(HeadingMap, TheDeleteKeyInItRemovesItsRowsAndNoEntries) {
     setOutline("a b");
     document.window()->show();
+    document.window()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(document.window()));
     select({{0}});
     table().setFocus();
     table().selectRow(0);
@@ -206,6 +209,28 @@ TEST_F(HeadingMap, ADigitGivesTheSelectedRowsThatLevel) {
     QTest::keyClick(&table(), Qt::Key_4);
     EXPECT_EQ(map(), "H1 24, H2 16");
     EXPECT_FALSE(document.isDocumentEdited());
+}
+
+TEST_F(HeadingMap, ALevelCanBeEnteredInItsCell) {
+    document.window()->show();
+    table().setFocus();
+    const auto enter = [this](int row, int level) {
+        table().setCurrentIndex(table().model()->index(row, HeadingMapModel::LevelColumn));
+        QTest::keyClick(&table(), Qt::Key_F2);
+        auto *editor = table().viewport()->findChild<QSpinBox *>();
+        ASSERT_NE(editor, nullptr);
+        editor->setValue(level);
+        QTest::keyClick(editor, Qt::Key_Return);
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    enter(0, 4);
+    EXPECT_EQ(map(), "H2 16, H4 24");
+    for (const int level : {0, 10, -1})
+        enter(1, level);
+    EXPECT_EQ(map(), "H2 16, H4 24");
+    EXPECT_FALSE(table().model()->flags(table().model()->index(0, HeadingMapModel::FontColumn)) &
+                 Qt::ItemIsEditable);
 }
 
 TEST_F(HeadingMap, ALevelBelowOneThatNoFontHasIsShownAsSuch) {
