@@ -2941,6 +2941,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>Double-click to follow the TOC link. Hold down CMD while double-clicking TOC item to edit the TOC item.</source>
         <translation>Ein Doppelklick folgt dem Eintrag. Halten Sie beim Doppelklick auf einen Eintrag Strg gedrückt, um ihn zu bearbeiten.</translation>
     </message>
+    <message>
+        <source>“%1” could not be opened: %2</source>
+        <translation>„%1“ konnte nicht geöffnet werden: %2</translation>
+    </message>
 </context>
 <context>
     <name>leafwright::AppSandboxFileAccess</name>

@@ -14,6 +14,7 @@
 #include "files/FileReading.h"
 #include "platform/Settings.h"
 #include "platform/UserDefaults.h"
+#include "widgets/NoticeBars.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
@@ -42,6 +43,8 @@ AppDelegate::AppDelegate(Platform &platform)
     : platform_(platform), documentController_(platform, [this] { return makeDocument(); }) {
     initialize(platform.userDefaults());
     documentController_.leaveOutOfRecent(resourcePath(guideName));
+    connect(&documentController_, &DocumentController::openingFailed, this,
+            [this](Document *document) { tellWhyNotOpened(static_cast<const MyDocument &>(*document)); });
     preferences_ = std::make_unique<PreferencesWindow>(platform.userDefaults());
     connect(preferences_->doubleClickEditing(), &QCheckBox::toggled, this,
             [this] { changeLabelDoubleClickingMessage(preferences_->doubleClickEditing()); });
@@ -74,6 +77,18 @@ void AppDelegate::openFile(const QString &path) {
     platform_.beep();
     platform_.runModal(
         {tr("There is no file “%1”").arg(path), tr("It may have been moved or renamed."), {tr("OK")}});
+}
+
+/// An alert says that it could not be opened, and no more.
+void AppDelegate::tellWhyNotOpened(const MyDocument &document) const {
+    const auto documents = documentController_.documents();
+    const DocumentWindow *window =
+        documents.empty() ? nullptr : static_cast<const MyDocument &>(*documents.back()).myWindow();
+    const auto &error = document.openError();
+    if (!window || !error || error->kind == PDFError::Kind::FileMissing) return;
+    window->notices()->setNotice(
+        QStringLiteral("notOpened"),
+        {tr("“%1” could not be opened: %2").arg(document.displayName(), error->message)});
 }
 
 void AppDelegate::comeToFront() {

@@ -83,6 +83,7 @@ public:
 
 private:
     std::unique_ptr<Document> makeDocument();
+    void tellWhyNotOpened(const MyDocument &document) const;
     void keepChanges(void (Recovery::*keep)());
     void openFile(const QString &path);
     void registerActions(MyDocument &document);
