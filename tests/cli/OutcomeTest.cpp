@@ -42,8 +42,10 @@ TEST_F(Outcome, IsSaidOfWhatIsWritten) {
         const qsizetype count = runCli({"outline", "--format", "plus", out}).out.count('\n');
         return out + " written, " + (count == 1 ? "1 entry" : QString::number(count) + " entries");
     };
-    EXPECT_EQ(said({"autotoc", in, "-o", out}), entries());
-    EXPECT_EQ(said({"minitoc", in, "-o", out, "--page", "1", "--text", "Section"}), entries());
+    QString outcome = said({"autotoc", in, "-o", out});
+    EXPECT_EQ(outcome, entries());
+    outcome = said({"minitoc", in, "-o", out, "--page", "1", "--text", "Section"});
+    EXPECT_EQ(outcome, entries());
     saveBytes(dir.path("tree"), "+ @1 One\n++ @2 Two\n");
     EXPECT_EQ(said({"apply", in, dir.path("tree"), "-o", out}), out + " written, 2 entries");
     saveBytes(dir.path("tree"), "[]");

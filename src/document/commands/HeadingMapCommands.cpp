@@ -6,6 +6,7 @@
 #include "categories/SelectionFont.h"
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
+#include "document/window/HeadingMapModel.h"
 #include "files/FileReading.h"
 #include "files/FileReplacement.h"
 #include "formats/KeyedArchive.h"
@@ -84,6 +85,11 @@ std::optional<QString> readMapFile(const QString &path, QString &failure) {
 }  // namespace
 
 HeadingMapCommands::HeadingMapCommands(MyDocument &document) : document_(document) {
+    // What has come since is not to be lost to what was there before.
+    QObject::connect(&document.headingMapModel(), &QAbstractItemModel::modelReset, &document, [&document] {
+        if (document.myWindow() && !document.listH1H2H3Config().empty())
+            document.myWindow()->notices()->removeNotice(emptiedMapNotice);
+    });
     ActionTable &actions = document.actions();
     const auto use = [this](int level) {
         return [this, level](QObject *) { processSelectedTextForHLevel(level); };
@@ -103,7 +109,6 @@ HeadingMapCommands::HeadingMapCommands(MyDocument &document) : document_(documen
 }
 
 void HeadingMapCommands::mapChanged() {
-    if (DocumentWindow *window = document_.myWindow()) window->notices()->removeNotice(emptiedMapNotice);
     if (DocumentWindow *window = document_.myWindow()) window->tableViewH1H2H3Config()->clearSelection();
     document_.reloadHeadingMap();
 }
