@@ -9,7 +9,7 @@ build_packages=(
 )
 test_packages=(
   libgtest-dev libgmock-dev libqpdf-dev qpdf poppler-utils openssl man-db
-  dbus-daemon desktop-file-utils appstream xvfb xdotool libsm-dev qt6-l10n-tools
+  dbus-daemon desktop-file-utils appstream xvfb xdotool libsm-dev qt6-l10n-tools zsh fish
 )
 lint_packages=(clang clang-format clang-tidy)
 

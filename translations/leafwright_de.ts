@@ -383,6 +383,10 @@
         <source>Reveal Current Entry</source>
         <translation>Gelesenen Eintrag zeigen</translation>
     </message>
+    <message>
+        <source>Point Selected Entry Here</source>
+        <translation>Ausgewählten Eintrag hierher führen</translation>
+    </message>
 </context>
 <context>
     <name>Application</name>
@@ -736,6 +740,14 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
         <source>Puts the prefix and a blank in front of each selected title.</source>
         <translation>Setzt den Vorsatz und ein Leerzeichen vor jeden ausgewählten Titel.</translation>
     </message>
+    <message>
+        <source>%1 of %2 titles change</source>
+        <translation>%1 von %2 Titeln ändern sich</translation>
+    </message>
+    <message>
+        <source>%1 of %2 titles changed</source>
+        <translation>%1 von %2 Titeln geändert</translation>
+    </message>
 </context>
 <context>
     <name>BatchReport</name>
@@ -781,6 +793,14 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
     <message>
         <source>with --log, a script needs an &quot;out&quot;: whether it has saved over the file could not be told</source>
         <translation>mit --log braucht ein Skript ein „out“: Ob es die Datei überschrieben hat, ließe sich nicht sagen</translation>
+    </message>
+    <message>
+        <source>1 job done</source>
+        <translation>1 Auftrag erledigt</translation>
+    </message>
+    <message>
+        <source>%1 jobs done</source>
+        <translation>%1 Aufträge erledigt</translation>
     </message>
 </context>
 <context>
@@ -832,6 +852,10 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
     <message>
         <source>The PDF to write; &quot;-&quot; is standard output. It may be the input, which is then replaced when the new file is complete.</source>
         <translation>Die zu schreibende PDF; „-“ ist die Standardausgabe. Es darf die Eingabe sein; sie wird dann ersetzt, sobald die neue Datei vollständig ist.</translation>
+    </message>
+    <message>
+        <source>Does not say what was done, only what is wrong.</source>
+        <translation>Sagt nicht, was getan wurde, nur was nicht stimmt.</translation>
     </message>
 </context>
 <context>
@@ -1063,6 +1087,41 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>No text was recognised in the page images.</source>
         <translation>In den Bildern der Seiten wurde kein Text erkannt.</translation>
     </message>
+    <message>
+        <source>Find Contents: %1</source>
+        <translation>Inhalt finden: %1</translation>
+    </message>
+    <message>
+        <source>%1 added</source>
+        <translation>%1 hinzugefügt</translation>
+    </message>
+</context>
+<context>
+    <name>CountText</name>
+    <message>
+        <source>1 entry</source>
+        <translation>1 Eintrag</translation>
+    </message>
+    <message>
+        <source>%1 entries</source>
+        <translation>%1 Einträge</translation>
+    </message>
+    <message>
+        <source>1 page</source>
+        <translation>1 Seite</translation>
+    </message>
+    <message>
+        <source>%1 pages</source>
+        <translation>%1 Seiten</translation>
+    </message>
+    <message>
+        <source>1 file</source>
+        <translation>1 Datei</translation>
+    </message>
+    <message>
+        <source>%1 files</source>
+        <translation>%1 Dateien</translation>
+    </message>
 </context>
 <context>
     <name>CpdfBookmarks</name>
@@ -1165,6 +1224,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1 imported entries did something that only the file has that they come from. They lead nowhere now.</source>
         <translation>%1 importierte Einträge haben etwas ausgeführt, was nur die Datei hat, aus der sie stammen. Sie führen jetzt nirgendwohin.</translation>
+    </message>
+    <message>
+        <source>Exported, %1</source>
+        <translation>Exportiert, %1</translation>
+    </message>
+    <message>
+        <source>Imported, %1</source>
+        <translation>Importiert, %1</translation>
     </message>
 </context>
 <context>
@@ -1354,6 +1421,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>Also saves the guessed map to a file that &quot;autotoc --map&quot; reads, to be edited.</source>
         <translation>Speichert die vermutete Tabelle auch in eine Datei, die „autotoc --map“ liest, zum Bearbeiten.</translation>
     </message>
+    <message>
+        <source>%1: %2 fonts, %3 of them of headings</source>
+        <translation>%1: %2 Schriften, davon %3 von Überschriften</translation>
+    </message>
 </context>
 <context>
     <name>HeadingMapCommands</name>
@@ -1372,6 +1443,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1:%2: the text is not UTF-8</source>
         <translation>%1:%2: Der Text ist nicht UTF-8</translation>
+    </message>
+    <message>
+        <source>The heading map was emptied.</source>
+        <translation>Die Überschriftentabelle wurde geleert.</translation>
+    </message>
+    <message>
+        <source>Bring It Back</source>
+        <translation>Zurückholen</translation>
     </message>
 </context>
 <context>
@@ -1905,6 +1984,18 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>%1: the folder could not be made: %2</source>
         <translation>%1: Der Ordner ließ sich nicht anlegen: %2</translation>
     </message>
+    <message>
+        <source>%1: %2 written</source>
+        <translation>%1: %2 geschrieben</translation>
+    </message>
+    <message>
+        <source>standard output</source>
+        <translation>Standardausgabe</translation>
+    </message>
+    <message>
+        <source>%1 written, %2</source>
+        <translation>%1 geschrieben, %2</translation>
+    </message>
 </context>
 <context>
     <name>OutputFile</name>
@@ -2069,6 +2160,17 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>RecentDocumentsMenu</name>
+    <message>
+        <source>Clear List</source>
+        <translation>Liste leeren</translation>
+    </message>
+    <message>
+        <source>Open Recent</source>
+        <translation>Zuletzt geöffnet</translation>
+    </message>
+</context>
+<context>
     <name>RecoveryFile</name>
     <message>
         <source>the folder %1 is somebody else’s</source>
@@ -2130,6 +2232,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>Where a table goes that has a line a job; &quot;-&quot; is standard output.</source>
         <translation>Wohin eine Tabelle mit einer Zeile je Auftrag kommt; &quot;-&quot; ist die Standardausgabe.</translation>
+    </message>
+    <message>
+        <source>1 job reported</source>
+        <translation>1 Auftrag im Bericht</translation>
+    </message>
+    <message>
+        <source>%1 jobs reported</source>
+        <translation>%1 Aufträge im Bericht</translation>
     </message>
 </context>
 <context>
@@ -2426,6 +2536,22 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>scripts need a program with windows</source>
         <translation>Skripte brauchen ein Programm mit Fenstern</translation>
     </message>
+    <message>
+        <source>1 step played</source>
+        <translation>1 Schritt gespielt</translation>
+    </message>
+    <message>
+        <source>%1 steps played</source>
+        <translation>%1 Schritte gespielt</translation>
+    </message>
+    <message>
+        <source>; %1 written</source>
+        <translation>; %1 geschrieben</translation>
+    </message>
+    <message>
+        <source>standard output</source>
+        <translation>Standardausgabe</translation>
+    </message>
 </context>
 <context>
     <name>ScriptSheets</name>
@@ -2591,6 +2717,14 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>&amp;Text:</source>
         <translation>&amp;Text:</translation>
     </message>
+    <message>
+        <source>No title contains this text.</source>
+        <translation>Kein Titel enthält diesen Text.</translation>
+    </message>
+    <message>
+        <source>Selects %1.</source>
+        <translation>Wählt %1 aus.</translation>
+    </message>
 </context>
 <context>
     <name>StepCommands</name>
@@ -2622,12 +2756,27 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>Recover Outline</source>
         <translation>Gliederung wiederherstellen</translation>
     </message>
+    <message>
+        <source>Taken back: %1</source>
+        <translation>Zurückgenommen: %1</translation>
+    </message>
+    <message>
+        <source>Done again: %1</source>
+        <translation>Wiederholt: %1</translation>
+    </message>
 </context>
 <context>
     <name>SystemError</name>
     <message>
         <source>it is a pipe or a device, and not a file</source>
         <translation>es ist eine Pipe oder ein Gerät und keine Datei</translation>
+    </message>
+</context>
+<context>
+    <name>TargetCommands</name>
+    <message>
+        <source>“%1” leads to page %2</source>
+        <translation>„%1“ führt zur Seite %2</translation>
     </message>
 </context>
 <context>
@@ -2816,6 +2965,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>Double-click to follow the TOC link. Hold down CMD while double-clicking TOC item to edit the TOC item.</source>
         <translation>Ein Doppelklick folgt dem Eintrag. Halten Sie beim Doppelklick auf einen Eintrag Strg gedrückt, um ihn zu bearbeiten.</translation>
     </message>
+    <message>
+        <source>“%1” could not be opened: %2</source>
+        <translation>„%1“ konnte nicht geöffnet werden: %2</translation>
+    </message>
 </context>
 <context>
     <name>leafwright::AppSandboxFileAccess</name>
@@ -2998,26 +3151,22 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
-    <name>leafwright::DocumentWindow</name>
+    <name>leafwright::DocumentStatusBar</name>
     <message>
-        <source>Heading map</source>
-        <translation>Überschriftentabelle</translation>
+        <source>Locked by a password</source>
+        <translation>Durch ein Passwort gesperrt</translation>
     </message>
     <message>
-        <source>Toolbar</source>
-        <translation>Werkzeugleiste</translation>
+        <source>%1 of %2 shown</source>
+        <translation>%2, davon %1 gezeigt</translation>
     </message>
     <message>
-        <source>Open Recent</source>
-        <translation>Zuletzt geöffnet</translation>
+        <source>%1, %2 selected</source>
+        <translation>%1, %2 ausgewählt</translation>
     </message>
     <message>
-        <source>Clear List</source>
-        <translation>Liste leeren</translation>
-    </message>
-    <message>
-        <source>%1[*] — Leafwright</source>
-        <translation>%1[*] — Leafwright</translation>
+        <source>%1, not to be changed as the file is encrypted</source>
+        <translation>%1, nicht zu ändern, da die Datei verschlüsselt ist</translation>
     </message>
     <message>
         <source>Page %1 (%2 of %3)</source>
@@ -3026,6 +3175,17 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1 %</source>
         <translation>%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::DocumentWindow</name>
+    <message>
+        <source>Toolbar</source>
+        <translation>Werkzeugleiste</translation>
+    </message>
+    <message>
+        <source>%1[*] — Leafwright</source>
+        <translation>%1[*] — Leafwright</translation>
     </message>
     <message>
         <source>No entries yet.
@@ -3038,6 +3198,10 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 (read-only)</source>
+        <translation>%1 (schreibgeschützt)</translation>
     </message>
 </context>
 <context>
@@ -3076,6 +3240,21 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>Font</source>
         <translation>Schrift</translation>
+    </message>
+    <message>
+        <source>No font has the level H%1. These headings stand a single level below those before them.</source>
+        <translation>Keine Schrift hat die Ebene H%1. Diese Überschriften stehen eine einzige Ebene unter denen vor ihnen.</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::HeadingMapView</name>
+    <message>
+        <source>Heading map</source>
+        <translation>Überschriftentabelle</translation>
+    </message>
+    <message>
+        <source>No font counts as that of headings. Select text of a heading on the page and choose Contents &gt; Use Selection for H1, or load a map.</source>
+        <translation>Keine Schrift gilt als die von Überschriften. Wählen Sie Text einer Überschrift auf der Seite aus und dann Inhalt &gt; Auswahl für H1 verwenden, oder laden Sie eine Tabelle.</translation>
     </message>
 </context>
 <context>
@@ -3199,6 +3378,26 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>Entries that the filter hides were removed with those above them: %1. Step Back brings them back.</source>
         <translation>Einträge, die der Filter verbirgt, wurden mit denen über ihnen entfernt: %1. Ein Schritt zurück bringt sie wieder.</translation>
+    </message>
+    <message>
+        <source>Reverted, %1</source>
+        <translation>Zurückgesetzt, %1</translation>
+    </message>
+    <message>
+        <source>%1 removed</source>
+        <translation>%1 entfernt</translation>
+    </message>
+    <message>
+        <source>This PDF is locked by a password, so its pages can’t be shown.</source>
+        <translation>Dieses PDF ist durch ein Passwort gesperrt; seine Seiten können nicht gezeigt werden.</translation>
+    </message>
+    <message>
+        <source>No page of this PDF can be read. The file may be damaged.</source>
+        <translation>Keine Seite dieses PDF ist lesbar. Die Datei ist vielleicht beschädigt.</translation>
+    </message>
+    <message>
+        <source>Saved, %1</source>
+        <translation>Gespeichert, %1</translation>
     </message>
 </context>
 <context>
@@ -3501,6 +3700,10 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>Page</source>
         <translation>Seite</translation>
+    </message>
+    <message>
+        <source>No page has this label. The entry leads to the first page.</source>
+        <translation>Keine Seite hat diese Bezeichnung. Der Eintrag führt zur ersten Seite.</translation>
     </message>
 </context>
 <context>

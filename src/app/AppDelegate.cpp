@@ -9,10 +9,12 @@
 #include "app/Updater.h"
 #include "document/MyDocument.h"
 #include "document/Recovery.h"
+#include "document/ViewMemory.h"
 #include "document/window/DocumentWindow.h"
 #include "files/FileReading.h"
 #include "platform/Settings.h"
 #include "platform/UserDefaults.h"
+#include "widgets/NoticeBars.h"
 
 #include <QCheckBox>
 #include <QCoreApplication>
@@ -40,6 +42,9 @@ void AppDelegate::initialize(UserDefaults &defaults) {
 AppDelegate::AppDelegate(Platform &platform)
     : platform_(platform), documentController_(platform, [this] { return makeDocument(); }) {
     initialize(platform.userDefaults());
+    documentController_.leaveOutOfRecent(resourcePath(guideName));
+    connect(&documentController_, &DocumentController::openingFailed, this,
+            [this](Document *document) { tellWhyNotOpened(static_cast<const MyDocument &>(*document)); });
     preferences_ = std::make_unique<PreferencesWindow>(platform.userDefaults());
     connect(preferences_->doubleClickEditing(), &QCheckBox::toggled, this,
             [this] { changeLabelDoubleClickingMessage(preferences_->doubleClickEditing()); });
@@ -72,6 +77,18 @@ void AppDelegate::openFile(const QString &path) {
     platform_.beep();
     platform_.runModal(
         {tr("There is no file “%1”").arg(path), tr("It may have been moved or renamed."), {tr("OK")}});
+}
+
+/// An alert says that it could not be opened, and no more.
+void AppDelegate::tellWhyNotOpened(const MyDocument &document) const {
+    const auto documents = documentController_.documents();
+    const DocumentWindow *window =
+        documents.empty() ? nullptr : static_cast<const MyDocument &>(*documents.back()).myWindow();
+    const auto &error = document.openError();
+    if (!window || !error || error->kind == PDFError::Kind::FileMissing) return;
+    window->notices()->setNotice(
+        QStringLiteral("notOpened"),
+        {tr("“%1” could not be opened: %2").arg(document.displayName(), error->message)});
 }
 
 void AppDelegate::comeToFront() {
@@ -171,6 +188,7 @@ std::unique_ptr<Document> AppDelegate::makeDocument() {
     auto document = std::make_unique<MyDocument>(platform_);
     registerActions(*document);
     if (!recoveryFolder_.isNull()) new Recovery(*document, recoveryFolder_);
+    if (!viewFolder_.isNull()) new ViewMemory(*document, viewFolder_);
     return document;
 }
 

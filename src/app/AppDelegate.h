@@ -46,6 +46,9 @@ public:
     /// Has every document that is opened from now on keep what is not saved in a folder, and offer what was
     /// left there. Until then none does.
     void setRecoveryFolder(const QString &folder) { recoveryFolder_ = folder; }
+    /// Has every document that is opened from now on remember how it is looked at in a folder. Until then
+    /// none does.
+    void setViewFolder(const QString &folder) { viewFolder_ = folder; }
     /// Keeps what is not saved of any document, and waits until it is; for when the program is about to be
     /// ended by others, and nobody can be asked.
     void keepUnsavedChanges();
@@ -80,6 +83,7 @@ public:
 
 private:
     std::unique_ptr<Document> makeDocument();
+    void tellWhyNotOpened(const MyDocument &document) const;
     void keepChanges(void (Recovery::*keep)());
     void openFile(const QString &path);
     void registerActions(MyDocument &document);
@@ -94,6 +98,7 @@ private:
     std::unique_ptr<UpdateWindow> updateWindow_;
     QPointer<QAction> menuItemCheckForUpdates_;
     QString recoveryFolder_;  ///< Null for none.
+    QString viewFolder_;      ///< Likewise.
 };
 
 }  // namespace leafwright

@@ -8,6 +8,7 @@
 #include "app/Requests.h"
 #include "app/SingleInstance.h"
 #include "document/Recovery.h"
+#include "document/ViewMemory.h"
 #include "files/FileName.h"
 #include "files/FileReading.h"
 #include "files/FileWriting.h"
@@ -103,6 +104,7 @@ int applicationMain(int argc, char **argv) {
     QtPlatform platform;
     AppDelegate delegate(platform);
     delegate.setRecoveryFolder(Recovery::standardFolder());
+    delegate.setViewFolder(ViewMemory::standardFolder());
     const auto keepUnsavedChanges = [&delegate] { delegate.keepUnsavedChanges(); };
     const EndingSignals endingSignals(keepUnsavedChanges);
     const AtExit atExit([&delegate] { delegate.keepEnteredChanges(); });

@@ -2,6 +2,7 @@
 
 #include "files/FileName.h"
 #include "files/TemporaryFolder.h"
+#include "platform/Settings.h"
 #include "system/FileManager.h"
 #include "widgets/FilePanelDialog.h"
 
@@ -89,6 +90,7 @@ void giveTextsRoom(QMessageBox &box) {
 int QtPlatform::runModal(const Alert &alert) {
     QMessageBox box(QApplication::activeWindow());
     box.setIcon(alert.style == Alert::Style::Warning ? QMessageBox::Warning : QMessageBox::Information);
+    if (!alert.title.isEmpty()) box.setWindowTitle(alert.title);
     box.setText(alert.message);
     box.setInformativeText(alert.informativeText);
     showTextsAsTheyStand(box);
@@ -105,15 +107,28 @@ int QtPlatform::runModal(const Alert &alert) {
     return static_cast<int>(index < 0 ? std::max<qsizetype>(buttons.size() - 1, 0) : index);
 }
 
+/// A panel for files that starts nowhere in particular starts where one ended last, if that is still there.
+FilePanel QtPlatform::withFolder(const FilePanel &panel) const {
+    FilePanel result = panel;
+    const QString last = userDefaults_.stringForKey(setting::lastFolder);
+    if (panel.path.isEmpty() && !panel.canChooseDirectories && QFileInfo(last).isDir()) result.path = last;
+    return result;
+}
+
+std::optional<QString> QtPlatform::noted(const std::optional<QString> &path) {
+    if (path) userDefaults_.setValue(setting::lastFolder, QFileInfo(*path).absolutePath());
+    return path;
+}
+
 std::optional<QString> QtPlatform::runOpenPanel(const FilePanel &panel) {
-    return runPanel(panel, QFileDialog::AcceptOpen);
+    return noted(runPanel(withFolder(panel), QFileDialog::AcceptOpen));
 }
 
 std::optional<QString> QtPlatform::runSavePanel(const FilePanel &panel) {
-    FilePanel proposal = panel;
+    FilePanel proposal = withFolder(panel);
     while (true) {
         auto path = runPanel(proposal, QFileDialog::AcceptSave);
-        if (!path || hasAllowedType(*path, panel)) return path;
+        if (!path || hasAllowedType(*path, panel)) return noted(path);
         // The dialog adds the extension to names that have none. Another one gets it here, and the panel is
         // shown once more, since the name that comes of it may be that of a file.
         proposal.path = *path + u'.' + panel.allowedFileTypes.first();

@@ -34,6 +34,10 @@ public:
     UserDefaults &userDefaults() override { return userDefaults_; }
 
 private:
+    FilePanel withFolder(const FilePanel &panel) const;
+    /// Notes where a file was chosen. @return the path
+    std::optional<QString> noted(const std::optional<QString> &path);
+
     UserDefaults userDefaults_;
     /// Where the usual place is not ours; what is in it may be open in another program for long.
     std::unique_ptr<QTemporaryDir> ownTemporaryDirectory_;

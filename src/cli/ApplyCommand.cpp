@@ -168,6 +168,7 @@ ExitCode ApplyCommand::run(const QCommandLineParser &arguments, Console &console
         console.message(error->message);
         return Failed;
     }
+    tellWritten(out, document, console);
     return Done;
 }
 

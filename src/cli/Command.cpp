@@ -121,7 +121,7 @@ ExitCode parseAndRun(const Command &command, const QStringList &arguments, Conso
     parser.addOptions(info.options);
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   translated("Shows this help."));
-    parser.addOptions({timeoutOption(), help});
+    parser.addOptions({quietOption(), timeoutOption(), help});
 
     if (!parser.parse(QStringList{info.name} + arguments))
         return wrongUsage(command, parser.errorText(), console);
@@ -152,7 +152,9 @@ ExitCode parseAndRun(const Command &command, const QStringList &arguments, Conso
                 : translated("unexpected argument \"%1\"").arg(parser.positionalArguments()[wanted]),
             console);
     }
-    return runParsed(command, info, arguments, parser, console);
+    const ExitCode code = runParsed(command, info, arguments, parser, console);
+    if (parser.isSet(quietOption())) console.tellOutcome({});
+    return code;
 }
 
 ExitCode wrongUsage(const Command &command, const QString &problem, Console &console) {
@@ -160,6 +162,11 @@ ExitCode wrongUsage(const Command &command, const QString &problem, Console &con
     console.message(info.name + QLatin1String(": ") + problem);
     console.message(translated("usage: %1").arg(usageLine(info)));
     return WrongUsage;
+}
+
+QCommandLineOption quietOption() {
+    return {{QStringLiteral("q"), QStringLiteral("quiet")},
+            translated("Does not say what was done, only what is wrong.")};
 }
 
 QCommandLineOption timeoutOption() {
@@ -183,7 +190,11 @@ QCommandLineOption outputOption() {
 
 QString outputOf(const QCommandLineParser &arguments) {
     const QString path = arguments.value(outputOption());
-    return isStandardOutput(path) ? QStringLiteral("/dev/stdout") : path;
+    return isStandardOutput(path) ? standardOutputPath() : path;
+}
+
+QString standardOutputPath() {
+    return QStringLiteral("/dev/stdout");
 }
 
 }  // namespace leafwright::cli

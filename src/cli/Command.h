@@ -54,6 +54,9 @@ ExitCode parseAndRun(const Command &command, const QStringList &arguments, Conso
 /// For run(): says what is wrong with the usage.
 ExitCode wrongUsage(const Command &command, const QString &problem, Console &console);
 
+/// The option "-q", which every command has: what it has done is not said.
+QCommandLineOption quietOption();
+
 /// The option "--timeout SECONDS", which every command has.
 QCommandLineOption timeoutOption();
 /// How long a file may take, as the option says; absent without it, 0 for as long as it likes.
@@ -63,5 +66,6 @@ std::optional<std::chrono::seconds> timeLimit(const QCommandLineParser &argument
 QCommandLineOption outputOption();
 /// The PDF to write, as that option says: for "-", the path of standard output. Empty without the option.
 QString outputOf(const QCommandLineParser &arguments);
+QString standardOutputPath();
 
 }  // namespace leafwright::cli

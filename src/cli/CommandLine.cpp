@@ -1,6 +1,7 @@
 #include "cli/CommandLine.h"
 
 #include "cli/Commands.h"
+#include "cli/ProgramStart.h"
 #include "texts/Translated.h"
 
 namespace leafwright::cli {
@@ -70,9 +71,14 @@ const std::vector<std::unique_ptr<Command>> &commands() {
 int runCommandLine(const QStringList &arguments, Console &console) {
     const ExitCode code = dispatch(arguments, console);
     const auto problem = console.flush();
-    if (!problem || code != Done) return code;
-    console.message(*problem);
-    return Failed;
+    if (problem && code == Done) {
+        console.message(*problem);
+        return Failed;
+    }
+    // A batch tells itself what came of its jobs.
+    const bool isOnItsOwn = workerOf() == WorkerOf::None || workerOf() == WorkerOf::Command;
+    if (code == Done && isOnItsOwn && !console.outcome().isEmpty()) console.message(console.outcome());
+    return code;
 }
 
 }  // namespace leafwright::cli

@@ -41,6 +41,10 @@ public:
     void tellPages(qint64 count) { facts_.pages = count; }
     void tellEntries(qint64 count) { facts_.entries = count; }
     const FileFacts &facts() const { return facts_; }
+    /// Notes what the command has done, in a line that is shown when it has ended well. None where nobody is
+    /// to be told.
+    void tellOutcome(const QString &outcome) { outcome_ = outcome; }
+    const QString &outcome() const { return outcome_; }
     /// Has all results reach their destination; a full disk or closed pipe shows here. @return what to say
     /// where they did not
     std::optional<QString> flush();
@@ -51,6 +55,7 @@ private:
     std::mutex mutex_;
     bool barShown_ = false;
     FileFacts facts_;
+    QString outcome_;
 };
 
 }  // namespace leafwright::cli

@@ -98,6 +98,10 @@ ExitCode FontsCommand::run(const QCommandLineParser &arguments, Console &console
     print(census, map, console);
     if (arguments.isSet(saveMapOption) && !saveMap(map, arguments.value(saveMapOption), console))
         return Failed;
+    console.tellOutcome(translated("%1: %2 fonts, %3 of them of headings")
+                            .arg(path)
+                            .arg(census.entries().size())
+                            .arg(map.size()));
     return Done;
 }
 

@@ -2,6 +2,7 @@
 #include "cli/FileClash.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
+#include "texts/CountText.h"
 #include "texts/Translated.h"
 
 namespace leafwright::cli {
@@ -50,6 +51,7 @@ ExitCode InfoCommand::run(const QCommandLineParser &arguments, Console &console)
     json.member("signed", document.isSigned());
     json.member("hasOutline", document.hasOutline());
     json.endObject();
+    console.tellOutcome(path + QLatin1String(": ") + pageCountText(document.pageCount()));
     return Done;
 }
 

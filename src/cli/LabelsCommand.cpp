@@ -1,6 +1,7 @@
 #include "cli/Commands.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
+#include "texts/CountText.h"
 #include "texts/Translated.h"
 
 namespace leafwright::cli {
@@ -21,13 +22,15 @@ CommandInfo LabelsCommand::info() const {
 }
 
 ExitCode LabelsCommand::run(const QCommandLineParser &arguments, Console &console) const {
-    const auto document = openForReading(arguments.positionalArguments().first(), console);
+    const QString path = arguments.positionalArguments().first();
+    const auto document = openForReading(path, console);
     if (!document) return Failed;
     JsonWriter json(console);
     json.beginArray();
     for (int i = 0; i < document->pageCount(); ++i)
         json.value(document->pageLabel(i));
     json.endArray();
+    console.tellOutcome(path + QLatin1String(": ") + pageCountText(document->pageCount()));
     return Done;
 }
 

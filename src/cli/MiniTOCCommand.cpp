@@ -62,6 +62,7 @@ std::optional<QString> miniTOC(const QString &file, int page, const QString &sam
     entries.push_back(runMiniTOC(pdf, pattern));
     appendEntries(document, std::move(entries));
     if (const auto error = document.write(out, OutlineDocument::saveFinalPDF)) return error->message;
+    tellWritten(out, document, console);
     return std::nullopt;
 }
 

@@ -3,6 +3,7 @@
 #include "document/outline/OutlineImport.h"
 #include "exchange/OutlineFormat.h"
 #include "model/TreeWalk.h"
+#include "texts/CountText.h"
 #include "texts/Translated.h"
 
 namespace leafwright::cli {
@@ -51,6 +52,7 @@ ExitCode OutlineCommand::run(const QCommandLineParser &arguments, Console &conso
     format->write(
         root, [](const MyOutlineItem &item) { return item.importedPage(); },
         [&console](const QByteArray &bytes) { console.write(bytes); });
+    console.tellOutcome(path + QLatin1String(": ") + entryCountText(countBelow(root)));
     return Done;
 }
 

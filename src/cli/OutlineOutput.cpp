@@ -6,6 +6,7 @@
 #include "cli/WorkerProcess.h"
 #include "files/FileReading.h"
 #include "model/TreeWalk.h"
+#include "texts/CountText.h"
 #include "texts/Translated.h"
 
 #include <QDir>
@@ -43,6 +44,7 @@ QStringList argumentsFor(const QString &file, const QString &out, const CommandI
              option.valueName().isEmpty() ? QStringList{QString()} : given.values(option))
             arguments += QLatin1String("--") + name + (value.isNull() ? QString() : u'=' + value);
     }
+    if (given.isSet(quietOption())) arguments.append(QStringLiteral("--quiet"));
     // Of an option that is given twice, the last one counts.
     return arguments + own + QStringList{QStringLiteral("--"), file};
 }
@@ -125,7 +127,11 @@ bool OutlineOutput::run(const CommandInfo &command, const QCommandLineParser &ar
         return isAlone() ? doInProcess(file, words, limit, console)
                          : doInPool(file, out, words, limit, workers, console);
     };
-    return runBatch(files_, command.name, each, console);
+    const bool isDone = runBatch(files_, command.name, each, console);
+    // Of a file that is alone, its process has told.
+    if (isDone && !isAlone())
+        console.tellOutcome(translated("%1: %2 written").arg(folder_, fileCountText(files_.size())));
+    return isDone;
 }
 
 QString OutlineOutput::targetOf(const QString &file) const {
@@ -152,7 +158,13 @@ std::optional<QString> writeEntries(OutlineDocument &document, MyOutlineItem::Ch
     appendEntries(document, std::move(entries));
     console.tellEntries(countBelow(document.root()));
     if (const auto error = document.write(out, OutlineDocument::saveFinalPDF)) return error->message;
+    tellWritten(out, document, console);
     return std::nullopt;
+}
+
+void tellWritten(const QString &out, const OutlineDocument &document, Console &console) {
+    const QString name = out == standardOutputPath() ? translated("standard output") : out;
+    console.tellOutcome(translated("%1 written, %2").arg(name, entryCountText(countBelow(document.root()))));
 }
 
 }  // namespace leafwright::cli

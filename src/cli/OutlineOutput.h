@@ -57,4 +57,7 @@ void appendEntries(OutlineDocument &document, MyOutlineItem::Children entries);
 std::optional<QString> writeEntries(OutlineDocument &document, MyOutlineItem::Children entries, bool keep,
                                     const QString &out, Console &console);
 
+/// Tells the console that a document was written, and how many entries it has.
+void tellWritten(const QString &out, const OutlineDocument &document, Console &console);
+
 }  // namespace leafwright::cli

@@ -2,6 +2,7 @@
 #include "cli/Commands.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
+#include "texts/CountText.h"
 #include "texts/Translated.h"
 
 namespace leafwright::cli {
@@ -76,6 +77,7 @@ ExitCode TextCommand::run(const QCommandLineParser &arguments, Console &console)
         }
         printRuns(*document, i, console);
     }
+    console.tellOutcome(path + QLatin1String(": ") + pageCountText(end - first));
     return Done;
 }
 

@@ -18,7 +18,9 @@
 #include "document/commands/StepCommands.h"
 #include "document/commands/StructuralEdits.h"
 #include "document/commands/StyleCommands.h"
+#include "document/commands/TargetCommands.h"
 #include "document/window/CurrentEntry.h"
+#include "document/window/DocumentStatusBar.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/EntriesElsewhereNotice.h"
 #include "document/window/HeadingMapModel.h"
@@ -51,6 +53,7 @@ MyDocument::MyDocument(Platform &platform)
       batchRenaming_(std::make_unique<BatchRenaming>(*this)),
       selectionCommands_(std::make_unique<SelectionCommands>(*this)),
       styleCommands_(std::make_unique<StyleCommands>(*this)),
+      targetCommands_(std::make_unique<TargetCommands>(*this)),
       printedPageCommands_(std::make_unique<PrintedPageCommands>(*this)),
       headingMapCommands_(std::make_unique<HeadingMapCommands>(*this)),
       autoTOCCommands_(std::make_unique<AutoTOCCommands>(*this)),
@@ -61,6 +64,7 @@ MyDocument::MyDocument(Platform &platform)
       findCommands_(std::make_unique<FindCommands>(*this)) {
     actions_.setGate([this] { return !isBusy(); });
     actions_.setCondition([this](Needs needs) { return isThere(needs); });
+    treecontroller_->setLabelCheck([this](const MyOutlineItem &item) { return outline_.hasLostLabel(item); });
     outline_.edits().setEditedHandler([this](bool edited) { Q_EMIT editedChanged(edited); });
     outline_.edits().setHistoryHandler([this] { Q_EMIT historyChanged(); });
     outline_.setKeepsPages(
@@ -130,6 +134,8 @@ bool MyDocument::isThere(Needs needs) const {
             return true;
         case Needs::Entries:
             return hasSelectedItems();
+        case Needs::OneEntry:
+            return selectedNodes().size() == 1;
         case Needs::OneParent: {
             const auto nodes = selectedNodes();
             return nodes.size() == 1 && nodes.front()->childCount() > 0;
@@ -197,6 +203,10 @@ bool MyDocument::saveBeforeClosing() {
 void MyDocument::prepareForEditing() {
     outline_.prepareForEditing();
     listH1H2H3Config_.clear();
+}
+
+void MyDocument::tell(const QString &text) const {
+    if (myWindow()) myWindow()->status().tell(text);
 }
 
 void MyDocument::tellReadProblem() {

@@ -41,6 +41,7 @@ class StyleCommands;
 class StepCommands;
 class SplitView;
 class StructuralEdits;
+class TargetCommands;
 class ThumbnailView;
 class TreeController;
 class TreeNode;
@@ -145,6 +146,8 @@ public:
     /// Tells the user, in the window, that not all of the PDF could be read, if that is so, and whether it
     /// can be saved all the same.
     void tellReadProblem();
+    /// Tells in passing, at the foot of the window, what was done; nothing happens without a window.
+    void tell(const QString &text) const;
     /// Documents are written when the user says so, never by themselves.
     static bool autosavesInPlace() { return false; }
     /// Who is told of every write; the window's progress sheet once there is a window. May be null.
@@ -221,6 +224,8 @@ public:
 Q_SIGNALS:
     /// The window is there, and about to be filled.
     void windowMade();
+    /// All is shown as a file is shown that was just opened, also what comes a moment after the window.
+    void loaded();
     /// What can be taken back or done again is something else.
     void historyChanged();
 
@@ -238,6 +243,7 @@ private:
     void setUpSplitView();
     void documentDidLoad();
     void bindThumbnails();
+    void showFromTheTop(const PDFPage &first);
     void guessHeadingMap();
     void takeGuessedHeadingMap();
     void showAlert(const QString &message, const QString &informativeText);
@@ -264,6 +270,7 @@ private:
     std::unique_ptr<BatchRenaming> batchRenaming_;
     std::unique_ptr<SelectionCommands> selectionCommands_;
     std::unique_ptr<StyleCommands> styleCommands_;
+    std::unique_ptr<TargetCommands> targetCommands_;
     std::unique_ptr<PrintedPageCommands> printedPageCommands_;
     std::unique_ptr<HeadingMapCommands> headingMapCommands_;
     std::unique_ptr<AutoTOCCommands> autoTOCCommands_;

@@ -98,6 +98,9 @@ void MyDocument::warnAboutVersion() {
 }
 
 void MyDocument::showPages() {
+    pdfview()->setPlaceholderText(pdfDoc()->isLocked()
+                                      ? tr("This PDF is locked by a password, so its pages can’t be shown.")
+                                      : tr("No page of this PDF can be read. The file may be damaged."));
     pdfview()->setDocument(pdfDoc());
     pdfview()->setPageLabelLocation(QStringLiteral("Q1"));
     QFont labelFont(QStringLiteral("Lucida Grande"));
@@ -160,12 +163,16 @@ void MyDocument::bindThumbnails() {
     if (std::exchange(thumbnailsBound_, true)) return;
     pdfthumbs()->setPDFView(pdfview());
     pdfthumbs()->setMaximumNumberOfColumns(0);
-    const PDFPage *first = pdfDoc() ? pdfDoc()->page(0) : nullptr;
-    if (!first) return;
+    if (const PDFPage *first = pdfDoc() ? pdfDoc()->page(0) : nullptr) showFromTheTop(*first);
+    Q_EMIT loaded();
+}
+
+/// Shows the first page, and thumbnails of its shape.
+void MyDocument::showFromTheTop(const PDFPage &first) {
     // The middle of the top edge as it is shown, wherever that is in page space.
-    const PageTransform transform = first->transform();
+    const PageTransform transform = first.transform();
     pdfview()->goToDestination({0, transform.toPage(QPointF(transform.shownSize().width() * 0.5, 0))});
-    const Rect crop = first->cropBox();
+    const Rect crop = first.cropBox();
     if (crop.height > 0)
         pdfthumbs()->setThumbnailSize({thumbnailHeight * crop.width / crop.height, thumbnailHeight});
 }

@@ -55,6 +55,7 @@ void MyDocument::showOtherPages(const std::function<void()> &exchange) {
     exchange();
     if (!myWindow()) return;
     pdfview()->setDocument(pdfDoc());
+    outlineview()->reloadItem(nullptr);
     if (const PDFPage *page = pdfDoc()->page(pdfMapPageLabelToIndex().value(label, 0)))
         pdfview()->goToPage(page);
     if (myWindow()->findBar()->isOpen()) findCommands_->searchAgain();

@@ -3,6 +3,8 @@
 #include "document/window/DocumentWindow.h"
 #include "document/window/EntriesElsewhereNotice.h"
 #include "document/window/SaveProgress.h"
+#include "texts/CountText.h"
+#include "tree/TreeController.h"
 #include "widgets/NoticeBars.h"
 
 #include <QLoggingCategory>
@@ -32,6 +34,8 @@ std::optional<PDFError> MyDocument::writeNewPDFOutline(const QString &path, cons
     outline_.write(path, type);
     showWriteError(type);
     if (type == saveFinalPDF) showLosses();
+    if (type == saveFinalPDF && !writeError())
+        tell(tr("Saved, %1").arg(entryCountText(treecontroller_->nodeCount())));
     otherPrograms_->tell();
     return writeError();
 }

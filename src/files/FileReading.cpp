@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
+#include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -105,6 +106,19 @@ std::optional<QString> makeFolder(const QString &path) {
 bool fileExists(const QString &path) {
     struct stat status = {};
     return ::stat(fileNameBytes(path).constData(), &status) == 0;
+}
+
+bool isReadOnly(const QString &path) {
+    if (!fileExists(path)) return false;
+    const auto mayNot = [](const QByteArray &place, int what) {
+        return ::faccessat(AT_FDCWD, place.constData(), what, AT_EACCESS) != 0;
+    };
+    // Where a link leads, the file is replaced.
+    const std::unique_ptr<char, decltype(&std::free)> real(
+        ::realpath(fileNameBytes(path).constData(), nullptr), &std::free);
+    if (!real) return true;
+    const QByteArray place(real.get());
+    return mayNot(place, W_OK) || mayNot(place.left(place.lastIndexOf('/') + 1), W_OK | X_OK);
 }
 
 std::optional<QString> absolutePath(const QString &path) {

@@ -34,6 +34,9 @@ std::optional<QString> makeFolder(const QString &path);
 
 /// Whether there is something at a path.
 bool fileExists(const QString &path);
+/// Whether there is something at a path in whose place nobody here may put another file: it is read-only, or
+/// its folder is.
+bool isReadOnly(const QString &path);
 
 /// An absolute, clean path; a relative one begins at the working folder. ".." leads where the system goes by
 /// it, which behind a symbolic link is not the folder that the path says.

@@ -43,6 +43,9 @@ QSize OutlineCellDelegate::sizeHint(const QStyleOptionViewItem &option, const QM
 
 void OutlineCellDelegate::initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const {
     QStyledItemDelegate::initStyleOption(option, index);
+    if (index.data(TreeController::LostLabelRole).toBool())
+        option->palette.setColor(QPalette::Text,
+                                 legibleColor(Qt::red, option->palette.color(QPalette::Base)));
     const MyOutlineItem *item = titledItem(index);
     if (!item) return;
     const OutlineEntry &entry = item->entry();

@@ -6,7 +6,7 @@ namespace leafwright {
 
 /// Draws the cells of an outline view: each text on one line, and no more of it than could ever be seen,
 /// because a file may bring texts of any length. Titles look as viewers show them: bold, italic, in their
-/// colour. Behind one that leads to no page stands where it leads instead.
+/// colour. Behind one that leads to no page stands where it leads instead. A label that no page has is red.
 class OutlineCellDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 

@@ -209,6 +209,11 @@ void OutlineView::keyPressEvent(QKeyEvent *event) {
         expandItem(controller_->nodeForIndex(currentIndex()), true);
         return;
     }
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && state() != EditingState && hasSelectedRows()) {
+        Q_EMIT followRequested();
+        return;
+    }
     QTreeView::keyPressEvent(event);
 }
 

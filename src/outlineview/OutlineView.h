@@ -102,6 +102,8 @@ public:
 Q_SIGNALS:
     /// A cell was double-clicked. Nothing else happens by itself.
     void doubleAction(int row, int column, Qt::KeyboardModifiers modifiers);
+    /// Return was pressed while something was selected, and nothing edited.
+    void followRequested();
 
 protected:
     bool edit(const QModelIndex &index, EditTrigger trigger, QEvent *event) override;

@@ -61,12 +61,21 @@ bool OutlineView::viewportEvent(QEvent *event) {
 
 bool OutlineView::showCellExpansion(const QPoint &position, const QPoint &globalPosition) {
     const QModelIndex cell = indexAt(position);
-    if (!cell.isValid() || sizeHintForIndex(cell).width() <= visualRect(cell).width()) return false;
-    if (delegate_ && !delegate_->shouldShowCellExpansion(cell.column(), controller_->nodeForIndex(cell)))
-        return false;
+    if (!cell.isValid()) return false;
+    const bool isShortened = sizeHintForIndex(cell).width() > visualRect(cell).width();
+    const bool isExpanded =
+        isShortened &&
+        (!delegate_ || delegate_->shouldShowCellExpansion(cell.column(), controller_->nodeForIndex(cell)));
+    QStringList texts;
+    if (isExpanded) texts.append(cell.data().toString().left(tooltipLength));
+    if (cell.data(TreeController::LostLabelRole).toBool())
+        texts.append(cell.data(Qt::ToolTipRole).toString());
+    if (texts.isEmpty()) return false;
     // Escaped, because the text could be taken for HTML.
-    const QString text = cell.data().toString().left(tooltipLength).toHtmlEscaped();
-    QToolTip::showText(globalPosition, QStringLiteral("<p>%1</p>").arg(text), viewport(), visualRect(cell));
+    QString paragraphs;
+    for (const QString &text : texts)
+        paragraphs += QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped());
+    QToolTip::showText(globalPosition, paragraphs, viewport(), visualRect(cell));
     return true;
 }
 

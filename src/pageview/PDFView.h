@@ -35,6 +35,9 @@ public:
     void setDocument(PDFDocument *document);
     PDFDocument *document() const { return document_; }
 
+    /// What stands in the place of the pages where there are none.
+    void setPlaceholderText(const QString &text);
+
     /// The first and the last page that can be seen, 0-based; the last before the first if there is none.
     std::pair<int, int> visiblePages() const;
     /// The page in the middle of the view or, right after going to a page, that one; null without a document.
@@ -44,6 +47,9 @@ public:
     /// Shows a point at the top of the view; the zero point is no particular spot, but the top of the page.
     /// A page index out of range does nothing.
     void goToDestination(const PDFDestination &destination);
+    /// The current page and the top left of what is seen of it, which goToDestination() shows like this;
+    /// absent without pages.
+    std::optional<PDFDestination> currentDestination() const;
     /// The four steps stay where they are when there is no such page.
     void goToNextPage();
     void goToPreviousPage();
@@ -207,6 +213,7 @@ private:
     void takeImage(const PageResult &result);
     void drawImages(QPainter &painter, const PDFPage &page, const QRectF &target);
     void drawMarks(QPainter &painter, const PDFPage &page);
+    void drawPlaceholder(QPainter &painter) const;
     const std::vector<Rect> &rectsOf(const std::vector<PDFSelection> &selections, const PDFPage &page,
                                      std::map<int, std::vector<Rect>> &cache);
     const std::vector<Rect> &rectsOfMarkedText(int pageIndex);
@@ -238,10 +245,12 @@ private:
     std::optional<TextRange> draggedRange(int pageIndex, const PagePoint &first, const PagePoint &last) const;
     void select(const std::optional<PDFSelection> &selection);
     void pointAt(const QPointF &viewPoint);
+    void pullTo(const QPoint &viewPoint);
     void countClick(const QMouseEvent &event);
 
     RenderQueue queue_;
     PDFDocument *document_ = nullptr;
+    QString placeholderText_;
     PageLayout layout_;
     PageImageCache images_;
     bool autoScales_ = false;
@@ -279,7 +288,8 @@ private:
     std::optional<int> pointerPage_;
     QPoint pointer_;
     QPoint pressedAt_;
-    int clickCount_ = 0;  ///< Quick clicks in one place so far, the present one included.
+    std::optional<QPoint> pulledFrom_;  ///< Where the middle button holds the pages.
+    int clickCount_ = 0;                ///< Quick clicks in one place so far, the present one included.
     Qt::MouseButton clickButton_ = Qt::NoButton;
     quint64 clickTime_ = 0;  ///< In milliseconds of the window system.
     QPoint clickedAt_;

@@ -39,7 +39,21 @@ void PDFView::paintEvent(QPaintEvent *event) {
         drawPage(painter, page(i));
         painter.restore();
     }
+    if (isEmpty() && document_) drawPlaceholder(painter);
     if (requestedScale_ != deviceScale()) pagesMoved();  // another screen
+}
+
+void PDFView::setPlaceholderText(const QString &text) {
+    placeholderText_ = text;
+    setAccessibleDescription(text);
+    viewport()->update();
+}
+
+void PDFView::drawPlaceholder(QPainter &painter) const {
+    const int margin = 2 * fontMetrics().height();
+    painter.setPen(palette().color(QPalette::BrightText));
+    painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
+                     Qt::AlignCenter | Qt::TextWordWrap, placeholderText_);
 }
 
 void PDFView::drawPage(QPainter &painter, const PDFPage &page) {

@@ -22,7 +22,7 @@ constexpr double autoScrollSpeed = 0.5;
 
 /// Whether a key leads to a place that was left: back is -1, forward 1, any other key 0.
 int stepInHistory(const QKeyEvent &event) {
-    const bool alt = event.modifiers().testFlag(Qt::AltModifier);
+    const bool alt = (event.modifiers() & ~Qt::KeypadModifier) == Qt::AltModifier;
     if ((alt && event.key() == Qt::Key_Left) || event.key() == Qt::Key_Back) return -1;
     return (alt && event.key() == Qt::Key_Right) || event.key() == Qt::Key_Forward ? 1 : 0;
 }
@@ -64,6 +64,10 @@ void PDFView::countClick(const QMouseEvent &event) {
 void PDFView::mousePressEvent(QMouseEvent *event) {
     if (event->button() == Qt::BackButton) goBack();
     if (event->button() == Qt::ForwardButton) goForward();
+    if (event->button() == Qt::MiddleButton && !isEmpty()) {
+        pulledFrom_ = event->position().toPoint();
+        viewport()->setCursor(Qt::ClosedHandCursor);
+    }
     if (event->button() != Qt::LeftButton || isEmpty()) return;
     if (clickCount_ > 2) {
         ask(Awaited::Line, pagePointNear(event->position()));
@@ -93,6 +97,7 @@ void PDFView::press(const QPoint &viewPoint, bool extend) {
 void PDFView::mouseMoveEvent(QMouseEvent *event) {
     if (isEmpty()) return;
     pointer_ = event->position().toPoint();
+    if (event->buttons().testFlag(Qt::MiddleButton)) return pullTo(pointer_);
     if (!event->buttons().testFlag(Qt::LeftButton)) {
         pointAt(event->position());
         return;
@@ -113,7 +118,20 @@ void PDFView::mouseMoveEvent(QMouseEvent *event) {
     }
 }
 
+/// Takes the pages along with the pointer.
+void PDFView::pullTo(const QPoint &viewPoint) {
+    if (!pulledFrom_) return;
+    const QPoint way = viewPoint - *pulledFrom_;
+    pulledFrom_ = viewPoint;
+    horizontalScrollBar()->setValue(horizontalScrollBar()->value() - way.x());
+    verticalScrollBar()->setValue(verticalScrollBar()->value() - way.y());
+}
+
 void PDFView::mouseReleaseEvent(QMouseEvent *event) {
+    if (event->button() == Qt::MiddleButton && pulledFrom_) {
+        pulledFrom_.reset();
+        pointAt(event->position());
+    }
     if (event->button() != Qt::LeftButton || isEmpty()) return;
     autoScrollTimer_.stop();
     const Gesture gesture = std::exchange(gesture_, Gesture::None);

@@ -32,6 +32,14 @@ void PDFView::goToDestination(const PDFDestination &destination) {
     Q_EMIT historyChanged();
 }
 
+std::optional<PDFDestination> PDFView::currentDestination() const {
+    if (isEmpty()) return std::nullopt;
+    const PDFPage &shown = *currentPage();
+    const QPointF corner = convertPointFromPage(shown.transform().toPage(QPointF(0, 0)), shown);
+    const QPointF seen(std::max(0.0, corner.x()), std::max(0.0, corner.y()));
+    return PDFDestination{shown.index(), convertPointToPage(seen, shown)};
+}
+
 void PDFView::showText(int pageIndex, const TextRange &range, Leaving leaving) {
     if (pageIndex < 0 || pageIndex >= layout_.pageCount()) return;
     awaitedText_.reset();

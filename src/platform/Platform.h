@@ -22,6 +22,7 @@ struct Alert {
         {};  ///< One to three. The first is the default; the last of several is what Escape means.
     Style style = Style::Warning;
     bool escapable = true;  ///< Whether Escape presses the last button; else one must be chosen.
+    QString title = {};     ///< What it is about, such as a file's name; may be empty.
 };
 
 /// A panel that asks for one file or folder.

@@ -27,6 +27,7 @@ inline constexpr QLatin1String undoStepsBack("LeafwrightUndoStepsBack");
 // What the program keeps for itself.
 inline constexpr QLatin1String lastUsedHeadingMap("LastUsedH1H2H3MapString");  ///< The map as text.
 inline constexpr QLatin1String windowGeometry("documentWindowGeometry");  ///< Of QWidget::saveGeometry().
-inline constexpr QLatin1String recentDocuments("recentDocuments");        ///< Paths, one a line.
+inline constexpr QLatin1String lastFolder("lastFolder");            ///< Where a file was chosen last; a path.
+inline constexpr QLatin1String recentDocuments("recentDocuments");  ///< Paths, one a line.
 
 }  // namespace leafwright::setting

@@ -40,8 +40,9 @@ void Document::callWaiting() {
     }
 }
 
-int Document::runModal(const Alert &alert) {
+int Document::runModal(Alert alert) {
     const Busy busy(*this);
+    alert.title = displayName();
     return platform_.runModal(alert);
 }
 

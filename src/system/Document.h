@@ -71,8 +71,9 @@ public:
     /// once, or when none of this thread's is busy any more.
     static void whenNoneIsBusy(std::function<void()> function);
 
-    // What the platform asks and tells for the document, which is busy until the answer is there.
-    int runModal(const Alert &alert);
+    // What the platform asks and tells for the document, which is busy until the answer is there. Alerts have
+    // the document's name as their title.
+    int runModal(Alert alert);
     std::optional<QString> runOpenPanel(const FilePanel &panel);
     std::optional<QString> runSavePanel(const FilePanel &panel);
     /// Calls a function later, and not before all documents are idle.

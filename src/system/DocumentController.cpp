@@ -87,7 +87,7 @@ bool DocumentController::closeAllDocuments() {
 QStringList DocumentController::recentDocuments() const {
     QStringList paths =
         platform_.userDefaults().stringForKey(setting::recentDocuments).split(u'\n', Qt::SkipEmptyParts);
-    paths.removeIf([](const QString &path) { return !fileExists(path); });
+    paths.removeIf([this](const QString &path) { return path == leftOut_ || !fileExists(path); });
     return paths;
 }
 
@@ -97,7 +97,8 @@ void DocumentController::clearRecentDocuments() {
 }
 
 void DocumentController::noteRecentDocument(const QString &path) {
-    if (path.contains(u'\n')) return;  // The list is kept with a path a line.
+    // The list is kept with a path a line.
+    if (path.contains(u'\n') || path == leftOut_) return;
     QStringList paths = recentDocuments();
     paths.removeAll(path);
     paths.prepend(path);

@@ -35,6 +35,8 @@ public:
     /// closed
     bool closeAllDocuments();
 
+    /// Has a file never be among those opened lately.
+    void leaveOutOfRecent(const QString &path) { leftOut_ = path; }
     /// Absolute paths, the latest first, 10 at most; of files that are still there.
     QStringList recentDocuments() const;
     void clearRecentDocuments();
@@ -52,6 +54,7 @@ private:
 
     Platform &platform_;
     Factory makeDocument_;
+    QString leftOut_;  ///< Of those opened lately.
     std::vector<std::unique_ptr<Document>> documents_;
 };
 

@@ -33,7 +33,9 @@ public:
     enum Column : int { TitleColumn, PageColumn };
     enum Role : int {
         /// Where an entry leads that leads to no page: "→ https://example.org"; "" for all others.
-        ElsewhereRole = Qt::UserRole
+        ElsewhereRole = Qt::UserRole,
+        /// Of a page label, whether no page has it; see setLabelCheck().
+        LostLabelRole
     };
 
     explicit TreeController(OutlineEdits &edits, QObject *parent = nullptr);
@@ -135,6 +137,9 @@ public:
     using ShouldEdit = std::function<bool(int column, const TreeNode &node)>;
     /// Asked whether a cell may be edited in place. Without it, all may be.
     void setShouldEdit(ShouldEdit shouldEdit) { shouldEdit_ = std::move(shouldEdit); }
+    /// Who knows whether no page has an item's label; nobody for no.
+    using LabelCheck = std::function<bool(const MyOutlineItem &item)>;
+    void setLabelCheck(LabelCheck isLost) { isLabelLost_ = std::move(isLost); }
     /// Not owned; null for neither drags nor drops, which is how it begins.
     void setDragHandler(TreeDragHandler *handler) { dragHandler_ = handler; }
     /// The kinds of data that may be dropped on the tree.
@@ -242,6 +247,7 @@ private:
     size_t shownCount_ = 0;  ///< While there is a filter.
     quint64 structureRevision_ = 0;
     ShouldEdit shouldEdit_;
+    LabelCheck isLabelLost_;
     TreeDragHandler *dragHandler_ = nullptr;
     QStringList mimeTypes_;
 };

@@ -72,6 +72,9 @@ QVariant TreeController::data(const QModelIndex &index, int role) const {
     const bool tellsMore =
         role == ElsewhereRole || role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole;
     if (tellsMore && index.column() == TitleColumn) return elsewhere(item);
+    const bool isLost = index.column() == PageColumn && isLabelLost_ && isLabelLost_(item);
+    if (role == LostLabelRole) return isLost;
+    if (tellsMore && isLost) return tr("No page has this label. The entry leads to the first page.");
     if (role != Qt::DisplayRole && role != Qt::EditRole) return {};
     return index.column() == TitleColumn ? item.pageTitle() : item.pageLabel();
 }

@@ -4,10 +4,15 @@
 #include "view/SpotArchive.h"
 #include "view/TargetIcon.h"
 
+#include <QApplication>
 #include <QDrag>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPixmap>
+
+#include <algorithm>
+#include <cmath>
 
 namespace leafwright {
 
@@ -44,6 +49,27 @@ void LabelPDFView::mouseDoubleClickEvent(QMouseEvent *event) {
     pickSpot(event->position());
 }
 
+void LabelPDFView::mousePressEvent(QMouseEvent *event) {
+    PDFView::mousePressEvent(event);
+    iconHeldAt_.reset();
+    if (event->button() == Qt::LeftButton && isOnIcon(event->position()))
+        iconHeldAt_ = event->position().toPoint();
+}
+
+void LabelPDFView::mouseMoveEvent(QMouseEvent *event) {
+    if (!iconHeldAt_ || !event->buttons().testFlag(Qt::LeftButton)) return PDFView::mouseMoveEvent(event);
+    const QPoint way = event->position().toPoint() - *iconHeldAt_;
+    if (way.manhattanLength() < QApplication::startDragDistance()) return;
+    iconHeldAt_.reset();
+    dragSpot();
+}
+
+void LabelPDFView::keyPressEvent(QKeyEvent *event) {
+    if (event->key() != Qt::Key_Escape || iconLocationData_.isNull()) return PDFView::keyPressEvent(event);
+    setIconLocationData({});
+    setNeedsDisplay();
+}
+
 void LabelPDFView::pickSpot(const QPointF &viewPoint) {
     const PDFPage *page = pageForPoint(viewPoint, true);
     if (!page) return;
@@ -52,8 +78,21 @@ void LabelPDFView::pickSpot(const QPointF &viewPoint) {
     const QByteArray archive = archivedSpot({point, page->label()});
     setIconLocationData(archive);
     setNeedsDisplay();
+    dragSpot();
+}
+
+/// Whether the icon is seen at a view point.
+bool LabelPDFView::isOnIcon(const QPointF &viewPoint) const {
+    const auto spot = unarchivedSpot(iconLocationData_);
+    const PDFPage *page = pageForPoint(viewPoint, false);
+    if (!spot || !page || spot->pageLabel != page->label() || pageLabelLocation_ == u"None") return false;
+    const QPointF away = viewPoint - convertPointFromPage(spot->point, *page);
+    return std::max(std::abs(away.x()), std::abs(away.y())) <= iconPoints / 2 * scaleFactor();
+}
+
+void LabelPDFView::dragSpot() {
     auto *mimeData = new QMimeData;
-    mimeData->setData(NSPOINT_PBOARD_TYPE, archive);
+    mimeData->setData(NSPOINT_PBOARD_TYPE, iconLocationData_);
     dragImage(targeticon_, {iconPoints / 2, iconPoints / 2}, mimeData);
 }
 

@@ -6,13 +6,15 @@
 #include <QImage>
 #include <QString>
 
+#include <optional>
+
 class QMimeData;
 
 namespace leafwright {
 
 /// A document window's page view: a badge with its label on every page, and a target icon at the spot that
 /// was picked last. A double click picks a spot and starts a drag of it (see SpotArchive.h), to be dropped on
-/// the outline.
+/// the outline; the icon can be dragged there later, too. Escape takes it away.
 class LabelPDFView : public PDFView {
     Q_OBJECT
 
@@ -36,7 +38,10 @@ public:
 
 protected:
     void drawPage(QPainter &painter, const PDFPage &page) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
     /// Starts a drag and returns when it is over. @param mimeData the spot; the drag owns it from then on
     /// @param hotSpot where the mouse holds the image, from its top left
@@ -45,10 +50,13 @@ protected:
 private:
     void awakeFromNib();
     void pickSpot(const QPointF &viewPoint);
+    bool isOnIcon(const QPointF &viewPoint) const;
+    void dragSpot();
 
     QString pageLabelLocation_ = QStringLiteral("Q1");
     QByteArray iconLocationData_;
     QImage targeticon_;
+    std::optional<QPoint> iconHeldAt_;  ///< Where the icon was pressed that is not dragged yet.
 };
 
 }  // namespace leafwright

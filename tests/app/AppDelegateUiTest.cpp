@@ -13,6 +13,7 @@
 #include "support/RecordingPlatform.h"
 #include "support/TempDir.h"
 #include "view/LabelPDFView.h"
+#include "widgets/NoticeBars.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -116,6 +117,24 @@ TEST_F(Delegate, AFirstLaunchOpensTheGuideAsADocument) {
     EXPECT_EQ(document(0).displayName(), "Leafwright User Guide.pdf");
     EXPECT_TRUE(document(0).window()->isVisible());
     EXPECT_TRUE(platform.openedFiles.isEmpty()) << "not elsewhere";
+    EXPECT_TRUE(delegate.documentController().recentDocuments().isEmpty()) << "it is always at hand";
+}
+
+TEST_F(Delegate, WhyAFileCantBeOpenedStandsInTheWindowThatIsThere) {
+    QFile bad(dir.path("bad.pdf"));
+    ASSERT_TRUE(bad.open(QIODevice::WriteOnly));
+    bad.write("this is no PDF");
+    bad.close();
+    delegate.openFiles({bad.fileName()});
+    delegate.openFiles({file("good.pdf")});
+    const NoticeBars &notices = *document(0).myWindow()->notices();
+    EXPECT_EQ(notices.bar("notOpened"), nullptr) << "there was no window yet";
+    delegate.openFiles({bad.fileName()});
+    ASSERT_NE(notices.bar("notOpened"), nullptr);
+    EXPECT_TRUE(notices.bar("notOpened")->text().startsWith("“bad.pdf” could not be opened: "));
+    ASSERT_EQ(platform.alerts.size(), 2);
+    EXPECT_EQ(platform.alerts[1].message, "Unable to open PDF");
+    EXPECT_EQ(platform.alerts[1].title, "bad.pdf");
 }
 
 TEST_F(Delegate, AfterAFirstLaunchADoubleClickJumpsToThePage) {

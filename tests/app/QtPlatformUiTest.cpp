@@ -252,6 +252,39 @@ TEST_F(QtPlatformTest, WhereFoldersCanBeChosenTheOneItStartsInIsProposed) {
     EXPECT_EQ(platform.runOpenPanel({.path = dir.path(""), .canChooseDirectories = true}), dir.path(""));
 }
 
+TEST_F(QtPlatformTest, AnAlertNamesWhatItIsAbout) {
+    answerTo({.message = "Unable to open PDF", .buttons = {"OK"}, .title = "a.pdf"}, [](QMessageBox &box) {
+        EXPECT_EQ(box.windowTitle(), "a.pdf");
+        box.reject();
+    });
+}
+
+TEST_F(QtPlatformTest, APanelBeginsWhereOneEndedLast) {
+    const auto folderOf = [this](const FilePanel &panel) {
+        QString folder;
+        whenShown<FilePanelDialog>([&folder](FilePanelDialog &dialog) {
+            folder = dialog.directory().absolutePath();
+            dialog.reject();
+        });
+        platform.runOpenPanel(panel);
+        return folder;
+    };
+    ASSERT_TRUE(QDir().mkpath(dir.path("folder")));
+    const QString chosen = touch("folder/a.pdf");
+    whenShown<FilePanelDialog>([&](FilePanelDialog &dialog) {
+        dialog.selectFile(chosen);
+        dialog.accept();
+    });
+    ASSERT_EQ(platform.runOpenPanel({.path = dir.path("folder")}), chosen);
+    EXPECT_EQ(folderOf({}), dir.path("folder"));
+    EXPECT_EQ(folderOf({.path = dir.path("")}), dir.path("")) << "unless it begins somewhere";
+    EXPECT_EQ(QtPlatform(dir.path("settings.ini")).userDefaults().stringForKey("lastFolder"),
+              dir.path("folder"))
+        << "in the next session, too";
+    ASSERT_TRUE(QDir(dir.path("folder")).removeRecursively());
+    EXPECT_NE(folderOf({}), dir.path("folder"));
+}
+
 TEST_F(QtPlatformTest, WhatIsNotToBeMadeCanNotBeMade) {
     for (const bool canCreate : {true, false}) {
         whenShown<FilePanelDialog>([&](FilePanelDialog &dialog) {

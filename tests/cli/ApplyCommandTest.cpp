@@ -15,7 +15,7 @@ using testing::IsEmpty;
 CliResult apply(const TempDir &dir, const QByteArray &tree) {
     saveBytes(dir.path("tree"), tree);
     const QString path = savePdf(dir, "in.pdf", 3, {"Old Entry"});
-    return runCli({"apply", path, dir.path("tree"), "-o", dir.path("out.pdf")});
+    return runCli({"apply", "-q", path, dir.path("tree"), "-o", dir.path("out.pdf")});
 }
 
 /// The same, and what the outline then is.
@@ -141,7 +141,7 @@ TEST(ApplyCommand, AnAtSignAloneIsTheEmptyLabelWhereAPageHasIt) {
     pdf.save(dir.path("in.pdf"));
     saveBytes(dir.path("tree"), "+ @ Plate\n++ @z Last\n");
     const CliResult result =
-        runCli({"apply", dir.path("in.pdf"), dir.path("tree"), "-o", dir.path("out.pdf")});
+        runCli({"apply", "-q", dir.path("in.pdf"), dir.path("tree"), "-o", dir.path("out.pdf")});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
     QJsonObject plate = node("Plate", "", 1, topOfPage);
@@ -218,7 +218,7 @@ TEST(ApplyCommand, PrintedPageNumbersAreFoundInTheText) {
     pdf.save(dir.path("in.pdf"));
     saveBytes(dir.path("tree"), "+ @p5 Lower\n+ @P6 Upper\n");
     const CliResult result =
-        runCli({"apply", dir.path("in.pdf"), dir.path("tree"), "-o", dir.path("out.pdf")});
+        runCli({"apply", "-q", dir.path("in.pdf"), dir.path("tree"), "-o", dir.path("out.pdf")});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), "+ @7 Lower\n+ @8 Upper\n");

@@ -194,7 +194,7 @@ TEST(ApplyCommand, HardLinksThatAreLostAreTold) {
     const QString path = savePdf(dir, "in.pdf", 1);
     ASSERT_EQ(::link(QFile::encodeName(path), QFile::encodeName(dir.path("other.pdf"))), 0);
     saveBytes(dir.path("tree"), "+ @1 A\n");
-    const CliResult result = runCli({"apply", path, dir.path("tree"), "-o", path});
+    const CliResult result = runCli({"apply", "-q", path, dir.path("tree"), "-o", path});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "leafwright-cli: " + path.toUtf8() +
                               ": it had other names (hard links), which still lead to the old file\n");

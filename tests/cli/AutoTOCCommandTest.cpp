@@ -14,7 +14,7 @@ using testing::HasSubstr;
 /// Runs `autotoc` on the file with headings and further options.
 CliResult runAutoTOC(const TempDir &dir, const QStringList &options = {}) {
     const QString path = savePdfWithHeadings(dir, "in.pdf");
-    return runCli(QStringList{"autotoc", path, "-o", dir.path("out.pdf")} + options);
+    return runCli(QStringList{"autotoc", "-q", path, "-o", dir.path("out.pdf")} + options);
 }
 
 TEST(AutoTOCCommand, HeadingsReplaceTheOutline) {
@@ -107,7 +107,7 @@ TEST(AutoTOCCommand, OutputMayBeTheInput) {
 TEST(AutoTOCCommand, WithoutHeadingsTheOutlineStaysAndIsSaidTo) {
     const TempDir dir;
     const QString path = savePdf(dir, "in.pdf", 2, {"Kept", "Kept Too"});
-    const CliResult result = runCli({"autotoc", path, "-o", dir.path("out.pdf")});
+    const CliResult result = runCli({"autotoc", "-q", path, "-o", dir.path("out.pdf")});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err,
               "leafwright-cli: " + path.toUtf8() + ": no headings were found; the outline stays as it was\n");

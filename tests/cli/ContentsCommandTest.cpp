@@ -14,7 +14,7 @@ using testing::HasSubstr;
 /// Runs `contents` on the book and further options.
 CliResult runContents(const TempDir &dir, const QStringList &options = {}) {
     const QString path = savePdfWithContents(dir, "in.pdf");
-    return runCli(QStringList{"contents", path, "-o", dir.path("out.pdf")} + options);
+    return runCli(QStringList{"contents", "-q", path, "-o", dir.path("out.pdf")} + options);
 }
 
 /// Saves a PDF without text and with an outline of one entry, "Old Entry".
@@ -149,7 +149,7 @@ TEST(ContentsCommand, RecognisesThePagesWithoutTextWhereOthersHaveSome) {
                               "cp \"$(dirname \"$0\")/book.pdf\" \"$3\"\n");
     QFile::copy(savePdfWithContents(dir, "book.pdf"), program.path("book.pdf"));
     const CliResult result =
-        runCli({"contents", saveHalfScan(dir, "in.pdf"), "-o", dir.path("out.pdf"), "--ocr"});
+        runCli({"contents", "-q", saveHalfScan(dir, "in.pdf"), "-o", dir.path("out.pdf"), "--ocr"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(

@@ -10,7 +10,7 @@ using testing::HasSubstr;
 
 TEST(FontsCommand, CensusAndMapHaveTheirFixedShape) {
     const TempDir dir;
-    const CliResult result = runCli({"fonts", savePdfWithHeadings(dir, "a.pdf")});
+    const CliResult result = runCli({"fonts", "-q", savePdfWithHeadings(dir, "a.pdf")});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_EQ(result.out, R"({

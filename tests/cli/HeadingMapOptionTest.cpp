@@ -14,7 +14,7 @@ using testing::HasSubstr;
 CliResult runWithMap(const TempDir &dir, const QByteArray &map) {
     saveBytes(dir.path("map"), map);
     const QString path = savePdfWithHeadings(dir, "in.pdf");
-    return runCli({"autotoc", path, "-o", dir.path("out.pdf"), "--map", dir.path("map")});
+    return runCli({"autotoc", "-q", path, "-o", dir.path("out.pdf"), "--map", dir.path("map")});
 }
 
 TEST(HeadingMapOption, SavedMapGivesTheItemsOfTheGuessedOne) {

@@ -11,7 +11,7 @@ using testing::HasSubstr;
 
 /// What `info` prints of a file.
 QJsonObject infoOf(const QString &path) {
-    const CliResult result = runCli({"info", path});
+    const CliResult result = runCli({"info", "-q", path});
     EXPECT_EQ(result.exitCode, 0) << result.err.constData();
     EXPECT_EQ(result.err, "");
     return parsedJson(result.out).object();

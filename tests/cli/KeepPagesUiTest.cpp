@@ -31,7 +31,7 @@ protected:
 
     /// Runs a command on the file. @return the 0-based page of the first entry in what it writes
     int pageAfter(QStringList arguments, const QStringList &options = {}) {
-        arguments += QStringList{"-o", dir.path("out.pdf")} + options;
+        arguments += QStringList{"-q", "-o", dir.path("out.pdf")} + options;
         result = runCli(arguments);
         EXPECT_EQ(result.exitCode, 0) << result.err.constData();
         return outlineOf(dir.path("out.pdf"))[0].toObject()["pageIndex"].toInt(-1);
@@ -84,7 +84,7 @@ TEST_F(KeepPages, AnIndexWithoutALabelIsOne) {
 }
 
 TEST_F(KeepPages, FilesOfABatchKeepThemToo) {
-    const QStringList batch{"autotoc", dir.path("in.pdf"), "--keep", "--out-dir", dir.path("out")};
+    const QStringList batch{"autotoc", "-q", dir.path("in.pdf"), "--keep", "--out-dir", dir.path("out")};
     ProgramResult told = runProgram(commandLineProgram(), batch);
     EXPECT_EQ(told.exitCode, 0);
     EXPECT_THAT(told.err.toStdString(), HasSubstr("in.pdf: 3 entries lead elsewhere now"));

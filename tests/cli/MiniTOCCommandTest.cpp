@@ -12,7 +12,7 @@ using testing::HasSubstr;
 
 CliResult runMiniTOC(const TempDir &dir, const QStringList &options) {
     const QString path = savePdfWithHeadings(dir, "in.pdf");
-    return runCli(QStringList{"minitoc", path, "-o", dir.path("out.pdf")} + options);
+    return runCli(QStringList{"minitoc", "-q", path, "-o", dir.path("out.pdf")} + options);
 }
 
 TEST(MiniTOCCommand, HeadingsLikeTheSampleComeBelowOneEntryBehindTheOutline) {

@@ -33,15 +33,15 @@ protected:
 };
 
 TEST_F(Running, ReportsToStandardOutput) {
-    const CliResult result = run({"--report", "-"});
+    const CliResult result = run({"--report", "-", "-q"});
     EXPECT_EQ(result.exitCode, 0) << result.err.constData();
     EXPECT_EQ(parsedJson(result.out).array().size(), 2);
     EXPECT_EQ(result.err, "");
     expectNothingWritten();
 }
 
-TEST_F(Running, WithoutAReportItSaysNothing) {
-    const CliResult result = run({"-o", dir.path("out.pdf")});
+TEST_F(Running, WithoutAReportItSaysNothingIfToldSo) {
+    const CliResult result = run({"-o", dir.path("out.pdf"), "-q"});
     EXPECT_EQ(result.exitCode, 0) << result.err.constData();
     EXPECT_EQ(result.out + result.err, "");
     EXPECT_EQ(plusLinesOf(dir.path("out.pdf")), "+ @1 New\n+ @2 Two\n");

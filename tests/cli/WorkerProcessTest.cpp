@@ -138,7 +138,7 @@ TEST(Timeout, CommandInTimeIsAsWithout) {
     const CliResult result = runCli({"outline", path, "--format", "plus", "--timeout", "100"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.out, "+ @2 Old Entry\n");
-    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.err, "leafwright-cli: " + path.toUtf8() + ": 1 entry\n");
     const CliResult failed = runCli({"outline", "none.pdf", "--timeout", "100"});
     EXPECT_EQ(failed.exitCode, 1);
     EXPECT_EQ(failed.err, "leafwright-cli: none.pdf: there is no such file\n");

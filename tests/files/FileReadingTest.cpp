@@ -1,5 +1,6 @@
 #include "files/FileReading.h"
 #include "support/CliFiles.h"
+#include "support/Unprivileged.h"
 
 #include <QDir>
 #include <QFile>
@@ -98,6 +99,43 @@ TEST(RegularFile, IsTheOnlyOneThatIsRead) {
     EXPECT_EQ(std::get<QString>(readRegularFile(dir.path("missing"), 5)), "No such file or directory");
     EXPECT_EQ(std::get<QString>(readRegularFile(dir.path("."), 5)), "Is a directory");
     EXPECT_TRUE(std::holds_alternative<QString>(readRegularFile("/dev/zero", 5)));
+}
+
+TEST(FileReading, TellsWhatMayNotBeReplaced) {
+    const test::TempDir dir;
+    ASSERT_EQ(::chmod(QFile::encodeName(dir.path(".")).constData(), 0777), 0);
+    test::saveBytes(dir.path("a"), "1");
+    ASSERT_EQ(::chmod(QFile::encodeName(dir.path("a")).constData(), 0666), 0);
+    ASSERT_EQ(::mkdir(QFile::encodeName(dir.path("folder")).constData(), 0777), 0);
+    ASSERT_EQ(::symlink(QFile::encodeName(dir.path("a")).constData(),
+                        QFile::encodeName(dir.path("folder/link")).constData()),
+              0);
+    ASSERT_EQ(::chmod(QFile::encodeName(dir.path("folder")).constData(), 0555), 0);
+    const test::Unprivileged nobody;
+    EXPECT_FALSE(isReadOnly(dir.path("a")));
+    EXPECT_FALSE(isReadOnly(dir.path("missing")));
+    EXPECT_FALSE(isReadOnly(dir.path("folder/link"))) << "what counts is where it leads";
+    ASSERT_EQ(
+        ::rename(QFile::encodeName(dir.path("a")).constData(), QFile::encodeName(dir.path("b")).constData()),
+        0);
+    EXPECT_FALSE(isReadOnly(dir.path("folder/link"))) << "it leads nowhere";
+}
+
+TEST(FileReading, AReadOnlyFileOrFolderIsReadOnly) {
+    const test::TempDir dir;
+    ASSERT_EQ(::chmod(QFile::encodeName(dir.path(".")).constData(), 0777), 0);
+    test::saveBytes(dir.path("a"), "1");
+    ASSERT_EQ(::chmod(QFile::encodeName(dir.path("a")).constData(), 0444), 0);
+    test::saveBytes(dir.path("b"), "1");
+    ASSERT_EQ(::chmod(QFile::encodeName(dir.path("b")).constData(), 0666), 0);
+    {
+        const test::Unprivileged nobody;
+        EXPECT_TRUE(isReadOnly(dir.path("a")));
+        EXPECT_FALSE(isReadOnly(dir.path("b")));
+    }
+    ASSERT_EQ(::chmod(QFile::encodeName(dir.path(".")).constData(), 0555), 0);
+    const test::Unprivileged nobody;
+    EXPECT_TRUE(isReadOnly(dir.path("b")));
 }
 
 }  // namespace

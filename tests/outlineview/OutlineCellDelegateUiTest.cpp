@@ -78,5 +78,20 @@ TEST_F(OutlineCells, WhereAnEntryLeadsThatHasNoPageStandsBehindItsTitle) {
     EXPECT_EQ(outline.index("Aaaaaaaa").data(TreeController::ElsewhereRole).toString(), "→ Launch");
 }
 
+TEST_F(OutlineCells, ALabelThatNoPageHasIsRed) {
+    outline.controller->setLabelCheck([](const MyOutlineItem &item) { return item.pageLabel() == "xii"; });
+    MyOutlineItem &item = *outline.controller->nodeForIndex(outline.index("Aaaaaaaa")).representedObject();
+    const auto label = [this] {
+        const QImage all = outline.view.viewport()->grab().toImage();
+        return all.copy(outline.view.visualRect(outline.index("Aaaaaaaa", TreeController::PageColumn)));
+    };
+    EXPECT_EQ(redIn(label()), 0);
+    outline.edits.setPageLabel(item, "xii");
+    EXPECT_GT(redIn(label()), 5);
+    EXPECT_EQ(redIn(pictureOf("Aaaaaaaa")), 0) << "the title is as it was";
+    outline.edits.setPageLabel(item, "xi");
+    EXPECT_EQ(redIn(label()), 0);
+}
+
 }  // namespace
 }  // namespace leafwright

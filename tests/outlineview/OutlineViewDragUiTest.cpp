@@ -174,6 +174,17 @@ TEST_F(OutlineViewDrag, ATextWithoutRoomIsShownInFull) {
     EXPECT_EQ(tip(outline, outline.index(title)), "");
 }
 
+TEST_F(OutlineViewDrag, OfALabelThatNoPageHasThatIsTold) {
+    const QModelIndex label = outline.index("D", TreeController::PageColumn);
+    EXPECT_EQ(tip(outline, label), "");
+    outline.controller->setLabelCheck([](const MyOutlineItem &item) { return item.pageTitle() == "D"; });
+    const QString text = "No page has this label. The entry leads to the first page.";
+    EXPECT_EQ(tip(outline, label), "<p>" + text + "</p>");
+    EXPECT_EQ(label.data(Qt::AccessibleDescriptionRole).toString(), text);
+    EXPECT_EQ(tip(outline, outline.index("D")), "");
+    EXPECT_EQ(tip(outline, outline.index("C", TreeController::PageColumn)), "");
+}
+
 TEST_F(OutlineViewDrag, RestingOnAFoldedItemUnfoldsItAndFoldsNone) {
     test::Outline folded("X(Y)");
     folded.view.setDelegate(this);

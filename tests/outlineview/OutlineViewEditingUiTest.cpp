@@ -196,5 +196,19 @@ TEST_F(OutlineViewEditing, AnOpenEditorFollowsItsItemAlsoBeforeALayout) {
     EXPECT_EQ(outline.rows(), "renamed B C");
 }
 
+TEST_F(OutlineViewEditing, ReturnAsksWhereTheSelectedItemLeadsUnlessATextIsEdited) {
+    QSignalSpy asked(&outline.view, &OutlineView::followRequested);
+    QTest::keyClick(&outline.view, Qt::Key_Return);
+    EXPECT_EQ(asked.count(), 0) << "nothing is selected";
+    outline.controller->setSelectionIndexPaths({{1}});
+    QTest::keyClick(&outline.view, Qt::Key_Return);
+    QTest::keyClick(&outline.view, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(asked.count(), 2);
+    outline.view.editColumn(0, 1);
+    type("X", Qt::Key_Return);
+    EXPECT_EQ(outline.text(), "A(B) X");
+    EXPECT_EQ(asked.count(), 2);
+}
+
 }  // namespace
 }  // namespace leafwright

@@ -290,5 +290,33 @@ TEST_F(PDFViewInputTest, PointerIsAHandOverLinksAndABeamOverText) {
     waitForShape(view.convertRectFromPage(box, page(1)).center().toPoint(), Qt::IBeamCursor);
 }
 
+TEST_F(PDFViewInputTest, TheMiddleButtonPullsThePagesAlong) {
+    show(pagesOfText(3));
+    view.setScaleFactor(2);
+    view.goToPage(&page(1));
+    const QPoint held = view.viewport()->rect().center();
+    const QPointF before = view.convertPointToPage(held, page(1));
+    const QPoint way(-40, -70);
+    QTest::mousePress(view.viewport(), Qt::MiddleButton, {}, held);
+    EXPECT_EQ(view.viewport()->cursor().shape(), Qt::ClosedHandCursor);
+    mouse(QEvent::MouseMove, held + way / 2, Qt::MiddleButton);
+    mouse(QEvent::MouseMove, held + way, Qt::MiddleButton);
+    EXPECT_EQ(view.convertPointFromPage(before, page(1)).toPoint(), held + way);
+    QTest::mouseRelease(view.viewport(), Qt::MiddleButton, {}, held + way);
+    EXPECT_NE(view.viewport()->cursor().shape(), Qt::ClosedHandCursor);
+    mouse(QEvent::MouseMove, held, Qt::MiddleButton);
+    EXPECT_EQ(view.convertPointFromPage(before, page(1)).toPoint(), held + way) << "nothing is held";
+    EXPECT_EQ(selected(), "");
+}
+
+TEST_F(PDFViewInputTest, OnlyAltAloneLeadsBackAndForward) {
+    show(test::numberedPages(3));
+    view.goToPage(&page(2));
+    key(Qt::Key_Left, Qt::AltModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(view.canGoBack()) << "it is another command's";
+    key(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(currentIndex(), 0);
+}
+
 }  // namespace
 }  // namespace leafwright

@@ -251,5 +251,16 @@ TEST_F(PDFViewTest, PagesOfAbsurdSizes) {
     picture();
 }
 
+TEST_F(PDFViewTest, SaysWhyThereAreNoPages) {
+    document = test::openPdf(PdfBuilder());
+    view.resize(640, 400);
+    view.setDocument(document.get());
+    ASSERT_EQ(view.currentPage(), nullptr);
+    const QImage plain = view.viewport()->grab().toImage();
+    view.setPlaceholderText("No page of this file can be read.");
+    EXPECT_NE(view.viewport()->grab().toImage(), plain);
+    EXPECT_EQ(view.accessibleDescription(), "No page of this file can be read.");
+}
+
 }  // namespace
 }  // namespace leafwright

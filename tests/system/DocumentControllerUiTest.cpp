@@ -150,5 +150,18 @@ TEST_F(DocumentControllerTest, TheFilesTheUserChoosesAreOpened) {
     EXPECT_EQ(controller.documents().size(), 1U);
 }
 
+TEST_F(DocumentControllerTest, OneFileIsNeverAmongTheRecentOnes) {
+    const QString guide = file("guide");
+    const QString a = file("a");
+    controller.openDocumentWithContentsOfURL(guide, true);
+    EXPECT_EQ(controller.recentDocuments(), QStringList{guide});
+    controller.leaveOutOfRecent(guide);
+    EXPECT_TRUE(controller.recentDocuments().isEmpty()) << "also where it was noted before";
+    controller.openDocumentWithContentsOfURL(a, true);
+    controller.closeAllDocuments();
+    controller.openDocumentWithContentsOfURL(guide, true);
+    EXPECT_EQ(controller.recentDocuments(), QStringList{a});
+}
+
 }  // namespace
 }  // namespace leafwright

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QDrag>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QMouseEvent>
 #include <QPainter>
@@ -307,6 +308,48 @@ TEST(LabelPDFViewDrag, CopiesTheSpotAndKeepsTheIconWhenRefused) {
     EXPECT_EQ(drag->supportedActions(), Qt::CopyAction);
     EXPECT_EQ(view.iconLocationData(), drag->mimeData()->data(NSPOINT_PBOARD_TYPE));
     EXPECT_TRUE(QTest::qWaitFor([&] { return !view.findChild<QDrag *>(); }));
+}
+
+TEST_F(LabelPDFViewTest, EscapeTakesTheIconAway) {
+    view.setIconLocationData(archivedSpot({{300, 400}, "1"}));
+    ASSERT_NE(colourAt(300, 400), QColor(Qt::white));
+    QTest::keyClick(&view, Qt::Key_Escape);
+    EXPECT_TRUE(view.iconLocationData().isNull());
+    EXPECT_EQ(colourAt(300, 400), QColor(Qt::white));
+    QKeyEvent again(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+    QApplication::sendEvent(&view, &again);
+    EXPECT_FALSE(again.isAccepted()) << "somebody else's, without an icon";
+}
+
+TEST_F(LabelPDFViewTest, TheIconCanBeDragged) {
+    const QByteArray spot = archivedSpot({{300, 600}, "1"});
+    view.setIconLocationData(spot);
+    const auto dragFrom = [this](const QPoint &from) {
+        view.dragged.clear();
+        mouse(QEvent::MouseButtonPress, from, Qt::LeftButton);
+        for (const QPoint &to : {from + QPoint(1, 0), from + QPoint(30, 30), from + QPoint(60, 60)}) {
+            QMouseEvent move(QEvent::MouseMove, to, view.viewport()->mapToGlobal(to), Qt::NoButton,
+                             Qt::LeftButton, {});
+            QApplication::sendEvent(view.viewport(), &move);
+        }
+        mouse(QEvent::MouseButtonRelease, from + QPoint(60, 60), Qt::LeftButton);
+        return view.dragged;
+    };
+    EXPECT_EQ(dragFrom(at(304, 596)), QList{spot});
+    EXPECT_EQ(view.iconLocationData(), spot);
+    EXPECT_TRUE(dragFrom(at(330, 600)).isEmpty()) << "beside it";
+    view.setPageLabelLocation("None");
+    EXPECT_TRUE(dragFrom(at(304, 596)).isEmpty()) << "it is not seen";
+}
+
+TEST_F(LabelPDFViewTest, AClickOnTheIconDragsNothing) {
+    view.setIconLocationData(archivedSpot({{300, 600}, "1"}));
+    click(at(300, 600));
+    const QPoint beyond = at(300, 600) + QPoint(50, 0);
+    QMouseEvent hover(QEvent::MouseMove, beyond, view.viewport()->mapToGlobal(beyond), Qt::NoButton,
+                      Qt::NoButton, {});
+    QApplication::sendEvent(view.viewport(), &hover);
+    EXPECT_TRUE(view.dragged.isEmpty());
 }
 
 }  // namespace

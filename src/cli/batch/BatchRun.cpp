@@ -215,6 +215,7 @@ void BatchRun::giveUp(const QString &problem) {
 bool BatchRun::sayHowItEnded() {
     if (const auto problem = log_.finish()) giveUp(*problem);
     if (failed_ > 0) console_.message(translated("%1 of %2 jobs failed").arg(failed_).arg(told_));
+    console_.tellOutcome(told_ == 1 ? translated("1 job done") : translated("%1 jobs done").arg(told_));
     if (queue_.isAbandoned()) console_.message(translated("ended early: what has no line was not begun"));
     return failed_ == 0 && !gaveUp_ && !queue_.isAbandoned();
 }

@@ -53,9 +53,11 @@ std::optional<QString> writeReport(const QStringList &logs, const QString &html,
     if (auto problem = table.start()) return problem;
     BatchReport report;
     ReportLogs reader(logs);
+    qint64 jobs = 0;
     table.write(headOfTable());
     const auto problem = reader.read([&](const ReportedJob &job) {
         report.add(job);
+        ++jobs;
         table.write(rowOf(job));
     });
     for (const QString &notice : reader.notices())
@@ -66,7 +68,9 @@ std::optional<QString> writeReport(const QStringList &logs, const QString &html,
     const auto failure = table.finish();
     const auto pageFailure = page.finish();
     if (failure && pageFailure) return *failure + QLatin1String("; ") + *pageFailure;
-    return failure ? failure : pageFailure;
+    if (failure || pageFailure) return failure ? failure : pageFailure;
+    console.tellOutcome(jobs == 1 ? translated("1 job reported") : translated("%1 jobs reported").arg(jobs));
+    return std::nullopt;
 }
 
 }  // namespace

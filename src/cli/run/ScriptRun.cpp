@@ -148,6 +148,16 @@ std::optional<QString> playAndPublish(const std::vector<script::Step> &steps, co
     return failure;
 }
 
+/// What was done, for people.
+QString outcomeOf(const ScriptRequest &request, size_t steps) {
+    const QString played =
+        steps == 1 ? translated("1 step played") : translated("%1 steps played").arg(steps);
+    const QString text = request.file + QLatin1String(": ") + played;
+    if (request.out.isEmpty()) return text;
+    const bool isPoured = request.out == standardOutputPath();
+    return text + translated("; %1 written").arg(isPoured ? translated("standard output") : request.out);
+}
+
 class ScriptsInWindows final : public ScriptLibrary {
 public:
     std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv) const override {
@@ -175,6 +185,7 @@ public:
             console.message(*failure);
             return Failed;
         }
+        console.tellOutcome(outcomeOf(request, std::get<std::vector<script::Step>>(steps).size()));
         return Done;
     }
 };

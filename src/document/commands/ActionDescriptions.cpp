@@ -53,13 +53,14 @@ constexpr auto descriptions = std::to_array<ActionDescription>({
     {"addSelectedTextAsTOCSibling:", Menu::Outline, TITLE("Add Selected Text as Sibling"), "Ctrl+T", none, Needs::Text},
     {"addSelectedTextAsTOCChild:", Menu::Outline, TITLE("Add Selected Text as Child"), "Ctrl+Shift+T", none, Needs::Text},
     {"removeOutlineItems:", Menu::Outline, TITLE("Remove"), "Del", group | bar, Needs::Entries},
-    {"promoteChildrenOutlineItem:", Menu::Outline, TITLE("Promote Children"), "", none, Needs::OneParent},
+    {"promoteChildrenOutlineItem:", Menu::Outline, TITLE("Promote Children"), "Alt+Shift+Left", none, Needs::OneParent},
     {"moveLeft:", Menu::Outline, TITLE("Move Left"), "Alt+Left", group | bar, Needs::Entries},
     {"moveRight:", Menu::Outline, TITLE("Move Right"), "Alt+Right", bar, Needs::Entries},
     {"moveUp:", Menu::Outline, TITLE("Move Up"), "Alt+Up", bar, Needs::Entries},
     {"moveDown:", Menu::Outline, TITLE("Move Down"), "Alt+Down", bar, Needs::Entries},
     {"applyTOCExpand:", Menu::Outline, TITLE("Expand"), "Ctrl+Right", group, Needs::Entries},
     {"applyTOCCollapse:", Menu::Outline, TITLE("Collapse"), "Ctrl+Left", none, Needs::Entries},
+    {"pointSelectedEntryHere:", Menu::Outline, TITLE("Point Selected Entry Here"), "Ctrl+Shift+P", group, Needs::OneEntry},
     {"toggleOpenInViewers:", Menu::Outline, TITLE("Open in Viewers"), "", none, Needs::Entries},
     {"filterOutline:", Menu::Outline, TITLE("Filter…"), "Ctrl+K", group},
     {"revealCurrentEntry:", Menu::Outline, TITLE("Reveal Current Entry"), ""},
@@ -126,10 +127,12 @@ using Selectors = std::span<const char *const>;
 /// Stands between groups.
 constexpr const char *separator = "";
 
-constexpr auto onEntries = std::to_array<const char *>(
-    {"moveToPageOfOutlineItem:", separator, "addSiblingOutlineItem:", "addChildOutlineItem:", separator,
-     "copy:", "removeOutlineItems:", "promoteChildrenOutlineItem:", separator, "moveLeft:", "moveRight:",
-     "moveUp:", "moveDown:", separator, "applyTOCExpand:", "applyTOCCollapse:", "toggleOpenInViewers:"});
+constexpr auto onEntries =
+    std::to_array<const char *>({"moveToPageOfOutlineItem:", "pointSelectedEntryHere:", separator,
+                                 "addSiblingOutlineItem:", "addChildOutlineItem:", separator,
+                                 "copy:", "removeOutlineItems:", "promoteChildrenOutlineItem:", separator,
+                                 "moveLeft:", "moveRight:", "moveUp:", "moveDown:", separator,
+                                 "applyTOCExpand:", "applyTOCCollapse:", "toggleOpenInViewers:"});
 constexpr auto besideEntries = std::to_array<const char *>(
     {"addSiblingOutlineItem:", separator,
      "selectTOCAll:", "runSearchSelectSheet:", "filterOutline:", separator, "runGuessPDF:"});
@@ -137,7 +140,7 @@ constexpr auto onText = std::to_array<const char *>(
     {"copy:", separator, "addSelectedTextAsTOCSibling:", "addSelectedTextAsTOCChild:", separator,
      "useSelectionforH1:", "useSelectionforH2:", "useSelectionforH3:", "useSelectionforH4:", "runMiniTOC:"});
 constexpr auto onPages = std::to_array<const char *>(
-    {"addSiblingOutlineItem:", "addChildOutlineItem:", separator,
+    {"addSiblingOutlineItem:", "addChildOutlineItem:", "pointSelectedEntryHere:", separator,
      "goToPageLabel:", "goBack:", "goForward:", "findOnPages:", "revealCurrentEntry:", separator,
      "zoomIn:", "zoomOut:", "zoomToFit:", "zoomToPage:", "zoomToActualSize:", separator,
      "nextPageLabelLocation:", "runPrintedPageSheet:"});

@@ -19,6 +19,7 @@ enum class Menu { File, Edit, Outline, Titles, Contents, View, Help, None };
 enum class Needs {
     Nothing,
     Entries,     ///< Selected ones.
+    OneEntry,    ///< A single selected one.
     OneParent,   ///< One selected entry, with others below it.
     Text,        ///< Selected text.
     PageBehind,  ///< A page to go back to.

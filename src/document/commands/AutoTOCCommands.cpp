@@ -8,11 +8,13 @@
 #include "document/commands/StructuralEdits.h"
 #include "document/window/AutoTOCProgress.h"
 #include "document/window/DocumentWindow.h"
+#include "model/TreeWalk.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "pdf/ReadAhead.h"
 #include "platform/Settings.h"
 #include "platform/UserDefaults.h"
 #include "system/InBackground.h"
+#include "texts/CountText.h"
 #include "texts/Translated.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
@@ -171,6 +173,8 @@ void AutoTOCCommands::insertTopItem(std::unique_ptr<MyOutlineItem> top, const QS
         std::move(top), IndexPath::indexPathWithIndex(tree.arrangedObjects().childCount()));
     document_.outlineview()->revealItems({&added});
     document_.outlineview()->setFocus();
+    const MyOutlineItem &item = *added.representedObject();
+    document_.tell(QStringLiteral("%1: %2").arg(item.pageTitle(), entryCountText(countBelow(item))));
     document_.tellReadProblem();
 }
 

@@ -9,9 +9,13 @@
 
 #include <QCheckBox>
 #include <QFormLayout>
+#include <QLabel>
 #include <QLineEdit>
+#include <QLocale>
 #include <QSpinBox>
 
+#include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace leafwright {
@@ -21,6 +25,8 @@ namespace {
 constexpr int exampleMargin = 3;  // pixels
 
 constexpr Translated translated{"BatchRenaming"};
+
+const QString changesName = QStringLiteral("changesText");
 
 QLineEdit *addTextField(Sheet &sheet, const QString &label, const char *name, const QString &text) {
     auto *field = new QLineEdit(text);
@@ -34,6 +40,24 @@ QSpinBox *addNumberField(Sheet &sheet, const QString &label, const char *name, q
     field->setValue(value);
     sheet.addField(label, field, QString::fromLatin1(name));
     return field;
+}
+
+QString numberText(qsizetype number) {
+    return QLocale().toString(number);
+}
+
+/// What becomes of the first title that a rewriting changes; of the first one where it changes none.
+QString exampleOf(const QStringList &titles, const std::function<QString(const QString &)> &rewrite) {
+    for (const QString &title : titles)
+        if (QString result = rewrite(title); result != title) return result;
+    return rewrite(titles.value(0));
+}
+
+/// How many titles a rewriting changes.
+QString changesText(const QStringList &titles, const std::function<QString(const QString &)> &rewrite) {
+    const auto changed =
+        std::ranges::count_if(titles, [&rewrite](const QString &title) { return rewrite(title) != title; });
+    return translated("%1 of %2 titles change").arg(numberText(changed), numberText(titles.size()));
 }
 
 /// Sums wrap around as they do in two's complement.
@@ -58,10 +82,15 @@ void BatchRenaming::renameSelected(const QString &command, const Rewrite &rewrit
     if (nodes.empty()) return document_.platform().beep();
     OutlineEdits &edits = document_.edits();
     const OutlineEdits::Transaction edit(edits, command);
+    qsizetype changed = 0;
     for (const TreeNode *node : nodes) {
         MyOutlineItem &item = *node->representedObject();
-        edits.setPageTitle(item, rewrite(item.pageTitle()));
+        const QString title = rewrite(item.pageTitle());
+        if (title != item.pageTitle()) ++changed;
+        edits.setPageTitle(item, title);
     }
+    document_.tell(
+        translated("%1 of %2 titles changed").arg(numberText(changed), numberText(std::ssize(nodes))));
 }
 
 void BatchRenaming::renameSelectedTOCItemsWithPrefix(const SequentialNumbering &numbering, qint32 firstNumber,
@@ -101,16 +130,32 @@ void BatchRenaming::changeCaseToLowerCase() {
     renameSelected(QStringLiteral("changeCaseToLowerCase:"), lowercaseString);
 }
 
+QStringList BatchRenaming::selectedTitles() const {
+    QStringList titles;
+    for (const TreeNode *node : document_.treecontroller().selectedNodes())
+        titles.append(node->representedObject()->pageTitle());
+    return titles;
+}
+
+void BatchRenaming::addChanges(Sheet &sheet) {
+    auto *changes = new QLabel;
+    changes->setTextFormat(Qt::PlainText);
+    sheet.addField({}, changes, changesName);
+}
+
 void BatchRenaming::beginSheet(Sheet *sheet, const QString &confirm, const std::function<Rewrite()> &rewrite,
                                const std::function<void()> &apply) {
-    const auto nodes = document_.treecontroller().selectedNodes();
-    const QString title = nodes.empty() ? QString() : nodes.front()->representedObject()->pageTitle();
+    const QStringList titles = selectedTitles();
+    auto *changes = sheet->findChild<QLabel *>(changesName);
     auto *example = new ElidedLabel;
     example->setAccessibleName(translated("Example"));
     // A frame, so that blanks at the beginning are seen.
     example->setFrameStyle(QFrame::StyledPanel | QFrame::Sunken);
     example->setMargin(exampleMargin);
-    const auto update = [example, title, rewrite] { example->setText(rewrite()(title)); };
+    const auto update = [example, changes, titles, rewrite] {
+        example->setText(exampleOf(titles, rewrite()));
+        if (changes) changes->setText(changesText(titles, rewrite()));
+    };
     for (auto *field : sheet->findChildren<QLineEdit *>())
         QObject::connect(field, &QLineEdit::textChanged, example, update);
     for (auto *field : sheet->findChildren<QSpinBox *>())
@@ -159,6 +204,7 @@ void BatchRenaming::renameFindReplace() {
         addTextField(*sheet, translated("Replace &with:"), "findReplaceReplaceTermText", QStringLiteral(""));
     auto *ignoreCase = new QCheckBox(translated("&Ignore case"));
     sheet->addField({}, ignoreCase, QStringLiteral("findReplaceIgnoreCaseCheck"));
+    addChanges(*sheet);
     const auto caseSensitivity = [=] {
         return ignoreCase->isChecked() ? Qt::CaseInsensitive : Qt::CaseSensitive;
     };

@@ -38,8 +38,12 @@ private:
 
     /// @param command the selector of what asks
     void renameSelected(const QString &command, const Rewrite &rewrite);
-    /// Adds a line that shows what the first selected title would become, kept up to date while the sheet is
-    /// open, and the two buttons; then opens the sheet. @param apply called unless the sheet is cancelled
+    QStringList selectedTitles() const;
+    /// Adds a line that tells how many of the selected titles would become others.
+    static void addChanges(Sheet &sheet);
+    /// Adds a line that shows what the first selected title that would become another would be, kept up to
+    /// date like addChanges() while the sheet is open, and the two buttons; then opens the sheet.
+    /// @param apply called unless the sheet is cancelled
     void beginSheet(Sheet *sheet, const QString &confirm, const std::function<Rewrite()> &rewrite,
                     const std::function<void()> &apply);
 

@@ -7,7 +7,9 @@
 #include "document/window/ContentsProposal.h"
 #include "document/window/DocumentWindow.h"
 #include "document/window/ProgressSheet.h"
+#include "model/TreeWalk.h"
 #include "outlineview/OKNSOutlineView.h"
+#include "texts/CountText.h"
 #include "texts/Translated.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
@@ -218,8 +220,10 @@ void ContentsCommands::take(const ContentsProposal &proposal) {
     MyOutlineItem &root = document_.root();
     const OutlineEdits::Transaction edit(edits, QStringLiteral("findContents:"));
     if (proposal.replaces()) edits.removeAll(root);
-    for (auto &item : itemsOfContents(proposal.result(), *document_.pdfDoc()))
+    const FoundContents found = proposal.result();
+    for (auto &item : itemsOfContents(found, *document_.pdfDoc()))
         edits.insert(root, root.children().size(), std::move(item));
+    document_.tell(translated("Find Contents: %1").arg(entryCountText(found.entries.size())));
     document_.tellReadProblem();
 }
 
@@ -229,9 +233,12 @@ void ContentsCommands::complete(const ContentsProposal &proposal) {
     const OutlineEdits::Transaction edit(edits, QStringLiteral("completeContents:"));
     // Of copies, so that what was there can come back.
     auto items = completedItems(root.copy()->takeChildren(), proposal.result(), *document_.pdfDoc());
+    const qint64 before = countBelow(root);
     edits.removeAll(root);
     for (size_t i = 0; i < items.size(); ++i)
         edits.insert(root, i, std::move(items[i]));
+    document_.tell(
+        translated("%1 added").arg(entryCountText(std::max<qint64>(0, countBelow(root) - before))));
     document_.tellReadProblem();
 }
 

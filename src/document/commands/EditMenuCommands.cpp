@@ -10,13 +10,10 @@
 #include "view/LabelPDFView.h"
 
 #include <QKeySequence>
-#include <QStatusBar>
 
 namespace leafwright {
 
 namespace {
-
-constexpr int timeOfMessage = 8'000;  // milliseconds
 
 constexpr Translated translated{"EditMenuCommands"};
 
@@ -50,11 +47,9 @@ void EditMenuCommands::insteadOf(bool (StepCommands::*canStep)() const, const ch
     const QString command = QString::fromLatin1(selector);
     if (document_.platform().userDefaults().boolForKey(setting::undoStepsBack)) {
         document_.actions().perform(command);
-    } else if (document_.myWindow()) {
-        document_.myWindow()->statusBar()->showMessage(
-            translated("“%1” takes changes of the outline back, “%2” does them again.")
-                .arg(titleWithKeys("stepBack:"), titleWithKeys("stepForward:")),
-            timeOfMessage);
+    } else {
+        document_.tell(translated("“%1” takes changes of the outline back, “%2” does them again.")
+                           .arg(titleWithKeys("stepBack:"), titleWithKeys("stepForward:")));
     }
 }
 

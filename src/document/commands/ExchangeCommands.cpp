@@ -7,6 +7,7 @@
 #include "files/FileReading.h"
 #include "files/FileReplacement.h"
 #include "model/TreeWalk.h"
+#include "texts/CountText.h"
 #include "texts/Translated.h"
 #include "widgets/NoticeBars.h"
 
@@ -105,6 +106,8 @@ void ExchangeCommands::exportOutline() {
     if (problem_) {
         document_.platform().beep();
         notices.prepend(*problem_);
+    } else {
+        document_.tell(translated("Exported, %1").arg(entryCountText(countBelow(document_.root()))));
     }
     tell(failedExportNotice, notices);
 }
@@ -165,7 +168,9 @@ void ExchangeCommands::importOutline() {
     }
     MyOutlineItem &root = *std::get<std::unique_ptr<MyOutlineItem>>(outline);
     tell(failedImportNotice, notices + whatIsLost(root));
+    const qint64 count = countBelow(root);
     put(root, *existing);
+    document_.tell(translated("Imported, %1").arg(entryCountText(count)));
 }
 
 /// What the imported entries say that can't be kept, a message each.

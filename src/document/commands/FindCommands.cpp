@@ -8,7 +8,6 @@
 #include "view/LabelPDFView.h"
 
 #include <QLocale>
-#include <QStatusBar>
 
 namespace leafwright {
 
@@ -16,7 +15,6 @@ namespace {
 
 /// As much of what is selected is taken for words that somebody looks for.
 constexpr qsizetype mostSelected = 100;
-constexpr int timeOfMessage = 8'000;  // milliseconds
 
 constexpr Translated translated{"FindCommands"};
 
@@ -148,7 +146,7 @@ void FindCommands::step(Direction direction) {
     // Who types on looks from here.
     firstPage_ = finder_->hits().at(*current_).pageIndex;
     tell();
-    if (!bar().isOpen()) document_.myWindow()->statusBar()->showMessage(result(), timeOfMessage);
+    if (!bar().isOpen()) document_.tell(result());
 }
 
 void FindCommands::goTo(size_t number, Way way) {

@@ -6,6 +6,7 @@
 #include "categories/SelectionFont.h"
 #include "document/MyDocument.h"
 #include "document/window/DocumentWindow.h"
+#include "document/window/HeadingMapModel.h"
 #include "files/FileReading.h"
 #include "files/FileReplacement.h"
 #include "formats/KeyedArchive.h"
@@ -23,6 +24,7 @@
 #include <QTableView>
 
 #include <algorithm>
+#include <ranges>
 
 namespace leafwright {
 
@@ -34,10 +36,35 @@ constexpr qint64 longestMapFile = 1 << 20;  // bytes; a map has a line a font, s
 
 constexpr Translated translated{"HeadingMapCommands"};
 
+using SharedPDF = std::shared_ptr<const PDFDocument>;
+
+const QString emptiedMapNotice = QStringLiteral("emptiedMap");
 const QString failedMapNotice = QStringLiteral("failedMap");
 
 FilePanel mapPanel(const QString &title) {
     return {.title = title, .allowedFileTypes = {QStringLiteral("txt")}};
+}
+
+QString fontIDOf(const LevelRecord &record) {
+    return record.font ? fontIDString(*record.font) : record.fontText;
+}
+
+struct FoundText {
+    int pageIndex;
+    TextRange range;
+};
+
+/// The first text in a font behind a place, where the last page is followed by the first; absent where no
+/// text has the font.
+std::optional<FoundText> nextPlaceOf(const QString &fontID, const PDFDocument &pdf,
+                                     const HeadingMapCommands::Place &from) {
+    const int pages = pdf.pageCount();
+    for (int i = 0; i <= pages; ++i) {
+        const int index = (from.pageIndex + i) % pages;
+        for (const TextRange &range : rangesOfFontID(*pdf.page(index), fontID))
+            if (i > 0 || range.location > from.location) return FoundText{index, range};
+    }
+    return std::nullopt;
 }
 
 /// @param failure gets why there is none, as a message to the user
@@ -58,6 +85,11 @@ std::optional<QString> readMapFile(const QString &path, QString &failure) {
 }  // namespace
 
 HeadingMapCommands::HeadingMapCommands(MyDocument &document) : document_(document) {
+    // What has come since is not to be lost to what was there before.
+    QObject::connect(&document.headingMapModel(), &QAbstractItemModel::modelReset, &document, [&document] {
+        if (document.myWindow() && !document.listH1H2H3Config().empty())
+            document.myWindow()->notices()->removeNotice(emptiedMapNotice);
+    });
     ActionTable &actions = document.actions();
     const auto use = [this](int level) {
         return [this, level](QObject *) { processSelectedTextForHLevel(level); };
@@ -145,20 +177,75 @@ bool HeadingMapCommands::loadMapText(const QString &text) {
 
 void HeadingMapCommands::resetH1H2H3FontsMap() {
     document_.finishHeadingMap();
-    document_.listH1H2H3Config().clear();
+    const HeadingLevelMap before = std::exchange(document_.listH1H2H3Config(), {});
     document_.reloadHeadingMap();
+    DocumentWindow *window = document_.myWindow();
+    if (before.empty() || !window) return;
+    window->notices()->setNotice(emptiedMapNotice, {translated("The heading map was emptied."),
+                                                    {{translated("Bring It Back"), [this, before] {
+                                                          document_.listH1H2H3Config() = before;
+                                                          mapChanged();
+                                                      }}}});
 }
 
 void HeadingMapCommands::buttonDeleteSelectedH1H2H3RowsClicked() {
+    HeadingLevelMap &map = document_.listH1H2H3Config();
+    for (const int row : std::views::reverse(selectedRows()))
+        map.erase(map.begin() + row);
+    document_.reloadHeadingMap();
+}
+
+std::vector<int> HeadingMapCommands::selectedRows() const {
     std::vector<int> rows;
     for (const QModelIndex &index :
          document_.myWindow()->tableViewH1H2H3Config()->selectionModel()->selectedRows())
         rows.push_back(index.row());
-    std::ranges::sort(rows, std::greater());
+    std::ranges::sort(rows);
+    return rows;
+}
+
+void HeadingMapCommands::setLevelOfSelectedRows(int level) {
+    setLevelOfRows(selectedRows(), level);
+}
+
+void HeadingMapCommands::setLevelOfRows(const std::vector<int> &rows, int level) {
     HeadingLevelMap &map = document_.listH1H2H3Config();
-    for (const int row : rows)
-        map.erase(map.begin() + row);
+    HeadingLevelMap changed;
+    for (const int row : rows) {
+        if (row >= std::ssize(map)) continue;
+        LevelRecord &record = map[static_cast<size_t>(row)];
+        record.levelNumber = level;
+        record.levelName = QStringLiteral("H%1").arg(level);
+        changed.push_back(record);
+    }
+    if (changed.empty()) return;
+    sortByLevel(map);
     document_.reloadHeadingMap();
+    QTableView &table = *document_.myWindow()->tableViewH1H2H3Config();
+    QItemSelection selection;
+    for (size_t row = 0; row < map.size(); ++row) {
+        const QModelIndex index = table.model()->index(static_cast<int>(row), 0);
+        if (std::ranges::find(changed, map[row]) != changed.end()) selection.select(index, index);
+    }
+    table.selectionModel()->select(selection,
+                                   QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void HeadingMapCommands::showNextOccurrence(int row) {
+    const QString font = fontIDOf(document_.listH1H2H3Config().at(static_cast<size_t>(row)));
+    const PDFPage *shown = document_.pdfview()->currentPage();
+    if (!shown) return;
+    const bool goesOn = occurrence_.font == font && occurrence_.place.pageIndex == shown->index();
+    const auto found = inBackground(
+        document_,
+        [](const SharedPDF &pdf, const QString &fontID, const Place &from) {
+            return nextPlaceOf(fontID, *pdf, from);
+        },
+        document_.sharedPdfDoc(), font, goesOn ? occurrence_.place : Place{shown->index(), -1});
+    if (!found) return document_.platform().beep();
+    occurrence_ = {font, {found->pageIndex, found->range.location}};
+    document_.pdfview()->showText(found->pageIndex, found->range);
+    tableViewSelectionDidChange();
 }
 
 void HeadingMapCommands::tableViewSelectionDidChange() {
@@ -166,8 +253,7 @@ void HeadingMapCommands::tableViewSelectionDidChange() {
     view.clearSelection();
     const auto rows = document_.myWindow()->tableViewH1H2H3Config()->selectionModel()->selectedRows();
     if (rows.isEmpty()) return;
-    const LevelRecord &record = document_.listH1H2H3Config().at(static_cast<size_t>(rows.first().row()));
-    const QString font = record.font ? fontIDString(*record.font) : record.fontText;
+    const QString font = fontIDOf(document_.listH1H2H3Config().at(static_cast<size_t>(rows.first().row())));
     PDFSelection selection;
     const auto [first, last] = view.visiblePages();
     for (int i = first; i <= last; ++i) {

@@ -29,8 +29,22 @@ public:
     bool loadH1H2H3MapSavedInUserDefaults();
     void resetH1H2H3FontsMap();
     void buttonDeleteSelectedH1H2H3RowsClicked();
+    /// Gives the fonts of the selected rows another level; the rows stay selected. @param level 1 is the top
+    void setLevelOfSelectedRows(int level);
+    /// The same for other rows, which become the selected ones. Those that do not exist are passed over.
+    void setLevelOfRows(const std::vector<int> &rows, int level);
+    /// Shows where text in a row's font stands next, and marks it as tableViewSelectionDidChange() does: from
+    /// the current page on, or behind what this showed there last; the end is followed by the beginning.
+    /// Beeps where no text has the font.
+    void showNextOccurrence(int row);
     /// Selects the runs of the selected row's font on the pages that can be seen; without a row, nothing.
     void tableViewSelectionDidChange();
+
+    /// Where text begins.
+    struct Place {
+        int pageIndex = 0;
+        int location = 0;  ///< In the page's text.
+    };
 
     /// Counts the fonts of all pages on other threads, while the window is drawn and its input waits.
     FontCensus census() const;
@@ -45,12 +59,19 @@ public:
     void debugSelectedText() const;
 
 private:
+    std::vector<int> selectedRows() const;
     bool loadMapText(const QString &text);
     void tellFailure(const QString &message) const;
     void mapChanged();
 
     MyDocument &document_;
     std::optional<QString> saveProblem_;
+    /// What showNextOccurrence() showed last.
+    struct Occurrence {
+        QString font;
+        Place place;
+    };
+    Occurrence occurrence_;
 };
 
 }  // namespace leafwright

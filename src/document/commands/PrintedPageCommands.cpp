@@ -1,6 +1,7 @@
 #include "document/commands/PrintedPageCommands.h"
 
 #include "document/MyDocument.h"
+#include "outlineview/OKNSOutlineView.h"
 #include "texts/Translated.h"
 #include "view/LabelPDFView.h"
 #include "widgets/Sheet.h"
@@ -65,6 +66,7 @@ void PrintedPageCommands::takePrintedPage(const QString &text) {
     }
     document_.setPrintedPageOffset(static_cast<quint64>(qint64{label} - printed));
     document_.setUserHasCheckedPrintedPageNumbers(true);
+    document_.outlineview()->reloadItem(nullptr);  // More labels may be those of pages now.
 }
 
 }  // namespace leafwright

@@ -3,8 +3,10 @@
 #include "document/MyDocument.h"
 #include "document/commands/OtherPrograms.h"
 #include "document/window/DocumentWindow.h"
+#include "model/TreeWalk.h"
 #include "platform/Settings.h"
 #include "platform/UserDefaults.h"
+#include "texts/CountText.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -67,6 +69,7 @@ void SavingCommands::revertOutlineToSaved() {
     edits.removeAll(document_.root());
     for (size_t i = 0; i < items.size(); ++i)
         edits.insert(document_.root(), i, std::move(items[i]));
+    document_.tell(MyDocument::tr("Reverted, %1").arg(entryCountText(countBelow(document_.root()))));
 }
 
 bool SavingCommands::saveFinal() {

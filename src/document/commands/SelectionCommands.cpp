@@ -6,11 +6,15 @@
 #include "document/window/OutlineFilter.h"
 #include "model/TreeWalk.h"
 #include "outlineview/OKNSOutlineView.h"
+#include "texts/CountText.h"
 #include "texts/Translated.h"
 #include "tree/TreeController.h"
 #include "widgets/Sheet.h"
 
+#include <QLabel>
 #include <QLineEdit>
+
+#include <iterator>
 
 namespace leafwright {
 
@@ -84,25 +88,39 @@ void SelectionCommands::runSearchSelectSheet() {
         translated("Selects all items whose titles contain a text. Upper and lower case make a difference."));
     auto *field = new QLineEdit;
     sheet->addField(translated("&Text:"), field, QStringLiteral("searchSelectField"));
+    auto *found = new QLabel(QStringLiteral(" "));
+    found->setTextFormat(Qt::PlainText);
+    sheet->addField({}, found, QStringLiteral("searchSelectFound"));
     sheet->addButton(translated("Cancel"), 0);
     sheet->addButton(translated("Select"), 1);
+    QObject::connect(field, &QLineEdit::textChanged, sheet, [this, found](const QString &text) {
+        const auto count = text.isEmpty() ? 0 : std::ssize(matches(text));
+        found->setText(text.isEmpty() ? QStringLiteral(" ")
+                       : count == 0   ? translated("No title contains this text.")
+                                      : translated("Selects %1.").arg(entryCountText(count)));
+    });
     document_.beginSheet(sheet, [this, field](int returnCode) {
         if (returnCode == 1) searchAndSelect(field->text());
     });
 }
 
-void SelectionCommands::searchAndSelect(const QString &term) {
-    TreeController &tree = document_.treecontroller();
-    std::vector<IndexPath> matches;
+std::vector<IndexPath> SelectionCommands::matches(const QString &term) const {
+    const TreeController &tree = document_.treecontroller();
+    std::vector<IndexPath> found;
     for (TreeNode *node : tree.arrangedObjects().childNodes())
         for (IndexPath &path : recursiveMatchIndexPathsInSubTree(*node, term))
-            matches.push_back(std::move(path));
+            found.push_back(std::move(path));
     // What a filter hides can't be selected.
-    std::erase_if(matches, [&tree](const IndexPath &path) {
+    std::erase_if(found, [&tree](const IndexPath &path) {
         return !tree.isShown(*tree.descendantNodeAtIndexPath(path));
     });
-    if (matches.empty()) return document_.platform().beep();
-    tree.setSelectionIndexPaths(matches);
+    return found;
+}
+
+void SelectionCommands::searchAndSelect(const QString &term) {
+    const std::vector<IndexPath> found = matches(term);
+    if (found.empty()) return document_.platform().beep();
+    document_.treecontroller().setSelectionIndexPaths(found);
     document_.outlineview()->setFocus();
 }
 

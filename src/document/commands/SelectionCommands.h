@@ -35,6 +35,9 @@ public:
     void searchAndSelect(const QString &term);
 
 private:
+    /// Those that searchAndSelect() selects, in tree order.
+    std::vector<IndexPath> matches(const QString &term) const;
+
     MyDocument &document_;
 };
 

@@ -32,8 +32,20 @@ QString stepTitle(const OutlineEdits::Summary &step) {
 
 StepCommands::StepCommands(MyDocument &document) : document_(document) {
     ActionTable &actions = document.actions();
-    actions.handle("stepBack:", [this](QObject *) { document_.edits().undo(); });
-    actions.handle("stepForward:", [this](QObject *) { document_.edits().redo(); });
+    actions.handle("stepBack:", [this](QObject *) { stepBack(); });
+    actions.handle("stepForward:", [this](QObject *) { stepForward(); });
+}
+
+void StepCommands::stepBack() {
+    const QString step = stepTitle(document_.edits().undoSummary());
+    document_.edits().undo();
+    document_.tell(translated("Taken back: %1").arg(step));
+}
+
+void StepCommands::stepForward() {
+    const QString step = stepTitle(document_.edits().redoSummary());
+    document_.edits().redo();
+    document_.tell(translated("Done again: %1").arg(step));
 }
 
 bool StepCommands::mayEdit() const {

@@ -19,6 +19,9 @@ public:
     /// Whether there is a step to take back, or to do again, in an outline that may be edited.
     bool canStepBack() const;
     bool canStepForward() const;
+    /// Must be possible.
+    void stepBack();
+    void stepForward();
 
 private:
     bool mayEdit() const;

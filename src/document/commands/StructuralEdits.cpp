@@ -7,13 +7,11 @@
 #include "categories/TextCleaning.h"
 #include "document/MyDocument.h"
 #include "document/outline/TitleRewriting.h"
-#include "document/window/DocumentWindow.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "outlineview/OutlineViewExtensions.h"
+#include "texts/CountText.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
-
-#include <QStatusBar>
 
 #include <algorithm>
 
@@ -190,16 +188,15 @@ void StructuralEdits::addChildOutlineItem() {
     editSelectedTitle();
 }
 
-/// Tells how many entries went with those above them although the filter hid them.
-void StructuralEdits::tellRemovedUnseen(size_t count) const {
-    if (count == 0) return;
-    constexpr int timeOfMessage = 8'000;  // milliseconds
-    document_.myWindow()->statusBar()->showMessage(
-        MyDocument::tr(
-            "Entries that the filter hides were removed with those above them: %1. Step Back brings "
-            "them back.")
-            .arg(count),
-        timeOfMessage);
+/// Tells how many entries went, or of those that went unseen.
+/// @param unseen which the filter hid, below others that it did not
+void StructuralEdits::tellRemoved(size_t count, size_t unseen) const {
+    document_.tell(
+        unseen > 0
+            ? MyDocument::tr("Entries that the filter hides were removed with those above them: %1. Step "
+                             "Back brings them back.")
+                  .arg(unseen)
+            : MyDocument::tr("%1 removed").arg(entryCountText(count)));
 }
 
 void StructuralEdits::removeOutlineItems() {
@@ -209,7 +206,8 @@ void StructuralEdits::removeOutlineItems() {
     for (TreeNode *node : document_.selectedNodes())
         nodes.push_back(node->weak_from_this());
     const TreeController &tree = document_.treecontroller();
-    const size_t hiddenBefore = tree.nodeCount() - tree.shownCount();
+    const size_t before = tree.nodeCount();
+    const size_t hiddenBefore = before - tree.shownCount();
     // What is left of the list stays where it was, although Qt would show the neighbour of what goes.
     document_.outlineview()->keepingPlace([&] {
         for (const auto &weak : nodes) {
@@ -220,7 +218,7 @@ void StructuralEdits::removeOutlineItems() {
         }
         document_.treecontroller().setSelectedNodes({});
     });
-    tellRemovedUnseen(hiddenBefore - (tree.nodeCount() - tree.shownCount()));
+    tellRemoved(before - tree.nodeCount(), hiddenBefore - (tree.nodeCount() - tree.shownCount()));
 }
 
 void StructuralEdits::promoteChildrenOutlineItem() {

@@ -54,7 +54,7 @@ public:
 
 private:
     bool mayEdit() const;
-    void tellRemovedUnseen(size_t count) const;
+    void tellRemoved(size_t count, size_t unseen) const;
     std::unique_ptr<MyOutlineItem> itemForCurrentPage() const;
     std::unique_ptr<MyOutlineItem> itemForSelectedText() const;
     TreeNode *firstSelected() const;

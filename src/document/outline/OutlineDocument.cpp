@@ -136,6 +136,11 @@ std::optional<int> OutlineDocument::getRealPageArrayIndex(const QString &label) 
     return lookUp(label).index;  // again, since the handler may have set the offset
 }
 
+bool OutlineDocument::hasLostLabel(const MyOutlineItem &item) const {
+    if (item.pageLabel().isNull() || knownPageIndexOfItem(item)) return false;
+    return !lookUp(item.pageLabel()).needsOffset;
+}
+
 PageLookUp OutlineDocument::lookUp(const QString &label) const {
     return lookUpPage(pdfMapPageLabelToIndex_, label, static_cast<qint32>(printedPageOffset_.load()),
                       userHasCheckedPrintedPageNumbers_);

@@ -110,6 +110,10 @@ public:
     /// The same as far as it is known; asks nobody where a printed page number is not.
     std::optional<int> knownPageIndexOfItem(const MyOutlineItem &item) const;
 
+    /// Whether no page has an item's label, so that a save leads it to the first page. Not told of a printed
+    /// page number as long as nobody knows what page it stands for.
+    bool hasLostLabel(const MyOutlineItem &item) const;
+
     /// Page label number minus printed page number, sign-extended; 0 is unknown, and also no shift.
     quint64 printedPageOffset() const { return printedPageOffset_; }
     /// Sets the offset that the user has stated. From then on no estimate changes it.

@@ -5,16 +5,19 @@
 #include "document/commands/StepCommands.h"
 #include "document/window/ContextMenus.h"
 #include "document/window/CurrentEntry.h"
+#include "document/window/DocumentStatusBar.h"
 #include "document/window/FindBar.h"
 #include "document/window/HeadingMapModel.h"
+#include "document/window/HeadingMapView.h"
 #include "document/window/OutlineDelegate.h"
 #include "document/window/OutlineFilter.h"
+#include "document/window/RecentDocumentsMenu.h"
 #include "files/FileName.h"
+#include "files/FileReading.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "pageview/ThumbnailView.h"
 #include "platform/Settings.h"
 #include "platform/UserDefaults.h"
-#include "system/DocumentController.h"
 #include "tree/TreeController.h"
 #include "view/LabelPDFView.h"
 #include "widgets/AccessLetters.h"
@@ -25,16 +28,12 @@
 
 #include <QCloseEvent>
 #include <QDragEnterEvent>
-#include <QFileInfo>
 #include <QHeaderView>
 #include <QKeySequence>
-#include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMimeData>
 #include <QSplitter>
-#include <QStatusBar>
-#include <QTableView>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -43,7 +42,6 @@ namespace leafwright {
 namespace {
 
 constexpr QSize firstSize{1060, 800};
-constexpr int timeOfMessage = 8'000;  // milliseconds
 constexpr std::array menus{Menu::File,     Menu::Edit, Menu::Outline, Menu::Titles,
                            Menu::Contents, Menu::View, Menu::Help};
 
@@ -97,7 +95,7 @@ DocumentWindow::DocumentWindow(MyDocument &document) : document_(document) {
     setAcceptDrops(true);
     makeViews();
     makeMenus();
-    makeStatusBar();
+    setStatusBar(statusBar_ = new DocumentStatusBar(document_, *pdfview_));
     connectViews();
     addContextMenus(*this);
     updateTitle();
@@ -135,30 +133,22 @@ void DocumentWindow::makeViews() {
     setCentralWidget(content);
 }
 
+QTableView *DocumentWindow::tableViewH1H2H3Config() const {
+    return tableViewH1H2H3Config_;
+}
+
 QWidget *DocumentWindow::makeOutlinePane() {
     outlineview_ = new OKNSOutlineView;
     outlineview_->setTreeController(&document_.treecontroller());
     outlineview_->setPlaceholderText(tr(
         "No entries yet.\n\nContents > Find Contents… reads the pages and proposes an outline. Or select a "
         "heading on the page and drag it here."));
-    tableViewH1H2H3Config_ = new QTableView;
-    tableViewH1H2H3Config_->setModel(&document_.headingMapModel());
+    tableViewH1H2H3Config_ = new HeadingMapView;
     tableViewH1H2H3Config_->setObjectName(QStringLiteral("tableViewH1H2H3Config"));
-    tableViewH1H2H3Config_->setAccessibleName(tr("Heading map"));
-    tableViewH1H2H3Config_->setSelectionBehavior(QAbstractItemView::SelectRows);
-    tableViewH1H2H3Config_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    tableViewH1H2H3Config_->setTabKeyNavigation(false);
-    tableViewH1H2H3Config_->setShowGrid(false);
-    tableViewH1H2H3Config_->setWordWrap(false);
-    tableViewH1H2H3Config_->verticalHeader()->hide();
-    tableViewH1H2H3Config_->verticalHeader()->setDefaultSectionSize(
-        tableViewH1H2H3Config_->fontMetrics().height() + 6);
-    tableViewH1H2H3Config_->horizontalHeader()->setSectionResizeMode(HeadingMapModel::LevelColumn,
-                                                                     QHeaderView::ResizeToContents);
-    tableViewH1H2H3Config_->horizontalHeader()->setSectionResizeMode(HeadingMapModel::FontColumn,
-                                                                     QHeaderView::Stretch);
-    tableViewH1H2H3Config_->horizontalHeader()->setHighlightSections(false);
-    tableViewH1H2H3Config_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    tableViewH1H2H3Config_->setModel(&document_.headingMapModel());
+    QHeaderView &columns = *tableViewH1H2H3Config_->horizontalHeader();
+    columns.setSectionResizeMode(HeadingMapModel::LevelColumn, QHeaderView::ResizeToContents);
+    columns.setSectionResizeMode(HeadingMapModel::FontColumn, QHeaderView::Stretch);
 
     outlinePane_ = new QSplitter(Qt::Vertical);
     outlinePane_->setChildrenCollapsible(false);
@@ -240,33 +230,8 @@ void DocumentWindow::makeMenus() {
 void DocumentWindow::setRecentDocuments(DocumentController &controller) {
     auto *open = findChild<QAction *>(QStringLiteral("openDocument:"));
     auto *fileMenu = qobject_cast<QMenu *>(menuBar()->actions().first()->menu());
-    auto *recent = new QMenu(tr("Open Recent"), fileMenu);
     const auto actions = fileMenu->actions();
-    fileMenu->insertMenu(actions.value(actions.indexOf(open) + 1), recent);
-    connect(fileMenu, &QMenu::aboutToShow, recent, [recent, &controller] {
-        recent->clear();
-        const QStringList paths = controller.recentDocuments();
-        for (const QString &path : paths) {
-            // An ampersand would mark a letter to be pressed.
-            QString name = QFileInfo(path).fileName();
-            QAction *action = recent->addAction(name.replace(u'&', QStringLiteral("&&")));
-            action->setToolTip(path);
-            QObject::connect(action, &QAction::triggered, &controller,
-                             [&controller, path] { controller.openDocumentWithContentsOfURL(path, true); });
-        }
-        recent->addSeparator();
-        QObject::connect(recent->addAction(tr("Clear List")), &QAction::triggered, &controller,
-                         &DocumentController::clearRecentDocuments);
-        recent->setToolTipsVisible(true);
-        recent->setEnabled(!paths.isEmpty());
-    });
-}
-
-void DocumentWindow::makeStatusBar() {
-    pageStatus_ = new QLabel;
-    zoomStatus_ = new QLabel;
-    statusBar()->addPermanentWidget(pageStatus_);
-    statusBar()->addPermanentWidget(zoomStatus_);
+    addRecentDocuments(*fileMenu, actions.value(actions.indexOf(open) + 1), controller);
 }
 
 void DocumentWindow::connectViews() {
@@ -284,22 +249,41 @@ void DocumentWindow::connectViews() {
     connect(&document_.treecontroller(), &QAbstractItemModel::modelReset, this, scheduleUpdate);
     connect(pdfview_, &PDFView::selectionChanged, this, scheduleUpdate);
     connect(pdfview_, &PDFView::historyChanged, this, scheduleUpdate);
-    connect(pdfview_, &PDFView::pageChanged, this, &DocumentWindow::updatePageStatus);
-    connect(pdfview_, &PDFView::scaleChanged, this, &DocumentWindow::updatePageStatus);
     connect(pdfview_, &PDFView::copyRequested, this,
             [this](const QString &text) { document_.platform().setClipboardText(text); });
     connect(pdfview_, &PDFView::linkClicked, this,
             [this](const QString &uri) { document_.platform().openURL(QUrl(uri)); });
-    connect(tableViewH1H2H3Config_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
-            [this] { document_.headingMapCommands().tableViewSelectionDidChange(); });
+    connectHeadingMap();
     connect(&document_, &MyDocument::historyChanged, this, scheduleUpdate);
-    connect(outlineFilter_, &OutlineFilter::told, this,
-            [this](const QString &text) { statusBar()->showMessage(text, timeOfMessage); });
+    connect(outlineFilter_, &OutlineFilter::told, statusBar_, &DocumentStatusBar::tell);
     connect(&document_, &Document::editedChanged, this, &DocumentWindow::updateTitle);
     connect(&document_, &Document::fileURLChanged, this, &DocumentWindow::updateTitle);
     currentEntry_ = std::make_unique<CurrentEntry>(document_, *pdfview_, *outlineview_);
+    connect(outlineview_, &OutlineView::followRequested, this,
+            [this] { document_.actions().perform(QStringLiteral("moveToPageOfOutlineItem:")); });
     outlineview_->setDelegate(&document_.outlineDelegate());
     document_.edits().setDisplay(outlineview_);
+}
+
+void DocumentWindow::connectHeadingMap() {
+    connect(tableViewH1H2H3Config_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [this] { document_.headingMapCommands().tableViewSelectionDidChange(); });
+    connect(tableViewH1H2H3Config_, &HeadingMapView::deletionRequested, this, [this] {
+        document_.actions().perform(QStringLiteral("buttonDeleteSelectedH1H2H3RowsClicked:"));
+    });
+    connect(tableViewH1H2H3Config_, &HeadingMapView::levelRequested, this, [this](int level) {
+        if (!document_.isBusy()) document_.headingMapCommands().setLevelOfSelectedRows(level);
+    });
+    // Later: the rows are made anew, which the editor of a cell would not survive.
+    connect(
+        &document_.headingMapModel(), &HeadingMapModel::levelEntered, this,
+        [this](int row, int level) {
+            if (!document_.isBusy()) document_.headingMapCommands().setLevelOfRows({row}, level);
+        },
+        Qt::QueuedConnection);
+    connect(tableViewH1H2H3Config_, &HeadingMapView::occurrenceRequested, this, [this](int row) {
+        if (!document_.isBusy()) document_.headingMapCommands().showNextOccurrence(row);
+    });
 }
 
 QWidget *DocumentWindow::fieldBarOf(const QString &selector) const {
@@ -312,18 +296,10 @@ void DocumentWindow::updateTitle() {
     // In a title, "[*]" is where the mark of changes goes; a file's name may hold it all the same.
     QString name = document_.displayName();
     name.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
+    if (isReadOnly(document_.fileURL())) name = tr("%1 (read-only)").arg(name);
     setWindowTitle(tr("%1[*] — Leafwright").arg(name));
     setWindowFilePath(document_.fileURL());
     setWindowModified(document_.isDocumentEdited());
-}
-
-void DocumentWindow::updatePageStatus() {
-    const PDFPage *page = pdfview_->currentPage();
-    pageStatus_->setText(page ? tr("Page %1 (%2 of %3)")
-                                    .arg(page->label(), QString::number(page->index() + 1),
-                                         QString::number(page->document().pageCount()))
-                              : QString());
-    zoomStatus_->setText(tr("%1 %").arg(qRound(pdfview_->scaleFactor() * 100)));
 }
 
 void DocumentWindow::updateActions() {

@@ -8,7 +8,6 @@
 
 #include <memory>
 
-class QLabel;
 class QSplitter;
 class QTableView;
 
@@ -16,7 +15,9 @@ namespace leafwright {
 
 class CurrentEntry;
 class DocumentController;
+class DocumentStatusBar;
 class FindBar;
+class HeadingMapView;
 class LabelPDFView;
 class MyDocument;
 class NoticeBars;
@@ -44,7 +45,7 @@ public:
     LabelPDFView *pdfview() const { return pdfview_; }
     ThumbnailView *pdfthumbs() const { return pdfthumbs_; }
     OKNSOutlineView *outlineview() const { return outlineview_; }
-    QTableView *tableViewH1H2H3Config() const { return tableViewH1H2H3Config_; }
+    QTableView *tableViewH1H2H3Config() const;
     SplitView *splitViewTopLevel() const { return splitViewTopLevel_; }
     /// The bars above the pages.
     NoticeBars *notices() const { return notices_; }
@@ -52,6 +53,8 @@ public:
     FindBar *findBar() const { return findBar_; }
     /// The field above the outline that says which entries are shown.
     OutlineFilter *outlineFilter() const { return outlineFilter_; }
+    /// The line at the foot.
+    DocumentStatusBar &status() const { return *statusBar_; }
     /// Marks the entry that is being read.
     CurrentEntry *currentEntry() const { return currentEntry_.get(); }
     /// What holds the field that a command goes to, in which what is typed takes effect at once; null for all
@@ -79,12 +82,11 @@ protected:
 private:
     void makeViews();
     void makeMenus();
-    void makeStatusBar();
     QWidget *makeOutlinePane();
     QAction *makeAction(const ActionDescription &description);
     void connectViews();
+    void connectHeadingMap();
     void updateTitle();
-    void updatePageStatus();
     void restorePlace();
     /// Lets a command's title say which step it is about.
     void nameStep(const QString &selector, const OutlineEdits::Summary &step);
@@ -94,15 +96,14 @@ private:
     ThumbnailView *pdfthumbs_ = nullptr;
     LabelPDFView *pdfview_ = nullptr;
     OKNSOutlineView *outlineview_ = nullptr;
-    QTableView *tableViewH1H2H3Config_ = nullptr;
+    HeadingMapView *tableViewH1H2H3Config_ = nullptr;
     SplitView *splitViewTopLevel_ = nullptr;
     QSplitter *outlinePane_ = nullptr;
     NoticeBars *notices_ = nullptr;
     FindBar *findBar_ = nullptr;
     OutlineFilter *outlineFilter_ = nullptr;
     QWidget *outlineWithFilter_ = nullptr;
-    QLabel *pageStatus_ = nullptr;
-    QLabel *zoomStatus_ = nullptr;
+    DocumentStatusBar *statusBar_ = nullptr;
     QList<QAction *> tableActions_;  ///< Those whose enabled state the table decides.
     std::unique_ptr<CurrentEntry> currentEntry_;
     bool closesWhenIdle_ = false;

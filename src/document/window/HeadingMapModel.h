@@ -6,11 +6,15 @@
 
 namespace leafwright {
 
-/// The heading level map as a table of two columns, "Level" and "Font", a row a record.
+/// The heading level map as a table of two columns, "Level" and "Font", a row a record. A level is red where
+/// no font has the one above it.
 class HeadingMapModel : public QAbstractTableModel {
     Q_OBJECT
 
 public:
+    /// That can be given in a cell.
+    static constexpr int deepestLevel = 9;
+
     enum Column { LevelColumn, FontColumn, ColumnCount };
 
     /// @param map shown, and owned by someone who outlives the model
@@ -25,7 +29,13 @@ public:
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role = Qt::EditRole) override;
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+
+Q_SIGNALS:
+    /// A level was entered in its cell, from 1 to deepestLevel. Nothing has changed by itself.
+    void levelEntered(int row, int level);
 
 private:
     const HeadingLevelMap &map_;

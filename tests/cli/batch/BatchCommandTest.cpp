@@ -58,7 +58,7 @@ TEST_F(Batches, DoEveryLineAndTellWhatCameOfIt) {
                                   one.toUtf8() + "\n\n{\"file\": \"" + two.toUtf8() + "\", \"out\": \"" +
                                       dir.path("2.pdf").toUtf8() + "\", \"max-depth\": 1}\n");
     EXPECT_EQ(batch.exitCode, 0);
-    EXPECT_EQ(batch.messages, "");
+    EXPECT_EQ(batch.messages, "leafwright-cli: 2 jobs done\n");
     EXPECT_EQ(count, 2);
     const QJsonObject line = batch.lines[one];
     EXPECT_EQ(line.keys().join(' '), "entries file message out pages peakMB seconds status");

@@ -164,5 +164,24 @@ TEST_F(Renaming, WithoutASelectionEveryCommandBeeps) {
     EXPECT_FALSE(document.isDocumentEdited());
 }
 
+TEST_F(Renaming, FindAndReplaceTellsHowManyTitlesChangeAndShowsTheFirst) {
+    setOutline("one two too");
+    select({{0}, {1}, {2}});
+    perform("renameFindReplace:");
+    const auto changes = [this] { return field<QLabel>("changesText")->text(); };
+    const auto example = [this] { return field<QLabel>("exampleText")->text(); };
+    EXPECT_EQ(changes(), "0 of 3 titles change");
+    EXPECT_EQ(example(), "one");
+    field<QLineEdit>("findReplaceFindTermText")->setText("T");
+    EXPECT_EQ(changes(), "0 of 3 titles change");
+    field<QCheckBox>("findReplaceIgnoreCaseCheck")->setChecked(true);
+    field<QLineEdit>("findReplaceReplaceTermText")->setText("d");
+    EXPECT_EQ(changes(), "2 of 3 titles change");
+    EXPECT_EQ(example(), "dwo");
+    field<QLineEdit>("findReplaceReplaceTermText")->setText("t");
+    EXPECT_EQ(changes(), "0 of 3 titles change") << "they would be what they are";
+    press(0);
+}
+
 }  // namespace
 }  // namespace leafwright

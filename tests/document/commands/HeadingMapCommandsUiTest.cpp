@@ -8,6 +8,8 @@
 
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -169,6 +171,156 @@ TEST_F(HeadingMap, TheTableShowsLevelAndFontOfEachRecord) {
     EXPECT_EQ(HeadingMapModel::identifier(1), QLatin1String("FontTraits"));
     EXPECT_EQ(model.index(1, 0).data().toString(), "H2");
     EXPECT_EQ(model.index(1, 1).data().toString(), "16.0 pt Helvetica Bold");
+}
+
+TEST_F(HeadingMap, TheDeleteKeyInItRemovesItsRowsAndNoEntries) {
+    setOutline("a b");
+    document.window()->show();
+    document.window()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(document.window()));
+    select({{0}});
+    table().setFocus();
+    table().selectRow(0);
+    // As the window system sends it: a command of the menus would take the key first.
+    QTest::keyClick(document.window()->windowHandle(), Qt::Key_Delete);
+    EXPECT_EQ(map(), "H2 16");
+    table().clearSelection();
+    QTest::keyClick(document.window()->windowHandle(), Qt::Key_Delete);
+    EXPECT_EQ(map(), "H2 16");
+    EXPECT_EQ(outline(), "a b");
+    document.outlineview()->setFocus();
+    QTest::keyClick(document.window()->windowHandle(), Qt::Key_Delete);
+    EXPECT_EQ(outline(), "b");
+}
+
+TEST_F(HeadingMap, ADigitGivesTheSelectedRowsThatLevel) {
+    table().selectRow(0);
+    QTest::keyClick(&table(), Qt::Key_3);
+    EXPECT_EQ(map(), "H2 16, H3 24");
+    const auto selectedRow = [this] { return table().selectionModel()->selectedRows().value(0).row(); };
+    EXPECT_EQ(table().selectionModel()->selectedRows().size(), 1);
+    EXPECT_EQ(selectedRow(), 1) << "the same font";
+    QTest::keyClick(&table(), Qt::Key_1, Qt::KeypadModifier);
+    EXPECT_EQ(map(), "H1 24, H2 16");
+    EXPECT_EQ(selectedRow(), 0);
+    for (const Qt::Key key : {Qt::Key_0, Qt::Key_A})
+        QTest::keyClick(&table(), key);
+    table().clearSelection();
+    QTest::keyClick(&table(), Qt::Key_4);
+    EXPECT_EQ(map(), "H1 24, H2 16");
+    EXPECT_FALSE(document.isDocumentEdited());
+}
+
+TEST_F(HeadingMap, ALevelCanBeEnteredInItsCell) {
+    document.window()->show();
+    table().setFocus();
+    const auto enter = [this](int row, int level) {
+        table().setCurrentIndex(table().model()->index(row, HeadingMapModel::LevelColumn));
+        QTest::keyClick(&table(), Qt::Key_F2);
+        auto *editor = table().viewport()->findChild<QSpinBox *>();
+        ASSERT_NE(editor, nullptr);
+        editor->setValue(level);
+        QTest::keyClick(editor, Qt::Key_Return);
+        EXPECT_TRUE(QTest::qWaitFor([this] { return !table().viewport()->findChild<QSpinBox *>(); }));
+    };
+    enter(0, 4);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return map() == "H2 16, H4 24"; })) << map().toStdString();
+    for (const int level : {0, 10, -1})
+        enter(1, level);
+    enter(0, 1);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return map() == "H1 16, H4 24"; })) << map().toStdString();
+    EXPECT_FALSE(table().model()->flags(table().model()->index(0, HeadingMapModel::FontColumn)) &
+                 Qt::ItemIsEditable);
+}
+
+TEST_F(HeadingMap, ALevelBelowOneThatNoFontHasIsShownAsSuch) {
+    const QAbstractItemModel &model = *table().model();
+    const auto note = [&model](int row) {
+        return model.index(row, HeadingMapModel::LevelColumn).data(Qt::AccessibleDescriptionRole).toString();
+    };
+    const auto color = [&model](int row) {
+        return model.index(row, HeadingMapModel::LevelColumn).data(Qt::ForegroundRole);
+    };
+    EXPECT_EQ(note(1), "");
+    EXPECT_FALSE(color(1).isValid());
+    table().selectRow(1);
+    QTest::keyClick(&table(), Qt::Key_4);
+    EXPECT_EQ(note(0), "");
+    EXPECT_EQ(note(1),
+              "No font has the level H3. These headings stand a single level below those before them.");
+    EXPECT_TRUE(color(1).isValid());
+    EXPECT_FALSE(model.index(1, HeadingMapModel::FontColumn).data(Qt::ForegroundRole).isValid());
+    table().selectRow(0);
+    perform("buttonDeleteSelectedH1H2H3RowsClicked:");
+    QTest::keyClick(&table(), Qt::Key_Home);
+    table().selectRow(0);
+    QTest::keyClick(&table(), Qt::Key_1);
+    EXPECT_EQ(note(0), "") << "the top level is below none";
+}
+
+TEST_F(HeadingMap, ADoubleClickShowsTheNextTextInTheFont) {
+    document.window()->resize(1000, 700);
+    document.window()->show();
+    QCoreApplication::processEvents();
+    const QPoint row = table().visualRect(table().model()->index(0, 1)).center();
+    const auto doubleClick = [&] {
+        QTest::mouseClick(table().viewport(), Qt::LeftButton, {}, row);
+        QTest::mouseDClick(table().viewport(), Qt::LeftButton, {}, row);
+        return document.pdfview()->currentPage()->index();
+    };
+    EXPECT_EQ(doubleClick(), 0);
+    EXPECT_EQ(doubleClick(), 1);
+    EXPECT_TRUE(document.pdfview()->currentSelection()->string().contains("Chapter title"));
+    EXPECT_EQ(doubleClick(), 0) << "from the beginning again";
+    QTest::keyClick(&table(), Qt::Key_Return);
+    EXPECT_EQ(document.pdfview()->currentPage()->index(), 1);
+    document.pdfview()->goToPage(document.pdfDoc()->page(0));
+    EXPECT_EQ(doubleClick(), 0) << "from the page that is shown";
+    EXPECT_EQ(platform.beeps, 0);
+}
+
+TEST_F(HeadingMap, AFontThatNoTextHasIsNotShown) {
+    platform.filesToChoose = {writeMap("H1/30.0/\"Courier\"\n")};
+    perform("buttonClickedLoadH1H2H3Map:");
+    document.headingMapCommands().showNextOccurrence(0);
+    EXPECT_EQ(platform.beeps, 1);
+    EXPECT_EQ(document.pdfview()->currentPage()->index(), 0);
+}
+
+TEST_F(HeadingMap, AnEmptiedMapCanBeBroughtBack) {
+    const NoticeBars &notices = *document.myWindow()->notices();
+    const auto press = [&notices] {
+        for (auto *button : notices.bar("emptiedMap")->findChildren<QPushButton *>())
+            if (button->text() == "Bring It Back") button->click();
+    };
+    perform("resetH1H2H3FontsMap:");
+    ASSERT_TRUE(notices.bar("emptiedMap"));
+    press();
+    EXPECT_EQ(map(), "H1 24, H2 16");
+    EXPECT_FALSE(notices.bar("emptiedMap"));
+    perform("resetH1H2H3FontsMap:");
+    selectText("Body text");
+    perform("useSelectionforH1:");
+    EXPECT_FALSE(notices.bar("emptiedMap")) << "it would take away what has come since";
+    perform("resetH1H2H3FontsMap:");
+    perform("resetH1H2H3FontsMap:");
+    press();
+    EXPECT_EQ(map(), "H1 10") << "an empty map is nothing to come back to";
+}
+
+TEST_F(HeadingMap, SaysHowRowsComeThereWhileItHasNone) {
+    document.window()->show();
+    const auto lines = [this] {
+        const QImage picture = table().viewport()->grab().toImage();
+        const QColor ground = picture.pixelColor(1, picture.height() - 2);
+        int count = 0;
+        for (int y = picture.height() / 4; y < picture.height() * 3 / 4; ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                count += picture.pixelColor(x, y) == ground ? 0 : 1;
+        return count;
+    };
+    perform("resetH1H2H3FontsMap:");
+    EXPECT_GT(lines(), 100);
 }
 
 TEST_F(HeadingMap, ARowOfAnotherFontSelectsNothingOnThePages) {

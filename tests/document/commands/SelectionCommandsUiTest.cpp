@@ -1,6 +1,7 @@
 #include "document/commands/SelectionCommands.h"
 #include "support/TreeWindowFixture.h"
 
+#include <QLabel>
 #include <QLineEdit>
 
 #include <gtest/gtest.h>
@@ -50,6 +51,24 @@ TEST_F(Selecting, FoldingCoversWhatIsBelowFoldedItemsToo) {
     document.outlineview()->expandItem(*node({0}));
     document.outlineview()->expandItem(*node({0, 0}));
     EXPECT_FALSE(document.outlineview()->isItemExpanded(*node({0, 0, 0})));
+}
+
+TEST_F(Selecting, TheSheetTellsWhatASearchWouldSelect) {
+    setOutline("a ab (b) c");
+    perform("runSearchSelectSheet:");
+    auto *field = qobject_cast<QLineEdit *>(document.openSheet()->field("searchSelectField"));
+    const auto *found = qobject_cast<QLabel *>(document.openSheet()->field("searchSelectFound"));
+    EXPECT_EQ(found->text().trimmed(), "");
+    field->setText("b");
+    EXPECT_EQ(found->text(), "Selects 2 entries.");
+    field->setText("ab");
+    EXPECT_EQ(found->text(), "Selects 1 entry.");
+    field->setText("B");
+    EXPECT_EQ(found->text(), "No title contains this text.");
+    field->setText("");
+    EXPECT_EQ(found->text().trimmed(), "");
+    EXPECT_EQ(selected(), "") << "before the button is pressed";
+    document.openSheet()->pressButton(0);
 }
 
 }  // namespace

@@ -436,6 +436,7 @@ TEST_F(Edits, EveryOtherCommandIsAlwaysEnabled) {
                                   "chooseTitleColor:",
                                   "toggleOpenInViewers:",
                                   "promoteChildrenOutlineItem:",
+                                  "pointSelectedEntryHere:",
                                   "runMiniTOC:",
                                   "addSelectedTextAsTOCSibling:",
                                   "addSelectedTextAsTOCChild:",

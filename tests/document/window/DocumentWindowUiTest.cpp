@@ -1,5 +1,6 @@
 #include "files/FileName.h"
 #include "support/OpenPdf.h"
+#include "support/Unprivileged.h"
 #include "support/WindowFixture.h"
 #include "widgets/NoticeBars.h"
 
@@ -19,6 +20,7 @@
 #include <QToolBar>
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 namespace leafwright {
 namespace {
@@ -63,6 +65,19 @@ TEST_F(Window, TheTitleNamesTheFileAndMarksChanges) {
 /// A style sheet goes by it, say.
 TEST_F(Window, HasTheNameOfItsLayout) {
     EXPECT_EQ(window().objectName(), "MyDocument");
+}
+
+TEST_F(Window, TheTitleSaysFromTheStartThatAFileIsReadOnly) {
+    EXPECT_FALSE(window().windowTitle().contains("read-only"));
+    const QByteArray path = QFile::encodeName(document.pdfURL());
+    ASSERT_EQ(::chmod(QFile::encodeName(dir.path(".")).constData(), 0777), 0);
+    ASSERT_EQ(::chmod(path.constData(), 0444), 0);
+    MyDocument other(platform);
+    const test::Unprivileged nobody;
+    ASSERT_TRUE(other.readFromURL(document.pdfURL()));
+    other.makeWindowControllers();
+    EXPECT_TRUE(other.window()->windowTitle().startsWith("a.pdf (read-only)[*]"))
+        << other.window()->windowTitle().toStdString();
 }
 
 TEST_F(Window, WhatAFileIsCalledIsShownAsItIs) {
@@ -124,6 +139,7 @@ TEST_F(Window, ClosingWithChangesAsksAndCancelKeepsTheWindow) {
     EXPECT_FALSE(window().close());
     ASSERT_EQ(platform.alerts.size(), 1);
     EXPECT_EQ(platform.alerts[0].buttons, (QStringList{"Save", "Discard", "Cancel"}));
+    EXPECT_EQ(platform.alerts[0].title, "a.pdf");
     EXPECT_TRUE(window().isVisible());
 }
 
@@ -367,13 +383,14 @@ TEST_F(WindowOnATree, AClickWithTheSecondButtonOffersWhatCanBeDoneThere) {
     OKNSOutlineView &outline = *document.outlineview();
     const QPoint entry = outline.visualRect(document.treecontroller().indexForNode(*node({0}))).center();
     EXPECT_EQ(contextMenuOf(outline, entry),
-              "moveToPageOfOutlineItem: | addSiblingOutlineItem: addChildOutlineItem: | copy: "
+              "moveToPageOfOutlineItem: pointSelectedEntryHere: | addSiblingOutlineItem: "
+              "addChildOutlineItem: | copy: "
               "removeOutlineItems: promoteChildrenOutlineItem: | moveLeft: moveRight: moveUp: moveDown: | "
               "applyTOCExpand: applyTOCCollapse: toggleOpenInViewers: &Titles");
     EXPECT_EQ(contextMenuOf(outline, {20, outline.viewport()->height() - 5}),
               "addSiblingOutlineItem: | selectTOCAll: runSearchSelectSheet: filterOutline: | runGuessPDF:");
     const QString onPages = contextMenuOf(*document.pdfview(), {100, 100});
-    EXPECT_TRUE(onPages.startsWith("addSiblingOutlineItem: addChildOutlineItem: | "))
+    EXPECT_TRUE(onPages.startsWith("addSiblingOutlineItem: addChildOutlineItem: pointSelectedEntryHere: | "))
         << onPages.toStdString();
     EXPECT_TRUE(onPages.contains("zoomToFit:"));
     document.pdfview()->setCurrentSelection(document.pdfDoc()->page(0)->selectionForRange({0, 4}));
@@ -446,8 +463,8 @@ TEST_F(Window, CopyIsForThePageWhenItHasTheFocus) {
 TEST_F(Window, TheStatusBarTellsPageAndZoom) {
     const auto status = [this] {
         QStringList texts;
-        for (const QLabel *label : window().statusBar()->findChildren<QLabel *>())
-            texts.append(label->text());
+        for (const char *name : {"pageStatus", "zoomStatus"})
+            texts.append(window().statusBar()->findChild<QLabel *>(name)->text());
         return texts.join(", ");
     };
     document.pdfview()->setScaleFactor(1.5);
