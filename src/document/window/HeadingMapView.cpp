@@ -45,6 +45,8 @@ bool HeadingMapView::event(QEvent *event) {
 }
 
 void HeadingMapView::keyPressEvent(QKeyEvent *event) {
+    // What the editor of a cell has no use for comes here, too: Return, which ends it.
+    if (state() == EditingState) return QTableView::keyPressEvent(event);
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (isDelete(*event)) {
         Q_EMIT deletionRequested();

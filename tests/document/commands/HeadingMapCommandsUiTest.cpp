@@ -223,12 +223,14 @@ TEST_F(HeadingMap, ALevelCanBeEnteredInItsCell) {
         QTest::keyClick(editor, Qt::Key_Return);
         EXPECT_TRUE(QTest::qWaitFor([this] { return !table().viewport()->findChild<QSpinBox *>(); }));
     };
+    document.pdfview()->goToPage(document.pdfDoc()->page(1));
     enter(0, 4);
     EXPECT_TRUE(QTest::qWaitFor([this] { return map() == "H2 16, H4 24"; })) << map().toStdString();
     for (const int level : {0, 10, -1})
         enter(1, level);
     enter(0, 1);
     EXPECT_TRUE(QTest::qWaitFor([this] { return map() == "H1 16, H4 24"; })) << map().toStdString();
+    EXPECT_EQ(document.pdfview()->currentPage()->index(), 1) << "Return in a cell shows no text";
     EXPECT_FALSE(table().model()->flags(table().model()->index(0, HeadingMapModel::FontColumn)) &
                  Qt::ItemIsEditable);
 }
