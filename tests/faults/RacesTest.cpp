@@ -37,7 +37,7 @@ protected:
     }
 
     QStringList apply(const QString &outline, const QString &target) const {
-        return {"apply", path, root + '/' + outline, "-o", target};
+        return {"apply", "-q", path, root + '/' + outline, "-o", target};
     }
     /// Starts a save in which that call meets an error, or -2: a stop.
     void start(const QString &target, int error) {
