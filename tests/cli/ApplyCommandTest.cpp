@@ -306,7 +306,7 @@ TEST(ApplyCommand, EntriesThatAreAllRenamedAreStillTheFiles) {
     const QString path = saveWithOwnThings(dir, "in.pdf", "Intro", "Body");
     saveBytes(dir.path("tree"),
               runCli({"outline", path}).out.replace("Intro", "INTRO").replace("Body", "BODY"));
-    const CliResult result = runCli({"apply", path, dir.path("tree"), "-o", dir.path("out.pdf")});
+    const CliResult result = runCli({"apply", "-q", path, dir.path("tree"), "-o", dir.path("out.pdf")});
     EXPECT_EQ(result.err, "");
     const QJsonArray nodes = parsedJson(runCli({"outline", dir.path("out.pdf")}).out).array();
     EXPECT_EQ(nodes[1]["title"], "BODY");
@@ -324,7 +324,7 @@ TEST(ApplyCommand, ColoursAndPlacesThatOnlyAFileHasAreTakenBack) {
     const QByteArray tree = runCli({"outline", dir.path("in.pdf")}).out;
     const auto failure = [&](const QByteArray &text) {
         saveBytes(dir.path("tree"), text);
-        return runCli({"apply", dir.path("in.pdf"), dir.path("tree"), "-o", dir.path("out.pdf")}).err;
+        return runCli({"apply", "-q", dir.path("in.pdf"), dir.path("tree"), "-o", dir.path("out.pdf")}).err;
     };
     EXPECT_EQ(failure(tree), "");
     EXPECT_EQ(runCli({"outline", dir.path("out.pdf")}).out, tree);

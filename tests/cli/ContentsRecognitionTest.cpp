@@ -75,7 +75,7 @@ TEST(ContentsRecognition, TerminalShowsOnHowManyPagesItHasBegun) {
     Terminal terminal;
     std::FILE *results = std::tmpfile();
     cli::Console console(results, terminal.messages());
-    const QStringList command{"contents", saveScan(dir), "-o", dir.path("out.pdf"), "--ocr"};
+    const QStringList command{"contents", "-q", saveScan(dir), "-o", dir.path("out.pdf"), "--ocr"};
     EXPECT_EQ(cli::runCommandLine(command, console), 0);
     std::fclose(results);
     const std::string shown = terminal.shown();
@@ -89,7 +89,7 @@ TEST(ContentsRecognition, ElsewhereNothingIsShown) {
     const TempDir dir;
     const FakeProgram program("ocrmypdf", "echo '    1 Rasterize'\n" + copiesTheBook);
     makeBook().save(program.path("book.pdf"));
-    const CliResult result = runCli({"contents", saveScan(dir), "-o", dir.path("out.pdf"), "--ocr"});
+    const CliResult result = runCli({"contents", "-q", saveScan(dir), "-o", dir.path("out.pdf"), "--ocr"});
     EXPECT_EQ(result.exitCode, 0);
     EXPECT_EQ(result.err, "");
 }

@@ -263,7 +263,7 @@ TEST_F(KeptEntries, ThroughOutlineAndApplyNothingChanges) {
     const auto printed = runCli({"outline", in});
     ASSERT_EQ(printed.exitCode, 0);
     test::writeFile(dir.path("tree.json"), printed.out);
-    const auto applied = runCli({"apply", in, dir.path("tree.json"), "-o", out});
+    const auto applied = runCli({"apply", "-q", in, dir.path("tree.json"), "-o", out});
     EXPECT_EQ(applied.exitCode, 0) << applied.err.toStdString();
     EXPECT_EQ(applied.err, "");
     EXPECT_EQ(contentOf(out), contentOf(in));
