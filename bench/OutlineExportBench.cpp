@@ -1,5 +1,7 @@
 #include "document/outline/OutlineExport.h"
 
+#include <QHash>
+
 #include <benchmark/benchmark.h>
 
 namespace leafwright::bench {
