@@ -85,7 +85,7 @@ struct SessionManager::State {
         };
         for (int i = 0; i < listenerCount; ++i)
             if (isReadable(IceGetListenConnectionNumber(listeners[i]))) acceptFrom(listeners[i]);
-        std::erase_if(connections, [&isReadable](IceConn connection) {
+        std::erase_if(connections, [&](IceConn connection) {
             bool isOpen = true;
             while (isOpen && isReadable(IceConnectionNumber(connection)))
                 isOpen = IceProcessMessages(connection, nullptr, nullptr) == IceProcessMessagesSuccess;
@@ -93,7 +93,13 @@ struct SessionManager::State {
             return !isOpen;
         });
     }
-    static void close(IceConn connection) {
+    /// What is still said over a connection has to end before it.
+    void close(IceConn connection) {
+        std::erase_if(programs, [connection](SmsConn program) {
+            const bool isItsOwn = SmsGetIceConnection(program) == connection;
+            if (isItsOwn) SmsCleanUp(program);
+            return isItsOwn;
+        });
         IceSetShutdownNegotiation(connection, 0);
         IceCloseConnection(connection);
     }
@@ -115,7 +121,7 @@ SessionManager::SessionManager() : state_(std::make_unique<State>()) {
 
 SessionManager::~SessionManager() {
     for (const IceConn connection : state_->connections)
-        State::close(connection);
+        state_->close(connection);
     IceFreeListenObjs(state_->listenerCount, state_->listeners);
 }
 
