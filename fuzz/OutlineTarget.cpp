@@ -50,9 +50,9 @@ void writeAndReadAgain(const MyOutlineItem &root, const OutlineSource &source) {
 extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size) {
     if (size == 0) return 0;
     const Pages pages;
-    OutlineEntry inFile;
     constexpr int number = 7;
-    inFile.number = number;
+    FileEntry inFile{.title = QStringLiteral("seven"), .point = QPointF(72, 700), .entry = {}};
+    inFile.entry.number = number;
     const OutlineSource source{pages, {{number, inFile}}};
     const auto formats = outlineFormats();
     const OutlineFormat &format = formats[data[0] % formats.size()];
