@@ -4,6 +4,7 @@
 #include "files/SystemError.h"
 #include "texts/Translated.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
@@ -37,17 +38,29 @@ std::variant<QByteArray, QString> readDescriptor(int descriptor, qsizetype longe
     constexpr qsizetype blockSize = 1 << 16;
     QByteArray content;
     while (true) {
-        const qsizetype filled = content.size();
-        content.resize(filled + blockSize);
-        const ssize_t count = ::read(descriptor, content.data() + filled, blockSize);
-        const int error = errno;
-        content.resize(filled + std::max<ssize_t>(0, count));
-        if (count == 0) return content;
-        if (count < 0 && error != EINTR) return reasonOfSystem(error);
+        const auto block = readBlock(descriptor, blockSize);
+        if (!block) return reasonOfSystem(errno);
+        content += *block;
         constexpr int bitsOfMegabyte = 20;
         if (content.size() > longest)
             return translated("it is larger than %1 MB").arg(longest >> bitsOfMegabyte);
+        if (block->size() < blockSize) return content;
     }
+}
+
+std::optional<QByteArray> readBlock(int descriptor, qsizetype longest) {
+    QByteArray block(longest, Qt::Uninitialized);
+    qsizetype filled = 0;
+    while (filled < longest) {
+        const ssize_t count =
+            ::read(descriptor, block.data() + filled, static_cast<size_t>(longest - filled));
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return std::nullopt;
+        if (count == 0) break;
+        filled += count;
+    }
+    block.truncate(filled);
+    return block;
 }
 
 std::variant<QByteArray, QString> readFile(const QString &path, qsizetype longest) {
@@ -81,20 +94,19 @@ int openRegularFile(const QString &path) {
 }
 
 std::optional<bool> beginsAsPdf(const QByteArray &path) {
-    constexpr size_t longest = 1024;
+    constexpr qsizetype longest = 1024;
     const int descriptor = ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0) return errno == EACCES ? std::optional(false) : std::nullopt;
-    QByteArray start(longest, Qt::Uninitialized);
-    ssize_t count = 0;
-    do
-        count = ::read(descriptor, start.data(), longest);
-    while (count < 0 && errno == EINTR);
+    const auto start = readBlock(descriptor, longest);
     const int error = errno;
     ::close(descriptor);
     errno = error;
-    if (count < 0) return std::nullopt;
-    start.truncate(count);
-    return start.startsWith("%PDF-") || start.contains("\n%PDF-") || start.contains("\r%PDF-");
+    if (!start) return std::nullopt;
+    QByteArray text = start->startsWith("\xEF\xBB\xBF") ? start->sliced(3) : *start;
+    const auto lines = text.replace('\r', '\n').split('\n');
+    return std::any_of(lines.begin(), lines.end(), [](const QByteArray &line) {
+        return line.startsWith("%PDF-") || (line.startsWith("%!PS-Adobe-") && line.contains(" PDF-"));
+    });
 }
 
 std::optional<QString> makeFolder(const QString &path) {

@@ -20,13 +20,18 @@ std::variant<QByteArray, QString> readRegularFile(const QString &path, qsizetype
 /// The same of a descriptor, such as standard input, from where it stands.
 std::variant<QByteArray, QString> readDescriptor(int descriptor, qsizetype longest = anyLength);
 
+/// What a descriptor has next.
+/// @return up to so many bytes, fewer only at its end; nothing, with errno set, where it can't be read
+std::optional<QByteArray> readBlock(int descriptor, qsizetype longest);
+
 /// Opens a regular file for reading, without waiting for anything.
 /// @return a descriptor; -1 with errno set where there is none
 int openRegularFile(const QString &path);
 
 /// Whether a regular file begins as a PDF does: a line of its first 1,024 bytes begins with "%PDF-" (ISO
-/// 32000-1, 7.5.2; readers allow for something before it, PDF Reference 1.7, appendix H, note 13). One that
-/// the user may not read does not. @return nothing, with errno set, where the disk does not give it
+/// 32000-1, 7.5.2; readers allow for something before it, PDF Reference 1.7, appendix H, note 13), if need be
+/// behind the mark of UTF-8, or is "%!PS-Adobe-N.n PDF-M.m" (the same note). One that the user may not read
+/// does not. @return nothing, with errno set, where the disk does not give it
 std::optional<bool> beginsAsPdf(const QByteArray &path);
 
 /// Makes a folder and those above it, where they are not there. @return why that is not possible

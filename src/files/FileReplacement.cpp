@@ -71,6 +71,9 @@ bool FileReplacement::start() {
 /// @return whether what stands there may be replaced by what this is
 bool FileReplacement::maySucceedTarget() {
     if (isPdf_ || !target_.status) return true;
+    // Programs open PDF files whose header is anywhere, or nowhere.
+    if (target_.name().toLower().endsWith(".pdf"))
+        return fail(translated("a file with the name of a PDF stands there, which only a PDF may replace"));
     const std::optional<bool> isPdf = beginsAsPdf(target_.path);
     if (!isPdf) return fail(errno);
     return !*isPdf || fail(translated("a PDF stands there, which only a PDF may replace"));

@@ -23,7 +23,7 @@ namespace {
 
 constexpr Translated translated{"ScriptFiles"};
 
-constexpr qint64 blockSize = 1 << 20;
+constexpr qsizetype blockSize = 1 << 20;
 
 /// A descriptor that closes itself.
 class Descriptor {
@@ -40,26 +40,10 @@ private:
     int number_;
 };
 
-/// Reads a block, as much as there is. @return less than a block at the end; nothing, with errno set, on
-/// failure
-std::optional<QByteArray> readBlock(int file) {
-    QByteArray block(blockSize, Qt::Uninitialized);
-    qsizetype filled = 0;
-    while (filled < block.size()) {
-        const ssize_t count = ::read(file, block.data() + filled, static_cast<size_t>(block.size() - filled));
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return std::nullopt;
-        if (count == 0) break;
-        filled += count;
-    }
-    block.truncate(filled);
-    return block;
-}
-
 /// @return why not all was copied
 std::optional<QString> copyInto(int target, int source) {
     while (true) {
-        const auto block = readBlock(source);
+        const auto block = readBlock(source, blockSize);
         if (!block) return reasonOfSystem(errno);
         if (const int error = writeWhole(target, block->constData(), block->size()))
             return reasonOfSystem(error);
@@ -73,8 +57,8 @@ bool areEqual(const QString &path, const QString &other) {
     const Descriptor b(openRegularFile(other));
     if (a.number() < 0 || b.number() < 0) return false;
     while (true) {
-        const auto block = readBlock(a.number());
-        if (!block || block != readBlock(b.number())) return false;
+        const auto block = readBlock(a.number(), blockSize);
+        if (!block || block != readBlock(b.number(), blockSize)) return false;
         if (block->size() < blockSize) return true;
     }
 }

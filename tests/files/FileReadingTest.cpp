@@ -62,6 +62,9 @@ TEST(BeginsAsPdf, WhatHasTheHeaderAtTheStartOfAnEarlyLine) {
     EXPECT_EQ(begins("Old\r%PDF-1.4\r"), true);
     EXPECT_EQ(begins(QByteArray(1018, 'x') + "\n%PDF-"), true);
     EXPECT_EQ(begins(QByteArray(1019, 'x') + "\n%PDF-"), false);
+    EXPECT_EQ(begins("\xEF\xBB\xBF%PDF-1.7\n"), true);
+    EXPECT_EQ(begins("%!PS-Adobe-3.0 PDF-1.4\n"), true);
+    EXPECT_EQ(begins("%!PS-Adobe-3.0\n"), false);
     EXPECT_EQ(begins("+ @1 %PDF-1.7\n"), false) << "a title";
     EXPECT_EQ(begins("%PDF"), false);
     EXPECT_EQ(begins({}), false);
