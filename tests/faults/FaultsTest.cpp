@@ -164,9 +164,8 @@ void Faults::expectTruth(const ProgramResult &result, const QByteArray &call) {
         EXPECT_EQ(replaced, GetParam().written.size());
     } else {
         EXPECT_EQ(result.exitCode, 1);
-        EXPECT_THAT(
-            result.err.toStdString(),
-            ContainsRegex("leafwright-cli: .*(Input/output error|No space left|temporary files|quota)"));
+        EXPECT_THAT(result.err.toStdString(),
+                    ContainsRegex("leafwright-cli: .*(Input/output error|No space left|quota)"));
         EXPECT_EQ(result.err.contains("was written, but may not outlive a power failure"),
                   replaced == GetParam().written.size())
             << result.err.constData();

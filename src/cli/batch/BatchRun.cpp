@@ -59,7 +59,7 @@ BatchRun::~BatchRun() {
 bool BatchRun::run(int descriptor) {
     stop_ = ::eventfd(0, EFD_CLOEXEC);
     for (const QString &path : std::as_const(ownFiles_))
-        if (!places_.reserve(path)) giveUp(translated("there is no room for temporary files"));
+        if (const auto problem = places_.reserve(path)) giveUp(*problem);
     const Interruption interruption;
     {
         std::vector<std::jthread> workers;
@@ -141,7 +141,7 @@ void BatchRun::admit(const QByteArray &line, qint64 number) {
 JobLog::Known BatchRun::begin(const WaitingJob &waiting) {
     using Known = JobLog::Known;
     const Known known = log_.isOpen() ? log_.begin(waiting.task.signature, waiting.mark) : Known::No;
-    if (known == Known::Failed) giveUp(translated("there is no room for temporary files"));
+    if (known == Known::Failed) giveUp(log_.whyNotKnown());
     const bool isGone = known == Known::Done && !waiting.task.out.isEmpty() && !fileExists(waiting.task.out);
     return isGone || known == Known::Failed ? Known::No : known;
 }

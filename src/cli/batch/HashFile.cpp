@@ -1,6 +1,8 @@
 #include "cli/batch/HashFile.h"
 
+#include "files/SystemError.h"
 #include "files/TemporaryFolder.h"
+#include "texts/Translated.h"
 
 #include <QCryptographicHash>
 
@@ -23,6 +25,8 @@ struct HashFile::Slot {
 };
 
 namespace {
+
+constexpr Translated translated{"HashFile"};
 
 constexpr std::uint64_t fewestSlots = 1U << 12U;
 
@@ -55,7 +59,7 @@ std::optional<std::uint64_t> HashFile::find(const QByteArray &name) {
 }
 
 bool HashFile::put(const QByteArray &name, std::uint64_t number) {
-    if (failed_ || (2 * used_ >= slots_ && !makeRoom())) return false;
+    if (error_ != 0 || (2 * used_ >= slots_ && !makeRoom())) return false;
     Slot wanted;
     Slot there;
     const QByteArray hash = QCryptographicHash::hash(name, QCryptographicHash::Sha1);
@@ -68,13 +72,30 @@ bool HashFile::put(const QByteArray &name, std::uint64_t number) {
     return true;
 }
 
+std::optional<QString> HashFile::problem() const {
+    if (error_ == 0) return std::nullopt;
+    return translated("the temporary files can't be used: %1").arg(reasonOfSystem(error_));
+}
+
+/// @return false
+bool HashFile::fail(int error) {
+    if (error_ == 0) error_ = error;
+    return false;
+}
+
+/// @param count how much of a slot was read or written; below 0 for none, with errno set
+bool HashFile::checkWhole(ssize_t count) {
+    if (count == static_cast<ssize_t>(sizeof(Slot))) return true;
+    return fail(count < 0 ? errno : EIO);
+}
+
 bool HashFile::makeRoom() {
     const int file = openNamelessFile();
     const std::uint64_t slots = std::max(fewestSlots, 2 * slots_);
     if (file < 0 || ::ftruncate(file, static_cast<off_t>(slots * sizeof(Slot))) != 0) {
+        const int error = errno;
         if (file >= 0) ::close(file);
-        failed_ = true;
-        return false;
+        return fail(error);
     }
     HashFile larger;
     larger.file_ = file;
@@ -82,12 +103,10 @@ bool HashFile::makeRoom() {
     for (std::uint64_t i = 0; i < slots_; ++i) {
         Slot slot;
         Slot there;
-        failed_ = failed_ || !read(i, slot);
-        if (failed_) return false;
+        if (!read(i, slot)) return false;
         if (slot.isTaken == 0) continue;
         const auto place = larger.placeOf(slot, there);
-        failed_ = !place || !larger.write(*place, slot);
-        if (failed_) return false;
+        if (!place || !larger.write(*place, slot)) return fail(larger.error_);
     }
     std::swap(file_, larger.file_);
     slots_ = slots;
@@ -99,8 +118,7 @@ bool HashFile::read(std::uint64_t index, Slot &slot) {
     do {
         count = ::pread(file_, &slot, sizeof slot, static_cast<off_t>(index * sizeof slot));
     } while (count < 0 && errno == EINTR);
-    failed_ = failed_ || count != static_cast<ssize_t>(sizeof slot);
-    return !failed_;
+    return checkWhole(count);
 }
 
 bool HashFile::write(std::uint64_t index, const Slot &slot) {
@@ -108,8 +126,7 @@ bool HashFile::write(std::uint64_t index, const Slot &slot) {
     do {
         count = ::pwrite(file_, &slot, sizeof slot, static_cast<off_t>(index * sizeof slot));
     } while (count < 0 && errno == EINTR);
-    failed_ = failed_ || count != static_cast<ssize_t>(sizeof slot);
-    return !failed_;
+    return checkWhole(count);
 }
 
 std::optional<std::uint64_t> HashFile::placeOf(const Slot &wanted, Slot &there) {

@@ -117,14 +117,13 @@ std::optional<QString> JobLog::readLine(const QByteArray &line, qint64 number) {
     const bool isDone = status == QLatin1String("done") && !signature.isEmpty() && mark.size >= 0;
     if (!isDone && status != QLatin1String("failed"))
         return translated("line %1 is not what a batch has written").arg(number);
-    if (isDone && !jobs_.put(signature, numberOf(mark)))
-        return translated("there is no room for temporary files");
+    if (isDone && !jobs_.put(signature, numberOf(mark))) return jobs_.problem();
     return std::nullopt;
 }
 
 JobLog::Known JobLog::begin(const QByteArray &signature, const JobMark &mark) {
     const auto number = jobs_.find(signature);
-    if (jobs_.failed()) return Known::Failed;
+    if (jobs_.problem()) return Known::Failed;
     if (number == numberOf(mark)) return Known::Done;
     if (number == begun) return Known::Begun;
     return jobs_.put(signature, begun) ? Known::No : Known::Failed;

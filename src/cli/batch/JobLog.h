@@ -24,10 +24,11 @@ public:
         No,
         Done,   ///< By a start before this one, or this one; the file is as it was then.
         Begun,  ///< This start has the same job already.
-        Failed  ///< The disk can't tell.
+        Failed  ///< The disk can't tell; see whyNotKnown().
     };
     /// What is known of a job, which counts as begun from now on unless it is done.
     Known begin(const QByteArray &signature, const JobMark &mark);
+    QString whyNotKnown() const { return jobs_.problem().value_or(QString()); }
 
     /// Adds a line, all or nothing. By one thread at a time. @return why it is not there
     std::optional<QString> add(const QByteArray &line);

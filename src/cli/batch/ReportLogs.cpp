@@ -67,7 +67,7 @@ std::optional<QString> ReportLogs::read(const std::function<void(const ReportedJ
         const bool isOutdone = counted && (*counted & doneBit) != 0;
         const std::uint64_t number = 2 * static_cast<std::uint64_t>(line.number) + (line.job.isDone ? 1 : 0);
         if (line.name.isEmpty() || isOutdone || counted_.put(line.name, number)) return std::nullopt;
-        return translated("there is no room for temporary files");
+        return counted_.problem();
     });
     if (problem) return problem;
     problem = eachLine([&](const Line &line) -> std::optional<QString> {
@@ -76,8 +76,7 @@ std::optional<QString> ReportLogs::read(const std::function<void(const ReportedJ
             visit(line.job);
         return std::nullopt;
     });
-    if (problem || !counted_.failed()) return problem;
-    return translated("the temporary files can't be read");
+    return problem ? problem : counted_.problem();
 }
 
 std::optional<QString> ReportLogs::eachLine(const Visit &visit) {

@@ -30,9 +30,10 @@ QByteArray nameAt(const QString &path) {
 
 }  // namespace
 
-bool UsedPlaces::reserve(const QString &path) {
+std::optional<QString> UsedPlaces::reserve(const QString &path) {
     const QByteArray name = nameAt(path);
-    return name.isNull() || places_.put(name, isRead);
+    if (!name.isNull()) places_.put(name, isRead);
+    return places_.problem();
 }
 
 std::optional<QString> UsedPlaces::add(const QStringList &read, const QString &pdf,
@@ -58,14 +59,11 @@ std::optional<QString> UsedPlaces::add(const QStringList &read, const QString &p
         if (places_.find(name) || (source != sources.end() && !isOwnFile))
             return translated("%1 is read, and would be overwritten").arg(path);
     }
-    bool kept = true;
     for (const QByteArray &name : sources)
-        kept = kept && (name.isNull() || places_.put(name, isRead));
+        if (!name.isNull()) places_.put(name, isRead);
     for (const QByteArray &name : own)
-        kept = kept && places_.put(name, isRead | isWritten);
-    if (!kept || places_.failed())
-        return translated("there is no room for temporary files, by which jobs that meet are told");
-    return std::nullopt;
+        places_.put(name, isRead | isWritten);
+    return places_.problem();
 }
 
 }  // namespace leafwright::cli

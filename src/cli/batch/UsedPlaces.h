@@ -11,8 +11,8 @@ namespace leafwright::cli {
 /// told.
 class UsedPlaces {
 public:
-    /// Keeps a file from being written by any job, such as the batch's own. @return whether that is possible
-    bool reserve(const QString &path);
+    /// Keeps a file from being written by any job, such as the batch's own. @return why that is not possible
+    std::optional<QString> reserve(const QString &path);
     /// @param read what a job reads, its file first @param pdf the PDF that it writes, which may be its file;
     /// may be empty @param written what it writes besides
     /// @return why it is not to be done; absent where all is well

@@ -92,7 +92,7 @@ TEST_F(UsedPlacesOfJobs, StreamsTakeNoResults) {
 }
 
 TEST_F(UsedPlacesOfJobs, WhatIsReservedNoJobWrites) {
-    EXPECT_TRUE(places.reserve(dir.path("log")));
+    EXPECT_EQ(places.reserve(dir.path("log")), std::nullopt);
     EXPECT_THAT(add("a.pdf", "log"), HasSubstr("is read, and would be overwritten"));
     EXPECT_THAT(add("a.pdf", "a.out", {"log"}), HasSubstr("is read, and would be overwritten"));
 }
