@@ -5,6 +5,7 @@
 
 #include <QLoggingCategory>
 
+#include <algorithm>
 #include <iterator>
 #include <stdexcept>
 #include <utility>
@@ -174,17 +175,35 @@ MyOutlineItem &MyOutlineItem::appendChild(std::unique_ptr<MyOutlineItem> child) 
 }
 
 void MyOutlineItem::insertObjectInChildrenAtIndex(std::unique_ptr<MyOutlineItem> item, size_t index) {
-    if (index > children_.size()) throw std::out_of_range("child index");
-    change(childrenKey,
-           [&] { children_.insert(children_.begin() + static_cast<qsizetype>(index), std::move(item)); });
+    Children items;
+    items.push_back(std::move(item));
+    insertChildrenAtIndex(std::move(items), index);
 }
 
 std::unique_ptr<MyOutlineItem> MyOutlineItem::removeObjectFromChildrenAtIndex(size_t index) {
-    if (index >= children_.size()) throw std::out_of_range("child index");
-    std::unique_ptr<MyOutlineItem> removed;
+    return std::move(removeChildrenAtIndex(index, 1).front());
+}
+
+void MyOutlineItem::insertChildrenAtIndex(Children &&items, size_t index) {
+    if (index > children_.size()) throw std::out_of_range("child index");
+    const size_t needed = children_.size() + items.size();
+    if (needed > children_.capacity()) children_.reserve(std::max(needed, 2 * children_.size()));
     change(childrenKey, [&] {
-        removed = std::move(children_[index]);
-        children_.erase(children_.begin() + static_cast<qsizetype>(index));
+        children_.insert(children_.begin() + static_cast<qsizetype>(index), std::move_iterator(items.begin()),
+                         std::move_iterator(items.end()));
+        items.clear();
+    });
+}
+
+MyOutlineItem::Children MyOutlineItem::removeChildrenAtIndex(size_t index, size_t count) {
+    if (index > children_.size() || count > children_.size() - index) throw std::out_of_range("child index");
+    const auto begin = children_.begin() + static_cast<qsizetype>(index);
+    const auto end = begin + static_cast<qsizetype>(count);
+    Children removed;
+    removed.reserve(count);
+    change(childrenKey, [&] {
+        std::move(begin, end, std::back_inserter(removed));
+        children_.erase(begin, end);
     });
     return removed;
 }

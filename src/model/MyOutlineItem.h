@@ -72,6 +72,11 @@ public:
     void insertObjectInChildrenAtIndex(std::unique_ptr<MyOutlineItem> item, size_t index);
     /// Throws std::out_of_range unless index is below the count. @return the removed child
     std::unique_ptr<MyOutlineItem> removeObjectFromChildrenAtIndex(size_t index);
+    /// The same of several, told as one change. Throws std::out_of_range unless index is within 0..count.
+    /// @param items are left where they are if this throws
+    void insertChildrenAtIndex(Children &&items, size_t index);
+    /// Throws std::out_of_range unless there are so many from the index on. @return the removed children
+    Children removeChildrenAtIndex(size_t index, size_t count);
 
     /// Positions of the item and its ancestors among their siblings, 0-based, outermost first, joined by
     /// "."; absent until an export has numbered the tree, and stale between exports.

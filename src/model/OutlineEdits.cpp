@@ -11,13 +11,36 @@ namespace leafwright {
 
 namespace {
 
-/// More moves than this are told together, when they are taken back or done again.
-constexpr size_t movesWorthTellingSingly = 32;
+/// More steps than this are told together, when they are taken back or done again.
+constexpr size_t stepsWorthTellingSingly = 32;
 
 bool areMovesOnly(const std::vector<OutlineStep> &steps) {
     return std::ranges::all_of(
         steps, [](const OutlineStep &step) { return std::holds_alternative<OutlineMove>(step); });
 }
+
+/// Steps as long as it lives are told together if there are many.
+class ManyChanges {
+public:
+    /// @param observer, display may be null
+    ManyChanges(OutlineMoveObserver *observer, OutlineDisplay *display,
+                const std::vector<OutlineStep> &steps) {
+        if (steps.size() <= stepsWorthTellingSingly) return;
+        if (areMovesOnly(steps)) observer_ = observer;
+        display_ = display;
+        if (display_) display_->beginManyChanges();
+        if (observer_) observer_->beginManyMoves();
+    }
+    ~ManyChanges() {
+        if (observer_) observer_->endManyMoves();
+        if (display_) display_->endManyChanges();
+    }
+    Q_DISABLE_COPY_MOVE(ManyChanges)
+
+private:
+    OutlineMoveObserver *observer_ = nullptr;
+    OutlineDisplay *display_ = nullptr;
+};
 
 }  // namespace
 
@@ -70,15 +93,17 @@ void OutlineEdits::make(OutlineStep step) {
 void OutlineEdits::insert(MyOutlineItem &parent, size_t position, std::unique_ptr<MyOutlineItem> item) {
     if (position > parent.children().size()) throw std::out_of_range("child index");
     giveIdentities(*item);
-    make(PresenceStep{&parent, position, std::move(item)});
+    MyOutlineItem::Children coming;
+    coming.push_back(std::move(item));
+    make(PresenceStep{&parent, position, 1, std::move(coming)});
 }
 
-void OutlineEdits::remove(MyOutlineItem &parent, size_t position) {
-    make(PresenceStep{&parent, position, nullptr});
+void OutlineEdits::remove(MyOutlineItem &parent, size_t first, size_t count) {
+    if (count > 0) make(PresenceStep{&parent, first, count, {}});
 }
 
 void OutlineEdits::removeAll(MyOutlineItem &parent) {
-    if (!parent.children().empty()) make(AllChildrenStep{&parent, {}});
+    remove(parent, 0, parent.children().size());
 }
 
 void OutlineEdits::move(const OutlineMove &move) {
@@ -194,9 +219,8 @@ void OutlineEdits::redo() {
 
 void OutlineEdits::exchangeAll(Done &transaction, bool isBack) {
     std::vector<OutlineStep> &steps = transaction.steps;
-    const bool tellsTogether = moveObserver_ && steps.size() > movesWorthTellingSingly && areMovesOnly(steps);
-    if (tellsTogether) moveObserver_->beginManyMoves();
     try {
+        const ManyChanges together(moveObserver_, display_, steps);
         if (isBack) {
             for (auto step = steps.rbegin(); step != steps.rend(); ++step)
                 exchange(*step, moveObserver_);
@@ -206,12 +230,10 @@ void OutlineEdits::exchangeAll(Done &transaction, bool isBack) {
         }
     } catch (...) {
         // Half of it is done: what was before can't be had again, nor what would have come.
-        if (tellsTogether) moveObserver_->endManyMoves();
         forgetHistory();
         setRevisions(++lastRevision_, savedRevision_);
         throw;
     }
-    if (tellsTogether) moveObserver_->endManyMoves();
 }
 
 void OutlineEdits::forgetHistory() {

@@ -54,9 +54,9 @@ public:
     /// Inserts a detached item with all below it, each of which gets its identity unless it has one. Throws
     /// std::out_of_range unless the position is within 0..count.
     void insert(MyOutlineItem &parent, size_t position, std::unique_ptr<MyOutlineItem> item);
-    /// Removes a child with all below it; they live on for as long as this may be taken back. Throws
-    /// std::out_of_range if there is no such child.
-    void remove(MyOutlineItem &parent, size_t position);
+    /// Removes children next to each other with all below them; they live on for as long as this may be taken
+    /// back. Throws std::out_of_range if there are no such children.
+    void remove(MyOutlineItem &parent, size_t first, size_t count = 1);
     /// Removes all children, together.
     void removeAll(MyOutlineItem &parent);
     /// Moves siblings. The gap must exist, be another place, and not be below what moves.

@@ -20,6 +20,9 @@ class OutlineDisplay {
 public:
     virtual ~OutlineDisplay() = default;
     virtual OutlineLook look() const = 0;
+    /// What changes up to the next call may be drawn together, once it is over.
+    virtual void beginManyChanges() = 0;
+    virtual void endManyChanges() = 0;
     /// Items that are not in the outline are passed over.
     virtual void setLook(const OutlineLook &look) = 0;
 };

@@ -25,19 +25,10 @@ void moveItems(const OutlineMove &move) {
 }
 
 void exchangeStep(PresenceStep &step, OutlineMoveObserver * /*observer*/) {
-    if (step.away) {
-        step.parent->insertObjectInChildrenAtIndex(std::move(step.away), step.position);
+    if (step.away.empty()) {
+        step.away = step.parent->removeChildrenAtIndex(step.first, step.count);
     } else {
-        step.away = step.parent->removeObjectFromChildrenAtIndex(step.position);
-    }
-}
-
-void exchangeStep(AllChildrenStep &step, OutlineMoveObserver * /*observer*/) {
-    Children coming = std::exchange(step.away, {});
-    if (coming.empty()) {
-        step.away = step.parent->takeChildren();
-    } else {
-        step.parent->setChildren(std::move(coming));
+        step.parent->insertChildrenAtIndex(std::move(step.away), step.first);
     }
 }
 
@@ -94,10 +85,8 @@ void exchangeStep(ValueStep &step, OutlineMoveObserver * /*observer*/) {
 template <typename Use>
 void forEachAway(const OutlineStep &step, Use &&use) {
     const auto visit = [&use](const MyOutlineItem &item, size_t /*depth*/) { use(item); };
-    if (const auto *presence = std::get_if<PresenceStep>(&step); presence && presence->away)
-        walkTree(*presence->away, visit);
-    if (const auto *all = std::get_if<AllChildrenStep>(&step))
-        for (const auto &item : all->away)
+    if (const auto *presence = std::get_if<PresenceStep>(&step))
+        for (const auto &item : presence->away)
             walkTree(*item, visit);
 }
 

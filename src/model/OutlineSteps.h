@@ -43,17 +43,12 @@ public:
     virtual void didRearrange(const std::vector<OutlineArrangement> &parents) = 0;
 };
 
-/// An item comes to a place, or goes from it, with all that is below it.
+/// Siblings next to each other come to a place, or go from it, with all that is below them.
 struct PresenceStep {
     MyOutlineItem *parent;
-    size_t position;
-    std::unique_ptr<MyOutlineItem> away;  ///< Null while the item is in its place.
-};
-
-/// All children of an item come or go together.
-struct AllChildrenStep {
-    MyOutlineItem *parent;
-    MyOutlineItem::Children away;  ///< Empty while they are there.
+    size_t first;
+    size_t count;
+    MyOutlineItem::Children away;  ///< Empty while they are in their place.
 };
 
 /// Items change places, all at once; for very many.
@@ -78,7 +73,7 @@ struct ValueStep {
     Value other;
 };
 
-using OutlineStep = std::variant<PresenceStep, AllChildrenStep, OutlineMove, RearrangementStep, ValueStep>;
+using OutlineStep = std::variant<PresenceStep, OutlineMove, RearrangementStep, ValueStep>;
 
 /// Does a step, or takes it back.
 /// @param observer told of moves; may be null

@@ -135,7 +135,15 @@ std::vector<int> OutlineView::selectedRows() const {
 bool OutlineView::hasSelectedRows() const {
     if (!controller_) return false;
     const std::vector<TreeNode *> nodes = controller_->selectedNodes();
-    return std::ranges::any_of(nodes, [this](const TreeNode *node) { return rowForItem(*node) >= 0; });
+    return std::ranges::any_of(nodes, [this](const TreeNode *node) { return hasRow(*node); });
+}
+
+/// What rowForItem() says, without numbering all rows for it.
+bool OutlineView::hasRow(const TreeNode &item) const {
+    if (!controller_->isShown(item)) return false;
+    for (const TreeNode *above = item.parentNode(); above && above->parentNode(); above = above->parentNode())
+        if (!isItemExpanded(*above)) return false;
+    return true;
 }
 
 int OutlineView::selectedRow() const {
@@ -256,10 +264,23 @@ void OutlineView::endEditing() {
 
 void OutlineView::dataChanged(const QModelIndex &topLeft, const QModelIndex &bottomRight,
                               const QList<int> &roles) {
+    if (changingMany_) return;
     QTreeView::dataChanged(topLeft, bottomRight, roles);
     // With a layout to come, Qt passes over an open editor, which would write the old text back at its end.
     QWidget *editor = topLeft == bottomRight ? indexWidget(topLeft) : nullptr;
     if (editor) itemDelegateForIndex(topLeft)->setEditorData(editor, topLeft);
+}
+
+void OutlineView::beginManyChanges() {
+    changingMany_ = true;
+}
+
+void OutlineView::endManyChanges() {
+    changingMany_ = false;
+    // All rows are of one height, so that none has another place now.
+    const QModelIndex cell = currentIndex();
+    dataChanged(cell, cell, {});
+    viewport()->update();
 }
 
 }  // namespace leafwright

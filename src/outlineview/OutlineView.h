@@ -74,6 +74,8 @@ public:
     /// Scrolls to the first selected item, if it is not below a folded one; shows them though a filter would
     /// not.
     void setLook(const OutlineLook &look) override;
+    void beginManyChanges() override;
+    void endManyChanges() override;
     /// Marks one item, or the folded one that hides it; null for none.
     void setMarkedItem(TreeNode *item);
     /// Null too when the item has left the tree.
@@ -138,6 +140,7 @@ private:
         quint64 unfoldingRevision = 0;
     };
     const Rows &rows() const;
+    bool hasRow(const TreeNode &item) const;
 
     struct DropPlace {
         TreeNode *parent;
@@ -158,6 +161,7 @@ private:
     void collapseWithChildren(const std::vector<const TreeNode *> &items);
     std::vector<quint64> unfoldedItems() const;
     void unfold(const std::vector<std::weak_ptr<const TreeNode>> &items);
+    void foldOtherwise(const std::vector<const TreeNode *> &items);
     void foldingHides(const std::vector<const TreeNode *> &folded);
     void pressedAt(const QPoint &position);
     bool showCellExpansion(const QPoint &position, const QPoint &globalPosition);
@@ -178,7 +182,8 @@ private:
     QString placeholderText_;
     mutable Rows rows_;
     quint64 unfoldingRevision_ = 1;
-    bool foldingMany_ = false;  ///< While what they hide is looked at once for all.
+    bool changingMany_ = false;  ///< While what texts become is drawn once for all.
+    bool foldingMany_ = false;   ///< While what they hide is looked at once for all.
     std::vector<std::weak_ptr<const TreeNode>> unfoldedBefore_;  ///< Before only some items were shown.
     std::weak_ptr<const TreeNode> markedItem_;
     QPersistentModelIndex clickedCell_;

@@ -16,6 +16,27 @@ namespace {
 /// Qt lays out what is unfolded by a call a level.
 constexpr size_t deepestUnfolded = 1'000;
 
+/// Tells which identities are in a list, each once. Asked for in the order of the list, they cost next to
+/// nothing.
+class IdentitySet {
+public:
+    explicit IdentitySet(const std::vector<quint64> &list) : list_(list) {}
+    bool contains(quint64 identity) {
+        if (next_ < list_.size() && list_[next_] == identity) {
+            ++next_;
+            return true;
+        }
+        if (next_ == list_.size() && members_.empty()) return false;
+        if (members_.empty()) members_.insert(list_.begin(), list_.end());
+        return members_.contains(identity);
+    }
+
+private:
+    const std::vector<quint64> &list_;
+    size_t next_ = 0;
+    std::unordered_set<quint64> members_;
+};
+
 }  // namespace
 
 void OutlineView::expandItem(const TreeNode &item, bool expandChildren) {
@@ -155,29 +176,40 @@ void OutlineView::unfold(const std::vector<std::weak_ptr<const TreeNode>> &items
 }
 
 void OutlineView::setLook(const OutlineLook &look) {
-    const std::unordered_set<quint64> selected(look.selected.begin(), look.selected.end());
-    const std::unordered_set<quint64> unfolded(look.unfolded.begin(), look.unfolded.end());
+    IdentitySet selected(look.selected);
+    IdentitySet unfolded(look.unfolded);
     std::vector<TreeNode *> selection;
+    std::vector<const TreeNode *> otherwise;
     unfoldedBefore_.clear();
-    // With a layout to come, Qt notes what is unfolded instead of laying out each.
-    scheduleDelayedItemsLayout();
-    {
-        const QScopedValueRollback together(foldingMany_, true);
-        walkBelow(controller_->arrangedObjects(), [&](TreeNode &node, size_t /*depth*/) {
-            const quint64 identity = node.representedObject()->identity();
-            if (selected.contains(identity)) selection.push_back(&node);
-            const bool unfolds = unfolded.contains(identity);
-            if (controller_->isFiltered()) {
-                if (unfolds) unfoldedBefore_.push_back(node.weak_from_this());
-                return;
-            }
-            if (node.childCount() > 0 && isItemExpanded(node) != unfolds)
-                setExpanded(controller_->indexForNode(node), unfolds);
-        });
-    }
+    walkBelow(controller_->arrangedObjects(), [&](TreeNode &node, size_t /*depth*/) {
+        const quint64 identity = node.representedObject()->identity();
+        if (selected.contains(identity)) selection.push_back(&node);
+        const bool unfolds = node.childCount() > 0 && unfolded.contains(identity);
+        if (controller_->isFiltered()) {
+            if (unfolds) unfoldedBefore_.push_back(node.weak_from_this());
+        } else if (isItemExpanded(node) != unfolds) {
+            otherwise.push_back(&node);
+        }
+    });
+    foldOtherwise(otherwise);
     if (controller_->isFiltered()) revealItems(selection);
-    controller_->setSelectedNodes(selection);
+    // What is large and stays as it is costs nothing: to select is to look at all of it several times.
+    if (controller_->selectedNodes() != selection) {
+        // Drawn anew as a whole; Qt would look for the place of each range.
+        setUpdatesEnabled(false);
+        controller_->setSelectedNodes(selection);
+        setUpdatesEnabled(true);
+    }
     if (!selection.empty()) scrollTo(controller_->indexForNode(*selection.front()));
+}
+
+/// Folds what is unfolded, and the other way round; what is selected stays so.
+void OutlineView::foldOtherwise(const std::vector<const TreeNode *> &items) {
+    // With a layout to come, Qt notes what is unfolded instead of laying out each.
+    if (items.size() > 1) scheduleDelayedItemsLayout();
+    const QScopedValueRollback together(foldingMany_, true);
+    for (const TreeNode *item : items)
+        setExpanded(controller_->indexForNode(*item), !isItemExpanded(*item));
 }
 
 void OutlineView::keepingPlace(const std::function<void()> &change) {

@@ -84,7 +84,7 @@ public:
     /// In tree order.
     std::vector<TreeNode *> selectedNodes() const { return selection().nodes; }
     /// Quicker than the selection model's answer, which looks through all of its ranges.
-    bool isSelected(const TreeNode &node) const { return selection().members.contains(&node); }
+    bool isSelected(const TreeNode &node) const { return selection().mark == node.selectionMark_; }
     /// The first in tree order; absent without a selection.
     std::optional<IndexPath> selectionIndexPath() const;
     /// In tree order.
@@ -131,6 +131,9 @@ public:
                                                     const IndexPath &path);
     /// Throws std::out_of_range if there is no such object.
     void removeObjectAtArrangedObjectIndexPath(const IndexPath &path);
+    /// Removes the objects of nodes with all below them. @param nodes in tree order; one that stands below
+    /// another goes with it
+    void removeObjects(const std::vector<TreeNode *> &nodes);
 
     // Hooks
 
@@ -222,7 +225,7 @@ private:
     /// The selected nodes, made again when the selection or the tree changed.
     struct Selection {
         std::vector<TreeNode *> nodes;
-        std::unordered_set<const TreeNode *> members;
+        quint64 mark = 0;  ///< That of each of them, and of no other.
         quint64 structureRevision = 0;
         bool isCurrent = false;
     };

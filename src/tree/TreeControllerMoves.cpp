@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
-// How a TreeController moves nodes.
+// How a TreeController moves and removes nodes.
 
 namespace leafwright {
 
@@ -102,6 +102,20 @@ void TreeController::moveScattered(const std::vector<TreeNode *> &nodes, TreeNod
         arrangements.push_back(std::move(arrangement));
     }
     edits_.rearrange(std::move(arrangements));
+}
+
+void TreeController::removeObjects(const std::vector<TreeNode *> &nodes) {
+    std::vector<TreeNode *> tops;
+    for (TreeNode *node : nodes)
+        if (tops.empty() || !node->isDescendantOf(*tops.back())) tops.push_back(node);
+    std::vector<size_t> starts;
+    for (size_t start = 0; start < tops.size(); start += runLength(tops, start))
+        starts.push_back(start);
+    // From the last to the first, so that positions and numbers of rows before them stay right.
+    for (size_t end = tops.size(); !starts.empty(); end = starts.back(), starts.pop_back()) {
+        const TreeNode &first = *tops[starts.back()];
+        edits_.remove(*first.parent_->representedObject_, first.row(), end - starts.back());
+    }
 }
 
 TreeController::BlockMove TreeController::nodesOf(const OutlineMove &move) const {

@@ -18,7 +18,7 @@ constexpr qsizetype rangePairsWorthComparing = 1'000'000;
 
 const TreeController::Selection &TreeController::selection() const {
     if (selection_.isCurrent && selection_.structureRevision == structureRevision_) return selection_;
-    selection_ = {{}, {}, structureRevision_, true};
+    selection_ = {{}, selection_.mark + 1, structureRevision_, true};
     std::vector<TreeNode *> &nodes = selection_.nodes;
     const QItemSelection ranges = selectionModel_.selection();
     for (const QItemSelectionRange &range : ranges) {
@@ -28,7 +28,8 @@ const TreeController::Selection &TreeController::selection() const {
         nodes.insert(nodes.end(), first, first + range.height());
     }
     if (ranges.size() > 1) inTreeOrder(nodes);
-    selection_.members.insert(nodes.begin(), nodes.end());
+    for (const TreeNode *node : nodes)
+        node->selectionMark_ = selection_.mark;
     return selection_;
 }
 

@@ -51,9 +51,10 @@ private:
     MyOutlineItem *representedObject_;
     TreeNode *parent_ = nullptr;
     std::vector<TreeNode *> children_;
-    std::vector<TreeNode *> shown_;    ///< Those of the children that a filter shows.
-    size_t shownRow_ = 0;              ///< Among the shown children of the parent.
-    bool isShown_ = false;             ///< By a filter.
+    std::vector<TreeNode *> shown_;  ///< Those of the children that a filter shows.
+    size_t shownRow_ = 0;            ///< Among the shown children of the parent.
+    bool isShown_ = false;           ///< By a filter.
+    mutable quint64 selectionMark_ = 0;
     mutable size_t row_ = 0;           ///< Right if the parent has this very node there.
     mutable size_t numberedRows_ = 0;  ///< So many children know their rows.
 };

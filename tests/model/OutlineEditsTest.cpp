@@ -230,6 +230,9 @@ class NotedDisplay : public OutlineDisplay {
 public:
     OutlineLook look() const override { return look_; }
     void setLook(const OutlineLook &look) override { look_ = look; }
+    void beginManyChanges() override { EXPECT_EQ(++open_, 1); }
+    void endManyChanges() override { EXPECT_EQ(--open_, 0); }
+    int open_ = 0;
     OutlineLook look_;
 };
 

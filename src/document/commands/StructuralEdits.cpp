@@ -202,21 +202,13 @@ void StructuralEdits::tellRemoved(size_t count, size_t unseen) const {
 void StructuralEdits::removeOutlineItems() {
     if (!mayEdit()) return document_.platform().beep();
     const OutlineEdits::Transaction edit(document_.edits(), QStringLiteral("removeOutlineItems:"));
-    std::vector<std::weak_ptr<TreeNode>> nodes;
-    for (TreeNode *node : document_.selectedNodes())
-        nodes.push_back(node->weak_from_this());
-    const TreeController &tree = document_.treecontroller();
+    TreeController &tree = document_.treecontroller();
     const size_t before = tree.nodeCount();
     const size_t hiddenBefore = before - tree.shownCount();
     // What is left of the list stays where it was, although Qt would show the neighbour of what goes.
     document_.outlineview()->keepingPlace([&] {
-        for (const auto &weak : nodes) {
-            const auto node = weak.lock();
-            // One that stood below another selected item has gone with it.
-            if (!node || !node->parentNode()) continue;
-            document_.edits().remove(*node->parentNode()->representedObject(), node->row());
-        }
-        document_.treecontroller().setSelectedNodes({});
+        tree.removeObjects(document_.selectedNodes());
+        tree.setSelectedNodes({});
     });
     tellRemoved(before - tree.nodeCount(), hiddenBefore - (tree.nodeCount() - tree.shownCount()));
 }
