@@ -26,8 +26,9 @@ QByteArray quoted(QStringView text) {
             ++i;
             continue;
         }
-        if (unit >= u' ' && unit != u'"' && unit != u'\\' && unit != u'\x7F' && !QChar::isSurrogate(unit))
-            continue;
+        // Qt takes U+FEFF for a mark of the encoding, wherever a text begins with it.
+        const bool isSpecial = unit == u'"' || unit == u'\\' || unit == u'\x7F' || unit == u'\uFEFF';
+        if (unit >= u' ' && !isSpecial && !QChar::isSurrogate(unit)) continue;
         flushPlain(i);
         plainFrom = i + 1;
         if (unit == u'"' || unit == u'\\') {
