@@ -6,6 +6,7 @@
 #include "support/TempDir.h"
 
 #include <gmock/gmock.h>
+#include <map>
 
 namespace leafwright {
 namespace {
@@ -23,6 +24,8 @@ using test::TempDir;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
+using Keys = std::vector<std::string>;
 
 std::unique_ptr<PDFOutline> copyOf(const PDFOutline &outline) {
     auto copy = std::make_unique<PDFOutline>(outline.label());
@@ -48,6 +51,14 @@ protected:
         const auto error = document->writeToFile(out);
         ASSERT_FALSE(error) << error->message.toStdString();
         EXPECT_EQ(test::runProgram("qpdf", {"--check", out}).exitCode, 0);
+    }
+    void throughOutlineAndApply() {
+        const auto printed = runCli({"outline", in});
+        ASSERT_EQ(printed.exitCode, 0);
+        test::writeFile(dir.path("tree.json"), printed.out);
+        const auto applied = runCli({"apply", "-q", in, dir.path("tree.json"), "-o", out});
+        EXPECT_EQ(applied.exitCode, 0) << applied.err.toStdString();
+        EXPECT_EQ(applied.err, "");
     }
     std::unique_ptr<PDFOutline> outlineInFile() const { return copyOf(openPdf(in)->outlineRoot()); }
 
@@ -159,6 +170,50 @@ TEST_F(KeptEntries, OnesThatGetTheirSpotKeepZoomAndWhatTheirActionDoes) {
         << "not the action that is shared";
 }
 
+TEST_F(KeptEntries, AnActionWithAnotherTargetGoesOnDoingTheRest) {
+    const std::string shared = PdfBuilder::reference(
+        pdf.addObject("<< /S /GoToR /F << /Type /Filespec /F (a.pdf) >> /D (part) /NewWindow true >>"));
+    addEntries(pdf, {"/A << /S /URI /URI (about:blank) /IsMap true /Next << /S /Named /N /NextPage >> >>",
+                     "/A " + shared, "/A << /S /URI /URI (about:blank) >>"});
+    pdf.save(in);
+    auto root = outlineInFile();
+    std::vector<int> numbers;
+    const OutlineEntry::Action actions[] = {{"URI", "about:other"}, {"GoToR", "b.pdf"}, {"GoToR", "c.pdf"}};
+    for (int i = 0; i < 3; ++i) {
+        OutlineEntry entry = root->childAtIndex(i).entry();
+        numbers.push_back(entry.number.value());
+        entry.action = actions[i];
+        root->childAtIndex(i).setEntry(entry);
+    }
+    write(std::move(root));
+    const auto written = objectsOf(out);
+    EXPECT_THAT(written.at(numbers[0]),
+                testing::AllOf(HasSubstr("(about:other)"), HasSubstr("/IsMap true"), HasSubstr("/NextPage")));
+    EXPECT_THAT(written.at(numbers[1]),
+                testing::AllOf(HasSubstr("(b.pdf)"), HasSubstr("/D (part)"), HasSubstr("/NewWindow true"),
+                               Not(HasSubstr("a.pdf"))));
+    EXPECT_THAT(written.at(numbers[2]),
+                testing::AllOf(HasSubstr("(c.pdf)"), HasSubstr("/GoToR"), Not(HasSubstr("about"))));
+    EXPECT_THAT(changedObjects(in, out), testing::UnorderedElementsAreArray(numbers))
+        << "not the action that is shared";
+}
+
+/// Beside a destination there is to be no action (ISO 32000-1, table 153), but who knows.
+TEST_F(KeptEntries, ADestinationThatGetsItsSpotLeavesTheActionBesideIt) {
+    const std::string page = pdf.pageReference(1);
+    addEntries(pdf,
+               {"/Dest [" + page + " /XYZ 0 0 3] /A << /S /URI /URI (about:blank) >>",
+                "/Dest [" + page + " /Fit] /A << /S /GoTo /D [0 /Fit] /Next << /S /Named /N /Print >> >>"});
+    pdf.save(in);
+    auto root = outlineInFile();
+    for (int i = 0; i < 2; ++i) {
+        const int number = root->childAtIndex(i).entry().number.value();
+        root->childAtIndex(i).setDestination(PDFDestination{1, {306, 792}});
+        write(copyOf(*root));
+        EXPECT_THAT(changedKeys(in, out, number), ElementsAre("/Dest"));
+    }
+}
+
 TEST_F(KeptEntries, ASecondOneIsACopy) {
     auto root = outlineInFile();
     root->insertChildAtIndex(copyOf(root->childAtIndex(0)), 24);
@@ -260,12 +315,7 @@ TEST_F(KeptEntries, AnEntryThatIsAlsoAPageIsCopied) {
 }
 
 TEST_F(KeptEntries, ThroughOutlineAndApplyNothingChanges) {
-    const auto printed = runCli({"outline", in});
-    ASSERT_EQ(printed.exitCode, 0);
-    test::writeFile(dir.path("tree.json"), printed.out);
-    const auto applied = runCli({"apply", "-q", in, dir.path("tree.json"), "-o", out});
-    EXPECT_EQ(applied.exitCode, 0) << applied.err.toStdString();
-    EXPECT_EQ(applied.err, "");
+    throughOutlineAndApply();
     EXPECT_EQ(contentOf(out), contentOf(in));
 }
 
@@ -283,6 +333,34 @@ TEST_F(KeptEntries, ANullOutlineEntryLeavesNoOthersBehind) {
     write(std::make_unique<PDFOutline>());
     EXPECT_FALSE(openPdf(out)->hasOutline());
     EXPECT_THAT(test::linesOf(openPdf(out)->outlineRoot()), IsEmpty());
+}
+
+/// Qt takes the sign for a mark of the encoding at the beginning of what it reads.
+TEST_F(KeptEntries, ATitleThatBeginsWithAMarkOfTheEncodingKeepsIt) {
+    addEntries(pdf, {"/Priv true", "/Title <FEFFFEFF0041>"});
+    pdf.save(in);
+    throughOutlineAndApply();
+    EXPECT_EQ(contentOf(out), contentOf(in));
+}
+
+/// What a file has that is damaged is spelled by the library that could repair it: 0.5 for 0.50000000001,
+/// 1.1 for 1.10, 72 for 72.00000001.
+TEST_F(KeptEntries, OfAFileThatMustBeRepairedKeepWhatTheyHave) {
+    QByteArray bytes = contentOf(in);
+    bytes.replace("startxref", "startxxxx");
+    test::writeFile(in, bytes);
+    auto root = outlineInFile();
+    root->childAtIndex(0).setLabel("Renamed");
+    write(std::move(root));
+    const auto now = openPdf(out);
+    const auto before = openPdf(in);
+    EXPECT_TRUE(before->wasRepaired());
+    EXPECT_FALSE(now->wasRepaired());
+    const std::map<int, Keys> changes{{0, {"/C", "/Dest", "/Title"}}, {10, {"/A"}}, {23, {"/Private"}}};
+    for (int i = 0; i < 24; ++i) {
+        const int number = now->outlineRoot().childAtIndex(i).entry().number.value();
+        EXPECT_EQ(changedKeys(in, out, number), changes.contains(i) ? changes.at(i) : Keys{}) << i;
+    }
 }
 
 }  // namespace

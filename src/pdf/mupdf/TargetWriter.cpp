@@ -19,11 +19,13 @@ QByteArray actionSyntax(const std::optional<OutlineEntry::Action> &action) {
 void TargetWriter::setTarget(DictionarySyntax &dictionary, const PDFOutline &now, const PDFOutline &before,
                              const Object &inFile) {
     const QByteArray actionBefore = dictionary.value("A");
+    const bool hadDestination = !dictionary.value("Dest").isEmpty();
     dictionary.remove("Dest");
     dictionary.remove("A");
     const auto &to = now.destination();
     if (!to) {
-        const QByteArray action = actionSyntax(now.entry().action);
+        const QByteArray action =
+            actionOf(now.entry(), before.entry(), inFile.get(PDF_NAME(A)), actionBefore);
         if (!action.isEmpty()) dictionary.set("A", action);
         return;
     }
@@ -31,11 +33,31 @@ void TargetWriter::setTarget(DictionarySyntax &dictionary, const PDFOutline &now
     const bool gotItsSpot = from && from->pageIndex == to->pageIndex && samePoint(from->point, {});
     const QByteArray place = spelled(*to, gotItsSpot ? zoomOf(inFile) : 0);
     if (place.isEmpty()) return;
+    if (gotItsSpot && hadDestination) {
+        // Beside it there is to be no action. Of a file in which one is, it stays as it was.
+        dictionary.set("Dest", place);
+        if (!actionBefore.isEmpty()) dictionary.set("A", actionBefore);
+        return;
+    }
     if (const auto action = actionLedTo(place, gotItsSpot, inFile.get(PDF_NAME(A)), actionBefore)) {
         dictionary.set("A", action->toBytes());
     } else {
         dictionary.set("Dest", place);
     }
+}
+
+/// What an entry without a page does; empty where that is nothing, or not known in full. What else an action
+/// of its kind does that the file has is done as before.
+QByteArray TargetWriter::actionOf(const OutlineEntry &now, const OutlineEntry &before, const Object &action,
+                                  const QByteArray &spelled) {
+    const QByteArray whole = actionSyntax(now.action);
+    const bool isOfItsKind = before.action && now.action && before.action->type == now.action->type;
+    if (whole.isEmpty() || !isOfItsKind) return whole;
+    const bool isUri = now.action->type == u"URI";
+    const auto direct = DictionarySyntax::parse(spelled);
+    DictionarySyntax dictionary = direct ? *direct : source_.dictionary(action);
+    dictionary.set(isUri ? "URI" : "F", DictionarySyntax::parse(whole)->value(isUri ? "URI" : "F"));
+    return dictionary.toBytes();
 }
 
 /// A GoTo action, led to another place. Nothing where it does no more than to lead there, or is another.

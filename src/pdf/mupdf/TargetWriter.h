@@ -14,7 +14,8 @@ public:
 
     /// Lets an entry's dictionary lead where the entry does: to its destination, else to what its action does
     /// where that is known in full, else nowhere. A destination whose page the document does not have is left
-    /// out. What else a GoTo action of the entry does is done as before. An entry that led to no particular
+    /// out. What else an action
+    /// of its kind does is done as before. An entry that led to no particular
     /// spot of its page, and has got one, keeps its zoom and its structure destination (ISO 32000-2,
     /// 12.3.2.3).
     /// @param before the entry in the file, absent for a new one; @param inFile its dictionary
@@ -24,6 +25,8 @@ public:
 private:
     QByteArray spelled(const PDFDestination &destination, double zoom) const;
     double zoomOf(const Object &entry);
+    QByteArray actionOf(const OutlineEntry &now, const OutlineEntry &before, const Object &action,
+                        const QByteArray &spelled);
     std::optional<DictionarySyntax> actionLedTo(const QByteArray &place, bool keepsStructure,
                                                 const Object &action, const QByteArray &spelled);
 
