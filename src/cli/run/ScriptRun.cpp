@@ -15,10 +15,13 @@
 #include <QApplication>
 #include <QCoreApplication>
 #include <QFile>
+#include <QSemaphore>
+#include <QThreadPool>
 
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <thread>
 #include <unistd.h>
 
 namespace leafwright::cli {
@@ -158,6 +161,18 @@ QString outcomeOf(const ScriptRequest &request, size_t steps) {
     return text + translated("; %1 written").arg(isPoured ? translated("standard output") : request.out);
 }
 
+/// Qt draws in threads of its pool, and waits for ever for one that could not be started. So the pool gets
+/// one right away, keeps it, and gets no other. Throws std::system_error where none can be started.
+void startDrawingThread() {
+    std::thread([] {}).join();  // Qt says it to nobody
+    QThreadPool &pool = *QThreadPool::globalInstance();
+    pool.setMaxThreadCount(1);
+    pool.setExpiryTimeout(-1);
+    QSemaphore started;
+    pool.start([&started] { started.release(); });
+    started.acquire();
+}
+
 class ScriptsInWindows final : public ScriptLibrary {
 public:
     std::unique_ptr<QCoreApplication> makeApplication(int &argc, char **argv) const override {
@@ -180,6 +195,7 @@ public:
             console.message(translated("scripts need a program with windows"));
             return Failed;
         }
+        startDrawingThread();
         if (const auto failure =
                 playAndPublish(std::get<std::vector<script::Step>>(steps), request, console)) {
             console.message(*failure);

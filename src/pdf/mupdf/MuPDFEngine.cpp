@@ -30,6 +30,12 @@ Q_LOGGING_CATEGORY(log, "leafwright.mupdf", QtWarningMsg)
 
 constexpr Translated translated{"MuPDFEngine"};
 
+/// Who reads needs a thread of its own.
+PDFError noThread(const std::system_error &error) {
+    return {PDFError::Kind::OutOfMemory,
+            translated("no thread can be started: %1").arg(reasonOfSystem(error.code().value()))};
+}
+
 size_t sizeOf(const PageText &text) {
     return static_cast<size_t>(text.attributedString.string.size()) * sizeof(QChar) +
            text.attributedString.runs.size() * (sizeof(FontRun) + sizeof(Rect));
@@ -196,8 +202,8 @@ private:
             return value;
         } catch (const ReadProblem &problem) {
             noted(problem.problem(), shortage);
-        } catch (const std::system_error &) {
-            noted(outOfMemoryError(), shortage);  // a thread could not be started
+        } catch (const std::system_error &error) {
+            noted(noThread(error), shortage);
         } catch (const std::bad_alloc &) {
             noted(outOfMemoryError(), shortage);
         } catch (const Error &error) {
