@@ -444,10 +444,6 @@
         <translation>-o OUT fehlt</translation>
     </message>
     <message>
-        <source>%1: there is nothing in it; [] says that no outline is wanted</source>
-        <translation>%1: Darin steht nichts; [] sagt, dass keine Gliederung gewünscht ist</translation>
-    </message>
-    <message>
         <source>Writes an outline, given as JSON, plus lines or in a form of other programs, into a PDF.</source>
         <translation>Schreibt eine Gliederung, als JSON, Plus-Zeilen oder in einer Form anderer Programme, in eine PDF.</translation>
     </message>
@@ -1180,10 +1176,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>the file can&apos;t be read: %1</source>
         <translation>die Datei kann nicht gelesen werden: %1</translation>
-    </message>
-    <message>
-        <source>there is nothing in it</source>
-        <translation>darin steht nichts</translation>
     </message>
     <message>
         <source>what it holds is in none of the forms that its name allows</source>
@@ -1960,6 +1952,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>it is larger than %1 MB</source>
         <translation>sie ist größer als %1 MB</translation>
+    </message>
+    <message>
+        <source>there is no entry in it; [] in JSON says that no outline is wanted</source>
+        <translation>darin steht kein Eintrag; [] in JSON sagt, dass keine Gliederung gewünscht ist</translation>
     </message>
 </context>
 <context>

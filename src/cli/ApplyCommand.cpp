@@ -19,19 +19,10 @@ const QString formatOption = QStringLiteral("format");
 constexpr Translated translated{"ApplyCommand"};
 
 std::optional<QByteArray> readTree(const QString &path, Console &console) {
-    constexpr QByteArrayView byteOrderMark("\xEF\xBB\xBF");
     auto text = path == QLatin1String("-") ? readDescriptor(STDIN_FILENO, largestOutlineText)
                                            : readFile(path, largestOutlineText);
     if (const auto *reason = std::get_if<QString>(&text)) {
         console.message(translated("%1: the outline can't be read: %2").arg(path, *reason));
-        return std::nullopt;
-    }
-    // What a program leaves that failed, or a file that was never written, is no wish to have no outline.
-    QByteArrayView content = std::get<QByteArray>(text);
-    if (content.startsWith(byteOrderMark)) content = content.sliced(byteOrderMark.size());
-    if (content.trimmed().isEmpty()) {
-        console.message(
-            translated("%1: there is nothing in it; [] says that no outline is wanted").arg(path));
         return std::nullopt;
     }
     return std::get<QByteArray>(std::move(text));

@@ -26,7 +26,7 @@ constexpr Translated translated{"OutlineFormat"};
 
 // clang-format off
 constexpr auto formats = std::to_array<OutlineFormat>({
-    {"json", {"json"}, true, writeJsonNodes, readJsonNodes, looksLikeJsonNodes},
+    {"json", {"json"}, true, writeJsonNodes, readJsonNodes, looksLikeJsonNodes, true},
     {"plus", {"plus", "txt"}, true, writePlusLines, readPlusLines, looksLikePlusLines},
     {"text", {}, true, writePlainText, nullptr, nullptr},
     {"markdown", {"md", "markdown"}, true, writeMarkdownOutline, readMarkdownOutline, nullptr},
@@ -125,6 +125,8 @@ const OutlineFormat *formatToRead(const QString &path, QByteArrayView text) {
     const QByteArrayView begin = beginning(text);
     const Formats named = formatsWhich(
         [&](const OutlineFormat &format) { return format.read && format.hasExtension(extension); });
+    // Of nothing, none can tell; each of them has it refused for that.
+    if (begin.isEmpty() && !named.empty()) return named.front();
     const Formats alike = formatsWhich(
         [&](const OutlineFormat &format) { return format.looksLike && format.looksLike(begin); });
     if (named.empty()) return theOnly(alike);
@@ -138,7 +140,13 @@ const OutlineFormat *formatToRead(const QString &path, QByteArrayView text) {
 OutlineTree readOutline(const OutlineFormat &format, const QByteArray &text, const OutlineSource &source) {
     if (text.size() > largestOutlineText)
         return TreeError{{}, translated("it is larger than %1 MB").arg(largestOutlineText >> 20)};
-    return format.read(text, source);
+    const TreeError nothing{{},
+                            translated("there is no entry in it; [] in JSON says that no outline is wanted")};
+    if (beginning(text).isEmpty()) return nothing;
+    OutlineTree tree = format.read(text, source);
+    const auto *root = std::get_if<std::unique_ptr<MyOutlineItem>>(&tree);
+    if (root && (*root)->children().empty() && !format.mayBeEmpty) return nothing;
+    return tree;
 }
 
 }  // namespace leafwright

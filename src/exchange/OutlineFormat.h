@@ -32,6 +32,8 @@ struct OutlineFormat {
     /// Whether a text is in this form, by how it begins; it is given from its first character that is no
     /// blank. Null for a form that can't be told from any text, and is known by its extension only.
     bool (*looksLike)(QByteArrayView text);
+    /// Whether a text without entries says that no outline is wanted; in others, it is a mistake.
+    bool mayBeEmpty = false;
 
     bool hasExtension(QStringView extension) const;
 };
@@ -57,7 +59,8 @@ const OutlineFormat *formatToRead(const QString &path, QByteArrayView text);
 /// What is larger is no outline that somebody has written, in bytes.
 inline constexpr qsizetype largestOutlineText = qsizetype{256} << 20;
 
-/// Reads a text in a format. Texts that are too large are refused.
+/// Reads a text in a format. Texts that are too large are refused, and so are those without entries, which
+/// programs leave that failed: who wants no outline has to say so, in a format that can.
 OutlineTree readOutline(const OutlineFormat &format, const QByteArray &text, const OutlineSource &source);
 
 }  // namespace leafwright

@@ -138,12 +138,14 @@ TEST(ApplyCommand, AnEmptyTreeIsAFailureAndAnEmptyListIsNone) {
     const TempDir dir;
     const QString path = savePdf(dir, "in.pdf", 1, {"Old Entry"});
     const QByteArray before = bytesOf(path);
-    for (const char *nothing : {"", "\n", "  \n\t", "\xEF\xBB\xBF", "\xEF\xBB\xBF\n"}) {
+    for (const char *nothing :
+         {"", "\n", "  \n\t", "\xEF\xBB\xBF", "\xEF\xBB\xBF\n", "<opml></opml>",
+          "<?xml version=\"1.0\"?>\n<opml><body/></opml>", "{\"bookmarks\": []}", "<ul></ul>"}) {
         saveBytes(dir.path("tree"), nothing);
         const CliResult result = runCli({"apply", path, dir.path("tree"), "-o", path});
         EXPECT_EQ(result.exitCode, 1);
         EXPECT_EQ(result.err, "leafwright-cli: " + dir.path("tree").toUtf8() +
-                                  ": there is nothing in it; [] says that no outline is wanted\n");
+                                  ": there is no entry in it; [] in JSON says that no outline is wanted\n");
     }
     const StandardInput input(dir.path("tree"));
     EXPECT_EQ(runCli({"apply", path, "-", "-o", path}).exitCode, 1);

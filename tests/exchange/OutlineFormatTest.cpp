@@ -158,6 +158,16 @@ TEST_P(EachFormat, TextThatIsNotUtf8IsRefusedWithItsLine) {
     EXPECT_EQ(treeOf(format(), "\n\nCaf\xE9\n"), "line 3: the text is not UTF-8");
 }
 
+TEST_P(EachFormat, OnlyJsonSaysThatNoOutlineIsWanted) {
+    const auto isRead = [this](const QByteArray &text) {
+        return std::holds_alternative<std::unique_ptr<MyOutlineItem>>(read(format(), text));
+    };
+    for (const char *nothing : {"", " \n", "\xEF\xBB\xBF", "\xEF\xBB\xBF\n "})
+        EXPECT_EQ(treeOf(format(), nothing),
+                  "there is no entry in it; [] in JSON says that no outline is wanted");
+    EXPECT_EQ(isRead(written(format(), std::vector<NewItem>())), qstrcmp(format(), "json") == 0);
+}
+
 TEST_P(EachFormat, RandomTextIsReadOrRefused) {
     QByteArray text =
         written(format(), {{"Chapter <One> & \"more\"", "1", {}, {{"Section", "2"}}}, {"Two", "3"}});
@@ -202,6 +212,7 @@ TEST(OutlineFormat, ToReadIsToldByTheTextWhereTheExtensionDoesNot) {
     EXPECT_EQ(nameOf(formatToRead("a.xml", "<?xml version='1.0'?><opml/>")), "opml");
     EXPECT_EQ(nameOf(formatToRead("a.md", "- A\n")), "markdown");
     EXPECT_EQ(nameOf(formatToRead("a.html", "<nav><ul></ul></nav>")), "html");
+    EXPECT_EQ(nameOf(formatToRead("a.txt", "\xEF\xBB\xBF\n")), "plus") << "to be refused as empty";
 }
 
 TEST(OutlineFormat, ToReadIsNoneRatherThanAGuess) {

@@ -36,7 +36,6 @@ TEST_F(Pdfcpu, AnExportIsRead) {
                       {"title": "One", "page": 1, "color": {"R": 0, "G": 1, "B": 0},
                        "kids": [{"title": "Two", "page": 2}, {"title": "Nowhere"}]}]})"),
               "+ [i] One (0,0)\n++ [ii] Two (0,0)\n++ - Nowhere (0,0)\n");
-    EXPECT_EQ(tree(R"({"bookmarks": []})"), "");
 }
 
 TEST_F(Pdfcpu, WhatItCantBeIsRefusedWithItsPlace) {

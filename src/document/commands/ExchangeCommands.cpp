@@ -199,7 +199,6 @@ OutlineTree ExchangeCommands::read(const QString &path, Existing existing, QStri
     if (const auto *reason = std::get_if<QString>(&content))
         return TreeError{{}, translated("the file can't be read: %1").arg(*reason)};
     const auto &text = std::get<QByteArray>(content);
-    if (text.trimmed().isEmpty()) return TreeError{{}, translated("there is nothing in it")};
     const OutlineFormat *format = formatToRead(path, text);
     if (!format)
         return TreeError{{}, translated("what it holds is in none of the forms that its name allows")};

@@ -227,9 +227,14 @@ TEST_F(Exchange, WhatCantBeReadIsToldAndChangesNothing) {
     EXPECT_EQ(refusal("b.txt", "+ @1 Caf\xE9\n"), ": line 1: the text is not UTF-8");
     EXPECT_EQ(refusal("c.txt", "Prose\n"), ": what it holds is in none of the forms that its name allows");
     EXPECT_EQ(refusal("d.json", "+ @1 A\n"), ": what it holds is in none of the forms that its name allows");
-    EXPECT_EQ(refusal("e.md", " \n"), ": there is nothing in it");
+    const QString nothing = ": there is no entry in it; [] in JSON says that no outline is wanted";
+    EXPECT_EQ(refusal("e.md", " \n"), nothing);
+    EXPECT_EQ(refusal("e.md", "\xEF\xBB\xBF"), nothing);
+    EXPECT_EQ(refusal("e.txt", "\n"), nothing);
+    EXPECT_EQ(refusal("e.opml", "<opml></opml>"), nothing);
+    EXPECT_EQ(refusal("e.json", "{\"bookmarks\": []}"), nothing);
     EXPECT_EQ(refusal("f.cpdf", "0 \"A\" 7\n"), ": line 1: there is no page 7; the pages are 1 to 3");
-    EXPECT_EQ(platform.beeps, 6);
+    EXPECT_EQ(platform.beeps, 10);
     EXPECT_FALSE(document.isDocumentEdited());
     EXPECT_FALSE(document.edits().canUndo());
     saveBytes(dir.path("good.txt"), "+ @1 A\n");
