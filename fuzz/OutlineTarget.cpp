@@ -51,7 +51,8 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size) {
     if (size == 0) return 0;
     const Pages pages;
     constexpr int number = 7;
-    FileEntry inFile{.title = QStringLiteral("seven"), .point = QPointF(72, 700), .entry = {}};
+    FileEntry inFile{
+        .title = QStringLiteral("seven"), .destination = PDFDestination{0, {72, 700}}, .entry = {}};
     inFile.entry.number = number;
     const OutlineSource source{pages, {{number, inFile}}};
     const auto formats = outlineFormats();

@@ -467,6 +467,10 @@
         <source>%1 entries did something that only the file has that they come from; they are written without it</source>
         <translation>%1 Einträge haben etwas ausgeführt, was nur die Datei hat, aus der sie stammen; sie werden ohne das geschrieben</translation>
     </message>
+    <message>
+        <source>%1 entries have an action beside their page; they lead to the page and are written without the action</source>
+        <translation>%1 Einträge haben neben ihrer Seite eine Aktion; sie führen zur Seite und werden ohne die Aktion geschrieben</translation>
+    </message>
 </context>
 <context>
     <name>AutoTOCCommand</name>
@@ -1225,6 +1229,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>Imported, %1</source>
         <translation>Importiert, %1</translation>
     </message>
+    <message>
+        <source>%1 imported entries have an action beside their page. They lead to the page, without the action.</source>
+        <translation>%1 importierte Einträge haben neben ihrer Seite eine Aktion. Sie führen zur Seite, ohne die Aktion.</translation>
+    </message>
 </context>
 <context>
     <name>FileAttributes</name>
@@ -1586,6 +1594,13 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>there is no room for temporary files</source>
         <translation>für temporäre Dateien ist kein Platz</translation>
+    </message>
+</context>
+<context>
+    <name>JsonNodeChecks</name>
+    <message>
+        <source>keys that are not known were passed over, with all that they hold: %1; known are %2</source>
+        <translation>unbekannte Schlüssel wurden übergangen, mit allem, was sie enthalten: %1; bekannt sind %2</translation>
     </message>
 </context>
 <context>

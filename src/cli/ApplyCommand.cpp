@@ -86,11 +86,17 @@ void reportPages(const OutlineDocument &document, const MyOutlineItem &root, Con
     }
     if (without > 0)
         console.message(translated("%1 entries have no page; they are written without one").arg(without));
-    if (const int lost = lostActions(root); lost > 0)
+    const LostActions lost = lostActions(root, entriesByNumber(document.pdfDoc()->outlineRoot()));
+    if (lost.unknown > 0)
         console.message(
             translated("%1 entries did something that only the file has that they come from; they "
                        "are written without it")
-                .arg(lost));
+                .arg(lost.unknown));
+    if (lost.besidePages > 0)
+        console.message(
+            translated("%1 entries have an action beside their page; they lead to the page and are "
+                       "written without the action")
+                .arg(lost.besidePages));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "exchange/JsonNodes.h"
 
+#include "exchange/JsonNodeChecks.h"
 #include "exchange/JsonText.h"
 #include "formats/JsonWriter.h"
 #include "model/TreeWalk.h"
@@ -8,7 +9,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSet>
 
 #include <algorithm>
 #include <cmath>
@@ -112,7 +112,7 @@ private:
         const bool isPoint = point.size() == 2 && point[0].isDouble() && point[1].isDouble();
         const bool isNear = std::abs(spot.x()) <= farthest && std::abs(spot.y()) <= farthest;
         const FileEntry *inFile = entryOf(node);
-        const bool isOfFile = inFile && inFile->point && samePoint(spot, *inFile->point);
+        const bool isOfFile = inFile && inFile->destination && samePoint(spot, inFile->destination->point);
         if (!isPoint || (!isNear && !isOfFile))
             return translated("\"point\" must be two numbers, [x, y], in points");
         item.setPointOnPage(spot);
@@ -184,44 +184,6 @@ private:
     OutlineEntries inFile_;
 };
 
-/// Calls `use(node)` for all nodes, parents first.
-template <typename Use>
-void forEachNode(const QJsonArray &nodes, Use &&use) {
-    std::vector<QJsonArray> open{nodes};
-    while (!open.empty()) {
-        const QJsonArray siblings = std::move(open.back());
-        open.pop_back();
-        for (const QJsonValue &node : siblings) {
-            use(node);
-            if (QJsonArray children = node[QLatin1String("children")].toArray(); !children.isEmpty())
-                open.push_back(std::move(children));
-        }
-    }
-}
-
-/// Whether the nodes have the numbers of the file's entries, and not those of another file, or of an earlier
-/// edition: titles may have been edited, but no more nodes may have the title of another entry than that of
-/// their own.
-bool areNumberedAsInFile(const QJsonArray &nodes, const OutlineEntries &inFile) {
-    QSet<QString> titles;
-    for (const FileEntry &entry : inFile)
-        titles.insert(entry.title);
-    qsizetype own = 0;
-    qsizetype another = 0;
-    forEachNode(nodes, [&](const QJsonValue &node) {
-        const QJsonValue number = node[QLatin1String("entry")];
-        if (!number.isDouble()) return;
-        const QString title = node[QLatin1String("title")].toString();
-        const auto found = inFile.constFind(number.toInt());
-        if (found != inFile.constEnd() && found->title == title) {
-            ++own;
-        } else if (titles.contains(title)) {
-            ++another;
-        }
-    });
-    return another <= own;
-}
-
 OutlineTree treeFromJson(const QJsonArray &nodes, const OutlineSource &source) {
     struct Siblings {
         QJsonArray nodes;
@@ -235,6 +197,7 @@ OutlineTree treeFromJson(const QJsonArray &nodes, const OutlineSource &source) {
             translated("the outline was made of another file, or of an earlier edition: what only the "
                        "entries of this file have is not kept"));
     const NodeReader reader(source.pages, isOfFile ? source.inFile : OutlineEntries());
+    UnknownKeys unknownKeys;
     std::vector<Siblings> open;
     open.push_back({nodes, root.get()});
     qsizetype count = 0;
@@ -255,10 +218,12 @@ OutlineTree treeFromJson(const QJsonArray &nodes, const OutlineSource &source) {
         const QJsonValue node = siblings.nodes[siblings.next++];
         MyOutlineItem &item = siblings.parent->appendChild(std::make_unique<MyOutlineItem>());
         if (const auto problem = reader.read(node, item)) return TreeError{where(), *problem};
+        unknownKeys.lookAt(node.toObject(), where);
         if (const auto problem = problemOfSize(++count, static_cast<qsizetype>(open.size())))
             return TreeError{where(), *problem};
         open.push_back({node[QLatin1String("children")].toArray(), &item});
     }
+    if (const auto notice = unknownKeys.notice(); notice && source.notices) source.notices->append(*notice);
     return root;
 }
 

@@ -12,6 +12,7 @@ void writeJsonNodes(const MyOutlineItem &root, const PageOfItem &pageOf, const T
 
 /// A node needs a "title"; its page is its "pageLabel" or, without one, that of its "pageIndex"; with neither
 /// it leads to no page. With the "entry" of one of the file, it is that entry but for what the node says.
+/// Keys that nodes do not have are passed over, with a notice: other versions may have them.
 OutlineTree readJsonNodes(const QByteArray &text, const OutlineSource &source);
 
 bool looksLikeJsonNodes(QByteArrayView text);

@@ -12,7 +12,7 @@ namespace leafwright {
 /// An entry of an outline that was read from a file.
 struct FileEntry {
     QString title;
-    std::optional<QPointF> point;  ///< In page space; absent where it leads to no page.
+    std::optional<PDFDestination> destination;  ///< Absent where it leads to no page.
     OutlineEntry entry;
 };
 

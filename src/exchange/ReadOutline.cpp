@@ -45,14 +45,21 @@ std::optional<QString> LevelledItems::add(std::unique_ptr<MyOutlineItem> item, q
     return std::nullopt;
 }
 
-int lostActions(const MyOutlineItem &root) {
-    int count = 0;
-    walkBelow(root, [&count](const MyOutlineItem &item, size_t /*depth*/) {
+LostActions lostActions(const MyOutlineItem &root, const OutlineEntries &inFile) {
+    LostActions lost;
+    walkBelow(root, [&](const MyOutlineItem &item, size_t /*depth*/) {
         const OutlineEntry &entry = item.entry();
-        const bool acts = entry.action && std::holds_alternative<EntryTarget>(item.target());
-        if (acts && !entry.number && !entry.action->isKnownInFull()) ++count;
+        if (!entry.action) return;
+        const bool hasPage = std::holds_alternative<PageTarget>(item.target());
+        const auto found = inFile.constFind(entry.number.value_or(0));
+        const bool isAsInFile = found != inFile.constEnd() && found->entry.action == entry.action &&
+                                found->destination.has_value() == hasPage;
+        if (isAsInFile) return;
+        // To go to a page is what the page says, too.
+        if (hasPage && entry.action->type != QLatin1String("GoTo")) ++lost.besidePages;
+        if (!hasPage && !entry.action->isKnownInFull()) ++lost.unknown;
     });
-    return count;
+    return lost;
 }
 
 std::optional<QString> problemOfSize(qsizetype entries, qsizetype levels) {

@@ -60,9 +60,14 @@ private:
     qsizetype count_ = 0;
 };
 
-/// How many entries below a root do what nobody knows any more: neither is their action known in full, nor
-/// the entry of the file that it comes from. They are written without it.
-int lostActions(const MyOutlineItem &root);
+/// How many entries are written without the action that they have.
+struct LostActions {
+    int unknown = 0;      ///< It is not known in full, and not that of the file's entry that they stand for.
+    int besidePages = 0;  ///< They lead to a page.
+};
+
+/// Counts them below a root. @param inFile the entries of the file that the outline is written into
+LostActions lostActions(const MyOutlineItem &root, const OutlineEntries &inFile);
 
 /// Why an outline can't have so many entries, or so many levels; absent where it can.
 std::optional<QString> problemOfSize(qsizetype entries, qsizetype levels);

@@ -187,10 +187,15 @@ QStringList ExchangeCommands::whatIsLost(const MyOutlineItem &outline) const {
                 "No page is known to have the label of %1 imported entries, the first of which is “%2”. "
                 "When they are saved, they lead to the first page.")
                 .arg(QString::number(lost.count), lost.first));
-    if (const int actions = lostActions(outline); actions > 0)
+    const LostActions actions = lostActions(outline, entriesByNumber(document_.outline().outlineOfFile()));
+    if (actions.unknown > 0)
         messages.append(translated("%1 imported entries did something that only the file has that they come "
                                    "from. They lead nowhere now.")
-                            .arg(actions));
+                            .arg(actions.unknown));
+    if (actions.besidePages > 0)
+        messages.append(translated("%1 imported entries have an action beside their page. They lead to the "
+                                   "page, without the action.")
+                            .arg(actions.besidePages));
     return messages;
 }
 

@@ -15,7 +15,9 @@ namespace {
 using test::bytesOf;
 using test::PdfBuilder;
 using test::saveBytes;
+using testing::AllOf;
 using testing::EndsWith;
+using testing::StartsWith;
 
 /// An outline of "One" with "Two" below it, on three pages.
 class Exchange : public test::WindowFixture {
@@ -204,6 +206,25 @@ TEST_F(Exchange, WhatImportedEntriesDoNoMoreIsTold) {
               "1 imported entries did something that only the file has that they come "
               "from. They lead nowhere now.");
     EXPECT_EQ(platform.beeps, 0);
+}
+
+TEST_F(Exchange, ActionsBesidePagesAndUnknownKeysAreTold) {
+    saveBytes(
+        dir.path("toc.json"),
+        R"([{"title": "A", "pageLabel": "2", "action": {"type": "URI", "uri": "about:blank"}, "kids": []}])");
+    importFrom(dir.path("toc.json"), Replace);
+    EXPECT_THAT(
+        notice("failedImport").toStdString(),
+        AllOf(StartsWith(dir.path("toc.json").toStdString() + ": keys that are not known were passed "),
+              EndsWith("\n1 imported entries have an action beside their page. They lead to the page, "
+                       "without the action.")));
+}
+
+TEST_F(Exchange, AnEmptyListIsAWishToHaveNoOutline) {
+    saveBytes(dir.path("toc.json"), "[]");
+    importFrom(dir.path("toc.json"), Replace);
+    EXPECT_EQ(outline(), "");
+    EXPECT_EQ(notice("failedImport"), QString());
 }
 
 TEST_F(Exchange, CancellingChangesNothing) {
