@@ -69,7 +69,7 @@ TEST_F(JsonNumbers, ATitleThatManyFilesHaveIsNotEnough) {
 
 TEST_F(JsonNumbers, CopiesOfANodeThatWereEditedAreNoStrangers) {
     EXPECT_TRUE(areOfFile(R"([{"title": "Intro", "entry": 5}, {"title": "B", "entry": 5, "pageIndex": 8},
-                              {"title": "C", "entry": 5, "pageIndex": 9}])"));
+                              {"title": "C", "entry": 6, "pageIndex": 9}])"));
 }
 
 TEST_F(JsonNumbers, ThatTheFileDoesNotHaveSayNothing) {
