@@ -1592,6 +1592,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <translation>Zeile %1 hat kein Lauf geschrieben</translation>
     </message>
     <message>
+        <source>its only line was cut off before it could be told from other files; if it is a log, remove it</source>
+        <translation>seine einzige Zeile ist abgeschnitten, ehe sie sich von anderen Dateien unterscheiden ließe; wenn es ein Protokoll ist, entfernen Sie es</translation>
+    </message>
+    <message>
         <source>there is no room for temporary files</source>
         <translation>für temporäre Dateien ist kein Platz</translation>
     </message>
@@ -2562,6 +2566,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>standard output</source>
         <translation>Standardausgabe</translation>
+    </message>
+    <message>
+        <source>it is there already; in a batch, a script replaces only its &quot;out&quot; or, where it has none, its own file</source>
+        <translation>sie ist schon da; in einem Lauf über viele Dateien ersetzt ein Skript nur sein &quot;out&quot; oder, wo es keines hat, seine eigene Datei</translation>
     </message>
 </context>
 <context>

@@ -1,6 +1,7 @@
 #include "cli/batch/JobLog.h"
 
 #include "cli/batch/LineReader.h"
+#include "cli/batch/LogLine.h"
 #include "files/FileName.h"
 #include "files/FileWriting.h"
 #include "files/SystemError.h"
@@ -96,16 +97,19 @@ std::optional<QString> JobLog::readLines() {
             return translated("line %1 is too long for one of a log").arg(reader.number());
         if (reader.lastIsCutOff()) return cutOff(line, end);
         if (auto reason = readLine(line, reader.number())) return reason;
+        hasOwnLine_ = hasOwnLine_ || logLineIn(line) == LogLine::Whole;
         end += line.size() + 1;
     }
 }
 
 /// Takes out a last line without its line feed. @param begin where it begins
 std::optional<QString> JobLog::cutOff(const QByteArray &last, qint64 begin) {
-    constexpr QByteArrayView start("{\"file\": ");
-    const QByteArrayView shown = QByteArrayView(last).first(std::min(last.size(), start.size()));
-    if (!start.startsWith(shown) || last.contains('\0'))
-        return translated("its last line is not what a batch has written");
+    const LogLine part = logLineIn(last);
+    if (part == LogLine::No) return translated("its last line is not what a batch has written");
+    // It may as well be a job, or a file of somebody's that begins like one.
+    if (part == LogLine::Start && !hasOwnLine_)
+        return translated(
+            "its only line was cut off before it could be told from other files; if it is a log, remove it");
     return ::ftruncate(file_, begin) == 0 ? std::nullopt : std::optional(reasonOfSystem(errno));
 }
 

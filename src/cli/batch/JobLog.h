@@ -15,8 +15,8 @@ public:
     JobLog &operator=(const JobLog &) = delete;
 
     /// Opens the log, or makes it, and reads what is done. A last line that was cut off, as a batch leaves
-    /// that is killed while it writes, is taken out. @return why the log can't be used; absent when all is
-    /// well
+    /// that is killed while it writes, is taken out; what is not certain to be a log's stays, and is refused.
+    /// @return why the log can't be used; absent when all is well
     std::optional<QString> open(const QString &path);
     bool isOpen() const { return file_ >= 0; }
 
@@ -44,6 +44,7 @@ private:
 
     QString path_;
     int file_ = -1;
+    bool hasOwnLine_ = false;  ///< One is just as a batch writes it.
     HashFile jobs_;
 };
 

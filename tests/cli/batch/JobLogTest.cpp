@@ -80,6 +80,49 @@ TEST_F(JobLogs, LastLineThatWasCutOffIsTakenOut) {
     }
 }
 
+TEST_F(JobLogs, OnlyLineThatWasCutOffIsTakenOutWhereItIsALogs) {
+    const QByteArray line = doneLine("one");
+    const QByteArray own = ", \"size\": ";
+    const qsizetype certain = line.indexOf(own) + own.size();
+    for (qsizetype length = 1; length < line.size(); ++length) {
+        if (length < certain) {
+            ASSERT_THAT(refusalOf(line.first(length)), HasSubstr("cut off before it could be told"))
+                << length;
+            continue;
+        }
+        saveBytes(path, line.first(length));
+        JobLog log;
+        ASSERT_EQ(log.open(path), std::nullopt) << length;
+        ASSERT_EQ(bytesOf(path), "") << length;
+    }
+}
+
+TEST_F(JobLogs, FilesOfOtherKindsAreRefused) {
+    EXPECT_THAT(refusalOf("{"), HasSubstr("cut off before it could be told"));
+    for (const char *content :
+         {R"({"file": "thesis.tex", "chapters": [1]})", R"({"file": "a.pdf", "out": "zz.pdf"})",
+          R"({"a": 1})", R"({"file": "a.pdf", "out": null, "status": "published", "seconds": 1)",
+          R"({"file": "a.pdf", "out": null, "status": "done", "seconds": 1, "pages": 1, "entries": null, )"
+          R"("peakMB": 9.5, "message": null, "job": "one", "result": 1})"})
+        EXPECT_THAT(refusalOf(content), EndsWith("its last line is not what a batch has written"));
+    const QByteArray job = R"({"file": "a.pdf", "out": "a.json"})";
+    EXPECT_THAT(refusalOf(job + '\n' + job), EndsWith("line 1 is not what a batch has written"));
+    const QByteArray other = R"({"name": "x", "status": "failed"})";
+    EXPECT_THAT(refusalOf(other + '\n' + job.first(15)), HasSubstr("cut off before it could be told"));
+}
+
+TEST_F(JobLogs, LastLineThatWasCutOffMayHaveAnyNames) {
+    const QByteArray whole = doneLine("one");
+    const QByteArray next =
+        logLineOf({.file = QStringLiteral("a \"ü\"\\.pdf"), .seconds = 0.001, .message = "one\ntwo"}, {}, {});
+    for (qsizetype length = 1; length < next.size(); ++length) {
+        saveBytes(path, whole + next.first(length));
+        JobLog log;
+        ASSERT_EQ(log.open(path), std::nullopt) << length;
+        ASSERT_EQ(bytesOf(path), whole) << length;
+    }
+}
+
 TEST_F(JobLogs, ThatAreDamagedAreRefused) {
     const QByteArray line = doneLine("one");
     EXPECT_THAT(refusalOf("This is no log.\n"), EndsWith("line 1 is not what a batch has written"));
