@@ -27,6 +27,10 @@ std::optional<FilePlace> placeOf(const QString &path);
 /// The place of what is open; absent for a number that is none.
 std::optional<FilePlace> placeOf(int descriptor);
 
+/// The name that a path leads to, as if its file were to come: unlike the file, it is the same before and
+/// after a save, and each hard link is another. Absent where the path leads nowhere, or to what is open.
+std::optional<FilePlace> nameAt(const QString &path);
+
 /// Whether what is written to a path is added to what is there, instead of taking its place: a named pipe, an
 /// open descriptor such as "/dev/stdout".
 bool isStream(const QString &path);

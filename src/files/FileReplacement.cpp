@@ -64,6 +64,7 @@ bool FileReplacement::start() {
     auto found = findTarget(path_);
     if (const auto *reason = std::get_if<QString>(&found)) return fail(*reason);
     target_ = std::get<FileTarget>(std::move(found));
+    if (whyKept_ && (target_.status || target_.isStream())) return fail(*whyKept_);
     if (!(target_.isStream() ? startApart() : startBesideTarget())) return false;
     return open(WriteOnly | Unbuffered);
 }

@@ -52,6 +52,9 @@ public:
     /// Lets it take the place of a PDF, as only what is one should: a PDF that somebody has named by mistake
     /// is refused otherwise. To be called before start().
     void setIsPdf() { isPdf_ = true; }
+    /// Has it take a new name only: start() fails where something stands, also a stream. To be called before
+    /// that. @param reason why, as the reason that a file was not written
+    void keepWhatIsThere(const QString &reason) { whyKept_ = reason; }
     /// Has the new file looked at when all is written, and left unused if something is wrong with it.
     void setCheck(Check check) { check_ = std::move(check); }
     /// Asks, at the start and again right before the new file takes its place, whether another program has
@@ -114,6 +117,7 @@ private:
     QByteArray temporaryName_;  ///< In the folder; empty for streams, whose file has no name.
     UnfinishedFile old_;        ///< The old file under a second name in the folder; none without a name.
     bool isPdf_ = false;
+    std::optional<QString> whyKept_;
     bool failed_ = false;
     bool metObjection_ = false;
     bool prepared_ = false;

@@ -127,6 +127,18 @@ void ScriptFiles::keepWritten(const std::optional<FilePlace> &place) {
     if (place) written_.push_back(*place);
 }
 
+void ScriptFiles::replaceOnly(const QStringList &paths, const QString &reason) {
+    replaceable_.clear();
+    for (const QString &path : paths)
+        if (const auto name = nameAt(path)) replaceable_.push_back(*name);
+    whyNotReplaceable_ = reason;
+}
+
+bool ScriptFiles::mayReplace(const QString &path) const {
+    const auto name = whyNotReplaceable_ ? nameAt(path) : std::nullopt;
+    return !whyNotReplaceable_ || (name && std::ranges::find(replaceable_, *name) != replaceable_.end());
+}
+
 const ScriptFiles::Staged *ScriptFiles::stagedFor(const QString &wanted) const {
     const auto found = std::ranges::find(staged_, wanted, &Staged::path);
     return found == staged_.end() ? nullptr : &*found;
@@ -238,6 +250,7 @@ std::optional<QString> ScriptFiles::publish(QStringList &notices,
         FileReplacement &target = *files.emplace_back(std::make_unique<FileReplacement>(staged.path));
         if (staged.content == Content::PDF) target.setIsPdf();
         if (staged.original) target.heed(*staged.original);
+        if (!mayReplace(staged.path)) target.keepWhatIsThere(*whyNotReplaceable_);
         if (!target.start()) return target.message();
         if (const auto reason = copyInto(target.descriptor(), source.number()))
             return notWritten(staged.path, *reason);

@@ -40,6 +40,10 @@ public:
     /// The same of a place that the run writes to by other means.
     void keepWritten(const std::optional<FilePlace> &place);
 
+    /// Has publish() replace nothing but what stands at some paths; whatever else would be is a reason to
+    /// put nothing in its place. @param reason why, as the reason that a file was not written
+    void replaceOnly(const QStringList &paths, const QString &reason);
+
     /// A copy of a file, under its name. @return the copy's path, or why it can't be made
     Result<QString> copyOf(const QString &path);
     /// Where to write what is to become a file. @return why nothing may be written there, without the path
@@ -77,6 +81,7 @@ private:
     };
     // Paths that are wanted are absolute.
     static bool isLeftAlone(const Staged &staged);
+    bool mayReplace(const QString &path) const;
     const Staged *stagedFor(const QString &wanted) const;
     std::optional<QString> objectionTo(const QString &wanted, Content content) const;
     QString stage(const QString &wanted, Content content);
@@ -85,8 +90,10 @@ private:
     std::optional<QString> base_;
     TemporaryFolder folder_;
     std::vector<Staged> staged_;
-    std::vector<FilePlace> read_;     ///< By the run, besides what it copies.
-    std::vector<FilePlace> written_;  ///< By the run, besides what is staged.
+    std::vector<FilePlace> read_;         ///< By the run, besides what it copies.
+    std::vector<FilePlace> written_;      ///< By the run, besides what is staged.
+    std::vector<FilePlace> replaceable_;  ///< Names; all are where there is nothing to say why not.
+    std::optional<QString> whyNotReplaceable_;
     std::optional<QString> problem_;
 };
 

@@ -41,5 +41,19 @@ TEST_F(PlaceOfAPath, IsToldBeforeThereIsAFile) {
     EXPECT_FALSE(placeOf(-1));
 }
 
+TEST_F(PlaceOfAPath, HasANameThatASaveLeaves) {
+    test::saveBytes(dir.path("a.pdf"), "a");
+    ASSERT_TRUE(QFile::link(dir.path("a.pdf"), dir.path("link.pdf")));
+    ASSERT_EQ(::link(QFile::encodeName(dir.path("a.pdf")), QFile::encodeName(dir.path("hard.pdf"))), 0);
+    const auto name = nameAt(dir.path("a.pdf"));
+    ASSERT_TRUE(name);
+    EXPECT_EQ(nameAt(dir.path("./a.pdf")), name);
+    EXPECT_EQ(nameAt(dir.path("link.pdf")), name);
+    EXPECT_NE(nameAt(dir.path("hard.pdf")), name);
+    ASSERT_TRUE(QFile::remove(dir.path("a.pdf")));
+    EXPECT_EQ(nameAt(dir.path("a.pdf")), name);
+    EXPECT_FALSE(nameAt(dir.path("no/new.pdf"))) << "there is no such folder";
+}
+
 }  // namespace
 }  // namespace leafwright

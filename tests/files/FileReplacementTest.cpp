@@ -85,6 +85,23 @@ TEST_F(Replacing, MakesANewFile) {
     EXPECT_EQ(statusOf(path).st_mode & 07777U, 0666U & ~mask);
 }
 
+TEST_F(Replacing, WhatIsThereStaysWhereItIsAskedTo) {
+    FileReplacement first(path);
+    FileReplacement second(path);
+    for (FileReplacement *file : {&first, &second}) {
+        file->keepWhatIsThere("it is there");
+        EXPECT_TRUE(file->start() && file->write("new") == 3) << "nothing stands there";
+    }
+    EXPECT_EQ(first.commit(), Outcome::Written);
+    EXPECT_EQ(second.commit(), Outcome::NotWritten) << "the first came between";
+    EXPECT_THAT(second.errorString().toStdString(), HasSubstr("another program has put another file there"));
+    FileReplacement third(path);
+    third.keepWhatIsThere("it is there");
+    EXPECT_FALSE(third.start());
+    EXPECT_EQ(third.message(), path + " could not be written: it is there");
+    EXPECT_EQ(files(), QStringList{"a.pdf"});
+}
+
 TEST_F(Replacing, TheOldFileStandsUntilTheNewOneIsComplete) {
     saveBytes(path, "old");
     FileReplacement file(path);

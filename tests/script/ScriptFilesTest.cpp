@@ -107,6 +107,29 @@ TEST_F(FilesOfAScript, WhereOneCantBeWrittenNoneIs) {
     EXPECT_FALSE(QFile::exists(dir.path("first.txt")));
 }
 
+TEST_F(FilesOfAScript, OnlySomeFilesAreReplacedWhereThatIsAsked) {
+    for (const char *name : {"own.pdf", "other.pdf"})
+        saveBytes(dir.path(name), "old");
+    ASSERT_EQ(::link(QFile::encodeName(dir.path("other.pdf")), QFile::encodeName(dir.path("hard.pdf"))), 0);
+    files.replaceOnly({dir.path("own.pdf")}, "it is there");
+    saveBytes(placeFor("new.pdf"), "new");
+    saveBytes(placeFor("own.pdf"), "new");
+    saveBytes(placeFor("other.pdf"), "old");
+    EXPECT_EQ(files.publish(notices), std::nullopt) << "what is the same is not written";
+    EXPECT_EQ(bytesOf(dir.path("new.pdf")) + bytesOf(dir.path("own.pdf")), "newnew");
+    for (const char *name : {"other.pdf", "hard.pdf", "new.pdf"}) {
+        const QByteArray before = bytesOf(dir.path(name));
+        ScriptFiles again(base);
+        again.replaceOnly({dir.path("own.pdf"), dir.path("other.pdf")}, "it is there");
+        if (QByteArray(name) == "other.pdf") again.replaceOnly({dir.path("own.pdf")}, "it is there");
+        for (const char *each : {"own.pdf", name})
+            saveBytes(std::get<QString>(again.placeFor(each, ScriptFiles::Content::PDF)), "newer");
+        EXPECT_EQ(again.publish(notices), dir.path(name) + " could not be written: it is there");
+        EXPECT_EQ(bytesOf(dir.path(name)), before);
+        EXPECT_EQ(bytesOf(dir.path("own.pdf")), "new") << "all or nothing";
+    }
+}
+
 TEST_F(FilesOfAScript, TwoDoNotGoToOnePlace) {
     saveBytes(dir.path("a.pdf"), "old");
     ASSERT_TRUE(QFile::link(dir.path("a.pdf"), dir.path("link.pdf")));

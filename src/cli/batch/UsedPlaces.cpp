@@ -1,7 +1,6 @@
 #include "cli/batch/UsedPlaces.h"
 
 #include "files/FilePlace.h"
-#include "files/FileTarget.h"
 #include "texts/Translated.h"
 
 #include <algorithm>
@@ -17,21 +16,18 @@ constexpr Translated translated{"UsedPlaces"};
 constexpr std::uint64_t isRead = 1;
 constexpr std::uint64_t isWritten = 2;
 
-/// The name that a path leads to, in its folder: unlike the file, it is the same before and after a save.
-/// Null where it leads nowhere; whoever writes there says so.
-QByteArray nameAt(const QString &path) {
-    const auto found = findTarget(path);
-    const auto *target = std::get_if<FileTarget>(&found);
-    struct stat folder = {};
-    if (!target || target->path.isEmpty() || ::stat(target->folder().constData(), &folder) != 0) return {};
-    return QByteArray::number(quint64{folder.st_dev}) + ' ' + QByteArray::number(quint64{folder.st_ino}) +
-           '/' + target->name();
+/// The name that a path leads to, as a key. Null where it leads nowhere; whoever writes there says so.
+QByteArray keyOf(const QString &path) {
+    const auto name = nameAt(path);
+    if (!name) return {};
+    return QByteArray::number(quint64{name->device}) + ' ' + QByteArray::number(quint64{name->inode}) + '/' +
+           name->name;
 }
 
 }  // namespace
 
 std::optional<QString> UsedPlaces::reserve(const QString &path) {
-    const QByteArray name = nameAt(path);
+    const QByteArray name = keyOf(path);
     if (!name.isNull()) places_.put(name, isRead);
     return places_.problem();
 }
@@ -40,7 +36,7 @@ std::optional<QString> UsedPlaces::add(const QStringList &read, const QString &p
                                        const QStringList &written) {
     std::vector<QByteArray> sources;
     for (const QString &path : read) {
-        sources.push_back(nameAt(path));
+        sources.push_back(keyOf(path));
         if ((places_.find(sources.back()).value_or(0) & isWritten) == 0) continue;
         return sources.size() == 1 ? translated("another job writes to this file")
                                    : translated("another job writes to %1, which is read").arg(path);
@@ -50,7 +46,7 @@ std::optional<QString> UsedPlaces::add(const QStringList &read, const QString &p
         if (path.isEmpty()) continue;
         if (path == QLatin1String("-") || isStream(path))
             return translated("%1 is a stream, in which results would not be told apart").arg(path);
-        const QByteArray name = nameAt(path);
+        const QByteArray name = keyOf(path);
         if (name.isNull()) continue;
         if (!own.insert(name).second || (places_.find(name).value_or(0) & isWritten) != 0)
             return translated("two results would be written to %1").arg(path);

@@ -1,6 +1,7 @@
 #include "cli/FileClash.h"
 #include "cli/JsonWriter.h"
 #include "cli/OpenFile.h"
+#include "cli/ProgramStart.h"
 #include "cli/ScriptLibrary.h"
 #include "document/MyDocument.h"
 #include "files/FileName.h"
@@ -132,12 +133,23 @@ std::optional<QString> play(const std::vector<script::Step> &steps, const Script
     return report.finish();
 }
 
+/// Of the other jobs of a batch, none knows what a script saves by itself: nor does a second start, which
+/// could not tell whether the job's own file is as it was where its "out" tells that the job is done.
+void keepFilesOfOtherJobs(const ScriptRequest &request, script::ScriptFiles &files) {
+    QStringList own{request.out.isEmpty() ? request.file : request.out};
+    if (!request.report.isEmpty() && !printsReport(request)) own.append(request.report);
+    files.replaceOnly(own,
+                      translated("it is there already; in a batch, a script replaces only its \"out\" or, "
+                                 "where it has none, its own file"));
+}
+
 /// @return why the script was not played, or what it wrote is not all in its place
 std::optional<QString> playAndPublish(const std::vector<script::Step> &steps, const ScriptRequest &request,
                                       Console &console) {
     script::ScriptFiles files(absolutePath(QStringLiteral(".")));
     if (auto problem = files.problem()) return problem;
     files.keepRead(placeToRead(request.steps));
+    if (workerOf() == WorkerOf::Batch) keepFilesOfOtherJobs(request, files);
     ReportFile report;
     auto failure = play(steps, request, files, report, console);
     // A folder that is missing is why what was to be written there could not be.
