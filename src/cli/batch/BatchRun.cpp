@@ -137,12 +137,12 @@ void BatchRun::admit(const QByteArray &line, qint64 number) {
     }
 }
 
-/// What the log knows of a job; one whose result is gone is not done.
+/// What the log knows of a job; one of whose results any is gone is not done.
 JobLog::Known BatchRun::begin(const WaitingJob &waiting) {
     using Known = JobLog::Known;
     const Known known = log_.isOpen() ? log_.begin(waiting.task.signature, waiting.mark) : Known::No;
     if (known == Known::Failed) giveUp(log_.whyNotKnown());
-    const bool isGone = known == Known::Done && !waiting.task.out.isEmpty() && !fileExists(waiting.task.out);
+    const bool isGone = known == Known::Done && !waiting.task.resultsAreThere();
     return isGone || known == Known::Failed ? Known::No : known;
 }
 
@@ -193,7 +193,7 @@ void BatchRun::tell(const JobResult &result, const QByteArray &signature,
         ++told_;
         if (log_.isOpen() && result.status != JobResult::Status::Skipped)
             problem = log_.add(logLineOf(result, signature, mark));
-        console_.write(lineOf(result));
+        console_.write(lineOf(result, signature));
         if (const auto unwritten = console_.flush(); unwritten && !problem) problem = unwritten;
     }
     if (problem) giveUp(*problem);

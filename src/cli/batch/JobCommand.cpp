@@ -65,7 +65,17 @@ void addTo(QByteArray &signature, const QString &part) {
     signature += fileNameBytes(part) + '\0';
 }
 
+/// What tells a file from what stood there before, or will; the same wherever there is none.
+QString stateOf(const QString &path) {
+    const auto mark = markOfJob(path);
+    return mark ? QString::number(mark->size) + u' ' + QString::number(mark->modified) : QString();
+}
+
 }  // namespace
+
+bool JobCommand::Task::resultsAreThere() const {
+    return (out.isEmpty() || fileExists(out)) && std::ranges::all_of(written, fileExists);
+}
 
 std::variant<JobCommand, QString> JobCommand::read(const QStringList &words, const QString &folder) {
     const QString name = words.value(0);
@@ -225,6 +235,8 @@ std::variant<JobCommand::Task, QString> JobCommand::taskOf(const BatchJob &job) 
     addTo(whole, *out);
     for (const QString &argument : task.work.arguments)
         addTo(whole, argument);
+    for (const QString &path : task.read)
+        addTo(whole, stateOf(path));
     task.signature = QCryptographicHash::hash(whole, QCryptographicHash::Sha1).toHex();
     return task;
 }

@@ -25,6 +25,9 @@ public:
         QStringList written;      ///< What is written besides.
         bool printsJson = false;  ///< Otherwise a text is printed.
         QByteArray signature;     ///< Tells it from jobs on other files, or with other options or results.
+
+        /// Whether everything is there that the job writes, by whomever it was written.
+        bool resultsAreThere() const;
     };
     /// @return the task, or why the job can't be done
     std::variant<Task, QString> taskOf(const BatchJob &job) const;

@@ -189,6 +189,29 @@ TEST_F(Batches, WithALogDoAgainWhatHasChanged) {
     EXPECT_EQ(statusOf(run(arguments, file.toUtf8()), file), "done") << "its result is gone";
 }
 
+TEST_F(Batches, WithALogDoAgainWhereWhatWasWrittenBesidesIsGone) {
+    const QString file = savePdfWithHeadings(dir, "one.pdf");
+    const QByteArray line = QJsonDocument(QJsonObject{{"file", file}, {"save-map", dir.path("map")}})
+                                .toJson(QJsonDocument::Compact);
+    const QStringList arguments{"--log", dir.path("log"), "--out-dir", out, "fonts"};
+    EXPECT_EQ(statusOf(run(arguments, line), file), "done");
+    EXPECT_EQ(statusOf(run(arguments, line), file), "skipped");
+    ASSERT_TRUE(QFile::remove(dir.path("map")));
+    EXPECT_EQ(statusOf(run(arguments, line), file), "done");
+    EXPECT_TRUE(QFileInfo::exists(dir.path("map")));
+}
+
+TEST_F(Batches, WithALogDoAgainWhereWhatIsReadBesidesHasChanged) {
+    const QString file = savePdf(dir, "a.pdf", 1);
+    const QStringList arguments{"--log", dir.path("log"), "--out-dir", out, "apply", dir.path("tree")};
+    saveBytes(dir.path("tree"), "+ @1 First\n");
+    EXPECT_EQ(statusOf(run(arguments, file.toUtf8()), file), "done");
+    EXPECT_EQ(statusOf(run(arguments, file.toUtf8()), file), "skipped");
+    saveBytes(dir.path("tree"), "+ @1 Second\n");
+    EXPECT_EQ(statusOf(run(arguments, file.toUtf8()), file), "done");
+    EXPECT_EQ(plusLinesOf(out + "/a.pdf"), "+ @1 Second\n");
+}
+
 TEST_F(Batches, WithALogTryAgainWhatFailed) {
     const QString file = dir.path("late.pdf");
     const QStringList arguments{"--log", dir.path("log"), "info"};

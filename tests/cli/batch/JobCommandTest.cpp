@@ -1,4 +1,5 @@
 #include "cli/batch/JobCommand.h"
+#include "support/CliFiles.h"
 
 #include <gmock/gmock.h>
 
@@ -124,6 +125,25 @@ TEST(JobCommand, SignaturesTellJobsApart) {
     EXPECT_NE(taskOf(words, {"a.pdf", "c.pdf"}).signature, one);
     EXPECT_NE(taskOf({"autotoc", "--keep"}, {"a.pdf", "b.pdf"}).signature, one);
     EXPECT_NE(taskOf({"contents"}, {"a.pdf", "b.pdf"}).signature, one);
+}
+
+TEST(JobCommand, SignaturesTellOfWhatIsReadBesides) {
+    const TempDir dir;
+    const QString read = dir.path("read");
+    saveBytes(read, "one");
+    const auto signatures = [&read] {
+        return QByteArrayList{
+            taskOf({"apply", read}, {"a.pdf", "b.pdf"}).signature,
+            taskOf({"run"}, {"a.pdf", "b.pdf", {{"steps", read}}}).signature,
+            taskOf({"autotoc", "--map", read}, {"a.pdf", "b.pdf"}).signature,
+        };
+    };
+    const QByteArrayList before = signatures();
+    EXPECT_EQ(signatures(), before);
+    saveBytes(read, "other");
+    const QByteArrayList after = signatures();
+    for (qsizetype i = 0; i < before.size(); ++i)
+        EXPECT_NE(after[i], before[i]) << i;
 }
 
 TEST(JobCommand, RecognitionOfTextHasNoTimeLimitOfItsOwn) {
