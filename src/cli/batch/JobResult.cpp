@@ -57,15 +57,20 @@ void writeMembers(const JobResult &result, leafwright::JsonWriter &json) {
     json.member("message", result.message);
 }
 
+void writeSignature(const QByteArray &signature, leafwright::JsonWriter &json) {
+    json.member("job", signature.isNull() ? QString() : QString::fromLatin1(signature));
+}
+
 }  // namespace
 
-QByteArray lineOf(const JobResult &result) {
+QByteArray lineOf(const JobResult &result, const QByteArray &signature) {
     QByteArray line;
     {
         leafwright::JsonWriter json([&line](const QByteArray &bytes) { line += bytes; },
                                     leafwright::JsonWriter::Layout::Compact);
         json.beginObject();
         writeMembers(result, json);
+        writeSignature(signature, json);
         if (!result.printed.isNull() && !result.printedIsJson)
             json.member("result", QString::fromUtf8(result.printed));
         json.endObject();
@@ -87,7 +92,7 @@ QByteArray logLineOf(const JobResult &result, const QByteArray &signature,
         writeMembers(result, json);
         member(json, "size", mark ? std::optional(mark->size) : std::nullopt);
         member(json, "modified", mark ? std::optional(mark->modified) : std::nullopt);
-        json.member("job", signature.isNull() ? QString() : QString::fromLatin1(signature));
+        writeSignature(signature, json);
         json.endObject();
     }
     return line;

@@ -21,10 +21,10 @@ struct JobResult {
 };
 
 /// The line of a result, with a line feed. What was printed stands there as the JSON that it is, or as a
-/// text.
-QByteArray lineOf(const JobResult &result);
-/// The same with what a log knows the job by, without what was printed. @param signature null where the line
-/// could not be understood @param mark absent where there was no file
+/// text. @param signature what the job is known by; null where the line could not be understood
+QByteArray lineOf(const JobResult &result, const QByteArray &signature);
+/// The same with what a log knows the job's file by, without what was printed; logLineIn() knows such a line.
+/// @param mark absent where there was no file
 QByteArray logLineOf(const JobResult &result, const QByteArray &signature,
                      const std::optional<JobMark> &mark);
 

@@ -61,7 +61,7 @@ TEST_F(Batches, DoEveryLineAndTellWhatCameOfIt) {
     EXPECT_EQ(batch.messages, "leafwright-cli: 2 jobs done\n");
     EXPECT_EQ(count, 2);
     const QJsonObject line = batch.lines[one];
-    EXPECT_EQ(line.keys().join(' '), "entries file message out pages peakMB seconds status");
+    EXPECT_EQ(line.keys().join(' '), "entries file job message out pages peakMB seconds status");
     EXPECT_EQ(line["status"], "done");
     EXPECT_EQ(line["out"], out + "/one.pdf");
     EXPECT_EQ(line["pages"], 2);

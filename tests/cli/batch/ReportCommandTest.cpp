@@ -115,12 +115,24 @@ TEST_F(Reports, CountAJobOnceOverAllLogs) {
 }
 
 TEST_F(Reports, ReadWhatABatchHasPrinted) {
-    saveBytes(dir.path("printed"), lineOf({.file = "a.pdf",
-                                           .status = JobResult::Status::Done,
-                                           .printed = "{\n  \"pages\": 1\n}\n",
-                                           .printedIsJson = true}) +
-                                       lineOf({.file = "b.pdf", .status = JobResult::Status::Skipped}));
+    saveBytes(dir.path("printed"),
+              lineOf({.file = "a.pdf",
+                      .status = JobResult::Status::Done,
+                      .printed = "{\n  \"pages\": 1\n}\n",
+                      .printedIsJson = true},
+                     "one") +
+                  lineOf({.file = "b.pdf", .status = JobResult::Status::Skipped}, "two"));
     EXPECT_EQ(tableOf({dir.path("printed")}).count('\n'), 2) << "what was skipped is in another one";
+}
+
+TEST_F(Reports, KnowTheJobsOfALogInWhatWasPrinted) {
+    const JobResult result{.file = "a.pdf", .status = JobResult::Status::Done};
+    saveBytes(dir.path("log"), logLineOf(result, "one", JobMark{1, 1}));
+    saveBytes(dir.path("printed"), lineOf(result, "one"));
+    saveBytes(dir.path("other"), lineOf(result, "two"));
+    EXPECT_EQ(tableOf({dir.path("log"), dir.path("printed")}).count('\n'), 2);
+    EXPECT_EQ(tableOf({dir.path("printed"), dir.path("other")}).count('\n'), 3)
+        << "another command has done something else with the file";
 }
 
 TEST_F(Reports, QuoteTheCellsOfTheTable) {
@@ -197,20 +209,22 @@ TEST(JobResult, IsALineOfJson) {
                 .seconds = 1.23456,
                 .facts = {3, {}},
                 .peakBytes = 25 << 20,
-                .message = "one\ntwo"}),
+                .message = "one\ntwo"},
+               "c0ffee"),
         "{\"file\": \"a.pdf\", \"out\": \"b.pdf\", \"status\": \"done\", \"seconds\": 1.235, \"pages\": 3, "
-        "\"entries\": null, \"peakMB\": 25, \"message\": \"one\\ntwo\"}\n");
-    EXPECT_EQ(lineOf({.file = {}, .message = "why"}),
+        "\"entries\": null, \"peakMB\": 25, \"message\": \"one\\ntwo\", \"job\": \"c0ffee\"}\n");
+    EXPECT_EQ(lineOf({.file = {}, .message = "why"}, {}),
               "{\"file\": null, \"out\": null, \"status\": \"failed\", \"seconds\": null, \"pages\": null, "
-              "\"entries\": null, \"peakMB\": null, \"message\": \"why\"}\n");
+              "\"entries\": null, \"peakMB\": null, \"message\": \"why\", \"job\": null}\n");
 }
 
 TEST(JobResult, HasWhatWasPrinted) {
     EXPECT_TRUE(
-        lineOf({.file = "a", .printed = "[\n  {\n    \"title\": \"a  b\"\n  }\n]\n", .printedIsJson = true})
-            .endsWith(", \"message\": null, \"result\": [{\"title\": \"a  b\"}]}\n"));
-    EXPECT_TRUE(lineOf({.file = "a", .printed = "[1] One\n"})
-                    .endsWith(", \"message\": null, \"result\": \"[1] One\\n\"}\n"));
+        lineOf({.file = "a", .printed = "[\n  {\n    \"title\": \"a  b\"\n  }\n]\n", .printedIsJson = true},
+               "one")
+            .endsWith(", \"job\": \"one\", \"result\": [{\"title\": \"a  b\"}]}\n"));
+    EXPECT_TRUE(lineOf({.file = "a", .printed = "[1] One\n"}, "one")
+                    .endsWith(", \"job\": \"one\", \"result\": \"[1] One\\n\"}\n"));
 }
 
 }  // namespace
