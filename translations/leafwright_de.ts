@@ -775,10 +775,6 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
         <translation>Zeile %1: %2</translation>
     </message>
     <message>
-        <source>there is no room for temporary files</source>
-        <translation>für temporäre Dateien ist kein Platz</translation>
-    </message>
-    <message>
         <source>with --log, no file is written over: whether that was done could not be told</source>
         <translation>mit --log wird keine Datei überschrieben: ob das geschehen ist, ließe sich nicht feststellen</translation>
     </message>
@@ -1352,6 +1348,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>a PDF stands there, which only a PDF may replace</source>
         <translation>dort steht eine PDF-Datei, die nur eine PDF-Datei ersetzen darf</translation>
     </message>
+    <message>
+        <source>a file with the name of a PDF stands there, which only a PDF may replace</source>
+        <translation>dort steht eine Datei mit dem Namen einer PDF-Datei, die nur eine PDF-Datei ersetzen darf</translation>
+    </message>
 </context>
 <context>
     <name>FileTarget</name>
@@ -1424,6 +1424,13 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1: %2 fonts, %3 of them of headings</source>
         <translation>%1: %2 Schriften, davon %3 von Überschriften</translation>
+    </message>
+</context>
+<context>
+    <name>HashFile</name>
+    <message>
+        <source>the temporary files can&apos;t be used: %1</source>
+        <translation>die temporären Dateien lassen sich nicht verwenden: %1</translation>
     </message>
 </context>
 <context>
@@ -1594,10 +1601,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>its only line was cut off before it could be told from other files; if it is a log, remove it</source>
         <translation>seine einzige Zeile ist abgeschnitten, ehe sie sich von anderen Dateien unterscheiden ließe; wenn es ein Protokoll ist, entfernen Sie es</translation>
-    </message>
-    <message>
-        <source>there is no room for temporary files</source>
-        <translation>für temporäre Dateien ist kein Platz</translation>
     </message>
 </context>
 <context>
@@ -1770,6 +1773,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>the file could not be read whole, and nothing is to be lost: %1</source>
         <translation>die Datei ließ sich nicht ganz lesen, und nichts soll verloren gehen: %1</translation>
+    </message>
+    <message>
+        <source>no thread can be started: %1</source>
+        <translation>es lässt sich kein Thread starten: %1</translation>
     </message>
 </context>
 <context>
@@ -2260,10 +2267,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
 <context>
     <name>ReportLogs</name>
     <message>
-        <source>there is no room for temporary files</source>
-        <translation>für temporäre Dateien ist kein Platz</translation>
-    </message>
-    <message>
         <source>the log can&apos;t be read: %1</source>
         <translation>das Protokoll kann nicht gelesen werden: %1</translation>
     </message>
@@ -2282,10 +2285,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>cancelled</source>
         <translation>abgebrochen</translation>
-    </message>
-    <message>
-        <source>the temporary files can&apos;t be read</source>
-        <translation>die temporären Dateien lassen sich nicht lesen</translation>
     </message>
 </context>
 <context>
@@ -2864,10 +2863,6 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     <message>
         <source>%1 is read, and would be overwritten</source>
         <translation>%1 wird gelesen und würde überschrieben</translation>
-    </message>
-    <message>
-        <source>there is no room for temporary files, by which jobs that meet are told</source>
-        <translation>für temporäre Dateien ist kein Platz, an denen sich Aufträge erkennen lassen, die einander in die Quere kommen</translation>
     </message>
     <message>
         <source>%1 is a stream, in which results would not be told apart</source>

@@ -33,7 +33,7 @@ using testing::HasSubstr;
 
 constexpr qint64 large = 17 << 20;
 
-/// A file "a.pdf" that somebody has read.
+/// A file "a.txt" that somebody has read.
 class OnDisk : public testing::Test {
 protected:
     OnDisk() { saveBytes(path, "first"); }
@@ -69,21 +69,21 @@ protected:
     }
 
     test::TempDir dir;
-    const QString path = dir.path("a.pdf");
+    const QString path = dir.path("a.txt");
 };
 
 TEST_F(OnDisk, AFileThatNobodyTouchesIsUnchanged) {
     const FileOnDisk file = fileAt(path);
     EXPECT_EQ(file.state(), State::Unchanged);
     EXPECT_EQ(file.objectionTo(path), std::nullopt);
-    EXPECT_EQ(file.objectionTo(dir.path("b.pdf")), std::nullopt);
+    EXPECT_EQ(file.objectionTo(dir.path("b.txt")), std::nullopt);
 }
 
 TEST_F(OnDisk, WhatIsNotItsContentDoesNotCount) {
     const FileOnDisk file = fileAt(path);
     touch(path);
     ASSERT_TRUE(QFile::setPermissions(path, QFile::ReadOwner));
-    ASSERT_EQ(::link(fileNameBytes(path).constData(), fileNameBytes(dir.path("b.pdf")).constData()), 0);
+    ASSERT_EQ(::link(fileNameBytes(path).constData(), fileNameBytes(dir.path("b.txt")).constData()), 0);
     EXPECT_EQ(file.state(), State::Unchanged);
 }
 
@@ -115,7 +115,7 @@ TEST_F(OnDisk, WhatWasReadIsGoneForEveryTarget) {
     const FileOnDisk file = fileAt(path);
     overwrite(path, "other");
     EXPECT_EQ(objection(file, path), "another program has written to it since it was read; open it again");
-    EXPECT_EQ(objection(file, dir.path("b.pdf")),
+    EXPECT_EQ(objection(file, dir.path("b.txt")),
               "another program has written to " + path.toStdString() + " since it was read; open that again");
 }
 
@@ -124,7 +124,7 @@ TEST_F(OnDisk, AnotherFileAtItsPlaceIsAReplacement) {
     replace("first");
     EXPECT_EQ(file.state(), State::Replaced) << "by its number, though it holds the same";
     EXPECT_THAT(objection(file, path), HasSubstr("another program has put another file there"));
-    EXPECT_EQ(file.objectionTo(dir.path("b.pdf")), std::nullopt) << "what was read is still there";
+    EXPECT_EQ(file.objectionTo(dir.path("b.txt")), std::nullopt) << "what was read is still there";
 }
 
 TEST_F(OnDisk, AFileThatIsGoneIsMissing) {
@@ -132,12 +132,12 @@ TEST_F(OnDisk, AFileThatIsGoneIsMissing) {
     ASSERT_TRUE(QFile::remove(path));
     EXPECT_EQ(file.state(), State::Missing);
     EXPECT_THAT(objection(file, path), HasSubstr("no longer where it was read"));
-    EXPECT_EQ(file.objectionTo(dir.path("b.pdf")), std::nullopt);
+    EXPECT_EQ(file.objectionTo(dir.path("b.txt")), std::nullopt);
 }
 
 TEST_F(OnDisk, AFolderThatIsGoneTakesItAlong) {
     ASSERT_TRUE(QDir(dir.path({})).mkdir("folder"));
-    const QString inside = dir.path("folder/a.pdf");
+    const QString inside = dir.path("folder/a.txt");
     saveBytes(inside, "first");
     const FileOnDisk file = fileAt(inside);
     ASSERT_TRUE(QDir(dir.path("folder")).removeRecursively());
@@ -148,7 +148,7 @@ TEST_F(OnDisk, AFolderThatIsGoneTakesItAlong) {
 
 TEST_F(OnDisk, WhatTheSystemDoesNotTellIsUnknown) {
     ASSERT_TRUE(QDir(dir.path({})).mkdir("folder"));
-    const QString inside = dir.path("folder/a.pdf");
+    const QString inside = dir.path("folder/a.txt");
     saveBytes(inside, "first");
     const FileOnDisk file = fileAt(inside);
     ASSERT_TRUE(QFile::setPermissions(dir.path("folder"), {}));
@@ -163,28 +163,28 @@ TEST_F(OnDisk, WhatTheSystemDoesNotTellIsUnknown) {
 }
 
 TEST_F(OnDisk, OtherNamesOfItsPlaceAreTheSamePlace) {
-    ASSERT_TRUE(QFile::link("a.pdf", dir.path("link.pdf")));
+    ASSERT_TRUE(QFile::link("a.txt", dir.path("link.pdf")));
     ASSERT_TRUE(QDir(dir.path({})).mkdir("folder"));
     ASSERT_TRUE(QFile::link(dir.path({}), dir.path("folder/up")));
     const FileOnDisk file = fileAt(dir.path("link.pdf"));
     replace();
-    for (const QString &name : {path, dir.path("./a.pdf"), dir.path("link.pdf"), dir.path("folder/up/a.pdf")})
+    for (const QString &name : {path, dir.path("./a.txt"), dir.path("link.pdf"), dir.path("folder/up/a.txt")})
         EXPECT_NE(objection(file, name), "none") << qPrintable(name);
 }
 
 TEST_F(OnDisk, ALinkThatLeadsElsewhereIsAReplacement) {
-    ASSERT_TRUE(QFile::link("a.pdf", dir.path("link.pdf")));
+    ASSERT_TRUE(QFile::link("a.txt", dir.path("link.pdf")));
     const FileOnDisk file = fileAt(dir.path("link.pdf"));
     EXPECT_EQ(file.state(), State::Unchanged);
-    saveBytes(dir.path("b.pdf"), "first");
-    ASSERT_TRUE(QFile::remove(dir.path("link.pdf")) && QFile::link("b.pdf", dir.path("link.pdf")));
+    saveBytes(dir.path("b.txt"), "first");
+    ASSERT_TRUE(QFile::remove(dir.path("link.pdf")) && QFile::link("b.txt", dir.path("link.pdf")));
     EXPECT_EQ(file.state(), State::Replaced);
 }
 
 TEST_F(OnDisk, WhatIsAcceptedIsUnchangedUntilTheNextChange) {
     FileOnDisk file = fileAt(path);
     replace();
-    file.accept(dir.path("b.pdf"), FileOnDisk::seenAt(path));
+    file.accept(dir.path("b.txt"), FileOnDisk::seenAt(path));
     EXPECT_EQ(file.state(), State::Replaced) << "another place says nothing of this one";
     file.accept(path, FileOnDisk::seenAt(path));
     EXPECT_EQ(file.state(), State::Unchanged);
@@ -249,19 +249,19 @@ TEST_F(Heeding, WhatChangesAmidTheWriteIsNoticedAtTheLastMoment) {
     EXPECT_EQ(write(file, path, [this] { replace(); }), FileReplacement::Outcome::NotWritten);
     EXPECT_TRUE(metObjection);
     EXPECT_EQ(bytesOf(path), "other");
-    EXPECT_EQ(QDir(dir.path({})).entryList(QDir::Files | QDir::Hidden), QStringList{"a.pdf"});
+    EXPECT_EQ(QDir(dir.path({})).entryList(QDir::Files | QDir::Hidden), QStringList{"a.txt"});
     FileOnDisk now = fileAt(path);
-    EXPECT_EQ(write(now, dir.path("b.pdf"), [this] { overwrite(path, "third"); }),
+    EXPECT_EQ(write(now, dir.path("b.txt"), [this] { overwrite(path, "third"); }),
               FileReplacement::Outcome::NotWritten);
-    EXPECT_FALSE(QFile::exists(dir.path("b.pdf"))) << "half of it may be of the third";
+    EXPECT_FALSE(QFile::exists(dir.path("b.txt"))) << "half of it may be of the third";
 }
 
 TEST_F(Heeding, ThePlaceMayBecomeWhereItWasWritten) {
     FileOnDisk file = fileAt(path);
-    EXPECT_EQ(write(file, dir.path("b.pdf")), FileReplacement::Outcome::Written);
-    saveBytes(dir.path("b.pdf"), "them");
+    EXPECT_EQ(write(file, dir.path("b.txt")), FileReplacement::Outcome::Written);
+    saveBytes(dir.path("b.txt"), "them");
     EXPECT_EQ(file.state(), State::Unchanged) << "it is not the document's place yet";
-    file.setPlace(dir.path("b.pdf"));
+    file.setPlace(dir.path("b.txt"));
     EXPECT_EQ(file.state(), State::Replaced) << "since it was written there";
     EXPECT_EQ(write(file, path), FileReplacement::Outcome::Written) << "the place that was";
 }

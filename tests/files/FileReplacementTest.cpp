@@ -71,7 +71,7 @@ protected:
     }
 
     TempDir dir;
-    QString path = dir.path("a.pdf");
+    QString path = dir.path("a.txt");
     std::string reason;
     QStringList notices;
 };
@@ -79,7 +79,7 @@ protected:
 TEST_F(Replacing, MakesANewFile) {
     EXPECT_EQ(replace(path), Outcome::Written) << reason;
     EXPECT_EQ(bytesOf(path), "new");
-    EXPECT_EQ(files(), QStringList{"a.pdf"});
+    EXPECT_EQ(files(), QStringList{"a.txt"});
     const mode_t mask = ::umask(0);
     ::umask(mask);
     EXPECT_EQ(statusOf(path).st_mode & 07777U, 0666U & ~mask);
@@ -99,7 +99,7 @@ TEST_F(Replacing, WhatIsThereStaysWhereItIsAskedTo) {
     third.keepWhatIsThere("it is there");
     EXPECT_FALSE(third.start());
     EXPECT_EQ(third.message(), path + " could not be written: it is there");
-    EXPECT_EQ(files(), QStringList{"a.pdf"});
+    EXPECT_EQ(files(), QStringList{"a.txt"});
 }
 
 TEST_F(Replacing, TheOldFileStandsUntilTheNewOneIsComplete) {
@@ -109,7 +109,7 @@ TEST_F(Replacing, TheOldFileStandsUntilTheNewOneIsComplete) {
     file.write("new");
     EXPECT_EQ(bytesOf(path), "old");
     EXPECT_EQ(bytesOf(file.temporaryPath()), "new");
-    EXPECT_TRUE(file.temporaryPath().startsWith(dir.path(".a.pdf.")));
+    EXPECT_TRUE(file.temporaryPath().startsWith(dir.path(".a.txt.")));
     EXPECT_EQ(QFile::permissions(file.temporaryPath()) & (QFile::ReadGroup | QFile::ReadOther), 0);
     EXPECT_EQ(file.commit(), Outcome::Written);
     EXPECT_EQ(bytesOf(path), "new");
@@ -123,7 +123,17 @@ TEST_F(Replacing, WhatIsNotCommittedIsGone) {
         file.write("new");
     }
     EXPECT_EQ(bytesOf(path), "old");
-    EXPECT_EQ(files(), QStringList{"a.pdf"});
+    EXPECT_EQ(files(), QStringList{"a.txt"});
+}
+
+TEST_F(Replacing, OnlyAPdfTakesThePlaceOfWhatIsNamedSo) {
+    path = dir.path("a.PDF");
+    saveBytes(path, "what only some programs know as a PDF");
+    EXPECT_EQ(replace(path), Outcome::NotWritten);
+    EXPECT_EQ(reason, "a file with the name of a PDF stands there, which only a PDF may replace");
+    EXPECT_EQ(bytesOf(path), "what only some programs know as a PDF");
+    EXPECT_EQ(files(), QStringList{"a.PDF"});
+    EXPECT_EQ(replace(dir.path("new.pdf")), Outcome::Written) << "where nothing stands, anything may";
 }
 
 TEST_F(Replacing, OnlyAPdfTakesThePlaceOfAPdf) {
@@ -135,7 +145,7 @@ TEST_F(Replacing, OnlyAPdfTakesThePlaceOfAPdf) {
         EXPECT_EQ(reason, "a PDF stands there, which only a PDF may replace");
     }
     EXPECT_EQ(bytesOf(path), pdf);
-    EXPECT_EQ(files(), (QStringList{"a.pdf", "link.json"})) << "nothing is left";
+    EXPECT_EQ(files(), (QStringList{"a.txt", "link.json"})) << "nothing is left";
     FileReplacement file(path);
     file.setIsPdf();
     ASSERT_TRUE(file.start());
@@ -150,7 +160,7 @@ TEST_F(Replacing, AFullDiskIsCalledThat) {
     EXPECT_EQ(replace(path, QByteArray(2000, 'x')), Outcome::NotWritten);
     EXPECT_EQ(reason, "File too large");
     EXPECT_EQ(bytesOf(path), "old");
-    EXPECT_EQ(files(), QStringList{"a.pdf"});
+    EXPECT_EQ(files(), QStringList{"a.txt"});
 }
 
 TEST_F(Replacing, AFileThatFailsTheCheckIsNotUsed) {
@@ -167,7 +177,7 @@ TEST_F(Replacing, AFileThatFailsTheCheckIsNotUsed) {
     EXPECT_EQ(file.errorString(), "it is upside down");
     EXPECT_EQ(seen, "new");
     EXPECT_EQ(bytesOf(path), "old");
-    EXPECT_EQ(files(), QStringList{"a.pdf"});
+    EXPECT_EQ(files(), QStringList{"a.txt"});
 }
 
 TEST_F(Replacing, LinksLeadToTheFileThatIsReplaced) {
@@ -189,11 +199,11 @@ TEST_F(Replacing, ALinkToNothingGetsItsFile) {
 }
 
 TEST_F(Replacing, LinksInACircleAreRefused) {
-    ASSERT_EQ(::symlink("b.pdf", name(path).constData()), 0);
-    ASSERT_EQ(::symlink("a.pdf", name(dir.path("b.pdf")).constData()), 0);
+    ASSERT_EQ(::symlink("b.txt", name(path).constData()), 0);
+    ASSERT_EQ(::symlink("a.txt", name(dir.path("b.txt")).constData()), 0);
     EXPECT_EQ(replace(path), Outcome::NotWritten);
     EXPECT_THAT(reason, HasSubstr("symbolic links"));
-    EXPECT_EQ(files(), (QStringList{"a.pdf", "b.pdf"}));
+    EXPECT_EQ(files(), (QStringList{"a.txt", "b.txt"}));
     EXPECT_TRUE(QFileInfo(path).isSymLink());
 }
 
@@ -232,7 +242,7 @@ TEST_F(Replacing, APipeIsWrittenTo) {
     reader.join();
     EXPECT_EQ(read, QByteArray(200'000, 'x'));
     EXPECT_TRUE(S_ISFIFO(statusOf(path).st_mode));
-    EXPECT_EQ(files(), QStringList{"a.pdf"});
+    EXPECT_EQ(files(), QStringList{"a.txt"});
 }
 
 TEST_F(Replacing, AFileThatCantTakeAllThatIsAppendedGetsNothing) {
@@ -435,7 +445,7 @@ TEST_F(Replacing, CanBeUndoneWhereThatWasAskedFor) {
     const ino_t inode = statusOf(path).st_ino;
     {
         FileReplacement file(path);
-        FileReplacement another(dir.path("b.pdf"));
+        FileReplacement another(dir.path("b.txt"));
         for (FileReplacement *each : {&file, &another}) {
             ASSERT_TRUE(each->start());
             each->write("new");
@@ -448,7 +458,7 @@ TEST_F(Replacing, CanBeUndoneWhereThatWasAskedFor) {
         EXPECT_EQ(statusOf(path).st_ino, inode);
     }
     EXPECT_EQ(bytesOf(path), "old");
-    EXPECT_EQ(files(), QStringList{"a.pdf"});
+    EXPECT_EQ(files(), QStringList{"a.txt"});
 }
 
 TEST_F(Replacing, WhatCantBeUndoneIsTold) {
@@ -458,7 +468,7 @@ TEST_F(Replacing, WhatCantBeUndoneIsTold) {
     file.write("new");
     file.keepOld();
     ASSERT_EQ(file.commit(), Outcome::Written);
-    for (const QString &each : QDir(dir.path({})).entryList({".a.pdf.*"}, QDir::Files | QDir::Hidden))
+    for (const QString &each : QDir(dir.path({})).entryList({".a.txt.*"}, QDir::Files | QDir::Hidden))
         ASSERT_TRUE(QFile::remove(dir.path(each)));
     EXPECT_EQ(file.undo(), path + " could not be put back as it was: No such file or directory");
 }
@@ -474,7 +484,7 @@ TEST_F(Replacing, WhatIsNotUndoneLeavesNothingOfTheOldFile) {
         EXPECT_TRUE(file.notices().isEmpty());
     }
     EXPECT_EQ(bytesOf(path), "new");
-    EXPECT_EQ(files(), QStringList{"a.pdf"});
+    EXPECT_EQ(files(), QStringList{"a.txt"});
 }
 
 /// Something happens amid the writing.
@@ -504,29 +514,29 @@ TEST_F(ReplacingAmid, WhatComesToANewNameStays) {
     EXPECT_TRUE(metObjection);
     EXPECT_EQ(bytesOf(path), "theirs");
     ASSERT_TRUE(QFile::remove(path));
-    EXPECT_EQ(replaceAmid([this](auto) { QFile::link("b.pdf", path); }), Outcome::NotWritten);
+    EXPECT_EQ(replaceAmid([this](auto) { QFile::link("b.txt", path); }), Outcome::NotWritten);
     EXPECT_TRUE(QFileInfo(path).isSymLink());
-    EXPECT_EQ(files(), QStringList{"a.pdf"});
+    EXPECT_EQ(files(), QStringList{"a.txt"});
 }
 
 TEST_F(ReplacingAmid, WhatTakesThePlaceOfTheOldFileStays) {
     saveBytes(path, "old");
-    saveBytes(dir.path("b.pdf"), "theirs");
-    EXPECT_EQ(replaceAmid([this](auto) { move(dir.path("b.pdf"), path); }), Outcome::NotWritten);
+    saveBytes(dir.path("b.txt"), "theirs");
+    EXPECT_EQ(replaceAmid([this](auto) { move(dir.path("b.txt"), path); }), Outcome::NotWritten);
     EXPECT_EQ(reason, "another program has put another file there meanwhile");
     EXPECT_EQ(bytesOf(path), "theirs");
-    EXPECT_EQ(files(), QStringList{"a.pdf"});
+    EXPECT_EQ(files(), QStringList{"a.txt"});
 }
 
 TEST_F(ReplacingAmid, WhatTakesThePlaceOfTheUnfinishedFileIsNotUsed) {
-    saveBytes(dir.path("b.pdf"), "theirs");
+    saveBytes(dir.path("b.txt"), "theirs");
     QString temporary;
     for (const bool isThere : {false, true}) {
         if (isThere) saveBytes(path, "old");
-        saveBytes(dir.path("b.pdf"), "theirs");
+        saveBytes(dir.path("b.txt"), "theirs");
         EXPECT_EQ(replaceAmid([&](const QString &unfinished) {
                       temporary = unfinished;
-                      move(dir.path("b.pdf"), unfinished);
+                      move(dir.path("b.txt"), unfinished);
                   }),
                   Outcome::NotWritten);
         EXPECT_THAT(reason, HasSubstr(name(temporary).toStdString()));
@@ -543,14 +553,14 @@ TEST_F(ReplacingAmid, AnUnfinishedFileThatIsGoneIsAFailure) {
 
 TEST_F(ReplacingAmid, OthersOfUsAreWaitedForBeforeTheLastLook) {
     saveBytes(path, "old");
-    saveBytes(dir.path("b.pdf"), "theirs");
+    saveBytes(dir.path("b.txt"), "theirs");
     const int folder = ::open(name(dir.path(".")).constData(), O_RDONLY | O_DIRECTORY);
     ASSERT_EQ(::flock(folder, LOCK_EX), 0);
     std::thread another;
     EXPECT_EQ(replaceAmid([&](auto) {
                   another = std::thread([&] {
                       std::this_thread::sleep_for(std::chrono::milliseconds(200));
-                      move(dir.path("b.pdf"), path);
+                      move(dir.path("b.txt"), path);
                       ::close(folder);
                   });
               }),
@@ -565,7 +575,7 @@ TEST_F(ReplacingAmid, AFolderThatSomebodyKeepsLockedHoldsNobodyUp) {
     for (int i = 0; i < 2; ++i)
         EXPECT_EQ(replaceAmid([](auto) {}), Outcome::Written) << reason;
     EXPECT_EQ(bytesOf(path), "new");
-    EXPECT_EQ(files(), QStringList{"a.pdf"});
+    EXPECT_EQ(files(), QStringList{"a.txt"});
     ::close(folder);
     EXPECT_EQ(replace(path), Outcome::Written);
     const int again = ::open(name(dir.path(".")).constData(), O_RDONLY | O_DIRECTORY);
@@ -593,24 +603,24 @@ protected:
 };
 
 TEST_F(Abandoned, IsRemovedByTheNextWriterWhenItIsOld) {
-    leave("a.pdf", 11);
+    leave("a.txt", 11);
     leave("another.pdf", 11);
-    const QByteArray young = leave("a.pdf", 9);
+    const QByteArray young = leave("a.txt", 9);
     EXPECT_EQ(replace(path), Outcome::Written) << reason;
-    EXPECT_EQ(files(), (QStringList{young, "a.pdf"}));
+    EXPECT_EQ(files(), (QStringList{young, "a.txt"}));
 }
 
 TEST_F(Abandoned, IsNotWhatSomebodyWritesStill) {
-    const QByteArray file = leave("a.pdf", 11);
+    const QByteArray file = leave("a.txt", 11);
     const int writer = ::open(name(dir.path(file)).constData(), O_RDWR);
     ASSERT_EQ(::flock(writer, LOCK_EX), 0);
     EXPECT_EQ(replace(path), Outcome::Written) << reason;
-    EXPECT_EQ(files(), (QStringList{file, "a.pdf"}));
+    EXPECT_EQ(files(), (QStringList{file, "a.txt"}));
     ::close(writer);
 }
 
 TEST_F(Abandoned, StaysWhileNamesChangeInTheFolder) {
-    const QByteArray file = leave("a.pdf", 11);
+    const QByteArray file = leave("a.txt", 11);
     const int changing = ::open(name(dir.path(".")).constData(), O_RDONLY | O_DIRECTORY);
     const int folder = ::open(name(dir.path(".")).constData(), O_RDONLY | O_DIRECTORY);
     ASSERT_EQ(::flock(changing, LOCK_EX), 0);
@@ -624,7 +634,7 @@ TEST_F(Abandoned, StaysWhileNamesChangeInTheFolder) {
 
 TEST_F(Abandoned, IsNotTheOldFileThatMayComeBack) {
     saveBytes(path, "old");
-    makeOld("a.pdf", 11);
+    makeOld("a.txt", 11);
     FileReplacement file(path);
     ASSERT_TRUE(file.start());
     file.write("new");
@@ -638,7 +648,7 @@ TEST_F(Abandoned, IsNotTheOldFileThatMayComeBack) {
 }
 
 TEST_F(Abandoned, IsNotWhatAPersonHasCalledAlike) {
-    for (const char *own : {".a.pdf.backup", ".a.pdf.1", ".a.pdf", ".a.pdf.AAAAAA"}) {
+    for (const char *own : {".a.txt.backup", ".a.txt.1", ".a.txt", ".a.txt.AAAAAA"}) {
         saveBytes(dir.path(own), "mine");
         makeOld(own, 100'000);
         EXPECT_FALSE(isNameOfUnfinishedFile(own)) << own;
@@ -648,11 +658,11 @@ TEST_F(Abandoned, IsNotWhatAPersonHasCalledAlike) {
 }
 
 TEST_F(Abandoned, IsNotWhatBelongsToSomebodyElse) {
-    const QByteArray file = leave("a.pdf", 11);
+    const QByteArray file = leave("a.txt", 11);
     if (::chown(name(dir.path(file)).constData(), 1234, 1234) != 0)
         GTEST_SKIP() << "only root gives files away";
     EXPECT_EQ(replace(path), Outcome::Written) << reason;
-    EXPECT_EQ(files(), (QStringList{file, "a.pdf"}));
+    EXPECT_EQ(files(), (QStringList{file, "a.txt"}));
 }
 
 }  // namespace
