@@ -53,8 +53,9 @@ QString runsOf(const QHash<int, std::vector<int>> &pagesOfNumbers) {
     const std::map<int, std::vector<int>> ordered(pagesOfNumbers.keyValueBegin(),
                                                   pagesOfNumbers.keyValueEnd());
     std::vector<Run> runs;
-    for (const auto &[value, pages] : ordered) {
-        for (const int page : pages) {
+    for (const auto &item : ordered) {
+        const int value = item.first;
+        for (const int page : item.second) {
             const auto goesOn = std::find_if(runs.begin(), runs.end(), [&](const Run &run) {
                 return run.number + run.length == value && run.page + run.length == page;
             });
