@@ -182,19 +182,19 @@ TEST_F(Replacing, AFileThatFailsTheCheckIsNotUsed) {
 
 TEST_F(Replacing, LinksLeadToTheFileThatIsReplaced) {
     ASSERT_TRUE(QDir(dir.path(".")).mkdir("sub"));
-    saveBytes(dir.path("sub/real.pdf"), "old");
+    saveBytes(dir.path("sub/real.txt"), "old");
     ASSERT_EQ(::symlink("sub/second", name(path).constData()), 0);
-    ASSERT_EQ(::symlink("real.pdf", name(dir.path("sub/second")).constData()), 0);
+    ASSERT_EQ(::symlink("real.txt", name(dir.path("sub/second")).constData()), 0);
     EXPECT_EQ(replace(path), Outcome::Written) << reason;
-    EXPECT_EQ(bytesOf(dir.path("sub/real.pdf")), "new");
+    EXPECT_EQ(bytesOf(dir.path("sub/real.txt")), "new");
     EXPECT_TRUE(QFileInfo(path).isSymLink());
     EXPECT_TRUE(QFileInfo(dir.path("sub/second")).isSymLink());
 }
 
 TEST_F(Replacing, ALinkToNothingGetsItsFile) {
-    ASSERT_EQ(::symlink("real.pdf", name(path).constData()), 0);
+    ASSERT_EQ(::symlink("real.txt", name(path).constData()), 0);
     EXPECT_EQ(replace(path), Outcome::Written) << reason;
-    EXPECT_EQ(bytesOf(dir.path("real.pdf")), "new");
+    EXPECT_EQ(bytesOf(dir.path("real.txt")), "new");
     EXPECT_TRUE(QFileInfo(path).isSymLink());
 }
 

@@ -57,8 +57,8 @@ TEST_F(WritingJournal, WhatSomebodyWritesStillStays) {
 }
 
 TEST_F(WritingJournal, TellsWhichFilesAreNew) {
-    saveBytes(dir.path("old one.pdf"), "old");
-    ASSERT_EQ(::symlinkat("old one.pdf", folder, "link"), 0);
+    saveBytes(dir.path("old one.txt"), "old");
+    ASSERT_EQ(::symlinkat("old one.txt", folder, "link"), 0);
     FileReplacement replaced(dir.path("link"));
     ASSERT_TRUE(replaced.start());
     EXPECT_EQ(replaced.commit(), FileReplacement::Outcome::Written);
