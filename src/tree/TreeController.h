@@ -241,6 +241,7 @@ private:
     TreeNode *root_;
     QItemSelectionModel selectionModel_;
     mutable Selection selection_;
+    mutable quint64 lastOrderMark_ = 0;
     std::vector<TreeNode *> selectionAside_;
     QModelIndexList indexesBeforeMoves_;
     bool movingItems_ = false;

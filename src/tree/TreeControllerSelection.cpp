@@ -4,6 +4,7 @@
 #include <QSignalBlocker>
 
 #include <algorithm>
+#include <utility>
 
 // The selection of a TreeController.
 
@@ -37,12 +38,14 @@ const TreeController::Selection &TreeController::selection() const {
 void TreeController::inTreeOrder(std::vector<TreeNode *> &nodes) const {
     // Many nodes are in order sooner by walking the whole tree than by sorting paths.
     if (nodes.size() > nodeCount() / 16) {
-        std::unordered_set<const TreeNode *> wanted(nodes.begin(), nodes.end());
+        ++lastOrderMark_;
+        size_t wanted = 0;
+        for (const TreeNode *node : nodes)
+            if (std::exchange(node->orderMark_, lastOrderMark_) != lastOrderMark_) ++wanted;
         nodes.clear();
-        if (wanted.contains(root_)) nodes.push_back(root_);
-        walkBelow(*root_, [&](TreeNode &node, size_t /*depth*/) {
-            if (wanted.contains(&node)) nodes.push_back(&node);
-            return nodes.size() < wanted.size();
+        walkTree(*root_, [&](TreeNode &node, size_t /*depth*/) {
+            if (node.orderMark_ == lastOrderMark_) nodes.push_back(&node);
+            return nodes.size() < wanted;
         });
         return;
     }
