@@ -135,10 +135,10 @@ bool MyDocument::isThere(Needs needs) const {
         case Needs::Entries:
             return hasSelectedItems();
         case Needs::OneEntry:
-            return selectedNodes().size() == 1;
+            return myWindow() && outlineview()->onlySelectedItem();
         case Needs::OneParent: {
-            const auto nodes = selectedNodes();
-            return nodes.size() == 1 && nodes.front()->childCount() > 0;
+            const TreeNode *node = myWindow() ? outlineview()->onlySelectedItem() : nullptr;
+            return node && node->childCount() > 0;
         }
         case Needs::Text:
             return hasSelectedText();

@@ -138,6 +138,17 @@ bool OutlineView::hasSelectedRows() const {
     return std::ranges::any_of(nodes, [this](const TreeNode *node) { return hasRow(*node); });
 }
 
+TreeNode *OutlineView::onlySelectedItem() const {
+    TreeNode *only = nullptr;
+    if (!controller_) return only;
+    for (TreeNode *node : controller_->selectedNodes()) {
+        if (!hasRow(*node)) continue;
+        if (only) return nullptr;
+        only = node;
+    }
+    return only;
+}
+
 /// What rowForItem() says, without numbering all rows for it.
 bool OutlineView::hasRow(const TreeNode &item) const {
     if (!controller_->isShown(item)) return false;

@@ -41,6 +41,8 @@ public:
     int selectedRow() const;
     /// Quicker than selectedRows() when many are.
     bool hasSelectedRows() const;
+    /// The one item that is selected and shown; null without one, and with several.
+    TreeNode *onlySelectedItem() const;
     /// Selects rows; those that do not exist are passed over.
     /// @param byExtendingSelection whether what is selected so far stays so
     void selectRowIndexes(const std::vector<int> &rows, bool byExtendingSelection = false);
