@@ -100,10 +100,13 @@ void TreeController::setSelectedNodes(const std::vector<TreeNode *> &nodes) {
 QItemSelection TreeController::selectionOf(const std::vector<TreeNode *> &nodes) const {
     std::vector<const TreeNode *> parents;
     std::unordered_map<const TreeNode *, std::vector<size_t>> rowsByParent;
+    const TreeNode *parentBefore = nullptr;
+    std::vector<size_t> *siblings = nullptr;  // rows of those before, which mostly have the same parent
     for (const TreeNode *node : nodes) {
-        std::vector<size_t> &rows = rowsByParent[node->parent_];
-        if (rows.empty()) parents.push_back(node->parent_);
-        rows.push_back(viewRow(*node));
+        if (!siblings || node->parent_ != parentBefore) siblings = &rowsByParent[node->parent_];
+        parentBefore = node->parent_;
+        if (siblings->empty()) parents.push_back(node->parent_);
+        siblings->push_back(viewRow(*node));
     }
     QItemSelection selection;
     for (const TreeNode *parent : parents) {

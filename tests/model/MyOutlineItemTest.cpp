@@ -165,6 +165,33 @@ TEST(MyOutlineItem, AnIndexOutOfRangeThrowsAndIsNotAnnounced) {
     EXPECT_THAT(observer.notices, IsEmpty());
 }
 
+TEST(MyOutlineItem, SeveralChildrenComeAndGoAsOneChange) {
+    MyOutlineItem item;
+    addItems(item, {{"A"}, {"B"}, {"C"}, {"D"}});
+    RecordingObserver observer(countOfChildren);
+    item.addObserver(&observer);
+    MyOutlineItem::Children gone = item.removeChildrenAtIndex(1, 2);
+    EXPECT_EQ(test::treeText(item), "+ [1] A (0,0)\n+ [1] D (0,0)\n");
+    EXPECT_EQ(observer.notices.size(), 2) << "before and after";
+    item.insertChildrenAtIndex(std::move(gone), 2);
+    EXPECT_EQ(test::treeText(item), "+ [1] A (0,0)\n+ [1] D (0,0)\n+ [1] B (0,0)\n+ [1] C (0,0)\n");
+    EXPECT_EQ(observer.notices.size(), 4);
+    item.removeObserver(&observer);
+}
+
+TEST(MyOutlineItem, SeveralChildrenOutOfRangeStayWhereTheyAre) {
+    MyOutlineItem item;
+    addItems(item, {{"A"}, {"B"}});
+    MyOutlineItem::Children coming;
+    coming.push_back(test::makeItem({"X"}));
+    EXPECT_THROW(item.insertChildrenAtIndex(std::move(coming), 3), std::out_of_range);
+    ASSERT_EQ(coming.size(), 1U);  // NOLINT(bugprone-use-after-move): nothing was moved
+    EXPECT_EQ(coming.front()->pageTitle(), "X");
+    EXPECT_THROW(item.removeChildrenAtIndex(1, 2), std::out_of_range);
+    EXPECT_THROW(item.removeChildrenAtIndex(3, 0), std::out_of_range);
+    EXPECT_EQ(item.children().size(), 2U);
+}
+
 TEST(MyOutlineItem, AppendingTellsNobody) {
     MyOutlineItem item;
     RecordingObserver observer(countOfChildren);

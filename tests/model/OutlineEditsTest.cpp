@@ -198,6 +198,19 @@ TEST_F(OutlineEditsTest, TheOldestIsForgottenWhenThereIsTooMuchToKeep) {
     EXPECT_EQ(at(0).pageTitle().front(), u'2');
 }
 
+TEST_F(OutlineEditsTest, SiblingsGoAndComeBackTogether) {
+    const QString before = titles();
+    edits.remove(root, 1, 2);
+    EXPECT_EQ(root.children().size(), 1U);
+    edits.remove(root, 0, 0);
+    EXPECT_EQ(edits.undoSummary().itemsGone, 2U) << "to remove none is no step";
+    edits.undo();
+    EXPECT_EQ(titles(), before);
+    edits.redo();
+    EXPECT_EQ(root.children().size(), 1U);
+    EXPECT_THROW(edits.remove(root, 0, 2), std::out_of_range);
+}
+
 TEST_F(OutlineEditsTest, ManyItemsAreTooMuchAsWell) {
     auto item = newItem("many");
     for (int i = 0; i < 10'000; ++i)

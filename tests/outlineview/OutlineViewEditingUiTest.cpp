@@ -196,6 +196,23 @@ TEST_F(OutlineViewEditing, AnOpenEditorFollowsItsItemAlsoBeforeALayout) {
     EXPECT_EQ(outline.rows(), "renamed B C");
 }
 
+TEST_F(OutlineViewEditing, AnOpenEditorFollowsItsItemThroughManySteps) {
+    outline.controller->setSelectionIndexPaths({{0}});
+    outline.edits.setDisplay(&outline.view);
+    {
+        const OutlineEdits::Transaction many(outline.edits, "many:");
+        for (int i = 0; i < 100; ++i)
+            outline.edits.setPageTitle(outline.item("C"), QString::number(i));
+        outline.edits.setPageTitle(outline.item("A"), "renamed");
+    }
+    outline.view.editColumn(0, 0);
+    ASSERT_NE(editor(), nullptr);
+    EXPECT_EQ(editor()->text(), "renamed");
+    outline.edits.undo();
+    EXPECT_EQ(editor()->text(), "A");
+    outline.edits.setDisplay(nullptr);
+}
+
 TEST_F(OutlineViewEditing, ReturnAsksWhereTheSelectedItemLeadsUnlessATextIsEdited) {
     QSignalSpy asked(&outline.view, &OutlineView::followRequested);
     QTest::keyClick(&outline.view, Qt::Key_Return);

@@ -47,6 +47,23 @@ TEST(OutlineView, RowsAreTheNodesThatShow) {
     EXPECT_EQ(outline.view.itemAtRow(-1), nullptr);
 }
 
+TEST(OutlineView, OnlyShownItemsCountAsSelected) {
+    Outline outline("A(B(C) D) E");
+    EXPECT_FALSE(outline.view.hasSelectedRows());
+    outline.controller->setSelectedNodes({&outline.node("C")});
+    EXPECT_FALSE(outline.view.hasSelectedRows());
+    EXPECT_EQ(outline.view.onlySelectedItem(), nullptr);
+    outline.view.expandItem(outline.node("B"));
+    EXPECT_FALSE(outline.view.hasSelectedRows()) << "what it is in is folded";
+    outline.view.expandItem(outline.node("A"));
+    EXPECT_TRUE(outline.view.hasSelectedRows());
+    EXPECT_EQ(outline.view.onlySelectedItem(), &outline.node("C"));
+    outline.controller->setSelectedNodes({&outline.node("C"), &outline.node("E")});
+    EXPECT_EQ(outline.view.onlySelectedItem(), nullptr);
+    outline.controller->setFilter({&outline.node("E")});
+    EXPECT_EQ(outline.view.onlySelectedItem(), &outline.node("E"));
+}
+
 TEST(OutlineView, RowsFollowTheTree) {
     Outline outline("A(B) E");
     outline.view.expandItem(outline.node("A"));

@@ -108,8 +108,7 @@ TEST_F(ManySiblings, AreChangedTakenBackAndChangedAgain) {
     }
     {
         const OutlineEdits::Transaction edit(edits, "remove:");
-        for (size_t row = controller.arrangedObjects().childCount(); row > 0; --row)
-            edits.remove(root, row - 1);
+        controller.removeObjects(controller.arrangedObjects().childNodes());
     }
     const quint64 last = edits.revision();
     while (edits.canUndo())
