@@ -199,11 +199,13 @@ TEST_F(OutlineViewEditing, AnOpenEditorFollowsItsItemAlsoBeforeALayout) {
 TEST_F(OutlineViewEditing, AnOpenEditorFollowsItsItemThroughManySteps) {
     outline.controller->setSelectionIndexPaths({{0}});
     outline.edits.setDisplay(&outline.view);
+    MyOutlineItem &first = outline.item("A");
+    MyOutlineItem &last = outline.item("C");
     {
         const OutlineEdits::Transaction many(outline.edits, "many:");
         for (int i = 0; i < 100; ++i)
-            outline.edits.setPageTitle(outline.item("C"), QString::number(i));
-        outline.edits.setPageTitle(outline.item("A"), "renamed");
+            outline.edits.setPageTitle(last, QString::number(i));
+        outline.edits.setPageTitle(first, "renamed");
     }
     outline.view.editColumn(0, 0);
     ASSERT_NE(editor(), nullptr);
