@@ -3,7 +3,12 @@
 #include "support/ObjectDiff.h"
 #include "support/OutlineText.h"
 
+#include <QFileInfo>
+
+#include <functional>
 #include <gmock/gmock.h>
+#include <optional>
+#include <ostream>
 
 namespace leafwright {
 namespace {
@@ -83,6 +88,76 @@ INSTANTIATE_TEST_SUITE_P(By, TypesetAnew, testing::Values(Change::Overwrite, Cha
                          [](const auto &change) {
                              return change.param == Change::Overwrite ? "Overwriting" : "Replacing";
                          });
+
+/// What happens to a file that is open, and what is told of it: in the bar, and as the default when it is
+/// saved.
+struct Happening {
+    const char *name;
+    std::function<void(const QString &path, const QByteArray &other)> happen;
+    const char *told;
+    const char *standard;
+};
+
+void PrintTo(const Happening &happening, std::ostream *out) {
+    *out << happening.name;
+}
+
+/// A file that something happens to while an entry of it is renamed in a window.
+class FileOfAWindow : public test::OtherProgramsFixture, public testing::WithParamInterface<Happening> {
+protected:
+    void SetUp() override {
+        OtherProgramsFixture::SetUp();
+        document.window()->setGeometry(0, 0, 1050, 900);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(document.window()));
+        Hand::tool({"windowfocus", "--sync", QByteArray::number(document.window()->winId())});
+    }
+    std::optional<QByteArray> onDisk() const {
+        return QFile::exists(path()) ? std::optional(contentOf(path())) : std::nullopt;
+    }
+};
+
+TEST_P(FileOfAWindow, IsLeftAloneByTheDefaultAnswer) {
+    std::optional<QByteArray> after;
+    // The default, which leads to a panel where that is to save elsewhere; nobody chooses a place there yet.
+    platform.answers = {0};
+    const bool asksForPlace = QLatin1String(GetParam().standard) == QLatin1String("Save As…");
+    if (asksForPlace) platform.filesToChoose = {std::nullopt};
+    Hand::act([&] {
+        Hand::onMain([&] {
+            GetParam().happen(path(), other);
+            after = onDisk();
+        });
+        if (!Hand::waitFor("the bar", [this] { return bar() && bar()->isVisible(); })) return;
+        Hand::onMain([this] { EXPECT_THAT(bar()->text().toStdString(), HasSubstr(GetParam().told)); });
+        Hand::key("ctrl+s");
+        Hand::waitFor("the question", [this] { return !platform.alerts.isEmpty(); });
+    });
+    ASSERT_FALSE(platform.alerts.isEmpty());
+    EXPECT_EQ(platform.alerts.front().buttons.value(0), GetParam().standard);
+    EXPECT_EQ(onDisk(), after);
+    EXPECT_EQ(document.root().children().front()->pageTitle(), "Edited");
+}
+
+const Happening happenings[] = {
+    {"Overwriting", [](const QString &path, const QByteArray &other) { test::writeFile(path, other); },
+     "has written to", "Load New Pages"},
+    {"Replacing",
+     [](const QString &path, const QByteArray & /*other*/) {
+         const QString with = QFileInfo(path).path() + "/other.pdf";
+         ASSERT_EQ(::rename(QFile::encodeName(with).constData(), QFile::encodeName(path).constData()), 0);
+     },
+     "has replaced", "Save As…"},
+    {"CuttingIt",
+     [](const QString &path, const QByteArray & /*other*/) {
+         ASSERT_TRUE(QFile::resize(path, QFileInfo(path).size() / 2));
+     },
+     "has written to", "Load New Pages"},
+    {"RemovingIt",
+     [](const QString &path, const QByteArray & /*other*/) { ASSERT_TRUE(QFile::remove(path)); },
+     "is no longer where it was", "Save As…"}};
+
+INSTANTIATE_TEST_SUITE_P(By, FileOfAWindow, testing::ValuesIn(happenings),
+                         [](const auto &happening) { return std::string(happening.param.name); });
 
 }  // namespace
 }  // namespace leafwright
