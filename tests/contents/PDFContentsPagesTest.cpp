@@ -1,4 +1,5 @@
 #include "contents/PDFContentsPages.h"
+#include "contents/PageLines.h"
 #include "support/OpenPdf.h"
 
 #include <gmock/gmock.h>
@@ -103,6 +104,8 @@ TEST(PDFContentsPages, PagesWithoutTextAreReadFromTheCopy) {
     EXPECT_EQ(pages.pageEvidence(0)->spans[0].text, "from the original");
     ASSERT_THAT(pages.pageEvidence(1)->spans, SizeIs(1));
     EXPECT_EQ(pages.pageEvidence(1)->spans[0].text, "recognised");
+    EXPECT_FALSE(readLines(pages.pageEvidence(0), 0).isRecognised);
+    EXPECT_TRUE(readLines(pages.pageEvidence(1), 1).isRecognised);
 }
 
 }  // namespace

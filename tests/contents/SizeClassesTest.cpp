@@ -1,8 +1,6 @@
 #include "contents/FindContents.h"
-#include "contents/PDFContentsPages.h"
 #include "contents/SizeClasses.h"
 #include "support/MadePages.h"
-#include "support/OpenPdf.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +8,6 @@ namespace leafwright {
 namespace {
 
 using test::MadePages;
-using test::PdfBuilder;
 using test::TextLook;
 
 /// The sizes of lines of a recognised page, once they are settled.
@@ -79,20 +76,6 @@ TEST(SizeClasses, HeadingsOfAScanAreOfFewStyles) {
     for (const ContentsEntry &entry : found.entries)
         EXPECT_EQ(entry.level, entry.title.startsWith("Chapter") ? 1 : 2) << entry.title.toStdString();
     EXPECT_GT(findContents(scannedBook(false), {}).styles.size(), 2U) << "where sizes mean what they are";
-}
-
-TEST(SizeClasses, ThePagesReadFromTheCopyAreRecognised) {
-    PdfBuilder original;
-    original.addPage(PdfBuilder::showText("F1", 10, 72, 700, "from the original"));
-    original.addPage();
-    PdfBuilder copy;
-    copy.addPage(PdfBuilder::showText("F1", 10, 72, 700, "from the copy"));
-    copy.addPage(PdfBuilder::showText("F1", 10, 72, 700, "recognised"));
-    const auto document = test::openPdf(original);
-    const auto recognised = test::openPdf(copy);
-    const PDFContentsPages pages(*document, *recognised);
-    EXPECT_FALSE(readLines(pages.pageEvidence(0), 0).isRecognised);
-    EXPECT_TRUE(readLines(pages.pageEvidence(1), 1).isRecognised);
 }
 
 }  // namespace
