@@ -125,6 +125,17 @@ std::optional<AppcastItem> announcement(const FeedItem &item) {
                        plainTextOfHtml(item.description), page.isEmpty() ? webAddress(item.enclosure) : page};
 }
 
+/// Whether the signs of XML are bytes of their own in the encoding that is declared, as they are where none
+/// is. In UTF-7, which Qt may know, attributes could not be counted.
+bool hasPlainSigns(const QByteArray &xml) {
+    QXmlStreamReader reader(xml);
+    reader.readNext();
+    static const QRegularExpression plain(
+        QStringLiteral("^(utf-8|us-ascii|ascii|iso-8859-[0-9]+|windows-125[0-9])?$"),
+        QRegularExpression::CaseInsensitiveOption);
+    return plain.match(reader.documentEncoding().toString()).hasMatch();
+}
+
 template <typename Text>
 std::optional<AppcastItem> newestVersion(const Text &xml, QDeadlineTimer deadline) {
     if (hasTooManyAttributes(xml)) return std::nullopt;
@@ -156,8 +167,10 @@ std::optional<QVersionNumber> versionFromString(const QString &text) {
 
 std::optional<AppcastItem> newestVersionInAppcast(const QByteArray &xml, QDeadlineTimer deadline) {
     const auto encoding = QStringConverter::encodingForData(xml, u'<');
-    // Any other is one in which signs stand for themselves.
-    if (!encoding || encoding == QStringConverter::Utf8) return newestVersion(xml, deadline);
+    if (!encoding || encoding == QStringConverter::Utf8) {
+        if (hasTooManyAttributes(xml) || !hasPlainSigns(xml)) return std::nullopt;
+        return newestVersion(xml, deadline);
+    }
     return newestVersion(QString(QStringDecoder(*encoding)(xml)), deadline);
 }
 

@@ -185,6 +185,15 @@ TEST(Appcast, OtherEncodingsAreRead) {
     EXPECT_EQ(newestVersionInAppcast(latin)->notes, "ä");
 }
 
+TEST(Appcast, EncodingsThatHideSignsAreRefused) {
+    const QByteArray known = "<?xml version=\"1.0\" encoding=\"Windows-1252\"?>";
+    const QByteArray hidden = "<?xml version=\"1.0\" encoding=\"UTF-7\"?>";
+    QByteArray text = feed(item("1.5"));
+    text.remove(0, text.indexOf("<rss"));
+    EXPECT_TRUE(newestVersionInAppcast(known + text));
+    EXPECT_FALSE(newestVersionInAppcast(hidden + text)) << "though what stands here needs no hiding";
+}
+
 /// The notes of an item whose description is some HTML.
 QString notesOf(const QString &html) {
     const auto newest = newestVersionInAppcast(
