@@ -179,7 +179,8 @@ void TreeController::removeNodes(TreeNode &parent, size_t first, size_t count) {
 }
 
 TreeNode *TreeController::makeNode(MyOutlineItem &item, TreeNode *parent, size_t row) {
-    auto node = std::make_shared<TreeNode>(TreeNode::Key(), item);
+    const PooledAllocator<TreeNode> sameMemory(nodes_.get_allocator());
+    auto node = std::allocate_shared<TreeNode>(sameMemory, TreeNode::Key(), item);
     node->parent_ = parent;
     node->row_ = row;
     item.addObserver(this);

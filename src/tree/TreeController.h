@@ -1,6 +1,7 @@
 #pragma once
 
 #include "model/OutlineEdits.h"
+#include "tree/PooledAllocator.h"
 #include "tree/TreeDragHandler.h"
 #include "tree/TreeNode.h"
 
@@ -235,9 +236,14 @@ private:
     void putSelectionAside();
     void restoreSelection();
 
+    using Nodes =
+        std::unordered_map<const MyOutlineItem *, std::shared_ptr<TreeNode>, std::hash<const MyOutlineItem *>,
+                           std::equal_to<>,
+                           PooledAllocator<std::pair<const MyOutlineItem *const, std::shared_ptr<TreeNode>>>>;
+
     OutlineEdits &edits_;
     /// By item, the root's too. Shared only so that others can hold weak pointers.
-    std::unordered_map<const MyOutlineItem *, std::shared_ptr<TreeNode>> nodes_;
+    Nodes nodes_;
     TreeNode *root_;
     QItemSelectionModel selectionModel_;
     mutable Selection selection_;

@@ -98,28 +98,22 @@ void TreeController::setSelectedNodes(const std::vector<TreeNode *> &nodes) {
 /// Whole rows; neighbours are one range, wherever they stand in the list. Every range costs time whenever
 /// the selection is asked or drawn.
 QItemSelection TreeController::selectionOf(const std::vector<TreeNode *> &nodes) const {
-    std::vector<const TreeNode *> parents;
-    std::unordered_map<const TreeNode *, std::vector<size_t>> rowsByParent;
-    const TreeNode *parentBefore = nullptr;
-    std::vector<size_t> *siblings = nullptr;  // rows of those before, which mostly have the same parent
-    for (const TreeNode *node : nodes) {
-        if (!siblings || node->parent_ != parentBefore) siblings = &rowsByParent[node->parent_];
-        parentBefore = node->parent_;
-        if (siblings->empty()) parents.push_back(node->parent_);
-        siblings->push_back(viewRow(*node));
-    }
+    ++lastOrderMark_;
+    for (const TreeNode *node : nodes)
+        node->orderMark_ = lastOrderMark_;
     QItemSelection selection;
-    for (const TreeNode *parent : parents) {
-        std::vector<size_t> &rows = rowsByParent[parent];
-        std::sort(rows.begin(), rows.end());
-        for (size_t i = 0; i < rows.size();) {
-            const size_t first = rows[i];
-            size_t last = first;
-            for (++i; i < rows.size() && rows[i] <= last + 1; ++i)
-                last = rows[i];
-            const std::vector<TreeNode *> &shown = shownChildren(*parent);
-            selection.append({indexForNode(*shown[first]), indexForNode(*shown[last], PageColumn)});
-        }
+    for (const TreeNode *node : nodes) {
+        const std::vector<TreeNode *> &siblings = shownChildren(*node->parent_);
+        const size_t row = viewRow(*node);
+        // What is in a range has no mark any more.
+        size_t first = row;
+        size_t end = row;
+        while (end < siblings.size() && siblings[end]->orderMark_ == lastOrderMark_)
+            siblings[end++]->orderMark_ = 0;
+        if (end == row) continue;
+        while (first > 0 && siblings[first - 1]->orderMark_ == lastOrderMark_)
+            siblings[--first]->orderMark_ = 0;
+        selection.append({indexForNode(*siblings[first]), indexForNode(*siblings[end - 1], PageColumn)});
     }
     return selection;
 }
