@@ -198,6 +198,18 @@ TEST_F(OutlineEditsTest, TheOldestIsForgottenWhenThereIsTooMuchToKeep) {
     EXPECT_EQ(at(0).pageTitle().front(), u'2');
 }
 
+TEST_F(OutlineEditsTest, AQuarterOfAGigabyteIsKept) {
+    // Each step counts its title, though the titles share their letters here.
+    constexpr qsizetype mebibyteOfLetters = (1 << 20) / sizeof(QChar);
+    const QString titles[] = {QString(64 * mebibyteOfLetters, u'a'), QString(64 * mebibyteOfLetters, u'b')};
+    for (size_t i = 0; i < 8; ++i)
+        edits.setPageTitle(at(0), titles[i % 2]);
+    int count = 0;
+    for (; edits.canUndo(); ++count)
+        edits.undo();
+    EXPECT_EQ(count, 3) << "of 64 MiB each, and little more";
+}
+
 TEST_F(OutlineEditsTest, SiblingsGoAndComeBackTogether) {
     const QString before = titles();
     edits.remove(root, 1, 2);
