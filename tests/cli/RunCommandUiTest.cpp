@@ -168,6 +168,16 @@ TEST_F(Running, ASaveThatFailsEndsTheScript) {
     expectNothingWritten();
 }
 
+TEST_F(Running, OfADamagedFileTheResultIsNamed) {
+    original.truncate(original.lastIndexOf("startxref"));
+    saveBytes(pdf, original);
+    const QString out = dir.path("out.pdf");
+    const CliResult result = run({"-o", out, "-q"});
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_EQ(result.err, "leafwright-cli: " + out.toUtf8() + ": it was damaged and has been written new\n");
+    expectNothingWritten();
+}
+
 TEST_F(Running, AClosedDocumentHasNoOutcome) {
     saveBytes(dir.path("steps.json"), R"([{"do": "performClose:"}])");
     EXPECT_EQ(run({}).exitCode, 0);

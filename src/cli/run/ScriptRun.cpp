@@ -107,6 +107,16 @@ Result<QString> placeForReport(const ScriptRequest &request, script::ScriptFiles
     return files.temporaryDirectory() + QLatin1String("/.report");
 }
 
+/// What is told of a write names the file that will be there, not where it stands until then.
+void tellOfWriting(OutlineDocument &document, const ScriptRequest &request, const script::ScriptFiles &files,
+                   Console &console) {
+    observeWriting(document, request.file, console);
+    document.setLossesHandler([&files, &console](const QStringList &losses) {
+        for (const QString &loss : losses)
+            console.message(files.toldIn(loss));
+    });
+}
+
 /// @return why the script did not come to its end, or can't tell of it
 std::optional<QString> play(const std::vector<script::Step> &steps, const ScriptRequest &request,
                             script::ScriptFiles &files, ReportFile &report, Console &console) {
@@ -120,7 +130,7 @@ std::optional<QString> play(const std::vector<script::Step> &steps, const Script
         script::ScriptPlayer player(files, report.recorder());
         player.userDefaults().setValue(setting::keepPagesOfEntries, request.keepPages);
         if (const auto error = player.open(request.file)) return openFailure(request.file, *error);
-        observeWriting(player.document()->outline(), request.file, console);
+        tellOfWriting(player.document()->outline(), request, files, console);
         if (const PDFDocument *pdf = player.document()->outline().pdfDoc())
             console.tellPages(pdf->pageCount());
         if (auto failure = player.play(steps)) return request.steps + QLatin1String(": ") + *failure;
@@ -167,7 +177,7 @@ std::optional<QString> playAndPublish(const std::vector<script::Step> &steps, co
 QString outcomeOf(const ScriptRequest &request, size_t steps) {
     const QString played =
         steps == 1 ? translated("1 step played") : translated("%1 steps played").arg(steps);
-    const QString text = request.file + QLatin1String(": ") + played;
+    QString text = request.file + QLatin1String(": ") + played;
     if (request.out.isEmpty()) return text;
     const bool isPoured = request.out == standardOutputPath();
     return text + translated("; %1 written").arg(isPoured ? translated("standard output") : request.out);
