@@ -257,7 +257,7 @@ void MyOutlineItem::addObserver(OutlineItemObserver *observer) {
 }
 
 void MyOutlineItem::removeObserver(OutlineItemObserver *observer) {
-    std::erase(observers_, observer);
+    observers_.removeAll(observer);
 }
 
 }  // namespace leafwright

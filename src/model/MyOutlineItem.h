@@ -7,6 +7,7 @@
 #include <QPointF>
 #include <QString>
 #include <QStringList>
+#include <QVarLengthArray>
 
 #include <memory>
 #include <optional>
@@ -160,7 +161,7 @@ private:
     int importedPage_ = noPage;
     quint64 identity_ = 0;
     OutlineEntry entry_;
-    std::vector<OutlineItemObserver *> observers_;
+    QVarLengthArray<OutlineItemObserver *, 1> observers_;  ///< Of which there mostly is one.
 };
 
 }  // namespace leafwright

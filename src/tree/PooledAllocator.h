@@ -19,11 +19,11 @@ public:
     /// Begins a pool of its own.
     PooledAllocator() : pool_(makePool()) {}
     template <typename U>
-    explicit(false) PooledAllocator(const PooledAllocator<U> &other) : pool_(other.pool_) {}
+    explicit PooledAllocator(const PooledAllocator<U> &other) : pool_(other.pool_) {}
 
     /// Throws std::bad_alloc where there is no memory.
-    T *allocate(size_t count) { return static_cast<T *>(pool_->allocate(count * sizeof(T), alignof(T))); }
-    void deallocate(T *memory, size_t count) { pool_->deallocate(memory, count * sizeof(T), alignof(T)); }
+    T *allocate(size_t count) { return inPool().allocate(count); }
+    void deallocate(T *memory, size_t count) { inPool().deallocate(memory, count); }
 
     template <typename U>
     bool operator==(const PooledAllocator<U> &other) const {
@@ -31,6 +31,7 @@ public:
     }
 
 private:
+    std::pmr::polymorphic_allocator<T> inPool() { return pool_.get(); }
     static std::shared_ptr<std::pmr::memory_resource> makePool() {
 #ifdef __SANITIZE_ADDRESS__
         // AddressSanitizer sees only of the heap's own objects that they are used after their end.

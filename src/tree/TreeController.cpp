@@ -182,7 +182,7 @@ TreeNode *TreeController::makeNode(MyOutlineItem &item, TreeNode *parent, size_t
     const PooledAllocator<TreeNode> sameMemory(nodes_.get_allocator());
     auto node = std::allocate_shared<TreeNode>(sameMemory, TreeNode::Key(), item);
     node->parent_ = parent;
-    node->row_ = row;
+    node->row_ = static_cast<quint32>(row);
     item.addObserver(this);
     return nodes_.insert_or_assign(&item, std::move(node)).first->second.get();
 }
@@ -199,7 +199,7 @@ void TreeController::makeNodesBelow(TreeNode &top) {
             node->children_.push_back(makeNode(*item, node, node->children_.size()));
             if (!item->children().empty()) pending.push_back(node->children_.back());
         }
-        node->numberedRows_ = items.size();
+        node->numberedRows_ = static_cast<quint32>(items.size());
     }
 }
 

@@ -226,12 +226,13 @@ private:
     /// The selected nodes, made again when the selection or the tree changed.
     struct Selection {
         std::vector<TreeNode *> nodes;
-        quint64 mark = 0;  ///< That of each of them, and of no other.
+        quint32 mark = 0;  ///< That of each of them, and of no other.
         quint64 structureRevision = 0;
         bool isCurrent = false;
     };
     const Selection &selection() const;
     void inTreeOrder(std::vector<TreeNode *> &nodes) const;
+    void putInTreeOrder(std::vector<TreeNode *> &nodes, quint32 TreeNode::*mark, quint32 value) const;
     QItemSelection selectionOf(const std::vector<TreeNode *> &nodes) const;
     void putSelectionAside();
     void restoreSelection();
@@ -247,7 +248,7 @@ private:
     TreeNode *root_;
     QItemSelectionModel selectionModel_;
     mutable Selection selection_;
-    mutable quint64 lastOrderMark_ = 0;
+    mutable quint32 lastOrderMark_ = 0;
     std::vector<TreeNode *> selectionAside_;
     QModelIndexList indexesBeforeMoves_;
     bool movingItems_ = false;

@@ -61,7 +61,7 @@ void TreeController::arrangeShown() {
         node.shown_.clear();
         for (TreeNode *child : node.children_) {
             if (!child->isShown_) continue;
-            child->shownRow_ = node.shown_.size();
+            child->shownRow_ = static_cast<quint32>(node.shown_.size());
             node.shown_.push_back(child);
         }
     };
@@ -113,7 +113,7 @@ void TreeController::showNode(TreeNode &node) {
 
 void TreeController::numberShown(const TreeNode &parent, size_t first) {
     for (size_t row = first; row < parent.shown_.size(); ++row)
-        parent.shown_[row]->shownRow_ = row;
+        parent.shown_[row]->shownRow_ = static_cast<quint32>(row);
 }
 
 /// How many of the children before a position views are shown.

@@ -26,26 +26,33 @@ const TreeController::Selection &TreeController::selection() const {
         if (!range.isValid()) continue;
         const TreeNode &parent = nodeForIndex(range.parent());
         const auto first = shownChildren(parent).begin() + range.top();
-        nodes.insert(nodes.end(), first, first + range.height());
+        for (auto next = first; next != first + range.height(); ++next)
+            if (std::exchange((*next)->selectionMark_, selection_.mark) != selection_.mark)
+                nodes.push_back(*next);
     }
-    if (ranges.size() > 1) inTreeOrder(nodes);
-    for (const TreeNode *node : nodes)
-        node->selectionMark_ = selection_.mark;
+    if (ranges.size() > 1) putInTreeOrder(nodes, &TreeNode::selectionMark_, selection_.mark);
     return selection_;
 }
 
 /// Sorts nodes, and lets each stay once.
 void TreeController::inTreeOrder(std::vector<TreeNode *> &nodes) const {
+    ++lastOrderMark_;
+    std::erase_if(nodes, [this](const TreeNode *node) {
+        return std::exchange(node->orderMark_, lastOrderMark_) == lastOrderMark_;
+    });
+    putInTreeOrder(nodes, &TreeNode::orderMark_, lastOrderMark_);
+}
+
+/// Sorts nodes that are listed once, all of which have a mark that no other has.
+void TreeController::putInTreeOrder(std::vector<TreeNode *> &nodes, quint32 TreeNode::*mark,
+                                    quint32 value) const {
     // Many nodes are in order sooner by walking the whole tree than by sorting paths.
     if (nodes.size() > nodeCount() / 16) {
-        ++lastOrderMark_;
-        size_t wanted = 0;
-        for (const TreeNode *node : nodes)
-            if (std::exchange(node->orderMark_, lastOrderMark_) != lastOrderMark_) ++wanted;
+        const size_t count = nodes.size();
         nodes.clear();
         walkTree(*root_, [&](TreeNode &node, size_t /*depth*/) {
-            if (node.orderMark_ == lastOrderMark_) nodes.push_back(&node);
-            return nodes.size() < wanted;
+            if (node.*mark == value) nodes.push_back(&node);
+            return nodes.size() < count;
         });
         return;
     }
@@ -54,7 +61,6 @@ void TreeController::inTreeOrder(std::vector<TreeNode *> &nodes) const {
     for (TreeNode *node : nodes)
         byPath.emplace_back(node->indexPath(), node);
     std::sort(byPath.begin(), byPath.end());
-    byPath.erase(std::unique(byPath.begin(), byPath.end()), byPath.end());
     nodes.clear();
     for (const auto &[path, node] : byPath)
         nodes.push_back(node);

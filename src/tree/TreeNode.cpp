@@ -35,13 +35,13 @@ bool TreeNode::isDescendantOf(const TreeNode &ancestor) const {
 }
 
 void TreeNode::childrenChangedFrom(size_t position) {
-    numberedRows_ = std::min(numberedRows_, position);
+    numberedRows_ = static_cast<quint32>(std::min<size_t>(numberedRows_, position));
 }
 
 void TreeNode::numberRows(size_t begin, size_t end) const {
     for (size_t row = begin; row < end; ++row)
-        children_[row]->row_ = row;
-    numberedRows_ = std::max(numberedRows_, end);
+        children_[row]->row_ = static_cast<quint32>(row);
+    numberedRows_ = static_cast<quint32>(std::max<size_t>(numberedRows_, end));
 }
 
 }  // namespace leafwright

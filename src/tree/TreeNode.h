@@ -48,16 +48,17 @@ private:
     /// Numbers the children from a position up to, but not including, another; all before must know theirs.
     void numberRows(size_t begin, size_t end) const;
 
+    // Walks over a hundred thousand nodes wait for memory: what they look at stands together, and is small.
     MyOutlineItem *representedObject_;
     TreeNode *parent_ = nullptr;
     std::vector<TreeNode *> children_;
-    std::vector<TreeNode *> shown_;      ///< Those of the children that a filter shows.
-    size_t shownRow_ = 0;                ///< Among the shown children of the parent.
+    mutable quint32 row_ = 0;            ///< Right if the parent has this very node there.
+    mutable quint32 orderMark_ = 0;      ///< Of the list that it was in last when one was put in order.
+    mutable quint32 selectionMark_ = 0;  ///< Of the selection that it was in last.
+    mutable quint32 numberedRows_ = 0;   ///< So many children know their rows.
+    quint32 shownRow_ = 0;               ///< Among the shown children of the parent.
     bool isShown_ = false;               ///< By a filter.
-    mutable quint64 selectionMark_ = 0;  ///< Of the selection that it was in last.
-    mutable quint64 orderMark_ = 0;      ///< Of the list that it was in last when one was put in order.
-    mutable size_t row_ = 0;             ///< Right if the parent has this very node there.
-    mutable size_t numberedRows_ = 0;    ///< So many children know their rows.
+    std::vector<TreeNode *> shown_;      ///< Those of the children that a filter shows.
 };
 
 }  // namespace leafwright

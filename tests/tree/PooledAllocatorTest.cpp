@@ -28,7 +28,7 @@ TEST(PooledAllocator, WhatItAllocatedOutlivesIt) {
 
 TEST(PooledAllocator, CopiesOfAnyTypeShareAPoolAndOthersDoNot) {
     const PooledAllocator<int> pool;
-    const PooledAllocator<double> copy = pool;
+    const PooledAllocator<double> copy(pool);
     EXPECT_TRUE(copy == pool);
     EXPECT_FALSE(PooledAllocator<int>() == pool);
 }

@@ -34,14 +34,13 @@ EntriesElsewhere entriesElsewhere(
     const MyOutlineItem &root, const std::function<std::optional<int>(const QString &label)> &pageOfLabel) {
     EntriesElsewhere result;
     walkTree(root, [&](const MyOutlineItem &item, size_t /*depth*/) {
-        const Target target = item.target();
-        const auto *page = std::get_if<PageTarget>(&target);
-        if (!page || !page->importedPage) return;
-        const int now = pageOfLabel(page->label).value_or(0);
-        if (now == *page->importedPage) return;
+        const std::optional<int> before = item.importedPage();
+        if (!before || item.pageLabel().isNull()) return;
+        const int now = pageOfLabel(item.pageLabel()).value_or(0);
+        if (now == *before) return;
         EntriesOfOneReason &entries =
-            isPrintedPageNumber(page->label) ? result.byPrintedNumbers : result.byRepeatedLabels;
-        entries.add({item.pageTitle(), *page->importedPage, now});
+            isPrintedPageNumber(item.pageLabel()) ? result.byPrintedNumbers : result.byRepeatedLabels;
+        entries.add({item.pageTitle(), *before, now});
     });
     return result;
 }
