@@ -209,7 +209,7 @@ void MyDocument::tell(const QString &text) const {
     if (myWindow()) myWindow()->status().tell(text);
 }
 
-void MyDocument::tellReadProblem() {
+void MyDocument::tellReadProblem() const {
     const auto problem = pdfDoc() ? pdfDoc()->readProblem() : std::nullopt;
     if (!problem || !myWindow()) return;
     const QString text =

@@ -145,7 +145,7 @@ public:
     const std::optional<PDFError> &writeError() const { return outline_.writeError(); }
     /// Tells the user, in the window, that not all of the PDF could be read, if that is so, and whether it
     /// can be saved all the same.
-    void tellReadProblem();
+    void tellReadProblem() const;
     /// Tells in passing, at the foot of the window, what was done; nothing happens without a window.
     void tell(const QString &text) const;
     /// Documents are written when the user says so, never by themselves.

@@ -30,7 +30,7 @@ void forEachNode(const QJsonArray &nodes, Use &&use) {
     while (!open.empty()) {
         const QJsonArray siblings = std::move(open.back());
         open.pop_back();
-        for (const QJsonValue &node : siblings) {
+        for (const QJsonValue node : siblings) {
             use(node);
             if (QJsonArray children = node[QLatin1String("children")].toArray(); !children.isEmpty())
                 open.push_back(std::move(children));

@@ -19,19 +19,19 @@ using PageOfItem = std::function<std::optional<int>(const MyOutlineItem &item)>;
 
 /// One form in which outlines are given to people and other programs, and taken from them.
 struct OutlineFormat {
-    const char *name;  ///< By which people ask for it: "json".
+    const char *name = "";  ///< By which people ask for it: "json".
     /// What names of files with it end in, without dots: its own first, then those that others share. Empty
     /// ones are none, and a form without any is for the command line only.
-    std::array<const char *, 3> extensions;
+    std::array<const char *, 3> extensions = {};
     /// Whether an entry keeps its page label where no page has it; else it leads to no page then.
-    bool keepsLabels;
+    bool keepsLabels = false;
     /// Writes what is below the root.
-    void (*write)(const MyOutlineItem &root, const PageOfItem &pageOf, const TextSink &sink);
+    void (*write)(const MyOutlineItem &root, const PageOfItem &pageOf, const TextSink &sink) = nullptr;
     /// Reads it again; null where that is not possible.
-    OutlineTree (*read)(const QByteArray &text, const OutlineSource &source);
+    OutlineTree (*read)(const QByteArray &text, const OutlineSource &source) = nullptr;
     /// Whether a text is in this form, by how it begins; it is given from its first character that is no
     /// blank. Null for a form that can't be told from any text, and is known by its extension only.
-    bool (*looksLike)(QByteArrayView text);
+    bool (*looksLike)(QByteArrayView text) = nullptr;
     /// Whether a text without entries says that no outline is wanted; in others, it is a mistake.
     bool mayBeEmpty = false;
 

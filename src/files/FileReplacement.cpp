@@ -14,6 +14,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
+#include <utility>
 
 namespace leafwright {
 
@@ -32,7 +33,7 @@ bool sameTime(const timespec &a, const timespec &b) {
 
 }  // namespace
 
-FileReplacement::FileReplacement(const QString &path) : path_(path) {}
+FileReplacement::FileReplacement(QString path) : path_(std::move(path)) {}
 
 FileReplacement::~FileReplacement() {
     discard();

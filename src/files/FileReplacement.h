@@ -36,7 +36,7 @@ public:
     /// Looks at the new file before it takes its place. @return what is wrong with it
     using Check = std::function<std::optional<QString>(const QString &path)>;
 
-    explicit FileReplacement(const QString &path);
+    explicit FileReplacement(QString path);
     /// Removes what has been written, unless it has been committed.
     ~FileReplacement() override;
     FileReplacement(const FileReplacement &) = delete;

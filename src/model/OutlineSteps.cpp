@@ -3,6 +3,7 @@
 #include "model/Splicing.h"
 #include "model/TreeWalk.h"
 
+#include <span>
 #include <unordered_map>
 #include <utility>
 
@@ -137,7 +138,7 @@ size_t bytesKeptBy(const OutlineStep &step) {
     });
     if (const auto *rearrangement = std::get_if<RearrangementStep>(&step))
         for (const OutlineArrangement &arrangement : rearrangement->other)
-            bytes += sizeof(arrangement) + arrangement.children.size() * sizeof(MyOutlineItem *);
+            bytes += sizeof(arrangement) + std::span(arrangement.children).size_bytes();
     if (const auto *value = std::get_if<ValueStep>(&step)) {
         if (const auto *title = std::get_if<ValueStep::Title>(&value->other)) bytes += bytesOf(title->text);
         if (const auto *label = std::get_if<LabelAndPage>(&value->other)) bytes += bytesOf(label->label);

@@ -75,7 +75,7 @@ std::optional<QString> JobLog::open(const QString &path) {
     return problem(*reason);
 }
 
-std::optional<QString> JobLog::lock() {
+std::optional<QString> JobLog::lock() const {
     struct stat status = {};
     if (::fstat(file_, &status) != 0) return reasonOfSystem(errno);
     if (!S_ISREG(status.st_mode)) return translated("it is no file");
@@ -103,7 +103,7 @@ std::optional<QString> JobLog::readLines() {
 }
 
 /// Takes out a last line without its line feed. @param begin where it begins
-std::optional<QString> JobLog::cutOff(const QByteArray &last, qint64 begin) {
+std::optional<QString> JobLog::cutOff(const QByteArray &last, qint64 begin) const {
     const LogLine part = logLineIn(last);
     if (part == LogLine::No) return translated("its last line is not what a batch has written");
     // It may as well be a job, or a file of somebody's that begins like one.

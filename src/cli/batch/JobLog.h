@@ -36,9 +36,9 @@ public:
     std::optional<QString> finish() const;
 
 private:
-    std::optional<QString> lock();
+    std::optional<QString> lock() const;
     std::optional<QString> readLines();
-    std::optional<QString> cutOff(const QByteArray &last, qint64 begin);
+    std::optional<QString> cutOff(const QByteArray &last, qint64 begin) const;
     std::optional<QString> readLine(const QByteArray &line, qint64 number);
     QString problem(const QString &reason) const;
 

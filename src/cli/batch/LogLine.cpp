@@ -12,8 +12,8 @@ namespace {
 enum class Kind { Text, Status, Number };
 
 struct Member {
-    const char *before;  ///< What stands in front of its value.
-    Kind kind;
+    const char *before = "";  ///< What stands in front of its value.
+    Kind kind = Kind::Text;
     bool isOwn = false;  ///< Nothing else that a batch reads or writes has it at this place.
 };
 

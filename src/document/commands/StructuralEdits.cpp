@@ -196,7 +196,7 @@ void StructuralEdits::tellRemoved(size_t count, size_t unseen) const {
             ? MyDocument::tr("Entries that the filter hides were removed with those above them: %1. Step "
                              "Back brings them back.")
                   .arg(unseen)
-            : MyDocument::tr("%1 removed").arg(entryCountText(count)));
+            : MyDocument::tr("%1 removed").arg(entryCountText(static_cast<qint64>(count))));
 }
 
 void StructuralEdits::removeOutlineItems() {

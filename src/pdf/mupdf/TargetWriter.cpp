@@ -50,7 +50,7 @@ void TargetWriter::setTarget(DictionarySyntax &dictionary, const PDFOutline &now
 /// of its kind does that the file has is done as before.
 QByteArray TargetWriter::actionOf(const OutlineEntry &now, const OutlineEntry &before, const Object &action,
                                   const QByteArray &spelled) {
-    const QByteArray whole = actionSyntax(now.action);
+    QByteArray whole = actionSyntax(now.action);
     const bool isOfItsKind = before.action && now.action && before.action->type == now.action->type;
     if (whole.isEmpty() || !isOfItsKind) return whole;
     const bool isUri = now.action->type == u"URI";
