@@ -231,7 +231,7 @@ ProposedEntry Completion::printedEntry(size_t index) const {
     proposed.page = entry.page;
     proposed.y = entry.y;
     proposed.level = entry.level;
-    proposed.sources = PrintedSource | (entry.link ? LinkSource : 0U);
+    proposed.sources = printedSources(stages_.printed, entry);
     proposed.confidence = entry.link ? 0.45 : 0.3;
     if (!entry.heading.isNull()) {
         const PageLines &page = stages_.pages[static_cast<size_t>(entry.heading.page)];
@@ -271,6 +271,10 @@ std::vector<size_t> likelyHeadings(const HeadingCandidates &headings) {
 }
 
 }  // namespace
+
+ContentsSources printedSources(const PrintedContents &printed, const PrintedEntry &entry) {
+    return PrintedSource | (entry.link ? LinkSource : 0U) | (printed.isTagged ? StructureSource : 0U);
+}
 
 int idOfCandidate(size_t candidate) {
     return idOf(Origin::Candidate, candidate);

@@ -50,12 +50,22 @@ struct StructureHeading {
     QString text;
 };
 
+/// An item of a table of contents of the document's structure (ISO 32000-1, 14.8.4.2): an element TOCI in a
+/// TOC, after role mapping.
+struct StructureItem {
+    int level = 1;                     ///< How many tables of contents it is in, one in the other.
+    int pageIndex = 0;                 ///< Where it is printed.
+    QString text;                      ///< All of it, with leaders and page number.
+    std::optional<ContentsLink> link;  ///< Where it leads; without a box.
+};
+
 /// What is said of the document as a whole.
 struct DocumentEvidence {
     /// The printed name of each page; empty in a document that has no page labels (ISO 32000-1, 12.4.2).
     QStringList pageLabels;
     std::vector<NamedPlace> namedPlaces;
-    std::vector<StructureHeading> headings;  ///< In the order of the structure.
+    std::vector<StructureHeading> headings;            ///< In the order of the structure.
+    std::vector<std::vector<StructureItem>> contents;  ///< The tables of contents of the structure.
     QString
         producer;  ///< The entries Producer and Creator of the document's information, with a blank between.
 };

@@ -161,18 +161,6 @@ std::optional<double> gutterOf(const std::vector<std::vector<LineSpan>> &rows, d
     return parted ? std::optional(x + 4) : std::nullopt;
 }
 
-std::vector<ContentsLink> linksOn(const TextLine &line, const std::vector<ContentsLink> &links) {
-    constexpr double leastOverlap = 0.3;
-    std::vector<ContentsLink> found;
-    for (const ContentsLink &link : links) {
-        const double y = line.baseline - 2;
-        if (link.box.top() - 1 >= y || y >= link.box.bottom() + 1) continue;
-        const double overlap = std::min(link.box.right(), line.right) - std::max(link.box.left(), line.left);
-        if (overlap > leastOverlap * std::min(link.box.width(), line.width())) found.push_back(link);
-    }
-    return found;
-}
-
 /// Whether the number that a row ends in is a page number.
 /// @param aligned how many rows of the column end in a number at the same place
 bool endsInPageNumber(const ContentsRow &row, int aligned) {
@@ -252,6 +240,18 @@ std::optional<RowEnd> rowEnd(const TextLine &row) {
     if (countLetters(result.title) == 0) return std::nullopt;
     result.gap = gapBeforeNumber(row.spans, result.number);
     return result;
+}
+
+std::vector<ContentsLink> linksOn(const TextLine &line, const std::vector<ContentsLink> &links) {
+    constexpr double leastOverlap = 0.3;
+    std::vector<ContentsLink> found;
+    for (const ContentsLink &link : links) {
+        const double y = line.baseline - 2;
+        if (link.box.top() - 1 >= y || y >= link.box.bottom() + 1) continue;
+        const double overlap = std::min(link.box.right(), line.right) - std::max(link.box.left(), line.left);
+        if (overlap > leastOverlap * std::min(link.box.width(), line.width())) found.push_back(link);
+    }
+    return found;
 }
 
 std::optional<double> contentsGutter(const PageLines &page) {

@@ -29,6 +29,9 @@ struct ContentsRow {
 /// What a row ends in; nothing for one without number or without a letter before it.
 std::optional<RowEnd> rowEnd(const TextLine &row);
 
+/// The links that lie on a line, in their order.
+std::vector<ContentsLink> linksOn(const TextLine &line, const std::vector<ContentsLink> &links);
+
 /// The x at which a page of a contents is parted into two columns; nothing for one column.
 std::optional<double> contentsGutter(const PageLines &page);
 

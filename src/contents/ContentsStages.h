@@ -71,6 +71,9 @@ std::vector<ProposedEntry> completeEntries(const ContentsAnalysis::Stages &stage
 /// Puts entries, which are in reading order, among others, whose order stays.
 std::vector<ProposedEntry> merged(std::vector<ProposedEntry> entries, std::vector<ProposedEntry> added);
 
+/// What speaks for an entry of the printed contents by itself.
+ContentsSources printedSources(const PrintedContents &printed, const PrintedEntry &entry);
+
 /// The ids of a candidate, and of a heading of the structure, as an entry.
 int idOfCandidate(size_t candidate);
 int idOfTagged(size_t heading);

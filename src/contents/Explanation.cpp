@@ -89,8 +89,10 @@ QString verdictOf(const TriedContents &tried) {
             return QStringLiteral("refused: too few entries");
         case TriedContents::Verdict::NoContents:
             return QStringLiteral("refused: the entries do not rise, or their headings are not on the pages");
+        case TriedContents::Verdict::Captions:
+            return QStringLiteral("refused: a list of figures or the like");
         case TriedContents::Verdict::FewerFound:
-            return QStringLiteral("refused: no more headings are on the pages than of another");
+            return QStringLiteral("refused: another has more of its headings on the pages, or about as many");
         case TriedContents::Verdict::Taken:
             break;
     }
@@ -100,10 +102,11 @@ QString verdictOf(const TriedContents &tried) {
 void explainTried(const ContentsAnalysis::Stages &stages, QStringList &lines) {
     lines += QStringLiteral("Contents tried: %1").arg(stages.printed.tried.size());
     for (const TriedContents &tried : stages.printed.tried) {
-        lines += QStringLiteral("Pages %1 to %2: %3")
-                     .arg(tried.region.firstPage + 1)
-                     .arg(tried.region.lastPage + 1)
-                     .arg(verdictOf(tried));
+        lines +=
+            QStringLiteral("Pages %1 to %2%3: %4")
+                .arg(tried.region.firstPage + 1)
+                .arg(tried.region.lastPage + 1)
+                .arg(tried.isTagged ? QStringLiteral(", by the structure") : QString(), verdictOf(tried));
         for (const TriedRow &row : tried.rows) {
             lines +=
                 QStringLiteral("  %1 on page %2%3%4: %5")
@@ -131,9 +134,10 @@ void explainPrinted(const ContentsAnalysis::Stages &stages, QStringList &lines) 
         lines += QStringLiteral("Printed contents: none");
         return;
     }
-    lines += QStringLiteral("Printed contents: pages %1 to %2, %3 entries, %4 % found on their pages")
+    lines += QStringLiteral("Printed contents: pages %1 to %2%3, %4 entries, %5 % found on their pages")
                  .arg(printed.region.firstPage + 1)
                  .arg(printed.region.lastPage + 1)
+                 .arg(printed.isTagged ? QStringLiteral(", by the structure") : QString())
                  .arg(printed.entries.size())
                  .arg(100 * printed.locatedShare(), 0, 'f', 0);
     for (const PrintedEntry &entry : printed.entries) {

@@ -188,8 +188,9 @@ void analyseLines(Stages &stages, const ContentsPages &pages, bool textOnly,
     stages.isFromTeX = isFromTeX(document.producer);
     stages.numbers.emplace(stages.pages, textOnly ? QStringList() : document.pageLabels);
     progress(0.2);
-    stages.printed = findPrintedContents(stages.pages, findContentsPages(stages.pages, !textOnly),
-                                         *stages.numbers, stages.body);
+    stages.printed = findPrintedContents(
+        stages.pages, findContentsPages(stages.pages, !textOnly), *stages.numbers, stages.body,
+        textOnly ? std::vector<std::vector<StructureItem>>() : document.contents);
     onAllCores(static_cast<int>(stages.pages.size()),
                [&stages](int page) { dropSpans(stages.pages[static_cast<size_t>(page)]); });
     progress(0.6);

@@ -30,7 +30,7 @@ enum ContentsSource : unsigned {
     StyleSource = 2,      ///< A line on its page looks like a heading.
     LinkSource = 4,       ///< A link of the printed contents leads there.
     NameSource = 8,       ///< A named destination of a heading lies there.
-    StructureSource = 16  ///< The document's structure has it as a heading.
+    StructureSource = 16  ///< The document's structure has it as a heading, or its contents.
 };
 using ContentsSources = unsigned;
 

@@ -14,12 +14,12 @@ using TextByMark = std::map<int, QString>;
 
 /// The texts of the elements' content, by page. Pages are read side by side.
 std::vector<TextByMark> readTexts(const PDFDocument &document,
-                                  const std::vector<StructureElement> &elements) {
+                                  const std::vector<const StructureElement *> &elements) {
     std::vector<TextByMark> texts(static_cast<size_t>(document.pageCount()));
     std::vector<int> pages;
-    for (const StructureElement &element : elements) {
-        if (!element.text.isNull()) continue;
-        for (const MarkedContent &piece : element.content) {
+    for (const StructureElement *element : elements) {
+        if (!element->text.isNull()) continue;
+        for (const MarkedContent &piece : element->content) {
             TextByMark &ofPage = texts[static_cast<size_t>(piece.pageIndex)];
             if (ofPage.empty()) pages.push_back(piece.pageIndex);
             ofPage.try_emplace(piece.identifier);
@@ -38,8 +38,11 @@ std::vector<TextByMark> readTexts(const PDFDocument &document,
     return texts;
 }
 
-/// The text of a heading from that of its pieces, each a word or more.
-QString joined(const StructureElement &element, const std::vector<TextByMark> &texts) {
+/// The text of an element from that of its pieces, each a word or more, unless something stands for it.
+/// Nothing for an element that is on no page.
+QString textOf(const StructureElement &element, const std::vector<TextByMark> &texts) {
+    if (element.content.empty() || !element.text.isNull())
+        return element.content.empty() ? QString() : element.text.simplified();
     QString text;
     for (const MarkedContent &piece : element.content) {
         const QString &part = texts[static_cast<size_t>(piece.pageIndex)].at(piece.identifier);
@@ -76,7 +79,7 @@ DocumentEvidence PDFContentsPages::documentEvidence() const {
         evidence.namedPlaces.push_back(
             {named.name, named.destination.pageIndex, shownPoint(named.destination)});
     }
-    evidence.headings = headingsOf(marks.headings);
+    addStructure(marks.structure, evidence);
     evidence.producer = (marks.producer + u' ' + marks.creator).trimmed();
     return evidence;
 }
@@ -97,16 +100,32 @@ std::optional<QPointF> PDFContentsPages::shownPoint(const PDFDestination &destin
     return document_.page(destination.pageIndex)->transform().toShown(destination.point);
 }
 
-std::vector<StructureHeading> PDFContentsPages::headingsOf(
-    const std::vector<StructureElement> &elements) const {
+void PDFContentsPages::addStructure(const DocumentStructure &structure, DocumentEvidence &evidence) const {
+    std::vector<const StructureElement *> elements;
+    const auto collect = [&elements](const std::vector<StructureElement> &some) {
+        for (const StructureElement &element : some)
+            elements.push_back(&element);
+    };
+    collect(structure.headings);
+    for (const std::vector<StructureElement> &items : structure.contents)
+        collect(items);
     const std::vector<TextByMark> texts = readTexts(document_, elements);
-    std::vector<StructureHeading> headings;
-    for (const StructureElement &element : elements) {
-        if (element.content.empty()) continue;  // it is on no page
-        const QString text = element.text.isNull() ? joined(element, texts) : element.text.simplified();
-        if (!text.isEmpty()) headings.push_back({element.level, element.content.front().pageIndex, text});
+    for (const StructureElement &heading : structure.headings) {
+        const QString text = textOf(heading, texts);
+        if (!text.isEmpty())
+            evidence.headings.push_back({heading.level, heading.content.front().pageIndex, text});
     }
-    return headings;
+    for (const std::vector<StructureElement> &elementsOfOne : structure.contents) {
+        std::vector<StructureItem> items;
+        for (const StructureElement &element : elementsOfOne) {
+            const QString text = textOf(element, texts);
+            if (text.isEmpty()) continue;
+            items.push_back({element.level, element.content.front().pageIndex, text, {}});
+            if (element.target)
+                items.back().link = ContentsLink{{}, element.target->pageIndex, shownPoint(*element.target)};
+        }
+        if (!items.empty()) evidence.contents.push_back(std::move(items));
+    }
 }
 
 }  // namespace leafwright

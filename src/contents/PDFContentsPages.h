@@ -17,13 +17,13 @@ public:
 
     int pageCount() const override { return document_.pageCount(); }
     std::shared_ptr<const PageEvidence> pageEvidence(int index) const override;
-    /// Reads the text of the structure's headings on as many threads as there are cores.
+    /// Reads the text of the structure's headings and contents on as many threads as there are cores.
     DocumentEvidence documentEvidence() const override;
 
 private:
     std::vector<ContentsLink> linksOf(const PDFPage &page) const;
     std::optional<QPointF> shownPoint(const PDFDestination &destination) const;
-    std::vector<StructureHeading> headingsOf(const std::vector<StructureElement> &elements) const;
+    void addStructure(const DocumentStructure &structure, DocumentEvidence &evidence) const;
 
     const PDFDocument &document_;
     const PDFDocument *copy_ = nullptr;

@@ -2,6 +2,7 @@
 
 #include "contents/ContentsLevels.h"
 #include "contents/ContentsWords.h"
+#include "contents/StructureContents.h"
 
 #include <cmath>
 
@@ -59,7 +60,9 @@ bool resolve(Trial &trial, const std::vector<PageLines> &pages, const PrintedNum
     TriedContents &contents = trial.contents;
     contents.lost = resolveEntries(trial.entries, pages, numbers, search);
     // What an excerpt leaves out still tells the levels of the others.
-    assignPrintedLevels(trial.entries, body);
+    const bool hasLevels = std::any_of(trial.entries.begin(), trial.entries.end(),
+                                       [](const PrintedEntry &entry) { return entry.level > 1; });
+    if (!hasLevels) assignPrintedLevels(trial.entries, body);
     std::vector<PrintedEntry> beyond =
         takenOut(trial.entries, [](const PrintedEntry &entry) { return entry.isBeyond; });
     trial.rawEntries -= static_cast<int>(beyond.size());
@@ -69,6 +72,43 @@ bool resolve(Trial &trial, const std::vector<PageLines> &pages, const PrintedNum
     return areContents(trial.entries);
 }
 
+/// What the structure has as tables of contents.
+std::vector<Trial> taggedTrials(const std::vector<std::vector<StructureItem>> &tagged,
+                                const std::vector<PageLines> &pages) {
+    std::vector<Trial> trials;
+    for (const std::vector<StructureItem> &items : tagged) {
+        Trial trial;
+        trial.contents.isTagged = true;
+        trial.entries = entriesOfItems(items, pages);
+        if (trial.entries.empty()) continue;
+        ContentsRegion &region = trial.contents.region;
+        region = {trial.entries.front().contentsPage, trial.entries.front().contentsPage};
+        for (const PrintedEntry &entry : trial.entries) {
+            region.firstPage = std::min(region.firstPage, entry.contentsPage);
+            region.lastPage = std::max(region.lastPage, entry.contentsPage);
+            trial.contents.rows.push_back(
+                {entry.contentsPage, entry.title, entry.number, true, entry.link.has_value()});
+        }
+        trials.push_back(std::move(trial));
+    }
+    return trials;
+}
+
+/// Which of the trials that are contents is the document's; null where there is none.
+Trial *bestOf(std::vector<Trial> &trials) {
+    constexpr double enoughTagged = 0.8;  // of the headings of another
+    Trial *printed = nullptr;
+    Trial *tagged = nullptr;
+    for (Trial &trial : trials) {
+        if (trial.contents.verdict != Verdict::FewerFound) continue;
+        Trial *&best = trial.contents.isTagged ? tagged : printed;
+        if (!best || trial.contents.located > best->contents.located) best = &trial;
+    }
+    const bool isEnough =
+        tagged && (!printed || tagged->contents.located >= enoughTagged * printed->contents.located);
+    return isEnough ? tagged : printed;
+}
+
 }  // namespace
 
 double PrintedContents::locatedShare() const {
@@ -76,34 +116,35 @@ double PrintedContents::locatedShare() const {
 }
 
 PrintedContents findPrintedContents(std::vector<PageLines> &pages, const ContentsPageFindings &findings,
-                                    const PrintedNumbers &numbers, const BodyStyle &body) {
+                                    const PrintedNumbers &numbers, const BodyStyle &body,
+                                    const std::vector<std::vector<StructureItem>> &tagged) {
     constexpr size_t fewest = 3;
-    std::vector<Trial> trials;
+    std::vector<Trial> trials = taggedTrials(tagged, pages);
     for (const ContentsRegion &region : findings.regions) {
         Trial trial;
         trial.entries = entriesOfRegion(findings, region, body);
         trial.contents.region = region;
         trial.contents.rows = rowsOf(findings, region);
-        trial.rawEntries = static_cast<int>(trial.entries.size());
-        if (trial.entries.size() >= fewest) {
-            markContents(pages, trial.entries);
-            markContentsTitles(pages, region);
-            trial.contents.verdict = Verdict::NoContents;
-        }
         trials.push_back(std::move(trial));
     }
-    TitleSearch search(pages, body);
-    Trial *best = nullptr;
     for (Trial &trial : trials) {
-        if (trial.contents.verdict == Verdict::TooFewEntries || !resolve(trial, pages, numbers, search, body))
-            continue;
-        trial.contents.verdict = Verdict::FewerFound;
-        if (!best || trial.contents.located > best->contents.located) best = &trial;
+        trial.rawEntries = static_cast<int>(trial.entries.size());
+        if (trial.entries.size() < fewest) continue;
+        markContents(pages, trial.entries);
+        markContentsTitles(pages, trial.contents.region);
+        const bool isList = trial.contents.isTagged && areCaptions(trial.entries);
+        trial.contents.verdict = isList ? Verdict::Captions : Verdict::NoContents;
+    }
+    TitleSearch search(pages, body);
+    for (Trial &trial : trials) {
+        if (trial.contents.verdict == Verdict::NoContents && resolve(trial, pages, numbers, search, body))
+            trial.contents.verdict = Verdict::FewerFound;
     }
     PrintedContents result;
-    if (best) {
+    if (Trial *best = bestOf(trials)) {
         best->contents.verdict = Verdict::Taken;
-        result = {std::move(best->entries), best->contents.region, best->rawEntries, {}};
+        result = {
+            std::move(best->entries), best->contents.region, best->contents.isTagged, best->rawEntries, {}};
     }
     for (Trial &trial : trials)
         result.tried.push_back(std::move(trial.contents));

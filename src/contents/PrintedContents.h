@@ -18,11 +18,13 @@ struct TriedContents {
     enum class Verdict {
         TooFewEntries,
         NoContents,  ///< The entries do not rise, or too few of their headings are on the pages.
-        FewerFound,  ///< Another has more of its headings on the pages, or as many.
+        Captions,    ///< A list of figures or the like.
+        FewerFound,  ///< Another has more of its headings on the pages, or about as many.
         Taken,
     };
 
     ContentsRegion region;
+    bool isTagged = false;  ///< A table of contents of the structure.
     Verdict verdict = Verdict::TooFewEntries;
     std::vector<TriedRow> rows;
     std::vector<PrintedEntry> lost;  ///< Entries whose page can't be told, or is behind the last one.
@@ -34,15 +36,21 @@ struct TriedContents {
 struct PrintedContents {
     std::vector<PrintedEntry> entries;  ///< Empty where there is none.
     ContentsRegion region;
-    int rawEntries = 0;  ///< With those whose page could not be told; without those behind an excerpt.
-    std::vector<TriedContents> tried;  ///< All that were, in the order of their pages.
+    bool isTagged = false;  ///< The structure has it as a table of contents.
+    int rawEntries = 0;     ///< With those whose page could not be told; without those behind an excerpt.
+    std::vector<TriedContents>
+        tried;  ///< All that were: those of the structure, then others in the order of their pages.
 
     /// Share of the entries whose heading was found.
     double locatedShare() const;
 };
 
 /// Finds the contents, of several those of which most headings are found; marks the lines of all as contents.
+/// Tables of contents of the structure say which rows are one entry, and which is above which; so they are
+/// preferred unless clearly fewer of their headings are found.
+/// @param tagged the tables of contents of the structure
 PrintedContents findPrintedContents(std::vector<PageLines> &pages, const ContentsPageFindings &findings,
-                                    const PrintedNumbers &numbers, const BodyStyle &body);
+                                    const PrintedNumbers &numbers, const BodyStyle &body,
+                                    const std::vector<std::vector<StructureItem>> &tagged = {});
 
 }  // namespace leafwright

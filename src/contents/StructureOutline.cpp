@@ -28,7 +28,7 @@ public:
         }
         for (const int index : entry.lines) {
             if (const PrintedEntry *printed = printedAt_.value({line.page, index}))
-                entry.sources |= PrintedSource | (printed->link ? LinkSource : 0U);
+                entry.sources |= printedSources(stages_.printed, *printed);
         }
     }
 

@@ -114,6 +114,26 @@ TEST_F(ContentsEvidence, StructureThatMisleads) {
     EXPECT_THAT(evidence(), Each(testing::ElementsAre("style")));
 }
 
+/// The titles as items of a table of contents, each below the one before, which are printed nowhere.
+TEST_F(ContentsEvidence, ContentsOfTheStructure) {
+    pdf.addPage(PdfBuilder::showText("F1", 10, 72, 600, "There is much to say, and so it is said."));
+    std::string contents;
+    int page = 6;
+    for (const char *title : {"2.2 Wells", "2.1 Rain", "2 Water", "1.2 Compost", "1.1 Ground", "1 Soil"}) {
+        const int link = pdf.addObject("<< /Subtype /Link /Rect [1 1 9 9] /Dest [" + std::to_string(--page) +
+                                       " /XYZ 72 620 0] >>");
+        contents = "<< /S /TOC /K [<< /S /TOCI /ActualText (" + std::string(title) + ") /Pg " +
+                   pdf.pageReference(6) + " /K << /S /Reference /K << /S /Link /K [0 << /Type /OBJR /Obj " +
+                   PdfBuilder::reference(link) + " >>] >> >> >> " + contents + "] >>";
+    }
+    pdf.setCatalogEntry("/StructTreeRoot", "<< /Type /StructTreeRoot /K " + contents + " >>");
+    EXPECT_EQ(outline(), (QStringList{"1 1 Soil @1", "2 1.1 Ground @2", "3 1.2 Compost @3", "4 2 Water @4",
+                                      "5 2.1 Rain @5", "6 2.2 Wells @6"}));
+    EXPECT_THAT(evidence(), Each(testing::ElementsAre("printed", "style", "link", "structure")));
+    EXPECT_EQ(outline({"--text-only"}), rightOutline());
+    EXPECT_THAT(evidence(), Each(testing::ElementsAre("style")));
+}
+
 /// Labels are asked where no page bears its number. Each title stands on the next page, too.
 TEST_F(ContentsEvidence, LabelsThatMislead) {
     pdf = PdfBuilder();

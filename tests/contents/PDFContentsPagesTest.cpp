@@ -90,6 +90,35 @@ TEST(PDFContentsPages, HeadingsOfTheStructureWithTheirText) {
     EXPECT_EQ(headings[2].level, 0);
 }
 
+TEST(PDFContentsPages, ContentsOfTheStructureWithTheirTextAndLinks) {
+    PdfBuilder pdf;
+    pdf.addPage(
+        "BT /F1 10 Tf 72 700 Td /Lbl << /MCID 0 >> BDC (1) Tj EMC /Link << /MCID 1 >> BDC 20 0 Td "
+        "(Soil .... ) Tj EMC /Link << /MCID 2 >> BDC (2) Tj EMC 0 -20 Td /P << /MCID 3 >> BDC "
+        "(Sand  3) Tj EMC ET");
+    pdf.addPage();
+    const int link = pdf.addObject("<< /Subtype /Link /Rect [9 9 9 9] /Dest [1 /XYZ 72 592 0] >>");
+    const std::string item = "<< /S /TOCI /Pg " + pdf.pageReference(0);
+    pdf.setCatalogEntry("/StructTreeRoot", "<< /K << /S /TOC /K [" + item +
+                                               " /K [<< /S /Lbl /K 0 >> << /S /Link /K [1 2 << "
+                                               "/Type /OBJR /Obj " +
+                                               PdfBuilder::reference(link) + " >>] >>] >> << /S /TOC /K " +
+                                               item +
+                                               " /K 3 >> >> << /S /TOCI /ActualText (Nowhere) >>] >> >>");
+    const auto contents = PDFContentsPages(*openPdf(pdf)).documentEvidence().contents;
+    ASSERT_THAT(contents, SizeIs(1));
+    ASSERT_THAT(contents[0], SizeIs(2));
+    EXPECT_EQ(contents[0][0].text, "1 Soil .... 2");
+    EXPECT_EQ(contents[0][0].level, 1);
+    EXPECT_EQ(contents[0][0].pageIndex, 0);
+    ASSERT_TRUE(contents[0][0].link);
+    EXPECT_EQ(contents[0][0].link->targetPage, 1);
+    EXPECT_EQ(contents[0][0].link->targetPoint, QPointF(72, 200));
+    EXPECT_EQ(contents[0][1].text, "Sand 3");
+    EXPECT_EQ(contents[0][1].level, 2);
+    EXPECT_FALSE(contents[0][1].link);
+}
+
 TEST(PDFContentsPages, PagesWithoutTextAreReadFromTheCopy) {
     PdfBuilder original;
     original.addPage(PdfBuilder::showText("F1", 10, 72, 700, "from the original"));

@@ -49,7 +49,7 @@ DocumentMarks readMarks(Reader &reader) {
     marks.producer = decodeTextString(information.get(PDF_NAME(Producer)).toBytes());
     marks.creator = decodeTextString(information.get("Creator").toBytes());
     marks.names = readNames(reader);
-    marks.headings = readHeadings(reader);
+    marks.structure = readStructure(reader);
     return marks;
 }
 

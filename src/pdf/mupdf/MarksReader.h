@@ -6,7 +6,7 @@
 namespace leafwright::mupdf {
 
 /// Reads what the document says of itself: whether it has labels, what made it, its named destinations and
-/// the headings of its structure.
+/// the headings and contents of its structure.
 DocumentMarks readMarks(Reader &reader);
 
 /// The text of marked content (ISO 32000-1, 14.6) of a page, parallel to the identifiers; null where a page

@@ -1,6 +1,7 @@
 #include "pdf/mupdf/StructureReader.h"
 
 #include "pdf/TextString.h"
+#include "pdf/mupdf/DestinationReader.h"
 #include "pdf/mupdf/Walk.h"
 
 namespace leafwright::mupdf {
@@ -9,7 +10,7 @@ namespace {
 
 /// More than a manual of thousands of pages has; what is beyond is passed over.
 constexpr int mostObjects = 500'000;
-/// No heading has more pieces than this in good faith.
+/// No heading or item has more pieces than this in good faith.
 constexpr size_t mostPieces = 1'000;
 
 /// An object of the structure that is still to be looked at.
@@ -17,9 +18,11 @@ struct Pending {
     Object object;
     int pageIndex = -1;  ///< Where its content is, unless it says so itself.
     int heading = -1;    ///< The heading that it belongs to; -1 for none.
+    int item = -1;       ///< The item of the last table of contents that it belongs to; -1 for none.
+    int depth = 0;       ///< How many tables of contents it is in.
 };
 
-/// Walks the structure and notes its headings.
+/// Walks the structure and notes its headings and tables of contents.
 class StructureWalk {
 public:
     explicit StructureWalk(Reader &reader)
@@ -32,13 +35,16 @@ public:
         }
     }
 
-    std::vector<StructureElement> take() { return std::move(headings_); }
+    DocumentStructure take() {
+        std::erase_if(found_.contents, [](const auto &items) { return items.empty(); });
+        return std::move(found_);
+    }
 
 private:
     void visit(const Pending &next) {
         const Object &object = next.object;
         if (object.isInt()) {
-            addContent(next.heading, next.pageIndex, object.toInt());
+            addContent(next, object.toInt());
         } else if (!walk_.enter(object)) {
             return;
         } else if (object.isArray()) {
@@ -48,25 +54,38 @@ private:
             if (const Object page = object.get("Pg"); page.isIndirect())
                 within.pageIndex = reader_.pages().indexOf(page.objectNumber());
             if (const Object identifier = object.get("MCID"); identifier.isInt()) {
-                addContent(within.heading, within.pageIndex, identifier.toInt());
+                addContent(within, identifier.toInt());
+            } else if (const Object annotation = object.get("Obj"); annotation.isDict()) {
+                addTarget(within, annotation);
             } else {
                 enter(object, within);
             }
         }
     }
 
-    /// An element: begins a heading if it is one, and goes on with what is in it.
+    /// An element: begins a heading or an item of contents if it is one, and goes on with what is in it.
     void enter(const Object &element, Pending within) {
-        if (within.heading < 0) {
-            if (const std::optional<int> level = headingLevel(element.get(PDF_NAME(S)).toName())) {
-                within.heading = static_cast<int>(headings_.size());
-                headings_.push_back({*level, {}, {}});
-                if (const Object text = element.get("ActualText"); text.isString())
-                    headings_.back().text = kept(text.toBytes());
-            }
+        const QByteArray type = knownType(element.get(PDF_NAME(S)).toName());
+        if (type == "TOC") {
+            if (within.depth++ == 0) found_.contents.emplace_back();
+            within.item = -1;
+        } else if (type == "TOCI" && within.depth > 0) {
+            within.item = begin(found_.contents.back(), within.depth, element);
+        } else if (type.startsWith('H') && within.heading < 0) {
+            within.heading = begin(found_.headings, type.size() == 1 ? 0 : type[1] - '0', element);
         }
-        if (Object kids = element.get(PDF_NAME(K)))
-            pending_.push_back({std::move(kids), within.pageIndex, within.heading});
+        if (Object kids = element.get(PDF_NAME(K))) {
+            within.object = std::move(kids);
+            pending_.push_back(std::move(within));
+        }
+    }
+
+    /// @return the index of the element among those of its kind
+    int begin(std::vector<StructureElement> &elements, int level, const Object &element) {
+        elements.push_back({level, {}, {}});
+        if (const Object text = element.get("ActualText"); text.isString())
+            elements.back().text = kept(text.toBytes());
+        return static_cast<int>(elements.size()) - 1;
     }
 
     QString kept(const QByteArray &text) {
@@ -74,29 +93,44 @@ private:
         return decodeTextString(text);
     }
 
-    void addKids(const Object &kids, const Pending &within) {
+    void addKids(const Object &kids, Pending within) {
         const int count = std::min(kids.size(), mostObjects);
-        for (int i = count - 1; i >= 0; --i)
-            pending_.push_back({kids.at(i), within.pageIndex, within.heading});
+        for (int i = count - 1; i >= 0; --i) {
+            within.object = kids.at(i);
+            pending_.push_back(within);
+        }
     }
 
-    void addContent(int heading, int pageIndex, int identifier) {
-        if (heading < 0 || pageIndex < 0) return;
-        std::vector<MarkedContent> &content = headings_[static_cast<size_t>(heading)].content;
-        if (content.size() < mostPieces) content.push_back({pageIndex, identifier});
+    StructureElement &itemOf(const Pending &within) {
+        return found_.contents.back()[static_cast<size_t>(within.item)];
     }
 
-    /// 1 to 6 for H1 to H6, 0 for H, nothing for what is no heading. Types that the file made up are
-    /// followed through its role map (ISO 32000-1, 14.7.3).
-    std::optional<int> headingLevel(QByteArray type) const {
+    void addContent(const Pending &within, int identifier) {
+        if (within.pageIndex < 0) return;
+        const auto add = [&](StructureElement &element) {
+            if (element.content.size() < mostPieces)
+                element.content.push_back({within.pageIndex, identifier});
+        };
+        if (within.heading >= 0) add(found_.headings[static_cast<size_t>(within.heading)]);
+        if (within.item >= 0) add(itemOf(within));
+    }
+
+    void addTarget(const Pending &within, const Object &annotation) {
+        if (within.item >= 0 && !itemOf(within).target)
+            itemOf(within).target = reader_.destinations().of(annotation);
+    }
+
+    /// The type as it is known here: H, H1 to H6, TOC or TOCI; empty for all others. Types that the file made
+    /// up are followed through its role map (ISO 32000-1, 14.7.3).
+    QByteArray knownType(QByteArray type) const {
         constexpr int longestWay = 8;
         for (int step = 0; step < longestWay; ++step) {
-            if (type == "H") return 0;
-            if (type.size() == 2 && type[0] == 'H' && type[1] >= '1' && type[1] <= '6') return type[1] - '0';
+            const bool isLevelled = type.size() == 2 && type[0] == 'H' && type[1] >= '1' && type[1] <= '6';
+            if (isLevelled || type == "H" || type == "TOC" || type == "TOCI") return type;
             type = roles_.get(type.constData()).toName();
             if (type.isEmpty()) break;
         }
-        return std::nullopt;
+        return {};
     }
 
     Reader &reader_;
@@ -104,12 +138,12 @@ private:
     Object roles_;
     std::vector<Pending> pending_;
     Walk walk_;
-    std::vector<StructureElement> headings_;
+    DocumentStructure found_;
 };
 
 }  // namespace
 
-std::vector<StructureElement> readHeadings(Reader &reader) {
+DocumentStructure readStructure(Reader &reader) {
     return StructureWalk(reader).take();
 }
 
