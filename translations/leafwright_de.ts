@@ -3259,6 +3259,26 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
         <source>No font has the level H%1. These headings stand a single level below those before them.</source>
         <translation>Keine Schrift hat die Ebene H%1. Diese Überschriften stehen eine einzige Ebene unter denen vor ihnen.</translation>
     </message>
+    <message>
+        <source>Pieces of text in this font: %1</source>
+        <translation>Textstücke in dieser Schrift: %1</translation>
+    </message>
+    <message>
+        <source>How many pieces of text are set in the font</source>
+        <translation>Wie viele Textstücke in der Schrift gesetzt sind</translation>
+    </message>
+    <message>
+        <source>The first text in the font</source>
+        <translation>Der erste Text in der Schrift</translation>
+    </message>
+    <message>
+        <source>Count</source>
+        <translation>Anzahl</translation>
+    </message>
+    <message>
+        <source>Sample</source>
+        <translation>Beispiel</translation>
+    </message>
 </context>
 <context>
     <name>leafwright::HeadingMapView</name>

@@ -281,6 +281,7 @@ private:
     std::unique_ptr<FindCommands> findCommands_;
     std::unique_ptr<PrioritySplitViewDelegate> splitViewDelegate_;
     bool thumbnailsBound_ = false;
+    bool headingMapIsThere_ = false;  ///< It has been guessed once.
     QPointer<Sheet> openSheet_;
     QPointer<Sheet> openPanel_;
 

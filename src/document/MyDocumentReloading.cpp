@@ -5,6 +5,7 @@
 #include "document/window/DocumentWindow.h"
 #include "document/window/EntriesElsewhereNotice.h"
 #include "document/window/FindBar.h"
+#include "document/window/HeadingMapModel.h"
 #include "document/window/LostTargetsNotice.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "pdf/ReadAhead.h"
@@ -46,10 +47,10 @@ void MyDocument::showOtherPages(const std::function<void()> &exchange) {
     const PDFPage *shown = myWindow() ? pdfview()->currentPage() : nullptr;
     const QString label = shown ? shown->label() : QString();
     const bool warms = readers_.warmer != nullptr;
-    const bool guesses = readers_.headingMapGuess && !readers_.headingMapGuess->isTaken();
     readers_.estimate = std::jthread();
     readers_.warmer.reset();
     readers_.headingMapGuess.reset();
+    headingMapModel_->setUses(std::nullopt);
     findCommands_->forgetPages();
     if (myWindow()) pdfview()->setDocument(nullptr);
     exchange();
@@ -61,7 +62,7 @@ void MyDocument::showOtherPages(const std::function<void()> &exchange) {
     if (myWindow()->findBar()->isOpen()) findCommands_->searchAgain();
     estimatePrintedPageOffsetInBackground();
     if (warms) readers_.warmer = std::make_unique<PageWarmer>(*pdfDoc());
-    if (guesses) guessHeadingMap();
+    guessHeadingMap();
 }
 
 /// Until the next reload.

@@ -149,6 +149,8 @@ QWidget *DocumentWindow::makeOutlinePane() {
     QHeaderView &columns = *tableViewH1H2H3Config_->horizontalHeader();
     columns.setSectionResizeMode(HeadingMapModel::LevelColumn, QHeaderView::ResizeToContents);
     columns.setSectionResizeMode(HeadingMapModel::FontColumn, QHeaderView::Stretch);
+    columns.setSectionResizeMode(HeadingMapModel::CountColumn, QHeaderView::ResizeToContents);
+    columns.setSectionResizeMode(HeadingMapModel::SampleColumn, QHeaderView::Stretch);
 
     outlinePane_ = new QSplitter(Qt::Vertical);
     outlinePane_->setChildrenCollapsible(false);
