@@ -1778,6 +1778,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>no thread can be started: %1</source>
         <translation>es lässt sich kein Thread starten: %1</translation>
     </message>
+    <message>
+        <source>This is not the password.</source>
+        <translation>Das ist nicht das Passwort.</translation>
+    </message>
 </context>
 <context>
     <name>NavigationCommands</name>
@@ -3488,6 +3492,21 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>Page</source>
         <translation>Seite</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::PasswordBar</name>
+    <message>
+        <source>This PDF is locked. With its password you can look at it:</source>
+        <translation>Diese PDF ist gesperrt. Mit ihrem Passwort können Sie sie ansehen:</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>Show Pages</source>
+        <translation>Seiten zeigen</translation>
     </message>
 </context>
 <context>

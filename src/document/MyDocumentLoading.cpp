@@ -7,6 +7,7 @@
 #include "document/window/EntriesElsewhereNotice.h"
 #include "document/window/HeadingMapModel.h"
 #include "document/window/OutlineDelegate.h"
+#include "document/window/PasswordBar.h"
 #include "document/window/SaveProgress.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "pageview/ThumbnailView.h"
@@ -65,6 +66,7 @@ void MyDocument::windowControllerDidLoadNib(DocumentWindow &window) {
     setUpSplitView();
     documentDidLoad();
     tellReadProblem();
+    if (pdfDoc() && pdfDoc()->isLocked()) window.passwordBar()->open();
 }
 
 void MyDocument::showAlert(const QString &message, const QString &informativeText) {

@@ -42,6 +42,19 @@ bool MyDocument::reload(Reload kind) {
     return true;
 }
 
+std::optional<PDFError> MyDocument::unlock(const QString &password) {
+    if (!pdfDoc() || !pdfDoc()->isLocked()) return std::nullopt;
+    auto unlocked = pdfDoc()->unlocked(password);
+    if (auto *error = std::get_if<PDFError>(&unlocked)) return std::move(*error);
+    if (listH1H2H3Config_.empty()) headingMapIsThere_ = false;  // It was guessed from no page.
+    showOtherPages(
+        [&] { outline_.takeUnlocked(std::get<std::unique_ptr<PDFDocument>>(std::move(unlocked))); });
+    if (!myWindow()) return std::nullopt;
+    tellReadProblem();
+    if (std::exchange(thumbnailsBound_, false)) bindThumbnails();
+    return std::nullopt;
+}
+
 /// Has the document's pages exchanged, which nobody may be reading then. @param exchange does that
 void MyDocument::showOtherPages(const std::function<void()> &exchange) {
     const PDFPage *shown = myWindow() ? pdfview()->currentPage() : nullptr;
