@@ -1778,6 +1778,10 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
         <source>no thread can be started: %1</source>
         <translation>es lässt sich kein Thread starten: %1</translation>
     </message>
+    <message>
+        <source>This is not the password.</source>
+        <translation>Das ist nicht das Passwort.</translation>
+    </message>
 </context>
 <context>
     <name>NavigationCommands</name>
@@ -3259,6 +3263,26 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
         <source>No font has the level H%1. These headings stand a single level below those before them.</source>
         <translation>Keine Schrift hat die Ebene H%1. Diese Überschriften stehen eine einzige Ebene unter denen vor ihnen.</translation>
     </message>
+    <message>
+        <source>Pieces of text in this font: %1</source>
+        <translation>Textstücke in dieser Schrift: %1</translation>
+    </message>
+    <message>
+        <source>How many pieces of text are set in the font</source>
+        <translation>Wie viele Textstücke in der Schrift gesetzt sind</translation>
+    </message>
+    <message>
+        <source>The first text in the font</source>
+        <translation>Der erste Text in der Schrift</translation>
+    </message>
+    <message>
+        <source>Count</source>
+        <translation>Anzahl</translation>
+    </message>
+    <message>
+        <source>Sample</source>
+        <translation>Beispiel</translation>
+    </message>
 </context>
 <context>
     <name>leafwright::HeadingMapView</name>
@@ -3468,6 +3492,21 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     <message>
         <source>Page</source>
         <translation>Seite</translation>
+    </message>
+</context>
+<context>
+    <name>leafwright::PasswordBar</name>
+    <message>
+        <source>This PDF is locked. With its password you can look at it:</source>
+        <translation>Diese PDF ist gesperrt. Mit ihrem Passwort können Sie sie ansehen:</translation>
+    </message>
+    <message>
+        <source>Password</source>
+        <translation>Passwort</translation>
+    </message>
+    <message>
+        <source>Show Pages</source>
+        <translation>Seiten zeigen</translation>
     </message>
 </context>
 <context>

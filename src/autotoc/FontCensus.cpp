@@ -4,11 +4,23 @@
 
 namespace leafwright {
 
-void FontCensus::count(const Font &font, qint64 characters) {
+namespace {
+
+constexpr qsizetype longestSample = 120;  // UTF-16 units
+
+QString sampleOf(const QString &text) {
+    QString sample = text.simplified().left(longestSample);
+    if (!sample.isEmpty() && sample.back().isHighSurrogate()) sample.chop(1);
+    return sample;
+}
+
+}  // namespace
+
+void FontCensus::count(const Font &font, qint64 characters, const QString &text) {
     auto index = indexByFont_.constFind(font);
     if (index == indexByFont_.constEnd()) {
         index = indexByFont_.insert(font, entries_.size());
-        entries_.push_back({font, {}});
+        entries_.push_back({font, {}, sampleOf(text)});
     }
     FontRecord &record = entries_[*index].record;
     record = {record.charCount + characters, record.instances + 1};
@@ -31,7 +43,7 @@ FontCensus calcFontsInDocument(const TextPages &pages) {
     FontCensus census;
     for (int page = 0; page < pages.pageCount(); ++page) {
         walkRuns(pages.pageText(page)->attributedString, [&census](const CleanedRun &run) {
-            if (hasLetters(run.text)) census.count(run.font, run.text.size());
+            if (hasLetters(run.text)) census.count(run.font, run.text.size(), run.text);
         });
     }
     return census;

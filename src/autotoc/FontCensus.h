@@ -23,10 +23,11 @@ public:
     struct Entry {
         Font font;
         FontRecord record;
+        QString sample;  ///< The first text that was counted in it, without line ends; cut where it is long.
     };
 
-    /// Counts one run.
-    void count(const Font &font, qint64 characters);
+    /// Counts one run. @param text of the run, of which only the first of a font is looked at
+    void count(const Font &font, qint64 characters, const QString &text = {});
 
     bool isEmpty() const { return entries_.empty(); }
     const std::vector<Entry> &entries() const { return entries_; }

@@ -8,6 +8,10 @@ LevelRecord levelRecord(int levelNumber, const Font &font) {
     return {levelNumber, u'H' + QString::number(levelNumber), customFontIDString(font), font};
 }
 
+QString fontIDOf(const LevelRecord &record) {
+    return record.font ? fontIDString(*record.font) : record.fontText;
+}
+
 HeadingLevelMap headingsfromFonts(const FontCensus &census) {
     const FontCensus::Entry *body = census.bodyFont();
     const double bodySize = body ? body->font.pointSize() : 0;

@@ -23,6 +23,9 @@ using HeadingLevelMap = std::vector<LevelRecord>;
 /// The record that maps a font to a level.
 LevelRecord levelRecord(int levelNumber, const Font &font);
 
+/// The font ID string of a record's font, by which its headings are told.
+QString fontIDOf(const LevelRecord &record);
+
 /// Guesses the map: every font larger than the body text's, by adjusted size, largest first. The level
 /// rises from one font to the next unless the font occurs in a single run (a title, most likely).
 HeadingLevelMap headingsfromFonts(const FontCensus &census);

@@ -21,18 +21,18 @@ void HeadingMapGuess::start() {
     thread_ = std::jthread([this](const std::stop_token &stop) { run(stop); });
 }
 
-std::optional<HeadingLevelMap> HeadingMapGuess::take() {
+std::optional<HeadingMapGuess::Guess> HeadingMapGuess::take() {
     start();
     if (thread_.joinable()) thread_.join();
-    taken_ = true;
-    return std::exchange(map_, std::nullopt);
+    return std::exchange(guess_, std::nullopt);
 }
 
 void HeadingMapGuess::run(const std::stop_token &stop) {
     try {
         readAllPages(pages_, stop);
         if (stop.stop_requested()) return;
-        map_ = headingsfromFonts(calcFontsInDocument(pages_));
+        const FontCensus census = calcFontsInDocument(pages_);
+        guess_ = Guess{headingsfromFonts(census), fontUses(census)};
     } catch (const std::bad_alloc &) {
         qCWarning(log, "there is not enough memory to guess the heading map");
     }

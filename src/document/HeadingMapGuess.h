@@ -1,6 +1,6 @@
 #pragma once
 
-#include "autotoc/HeadingLevelMap.h"
+#include "autotoc/FontUses.h"
 
 #include <QObject>
 
@@ -22,10 +22,14 @@ public:
 
     /// Begins, unless it has begun before.
     void start();
-    /// The map. Begins if need be, and waits for the end. It is handed out once; absent after that, and where
+    /// The map, and how the document uses its fonts.
+    struct Guess {
+        HeadingLevelMap map;
+        FontUses uses;
+    };
+    /// Begins if need be, and waits for the end. The guess is handed out once; absent after that, and where
     /// there was not enough memory for the pages.
-    std::optional<HeadingLevelMap> take();
-    bool isTaken() const { return taken_; }
+    std::optional<Guess> take();
 
 Q_SIGNALS:
     /// The map is there to be taken.
@@ -36,8 +40,7 @@ private:
 
     const TextPages &pages_;
     bool started_ = false;
-    bool taken_ = false;
-    std::optional<HeadingLevelMap> map_;  ///< The thread's until it has ended.
+    std::optional<Guess> guess_;  ///< The thread's until it has ended.
     std::jthread thread_;
 };
 

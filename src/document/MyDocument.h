@@ -141,6 +141,9 @@ public:
     /// Shows the pages that the file has now; see OutlineDocument::keepOutlineFor() and takeOutlineOf(). What
     /// can't be read is told, and all stays as it is. @return whether it was read
     bool reload(Reload kind);
+    /// Shows a file that is locked, to be looked at, by its password.
+    /// @return why it can't be; of the kind Locked where that is not the password
+    std::optional<PDFError> unlock(const QString &password);
     /// Why the last write failed, whichever command asked for it; absent where it did not, and before any.
     const std::optional<PDFError> &writeError() const { return outline_.writeError(); }
     /// Tells the user, in the window, that not all of the PDF could be read, if that is so, and whether it
@@ -281,6 +284,7 @@ private:
     std::unique_ptr<FindCommands> findCommands_;
     std::unique_ptr<PrioritySplitViewDelegate> splitViewDelegate_;
     bool thumbnailsBound_ = false;
+    bool headingMapIsThere_ = false;  ///< It has been guessed once.
     QPointer<Sheet> openSheet_;
     QPointer<Sheet> openPanel_;
 

@@ -7,6 +7,7 @@
 #include "document/window/EntriesElsewhereNotice.h"
 #include "document/window/HeadingMapModel.h"
 #include "document/window/OutlineDelegate.h"
+#include "document/window/PasswordBar.h"
 #include "document/window/SaveProgress.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "pageview/ThumbnailView.h"
@@ -65,6 +66,7 @@ void MyDocument::windowControllerDidLoadNib(DocumentWindow &window) {
     setUpSplitView();
     documentDidLoad();
     tellReadProblem();
+    if (pdfDoc() && pdfDoc()->isLocked()) window.passwordBar()->open();
 }
 
 void MyDocument::showAlert(const QString &message, const QString &informativeText) {
@@ -153,10 +155,10 @@ void MyDocument::guessHeadingMap() {
     // The census reads every page, which takes more than a second for thousands of them. So it is left to
     // other threads, and begins when the first page is on the screen.
     readers_.headingMapGuess = std::make_unique<HeadingMapGuess>(*pdfDoc());
-    connect(readers_.headingMapGuess.get(), &HeadingMapGuess::finished, this,
+    HeadingMapGuess *guess = readers_.headingMapGuess.get();
+    connect(guess, &HeadingMapGuess::finished, guess,
             [this] { whenIdle([this] { takeGuessedHeadingMap(); }); });
-    connect(pdfview(), &PDFView::visiblePagesRendered, readers_.headingMapGuess.get(),
-            &HeadingMapGuess::start);
+    connect(pdfview(), &PDFView::visiblePagesRendered, guess, &HeadingMapGuess::start);
 }
 
 void MyDocument::bindThumbnails() {
@@ -178,14 +180,19 @@ void MyDocument::showFromTheTop(const PDFPage &first) {
 }
 
 void MyDocument::takeGuessedHeadingMap() {
-    auto map = readers_.headingMapGuess ? readers_.headingMapGuess->take() : std::nullopt;
-    if (!map) return;
-    listH1H2H3Config_ = std::move(*map);
+    if (!readers_.headingMapGuess) return;
+    auto guess = readers_.headingMapGuess->take();
+    // Of pages that are shown in the place of others, the uses are what is new: the map is the user's by now.
+    const bool isFirst = !std::exchange(headingMapIsThere_, true);
+    if (!guess) return;
+    headingMapModel_->setUses(std::move(guess->uses));
+    if (!isFirst) return;
+    listH1H2H3Config_ = std::move(guess->map);
     reloadHeadingMap();
 }
 
 void MyDocument::finishHeadingMap() {
-    if (!readers_.headingMapGuess || readers_.headingMapGuess->isTaken()) return;
+    if (!readers_.headingMapGuess || headingMapIsThere_) return;
     // What takes long is reading the pages; the guess finds them read then.
     inBackground(
         *this,

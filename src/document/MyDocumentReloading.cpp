@@ -5,6 +5,7 @@
 #include "document/window/DocumentWindow.h"
 #include "document/window/EntriesElsewhereNotice.h"
 #include "document/window/FindBar.h"
+#include "document/window/HeadingMapModel.h"
 #include "document/window/LostTargetsNotice.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "pdf/ReadAhead.h"
@@ -41,15 +42,28 @@ bool MyDocument::reload(Reload kind) {
     return true;
 }
 
+std::optional<PDFError> MyDocument::unlock(const QString &password) {
+    if (!pdfDoc() || !pdfDoc()->isLocked()) return std::nullopt;
+    auto unlocked = pdfDoc()->unlocked(password);
+    if (auto *error = std::get_if<PDFError>(&unlocked)) return std::move(*error);
+    if (listH1H2H3Config_.empty()) headingMapIsThere_ = false;  // It was guessed from no page.
+    showOtherPages(
+        [&] { outline_.takeUnlocked(std::get<std::unique_ptr<PDFDocument>>(std::move(unlocked))); });
+    if (!myWindow()) return std::nullopt;
+    tellReadProblem();
+    if (std::exchange(thumbnailsBound_, false)) bindThumbnails();
+    return std::nullopt;
+}
+
 /// Has the document's pages exchanged, which nobody may be reading then. @param exchange does that
 void MyDocument::showOtherPages(const std::function<void()> &exchange) {
     const PDFPage *shown = myWindow() ? pdfview()->currentPage() : nullptr;
     const QString label = shown ? shown->label() : QString();
     const bool warms = readers_.warmer != nullptr;
-    const bool guesses = readers_.headingMapGuess && !readers_.headingMapGuess->isTaken();
     readers_.estimate = std::jthread();
     readers_.warmer.reset();
     readers_.headingMapGuess.reset();
+    headingMapModel_->setUses(std::nullopt);
     findCommands_->forgetPages();
     if (myWindow()) pdfview()->setDocument(nullptr);
     exchange();
@@ -61,7 +75,7 @@ void MyDocument::showOtherPages(const std::function<void()> &exchange) {
     if (myWindow()->findBar()->isOpen()) findCommands_->searchAgain();
     estimatePrintedPageOffsetInBackground();
     if (warms) readers_.warmer = std::make_unique<PageWarmer>(*pdfDoc());
-    if (guesses) guessHeadingMap();
+    guessHeadingMap();
 }
 
 /// Until the next reload.

@@ -109,6 +109,8 @@ void Recovery::startTimer() {
 
 void Recovery::keep() {
     if (!document_.isDocumentEdited()) return;
+    // What only a password shows is not to be written without it; nor could it be put into the file.
+    if (document_.pdfDoc() && document_.pdfDoc()->isUnlocked()) return;
     sinceKept_.start();
     try {
         if (const auto pages = document_.sharedPdfDoc(); !file_ || fileOf_.lock() != pages) {

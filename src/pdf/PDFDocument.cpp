@@ -23,6 +23,12 @@ Result<std::unique_ptr<PDFDocument>> PDFDocument::open(const QString &path,
     return std::make_unique<PDFDocument>(std::get<std::unique_ptr<PDFEngine>>(std::move(engine)));
 }
 
+Result<std::unique_ptr<PDFDocument>> PDFDocument::unlocked(const QString &password) const {
+    auto engine = engine_->unlocked(password);
+    if (auto *error = std::get_if<PDFError>(&engine)) return std::move(*error);
+    return std::make_unique<PDFDocument>(std::get<std::unique_ptr<PDFEngine>>(std::move(engine)));
+}
+
 PDFDocument::PDFDocument(std::unique_ptr<PDFEngine> engine) : engine_(std::move(engine)) {
     const PDFFacts &facts = engine_->facts();
     const int count = static_cast<int>(facts.pages.size());

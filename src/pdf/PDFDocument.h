@@ -33,6 +33,10 @@ public:
     /// @param asItWas gets the file as it was before anything was read of it; may be null
     static Result<std::unique_ptr<PDFDocument>> open(const QString &path,
                                                      std::shared_ptr<const FileSnapshot> *asItWas = nullptr);
+    /// The same file, opened with the password that it is locked by; this document stays as it is. The
+    /// password is kept in memory as long as the new one lives, and nowhere else.
+    /// @return an error of the kind Locked where that is not the password
+    Result<std::unique_ptr<PDFDocument>> unlocked(const QString &password) const;
     /// A document on an engine that has opened its file.
     explicit PDFDocument(std::unique_ptr<PDFEngine> engine);
     ~PDFDocument() override;
@@ -56,6 +60,8 @@ public:
 
     bool isLocked() const { return engine_->facts().locked; }
     bool isEncrypted() const { return engine_->facts().encrypted; }
+    /// Whether it needs a password and has been opened with it. It is encrypted then, and not written.
+    bool isUnlocked() const { return engine_->facts().unlocked; }
     bool wasRepaired() const { return engine_->facts().repaired; }
     bool isSigned() const { return engine_->facts().isSigned; }
     bool hasOutline() const { return engine_->facts().hasOutline; }

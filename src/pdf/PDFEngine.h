@@ -27,6 +27,7 @@ struct PDFFacts {
     PDFVersion version;
     bool locked = false;      ///< A password is needed to read it.
     bool encrypted = false;   ///< It is encrypted, whether or not it opens without a password.
+    bool unlocked = false;    ///< It needs a password, and was opened with it.
     bool repaired = false;    ///< Its cross-reference was damaged and had to be rebuilt.
     bool isSigned = false;    ///< It bears a digital signature.
     bool hasOutline = false;  ///< There is at least one outline entry.
@@ -41,6 +42,9 @@ public:
     virtual ~PDFEngine() = default;
 
     virtual const PDFFacts &facts() const = 0;
+    /// The same file, opened with the password that it is locked by. This engine stays as it is.
+    /// @return an error of the kind Locked where that is not the password
+    virtual Result<std::unique_ptr<PDFEngine>> unlocked(const QString &password) const = 0;
     /// Why something of the file could not be read that is there: the system would not read it, or memory or
     /// the time for a page ran out. Absent while all could be read that was asked for. What could not be read
     /// is left out where it is asked for, so whoever needs all asks this afterwards.

@@ -68,6 +68,23 @@ TEST(FontCensus, DocumentWithoutTextOrPagesIsEmpty) {
     EXPECT_EQ(calcFontsInDocument(pages).bodyFont(), nullptr);
 }
 
+TEST(FontCensus, TheFirstCountedTextOfAFontIsItsSample) {
+    FakePages pages;
+    pages.add("1", {{"1.2", heading}, {" The\nfirst  one ", heading}, {"text", body}, {"Another", heading}});
+    EXPECT_EQ(calcFontsInDocument(pages).entries()[0].sample, "The first one");
+}
+
+TEST(FontCensus, ALongSampleIsCutBetweenCharacters) {
+    FontCensus census;
+    const QString text = "x" + QString::fromUtf8("\xF0\x9D\x94\xB8").repeated(1000);
+    census.count(heading, text.size(), text);
+    const QString &sample = census.entries()[0].sample;
+    EXPECT_GT(sample.size(), 50);
+    EXPECT_LT(sample.size(), 200);
+    EXPECT_TRUE(text.startsWith(sample));
+    EXPECT_TRUE(sample.isValidUtf16());
+}
+
 TEST(FontCensus, AnUnknownFontHasAZeroRecord) {
     EXPECT_EQ(FontCensus().record(body), (FontRecord{0, 0}));
 }

@@ -304,6 +304,8 @@ TEST_F(Loading, TheHeadingMapHasTheFontsAboveTheBodyText) {
     EXPECT_TRUE(model.index(0, HeadingMapModel::FontColumn).data().toString().contains("Helvetica"));
     EXPECT_EQ(model.headerData(0, Qt::Horizontal), "Level");
     EXPECT_EQ(model.headerData(1, Qt::Horizontal), "Font");
+    EXPECT_EQ(model.headerData(2, Qt::Horizontal), "Count");
+    EXPECT_EQ(model.headerData(3, Qt::Horizontal), "Sample");
 }
 
 TEST_F(Loading, TheFirstPageIsOnTheScreenBeforeTheFontsAreCounted) {

@@ -13,6 +13,9 @@ public:
         facts_.labels.resize(static_cast<size_t>(pages));
     }
 
+    Result<std::unique_ptr<PDFEngine>> unlocked(const QString & /*password*/) const override {
+        return PDFError{PDFError::Kind::Locked, {}};
+    }
     const PDFFacts &facts() const override { return facts_; }
     std::optional<PDFError> readProblem() const override { return std::nullopt; }
     bool canBeWritten() const override { return true; }

@@ -100,6 +100,25 @@ std::string PdfBuilder::pageReference(int index) const {
     return reference(pages_.at(static_cast<size_t>(index)).getObjectID());
 }
 
+namespace {
+
+void encrypt(QPDFWriter &writer, const PdfBuilder::Options &options) {
+    const char *user = options.userPassword.c_str();
+    const char *owner = options.ownerPassword.c_str();
+    if (options.encryption == 3) {
+        writer.setR3EncryptionParametersInsecure(user, owner, true, true, true, true, true, true,
+                                                 qpdf_r3p_full);
+    } else if (options.encryption == 4) {
+        writer.setR4EncryptionParametersInsecure(user, owner, true, true, true, true, true, true,
+                                                 qpdf_r3p_full, true, true);
+    } else {
+        writer.setR6EncryptionParameters(user, owner, true, true, true, true, true, true, qpdf_r3p_full,
+                                         true);
+    }
+}
+
+}  // namespace
+
 void PdfBuilder::save(const QString &path, const Options &options) const {
     QPDFWriter writer(*pdf_, QFile::encodeName(path).constData());
     writer.setStaticID(true);
@@ -109,8 +128,7 @@ void PdfBuilder::save(const QString &path, const Options &options) const {
     if (options.userPassword.empty() && options.ownerPassword.empty()) {
         writer.forcePDFVersion(options.version);
     } else {
-        writer.setR6EncryptionParameters(options.userPassword.c_str(), options.ownerPassword.c_str(), true,
-                                         true, true, true, true, true, qpdf_r3p_full, true);
+        encrypt(writer, options);
     }
     writer.write();
 }

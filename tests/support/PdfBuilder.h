@@ -53,6 +53,9 @@ public:
         /// With either password the file is encrypted; with a user password it is locked as well.
         std::string userPassword = {};
         std::string ownerPassword = {};
+        /// How it is encrypted: the revision of the standard security handler (ISO 32000-2, table 21), 3, 4
+        /// or 6.
+        int encryption = 6;
     };
     void save(const QString &path, const Options &options) const;
     void save(const QString &path) const { save(path, Options()); }

@@ -45,10 +45,6 @@ FilePanel mapPanel(const QString &title) {
     return {.title = title, .allowedFileTypes = {QStringLiteral("txt")}};
 }
 
-QString fontIDOf(const LevelRecord &record) {
-    return record.font ? fontIDString(*record.font) : record.fontText;
-}
-
 struct FoundText {
     int pageIndex;
     TextRange range;

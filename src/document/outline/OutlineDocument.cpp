@@ -86,6 +86,16 @@ LostTargets OutlineDocument::keepOutlineFor(Reopened file) {
 
 void OutlineDocument::takeOutlineOf(Reopened file) {
     takePages(std::move(file));
+    takeOutlineOfPages();
+}
+
+void OutlineDocument::takeUnlocked(std::shared_ptr<PDFDocument> pdf) {
+    takePages({std::move(pdf), std::move(onDisk_)});
+    takeOutlineOfPages();
+    edits_.setSavedRevision(edits_.revision());
+}
+
+void OutlineDocument::takeOutlineOfPages() {
     edits_.setSavedRevision(edits_.revision());
     {
         const OutlineEdits::Transaction edit(edits_, QStringLiteral("reloadFromDisk:"),

@@ -82,6 +82,9 @@ public:
     /// Goes on with a file opened anew and its outline, as if it had just been opened. Nobody must be reading
     /// the pages.
     void takeOutlineOf(Reopened file);
+    /// Goes on with the file that was locked, opened by its password, and its outline, to be looked at: it
+    /// can't be edited, and counts as it was saved. Nobody must be reading the pages.
+    void takeUnlocked(std::shared_ptr<PDFDocument> pdf);
 
     // The outline
 
@@ -155,6 +158,7 @@ public:
 
 private:
     void takePages(Reopened file);
+    void takeOutlineOfPages();
     PageLookUp lookUp(const QString &label) const;
     void tellOfEntriesElsewhere(const QString &type) const;
 

@@ -11,6 +11,7 @@
 #include "document/window/HeadingMapView.h"
 #include "document/window/OutlineDelegate.h"
 #include "document/window/OutlineFilter.h"
+#include "document/window/PasswordBar.h"
 #include "document/window/RecentDocumentsMenu.h"
 #include "files/FileName.h"
 #include "files/FileReading.h"
@@ -127,6 +128,8 @@ void DocumentWindow::makeViews() {
     layout->setContentsMargins({});
     layout->setSpacing(0);
     layout->addWidget(notices_);
+    passwordBar_ = new PasswordBar;
+    layout->addWidget(passwordBar_);
     findBar_ = new FindBar;
     layout->addWidget(findBar_);
     layout->addWidget(splitViewTopLevel_, 1);
@@ -149,6 +152,8 @@ QWidget *DocumentWindow::makeOutlinePane() {
     QHeaderView &columns = *tableViewH1H2H3Config_->horizontalHeader();
     columns.setSectionResizeMode(HeadingMapModel::LevelColumn, QHeaderView::ResizeToContents);
     columns.setSectionResizeMode(HeadingMapModel::FontColumn, QHeaderView::Stretch);
+    columns.setSectionResizeMode(HeadingMapModel::CountColumn, QHeaderView::ResizeToContents);
+    columns.setSectionResizeMode(HeadingMapModel::SampleColumn, QHeaderView::Stretch);
 
     outlinePane_ = new QSplitter(Qt::Vertical);
     outlinePane_->setChildrenCollapsible(false);
@@ -254,6 +259,7 @@ void DocumentWindow::connectViews() {
     connect(pdfview_, &PDFView::linkClicked, this,
             [this](const QString &uri) { document_.platform().openURL(QUrl(uri)); });
     connectHeadingMap();
+    connect(passwordBar_, &PasswordBar::entered, this, &DocumentWindow::unlock);
     connect(&document_, &MyDocument::historyChanged, this, scheduleUpdate);
     connect(outlineFilter_, &OutlineFilter::told, statusBar_, &DocumentStatusBar::tell);
     connect(&document_, &Document::editedChanged, this, &DocumentWindow::updateTitle);
@@ -284,6 +290,14 @@ void DocumentWindow::connectHeadingMap() {
     connect(tableViewH1H2H3Config_, &HeadingMapView::occurrenceRequested, this, [this](int row) {
         if (!document_.isBusy()) document_.headingMapCommands().showNextOccurrence(row);
     });
+}
+
+void DocumentWindow::unlock(const QString &password) {
+    if (document_.isBusy()) return;
+    if (const auto error = document_.unlock(password)) return passwordBar_->refuse(error->message);
+    passwordBar_->dismiss();
+    pdfview_->setFocus();
+    updateActions();
 }
 
 QWidget *DocumentWindow::fieldBarOf(const QString &selector) const {

@@ -23,6 +23,7 @@ class MyDocument;
 class NoticeBars;
 class OKNSOutlineView;
 class OutlineFilter;
+class PasswordBar;
 class Sheet;
 class SplitView;
 class ThumbnailView;
@@ -51,6 +52,8 @@ public:
     NoticeBars *notices() const { return notices_; }
     /// The bar that asks for a text on the pages.
     FindBar *findBar() const { return findBar_; }
+    /// The bar that asks for the password of a locked file.
+    PasswordBar *passwordBar() const { return passwordBar_; }
     /// The field above the outline that says which entries are shown.
     OutlineFilter *outlineFilter() const { return outlineFilter_; }
     /// The line at the foot.
@@ -86,6 +89,7 @@ private:
     QAction *makeAction(const ActionDescription &description);
     void connectViews();
     void connectHeadingMap();
+    void unlock(const QString &password);
     void updateTitle();
     void restorePlace();
     /// Lets a command's title say which step it is about.
@@ -100,6 +104,7 @@ private:
     SplitView *splitViewTopLevel_ = nullptr;
     QSplitter *outlinePane_ = nullptr;
     NoticeBars *notices_ = nullptr;
+    PasswordBar *passwordBar_ = nullptr;
     FindBar *findBar_ = nullptr;
     OutlineFilter *outlineFilter_ = nullptr;
     QWidget *outlineWithFilter_ = nullptr;

@@ -3,6 +3,7 @@
 #include "outlineview/LegibleColor.h"
 
 #include <QGuiApplication>
+#include <QLocale>
 #include <QPalette>
 
 #include <algorithm>
@@ -10,11 +11,6 @@
 namespace leafwright {
 
 namespace {
-
-/// A record's value under a key.
-QString objectValue(const LevelRecord &record, QLatin1String key) {
-    return key == QLatin1String("Level") ? record.levelName : record.fontText;
-}
 
 /// Whether no font has the level above a record's.
 bool leavesGap(const LevelRecord &record, const HeadingLevelMap &map) {
@@ -28,13 +24,19 @@ bool leavesGap(const LevelRecord &record, const HeadingLevelMap &map) {
 }  // namespace
 
 QLatin1String HeadingMapModel::identifier(int column) {
-    return column == LevelColumn ? QLatin1String("Level") : QLatin1String("FontTraits");
+    if (column == LevelColumn) return QLatin1String("Level");
+    return column == FontColumn ? QLatin1String("FontTraits") : QLatin1String();
 }
 
 void HeadingMapModel::reloadData() {
     beginResetModel();
     rows_ = static_cast<int>(map_.size());
     endResetModel();
+}
+
+void HeadingMapModel::setUses(std::optional<FontUses> uses) {
+    uses_ = std::move(uses);
+    if (rows_ > 0) Q_EMIT dataChanged(index(0, CountColumn), index(rows_ - 1, SampleColumn));
 }
 
 int HeadingMapModel::rowCount(const QModelIndex &parent) const {
@@ -45,24 +47,42 @@ int HeadingMapModel::columnCount(const QModelIndex &parent) const {
     return parent.isValid() ? 0 : ColumnCount;
 }
 
+QString HeadingMapModel::text(const LevelRecord &record, int column) const {
+    if (column == LevelColumn) return record.levelName;
+    if (column == FontColumn) return record.fontText;
+    if (!uses_) return {};
+    const FontUse use = uses_->value(fontIDOf(record));
+    return column == CountColumn ? QLocale().toString(use.count) : use.sample;
+}
+
+/// What is to be said of a cell beside its text; null where the text says all.
+QString HeadingMapModel::description(const QModelIndex &index, const LevelRecord &record) const {
+    if (index.column() == LevelColumn && leavesGap(record, map_))
+        return tr("No font has the level H%1. These headings stand a single level below those before them.")
+            .arg(record.levelNumber - 1);
+    if (index.column() == CountColumn && uses_)
+        return tr("Pieces of text in this font: %1").arg(text(record, CountColumn));
+    return {};
+}
+
 QVariant HeadingMapModel::data(const QModelIndex &index, int role) const {
     const auto row = static_cast<size_t>(index.row());
     if (!index.isValid() || row >= map_.size()) return {};
     const LevelRecord &record = map_[row];
-    const bool isGap = index.column() == LevelColumn && leavesGap(record, map_);
+    const QString note = description(index, record);
     switch (role) {
         case Qt::ToolTipRole:
+            return note.isNull() ? text(record, index.column()) : note;
         case Qt::AccessibleDescriptionRole:
-            if (isGap)
-                return tr("No font has the level H%1. These headings stand a single level below those before "
-                          "them.")
-                    .arg(record.levelNumber - 1);
-            return role == Qt::ToolTipRole ? objectValue(record, identifier(index.column())) : QVariant();
+            return note.isNull() ? QVariant() : note;
         case Qt::ForegroundRole:
-            if (isGap) return legibleColor(Qt::red, QGuiApplication::palette().color(QPalette::Base));
+            if (index.column() == LevelColumn && !note.isNull())
+                return legibleColor(Qt::red, QGuiApplication::palette().color(QPalette::Base));
             return {};
+        case Qt::TextAlignmentRole:
+            return index.column() == CountColumn ? QVariant(Qt::AlignRight | Qt::AlignVCenter) : QVariant();
         case Qt::DisplayRole:
-            return objectValue(record, identifier(index.column()));
+            return text(record, index.column());
         case Qt::EditRole:
             return index.column() == LevelColumn ? record.levelNumber : QVariant();
         default:
@@ -84,8 +104,23 @@ bool HeadingMapModel::setData(const QModelIndex &index, const QVariant &value, i
 }
 
 QVariant HeadingMapModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (role != Qt::DisplayRole || orientation != Qt::Horizontal) return {};
-    return section == LevelColumn ? tr("Level") : tr("Font");
+    if (orientation != Qt::Horizontal) return {};
+    if (role == Qt::TextAlignmentRole && section == CountColumn)
+        return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+    if (role == Qt::ToolTipRole && section == CountColumn)
+        return tr("How many pieces of text are set in the font");
+    if (role == Qt::ToolTipRole && section == SampleColumn) return tr("The first text in the font");
+    if (role != Qt::DisplayRole) return {};
+    switch (section) {
+        case LevelColumn:
+            return tr("Level");
+        case FontColumn:
+            return tr("Font");
+        case CountColumn:
+            return tr("Count");
+        default:
+            return tr("Sample");
+    }
 }
 
 }  // namespace leafwright

@@ -118,6 +118,7 @@ PDFFacts readFacts(Reader &reader) {
     PDFFacts facts;
     facts.version = readVersion(reader, catalog);
     facts.locked = reader.isLocked();
+    facts.unlocked = reader.isUnlocked();
     facts.encrypted = reader.isEncrypted();
     return facts;
 }

@@ -62,6 +62,7 @@ OpenedFile openFile(const std::shared_ptr<const FileHandle> &file) {
     if (!opened.problem) opened.problem = reader.problem();
     // A wrong key can pass for a right one; then nothing in the file makes sense.
     facts.locked = facts.encrypted && facts.pages.empty() && !opened.problem;
+    facts.unlocked = facts.unlocked && !facts.locked;
     // Last, since reading may have brought damage to light.
     facts.repaired = reader.wasRepaired();
     opened.isMeantEmpty =

@@ -21,7 +21,8 @@ FileHandle::FileHandle(const QString &path) : descriptor_(openRegularFile(path))
     adopt();
 }
 
-FileHandle::FileHandle(int descriptor) : descriptor_(::fcntl(descriptor, F_DUPFD_CLOEXEC, 0)) {
+FileHandle::FileHandle(int descriptor, QByteArray password)
+    : descriptor_(::fcntl(descriptor, F_DUPFD_CLOEXEC, 0)), password_(std::move(password)) {
     adopt();
 }
 

@@ -4,6 +4,7 @@
 
 #include <mupdf/fitz.h>
 
+#include <QByteArray>
 #include <QString>
 
 #include <atomic>
@@ -22,7 +23,8 @@ public:
     /// Opens a regular file for reading. Throws std::system_error when the system refuses.
     explicit FileHandle(const QString &path);
     /// A regular file that is open for reading already; the caller keeps its descriptor.
-    explicit FileHandle(int descriptor);
+    /// @param password see password()
+    explicit FileHandle(int descriptor, QByteArray password = {});
     ~FileHandle();
     FileHandle(const FileHandle &) = delete;
     FileHandle &operator=(const FileHandle &) = delete;
@@ -35,6 +37,8 @@ public:
     qint64 end() const { return end_; }
     /// For the system's own means of copying, by the offsets of the system.
     int descriptor() const { return descriptor_; }
+    /// What everyone who opens the file is to try where it is locked, in UTF-8; null for nothing.
+    const QByteArray &password() const { return password_; }
     /// Reads up to `length` bytes. Returns how many, 0 at the end, -1 with errno set on failure.
     qint64 readAt(qint64 offset, void *data, qint64 length) const;
     /// The same; throws ReadProblem on failure.
@@ -49,6 +53,7 @@ private:
     bool findEnd();
 
     int descriptor_;
+    QByteArray password_;
     qint64 size_ = 0;
     qint64 start_ = 0;
     qint64 end_ = 0;

@@ -52,6 +52,9 @@ int mostReaders(const Reader &reader) {
     return static_cast<int>(std::clamp<size_t>(std::thread::hardware_concurrency(), 1, fitting));
 }
 
+Result<std::unique_ptr<PDFEngine>> openEngine(
+    const std::function<std::shared_ptr<const FileHandle>()> &handle);
+
 class MuPDFEngine final : public PDFEngine {
 public:
     MuPDFEngine(const std::shared_ptr<const FileHandle> &file, OpenedFile opened)
@@ -64,6 +67,14 @@ public:
           problemForWriting_(std::move(opened.problem)) {}
 
     const PDFFacts &facts() const override { return facts_; }
+
+    Result<std::unique_ptr<PDFEngine>> unlocked(const QString &password) const override {
+        auto engine = openEngine(
+            [&] { return std::make_shared<const FileHandle>(file_->descriptor(), password.toUtf8()); });
+        const auto *opened = std::get_if<std::unique_ptr<PDFEngine>>(&engine);
+        if (!opened || (*opened)->facts().unlocked) return engine;
+        return PDFError{PDFError::Kind::Locked, translated("This is not the password.")};
+    }
 
     std::optional<PDFError> readProblem() const override {
         const std::lock_guard lock(problemMutex_);
@@ -247,16 +258,11 @@ std::shared_ptr<const FileHandle> handleOf(const QString &path,
     return std::make_shared<const FileHandle>(file->descriptor());
 }
 
-}  // namespace
-
-QString pdfEngineName() {
-    return QStringLiteral("MuPDF " FZ_VERSION);
-}
-
-Result<std::unique_ptr<PDFEngine>> openWithMuPDF(const QString &path,
-                                                 std::shared_ptr<const FileSnapshot> *asItWas) {
+/// @param handle opens the file, or takes one that is open; throws std::system_error where it can't
+Result<std::unique_ptr<PDFEngine>> openEngine(
+    const std::function<std::shared_ptr<const FileHandle>()> &handle) {
     try {
-        const std::shared_ptr<const FileHandle> file = handleOf(path, asItWas);
+        const std::shared_ptr<const FileHandle> file = handle();
         if (file->size() == 0) return PDFError{PDFError::Kind::NotAPDF, translated("the file is empty")};
         OpenedFile opened = openFile(file);
         const bool mayLackPages = opened.facts.locked || opened.isMeantEmpty;
@@ -275,6 +281,17 @@ Result<std::unique_ptr<PDFEngine>> openWithMuPDF(const QString &path,
     } catch (const Error &error) {
         return PDFError{PDFError::Kind::NotAPDF, QString::fromUtf8(error.what())};
     }
+}
+
+}  // namespace
+
+QString pdfEngineName() {
+    return QStringLiteral("MuPDF " FZ_VERSION);
+}
+
+Result<std::unique_ptr<PDFEngine>> openWithMuPDF(const QString &path,
+                                                 std::shared_ptr<const FileSnapshot> *asItWas) {
+    return openEngine([&] { return handleOf(path, asItWas); });
 }
 
 }  // namespace leafwright

@@ -17,6 +17,15 @@ Reader::Reader(std::shared_ptr<const FileHandle> file) : context_(file->memory()
     }
     fz_drop_stream(context_, stream);  // the document keeps its own reference
     locked_ = guarded(context_, [this] { return pdf_needs_password(context_, document_); });
+    if (!file_->password().isNull()) unlock();
+}
+
+/// With the password of the file, if that is the right one. Whoever reads the file has to, each for itself.
+void Reader::unlock() {
+    const char *password = file_->password().constData();
+    unlocked_ =
+        guarded(context_, [&] { return pdf_authenticate_password(context_, document_, password) != 0; });
+    locked_ = !unlocked_;
 }
 
 Reader::~Reader() {

@@ -24,6 +24,8 @@ public:
 
     /// Whether a password is needed that we do not have.
     bool isLocked() const { return locked_; }
+    /// Whether a password is needed, and the file has been given with it.
+    bool isUnlocked() const { return unlocked_; }
     bool isEncrypted() const;
     /// Whether the cross-reference had to be rebuilt; damage may also come to light while reading.
     bool wasRepaired() const;
@@ -43,10 +45,13 @@ public:
     DestinationReader &destinations();
 
 private:
+    void unlock();
+
     Context context_;
     std::shared_ptr<const FileHandle> file_;
     pdf_document *document_ = nullptr;
     bool locked_ = false;
+    bool unlocked_ = false;
     std::shared_ptr<const PageTree> pages_ = std::make_shared<const PageTree>();
     std::vector<Object> directPages_;  ///< By index, the pages that are no objects of their own; once needed.
     std::unique_ptr<DestinationReader> destinations_;

@@ -25,6 +25,15 @@ protected:
         test::writeFile(dir.path("map.txt"), text);
         return dir.path("map.txt");
     }
+    /// What the rows show of the document's text: "2 Chapter title, 2 Section title".
+    QString rows() {
+        const QAbstractItemModel &model = *table().model();
+        QStringList rows;
+        for (int row = 0; row < model.rowCount(); ++row)
+            rows.append(model.index(row, HeadingMapModel::CountColumn).data().toString() + " " +
+                        model.index(row, HeadingMapModel::SampleColumn).data().toString());
+        return rows.join(", ");
+    }
 };
 
 TEST_F(HeadingMap, SelectedTextIsMappedToALevel) {
@@ -166,11 +175,46 @@ TEST_F(HeadingMap, SeveralRowsAreDeletedAtOnce) {
 TEST_F(HeadingMap, TheTableShowsLevelAndFontOfEachRecord) {
     const QAbstractItemModel &model = *table().model();
     ASSERT_EQ(model.rowCount(), 2);
-    ASSERT_EQ(model.columnCount(), 2);
     EXPECT_EQ(HeadingMapModel::identifier(0), QLatin1String("Level"));
     EXPECT_EQ(HeadingMapModel::identifier(1), QLatin1String("FontTraits"));
+    EXPECT_TRUE(HeadingMapModel::identifier(2).isNull()) << "no value of a record";
     EXPECT_EQ(model.index(1, 0).data().toString(), "H2");
     EXPECT_EQ(model.index(1, 1).data().toString(), "16.0 pt Helvetica Bold");
+}
+
+TEST_F(HeadingMap, TheTableShowsHowOftenTheDocumentUsesAFontAndTheFirstTextInIt) {
+    EXPECT_EQ(rows(), "2 Chapter title, 2 Section title");
+    selectText("Body text");
+    perform("useSelectionforH3:");
+    EXPECT_TRUE(rows().startsWith("2 Chapter title, 2 Section title, 2 Body text that fills the page. Body"));
+    const QAbstractItemModel &model = *table().model();
+    const QModelIndex sample = model.index(2, HeadingMapModel::SampleColumn);
+    EXPECT_EQ(sample.data(Qt::ToolTipRole), sample.data()) << "a cell may be too narrow for it";
+    const QModelIndex count = model.index(2, HeadingMapModel::CountColumn);
+    EXPECT_EQ(count.data(Qt::AccessibleDescriptionRole), "Pieces of text in this font: 2");
+    platform.filesToChoose = {writeMap("H1/30.0/\"Courier\"\n")};
+    perform("buttonClickedLoadH1H2H3Map:");
+    EXPECT_EQ(rows(), "0 ") << "a font that the document lacks";
+    document.listH1H2H3Config() = {{1, "H1", "24.5 Helvetica Bold", std::nullopt}};
+    document.reloadHeadingMap();
+    EXPECT_EQ(rows(), "2 Chapter title") << "a record that has but the name of its font";
+}
+
+TEST_F(HeadingMap, UsesAreCountedAnewInOtherPagesAndTheMapStays) {
+    selectText("Body text");
+    perform("useSelectionforH3:");
+    table().selectRow(1);
+    PdfBuilder other;
+    other.addPage(PdfBuilder::showText("F2", 16, 72, 660, "Other title") +
+                  PdfBuilder::showText("F1", 12, 72, 640, "Other text"));
+    other.save(dir.path("a.pdf"));
+    perform("reloadFromDisk:");
+    ASSERT_EQ(document.pdfDoc()->pageCount(), 1);
+    EXPECT_EQ(rows(), " ,  , ") << "of the pages before nothing is shown";
+    document.finishLoading();
+    EXPECT_EQ(rows(), "0 , 1 Other title, 0 ");
+    EXPECT_EQ(map(), "H1 24, H2 16, H3 10");
+    EXPECT_EQ(table().selectionModel()->selectedRows().value(0).row(), 1);
 }
 
 TEST_F(HeadingMap, TheDeleteKeyInItRemovesItsRowsAndNoEntries) {
