@@ -8,6 +8,8 @@
 #include "app/AppDelegate.h"
 #include "app/QtPlatform.h"
 #include "document/MyDocument.h"
+#include "document/commands/ContentsCommands.h"
+#include "document/window/ContentsProposal.h"
 #include "document/window/DocumentWindow.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "tree/TreeController.h"
@@ -20,6 +22,7 @@
 #include <QPainter>
 #include <QStyleFactory>
 #include <QTemporaryDir>
+#include <QTreeWidget>
 
 #include <cstdio>
 
@@ -88,7 +91,7 @@ public:
     void take(const QString &path) {
         handleEventsFor(longEnoughToDraw);
         QPixmap picture = document_->window()->grab();
-        if (Sheet *sheet = document_->openSheet()) drawInFront(picture, *sheet);
+        if (Sheet *sheet = document_->openSheet(); sheet && sheet->isWindow()) drawInFront(picture, *sheet);
         if (!picture.save(path)) qFatal("guideshots: %s can't be written", qPrintable(path));
     }
 
@@ -123,6 +126,17 @@ void takeEditing(const QString &outlined, const QString &folder) {
     scene.take(folder + QStringLiteral("/target.png"));
 }
 
+void takeProposal(const QString &plain, const QString &folder) {
+    Scene scene(plain);
+    scene.perform("findContents:");
+    handleEventsFor(2 * longEnoughToDraw);
+    const ContentsProposal *proposal = scene.document().contentsCommands().proposal();
+    if (!proposal) qFatal("guideshots: nothing was found");
+    auto *entries = proposal->findChild<QTreeWidget *>(QStringLiteral("contentsEntries"));
+    entries->setCurrentItem(entries->topLevelItem(1));
+    scene.take(folder + QStringLiteral("/proposal.png"));
+}
+
 void takeAutoTOC(const QString &plain, const QString &folder) {
     Scene scene(plain);
     scene.goToPage(2);
@@ -145,6 +159,7 @@ int main(int argc, char **argv) {
     }
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     takeEditing(arguments[2], arguments[3]);
+    takeProposal(arguments[1], arguments[3]);
     takeAutoTOC(arguments[1], arguments[3]);
     return 0;
 }

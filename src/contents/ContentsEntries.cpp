@@ -16,6 +16,19 @@ bool leadToSamePlace(const ContentsLink &a, const ContentsLink &b) {
     return a.targetPage == b.targetPage && std::abs(y(a) - y(b)) < 1;
 }
 
+/// Whether all links of a row, which has some, lead to one place.
+bool leadsToOnePlace(const ContentsRow &row) {
+    return std::all_of(row.links.begin(), row.links.end(),
+                       [&row](const ContentsLink &link) { return leadToSamePlace(link, row.links.front()); });
+}
+
+QString joined(const QString &upper, const QString &lower) {
+    return upper + (meetWithoutBlank(upper, lower) ? QString() : QStringLiteral(" ")) + lower;
+}
+
+constexpr double hanging = 2;      // points further right than the first row of a title
+constexpr qsizetype fullRow = 55;  // characters; a title this long does not end by itself
+
 /// Collects rows into entries.
 class EntryMaker {
 public:
@@ -32,6 +45,7 @@ private:
     void addWithoutNumber(const ContentsRow &row);
     static bool belongsAbove(const ContentsRow &waiting, const ContentsRow &below,
                              const ContentsRow &numbered, const QString &titleBelow, bool isFirst);
+    static bool goesOn(const ContentsRow &upper, const ContentsRow &lower);
     bool beginsAgain(int number, const QString &title) const;
     bool beginsOtherList(int number, const Numbering &numbering) const;
     void keepHeadings(const Rows &rows);
@@ -69,8 +83,6 @@ bool EntryMaker::belongsAbove(const ContentsRow &waiting, const ContentsRow &bel
                               const ContentsRow &numbered, const QString &titleBelow, bool isFirst) {
     constexpr double sameSize = 0.6;
     constexpr double widestLeading = 1.7;
-    constexpr double hanging = 2;      // points further right than the first row
-    constexpr qsizetype fullRow = 55;  // characters; a title this long does not end by itself
     const TextLine &upper = waiting.line;
     const TextLine &lower = below.line;
     const double distance = lower.baseline - upper.baseline;
@@ -96,6 +108,17 @@ bool EntryMaker::belongsAbove(const ContentsRow &waiting, const ContentsRow &bel
            upper.text.size() > fullRow;
 }
 
+/// Whether a row of a linked list is the beginning of the title in the row below it. Where links lead to
+/// whole pages, several entries may lead to one.
+bool EntryMaker::goesOn(const ContentsRow &upper, const ContentsRow &lower) {
+    if (upper.links.empty() || lower.links.empty() ||
+        !leadToSamePlace(upper.links.front(), lower.links.front()) || !leadsToOnePlace(upper) ||
+        !leadsToOnePlace(lower) || !belongsAbove(upper, lower, lower, lower.line.text, true))
+        return false;
+    return upper.links.front().targetPoint || lower.line.left > upper.line.left + hanging ||
+           startsLowercase(lower.line.text) || upper.line.text.size() > fullRow;
+}
+
 /// Whether brief contents end here, and the full ones begin.
 bool EntryMaker::beginsAgain(int number, const QString &title) const {
     constexpr size_t fewestBefore = 8;
@@ -116,8 +139,7 @@ bool EntryMaker::addNumbered(const ContentsRow &row) {
     while (!waiting_.empty()) {
         const ContentsRow &upper = *waiting_.back();
         if (!belongsAbove(upper, *rows.front(), row, title, rows.size() == 1)) break;
-        title = upper.line.text +
-                (meetWithoutBlank(upper.line.text, title) ? QString() : QStringLiteral(" ")) + title;
+        title = joined(upper.line.text, title);
         rows.insert(rows.begin(), &upper);
         waiting_.pop_back();
         const NumberKind kind = numberingOf(upper.line.text).kind;
@@ -141,19 +163,9 @@ void EntryMaker::addWithoutNumber(const ContentsRow &row) {
     constexpr size_t mostWaiting = 6;
     if (isLinkedList_ && !row.links.empty()) {
         const ContentsLink &link = row.links.front();
-        const bool continuesEntry = !entries_.empty() && entries_.back().link && waiting_.empty() &&
-                                    entries_.back().number.isEmpty() &&
-                                    leadToSamePlace(link, *entries_.back().link);
-        if (continuesEntry) {
-            entries_.back().title += u' ' + row.line.text;
-            return;
-        }
-        const bool onePlace =
-            std::all_of(row.links.begin(), row.links.end(),
-                        [&link](const ContentsLink &other) { return leadToSamePlace(link, other); });
         const bool continuesWaiting = !waiting_.empty() && !waiting_.back()->links.empty() &&
                                       leadToSamePlace(waiting_.back()->links.front(), link);
-        if (onePlace) {
+        if (leadsToOnePlace(row)) {
             if (!continuesWaiting) keepHeadings(std::exchange(waiting_, {}));
             waiting_.push_back(&row);
             return;
@@ -163,19 +175,27 @@ void EntryMaker::addWithoutNumber(const ContentsRow &row) {
     if (waiting_.size() > mostWaiting) waiting_.erase(waiting_.begin());
 }
 
-/// Rows without a number that belong to no other: entries of their own, if they look like it.
+/// Rows without a number that belong to no other: entries of their own, if they look like it. In a linked
+/// list, a title may go on in the next row.
 void EntryMaker::keepHeadings(const Rows &rows) {
     constexpr double bigger = 1.08;
     constexpr qsizetype longest = 90;
-    for (const ContentsRow *row : rows) {
-        const TextLine &line = row->line;
-        if (isContentsTitle(line.text) || isListTitle(line.text)) continue;
-        const NumberKind kind = numberingOf(line.text).kind;
+    for (auto row = rows.begin(); row != rows.end();) {
+        const ContentsRow &first = **row;
+        const TextLine &line = first.line;
+        Rows own{&first};
+        QString title = line.text;
+        while (++row != rows.end() && isLinkedList_ && goesOn(*own.back(), **row)) {
+            title = joined(title, (*row)->line.text);
+            own.push_back(*row);
+        }
+        if (isContentsTitle(title) || isListTitle(title)) continue;
+        const NumberKind kind = numberingOf(title).kind;
         const bool isStyled =
-            (line.look.size > bigger * body_.size || line.look.bold) && line.text.size() < longest;
+            (line.look.size > bigger * body_.size || line.look.bold) && title.size() < longest;
         const bool isDivision = kind == NumberKind::Part || kind == NumberKind::Chapter;
-        if ((isLinkedList_ && !row->links.empty()) || isDivision || isStyled)
-            makeEntry(line.text, QString(), {row}, row->links);
+        if ((isLinkedList_ && !first.links.empty()) || isDivision || isStyled)
+            makeEntry(title, QString(), own, first.links);
     }
 }
 

@@ -7,6 +7,8 @@
 #include <QRegularExpression>
 #include <QSet>
 
+#include <functional>
+
 namespace leafwright {
 
 namespace {
@@ -17,18 +19,19 @@ struct PageCounts {
     double entries = 0;
     double linked = 0;         ///< Rows whose links have one target.
     double targets = 0;        ///< Different pages that the rows' first links lead to.
-    double rising = 1;         ///< Share of the numbers that are not below the one before.
-    double risingLinks = 1;    ///< The same of the links' target pages.
+    double rising = 1;         ///< Share of the numbers that may follow the one before.
+    double risingLinks = 1;    ///< Share of the links' targets that are not before the one above.
     double manyNumbers = 0;    ///< Entries such as "..., 12, 15", which are of an index.
     bool isTitled = false;     ///< Has a heading such as "Contents".
     bool isOtherList = false;  ///< Begins as a list of figures or the like.
 };
 
-double risingShare(const std::vector<int> &values) {
+template <typename MayFollow>
+double risingShare(const std::vector<int> &values, MayFollow mayFollow) {
     if (values.size() < 2) return 1;
     double rising = 0;
     for (size_t i = 1; i < values.size(); ++i)
-        rising += values[i] >= values[i - 1] ? 1 : 0;
+        rising += mayFollow(values[i], values[i - 1]) ? 1 : 0;
     return rising / static_cast<double>(values.size() - 1);
 }
 
@@ -52,8 +55,8 @@ PageCounts countRows(const std::vector<ContentsRow> &rows) {
             if (isDecimalNumber(end->number)) numbers.push_back(decimalValue(end->number));
         }
     }
-    counts.rising = risingShare(numbers);
-    counts.risingLinks = risingShare(targets);
+    counts.rising = risingShare(numbers, mayFollow);
+    counts.risingLinks = risingShare(targets, std::greater_equal<>());
     counts.targets = static_cast<double>(QSet<int>(targets.begin(), targets.end()).size());
     counts.isOtherList = counts.isOtherList && !counts.isTitled;
     return counts;

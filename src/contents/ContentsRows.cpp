@@ -201,7 +201,7 @@ void judgePage(std::vector<ContentsRow> &rows) {
     if (numbers.size() < fewest || count < share * static_cast<double>(rows.size())) return;
     int rising = 0;
     for (size_t i = 1; i < numbers.size(); ++i)
-        rising += numbers[i] >= numbers[i - 1] ? 1 : 0;
+        rising += mayFollow(numbers[i], numbers[i - 1]) ? 1 : 0;
     if (rising < risingShare * (count - 1) || numbers.back() <= numbers.front()) return;
     for (ContentsRow &row : rows)
         row.isEntry = row.isEntry || mayHaveOne(row);

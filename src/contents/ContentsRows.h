@@ -26,6 +26,11 @@ struct ContentsRow {
     bool hasOneTarget() const;
 };
 
+/// Whether a page number follows another in a contents: pages may be counted anew in each chapter.
+inline bool mayFollow(int number, int before) {
+    return number >= before || number == 1;
+}
+
 /// What a row ends in; nothing for one without number or without a letter before it.
 std::optional<RowEnd> rowEnd(const TextLine &row);
 

@@ -1,5 +1,6 @@
 #include "contents/EntryResolving.h"
 
+#include "contents/ChapterNumbers.h"
 #include "contents/TextFolding.h"
 
 #include <QSet>
@@ -28,13 +29,17 @@ public:
         : entries_(entries), pages_(pages), numbers_(numbers), search_(search) {}
 
     void byLink(PrintedEntry &entry);
-    void byNumbers();
+    /// @return whether pages are counted anew in each chapter
+    bool byNumbers();
     void betweenNeighbours(size_t index);
 
 private:
     std::map<int, int> votesAtNumbers(const std::vector<PrintedEntry *> &entries);
+    PagesOfForms pagesOfForms();
     void voteAnywhere(const std::vector<PrintedEntry *> &entries, std::map<int, int> &votes);
-    void byNumber(PrintedEntry &entry, const std::vector<int> &offsets);
+    bool byChapters(const std::vector<PrintedEntry *> &entries);
+    std::vector<int> candidatesOf(const PrintedEntry &entry, const std::vector<int> &offsets) const;
+    void byNumber(PrintedEntry &entry, const std::vector<int> &offsets, const std::vector<int> &candidates);
     std::optional<TitlePlace> bestOf(const QStringList &forms, const std::vector<int> &candidates);
     std::optional<TitlePlace> bestNear(const QStringList &forms, const std::vector<int> &candidates);
 
@@ -87,11 +92,10 @@ std::map<int, int> Resolver::votesAtNumbers(const std::vector<PrintedEntry *> &e
     return votes;
 }
 
-/// The numbers can't be trusted: lets the titles tell, wherever they stand.
-void Resolver::voteAnywhere(const std::vector<PrintedEntry *> &entries, std::map<int, int> &votes) {
+/// Where lines that may be titles stand.
+PagesOfForms Resolver::pagesOfForms() {
     constexpr qsizetype shortest = 4;
-    constexpr qsizetype mostPages = 4;
-    QHash<QString, QSet<int>> pagesOfForm;
+    PagesOfForms pagesOfForm;
     for (size_t i = 0; i < pages_.size(); ++i) {
         const std::vector<QStringList> &forms = search_.formsOf(static_cast<int>(i));
         for (size_t k = 0; k < forms.size(); ++k) {
@@ -102,6 +106,13 @@ void Resolver::voteAnywhere(const std::vector<PrintedEntry *> &entries, std::map
                 pagesOfForm[form].insert(static_cast<int>(i));
         }
     }
+    return pagesOfForm;
+}
+
+/// The numbers can't be trusted: lets the titles tell, wherever they stand.
+void Resolver::voteAnywhere(const std::vector<PrintedEntry *> &entries, std::map<int, int> &votes) {
+    constexpr qsizetype mostPages = 4;
+    const PagesOfForms pagesOfForm = pagesOfForms();
     for (const PrintedEntry *entry : entries) {
         if (!isDecimalNumber(entry->number)) continue;
         QSet<int> pages;
@@ -140,8 +151,8 @@ std::optional<TitlePlace> Resolver::bestNear(const QStringList &forms, const std
     return best;
 }
 
-void Resolver::byNumber(PrintedEntry &entry, const std::vector<int> &offsets) {
-    if (entry.number.isEmpty()) return;
+/// The pages that the number of an entry may mean, the likeliest first.
+std::vector<int> Resolver::candidatesOf(const PrintedEntry &entry, const std::vector<int> &offsets) const {
     std::vector<int> candidates;
     const auto add = [&](int page) {
         const bool exists = page >= 0 && page < static_cast<int>(pages_.size());
@@ -154,6 +165,13 @@ void Resolver::byNumber(PrintedEntry &entry, const std::vector<int> &offsets) {
     }
     for (const int page : numbers_.pagesOf(entry.number))
         add(page);
+    return candidates;
+}
+
+/// @param candidates the pages that the entry's number may mean
+void Resolver::byNumber(PrintedEntry &entry, const std::vector<int> &offsets,
+                        const std::vector<int> &candidates) {
+    if (entry.number.isEmpty()) return;
     const QStringList forms = searchForms(entry.title);
     std::optional<TitlePlace> best = bestOf(forms, candidates);
     if (!best) best = bestNear(forms, candidates);
@@ -167,14 +185,33 @@ void Resolver::byNumber(PrintedEntry &entry, const std::vector<int> &offsets) {
     }
 }
 
-void Resolver::byNumbers() {
+/// Where pages are counted anew in each chapter, a number means a page of its chapter and no other.
+/// @return whether they are
+bool Resolver::byChapters(const std::vector<PrintedEntry *> &entries) {
+    if (!beginAgain(entries)) return false;
+    const std::vector<std::optional<int>> offsets = offsetsByChapter(entries, numbers_, pagesOfForms());
+    for (size_t i = 0; i < offsets.size(); ++i) {
+        PrintedEntry &entry = *entries[i];
+        if (offsets[i]) {
+            const int page = decimalValue(entry.number) + *offsets[i];
+            const bool exists = page >= 0 && page < static_cast<int>(pages_.size());
+            byNumber(entry, {*offsets[i]}, exists ? std::vector{page} : std::vector<int>());
+        } else if (!isDecimalNumber(entry.number)) {
+            byNumber(entry, {}, candidatesOf(entry, {}));
+        }
+    }
+    return !offsets.empty();
+}
+
+bool Resolver::byNumbers() {
     constexpr double trusted = 0.5;
     constexpr size_t mostOffsets = 2;
     std::vector<PrintedEntry *> open;
     for (PrintedEntry &entry : entries_) {
         if (entry.page < 0) open.push_back(&entry);
     }
-    if (open.empty()) return;
+    if (open.empty()) return false;
+    if (byChapters(open)) return true;
     std::map<int, int> votes = votesAtNumbers(open);
     int found = 0;
     for (const auto &[offset, count] : votes)
@@ -187,7 +224,8 @@ void Resolver::byNumbers() {
     for (size_t i = 0; i < std::min(ranked.size(), mostOffsets); ++i)
         offsets.push_back(ranked[i].first);
     for (PrintedEntry *entry : open)
-        byNumber(*entry, offsets);
+        byNumber(*entry, offsets, candidatesOf(*entry, offsets));
+    return false;
 }
 
 /// A row without a number: its heading is between those of its neighbours.
@@ -221,9 +259,8 @@ void Resolver::betweenNeighbours(size_t index) {
 
 }  // namespace
 
-std::vector<PrintedEntry> resolveEntries(std::vector<PrintedEntry> &entries,
-                                         const std::vector<PageLines> &pages, const PrintedNumbers &numbers,
-                                         TitleSearch &search) {
+ResolvedEntries resolveEntries(std::vector<PrintedEntry> &entries, const std::vector<PageLines> &pages,
+                               const PrintedNumbers &numbers, TitleSearch &search) {
     Resolver resolver(entries, pages, numbers, search);
     QSet<int> linked;
     for (const PrintedEntry &entry : entries) {
@@ -234,11 +271,14 @@ std::vector<PrintedEntry> resolveEntries(std::vector<PrintedEntry> &entries,
     for (PrintedEntry &entry : entries) {
         if (entry.link) resolver.byLink(entry);
     }
-    resolver.byNumbers();
+    ResolvedEntries result;
+    result.areCountedByChapter = resolver.byNumbers();
     for (size_t i = 0; i < entries.size(); ++i) {
         if (entries[i].page < 0 && !entries[i].isBeyond) resolver.betweenNeighbours(i);
     }
-    return takenOut(entries, [](const PrintedEntry &entry) { return entry.page < 0 && !entry.isBeyond; });
+    result.lost =
+        takenOut(entries, [](const PrintedEntry &entry) { return entry.page < 0 && !entry.isBeyond; });
+    return result;
 }
 
 std::vector<PrintedEntry> takenOut(std::vector<PrintedEntry> &entries,

@@ -8,12 +8,16 @@
 
 namespace leafwright {
 
+/// What is told of entries whose pages were looked for.
+struct ResolvedEntries {
+    std::vector<PrintedEntry> lost;    ///< Those that were taken out, since their page can't be told.
+    bool areCountedByChapter = false;  ///< The page numbers begin again in each chapter.
+};
+
 /// Finds the page and the heading of each entry: by its link, by its page number, by its title. Entries whose
 /// page can't be told are taken out, those that lead behind the last page are marked.
-/// @return what was taken out
-std::vector<PrintedEntry> resolveEntries(std::vector<PrintedEntry> &entries,
-                                         const std::vector<PageLines> &pages, const PrintedNumbers &numbers,
-                                         TitleSearch &search);
+ResolvedEntries resolveEntries(std::vector<PrintedEntry> &entries, const std::vector<PageLines> &pages,
+                               const PrintedNumbers &numbers, TitleSearch &search);
 
 /// Takes entries out of others; both keep their order.
 std::vector<PrintedEntry> takenOut(std::vector<PrintedEntry> &entries,

@@ -115,6 +115,8 @@ void explainTried(const ContentsAnalysis::Stages &stages, QStringList &lines) {
                     .arg(row.number.isEmpty() ? QString() : QStringLiteral(", number \"%1\"").arg(row.number),
                          row.isLinked ? QStringLiteral(", linked") : QString(), row.title);
         }
+        if (tried.areCountedByChapter)
+            lines += QStringLiteral("  Page numbers: counted anew in each chapter");
         lines += QStringLiteral("  Entries resolved: %1, of which found on their pages: %2")
                      .arg(tried.resolved)
                      .arg(tried.located);

@@ -58,7 +58,9 @@ std::vector<TriedRow> rowsOf(const ContentsPageFindings &findings, const Content
 bool resolve(Trial &trial, const std::vector<PageLines> &pages, const PrintedNumbers &numbers,
              TitleSearch &search, const BodyStyle &body) {
     TriedContents &contents = trial.contents;
-    contents.lost = resolveEntries(trial.entries, pages, numbers, search);
+    ResolvedEntries resolved = resolveEntries(trial.entries, pages, numbers, search);
+    contents.lost = std::move(resolved.lost);
+    contents.areCountedByChapter = resolved.areCountedByChapter;
     // What an excerpt leaves out still tells the levels of the others.
     const bool hasLevels = std::any_of(trial.entries.begin(), trial.entries.end(),
                                        [](const PrintedEntry &entry) { return entry.level > 1; });

@@ -27,9 +27,10 @@ struct TriedContents {
     bool isTagged = false;  ///< A table of contents of the structure.
     Verdict verdict = Verdict::TooFewEntries;
     std::vector<TriedRow> rows;
-    std::vector<PrintedEntry> lost;  ///< Entries whose page can't be told, or is behind the last one.
-    int resolved = 0;                ///< How many others there are.
-    int located = 0;                 ///< How many of those have their heading.
+    std::vector<PrintedEntry> lost;    ///< Entries whose page can't be told, or is behind the last one.
+    bool areCountedByChapter = false;  ///< See ResolvedEntries.
+    int resolved = 0;                  ///< How many others there are.
+    int located = 0;                   ///< How many of those have their heading.
 };
 
 /// The printed contents of a document, with levels.

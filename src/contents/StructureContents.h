@@ -4,9 +4,9 @@
 
 namespace leafwright {
 
-/// Makes entries of a table of contents of the structure, with their rows on the pages, and the links that lie
-/// on these where no link is tagged. Levels are those of
-/// tables within tables, without gaps; 1 for all where none is in another.
+/// Makes entries of a table of contents of the structure, with their rows on the pages, and the links that
+/// lie on these where no link is tagged. Levels are those of tables within tables, without gaps; 1 for all
+/// where none is in another.
 std::vector<PrintedEntry> entriesOfItems(const std::vector<StructureItem> &items,
                                          const std::vector<PageLines> &pages);
 

@@ -171,6 +171,51 @@ TEST(ContentsEntries, EachRowOfALinkedListIsAnEntry) {
     EXPECT_EQ(entries.first(), "Row a of it");
 }
 
+/// The entries of a linked list, of which the first two rows are as given. @param target of both, on its page
+QStringList linkedTitle(const QString &upper, const QString &lower, double left, std::optional<double> target,
+                        double distance = 12) {
+    MadePages pages;
+    pages.page().text(60, 60, "Contents", boldLook(16));
+    pages.text(60, 90, upper).link(60, 120, 90, 1, target);
+    pages.text(left, 90 + distance, lower).link(left, 160, 90 + distance, 1, target);
+    for (int i = 0; i < 6; ++i) {
+        const double y = 120 + distance + 20 * i;
+        pages.text(60, y, QString("Row %1 of it").arg(QChar(u'a' + i))).link(60, 120, y, 2 + i, 80);
+    }
+    const QStringList entries = behind(0, pages);
+    return entries.mid(0, entries.size() - 6);
+}
+
+TEST(ContentsEntries, ATitleOfALinkedListGoesOnInTheNextRow) {
+    EXPECT_EQ(linkedTitle("First row", "Second row", 60, 80), QStringList("First row Second row"));
+    EXPECT_EQ(linkedTitle("First row", "Second row", 60, 80, 24), (QStringList{"First row", "Second row"}))
+        << "too far away";
+    EXPECT_EQ(linkedTitle("1 First row", "1.1 Second row", 60, 80),
+              (QStringList{"1 First row", "1.1 Second row"}));
+    EXPECT_EQ(linkedTitle("First row.", "Second row", 60, 80), (QStringList{"First row.", "Second row"}));
+}
+
+TEST(ContentsEntries, SeveralEntriesOfALinkedListMayLeadToOnePage) {
+    const std::optional<double> page;
+    const QString full(56, u'w');
+    EXPECT_EQ(linkedTitle("First row", "Second row", 60, page), (QStringList{"First row", "Second row"}));
+    EXPECT_EQ(linkedTitle("First row", "Second row", 63, page), QStringList("First row Second row"));
+    EXPECT_EQ(linkedTitle("First row", "second row", 60, page), QStringList("First row second row"));
+    EXPECT_EQ(linkedTitle(full, "Second row", 60, page), QStringList(full + " Second row"));
+}
+
+TEST(ContentsEntries, ATitleOfALinkedListMayHaveManyRows) {
+    MadePages pages;
+    pages.page().text(60, 60, "Contents", boldLook(16));
+    for (int i = 0; i < 3; ++i)
+        pages.text(60, 90 + 12 * i, QString("Row %1").arg(QChar(u'x' + i))).link(60, 90, 90 + 12 * i, 1, 80);
+    for (int i = 0; i < 5; ++i)
+        pages.text(60, 126 + 12 * i, QString("Title %1").arg(QChar(u'p' + i)))
+            .link(60, 90, 126 + 12 * i, 2 + i, 80);
+    EXPECT_EQ(behind(0, pages),
+              (QStringList{"Row x Row y Row z", "Title p", "Title q", "Title r", "Title s", "Title t"}));
+}
+
 TEST(ContentsEntries, RowsOfSeveralLinksAreRememberedLikeThoseWithoutAny) {
     const std::vector<int> two{1, 2};
     const QStringList entries =

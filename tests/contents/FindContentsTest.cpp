@@ -1,6 +1,8 @@
 #include "contents/FindContents.h"
 #include "support/MadePages.h"
 
+#include <algorithm>
+#include <atomic>
 #include <gtest/gtest.h>
 #include <stop_token>
 
@@ -193,6 +195,41 @@ TEST(FindContents, DepthIsLimited) {
     QStringList expected = chaptersOutline(6, 0);
     expected.removeIf([](const QString &line) { return line.startsWith(u'2'); });
     EXPECT_EQ(outlineOf(pages, options), expected);
+}
+
+/// Counts how often each of its pages is asked for, and what is said of the document.
+class CountedPages final : public ContentsPages {
+public:
+    explicit CountedPages(const MadePages &pages)
+        : pages_(pages), asked_(static_cast<size_t>(pages.pageCount())) {}
+
+    int pageCount() const override { return pages_.pageCount(); }
+    std::shared_ptr<const PageEvidence> pageEvidence(int index) const override {
+        ++asked_[static_cast<size_t>(index)];
+        return pages_.pageEvidence(index);
+    }
+    DocumentEvidence documentEvidence() const override {
+        ++documentAsked_;
+        return pages_.documentEvidence();
+    }
+    bool allOnce() const {
+        return documentAsked_ == 1 &&
+               std::all_of(asked_.begin(), asked_.end(), [](const auto &times) { return times == 1; });
+    }
+
+private:
+    const MadePages &pages_;
+    mutable std::vector<std::atomic<int>> asked_;
+    mutable std::atomic<int> documentAsked_ = 0;
+};
+
+TEST(FindContents, EachPageIsAskedForOnce) {
+    MadePages pages;
+    addContents(pages, 6, true);
+    addChapters(pages, 6);
+    const CountedPages counted(pages);
+    EXPECT_EQ(findContents(counted, {}).entries.size(), findContents(pages, {}).entries.size());
+    EXPECT_TRUE(counted.allOnce());
 }
 
 TEST(FindContents, StopsWhenAsked) {

@@ -64,11 +64,12 @@ MadePages &MadePages::paragraph(double y, int lines) {
     return *this;
 }
 
-MadePages &MadePages::link(double left, double right, double y, int targetPage, double targetY) {
+MadePages &MadePages::link(double left, double right, double y, int targetPage,
+                           std::optional<double> targetY) {
     ContentsLink link;
     link.box = QRectF(left, y - 9, right - left, 12);
     link.targetPage = targetPage;
-    link.targetPoint = QPointF(0, targetY);
+    if (targetY) link.targetPoint = QPointF(0, *targetY);
     pages_.back()->links.push_back(link);
     return *this;
 }

@@ -32,7 +32,8 @@ public:
     /// Lines of running text, 12 points apart, each 480 points wide, beginning at 60.
     MadePages &paragraph(double y, int lines);
     /// Lets a row lead somewhere: an area of the height of a line around a baseline.
-    MadePages &link(double left, double right, double y, int targetPage, double targetY);
+    /// @param targetY absent for the page as a whole
+    MadePages &link(double left, double right, double y, int targetPage, std::optional<double> targetY);
     MadePages &span(const TextSpan &span);
     /// Makes the page one whose text was recognised.
     MadePages &recognised();

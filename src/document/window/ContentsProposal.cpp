@@ -104,6 +104,7 @@ ContentsProposal::~ContentsProposal() = default;
 QWidget *ContentsProposal::makeEntries() {
     summary_ = new QLabel;
     summary_->setObjectName(QStringLiteral("contentsSummary"));
+    summary_->setWordWrap(true);
     nextDoubtful_ = makeButton(tr("Next &Doubtful"), tr("Shows the next entry that is marked as doubtful"));
     entries_ = new QTreeWidget;
     entries_->setObjectName(QStringLiteral("contentsEntries"));
@@ -120,6 +121,8 @@ QWidget *ContentsProposal::makeEntries() {
     nextDoubtful_->setObjectName(QStringLiteral("nextDoubtful"));
     connect(entries_, &QTreeWidget::itemChanged, this, &ContentsProposal::entryChanged);
     connect(entries_, &QTreeWidget::currentItemChanged, this, &ContentsProposal::lookAt);
+    // The user may have scrolled away from it meanwhile.
+    connect(entries_, &QTreeWidget::itemClicked, this, [this] { lookAt(entries_->currentItem()); });
     connect(entries_, &QTreeWidget::itemCollapsed, this,
             [this](const QTreeWidgetItem *item) { foldedEntries_.insert(entryOf(item)->id); });
     connect(entries_, &QTreeWidget::itemExpanded, this,

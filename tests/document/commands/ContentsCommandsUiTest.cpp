@@ -313,6 +313,30 @@ TEST_F(FindContentsWindow, EntryThatIsLookedAtIsShownAndHighlighted) {
     EXPECT_FALSE(document.pdfview()->highlightedArea());
 }
 
+TEST_F(FindContentsWindow, TheSummaryIsReadToItsEnd) {
+    find();
+    document.window()->resize(880, 560);
+    QApplication::processEvents();
+    const QLabel &summary = part<QLabel>("contentsSummary");
+    const QRect text = summary.fontMetrics().boundingRect(QRect(0, 0, summary.width(), 1000),
+                                                          Qt::TextWordWrap, summary.text());
+    EXPECT_LE(text.width(), summary.width());
+    EXPECT_LE(text.height(), summary.height());
+}
+
+TEST_F(FindContentsWindow, EntryThatIsClickedAgainIsShownAgain) {
+    find();
+    const auto click = [this] {
+        const QRect place = entries().visualItemRect(&section(1, 0));
+        QTest::mouseClick(entries().viewport(), Qt::LeftButton, {}, {place.right() - 4, place.center().y()});
+        return document.pdfview()->currentPage()->index();
+    };
+    EXPECT_EQ(click(), 5);
+    document.pdfview()->goToFirstPage();
+    ASSERT_EQ(document.pdfview()->currentPage()->index(), 0);
+    EXPECT_EQ(click(), 5);
+}
+
 TEST_F(FindContentsWindow, ProgressIsShownAndTheDocumentIsBusy) {
     bool wasShown = false;
     whileReading([&] {

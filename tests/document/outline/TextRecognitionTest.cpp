@@ -60,6 +60,15 @@ TEST(TextRecognition, NamesOfFilesStandForThemselves) {
     EXPECT_EQ(arguments.size(), arguments.indexOf("--") + 3);
 }
 
+TEST(TextRecognition, WithoutALanguageTheProgramHasItsOwn) {
+    const TempDir dir;
+    const FakeProgram program(name, copies);
+    recognise(test::savePdf(dir, "in.pdf", 1));
+    const QList<QByteArray> arguments = bytesOf(program.path("arguments")).trimmed().split('\n');
+    EXPECT_THAT(arguments, Contains("--skip-text"));
+    EXPECT_THAT(arguments, testing::Not(Contains("--language")));
+}
+
 TEST(TextRecognition, TellsOnHowManyPagesItHasBegun) {
     const TempDir dir;
     const FakeProgram program(name,
