@@ -2,8 +2,8 @@
 #include "document/ViewMemory.h"
 #include "document/window/DocumentStatusBar.h"
 #include "document/window/PasswordBar.h"
-#include "support/CliFiles.h"
 #include "support/LogRecorder.h"
+#include "support/OpenPdf.h"
 #include "support/WindowFixture.h"
 
 #include <QAbstractButton>
