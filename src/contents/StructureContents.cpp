@@ -3,6 +3,8 @@
 #include "contents/ContentsWords.h"
 #include "contents/TextFolding.h"
 
+#include <QHash>
+
 #include <map>
 #include <set>
 

@@ -24,7 +24,6 @@
 #include <QTableView>
 
 #include <algorithm>
-#include <ranges>
 
 namespace leafwright {
 
@@ -186,8 +185,9 @@ void HeadingMapCommands::resetH1H2H3FontsMap() {
 
 void HeadingMapCommands::buttonDeleteSelectedH1H2H3RowsClicked() {
     HeadingLevelMap &map = document_.listH1H2H3Config();
-    for (const int row : std::views::reverse(selectedRows()))
-        map.erase(map.begin() + row);
+    const std::vector<int> rows = selectedRows();
+    for (auto row = rows.rbegin(); row != rows.rend(); ++row)
+        map.erase(map.begin() + *row);
     document_.reloadHeadingMap();
 }
 
