@@ -222,6 +222,8 @@ TEST(ContentsEntries, RowsOfSeveralLinksAreRememberedLikeThoseWithoutAny) {
         linkedList({two, two, two, two, two, two, two, {7}, {8}, {9}, {10}, {11}, {12}, {13}, {14}});
     EXPECT_EQ(entries.size(), 14) << "six of the seven";
     EXPECT_EQ(entries.first(), "Row b of it");
+    EXPECT_EQ(linkedList({two, {1}, {3}, {4}, {5}, {6}, {7}}).size(), 7)
+        << "the first is no title in two rows";
 }
 
 }  // namespace
