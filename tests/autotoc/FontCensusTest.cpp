@@ -70,8 +70,11 @@ TEST(FontCensus, DocumentWithoutTextOrPagesIsEmpty) {
 
 TEST(FontCensus, TheFirstCountedTextOfAFontIsItsSample) {
     FakePages pages;
-    pages.add("1", {{"1.2", heading}, {" The\nfirst  one ", heading}, {"text", body}, {"Another", heading}});
-    EXPECT_EQ(calcFontsInDocument(pages).entries()[0].sample, "The first one");
+    pages.add("1", {{"1.2", heading}, {"text", body}, {" The\nfirst  one ", heading}, {"text", body}});
+    pages.add("2", {{"Another", heading}});
+    const FontCensus census = calcFontsInDocument(pages);
+    EXPECT_EQ(census.entries()[0].sample, "text");
+    EXPECT_EQ(census.entries()[1].sample, "The first one");
 }
 
 TEST(FontCensus, ALongSampleIsCutBetweenCharacters) {
