@@ -2227,6 +2227,41 @@ Rückgabewert: 0 erledigt, 1 misslungen, 2 falscher Aufruf.
     </message>
 </context>
 <context>
+    <name>Refusals</name>
+    <message>
+        <source>The file is locked by a password.</source>
+        <translation>Die Datei ist durch ein Passwort gesperrt.</translation>
+    </message>
+    <message>
+        <source>The file is encrypted, and can’t be changed.</source>
+        <translation>Die Datei ist verschlüsselt und kann nicht geändert werden.</translation>
+    </message>
+    <message>
+        <source>Not all of the file could be read, and what is missing would be lost.</source>
+        <translation>Nicht alles in der Datei konnte gelesen werden, und was fehlt, ginge verloren.</translation>
+    </message>
+    <message>
+        <source>The file is read-only. It can be saved in another place.</source>
+        <translation>Die Datei ist schreibgeschützt. Sie kann an anderer Stelle gespeichert werden.</translation>
+    </message>
+    <message>
+        <source>No entry is selected.</source>
+        <translation>Kein Eintrag ist ausgewählt.</translation>
+    </message>
+    <message>
+        <source>This takes one selected entry.</source>
+        <translation>Dazu muss genau ein Eintrag ausgewählt sein.</translation>
+    </message>
+    <message>
+        <source>This takes one selected entry with others below it.</source>
+        <translation>Dazu muss genau ein Eintrag ausgewählt sein, unter dem andere stehen.</translation>
+    </message>
+    <message>
+        <source>No text is selected on the pages.</source>
+        <translation>Auf den Seiten ist kein Text ausgewählt.</translation>
+    </message>
+</context>
+<context>
     <name>RepairDoubt</name>
     <message>
         <source>it is damaged: which of several versions of object %1 is meant can’t be told</source>

@@ -2,6 +2,7 @@
 
 #include "document/commands/ActionTable.h"
 #include "document/window/DocumentWindow.h"
+#include "document/window/RefusalTips.h"
 #include "outlineview/OKNSOutlineView.h"
 #include "pageview/ThumbnailView.h"
 #include "view/LabelPDFView.h"
@@ -15,6 +16,7 @@ namespace leafwright {
 namespace {
 
 void fill(QMenu &menu, DocumentWindow &window, Place place) {
+    window.refusalTips().watch(menu);
     for (const char *selector : commandsIn(place)) {
         if (*selector == 0) {
             menu.addSeparator();
@@ -27,6 +29,7 @@ void fill(QMenu &menu, DocumentWindow &window, Place place) {
 /// Commands for titles are many, and most of them stand in a menu of their own.
 void addTitles(QMenu &menu, DocumentWindow &window) {
     QMenu *titles = menu.addMenu(menuTitle(Menu::Titles));
+    window.refusalTips().watch(*titles);
     for (const ActionDescription &description : actionDescriptions()) {
         if (description.menu != Menu::Titles) continue;
         if (auto *action = window.findChild<QAction *>(QString::fromLatin1(description.selector)))

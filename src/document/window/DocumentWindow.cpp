@@ -13,6 +13,7 @@
 #include "document/window/OutlineFilter.h"
 #include "document/window/PasswordBar.h"
 #include "document/window/RecentDocumentsMenu.h"
+#include "document/window/RefusalTips.h"
 #include "files/FileName.h"
 #include "files/FileReading.h"
 #include "outlineview/OKNSOutlineView.h"
@@ -54,12 +55,6 @@ QStringList draggedFiles(const QMimeData &data) {
     return paths;
 }
 
-/// The command with its keys, for who looks at its picture.
-QString toolTipOf(const QAction &action) {
-    const QString keys = action.shortcut().toString(QKeySequence::NativeText);
-    return keys.isEmpty() ? action.text() : QStringLiteral("%1 (%2)").arg(action.text(), keys);
-}
-
 /// Lets each command of a menu be chosen by a letter.
 void giveAccessLetters(QMenu &menu) {
     QList<QAction *> commands = menu.actions();
@@ -91,7 +86,8 @@ bool performInTextField(QWidget *focus, const QString &selector) {
 
 }  // namespace
 
-DocumentWindow::DocumentWindow(MyDocument &document) : document_(document) {
+DocumentWindow::DocumentWindow(MyDocument &document)
+    : document_(document), refusalTips_(std::make_unique<RefusalTips>(document)) {
     setObjectName(QStringLiteral("MyDocument"));
     setAcceptDrops(true);
     makeViews();
@@ -194,7 +190,6 @@ QAction *DocumentWindow::makeAction(const ActionDescription &description) {
     auto *action = new QAction(actionTitle(description), this);
     action->setObjectName(selector);
     action->setShortcut(QKeySequence(QString::fromLatin1(description.shortcut)));
-    action->setToolTip(toolTipOf(*action));
     action->setIcon(actionIcon(QString::fromLatin1(description.selector)));
     connect(action, &QAction::triggered, this, [this, selector, action] {
         if (document_.isBusy() || performInTextField(focusWidget(), selector)) return;
@@ -228,6 +223,7 @@ void DocumentWindow::makeMenus() {
         }
         if (!menu) continue;
         giveAccessLetters(*menu);
+        refusalTips_->watch(*menu);
         connect(menu, &QMenu::aboutToShow, this, &DocumentWindow::updateActions);
     }
 }
@@ -254,6 +250,7 @@ void DocumentWindow::connectViews() {
     connect(&document_.treecontroller(), &QAbstractItemModel::modelReset, this, scheduleUpdate);
     connect(pdfview_, &PDFView::selectionChanged, this, scheduleUpdate);
     connect(pdfview_, &PDFView::historyChanged, this, scheduleUpdate);
+    connect(pdfview_, &PDFView::documentChanged, this, scheduleUpdate);
     connect(pdfview_, &PDFView::copyRequested, this,
             [this](const QString &text) { document_.platform().setClipboardText(text); });
     connect(pdfview_, &PDFView::linkClicked, this,
@@ -310,7 +307,10 @@ void DocumentWindow::updateTitle() {
     // In a title, "[*]" is where the mark of changes goes; a file's name may hold it all the same.
     QString name = document_.displayName();
     name.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
-    if (isReadOnly(document_.fileURL())) name = tr("%1 (read-only)").arg(name);
+    const bool mayNotWrite = isReadOnly(document_.fileURL());
+    if (mayNotWrite) name = tr("%1 (read-only)").arg(name);
+    refusalTips_->setFileIsReadOnly(mayNotWrite);
+    actionsUpdate_.start();
     setWindowTitle(tr("%1[*] — Leafwright").arg(name));
     setWindowFilePath(document_.fileURL());
     setWindowModified(document_.isDocumentEdited());
@@ -323,6 +323,7 @@ void DocumentWindow::updateActions() {
             action->setCheckable(true);
             action->setChecked(*isOn);
         }
+        refusalTips_->update(*action);
     }
     nameStep(QStringLiteral("stepBack:"), document_.edits().undoSummary());
     nameStep(QStringLiteral("stepForward:"), document_.edits().redoSummary());

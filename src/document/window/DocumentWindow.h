@@ -24,6 +24,7 @@ class NoticeBars;
 class OKNSOutlineView;
 class OutlineFilter;
 class PasswordBar;
+class RefusalTips;
 class Sheet;
 class SplitView;
 class ThumbnailView;
@@ -72,6 +73,8 @@ public:
     void setRecentDocuments(DocumentController &controller);
     /// Enables the commands that may be chosen now, which otherwise happens a moment later.
     void updateActions();
+    /// Tells why commands would do nothing; menus of commands are to be watched by it.
+    RefusalTips &refusalTips() const { return *refusalTips_; }
 
 Q_SIGNALS:
     /// Files were dropped on the window. Absolute paths.
@@ -110,6 +113,7 @@ private:
     QWidget *outlineWithFilter_ = nullptr;
     DocumentStatusBar *statusBar_ = nullptr;
     QList<QAction *> tableActions_;  ///< Those whose enabled state the table decides.
+    std::unique_ptr<RefusalTips> refusalTips_;
     std::unique_ptr<CurrentEntry> currentEntry_;
     bool closesWhenIdle_ = false;
     QTimer actionsUpdate_;  ///< Many changes at once lead to one update.
