@@ -2,6 +2,7 @@
 
 #include "document/MyDocument.h"
 #include "document/Recovery.h"
+#include "document/window/DocumentWindow.h"
 #include "files/FileName.h"
 #include "files/FileReading.h"
 #include "files/FileReplacement.h"
@@ -102,6 +103,7 @@ void ViewMemory::remember() const {
     for (int i = 0; i + 1 < panes.subviewCount(); ++i)
         dividers.append(panes.positionOfDividerAtIndex(i));
     view[QStringLiteral("dividers")] = dividers;
+    view[QStringLiteral("outlineHeight")] = document_.myWindow()->outlineHeight();
     const TreeController &tree = document_.treecontroller();
     view[QStringLiteral("entries")] = static_cast<qint64>(tree.nodeCount());
     view[QStringLiteral("unfolded")] = unfoldedPlaces(document_, tree);
@@ -124,6 +126,7 @@ void ViewMemory::restore() {
     if (!text || !document_.pdfview()) return;
     const QJsonObject view = QJsonDocument::fromJson(*text).object();
     moveDividers(*document_.splitViewTopLevel(), view[QStringLiteral("dividers")].toArray());
+    document_.myWindow()->setOutlineHeight(view[QStringLiteral("outlineHeight")].toInt());
     LabelPDFView &pages = *document_.pdfview();
     const double scale = view[QStringLiteral("scale")].toDouble();
     if (scale > 0 && isUsable(scale)) pages.setScaleFactor(scale);

@@ -8,9 +8,9 @@ namespace leafwright {
 class MyDocument;
 
 /// Remembers how a document was looked at when its window was closed, and shows it so the next time: the
-/// page and the spot on it, the size, which entries were unfolded, and how the panes share the window. What
-/// is remembered of a file is a small file in a folder, of which there are 500 at most. A document without
-/// one remembers nothing; nor does anybody hear of what can't be written or read.
+/// page and the spot on it, the size, which entries were unfolded, and how the panes and what stands in them
+/// share the window. What is remembered of a file is a small file in a folder, of which there are 500 at
+/// most. A document without one remembers nothing; nor does anybody hear of what can't be written or read.
 class ViewMemory final : public QObject {
     Q_OBJECT
 

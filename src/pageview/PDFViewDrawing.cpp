@@ -24,6 +24,12 @@ QColor markColour(const QColor &colour) {
     return {lighter(colour.red()), lighter(colour.green()), lighter(colour.blue())};
 }
 
+/// As light as a colour; for what is selected in a view without the keyboard.
+QColor grey(const QColor &colour) {
+    const int lightness = qGray(colour.rgb());
+    return {lightness, lightness, lightness};
+}
+
 }  // namespace
 
 void PDFView::paintEvent(QPaintEvent *event) {
@@ -128,8 +134,9 @@ void PDFView::drawMarks(QPainter &painter, const PDFPage &page) {
     if (highlightedArea_ && highlightedArea_->pageIndex == page.index())
         fill({highlightedArea_->rect}, markColour(Qt::yellow));
     if (currentSelection_) {
+        const QColor highlight = palette().color(QPalette::Active, QPalette::Highlight);
         fill(rectsOf({*currentSelection_}, page, selectionRects_),
-             markColour(palette().color(QPalette::Highlight)));
+             markColour(hasFocus() ? highlight : grey(highlight)));
     }
 }
 

@@ -231,6 +231,8 @@ bool PDFView::event(QEvent *event) {
         event->accept();
         return true;
     }
+    // What is selected looks otherwise then.
+    if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) viewport()->update();
     return QAbstractScrollArea::event(event);
 }
 

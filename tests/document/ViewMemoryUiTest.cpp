@@ -62,6 +62,29 @@ TEST_F(Views, AFileIsShownAsItWasLeft) {
         << "nobody else's business";
 }
 
+TEST_F(Views, TheDividerBelowTheOutlineStaysWhereItWasLeft) {
+    DocumentWindow &window = *document.myWindow();
+    window.show();
+    QCoreApplication::processEvents();
+    const int before = window.outlineHeight();
+    window.setOutlineHeight(before - 150);
+    ASSERT_EQ(window.outlineHeight(), before - 150);
+    ASSERT_TRUE(document.actions().perform("findContents:"));
+    EXPECT_EQ(window.outlineHeight(), before - 150) << "what a panel takes is given back";
+    MyDocument &again = openAgain(document);
+    EXPECT_EQ(again.myWindow()->outlineHeight(), before - 150);
+}
+
+TEST_F(Views, ADividerThatWouldLeaveNothingStays) {
+    DocumentWindow &window = *document.myWindow();
+    window.show();
+    QCoreApplication::processEvents();
+    const int before = window.outlineHeight();
+    for (const int height : {0, -5, 100'000})
+        window.setOutlineHeight(height);
+    EXPECT_EQ(window.outlineHeight(), before);
+}
+
 TEST_F(Views, APageThatFitsFitsAgain) {
     document.pdfview()->goToPage(document.pdfDoc()->page(7));
     MyDocument &again = openAgain(document);

@@ -159,6 +159,24 @@ TEST_F(PDFViewInputTest, SelectionIsShown) {
     EXPECT_EQ(colourAt(paper), QColor(Qt::white));
 }
 
+TEST_F(PDFViewInputTest, SelectionIsDimmedWhileAnotherHasTheKeyboard) {
+    show(pagesOfText());
+    QPalette palette = view.palette();
+    palette.setColor(QPalette::Highlight, Qt::red);
+    view.setPalette(palette);
+    view.activateWindow();
+    view.setFocus();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&view));
+    const QPoint paper = at(110, 717);
+    view.setCurrentSelection(page(0).selectionForRange({0, 16}));
+    const auto isRed = [&] { return colourAt(paper).red() > colourAt(paper).green(); };
+    waitUntil([&] { return colourAt(paper) != QColor(Qt::white); });
+    EXPECT_TRUE(isRed());
+    view.clearFocus();
+    EXPECT_FALSE(isRed());
+    EXPECT_NE(colourAt(paper), QColor(Qt::white));
+}
+
 TEST_F(PDFViewInputTest, HighlightsAreShownBesideTheSelection) {
     show(pagesOfText());
     view.setHighlightedSelections({page(0).selectionForRange({17, 11})});

@@ -7,6 +7,7 @@
 #include "document/window/CurrentEntry.h"
 #include "document/window/DocumentStatusBar.h"
 #include "document/window/FindBar.h"
+#include "document/window/HeadingMapMarks.h"
 #include "document/window/HeadingMapModel.h"
 #include "document/window/HeadingMapView.h"
 #include "document/window/OutlineDelegate.h"
@@ -38,6 +39,8 @@
 #include <QSplitter>
 #include <QToolBar>
 #include <QVBoxLayout>
+
+#include <numeric>
 
 namespace leafwright {
 
@@ -167,8 +170,19 @@ QWidget *DocumentWindow::makeOutlinePane() {
     return outlinePane_;
 }
 
+int DocumentWindow::outlineHeight() const {
+    return sizesWithoutPanel_.value_or(outlinePane_->sizes()).constFirst();
+}
+
+void DocumentWindow::setOutlineHeight(int height) {
+    const QList<int> sizes = outlinePane_->sizes();
+    const int both = std::accumulate(sizes.begin(), sizes.end(), 0);
+    if (!sizesWithoutPanel_ && height > 0 && height < both) outlinePane_->setSizes({height, both - height});
+}
+
 void DocumentWindow::showPanel(Sheet &panel) {
     const QList<int> sizes = outlinePane_->sizes();
+    sizesWithoutPanel_ = sizes;
     tableViewH1H2H3Config_->hide();
     outlineWithFilter_->setVisible(document_.treecontroller().nodeCount() > 0);
     connect(&document_.treecontroller(), &QAbstractItemModel::rowsInserted, &panel,
@@ -181,6 +195,7 @@ void DocumentWindow::showPanel(Sheet &panel) {
         outlineWithFilter_->show();
         tableViewH1H2H3Config_->show();
         outlinePane_->setSizes(sizes);
+        sizesWithoutPanel_.reset();
         outlineview_->setFocus();
     });
 }
@@ -264,6 +279,7 @@ void DocumentWindow::connectViews() {
     currentEntry_ = std::make_unique<CurrentEntry>(document_, *pdfview_, *outlineview_);
     connect(outlineview_, &OutlineView::followRequested, this,
             [this] { document_.actions().perform(QStringLiteral("moveToPageOfOutlineItem:")); });
+    headingMapMarks_ = std::make_unique<HeadingMapMarks>(document_, *pdfview_, *tableViewH1H2H3Config_);
     outlineview_->setDelegate(&document_.outlineDelegate());
     document_.edits().setDisplay(outlineview_);
 }

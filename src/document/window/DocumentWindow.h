@@ -7,6 +7,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 
 class QSplitter;
 class QTableView;
@@ -17,6 +18,7 @@ class CurrentEntry;
 class DocumentController;
 class DocumentStatusBar;
 class FindBar;
+class HeadingMapMarks;
 class HeadingMapView;
 class LabelPDFView;
 class MyDocument;
@@ -61,6 +63,13 @@ public:
     DocumentStatusBar &status() const { return *statusBar_; }
     /// Marks the entry that is being read.
     CurrentEntry *currentEntry() const { return currentEntry_.get(); }
+    /// Marks the text of the heading map's selected row.
+    HeadingMapMarks *headingMapMarks() const { return headingMapMarks_.get(); }
+    /// The height of the outline, in pixels, above the divider between it and the heading map; while a panel
+    /// has the place of that, the height it comes back to.
+    int outlineHeight() const;
+    /// Moves that divider, as far as there is room.
+    void setOutlineHeight(int height);
     /// What holds the field that a command goes to, in which what is typed takes effect at once; null for all
     /// other commands.
     QWidget *fieldBarOf(const QString &selector) const;
@@ -115,6 +124,9 @@ private:
     QList<QAction *> tableActions_;  ///< Those whose enabled state the table decides.
     std::unique_ptr<RefusalTips> refusalTips_;
     std::unique_ptr<CurrentEntry> currentEntry_;
+    std::unique_ptr<HeadingMapMarks> headingMapMarks_;
+    std::optional<QList<int>>
+        sizesWithoutPanel_;  ///< Of what stands in the outline's pane, while a panel does.
     bool closesWhenIdle_ = false;
     QTimer actionsUpdate_;  ///< Many changes at once lead to one update.
 };
