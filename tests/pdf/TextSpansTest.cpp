@@ -1,5 +1,7 @@
 #include "support/OpenPdf.h"
 
+#include <QRgb>
+
 #include <gmock/gmock.h>
 
 namespace leafwright {

@@ -1,5 +1,6 @@
 #include "document/commands/ActionTable.h"
 
+#include <QKeySequence>
 #include <QSet>
 
 #include <gtest/gtest.h>
