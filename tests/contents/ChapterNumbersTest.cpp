@@ -1,6 +1,7 @@
 #include "contents/ChapterNumbers.h"
 #include "contents/FindContents.h"
 #include "support/MadePages.h"
+#include "support/PrintedEntries.h"
 
 #include <gmock/gmock.h>
 
@@ -9,20 +10,14 @@ namespace {
 
 using test::boldLook;
 using test::MadePages;
-
-PrintedEntry entryOf(const QString &title, const QString &number) {
-    PrintedEntry entry;
-    entry.title = title;
-    entry.number = number;
-    return entry;
-}
+using test::printedEntry;
 
 /// The offsets by chapter of entries "title number", of which titles stand on pages as said; "-" for none.
 QString offsetsOf(const QStringList &rows, const PagesOfForms &pages,
                   const PrintedNumbers &numbers = {{}, {}}) {
     std::vector<PrintedEntry> entries;
     for (const QString &row : rows)
-        entries.push_back(entryOf(row.section(u' ', 0, 0), row.section(u' ', 1)));
+        entries.push_back(printedEntry(row.section(u' ', 0, 0), row.section(u' ', 1)));
     std::vector<PrintedEntry *> pointers;
     for (PrintedEntry &entry : entries)
         pointers.push_back(&entry);
@@ -35,7 +30,7 @@ QString offsetsOf(const QStringList &rows, const PagesOfForms &pages,
 bool doBeginAgain(const QStringList &numbers) {
     std::vector<PrintedEntry> entries;
     for (const QString &number : numbers)
-        entries.push_back(entryOf("Title", number));
+        entries.push_back(printedEntry("Title", number));
     std::vector<PrintedEntry *> pointers;
     for (PrintedEntry &entry : entries)
         pointers.push_back(&entry);

@@ -1,6 +1,7 @@
 #include "contents/EntryResolving.h"
 #include "contents/PrintedContents.h"
 #include "support/MadePages.h"
+#include "support/PrintedEntries.h"
 
 #include <gtest/gtest.h>
 
@@ -9,14 +10,7 @@ namespace {
 
 using test::boldLook;
 using test::MadePages;
-
-PrintedEntry entryOf(const QString &title, const QString &number) {
-    PrintedEntry entry;
-    entry.title = title;
-    entry.number = number;
-    entry.numbering = numberingOf(title);
-    return entry;
-}
+using test::printedEntry;
 
 /// What becomes of entries in a document without printed numbers, so that they are counted from its first
 /// page unless the titles tell otherwise.
@@ -45,7 +39,7 @@ bool isLocated(const PrintedEntry &entry) {
 
 TEST(ResolveEntries, ByTheNumberDoubtfulPlacesAreNone) {
     const auto isFound = [](const QString &title) {
-        return isLocated(resolved(pagesWith({title + " goes on"}, 3), {entryOf(title, "1")}).at(0));
+        return isLocated(resolved(pagesWith({title + " goes on"}, 3), {printedEntry(title, "1")}).at(0));
     };
     EXPECT_TRUE(isFound("A title of length"));
     EXPECT_FALSE(isFound("Title ab"));
@@ -54,7 +48,7 @@ TEST(ResolveEntries, ByTheNumberDoubtfulPlacesAreNone) {
 TEST(ResolveEntries, ByTheLinkTheyAreTakenUnlessTheyStandInText) {
     const auto isFound = [](double gap) {
         MadePages pages = MadePages().page().paragraph(100, 5).text(60, 148 + gap, "Title ab goes on");
-        PrintedEntry entry = entryOf("Title ab", "");
+        PrintedEntry entry = printedEntry("Title ab", "");
         entry.link = ContentsLink{{}, 0, {}};
         return isLocated(resolved(pages.paragraph(300, 20), {entry}).at(0));
     };
@@ -66,7 +60,7 @@ TEST(ResolveEntries, TheFirstPageOfANumberIsPreferred) {
     const auto pageOf = [](const test::TextLook &look) {
         MadePages pages = pagesWith({"", "", "The title"}, 3);
         pages.page().paragraph(300, 20).text(60, 100, "The title", look);
-        return resolved(pages, {entryOf("The title", "3")}, {"1", "2", "3", "3"}).at(0).page;
+        return resolved(pages, {printedEntry("The title", "3")}, {"1", "2", "3", "3"}).at(0).page;
     };
     EXPECT_EQ(pageOf(boldLook(10)), 3) << "bold is worth more than that";
     EXPECT_EQ(pageOf({15}), 2);
@@ -74,7 +68,8 @@ TEST(ResolveEntries, TheFirstPageOfANumberIsPreferred) {
 
 TEST(ResolveEntries, PagesNearbyScoreLess) {
     const MadePages pages = pagesWith({"Alpha b", "Beta bb", "", "Gamma b"}, 5);
-    EXPECT_EQ(resolved(pages, {entryOf("Alpha b", "1"), entryOf("Beta bb", "2"), entryOf("Gamma b", "3")})
+    EXPECT_EQ(resolved(pages, {printedEntry("Alpha b", "1"), printedEntry("Beta bb", "2"),
+                               printedEntry("Gamma b", "3")})
                   .at(2)
                   .score,
               95);
@@ -87,7 +82,7 @@ int locatedOfTen(int standing) {
     std::vector<PrintedEntry> entries;
     for (int i = 0; i < 10; ++i) {
         const QString title = QString("Title of %1").arg(QString(6, QChar(u'a' + i)));
-        entries.push_back(entryOf(title, QString::number(i + 1)));
+        entries.push_back(printedEntry(title, QString::number(i + 1)));
         const int page = i < standing ? i : i + 15;
         lines.resize(std::max<qsizetype>(lines.size(), page + 1));
         lines[page] = title;
@@ -106,7 +101,7 @@ bool areFoundEverywhere(int letters, int others) {
     std::vector<PrintedEntry> entries;
     for (int i = 0; i < 3; ++i) {
         const QString title(letters, QChar(u'a' + i));
-        entries.push_back(entryOf(title, QString::number(i + 1)));
+        entries.push_back(printedEntry(title, QString::number(i + 1)));
         lines[i + 15] = title;
         for (int k = 0; k < others; ++k)
             lines[30 + 17 * i + 3 * k] = title;  // no two as far behind
@@ -130,8 +125,9 @@ TEST(ResolveEntries, RowsWithoutNumberAreLookedForOnSixtyPages) {
         lines.front() = "Alpha bb";
         lines[5] = "Beta bbb";
         lines.back() = "Gamma bb";
-        return resolved(pagesWith(lines, pages + 1), {entryOf("Alpha bb", "1"), entryOf("Beta bbb", ""),
-                                                      entryOf("Gamma bb", QString::number(pages + 1))})
+        return resolved(pagesWith(lines, pages + 1),
+                        {printedEntry("Alpha bb", "1"), printedEntry("Beta bbb", ""),
+                         printedEntry("Gamma bb", QString::number(pages + 1))})
                    .size() == 3;
     };
     EXPECT_TRUE(isFound(60));
@@ -141,7 +137,8 @@ TEST(ResolveEntries, RowsWithoutNumberAreLookedForOnSixtyPages) {
 TEST(ResolveEntries, APartThatIsNotFoundLiesWhereWhatFollowsDoes) {
     const MadePages pages = pagesWith({"Alpha bb", "", "", "Gamma bb"}, 6);
     const auto between = [&](const QString &title) {
-        return resolved(pages, {entryOf("Alpha bb", "1"), entryOf(title, ""), entryOf("Gamma bb", "4")});
+        return resolved(
+            pages, {printedEntry("Alpha bb", "1"), printedEntry(title, ""), printedEntry("Gamma bb", "4")});
     };
     const std::vector<PrintedEntry> part = between("Part II Beyond");
     ASSERT_EQ(part.size(), 3U);
