@@ -89,6 +89,19 @@ TEST(HostileOutline, PageTreeAsAnOutline) {
     EXPECT_EQ(document->pageCount(), 1);
 }
 
+TEST(HostileOutline, OneLongActionForAllEntries) {
+    constexpr int count = 300;
+    for (const QByteArray action : {"/S /URI /URI (", "/S /GoToR /F ("}) {
+        RawPdf pdf = test::rawPdfOfOnePage("/Outlines << /First 10 0 R /Last 309 0 R >>");
+        pdf.object(9, "<< " + action + QByteArray(1 << 18, 'a') + ") >>");
+        for (int i = 0; i < count; ++i)
+            pdf.object(10 + i, entry(i, "/A 9 0 R /Next " + ref(11 + i)));
+        const auto document = openBytes(pdf.endWithTable().bytes());
+        EXPECT_EQ(document->outlineRoot().numberOfChildren(), 0) << "they would take 150 MB";
+        EXPECT_FALSE(document->canBeWritten());
+    }
+}
+
 TEST(HostileOutline, TenThousandLevels) {
     constexpr int levels = 10'000;
     std::vector<QByteArray> entries;

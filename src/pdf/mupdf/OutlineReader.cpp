@@ -59,6 +59,14 @@ std::unique_ptr<PDFOutline> readEntry(const Object &entry, DestinationReader &de
     return outline;
 }
 
+/// What the texts of an entry take.
+qsizetype bytesOf(const PDFOutline &outline) {
+    const std::optional<OutlineEntry::Action> &action = outline.entry().action;
+    qsizetype characters = outline.label().size();
+    if (action) characters += action->type.size() + action->target.value_or(QString()).size();
+    return characters * qsizetype{sizeof(QChar)};
+}
+
 }  // namespace
 
 std::unique_ptr<PDFOutline> readOutline(Reader &reader) {
@@ -77,7 +85,7 @@ std::unique_ptr<PDFOutline> readOutline(Reader &reader) {
         PDFOutline &parent = *open.back().parent;
         PDFOutline &outline =
             parent.insertChildAtIndex(readEntry(entry, destinations), parent.numberOfChildren());
-        walk.keep(outline.label().size() * qsizetype{sizeof(QChar)});
+        walk.keep(bytesOf(outline));
         open.back().next = entry.get(PDF_NAME(Next));
         if (Object first = entry.get(PDF_NAME(First)); first.isDict())
             open.push_back({&outline, std::move(first)});
