@@ -71,6 +71,36 @@ TEST(ChapterNumbers, AChapterThatIsFoundNowhereIsLeftOut) {
               "2 2 - - 19 19");
 }
 
+/// The numbers 1, 2, ... at the foot of pages, of which the first is given.
+PrintedNumbers numbersFrom(int firstPage, int count) {
+    MadePages pages;
+    for (int page = 0; page < firstPage + count; ++page) {
+        pages.page().paragraph(400, 10);
+        if (page >= firstPage) pages.text(300, 780, QString::number(page - firstPage + 1));
+    }
+    return {readAllLines(pages, {}, [](int) {}), {}};
+}
+
+TEST(ChapterNumbers, TenNumbersOnTheirPagesOutweighATitle) {
+    // The first chapter and the first title of the second are found; its numbers stand on later pages.
+    const auto isTitleTrusted = [](int rowsOfSecond) {
+        const PrintedNumbers numbers = numbersFrom(40, 12);
+        QStringList rows;
+        PagesOfForms pages;
+        for (int i = 1; i <= 12; ++i) {
+            const QString title = "soil" + QString(i, u'a');
+            rows += title + u' ' + QString::number(i);
+            pages[title] = {i};
+        }
+        for (int i = 1; i <= rowsOfSecond; ++i)
+            rows += "rain" + QString(i, u'b') + u' ' + QString::number(i);
+        pages["rainb"] = {21};
+        return offsetsOf(rows, pages, numbers).endsWith(" 20");
+    };
+    EXPECT_TRUE(isTitleTrusted(9));
+    EXPECT_FALSE(isTitleTrusted(11));
+}
+
 TEST(ChapterNumbers, OtherNumbersAreOfNoChapter) {
     EXPECT_EQ(offsetsOf({"preface iv", "soil 1", "sand 4", "water 1", "rain 3"},
                         {{"soil", {3}}, {"sand", {6}}, {"water", {9}}, {"rain", {11}}}),

@@ -109,6 +109,18 @@ TEST(CombiningStages, DeeperTakesWhatIsLikelierThanNot) {
     EXPECT_FALSE(hasDeeper(0.45));
 }
 
+TEST(CombiningStages, DeeperThanTaggedHeadingsTakesWhatIsLikelierThanNot) {
+    const auto hasDeeper = [](double probability) {
+        MadeStages stages;
+        stages.structure(3);
+        for (int i = 0; i < 3; ++i)
+            stages.candidate(QString("Tagged %1").arg(i), 0, 0.9);
+        return stages.candidate("Deep", 1, probability).titles(ContentsDepth::Deeper).contains("Deep");
+    };
+    EXPECT_TRUE(hasDeeper(0.55));
+    EXPECT_FALSE(hasDeeper(0.45));
+}
+
 /// How many headings of a style are added to contents of one level.
 qsizetype addedToShallow(int count, double probability) {
     MadeStages stages;

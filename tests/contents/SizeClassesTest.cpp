@@ -31,12 +31,13 @@ TEST(SizeClasses, SizesThatVaryByAPointAreOne) {
     EXPECT_EQ(settled({{9.5, 20}, {10, 60}, {10.4, 30}, {11, 10}, {9.1, 10}}), std::vector<double>(5, 10));
     EXPECT_EQ(settled({{17, 10}, {18, 10}, {19, 10}}), std::vector<double>(3, 18)) << "the one in the middle";
     EXPECT_EQ(settled({{32, 10}, {30, 30}, {28, 10}}), std::vector<double>(3, 30)) << "large ones vary more";
+    EXPECT_EQ(settled({{33, 10}, {30, 30}}), std::vector<double>(2, 30)) << "by a tenth";
 }
 
 TEST(SizeClasses, SizesTwoPointsApartStayApart) {
     EXPECT_EQ(settled({{10, 90}, {12, 20}, {14, 10}}), (std::vector<double>{10, 12, 14}));
     EXPECT_EQ(settled({{10, 90}, {11.5, 20}}), (std::vector<double>{10, 11.5}));
-    EXPECT_EQ(settled({{30, 90}, {34, 20}}), (std::vector<double>{30, 34}));
+    EXPECT_EQ(settled({{30, 90}, {33.5, 20}}), (std::vector<double>{30, 33.5}));
 }
 
 TEST(SizeClasses, PagesThatWereNotRecognisedStayAsTheyAre) {
