@@ -710,7 +710,7 @@ Text in den Schriften der Überschriftentabelle wird zu Einträgen unter einem n
     </message>
     <message>
         <source>&amp;Step:</source>
-        <translation>&amp;Schritt:</translation>
+        <translation>S&amp;chritt:</translation>
     </message>
     <message>
         <source>Between number and &amp;title:</source>
@@ -3620,7 +3620,7 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
     </message>
     <message>
         <source>Undo &amp;steps back where there is nothing to undo</source>
-        <translation>Rückgängig geht einen &amp;Schritt zurück, wo es sonst nichts täte</translation>
+        <translation>&amp;Rückgängig geht einen Schritt zurück, wo es sonst nichts täte</translation>
     </message>
 </context>
 <context>

@@ -119,7 +119,9 @@ void TreeController::followText(const TreeNode &node, int column) {
 void TreeController::followLook(const TreeNode &node) {
     if (&node == root_ || !isShown(node)) return;
     const QModelIndex index = indexForNode(node);
-    Q_EMIT dataChanged(index, index, {ElsewhereRole, Qt::FontRole, Qt::ForegroundRole});
+    Q_EMIT dataChanged(
+        index, index,
+        {ElsewhereRole, Qt::ToolTipRole, Qt::AccessibleDescriptionRole, Qt::FontRole, Qt::ForegroundRole});
 }
 
 void TreeController::followChildren(TreeNode &node) {

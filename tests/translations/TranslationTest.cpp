@@ -16,6 +16,7 @@ namespace leafwright {
 namespace {
 
 struct Message {
+    QString context;
     QString source;
     QString translation;
     bool finished;
@@ -27,9 +28,11 @@ std::vector<Message> messagesOf(const QString &path) {
     if (!file.open(QIODevice::ReadOnly)) throw std::runtime_error(path.toStdString());
     QXmlStreamReader xml(&file);
     std::vector<Message> messages;
+    QString context;
     while (!xml.atEnd()) {
         if (xml.readNext() != QXmlStreamReader::StartElement) continue;
-        if (xml.name() == u"source") messages.push_back({xml.readElementText(), {}, false});
+        if (xml.name() == u"name") context = xml.readElementText();
+        if (xml.name() == u"source") messages.push_back({context, xml.readElementText(), {}, false});
         if (xml.name() == u"translation") {
             messages.back().finished = !xml.attributes().hasAttribute("type");
             messages.back().translation = xml.readElementText();
@@ -45,6 +48,12 @@ QStringList matchesOf(const QRegularExpression &pattern, const QString &text) {
         result.append(match.captured());
     result.sort();
     return result;
+}
+
+/// The letter by which a control is chosen; null for none.
+QChar accessLetterOf(const QString &text) {
+    const qsizetype mark = text.indexOf(u'&');
+    return mark < 0 ? QChar() : text.at(mark + 1).toLower();
 }
 
 class Translations : public testing::TestWithParam<QString> {
@@ -72,6 +81,18 @@ TEST_P(Translations, KeepEllipsesLinesAndKeysOfLetters) {
         EXPECT_EQ(message.translation.endsWith("…"), asks) << source;
         EXPECT_EQ(message.translation.count('\n'), message.source.count('\n')) << source;
         EXPECT_EQ(message.translation.count('&'), message.source.count('&')) << source;
+    }
+}
+
+TEST_P(Translations, ChooseByDifferentLettersWhatTheSourceDoes) {
+    for (auto one = messages.begin(); one != messages.end(); ++one) {
+        const QChar letter = accessLetterOf(one->translation);
+        if (letter.isNull()) continue;
+        for (auto other = one + 1; other != messages.end(); ++other) {
+            if (other->context != one->context || accessLetterOf(other->translation) != letter) continue;
+            EXPECT_EQ(accessLetterOf(other->source), accessLetterOf(one->source))
+                << one->translation.toStdString() << ", " << other->translation.toStdString();
+        }
     }
 }
 

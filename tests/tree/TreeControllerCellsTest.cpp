@@ -51,6 +51,19 @@ TEST(TreeControllerCells, AClearedTitleIsEmptyButPresent) {
     EXPECT_TRUE(item.pageTitle().isEmpty());
 }
 
+TEST(TreeControllerCells, WhatElseAnEntryTellsIsAnnounced) {
+    const Tree tree("A");
+    QSignalSpy changed(tree.controller.get(), &TreeController::dataChanged);
+    OutlineEntry entry = tree.item("A").entry();
+    entry.action = OutlineEntry::Action{"URI", "https://a.example"};
+    tree.item("A").setEntry(entry);
+    ASSERT_EQ(changed.count(), 1);
+    const auto roles = changed[0][2].value<QList<int>>();
+    for (const int role :
+         {int{TreeController::ElsewhereRole}, int{Qt::ToolTipRole}, int{Qt::AccessibleDescriptionRole}})
+        EXPECT_TRUE(roles.contains(role)) << role;
+}
+
 TEST(TreeControllerCells, ALockedCellIsNotEdited) {
     const Tree tree("A B");
     tree.controller->setShouldEdit([&](int column, const TreeNode &node) {
