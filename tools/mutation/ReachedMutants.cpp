@@ -29,6 +29,7 @@ private:
             if (reachedMutants[static_cast<size_t>(number)].exchange(false))
                 std::fprintf(out_, " %d", number);
         std::fputs("\n", out_);
+        std::fflush(out_);  // or a process that a test forks writes it again at its end
     }
 
     std::FILE *out_;
