@@ -3256,6 +3256,26 @@ Inhalt &gt; Inhalt finden … liest die Seiten und schlägt eine Gliederung vor.
         <source>%1 (read-only)</source>
         <translation>%1 (schreibgeschützt)</translation>
     </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+    <message>
+        <source>Outline pane</source>
+        <translation>Bereich der Gliederung</translation>
+    </message>
+    <message>
+        <source>Divider between outline and heading map</source>
+        <translation>Trennlinie zwischen Gliederung und Überschriftentabelle</translation>
+    </message>
+    <message>
+        <source>This PDF is locked by a password, so its fonts can’t be counted.</source>
+        <translation>Dieses PDF ist durch ein Passwort gesperrt; seine Schriften können nicht gezählt werden.</translation>
+    </message>
+    <message>
+        <source>The fonts of this PDF are being counted.</source>
+        <translation>Die Schriften dieses PDFs werden gezählt.</translation>
+    </message>
 </context>
 <context>
     <name>leafwright::FindBar</name>

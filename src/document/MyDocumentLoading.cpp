@@ -184,7 +184,10 @@ void MyDocument::takeGuessedHeadingMap() {
     auto guess = readers_.headingMapGuess->take();
     // Of pages that are shown in the place of others, the uses are what is new: the map is the user's by now.
     const bool isFirst = !std::exchange(headingMapIsThere_, true);
-    if (!guess) return;
+    if (!guess) {
+        if (isFirst) reloadHeadingMap();
+        return;
+    }
     headingMapModel_->setUses(std::move(guess->uses));
     if (!isFirst) return;
     listH1H2H3Config_ = std::move(guess->map);

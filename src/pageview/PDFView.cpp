@@ -47,6 +47,7 @@ void PDFView::setDocument(PDFDocument *document) {
     resetPages();
     const double scale = layout_.scale();
     layout_ = document ? PageLayout(shownSizes(*document)) : PageLayout();
+    setAccessibleDescription(document && isEmpty() ? placeholderText_ : QString());
     layout_.setScale(autoScales_ ? layout_.scaleToFitWidth(viewport()->width()) : scale);
     keepingPage([this] {
         updateScrollBars();

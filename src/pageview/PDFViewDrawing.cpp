@@ -51,7 +51,7 @@ void PDFView::paintEvent(QPaintEvent *event) {
 
 void PDFView::setPlaceholderText(const QString &text) {
     placeholderText_ = text;
-    setAccessibleDescription(text);
+    setAccessibleDescription(document_ && isEmpty() ? text : QString());
     viewport()->update();
 }
 

@@ -179,7 +179,11 @@ void ThumbnailView::choosePage(int index) {
 }
 
 void ThumbnailView::currentChanged(const QModelIndex &current, const QModelIndex &previous) {
-    QListView::currentChanged(current, previous);
+    // A list says that the keyboard went to its current item, wherever the keyboard is.
+    if (hasFocus())
+        QListView::currentChanged(current, previous);
+    else
+        QAbstractItemView::currentChanged(current, previous);
     if (!following_ && current.isValid()) choosePage(current.row());
 }
 

@@ -186,9 +186,19 @@ void HeadingMapCommands::resetH1H2H3FontsMap() {
 void HeadingMapCommands::buttonDeleteSelectedH1H2H3RowsClicked() {
     HeadingLevelMap &map = document_.listH1H2H3Config();
     const std::vector<int> rows = selectedRows();
+    if (rows.empty()) return;
     for (auto row = rows.rbegin(); row != rows.rend(); ++row)
         map.erase(map.begin() + *row);
-    document_.reloadHeadingMap();
+    mapChanged();
+    setCurrentRow(rows.front());
+}
+
+void HeadingMapCommands::setCurrentRow(int row) {
+    QTableView &table = *document_.myWindow()->tableViewH1H2H3Config();
+    const int last = table.model()->rowCount() - 1;
+    table.selectionModel()->setCurrentIndex(
+        table.model()->index(std::min(row, last), HeadingMapModel::LevelColumn),
+        QItemSelectionModel::NoUpdate);
 }
 
 std::vector<int> HeadingMapCommands::selectedRows() const {
@@ -225,6 +235,7 @@ void HeadingMapCommands::setLevelOfRows(const std::vector<int> &rows, int level)
     }
     table.selectionModel()->select(selection,
                                    QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    setCurrentRow(selectedRows().back());
 }
 
 void HeadingMapCommands::showNextOccurrence(int row) {

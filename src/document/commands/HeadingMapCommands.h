@@ -63,6 +63,8 @@ private:
     bool loadMapText(const QString &text);
     void tellFailure(const QString &message) const;
     void mapChanged();
+    /// Where the keys of the table go on from, whatever is selected; the last row if there are fewer.
+    void setCurrentRow(int row);
 
     MyDocument &document_;
     std::optional<QString> saveProblem_;

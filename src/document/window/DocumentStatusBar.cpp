@@ -14,6 +14,7 @@ namespace leafwright {
 namespace {
 
 constexpr int timeOfMessage = 8'000;  // milliseconds
+constexpr int gap = 8;                // pixels at both sides of a text
 
 }  // namespace
 
@@ -43,6 +44,7 @@ QLabel *DocumentStatusBar::addLabel(const QString &name) {
     auto *label = new QLabel;
     label->setObjectName(name);
     label->setTextFormat(Qt::PlainText);
+    label->setContentsMargins(gap, 0, gap, 0);
     addPermanentWidget(label);
     return label;
 }
@@ -73,8 +75,8 @@ void DocumentStatusBar::updateEntries() {
 void DocumentStatusBar::updatePage() {
     const PDFPage *page = pages_.currentPage();
     page_->setText(page ? tr("Page %1 (%2 of %3)")
-                              .arg(page->label(), QString::number(page->index() + 1),
-                                   QString::number(page->document().pageCount()))
+                              .arg(page->label(), QLocale().toString(page->index() + 1),
+                                   QLocale().toString(page->document().pageCount()))
                         : QString());
     zoom_->setText(tr("%1 %").arg(qRound(pages_.scaleFactor() * 100)));
 }

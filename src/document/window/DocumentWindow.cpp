@@ -38,6 +38,7 @@
 #include <QMimeData>
 #include <QSplitter>
 #include <QToolBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <numeric>
@@ -68,6 +69,13 @@ void giveAccessLetters(QMenu &menu) {
     titles = withAccessLetters(titles);
     for (qsizetype i = 0; i < commands.size(); ++i)
         commands[i]->setText(titles[i]);
+}
+
+/// Names the buttons that Qt puts into fields and leaves without a name.
+void nameClearButtons(const QWidget &widget) {
+    for (const QLineEdit *field : widget.findChildren<QLineEdit *>())
+        for (QToolButton *button : field->findChildren<QToolButton *>())
+            button->setAccessibleName(DocumentWindow::tr("Clear"));
 }
 
 /// Does in a field that is being typed in what the menu calls the same there and elsewhere. The keys of these
@@ -133,6 +141,7 @@ void DocumentWindow::makeViews() {
     layout->addWidget(findBar_);
     layout->addWidget(splitViewTopLevel_, 1);
     setCentralWidget(content);
+    nameClearButtons(*content);
 }
 
 QTableView *DocumentWindow::tableViewH1H2H3Config() const {
@@ -165,6 +174,10 @@ QWidget *DocumentWindow::makeOutlinePane() {
     column->addWidget(outlineview_, 1);
     outlinePane_->addWidget(outlineWithFilter_);
     outlinePane_->addWidget(tableViewH1H2H3Config_);
+    // Screen readers read what a splitter holds from its last widget to its first otherwise.
+    outlineWithFilter_->lower();
+    outlinePane_->setAccessibleName(tr("Outline pane"));
+    outlinePane_->handle(1)->setAccessibleName(tr("Divider between outline and heading map"));
     outlinePane_->setStretchFactor(0, 3);
     outlinePane_->setStretchFactor(1, 1);
     return outlinePane_;
@@ -279,12 +292,24 @@ void DocumentWindow::connectViews() {
     currentEntry_ = std::make_unique<CurrentEntry>(document_, *pdfview_, *outlineview_);
     connect(outlineview_, &OutlineView::followRequested, this,
             [this] { document_.actions().perform(QStringLiteral("moveToPageOfOutlineItem:")); });
-    headingMapMarks_ = std::make_unique<HeadingMapMarks>(document_, *pdfview_, *tableViewH1H2H3Config_);
+    headingMapMarks_ =
+        std::make_unique<HeadingMapMarks>(document_, *pdfview_, *tableViewH1H2H3Config_, *findBar_);
     outlineview_->setDelegate(&document_.outlineDelegate());
     document_.edits().setDisplay(outlineview_);
 }
 
 void DocumentWindow::connectHeadingMap() {
+    connect(pdfview_, &PDFView::documentChanged, tableViewH1H2H3Config_, [this] {
+        const PDFDocument *pdf = pdfview_->document();
+        const bool isLocked = pdf && pdf->isLocked();
+        tableViewH1H2H3Config_->setPlaceholderText(
+            isLocked ? tr("This PDF is locked by a password, so its fonts can’t be counted.")
+                     : tr("The fonts of this PDF are being counted."));
+    });
+    connect(&document_.headingMapModel(), &QAbstractItemModel::modelReset, tableViewH1H2H3Config_, [this] {
+        const PDFDocument *pdf = pdfview_->document();
+        if (pdf && !pdf->isLocked()) tableViewH1H2H3Config_->setPlaceholderText({});
+    });
     connect(tableViewH1H2H3Config_->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             [this] { document_.headingMapCommands().tableViewSelectionDidChange(); });
     connect(tableViewH1H2H3Config_, &HeadingMapView::deletionRequested, this, [this] {

@@ -6,6 +6,7 @@
 #include "document/window/HeadingMapModel.h"
 #include "pageview/PDFView.h"
 
+#include <QEvent>
 #include <QItemSelectionModel>
 #include <QScrollBar>
 #include <QTableView>
@@ -14,8 +15,9 @@
 
 namespace leafwright {
 
-HeadingMapMarks::HeadingMapMarks(MyDocument &document, PDFView &pages, QTableView &table)
-    : document_(document), pages_(pages), table_(table) {
+HeadingMapMarks::HeadingMapMarks(MyDocument &document, PDFView &pages, QTableView &table, QWidget &findBar)
+    : document_(document), pages_(pages), table_(table), findBar_(findBar) {
+    findBar.installEventFilter(this);
     timer_.setSingleShot(true);
     timer_.setInterval(0);
     connect(&timer_, &QTimer::timeout, this, &HeadingMapMarks::update);
@@ -30,6 +32,12 @@ HeadingMapMarks::HeadingMapMarks(MyDocument &document, PDFView &pages, QTableVie
     connect(table.selectionModel(), &QItemSelectionModel::selectionChanged, this, again);
     connect(&document.headingMapModel(), &QAbstractItemModel::dataChanged, this, again);
     connect(&document.headingMapModel(), &QAbstractItemModel::modelReset, this, again);
+}
+
+bool HeadingMapMarks::eventFilter(QObject *watched, QEvent *event) {
+    const QEvent::Type type = event->type();
+    if (type == QEvent::ShowToParent || type == QEvent::HideToParent) timer_.start();
+    return QObject::eventFilter(watched, event);
 }
 
 void HeadingMapMarks::forget() {
@@ -70,7 +78,7 @@ void HeadingMapMarks::update() {
         ranges_.clear();
     }
     std::map<int, std::vector<TextRange>> marks;
-    if (!font.isNull() && pages_.document()) {
+    if (!font.isNull() && pages_.document() && findBar_.isHidden()) {
         const auto [first, last] = pages_.visiblePages();
         for (int i = first; i <= last; ++i)
             if (auto ranges = marksOn(*pages_.document()->page(i)); !ranges.empty())

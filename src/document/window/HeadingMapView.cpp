@@ -1,8 +1,12 @@
 #include "document/window/HeadingMapView.h"
 
+#include "document/window/HeadingMapModel.h"
+
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+
+#include <algorithm>
 
 namespace leafwright {
 
@@ -17,8 +21,12 @@ int levelOf(const QKeyEvent &event) {
     return isPlain && digit >= 1 && digit <= 9 ? digit : 0;
 }
 
+bool isPlain(const QKeyEvent &event, Qt::Key key) {
+    return event.key() == key && event.modifiers() == Qt::NoModifier;
+}
+
 bool isDelete(const QKeyEvent &event) {
-    return event.key() == Qt::Key_Delete && event.modifiers() == Qt::NoModifier;
+    return isPlain(event, Qt::Key_Delete);
 }
 
 }  // namespace
@@ -34,14 +42,49 @@ HeadingMapView::HeadingMapView(QWidget *parent) : QTableView(parent) {
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + breathingSpace);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    setPlaceholderText({});
+}
+
+void HeadingMapView::setPlaceholderText(const QString &text) {
+    placeholderText_ = !text.isNull()
+                           ? text
+                           : tr("No font counts as that of headings. Select text of a heading on "
+                                "the page and choose Contents > Use Selection for H1, or load a map.");
+    describe();
+    viewport()->update();
+}
+
+void HeadingMapView::reset() {
+    QTableView::reset();
+    describe();
+}
+
+void HeadingMapView::describe() {
+    setAccessibleDescription(model() && model()->rowCount() > 0 ? QString() : placeholderText_);
 }
 
 bool HeadingMapView::event(QEvent *event) {
-    if (event->type() == QEvent::ShortcutOverride && isDelete(*static_cast<QKeyEvent *>(event))) {
-        event->accept();
-        return true;
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (isDelete(*key) || key->matches(QKeySequence::SelectAll)) {
+            event->accept();
+            return true;
+        }
     }
     return QTableView::event(event);
+}
+
+QModelIndex HeadingMapView::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const int rows = model() ? model()->rowCount() : 0;
+    if ((action != MoveHome && action != MoveEnd) || rows == 0)
+        return QTableView::moveCursor(action, modifiers);
+    return model()->index(action == MoveHome ? 0 : rows - 1, std::max(currentIndex().column(), 0));
+}
+
+void HeadingMapView::editLevel(const QModelIndex &row) {
+    const QModelIndex cell = row.siblingAtColumn(HeadingMapModel::LevelColumn);
+    selectionModel()->setCurrentIndex(cell, QItemSelectionModel::NoUpdate);
+    edit(cell);
 }
 
 void HeadingMapView::keyPressEvent(QKeyEvent *event) {
@@ -52,6 +95,8 @@ void HeadingMapView::keyPressEvent(QKeyEvent *event) {
         Q_EMIT deletionRequested();
     } else if (const int level = levelOf(*event); level > 0) {
         Q_EMIT levelRequested(level);
+    } else if (isPlain(*event, Qt::Key_F2) && currentIndex().isValid()) {
+        editLevel(currentIndex());
     } else if (isReturn && currentIndex().isValid()) {
         Q_EMIT occurrenceRequested(currentIndex().row());
     } else {
@@ -72,9 +117,7 @@ void HeadingMapView::paintEvent(QPaintEvent *event) {
     painter.setPen(palette().color(QPalette::PlaceholderText));
     const int margin = fontMetrics().height();
     painter.drawText(viewport()->rect().adjusted(margin, margin, -margin, -margin),
-                     Qt::AlignCenter | Qt::TextWordWrap,
-                     tr("No font counts as that of headings. Select text of a heading on the page and choose "
-                        "Contents > Use Selection for H1, or load a map."));
+                     Qt::AlignCenter | Qt::TextWordWrap, placeholderText_);
 }
 
 }  // namespace leafwright

@@ -12,6 +12,11 @@ class HeadingMapView final : public QTableView {
 public:
     explicit HeadingMapView(QWidget *parent = nullptr);
 
+    /// @param text what it says while it has no rows; null for how rows come there
+    void setPlaceholderText(const QString &text);
+    /// Has screen readers told what is to be read while there are no rows.
+    void reset() override;
+
 Q_SIGNALS:
     /// The selected rows are to go: the Delete key.
     void deletionRequested();
@@ -21,11 +26,19 @@ Q_SIGNALS:
     void occurrenceRequested(int row);
 
 protected:
-    /// Claims the Delete key, which elsewhere in a window removes entries of the outline.
+    /// Claims the keys Delete and Select All, which elsewhere in a window are for entries of the outline.
     bool event(QEvent *event) override;
+    /// Home and End go to the first and to the last row.
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void keyPressEvent(QKeyEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    void editLevel(const QModelIndex &row);
+    void describe();
+
+    QString placeholderText_;
 };
 
 }  // namespace leafwright

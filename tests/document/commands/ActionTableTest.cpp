@@ -1,4 +1,6 @@
 #include "document/commands/ActionTable.h"
+#include "support/OpenPdf.h"
+#include "support/Paths.h"
 
 #include <QKeySequence>
 #include <QSet>
@@ -209,6 +211,17 @@ TEST(ActionDescriptions, AreThoseThatHelpAndPeoplesFingersRelyOn) {
         actual.append(menus.at(each.menu) + ": " + QString::fromUtf8(each.title) + keys);
     }
     EXPECT_EQ(actual, expected);
+}
+
+TEST(ActionTable, TheManPageTellsOfAllCommandsOfTheMenus) {
+    const QString page = QString::fromUtf8(test::contentOf(test::projectPath("docs/man/leafwright.1")));
+    for (const ActionDescription &description : actionDescriptions()) {
+        if (description.menu == Menu::None) continue;
+        QString told = QString(".It Li %1\n%2\n").arg(description.selector, actionTitle(description));
+        const QString keys = description.shortcut;
+        if (!keys.isEmpty()) told += QString(".Pq %1\n").arg(QString(keys).replace('-', "\\-"));
+        EXPECT_TRUE(page.contains(told.replace(u'…', "..."))) << qPrintable(told);
+    }
 }
 
 }  // namespace

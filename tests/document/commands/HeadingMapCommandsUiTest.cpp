@@ -279,6 +279,71 @@ TEST_F(HeadingMap, ALevelCanBeEnteredInItsCell) {
                  Qt::ItemIsEditable);
 }
 
+TEST_F(HeadingMap, TheKeyThatEditsIsForTheLevelWhicheverCellIsCurrent) {
+    document.window()->show();
+    table().setFocus();
+    table().setCurrentIndex(table().model()->index(1, HeadingMapModel::FontColumn));
+    QTest::keyClick(&table(), Qt::Key_F2);
+    auto *editor = table().viewport()->findChild<QSpinBox *>();
+    ASSERT_NE(editor, nullptr);
+    EXPECT_EQ(editor->value(), 2);
+    editor->setValue(3);
+    QTest::keyClick(editor, Qt::Key_Return);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return map() == "H1 24, H3 16"; })) << map().toStdString();
+}
+
+TEST_F(HeadingMap, HomeAndEndGoToTheFirstAndToTheLastRow) {
+    const auto selectedRows = [this] {
+        QStringList rows;
+        for (const QModelIndex &index : table().selectionModel()->selectedRows())
+            rows.append(QString::number(index.row()));
+        return rows.join(' ');
+    };
+    table().setCurrentIndex(table().model()->index(0, HeadingMapModel::FontColumn));
+    QTest::keyClick(&table(), Qt::Key_End);
+    EXPECT_EQ(selectedRows(), "1");
+    QTest::keyClick(&table(), Qt::Key_Home);
+    EXPECT_EQ(selectedRows(), "0");
+    QTest::keyClick(&table(), Qt::Key_End, Qt::ShiftModifier);
+    EXPECT_EQ(selectedRows(), "0 1");
+    perform("resetH1H2H3FontsMap:");
+    QTest::keyClick(&table(), Qt::Key_End);
+    EXPECT_EQ(selectedRows(), "");
+}
+
+TEST_F(HeadingMap, SelectAllIsForItsRowsWhileItHasTheKeyboard) {
+    setOutline("a b");
+    document.window()->show();
+    document.window()->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(document.window()));
+    table().setFocus();
+    QTest::keyClick(document.window()->windowHandle(), Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(table().selectionModel()->selectedRows().size(), 2);
+    EXPECT_TRUE(document.treecontroller().selectedNodes().empty());
+}
+
+TEST_F(HeadingMap, KeysGoOnWhereRowsWereDeletedOrGivenALevel) {
+    perform("resetH1H2H3FontsMap:");
+    for (const char *text : {"Chapter title", "Section title", "Body text"}) {
+        selectText(text);
+        perform("useSelectionforH1:");
+    }
+    ASSERT_EQ(map(), "H1 24, H1 16, H1 10");
+    table().selectRow(1);
+    QTest::keyClick(&table(), Qt::Key_2);
+    EXPECT_EQ(map(), "H1 24, H1 10, H2 16");
+    EXPECT_EQ(table().currentIndex().row(), 2);
+    table().selectRow(1);
+    ASSERT_TRUE(document.pdfview()->currentSelection());
+    perform("buttonDeleteSelectedH1H2H3RowsClicked:");
+    EXPECT_EQ(table().currentIndex().row(), 1);
+    EXPECT_TRUE(table().selectionModel()->selectedRows().isEmpty());
+    EXPECT_FALSE(document.pdfview()->currentSelection()) << "the font has no row any more";
+    table().selectRow(1);
+    perform("buttonDeleteSelectedH1H2H3RowsClicked:");
+    EXPECT_EQ(table().currentIndex().row(), 0);
+}
+
 TEST_F(HeadingMap, ALevelBelowOneThatNoFontHasIsShownAsSuch) {
     const QAbstractItemModel &model = *table().model();
     const auto note = [&model](int row) {
@@ -365,8 +430,10 @@ TEST_F(HeadingMap, SaysHowRowsComeThereWhileItHasNone) {
                 count += picture.pixelColor(x, y) == ground ? 0 : 1;
         return count;
     };
+    EXPECT_EQ(table().accessibleDescription(), "");
     perform("resetH1H2H3FontsMap:");
     EXPECT_GT(lines(), 100);
+    EXPECT_TRUE(table().accessibleDescription().contains("Use Selection for H1"));
 }
 
 TEST_F(HeadingMap, ARowOfAnotherFontSelectsNothingOnThePages) {
@@ -519,6 +586,12 @@ protected:
     }
 };
 
+TEST_F(HeadingMapToBeGuessed, SaysThatTheFontsAreBeingCounted) {
+    EXPECT_EQ(table().accessibleDescription(), "The fonts of this PDF are being counted.");
+    EXPECT_EQ(mapInTheEnd(), "H1 24, H2 16");
+    EXPECT_EQ(table().accessibleDescription(), "");
+}
+
 TEST_F(HeadingMapToBeGuessed, IsSavedAsItIsGuessed) {
     platform.filesToChoose = {dir.path("saved.txt")};
     perform("buttonClickedSaveH1H2H3Map:");
@@ -555,6 +628,8 @@ protected:
 
 TEST_F(HeadingMapWithoutText, IsEmpty) {
     EXPECT_TRUE(document.listH1H2H3Config().empty());
+    EXPECT_TRUE(document.myWindow()->tableViewH1H2H3Config()->accessibleDescription().startsWith(
+        "No font counts as that of headings."));
     const test::LogRecorder log;
     perform("dumpFontsOnCurrentPage:");
     EXPECT_TRUE(log.messages().isEmpty());

@@ -1,5 +1,6 @@
 #include "document/commands/AutoTOCCommands.h"
 #include "document/window/DocumentStatusBar.h"
+#include "document/window/HeadingMapView.h"
 #include "document/window/OutlineFilter.h"
 #include "support/TreeWindowFixture.h"
 
@@ -136,6 +137,8 @@ TEST_F(StatusBarOfALockedFile, TellsWhyNothingIsToBeSeen) {
     EXPECT_EQ(document.myWindow()->status().entriesText(), "Locked by a password");
     EXPECT_EQ(document.pdfview()->accessibleDescription(),
               "This PDF is locked by a password, so its pages can’t be shown.");
+    EXPECT_EQ(document.myWindow()->tableViewH1H2H3Config()->accessibleDescription(),
+              "This PDF is locked by a password, so its fonts can’t be counted.");
 }
 
 TEST_F(StatusBarOfALockedFile, TellsThatAnEncryptedOneCantBeChanged) {
@@ -146,6 +149,7 @@ TEST_F(StatusBarOfALockedFile, TellsThatAnEncryptedOneCantBeChanged) {
     open(pdf, encrypted);
     EXPECT_EQ(document.myWindow()->status().entriesText(),
               "0 entries, not to be changed as the file is encrypted");
+    EXPECT_EQ(document.pdfview()->accessibleDescription(), "") << "its pages are shown";
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include "support/WindowFixture.h"
 #include "widgets/NoticeBars.h"
 
+#include <QAbstractButton>
 #include <QAccessible>
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -219,6 +220,33 @@ TEST_F(Window, EveryWidgetThatTakesTheFocusHasANameForAssistivePrograms) {
     }
     for (const char *name : {"Pages", "Page", "Outline", "Filter of the outline", "Heading map"})
         EXPECT_TRUE(names.contains(name)) << name;
+}
+
+TEST_F(Window, EveryButtonAndDividerHasANameForAssistivePrograms) {
+    for (const QAccessibleInterface *element : below(QAccessible::queryAccessibleInterface(&window()))) {
+        // The tool bar's own is for what has no room in it.
+        if (!element->object() || element->object()->objectName() == "qt_toolbar_ext_button") continue;
+        if (!qobject_cast<QAbstractButton *>(element->object())) continue;
+        EXPECT_NE(element->text(QAccessible::Name), "")
+            << qPrintable(element->object()->parent()->objectName());
+    }
+    QStringList dividers;
+    for (const QWidget *widget : window().findChildren<QWidget *>())
+        if (widget->accessibleName().startsWith("Divider")) dividers.append(widget->accessibleName());
+    dividers.sort();
+    EXPECT_EQ(dividers,
+              (QStringList{"Divider between Page and Outline pane", "Divider between Pages and Page",
+                           "Divider between outline and heading map"}));
+}
+
+TEST_F(Window, AssistiveProgramsReadTheOutlineBeforeTheHeadingMap) {
+    const QAccessibleInterface *pane = nullptr;
+    for (const QAccessibleInterface *element : below(QAccessible::queryAccessibleInterface(&window())))
+        if (element->text(QAccessible::Name) == "Outline pane") pane = element;
+    ASSERT_NE(pane, nullptr);
+    const QWidget *first = qobject_cast<QWidget *>(pane->child(0)->object());
+    EXPECT_TRUE(first->isAncestorOf(document.outlineview()));
+    EXPECT_EQ(pane->child(1)->text(QAccessible::Name), "Heading map");
 }
 
 TEST_F(Window, TheTabKeyReachesEveryPane) {
@@ -473,6 +501,17 @@ TEST_F(Window, TheStatusBarTellsPageAndZoom) {
     EXPECT_EQ(status(), "Page 3 (3 of 3), 150 %");
     document.pdfview()->setScaleFactor(0.504);
     EXPECT_EQ(status(), "Page 3 (3 of 3), 50 %");
+}
+
+TEST_F(Window, TextsOfTheStatusBarStandApart) {
+    window().show();
+    QCoreApplication::processEvents();
+    const auto *page = window().statusBar()->findChild<QLabel *>("pageStatus");
+    const auto *zoom = window().statusBar()->findChild<QLabel *>("zoomStatus");
+    const int blank = page->fontMetrics().horizontalAdvance(u' ');
+    EXPECT_GT(zoom->mapTo(&window(), zoom->contentsRect().topLeft()).x() -
+                  page->mapTo(&window(), page->contentsRect().topRight()).x(),
+              3 * blank);
 }
 
 TEST_F(Window, NoticesStandAboveThePagesAcrossTheWindow) {

@@ -1,4 +1,5 @@
 #include "document/commands/HeadingsWindowFixture.h"
+#include "document/window/FindBar.h"
 #include "document/window/HeadingMapMarks.h"
 
 #include <QSignalSpy>
@@ -68,6 +69,16 @@ TEST_F(HeadingMapMarksOnPages, TakeThePlaceOfASelectionThatGoes) {
     EXPECT_EQ(marked(seen()), seen());
     EXPECT_TRUE(document.pdfview()->highlightedSelections()[0].string().startsWith("Section title"));
     EXPECT_FALSE(document.pdfview()->currentSelection());
+}
+
+TEST_F(HeadingMapMarksOnPages, AreNotTakenForWhatIsFound) {
+    table().selectRow(0);
+    goTo(6);
+    ASSERT_EQ(marked(seen()), seen());
+    document.actions().perform("findOnPages:");
+    EXPECT_EQ(marked(""), "");
+    document.myWindow()->findBar()->dismiss();
+    EXPECT_EQ(marked(seen()), seen());
 }
 
 TEST_F(HeadingMapMarksOnPages, AreNotSetAnewWhereNothingElseIsToBeMarked) {
