@@ -162,7 +162,9 @@ private:
     void drawMark(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;
     void collapseWithChildren(const std::vector<const TreeNode *> &items);
     std::vector<quint64> unfoldedItems() const;
-    void unfold(const std::vector<std::weak_ptr<const TreeNode>> &items);
+    void unfold(const std::vector<const TreeNode *> &items);
+    void unfoldAbove(const std::vector<TreeNode *> &items);
+    void scrollToItems(const std::vector<TreeNode *> &items);
     void foldOtherwise(const std::vector<const TreeNode *> &items);
     void foldingHides(const std::vector<const TreeNode *> &folded);
     void pressedAt(const QPoint &position);

@@ -38,6 +38,21 @@ TEST(OutlineViewFilter, WhatIsSelectedStaysInSightAfterwards) {
     EXPECT_EQ(outline.selection(), "C");
 }
 
+TEST(OutlineViewFilter, WhatIsSelectedIsScrolledToAfterwards) {
+    QString titles;
+    for (int i = 0; i < 1'000; ++i)
+        titles += QStringLiteral("T%1 ").arg(i);
+    Outline outline(titles);
+    outline.show();
+    outline.view.showOnly(outline.nodes({"T900"}));
+    outline.controller->setSelectedNodes(outline.nodes({"T900"}));
+    outline.view.showAll();
+    const auto isInSight = [&] {
+        return outline.view.viewport()->rect().contains(outline.view.visualRect(outline.index("T900")));
+    };
+    EXPECT_TRUE(QTest::qWaitFor(isInSight, 60'000));
+}
+
 TEST(OutlineViewFilter, RowsFollowTheTree) {
     Outline outline("A B C(D)");
     outline.view.showOnly(outline.nodes({"A", "D"}));
