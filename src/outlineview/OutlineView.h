@@ -118,6 +118,7 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     bool viewportEvent(QEvent *event) override;
+    void initViewItemOption(QStyleOptionViewItem *option) const override;
     void drawRow(QPainter *painter, const QStyleOptionViewItem &option,
                  const QModelIndex &index) const override;
     void drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const override;

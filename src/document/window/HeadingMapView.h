@@ -26,6 +26,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void initViewItemOption(QStyleOptionViewItem *option) const override;
 };
 
 }  // namespace leafwright
