@@ -118,6 +118,7 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     bool viewportEvent(QEvent *event) override;
+    void initViewItemOption(QStyleOptionViewItem *option) const override;
     void drawRow(QPainter *painter, const QStyleOptionViewItem &option,
                  const QModelIndex &index) const override;
     void drawBranches(QPainter *painter, const QRect &rect, const QModelIndex &index) const override;
@@ -162,7 +163,9 @@ private:
     void drawMark(QPainter &painter, const QStyleOptionViewItem &option, const QModelIndex &index) const;
     void collapseWithChildren(const std::vector<const TreeNode *> &items);
     std::vector<quint64> unfoldedItems() const;
-    void unfold(const std::vector<std::weak_ptr<const TreeNode>> &items);
+    void unfold(const std::vector<const TreeNode *> &items);
+    void unfoldAbove(const std::vector<TreeNode *> &items);
+    void scrollToItems(const std::vector<TreeNode *> &items);
     void foldOtherwise(const std::vector<const TreeNode *> &items);
     void foldingHides(const std::vector<const TreeNode *> &folded);
     void pressedAt(const QPoint &position);

@@ -1,4 +1,5 @@
 #include "outlineview/OutlineView.h"
+#include "widgets/DimmedSelection.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -48,8 +49,14 @@ void OutlineView::drawMark(QPainter &painter, const QStyleOptionViewItem &option
     const int left = isRightToLeft() ? viewport()->width() - width : 0;
     // The colour of a selected row could not be seen on it.
     const bool isSelected = controller_->isSelected(controller_->nodeForIndex(index));
-    painter.fillRect(left, option.rect.y(), width, option.rect.height(),
-                     palette().color(isSelected ? QPalette::HighlightedText : QPalette::Highlight));
+    painter.fillRect(
+        left, option.rect.y(), width, option.rect.height(),
+        isSelected ? option.palette.color(QPalette::HighlightedText) : palette().color(QPalette::Highlight));
+}
+
+void OutlineView::initViewItemOption(QStyleOptionViewItem *option) const {
+    QTreeView::initViewItemOption(option);
+    dimSelection(*option);
 }
 
 void OutlineView::drawRow(QPainter *painter, const QStyleOptionViewItem &option,
@@ -66,7 +73,7 @@ void OutlineView::drawRow(QPainter *painter, const QStyleOptionViewItem &option,
     for (const int column : {TreeController::TitleColumn, TreeController::PageColumn})
         drawCell(painter, row, index.siblingAtColumn(column));
     if (hasFocus() && currentIndex().siblingAtColumn(index.column()) == index) drawFocus(*painter, row);
-    if (showsMark(controller_->nodeForIndex(index))) drawMark(*painter, option, index);
+    if (showsMark(controller_->nodeForIndex(index))) drawMark(*painter, row, index);
 }
 
 void OutlineView::drawFocus(QPainter &painter, const QStyleOptionViewItem &row) const {

@@ -37,6 +37,21 @@ private:
     std::unordered_set<quint64> members_;
 };
 
+/// A view is drawn anew as a whole at its end: for large selections. Qt would look for the place of each
+/// range.
+class NoUpdates {
+public:
+    explicit NoUpdates(QWidget &view) : view_(view), wasEnabled_(view.updatesEnabled()) {
+        view_.setUpdatesEnabled(false);
+    }
+    ~NoUpdates() { view_.setUpdatesEnabled(wasEnabled_); }
+    Q_DISABLE_COPY_MOVE(NoUpdates)
+
+private:
+    QWidget &view_;
+    bool wasEnabled_;
+};
+
 }  // namespace
 
 void OutlineView::expandItem(const TreeNode &item, bool expandChildren) {
@@ -100,6 +115,12 @@ void OutlineView::foldingHides(const std::vector<const TreeNode *> &folded) {
 void OutlineView::revealItems(const std::vector<TreeNode *> &items) {
     if (items.empty()) return;
     controller_->showNodes(items);
+    unfoldAbove(items);
+    scrollToItems(items);
+}
+
+/// Unfolds all that items are below, down to 1,000 levels from the top.
+void OutlineView::unfoldAbove(const std::vector<TreeNode *> &items) {
     std::unordered_set<const TreeNode *> seen;
     std::vector<const TreeNode *> folded;
     for (const TreeNode *item : items) {
@@ -112,6 +133,11 @@ void OutlineView::revealItems(const std::vector<TreeNode *> &items) {
     if (folded.size() > 1) scheduleDelayedItemsLayout();
     for (const TreeNode *node : folded)
         expandItem(*node);
+}
+
+/// Scrolls to the first of these, and to the last if there is room.
+void OutlineView::scrollToItems(const std::vector<TreeNode *> &items) {
+    if (items.empty()) return;
     scrollTo(controller_->indexForNode(*items.back()));
     scrollTo(controller_->indexForNode(*items.front()));
 }
@@ -145,11 +171,13 @@ void OutlineView::showOnly(const std::vector<TreeNode *> &items) {
             if (isItemExpanded(node)) unfoldedBefore_.push_back(node.weak_from_this());
         });
     }
-    controller_->setFilter(items);
-    std::vector<std::weak_ptr<const TreeNode>> parents;
+    {
+        const NoUpdates quiet(*this);
+        controller_->setFilter(items);
+    }
+    std::vector<const TreeNode *> parents;
     walkBelow(controller_->arrangedObjects(), [&](const TreeNode &node, size_t depth) {
-        if (!controller_->shownChildren(node).empty() && depth < deepestUnfolded)
-            parents.push_back(node.weak_from_this());
+        if (!controller_->shownChildren(node).empty() && depth < deepestUnfolded) parents.push_back(&node);
         return controller_->isShown(node);
     });
     unfold(parents);
@@ -158,20 +186,33 @@ void OutlineView::showOnly(const std::vector<TreeNode *> &items) {
 void OutlineView::showAll() {
     if (!controller_ || !controller_->isFiltered()) return;
     endEditing();
-    controller_->clearFilter();
-    unfold(std::exchange(unfoldedBefore_, {}));
-    revealItems(controller_->selectedNodes());
+    {
+        const NoUpdates quiet(*this);
+        controller_->clearFilter();
+    }
+    std::vector<const TreeNode *> unfolded;
+    for (const auto &weak : std::exchange(unfoldedBefore_, {}))
+        if (const auto node = weak.lock(); node && node->parentNode()) unfolded.push_back(node.get());
+    unfold(unfolded);
+    const std::vector<TreeNode *> selected = controller_->selectedNodes();
+    if (selected.empty()) return;
+    unfoldAbove(selected);
+    // To scroll is to lay out all rows before, which takes as long as all else.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (controller_) scrollToItems(controller_->selectedNodes());
+        },
+        Qt::QueuedConnection);
 }
 
 /// Unfolds items without telling of each.
-void OutlineView::unfold(const std::vector<std::weak_ptr<const TreeNode>> &items) {
+void OutlineView::unfold(const std::vector<const TreeNode *> &items) {
     // With a layout to come, Qt notes what is unfolded instead of laying out each.
     scheduleDelayedItemsLayout();
     const QSignalBlocker quiet(this);
-    for (const auto &weak : items) {
-        const auto node = weak.lock();
-        if (node && node->parentNode()) expandItem(*node);
-    }
+    for (const TreeNode *item : items)
+        expandItem(*item);
     ++unfoldingRevision_;
 }
 
@@ -195,10 +236,8 @@ void OutlineView::setLook(const OutlineLook &look) {
     if (controller_->isFiltered()) revealItems(selection);
     // What is large and stays as it is costs nothing: to select is to look at all of it several times.
     if (controller_->selectedNodes() != selection) {
-        // Drawn anew as a whole; Qt would look for the place of each range.
-        setUpdatesEnabled(false);
+        const NoUpdates quiet(*this);
         controller_->setSelectedNodes(selection);
-        setUpdatesEnabled(true);
     }
     if (!selection.empty()) scrollTo(controller_->indexForNode(*selection.front()));
 }

@@ -1,5 +1,7 @@
 #include "pageview/ThumbnailView.h"
 
+#include "widgets/DimmedSelection.h"
+
 #include <QAbstractListModel>
 #include <QEvent>
 #include <QPainter>
@@ -54,7 +56,11 @@ public:
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override {
         const bool selected = option.state.testFlag(QStyle::State_Selected);
-        const QPalette &palette = option.palette;
+        QPalette palette = option.palette;
+        // Lists leave it to their delegates to look whether they have the keyboard.
+        if (option.state.testFlag(QStyle::State_Enabled))
+            palette.setCurrentColorGroup(option.state.testFlag(QStyle::State_Active) ? QPalette::Active
+                                                                                     : QPalette::Inactive);
         painter->save();
         if (selected) painter->fillRect(option.rect, palette.highlight());
         const QRect labelRect = labelRectIn(option.rect);
@@ -176,6 +182,11 @@ void ThumbnailView::followPage() {
 
 void ThumbnailView::choosePage(int index) {
     if (view_ && view_->document()) view_->goToPage(view_->document()->page(index));
+}
+
+void ThumbnailView::initViewItemOption(QStyleOptionViewItem *option) const {
+    QListView::initViewItemOption(option);
+    dimSelection(*option);
 }
 
 void ThumbnailView::currentChanged(const QModelIndex &current, const QModelIndex &previous) {

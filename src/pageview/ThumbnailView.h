@@ -47,6 +47,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void changeEvent(QEvent *event) override;
+    void initViewItemOption(QStyleOptionViewItem *option) const override;
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
 
 private:

@@ -221,6 +221,7 @@ std::vector<std::shared_ptr<TreeNode>> TreeController::forget(const std::vector<
         node->children_.clear();
         node->shown_.clear();
         if (std::exchange(node->isShown_, false)) --shownCount_;
+        if (std::exchange(node->isMatch_, false)) --matchCount_;
         node->numberedRows_ = 0;
     }
     return gone;

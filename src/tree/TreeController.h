@@ -78,6 +78,10 @@ public:
     }
     /// How many nodes views are shown.
     size_t shownCount() const { return isFiltered_ ? shownCount_ : nodeCount(); }
+    /// How many of the nodes that the filter was set to show have not left; 0 without a filter.
+    size_t matchCount() const { return matchCount_; }
+    /// The first of them in tree order; null without one.
+    TreeNode *firstMatch() const;
 
     // Selection
 
@@ -256,6 +260,7 @@ private:
     bool movingFiltered_ = false;  ///< Moves of one step, which views are told as a new layout.
     bool isFiltered_ = false;
     size_t shownCount_ = 0;  ///< While there is a filter.
+    size_t matchCount_ = 0;
     quint64 structureRevision_ = 0;
     ShouldEdit shouldEdit_;
     LabelCheck isLabelLost_;

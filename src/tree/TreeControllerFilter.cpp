@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 // Which nodes a TreeController shows views. Only what views are told goes by that: paths, positions and moves
 // are those of the whole tree. A node that is hidden has no shown children, because all above a shown one is
@@ -21,8 +22,10 @@ void TreeController::setFilter(const std::vector<TreeNode *> &matches) {
     const std::vector<TreeNode *> selected = selectedNodes();
     beginResetModel();
     hideAll();
-    for (TreeNode *match : matches)
+    for (TreeNode *match : matches) {
         match->isShown_ = true;
+        if (!std::exchange(match->isMatch_, true)) ++matchCount_;
+    }
     isFiltered_ = true;
     arrangeShown();
     ++structureRevision_;
@@ -49,9 +52,19 @@ void TreeController::hideAll() {
         pending.pop_back();
         pending.insert(pending.end(), node->shown_.begin(), node->shown_.end());
         node->shown_ = {};
-        node->isShown_ = false;
+        node->isShown_ = node->isMatch_ = false;
     }
-    shownCount_ = 0;
+    shownCount_ = matchCount_ = 0;
+}
+
+TreeNode *TreeController::firstMatch() const {
+    TreeNode *first = nullptr;
+    if (matchCount_ == 0) return first;
+    walkBelow(*root_, [&first](TreeNode &node, size_t /*depth*/) {
+        if (!first && node.isMatch_) first = &node;
+        return !first;
+    });
+    return first;
 }
 
 /// Finds out anew which children of each node are shown, by which nodes are and what these are below.

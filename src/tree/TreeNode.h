@@ -58,6 +58,7 @@ private:
     mutable quint32 numberedRows_ = 0;   ///< So many children know their rows.
     quint32 shownRow_ = 0;               ///< Among the shown children of the parent.
     bool isShown_ = false;               ///< By a filter.
+    bool isMatch_ = false;               ///< Shown by it for its own sake.
     std::vector<TreeNode *> shown_;      ///< Those of the children that a filter shows.
 };
 

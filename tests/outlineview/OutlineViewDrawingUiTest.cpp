@@ -8,7 +8,8 @@
 namespace leafwright {
 namespace {
 
-/// The rows look as those of a plain tree view do, of which they differ in speed only.
+/// The rows look as those of a plain tree view do, of which they differ in speed only, where the desktop's
+/// palette tells selections of views without the keyboard apart.
 class OutlineViewDrawing : public testing::Test {
 protected:
     OutlineViewDrawing() {
@@ -26,6 +27,10 @@ protected:
         plain.header()->setSectionResizeMode(TreeController::TitleColumn, QHeaderView::Stretch);
         plain.header()->setSectionResizeMode(TreeController::PageColumn, QHeaderView::ResizeToContents);
         plain.resize(outline.view.size());
+        QPalette palette = plain.palette();
+        palette.setColor(QPalette::Inactive, QPalette::Highlight, Qt::darkGray);
+        for (QTreeView *view : views())
+            view->setPalette(palette);
         for (QTreeView *view : views()) {
             for (const char *title : {"A", "B", "E"})
                 view->expand(outline.index(title));

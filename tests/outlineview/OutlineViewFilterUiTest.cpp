@@ -38,6 +38,24 @@ TEST(OutlineViewFilter, WhatIsSelectedStaysInSightAfterwards) {
     EXPECT_EQ(outline.selection(), "C");
 }
 
+TEST(OutlineViewFilter, WhatIsSelectedIsScrolledToAfterwards) {
+    QString titles;
+    for (int i = 0; i < 300; ++i)
+        titles += QStringLiteral("P%1(T%1 U%1) ").arg(i);
+    Outline outline(titles);
+    for (const TreeNode *parent : outline.controller->arrangedObjects().childNodes())
+        outline.view.expandItem(*parent);
+    outline.show();
+    outline.view.showOnly(outline.nodes({"T250"}));
+    outline.controller->setSelectedNodes(outline.nodes({"T250"}));
+    outline.view.showAll();
+    const auto isInSight = [&] {
+        const QRect row = outline.view.visualRect(outline.index("T250"));
+        return !row.isEmpty() && outline.view.viewport()->rect().contains(row);
+    };
+    EXPECT_TRUE(QTest::qWaitFor(isInSight, 60'000));
+}
+
 TEST(OutlineViewFilter, RowsFollowTheTree) {
     Outline outline("A B C(D)");
     outline.view.showOnly(outline.nodes({"A", "D"}));

@@ -39,6 +39,23 @@ TEST(TreeControllerFilter, WhatIsBelowAMatchIsHidden) {
     EXPECT_FALSE(tree.controller->hasChildren(tree.index("A")));
 }
 
+TEST(TreeControllerFilter, KnowsItsMatchesUntilTheyLeave) {
+    const Tree tree("A(B C) D(E) F");
+    EXPECT_EQ(tree.controller->matchCount(), 0U);
+    tree.controller->setFilter(tree.nodes({"F", "E", "C", "E"}));
+    EXPECT_EQ(tree.controller->matchCount(), 3U) << "not what they are below";
+    EXPECT_EQ(tree.controller->firstMatch(), &tree.node("C"));
+    tree.controller->removeObjects(tree.nodes({"A"}));
+    EXPECT_EQ(tree.controller->matchCount(), 2U);
+    EXPECT_EQ(tree.controller->firstMatch(), &tree.node("E"));
+    tree.controller->setFilter(tree.nodes({"F"}));
+    EXPECT_EQ(tree.controller->matchCount(), 1U);
+    EXPECT_EQ(tree.controller->firstMatch(), &tree.node("F"));
+    tree.controller->clearFilter();
+    EXPECT_EQ(tree.controller->matchCount(), 0U);
+    EXPECT_EQ(tree.controller->firstMatch(), nullptr);
+}
+
 TEST(TreeControllerFilter, NothingMayBeShown) {
     const Tree tree("A(B) C");
     tree.controller->setFilter({});

@@ -1,6 +1,7 @@
 #include "document/window/HeadingMapView.h"
 
 #include "document/window/HeadingMapModel.h"
+#include "widgets/DimmedSelection.h"
 
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -108,6 +109,11 @@ void HeadingMapView::mouseDoubleClickEvent(QMouseEvent *event) {
     QTableView::mouseDoubleClickEvent(event);
     const QModelIndex index = indexAt(event->position().toPoint());
     if (event->button() == Qt::LeftButton && index.isValid()) Q_EMIT occurrenceRequested(index.row());
+}
+
+void HeadingMapView::initViewItemOption(QStyleOptionViewItem *option) const {
+    QTableView::initViewItemOption(option);
+    dimSelection(*option);
 }
 
 void HeadingMapView::paintEvent(QPaintEvent *event) {

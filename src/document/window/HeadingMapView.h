@@ -33,6 +33,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
     void mouseDoubleClickEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void initViewItemOption(QStyleOptionViewItem *option) const override;
 
 private:
     void editLevel(const QModelIndex &row);

@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QLocale>
 
+#include <algorithm>
 #include <utility>
 
 namespace leafwright {
@@ -21,6 +22,8 @@ namespace leafwright {
 namespace {
 
 constexpr int margin = 4;
+/// So many take a millisecond or two.
+constexpr qsizetype titlesAtOnce = 5'000;
 
 QString numberText(size_t number) {
     return QLocale().toString(static_cast<qulonglong>(number));
@@ -94,12 +97,12 @@ void OutlineFilter::look() {
     stop();
     if (text().isEmpty()) {
         const bool wereCurrent = titlesAreCurrent();
-        matches_.clear();
         view_.showAll();
         if (wereCurrent) titles_.structureRevision = document_.treecontroller().structureRevision();
         return tell({});
     }
-    if (!titlesAreCurrent()) takeTitles();
+    if (!titlesAreCurrent()) beginTitles();
+    if (!readTitles()) return again_.start();
     thread_ = std::jthread([this, titles = titles_.filter, text = text()](const std::stop_token &stop) {
         std::vector<size_t> found = titles->matches(text, stop);
         if (stop.stop_requested()) return;
@@ -121,7 +124,8 @@ void OutlineFilter::stop() {
 }
 
 void OutlineFilter::finish() {
-    if (again_.isActive()) look();
+    while (again_.isActive())
+        look();
     while (thread_.joinable()) {
         thread_.join();
         takeMatches();
@@ -130,21 +134,30 @@ void OutlineFilter::finish() {
 }
 
 bool OutlineFilter::titlesAreCurrent() const {
-    return titles_.filter && titles_.structureRevision == document_.treecontroller().structureRevision() &&
+    return titles_.isBegun && titles_.structureRevision == document_.treecontroller().structureRevision() &&
            titles_.revision == document_.outline().edits().revision();
 }
 
-void OutlineFilter::takeTitles() {
+void OutlineFilter::beginTitles() {
     const TreeController &tree = document_.treecontroller();
-    QStringList titles;
-    titles.reserve(static_cast<qsizetype>(tree.nodeCount()));
-    titles_ = {nullptr, {}, tree.structureRevision(), document_.outline().edits().revision()};
+    titles_ = {{}, {}, nullptr, true, tree.structureRevision(), document_.outline().edits().revision()};
     titles_.nodes.reserve(tree.nodeCount());
-    walkBelow(tree.arrangedObjects(), [&](TreeNode &node, size_t /*depth*/) {
-        titles.append(node.representedObject()->pageTitle());
-        titles_.nodes.push_back(&node);
-    });
-    titles_.filter = std::make_shared<TitleFilter>(std::move(titles));
+    titles_.read.reserve(static_cast<qsizetype>(tree.nodeCount()));
+    walkBelow(tree.arrangedObjects(),
+              [this](TreeNode &node, size_t /*depth*/) { titles_.nodes.push_back(&node); });
+}
+
+/// Reads some more. @return whether all are there
+bool OutlineFilter::readTitles() {
+    if (titles_.filter) return true;
+    const auto count = static_cast<qsizetype>(titles_.nodes.size());
+    const qsizetype end = std::min(count, titles_.read.size() + titlesAtOnce);
+    while (titles_.read.size() < end)
+        titles_.read.append(
+            titles_.nodes[static_cast<size_t>(titles_.read.size())]->representedObject()->pageTitle());
+    if (end < count) return false;
+    titles_.filter = std::make_shared<TitleFilter>(std::exchange(titles_.read, {}));
+    return true;
 }
 
 void OutlineFilter::takeMatches() {
@@ -172,11 +185,8 @@ void OutlineFilter::show(const std::vector<size_t> &matches) {
     TreeController &tree = document_.treecontroller();
     std::vector<TreeNode *> nodes;
     nodes.reserve(matches.size());
-    matches_.clear();
-    for (const size_t position : matches) {
+    for (const size_t position : matches)
         nodes.push_back(titles_.nodes[position]);
-        matches_.push_back(nodes.back()->weak_from_this());
-    }
     const size_t selected = tree.selectedNodes().size();
     view_.showOnly(nodes);
     titles_.structureRevision = tree.structureRevision();
@@ -191,18 +201,16 @@ void OutlineFilter::show(const std::vector<size_t> &matches) {
 /// Tells how many entries have the text by now.
 void OutlineFilter::count() {
     counting_.stop();
-    if (!document_.treecontroller().isFiltered()) return;
-    std::erase_if(matches_, [](const std::weak_ptr<TreeNode> &weak) {
-        const auto node = weak.lock();
-        return !node || !node->parentNode();
-    });
-    tell(tr("%1 of %2").arg(numberText(matches_.size()), numberText(document_.treecontroller().nodeCount())));
+    const TreeController &tree = document_.treecontroller();
+    if (tree.isFiltered())
+        tell(tr("%1 of %2").arg(numberText(tree.matchCount()), numberText(tree.nodeCount())));
 }
 
 /// Goes from the field to the first entry that has the text.
 void OutlineFilter::selectFirst() {
     finish();
-    if (!matches_.empty()) document_.treecontroller().setSelectedNodes({matches_.front().lock().get()});
+    TreeController &tree = document_.treecontroller();
+    if (TreeNode *first = tree.firstMatch()) tree.setSelectedNodes({first});
     view_.setFocus();
 }
 

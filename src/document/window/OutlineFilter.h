@@ -21,9 +21,9 @@ class TitleFilter;
 class TreeNode;
 
 /// The field above the outline: while there is a text in it, the outline shows the entries whose titles have
-/// that text, with those that they are below. The titles are looked through on a thread of its own. What
-/// comes while the text stays is shown, and titles that change stay; an outline in place of another is looked
-/// through anew.
+/// that text, with those that they are below. The titles are read some thousand at a time between events, and
+/// looked through on a thread of its own. What comes while the text stays is shown, and titles that change
+/// stay; an outline in place of another is looked through anew.
 class OutlineFilter final : public QWidget {
     Q_OBJECT
 
@@ -53,15 +53,18 @@ protected:
 private:
     /// Of all entries, in tree order, as they were at a revision of the tree and one of the outline.
     struct Titles {
-        std::shared_ptr<TitleFilter> filter;
         std::vector<TreeNode *> nodes;
+        QStringList read;                     ///< Of the first so many nodes.
+        std::shared_ptr<TitleFilter> filter;  ///< Null until all are read.
+        bool isBegun = false;
         quint64 structureRevision = 0;
         quint64 revision = 0;
     };
 
     void look();
     void stop();
-    void takeTitles();
+    void beginTitles();
+    bool readTitles();
     bool titlesAreCurrent() const;
     Q_INVOKABLE void takeMatches();
     void show(const std::vector<size_t> &matches);
@@ -73,11 +76,10 @@ private:
     OutlineView &view_;
     QLineEdit *field_;
     QLabel *result_;
-    QTimer again_;        ///< An outline comes in many pieces.
+    QTimer again_;        ///< An outline comes in many pieces, and its titles are read in many.
     QTimer counting_;     ///< So do entries that come and go.
     bool waits_ = false;  ///< For the document, to show what was found.
     Titles titles_;
-    std::vector<std::weak_ptr<TreeNode>> matches_;  ///< Those that have the text.
     std::mutex mutex_;
     std::optional<std::vector<size_t>> found_;  ///< What the thread has found.
     std::jthread thread_;

@@ -244,5 +244,27 @@ TEST_F(Filtering, ManyEntriesAreFilteredToo) {
     EXPECT_EQ(document.outlineview()->numberOfRows(), count);
 }
 
+TEST_F(Filtering, TitlesThatChangeWhileTheyAreReadAreReadAnew) {
+    MyOutlineItem::Children items;
+    constexpr int count = 20'000;
+    for (int i = 0; i < count; ++i)
+        items.push_back(std::make_unique<MyOutlineItem>("Entry " + QString::number(i), PageTarget{"1"}));
+    document.root().setChildren(std::move(items));
+    field().setText("alpha");  // Only some have been read now.
+    document.edits().setPageTitle(*document.root().children()[0], "Alpha");
+    document.edits().remove(document.root(), 1);
+    filter().finish();
+    EXPECT_EQ(rows(), "Alpha");
+    EXPECT_EQ(filter().result(), "1 of 19,999");
+
+    document.edits().setPageTitle(*document.root().children()[5], "Alphabet");
+    field().setText("alphab");
+    field().setText("");
+    filter().finish();
+    EXPECT_EQ(document.outlineview()->numberOfRows(), count - 1);
+    field().setText("alphab");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return rows() == "Alphabet"; }, 60'000));
+}
+
 }  // namespace
 }  // namespace leafwright

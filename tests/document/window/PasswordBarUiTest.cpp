@@ -147,6 +147,7 @@ TEST_F(LockedFile, ThePasswordIsWrittenNowhereNorIsTheOutline) {
     select({{0}});
     ASSERT_TRUE(document.actions().perform("changeCaseToUpperCase:")) << "as in any encrypted file";
     recovery->keepNow();
+    EXPECT_FALSE(written().contains("/recovery/")) << "where it would be read after a crash";
     document.updateChangeCount(Document::Change::Cleared);
     EXPECT_TRUE(document.myWindow()->close());
     const QByteArray all = written() + log.messages().join('\n').toUtf8();

@@ -1,0 +1,30 @@
+#include "widgets/DimmedSelection.h"
+
+#include <QStyleOptionViewItem>
+
+namespace leafwright {
+
+namespace {
+
+/// How much of the highlight is left: enough to be seen on the ground, little enough for usual text on it.
+constexpr double share = 0.35;
+
+QColor mixed(const QColor &a, const QColor &b, double partOfB) {
+    const auto mix = [partOfB](int from, int to) { return qRound(from + (to - from) * partOfB); };
+    return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
+}
+
+}  // namespace
+
+void dimSelection(QStyleOptionViewItem &option) {
+    if (option.state.testFlag(QStyle::State_Active)) return;
+    constexpr auto group = QPalette::Inactive;
+    QPalette &palette = option.palette;
+    const QColor highlight = palette.color(QPalette::Active, QPalette::Highlight);
+    if (palette.color(group, QPalette::Highlight) != highlight) return;
+    palette.setColor(group, QPalette::Highlight,
+                     mixed(palette.color(group, QPalette::Base), highlight, share));
+    palette.setColor(group, QPalette::HighlightedText, palette.color(group, QPalette::Text));
+}
+
+}  // namespace leafwright
