@@ -14,7 +14,10 @@ make_fresh_debian() {
 }
 
 remove_fresh_debian() {
-  ! mountpoint -q "$root/proc" || umount "$root/proc"
+  local folder
+  for folder in dev/pts proc; do
+    ! mountpoint -q "$root/$folder" || umount "$root/$folder"
+  done
   rm -rf --one-file-system "$root" "$root.log"
 }
 
