@@ -1,5 +1,7 @@
 #include "outlineview/LegibleColor.h"
 
+#include "widgets/MixedColor.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -17,11 +19,6 @@ double luminance(const QColor &color) {
     return 0.2126 * linear(rgb.redF()) + 0.7152 * linear(rgb.greenF()) + 0.0722 * linear(rgb.blueF());
 }
 
-QColor mixed(const QColor &a, const QColor &b, float share) {
-    const auto mix = [share](float from, float to) { return from + (to - from) * share; };
-    return QColor::fromRgbF(mix(a.redF(), b.redF()), mix(a.greenF(), b.greenF()), mix(a.blueF(), b.blueF()));
-}
-
 }  // namespace
 
 double contrast(const QColor &a, const QColor &b) {
@@ -36,7 +33,7 @@ QColor legibleColor(const QColor &color, const QColor &background) {
     const QColor away =
         contrast(Qt::white, background) > contrast(Qt::black, background) ? Qt::white : Qt::black;
     for (int step = 0; step < steps; ++step) {
-        const QColor candidate = mixed(color, away, static_cast<float>(step) / steps);
+        const QColor candidate = mixed(color, away, static_cast<double>(step) / steps);
         if (contrast(candidate, background) >= least) return candidate;
     }
     return away;

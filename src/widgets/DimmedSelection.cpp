@@ -1,5 +1,7 @@
 #include "widgets/DimmedSelection.h"
 
+#include "widgets/MixedColor.h"
+
 #include <QStyleOptionViewItem>
 
 namespace leafwright {
@@ -8,11 +10,6 @@ namespace {
 
 /// How much of the highlight is left: enough to be seen on the ground, little enough for usual text on it.
 constexpr double share = 0.35;
-
-QColor mixed(const QColor &a, const QColor &b, double partOfB) {
-    const auto mix = [partOfB](int from, int to) { return qRound(from + (to - from) * partOfB); };
-    return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
-}
 
 }  // namespace
 

@@ -1,5 +1,7 @@
 #include "widgets/NoticeBars.h"
 
+#include "widgets/MixedColor.h"
+
 #include <QAccessible>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -16,11 +18,6 @@ constexpr int margin = 6;
 /// How much of the highlight's colour is in a bar's: enough to be seen, little enough for the text on it to
 /// be read as well as on the window's.
 constexpr double tint = 0.16;
-
-QColor mixed(const QColor &a, const QColor &b, double partOfB) {
-    const auto mix = [partOfB](int from, int to) { return qRound(from + (to - from) * partOfB); };
-    return {mix(a.red(), b.red()), mix(a.green(), b.green()), mix(a.blue(), b.blue())};
-}
 
 }  // namespace
 

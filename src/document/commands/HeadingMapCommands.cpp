@@ -186,11 +186,10 @@ void HeadingMapCommands::resetH1H2H3FontsMap() {
 void HeadingMapCommands::buttonDeleteSelectedH1H2H3RowsClicked() {
     HeadingLevelMap &map = document_.listH1H2H3Config();
     const std::vector<int> rows = selectedRows();
-    if (rows.empty()) return;
     for (auto row = rows.rbegin(); row != rows.rend(); ++row)
         map.erase(map.begin() + *row);
     mapChanged();
-    setCurrentRow(rows.front());
+    if (!rows.empty()) setCurrentRow(rows.front());
 }
 
 void HeadingMapCommands::setCurrentRow(int row) {

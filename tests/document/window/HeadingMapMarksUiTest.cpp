@@ -2,8 +2,6 @@
 #include "document/window/FindBar.h"
 #include "document/window/HeadingMapMarks.h"
 
-#include <QSignalSpy>
-
 #include <gtest/gtest.h>
 
 namespace leafwright {
